@@ -1,0 +1,38 @@
+#pragma once
+
+#include <foundation/verdixdata/array.hpp>
+#include <settings/core/function_name.hpp>
+
+#include <variant>
+
+namespace settings::core {
+
+/// A native function that computes the factory value: (library name, function name). It has the type
+/// NativeRunTimeDefault.
+class CRunTimeDefault : public detail::FunctionName
+{
+public:
+    using FunctionName::FunctionName;
+};
+
+/// A function of the scripting language that computes the factory value: (qualifying prefix, function name).
+class MRunTimeDefault : public detail::FunctionName
+{
+public:
+    using FunctionName::FunctionName;
+};
+
+/// A method of the managed runtime that computes the factory value: (class name, method name).
+class JRunTimeDefault : public detail::FunctionName
+{
+public:
+    using FunctionName::FunctionName;
+};
+
+/// The order of the alternatives differs from that of Validator; both are fixed.
+using RunTimeDefault = std::variant<std::monostate, CRunTimeDefault, MRunTimeDefault, JRunTimeDefault>;
+
+/// What a native library exports, with C linkage, for a CRunTimeDefault: it assigns the value.
+using NativeRunTimeDefault = void(foundation::verdixdata::Array& value);
+
+}  // namespace settings::core

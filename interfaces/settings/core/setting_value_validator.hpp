@@ -1,0 +1,52 @@
+#pragma once
+
+#include <foundation/verdixdata/array.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace settings::core {
+
+/// Declarative checks of a value, which the settings core runs.
+class SettingValueValidator
+{
+public:
+    /// Bounds of every element, both included; infinite where a bound is open.
+    struct Range
+    {
+        double lower = -std::numeric_limits<double>::infinity();
+        double upper = std::numeric_limits<double>::infinity();
+    };
+
+    struct Size
+    {
+        std::size_t rows;
+        std::size_t columns;
+    };
+
+    enum class Colour : std::uint8_t
+    {
+        wholeNumbers,  ///< 1-by-3, red, green, blue, each a whole number from 0 to 255
+        normalised     ///< 1-by-3, red, green, blue, each a real number from 0 to 1
+    };
+
+    /// One record of checks; a value must pass every one that is given.
+    struct ConfigData
+    {
+        std::optional<Range> range = std::nullopt;
+        /// Allowed texts: of a text as a whole, of every element of a cell. Beside `colour`: the words that
+        /// are accepted in place of a triple. Empty: not checked.
+        std::vector<std::u16string> allowedValues = {};
+        /// Most characters of a text, most elements of a cell.
+        std::optional<std::size_t> maximumLength = std::nullopt;
+        std::optional<Size> size = std::nullopt;
+        std::optional<foundation::verdixdata::ArrayType> elementClass = std::nullopt;
+        std::optional<Colour> colour = std::nullopt;
+    };
+};
+
+}  // namespace settings::core

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <foundation/verdixdata/array.hpp>
+#include <settings/core/function_name.hpp>
+#include <settings/core/settings.hpp>
+
+#include <functional>
+#include <utility>
+#include <variant>
+
+namespace settings::core {
+
+/// A function of the scripting language: (qualifying prefix, function name).
+class MValidator : public detail::FunctionName
+{
+public:
+    using FunctionName::FunctionName;
+};
+
+/// A native function: (library name, function name). It has the type NativeValidator.
+class CValidator : public detail::FunctionName
+{
+public:
+    using FunctionName::FunctionName;
+};
+
+/// A method of the managed runtime: (class name, method name).
+class JValidator : public detail::FunctionName
+{
+public:
+    using FunctionName::FunctionName;
+};
+
+/// A callable of this process, with two names for messages. It refuses a value by raising an exception
+/// whose text is what the user reads.
+class CPPValidator : public detail::FunctionName
+{
+public:
+    using Callable = std::function<void(const boost::shared_ptr<const Settings>& node,
+                                        const std::string& name,
+                                        const foundation::verdixdata::Array& value)>;
+
+    CPPValidator(Callable callable, std::string scope, std::string function)
+        : FunctionName(std::move(scope), std::move(function)), callable_(std::move(callable))
+    {}
+
+    [[nodiscard]] const Callable& callable() const noexcept { return callable_; }
+
+private:
+    Callable callable_;
+};
+
+using Validator = std::variant<std::monostate, MValidator, CValidator, JValidator, CPPValidator>;
+
+/// What a native library exports, with C linkage, for a CValidator: it refuses a value by raising an
+/// exception whose text is what the user reads.
+using NativeValidator = void(const foundation::verdixdata::Array& value);
+
+}  // namespace settings::core

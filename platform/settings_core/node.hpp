@@ -1,0 +1,71 @@
+#pragma once
+
+#include <settings/core/factory_setting_properties.hpp>
+#include <settings/core/settings.hpp>
+
+#include <boost/smart_ptr/enable_shared_from_this.hpp>
+#include <boost/smart_ptr/shared_ptr.hpp>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vx::core {
+
+enum class NodeKind : std::uint8_t
+{
+    group,
+    setting,
+    alias
+};
+
+class NodeIndex;
+
+/// A node of the embedded settings core. Nodes are made through createFactorySetting of their parent only,
+/// and never change afterwards but for gaining children.
+class VX_API Node final : public ::settings::core::MSettings, public boost::enable_shared_from_this<Node>
+{
+public:
+    using Properties = ::settings::core::detail::FactorySettingProperties;
+    using Children = std::vector<boost::shared_ptr<Node>>;
+
+    /// The root of a tree; SettingsTree makes it.
+    Node(std::string name, std::shared_ptr<NodeIndex> index);
+    Node(const Node& parent, std::string_view name, bool isSetting, const Properties& properties);
+
+    /// Raises std::invalid_argument, and makes nothing, when this node is a setting, when the name is empty or
+    /// holds a ".", or when a child of that name exists.
+    boost::shared_ptr<::settings::core::MSettings>
+    createFactorySetting(const std::string& name, bool isSetting, const Properties& properties) override;
+
+    [[nodiscard]] std::string getFullName() const override { return fullName_; }
+
+    [[nodiscard]] const std::string& fullName() const noexcept { return fullName_; }
+    [[nodiscard]] std::string_view name() const noexcept;
+    [[nodiscard]] NodeKind kind() const noexcept { return kind_; }
+    [[nodiscard]] const Properties& properties() const noexcept { return properties_; }
+
+    /// Null for the root.
+    [[nodiscard]] const Node* parent() const noexcept { return parent_; }
+
+    /// In creation order.
+    [[nodiscard]] const Children& children() const noexcept { return children_; }
+
+    /// Whether this node's own flag hides it.
+    [[nodiscard]] bool isHiddenItself() const noexcept;
+
+    /// Whether this node or a group above it is hidden.
+    [[nodiscard]] bool isHidden() const noexcept;
+
+private:
+    std::string fullName_;
+    const Node* parent_;
+    NodeKind kind_;
+    Properties properties_;
+    Children children_;
+    std::shared_ptr<NodeIndex> index_;
+};
+
+}  // namespace vx::core

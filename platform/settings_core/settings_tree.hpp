@@ -1,0 +1,51 @@
+#pragma once
+
+#include <settings/core/factory_settings_loader.hpp>
+#include <settings_core/node.hpp>
+
+#include <boost/smart_ptr/shared_ptr.hpp>
+
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vx::core {
+
+/// A tree of settings with constant-time look-up by path. One builder at a time may add to a tree; a finished
+/// tree may be read from several threads. Callables that a provider handed over live in the provider's
+/// library: a tree must go before that library is unloaded.
+class VX_API SettingsTree
+{
+public:
+    /// A tree that holds the root group alone.
+    explicit SettingsTree(const std::string& rootName);
+
+    [[nodiscard]] const boost::shared_ptr<Node>& root() const noexcept { return root_; }
+
+    /// The node at this full path, or null.
+    [[nodiscard]] const Node* find(std::string_view path) const noexcept;
+
+    /// Every node but the root, in creation order.
+    [[nodiscard]] std::span<const Node* const> nodes() const noexcept;
+
+private:
+    std::shared_ptr<NodeIndex> index_;
+    boost::shared_ptr<Node> root_;
+};
+
+/// Runs a provider: makes its root group and lets it build its tree under it. What the provider raises, this
+/// raises. The overload with a tree leaves the nodes made until then in it.
+[[nodiscard]] VX_API SettingsTree loadTree(::settings::core::FactorySettingsLoader& loader);
+VX_API void loadTree(::settings::core::FactorySettingsLoader& loader, SettingsTree& tree);
+
+/// The provider's table of settings moved or removed per release.
+[[nodiscard]] VX_API ::settings::core::ReleaseChangeTable
+loadReleaseChanges(::settings::core::FactorySettingsLoader& loader);
+
+/// The provider's list of settings to be known by name.
+[[nodiscard]] VX_API std::vector<std::string>
+loadSettingPathList(::settings::core::FactorySettingsLoader& loader);
+
+}  // namespace vx::core
