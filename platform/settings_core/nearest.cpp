@@ -156,4 +156,15 @@ std::vector<std::string_view> nearestPaths(std::string_view wanted, const Settin
     return best.names();
 }
 
+std::string didYouMean(std::span<const std::string_view> names)
+{
+    std::string text;
+    for (const std::string_view& name : names) {
+        const bool isLast = &name == &names.back();
+        text += text.empty() ? "did you mean " : isLast ? " or " : ", ";
+        text += name;
+    }
+    return text.empty() ? text : text + "?";
+}
+
 }  // namespace vx::core

@@ -5,6 +5,7 @@
 #include <foundation/export.hpp>
 
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -22,5 +23,8 @@ class SettingsTree;
 /// last component is: that finds a setting under another group.
 [[nodiscard]] VX_API std::vector<std::string_view> nearestPaths(std::string_view wanted,
                                                                 const SettingsTree& tree);
+
+/// "did you mean a, b or c?"; empty without names.
+[[nodiscard]] VX_API std::string didYouMean(std::span<const std::string_view> names);
 
 }  // namespace vx::core
