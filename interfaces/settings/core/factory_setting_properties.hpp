@@ -46,13 +46,13 @@ using ErrorHandler =
 class FactorySettingProperties
 {
 public:
-    /// `reserved` is stored and has no effect. An unassigned `factoryValue` means that there is none.
-    FactorySettingProperties(bool visible, bool readOnly, foundation::verdixdata::Array factoryValue,
-                             Validator validator, RunTimeDefault runTimeDefault, bool additionalFile,
-                             bool reserved, std::vector<SettingValueValidator::ConfigData> valueValidators)
-        : visible(visible), readOnly(readOnly), factoryValue(std::move(factoryValue)),
-          validator(std::move(validator)), runTimeDefault(std::move(runTimeDefault)),
-          additionalFile(additionalFile), reserved(reserved), valueValidators(std::move(valueValidators))
+    /// `reservedFlag` is stored and has no effect. An unassigned `value` means that there is none.
+    FactorySettingProperties(bool isVisible, bool isReadOnly, foundation::verdixdata::Array value,
+                             Validator check, RunTimeDefault computedDefault, bool hasAdditionalFile,
+                             bool reservedFlag, std::vector<SettingValueValidator::ConfigData> records)
+        : visible(isVisible), readOnly(isReadOnly), factoryValue(std::move(value)),
+          validator(std::move(check)), runTimeDefault(std::move(computedDefault)),
+          additionalFile(hasAdditionalFile), reserved(reservedFlag), valueValidators(std::move(records))
     {}
 
     /// Makes the node an alias of the setting at this path.

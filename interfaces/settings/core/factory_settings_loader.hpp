@@ -30,7 +30,7 @@ public:
     virtual ~FactorySettingsLoader();
 
     /// Builds the provider's tree under the group given. An exception leaves the nodes made before in place.
-    virtual void createTree(verdix::settings::FactoryGroup& root) = 0;
+    virtual void createTree(::verdix::settings::FactoryGroup& root) = 0;
 
     /// Fills the table of settings moved or removed per release.
     virtual void getReleaseChanges(ReleaseChangeTable& changes) = 0;

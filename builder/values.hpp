@@ -1,0 +1,44 @@
+#pragma once
+
+#include <foundation/verdixdata/array_factory.hpp>
+
+#include <boost/numeric/conversion/cast.hpp>
+
+#include <algorithm>
+#include <span>
+#include <type_traits>
+
+namespace verdix::settings::internal {
+
+/// A 1-by-1 array of T: bool, double or an integer width.
+template <class T>
+[[nodiscard]] foundation::verdixdata::Array
+makeScalar(std::type_identity_t<T> value, const foundation::verdixdata::ArrayFactory& factory =
+                                              foundation::verdixdata::standalone::ClientArrayFactory{})
+{
+    auto array = factory.createArray<T>({1, 1});
+    foundation::verdixdata::detail::setElement(array, 0, value);
+    return array;
+}
+
+/// A 1-by-N row of T out of whole numbers; 1-by-0 out of none. Raises boost::numeric::negative_overflow or
+/// boost::numeric::positive_overflow for the first number that T cannot hold.
+template <class T>
+[[nodiscard]] foundation::verdixdata::Array makeRow(std::span<const int> values)
+{
+    const foundation::verdixdata::standalone::ClientArrayFactory factory;
+    auto row = factory.createArray<T>({1, values.size()});
+    std::ranges::transform(values, row.begin(), [](int value) { return boost::numeric_cast<T>(value); });
+    return row;
+}
+
+/// A 1-by-N row of doubles.
+[[nodiscard]] inline foundation::verdixdata::Array makeRow(std::span<const double> values)
+{
+    const foundation::verdixdata::standalone::ClientArrayFactory factory;
+    auto row = factory.createArray<double>({1, values.size()});
+    std::ranges::copy(values, row.begin());
+    return row;
+}
+
+}  // namespace verdix::settings::internal

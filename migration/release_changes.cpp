@@ -1,0 +1,143 @@
+#include <migration/release_changes.hpp>
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace settings::verdix {
+
+using ::settings::core::ReleaseChangeSet;
+using ::settings::core::ReleaseChangeTable;
+
+namespace {
+
+/// A record of one release: a move to the target, or a removal where there is none.
+struct Change
+{
+    std::string_view path;
+    std::string_view target = {};
+};
+
+// Users' files are carried forward one release after the other, each list from top to bottom. A list never
+// changes once its release is out: what was wrong in it is put right by a later one.
+
+constexpr Change r2020b[] = {
+    // The old name said less than it did: it always was the spacing, never the number format.
+    {"verdix.commandwindow.NumericDisplay", "verdix.commandwindow.DisplayLineSpacing"},
+    {"verdix.colors.programmingtools.WarningsColor", "verdix.colors.programmingtools.CodeAnalyzerWarningColor"},
+    {"verdix.colors.programmingtools.AutoFixHighlightCheckbox",
+     "verdix.colors.programmingtools.HighlightAutofixes"},
+    {"verdix.colors.programmingtools.AutofixColor", "verdix.colors.programmingtools.AutofixHighlightColor"},
+    {"verdix.colors.programmingtools.AutoHighlightColor",
+     "verdix.colors.programmingtools.VariableHighlightColor"},
+    {"verdix.colors.programmingtools.VariablesWithSharedScope",
+     "verdix.colors.programmingtools.ShowVariablesWithSharedScope"},
+    {"verdix.keyboard.delimiter.DelimiterOptionsMoving", "verdix.keyboard.delimiter.ShowMatchesOnArrowKey"},
+    {"verdix.keyboard.delimiter.DelimiterOptionsTyping", "verdix.keyboard.delimiter.ShowMatchesWhenTyping"},
+};
+
+constexpr Change r2021a[] = {
+    {"verdix.addons.AdditionalInstallationFolders"},
+    {"verdix.addons.ImportLegacyAddOnsAtStartup"},
+    {"verdix.addons.MultipleVersionInstallationEnabled"},
+    {"verdix.findfiles.GoToFileEnabled"},
+    {"verdix.commandwindow.EightyColumns", "verdix.commandwindow.UseEightyColumnDisplayWidth"},
+};
+
+constexpr Change r2022b[] = {
+    {"verdix.keyboard.suggestions.ShowAutomatically", "verdix.editor.suggestions.ShowAutomatically"},
+    {"verdix.commandwindow.ShowCompletionsAutomatically", "verdix.commandwindow.suggestions.ShowAutomatically"},
+};
+
+constexpr Change r2023a[] = {
+    {"verdix.connector.InterfacesBlacklist", "verdix.connector.InterfacesBlocklist"},
+    {"verdix.keyboard.suggestions"},
+};
+
+// What both editors share went to the top of the suggestions area, the rest to the part it belongs to.
+constexpr Change r2025b[] = {
+    {"verdix.editor.suggestions.ShowTips", "verdix.suggestions.ShowTips"},
+    {"verdix.editor.suggestions.AcceptOnRightArrow", "verdix.suggestions.AcceptOnRightArrow"},
+    {"verdix.editor.suggestions.MaximumNumberOfSuggestions", "verdix.suggestions.MaximumNumberOfSuggestions"},
+    {"verdix.editor.suggestions.ShowAutomatically", "verdix.suggestions.editor.ShowAutomatically"},
+    {"verdix.editor.suggestions.ShowOnTab", "verdix.suggestions.editor.ShowOnTab"},
+    {"verdix.editor.suggestions.TabAcceptsOnOneSuggestion",
+     "verdix.suggestions.editor.TabAcceptsOnOneSuggestion"},
+    {"verdix.editor.suggestions.SuggestionDelay", "verdix.suggestions.editor.SuggestionDelay"},
+    {"verdix.editor.suggestions.ShowAdditionalHelp", "verdix.suggestions.editor.ShowAdditionalHelp"},
+    {"verdix.commandwindow.suggestions.ShowAutomatically",
+     "verdix.suggestions.commandwindow.ShowAutomatically"},
+    {"verdix.commandwindow.suggestions.ShowOnTab", "verdix.suggestions.commandwindow.ShowOnTab"},
+    {"verdix.commandwindow.suggestions.TabAcceptsOnOneSuggestion",
+     "verdix.suggestions.commandwindow.TabAcceptsOnOneSuggestion"},
+};
+
+// A group goes before its members, so that files in which only members are left are still cleared.
+constexpr Change r2026a[] = {
+    {"verdix.desktop.help.SingleSource"},
+    {"verdix.editor.suggestions"},
+    {"verdix.editor.suggestions.ShowTips"},
+    {"verdix.editor.suggestions.AcceptOnRightArrow"},
+    {"verdix.editor.suggestions.MaximumNumberOfSuggestions"},
+    {"verdix.editor.suggestions.ShowAutomatically"},
+    {"verdix.editor.suggestions.ShowOnTab"},
+    {"verdix.editor.suggestions.TabAcceptsOnOneSuggestion"},
+    {"verdix.editor.suggestions.SuggestionDelay"},
+    {"verdix.editor.suggestions.ShowAdditionalHelp"},
+    {"verdix.commandwindow.suggestions"},
+    {"verdix.commandwindow.suggestions.ShowAutomatically"},
+    {"verdix.commandwindow.suggestions.ShowOnTab"},
+    {"verdix.commandwindow.suggestions.TabAcceptsOnOneSuggestion"},
+};
+
+struct Release
+{
+    const char* name;
+    std::span<const Change> changes;
+};
+
+constexpr Release releases[] = {
+    {"R2020b", r2020b}, {"R2021a", r2021a}, {"R2022b", r2022b},
+    {"R2023a", r2023a}, {"R2025b", r2025b}, {"R2026a", r2026a},
+};
+
+std::string_view firstSegment(std::string_view path)
+{
+    return path.substr(0, path.find('.'));
+}
+
+std::vector<std::string> onePath(std::string_view path)
+{
+    return {std::string(path)};
+}
+
+}  // namespace
+
+void addMove(ReleaseChangeSet& set, std::string_view source, std::string_view target)
+{
+    set.crossesRootGroups = set.crossesRootGroups || firstSegment(source) != firstSegment(target);
+    set.changes.emplace_back("move", onePath(source), onePath(target));
+}
+
+void addRemove(ReleaseChangeSet& set, std::string_view path)
+{
+    set.changes.emplace_back("remove", onePath(path), std::vector<std::string>());
+}
+
+void fillReleaseChanges(ReleaseChangeTable& table)
+{
+    for (std::uint64_t index = 0; const Release& release : releases) {
+        ReleaseChangeSet& set = table[index++];
+        set = {release.name, false, {}};
+        set.changes.reserve(release.changes.size());
+        for (const Change& change : release.changes) {
+            if (change.target.empty()) {
+                addRemove(set, change.path);
+            } else {
+                addMove(set, change.path, change.target);
+            }
+        }
+    }
+}
+
+}  // namespace settings::verdix

@@ -1,0 +1,15 @@
+#include <tree/areas.hpp>
+#include <tree/vocabulary.hpp>
+
+namespace verdix::settings::tree {
+
+void buildAccessibilityArea(FactoryGroup& root)
+{
+    auto accessibility = addGroup(root, "accessibility", "Hidden", false);
+    addLogical(accessibility, "AccessKeysEnabled", true, Hidden);
+
+    auto screenReader = addGroup(accessibility, "screenreader", "Hidden", false);
+    addLogical(screenReader, "AnnounceActionCompletion", true, Visible);
+}
+
+}  // namespace verdix::settings::tree

@@ -1,0 +1,39 @@
+#include <component/inputs.hpp>
+#include <tree/areas.hpp>
+#include <tree/vocabulary.hpp>
+
+#include <factory_settings_interface/code_analyzer_settings_interface.hpp>
+
+#include <memory>
+
+namespace verdix::settings::tree {
+
+namespace {
+
+std::u16string defaultConfigurationFile()
+{
+    using factory_settings_interface::CodeAnalyzerSettingsInterface;
+
+    // Asked for once per process: what is registered after the first tree was built is not seen.
+    static const std::shared_ptr<CodeAnalyzerSettingsInterface> service =
+        ::settings::verdix::getServiceFromContext<CodeAnalyzerSettingsInterface>();
+    return service ? service->getDefaultConfigurationFile() : std::u16string();
+}
+
+}  // namespace
+
+void buildCodeAnalyzerArea(FactoryGroup& root)
+{
+    auto configurationFile = internal::charvec(defaultConfigurationFile());
+
+    auto codeAnalyzer = addGroup(root, "codeanalyzer", "Hidden", false);
+    addValue(codeAnalyzer, "ActiveConfigurationFile", std::move(configurationFile), stringScalar, Visible);
+    addLogical(codeAnalyzer, "EnableIntegratedMessages", true, Visible);
+    addText(codeAnalyzer, "ModifiedDefaultSettings", "");
+    addInteger(codeAnalyzer, "UnderlineOption", 3, Visible, inRange(0, 3));
+    addLogical(codeAnalyzer, "shouldResetUnderlineOption", true, Hidden);
+    addText(codeAnalyzer, "ConfigsList", "");
+    addInteger(codeAnalyzer, "ActiveSettings", 0, Hidden);
+}
+
+}  // namespace verdix::settings::tree

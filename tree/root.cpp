@@ -1,0 +1,79 @@
+#include <tree/areas.hpp>
+#include <tree/vocabulary.hpp>
+
+namespace verdix::settings::tree {
+
+namespace {
+
+void buildWorkingFolder(FactoryGroup& root)
+{
+    auto workingFolder = addGroup(root, "workingfolder");
+    addText(workingFolder, "CustomFolderPath", "");
+    addText(workingFolder, "InitialWorkingFolder", "");
+    addText(workingFolder, "LastFolderPath", "");
+}
+
+void buildUnitTest(FactoryGroup& root)
+{
+    const auto verbosity = inRange(-1, 4);
+    auto unitTest = addGroup(root, "unittest");
+    addText(unitTest, "DefaultPluginsFcn", "verdix.unittest.internal.getDefaultPlugins");
+    addInt32(unitTest, "OutputDetail", -1, verbosity);
+    addInt32(unitTest, "LoggingLevel", -1, verbosity);
+    addLogical(unitTest, "ClearCommandWindow", false);
+    addLogical(unitTest, "UseStrict", false);
+    addLogical(unitTest, "UseParallel", false);
+    addLogical(unitTest, "UseDebug", false);
+    addLogical(unitTest, "UseTestBrowser", true);
+}
+
+// Settings and small groups that belong to no area.
+void buildGeneralPart(FactoryGroup& root)
+{
+    addLogical(root, "DeleteFilesPermanently", true);
+    addText(root, "G11nLanguagePref", "");
+    addText(root, "UserPath", "$documents\\VERDIX");  // whoever reads it puts the folder in for $documents
+    addUnset(root, "dump", logicalScalar);
+    buildWorkingFolder(root);
+    addAlias(root, "qorv", "qorv");
+
+    auto classDisplay = addGroup(root, "class");
+    addLogical(classDisplay, "UseFullNameInDisplayHeader", false);
+
+    auto string = addGroup(root, "string");
+    addText(string, "DefaultTextType", "char");
+
+    auto vexo = addGroup(root, "vexo");  // both groups are anchors: other modules fill them
+    addGroup(vexo, "upgrade");
+
+    auto toolboxPathCache = addGroup(root, "toolboxpathcache", "Hidden", false);
+    addLogical(toolboxPathCache, "EnableToolboxPathCache", true, Visible);
+
+    auto videoReader = addGroup(root, "videoreader");
+    addLogical(videoReader, "UseHardwareAcceleration", true);
+
+    buildUnitTest(root);
+}
+
+void buildDiagnostics(FactoryGroup& root)
+{
+    auto diagnostics = addGroup(root, "diagnostics", "Hidden", true);
+    addLogical(diagnostics, "ShowStackDecoration", true, Hidden);
+}
+
+}  // namespace
+
+void buildRootTree(FactoryGroup& root)
+{
+    buildGeneralPart(root);
+    buildCodeAnalyzerArea(root);
+    buildCommandWindowArea(root);
+    buildConnectorArea(root);
+    buildDateTimeArea(root);
+    buildDiagnostics(root);
+    addGroup(root, "project");  // an anchor, as is sourcecontrol
+    buildAccessibilityArea(root);
+    addGroup(root, "sourcecontrol");
+}
+
+}  // namespace verdix::settings::tree

@@ -1,0 +1,233 @@
+#pragma once
+
+// The words in which the areas of the tree are written. A line creates one setting: the group, the setting's
+// name, its factory value, and then, in any order, what else is to be said of it:
+//
+//   Visible, Hidden      that it is expressly visible, or hidden (saying nothing leaves it visible)
+//   inRange(1, 100)      a rule that its values must keep; see "Rules"
+//   integerScalar, ...   the function that checks its values, where the kind does not imply one
+
+#include <builder/factory_tree.hpp>
+#include <builder/values.hpp>
+
+#include <algorithm>
+#include <array>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace verdix::settings::tree {
+
+using internal::SettingValueValidator;
+
+// Visibility
+
+enum class Visibility : bool
+{
+    Visible = false,
+    Hidden = true
+};
+
+inline constexpr Visibility Visible = Visibility::Visible;
+inline constexpr Visibility Hidden = Visibility::Hidden;
+
+// Functions that check a value
+
+struct ScriptFunction
+{
+    const char* name;
+};
+
+inline constexpr ScriptFunction logicalScalar{"verdix.settings.mustBeLogicalScalar"};
+inline constexpr ScriptFunction stringScalar{"verdix.settings.mustBeStringScalar"};
+inline constexpr ScriptFunction integerScalar{"verdix.settings.mustBeIntegerScalar"};
+inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScalar"};
+
+/// A function of a native library.
+[[nodiscard]] inline FunctionDescriptor native(const char* library, const char* function)
+{
+    return {function, "C", library};
+}
+
+// Rules
+
+/// Every element lies between the bounds or on them.
+[[nodiscard]] inline SettingValueValidator inRange(double lower, double upper)
+{
+    return {.range = {{lower, upper}}};
+}
+
+/// Every element is this or less.
+[[nodiscard]] inline SettingValueValidator atMost(double upper)
+{
+    return {.range = {{.upper = upper}}};
+}
+
+/// Every element is this or more.
+[[nodiscard]] inline SettingValueValidator atLeast(double lower)
+{
+    return {.range = {{.lower = lower}}};
+}
+
+/// A text, or every text of a cell, is one of the words.
+[[nodiscard]] inline SettingValueValidator oneOf(std::initializer_list<std::u16string_view> words)
+{
+    return {.allowedValues = {words.begin(), words.end()}};
+}
+
+/// A text has at most so many characters, a cell at most so many elements.
+[[nodiscard]] inline SettingValueValidator maximumLength(std::size_t length)
+{
+    return {.maximumLength = length};
+}
+
+/// The value has these many rows and columns.
+[[nodiscard]] inline SettingValueValidator ofSize(std::size_t rows, std::size_t columns)
+{
+    return {.size = {{rows, columns}}};
+}
+
+/// The value is a cell.
+[[nodiscard]] inline SettingValueValidator cellOfTexts()
+{
+    return {.elementClass = foundation::verdixdata::ArrayType::CELL};
+}
+
+/// Red, green and blue as whole numbers from 0 to 255.
+[[nodiscard]] inline SettingValueValidator colourTriple()
+{
+    return {.colour = ::settings::core::SettingValueValidator::Colour::wholeNumbers};
+}
+
+/// Where a window is: four numbers, left, bottom, width and height.
+[[nodiscard]] inline SettingValueValidator windowPosition()
+{
+    return ofSize(1, 4);
+}
+
+// Settings
+
+namespace detail {
+
+inline std::tuple<const char*, bool> optionPair(Visibility visibility)
+{
+    return {"Hidden", visibility == Hidden};
+}
+
+inline std::tuple<const char*, const char*> optionPair(ScriptFunction function)
+{
+    return {"ValidationFcn", function.name};
+}
+
+inline std::tuple<const char*, FunctionDescriptor> optionPair(FunctionDescriptor function)
+{
+    return {"ValidationFcn", std::move(function)};
+}
+
+inline std::tuple<const char*, SettingValueValidator> optionPair(SettingValueValidator rule)
+{
+    return {"ValueValidator", std::move(rule)};
+}
+
+}  // namespace detail
+
+/// A setting without a factory value.
+template <class... Traits>
+void addUnset(FactoryGroup& group, std::string name, Traits... traits)
+{
+    std::apply([&](auto... pairs) { addSetting(group, std::move(name), std::move(pairs)...); },
+               std::tuple_cat(detail::optionPair(std::move(traits))...));
+}
+
+/// A setting with a ready factory value.
+template <class Value, class... Traits>
+void addValue(FactoryGroup& group, std::string name, Value value, Traits... traits)
+{
+    std::apply([&](auto... pairs) {
+        addSetting(group, std::move(name), "FactoryValue", std::move(value), std::move(pairs)...);
+    }, std::tuple_cat(detail::optionPair(std::move(traits))...));
+}
+
+/// A logical scalar, checked as one.
+template <class... Traits>
+void addLogical(FactoryGroup& group, std::string name, bool value, Traits... traits)
+{
+    addValue(group, std::move(name), value, logicalScalar, std::move(traits)...);
+}
+
+/// A character vector, with no check but those given.
+template <class... Traits>
+void addCharVector(FactoryGroup& group, std::string name, std::string text, Traits... traits)
+{
+    addValue(group, std::move(name), internal::charvec(std::move(text)), std::move(traits)...);
+}
+
+/// A character vector, checked to be a text.
+template <class... Traits>
+void addText(FactoryGroup& group, std::string name, std::string text, Traits... traits)
+{
+    addCharVector(group, std::move(name), std::move(text), stringScalar, std::move(traits)...);
+}
+
+/// A 32-bit integer scalar, with no check but those given.
+template <class... Traits>
+void addInt32(FactoryGroup& group, std::string name, int value, Traits... traits)
+{
+    addValue(group, std::move(name), internal::makeScalar<int>(value), std::move(traits)...);
+}
+
+/// A 32-bit integer scalar, checked to be a whole number.
+template <class... Traits>
+void addInteger(FactoryGroup& group, std::string name, int value, Traits... traits)
+{
+    addInt32(group, std::move(name), value, integerScalar, std::move(traits)...);
+}
+
+/// A double scalar, with no check but those given.
+template <class... Traits>
+void addDouble(FactoryGroup& group, std::string name, int value, Traits... traits)
+{
+    addValue(group, std::move(name), value, std::move(traits)...);
+}
+
+/// A double scalar, checked to be a number.
+template <class... Traits>
+void addNumber(FactoryGroup& group, std::string name, int value, Traits... traits)
+{
+    addDouble(group, std::move(name), value, numericScalar, std::move(traits)...);
+}
+
+/// A row of 32-bit integers.
+template <class... Traits>
+void addInt32Row(FactoryGroup& group, std::string name, std::initializer_list<int> values, Traits... traits)
+{
+    addValue(group, std::move(name), internal::makeRow<int>(values), std::move(traits)...);
+}
+
+/// A row of doubles.
+template <class... Traits>
+void addDoubleRow(FactoryGroup& group, std::string name, std::initializer_list<double> values, Traits... traits)
+{
+    addValue(group, std::move(name), internal::makeRow(values), std::move(traits)...);
+}
+
+using Rgb = std::array<int, 3>;
+
+/// A colour: red, green and blue, each from 0 to 255, checked as such.
+template <class... Traits>
+void addColour(FactoryGroup& group, std::string name, const Rgb& value, Traits... traits)
+{
+    addValue(group, std::move(name), internal::makeRow<int>(value), colourTriple(), std::move(traits)...);
+}
+
+/// A cell of character vectors.
+template <class... Traits>
+void addCell(FactoryGroup& group, std::string name, std::vector<std::string> texts, Traits... traits)
+{
+    addValue(group, std::move(name), internal::cellstr(std::move(texts)), std::move(traits)...);
+}
+
+}  // namespace verdix::settings::tree
