@@ -24,26 +24,33 @@ quietly() {
     return "$status"
 }
 
-# configure PRESET: only when there is no usable configuration yet; ninja itself watches the CMake files.
+# alone PRESET COMMAND [ARGUMENT...]: whoever else works on the preset's build folder waits meanwhile.
+alone() {
+    local folder="$project/build/$1"
+    shift
+    mkdir -p -- "$folder"
+    (
+        flock 9
+        "$@"
+    ) 9>"$folder/.lock"
+}
+
+# configure PRESET: only where there is no usable configuration yet; ninja itself watches the CMake files.
 configure() {
     local folder="$project/build/$1"
     if ! grep -qsxF "CMAKE_HOME_DIRECTORY:INTERNAL=$project" "$folder/CMakeCache.txt"; then
-        quietly cmake -S "$project" --preset "$1" --fresh  # also after the checkout was moved
+        quietly cmake -S "$project" --preset "$1" --fresh # also after the checkout was moved
     elif [[ ! -e $folder/build.ninja || $project/CMakePresets.json -nt $folder/build.ninja ]]; then
         quietly cmake -S "$project" --preset "$1"
     fi
 }
 
-# build PRESET [TARGET...]: everything without a TARGET. Callers at the same time wait for each other.
+# build PRESET [TARGET...]: without a TARGET, everything.
 build() {
-    local preset=$1 folder="$project/build/$1"
+    local folder="$project/build/$1"
+    configure "$1"
     shift
-    mkdir -p -- "$folder"
-    (
-        flock 9
-        configure "$preset"
-        if ! ninja -C "$folder" -n "$@" 2>&1 | grep -q 'no work to do'; then
-            quietly ninja -C "$folder" "$@"
-        fi
-    ) 9>"$folder/.lock"
+    if ! ninja -C "$folder" -n "$@" 2>&1 | grep -q 'no work to do'; then
+        quietly ninja -C "$folder" "$@"
+    fi
 }

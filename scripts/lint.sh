@@ -27,7 +27,7 @@ case ${1-} in
 esac
 
 "$project/scripts/setup.sh" --ci --quiet
-build clang codegen
+alone clang configure clang
 tr '\n' '\0' <<<"$files" |
     xargs -0 --no-run-if-empty --max-procs="$(nproc)" --max-args=1 \
         clang-tidy-14 -p "$project/build/clang" --quiet 2>&1 |

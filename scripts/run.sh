@@ -4,5 +4,5 @@ set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 
 "$project/scripts/setup.sh" --quiet >&2
-build release vxsettings
+alone release build release vxsettings
 exec "$project/build/release/bin/vxsettings" "$@"

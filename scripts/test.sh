@@ -15,6 +15,6 @@ if [[ ${1-} == --preset ]]; then
 fi
 
 "$project/scripts/setup.sh" --quiet
-build "$preset"
+alone "$preset" build "$preset"
 cd -- "$project"
 exec ctest --preset "$preset" --parallel "$(nproc)" "$@"
