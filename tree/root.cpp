@@ -87,6 +87,7 @@ void buildRootTree(FactoryGroup& root)
     buildAccessibilityArea(root);
     buildStartupPluginsArea(root);
     buildSupportPackageRootArea(root);
+    buildUserInterfaceArea(root);
     buildWebArea(root);
     addGroup(root, "sourcecontrol");
 }
