@@ -22,8 +22,8 @@ VX_API void setFramework(std::shared_ptr<::cppmicroservices::Framework> framewor
 
 using MessageHook = std::function<void(const std::string& message)>;
 
-/// Receives the messages of service look-ups. Without a hook they are not even composed. Returns the hook that
-/// was there before.
+/// Receives the messages of service look-ups. Without a hook they are not even composed. Returns the hook
+/// that was there before.
 VX_API MessageHook setMessageHook(MessageHook hook);
 
 /// Receives the messages of failed assertions; without one they are written to the diagnostic log as errors.

@@ -35,8 +35,8 @@ public:
     Node(std::string name, std::shared_ptr<NodeIndex> index);
     Node(const Node& parent, std::string_view name, bool isSetting, const Properties& properties);
 
-    /// Raises std::invalid_argument, and makes nothing, when this node is a setting, when the name is empty or
-    /// holds a ".", or when a child of that name exists.
+    /// Raises std::invalid_argument, and makes nothing, when this node is a setting, when the name is empty
+    /// or holds a ".", or when a child of that name exists.
     boost::shared_ptr<::settings::core::MSettings>
     createFactorySetting(const std::string& name, bool isSetting, const Properties& properties) override;
 

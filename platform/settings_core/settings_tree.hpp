@@ -1,11 +1,11 @@
 #pragma once
 
 #include <settings/core/factory_settings_loader.hpp>
-#include <settings_core/node.hpp>
 
 #include <boost/smart_ptr/shared_ptr.hpp>
 
 #include <memory>
+#include <settings_core/node.hpp>
 #include <span>
 #include <string>
 #include <string_view>

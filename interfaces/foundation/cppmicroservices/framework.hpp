@@ -23,6 +23,10 @@ VX_API void logMessage(const std::function<std::string()>& text);
 /// that ends the process is the hook's decision.
 VX_API void assertOnFalse(const std::function<bool()>& predicate, const std::string& message);
 
+/// Service property that marks, with the bool value true, a service published for one configuration of the
+/// environment only.
+inline constexpr const char* perConfigProperty = "com.tarnwick.service.perconfig";
+
 /// True when a service is published for one configuration of the environment only, and so should not be
 /// shared by the whole process.
 [[nodiscard]] VX_API bool isPerConfigService(const ::cppmicroservices::ServiceReferenceBase& reference);

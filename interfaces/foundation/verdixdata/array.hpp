@@ -11,6 +11,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace foundation::verdixdata {
 
@@ -97,7 +98,8 @@ public:
     /// False only for a default-constructed array.
     [[nodiscard]] bool isAssigned() const noexcept { return block_ != nullptr; }
 
-    /// Same class, same dimensions, equal elements (cells: to any depth).
+    /// Same class, same dimensions, equal elements (cells: to any depth). It answers "has this value changed":
+    /// NaN equals NaN.
     friend VX_API bool operator==(const Array& left, const Array& right) noexcept;
 
 protected:

@@ -1,0 +1,103 @@
+#pragma once
+
+// Ways to look at an array whose element class is known only at run time.
+
+#include <foundation/verdixdata/typed_array.hpp>
+
+#include <concepts>
+#include <optional>
+#include <span>
+#include <stdexcept>
+#include <string_view>
+#include <type_traits>
+
+namespace vx::data {
+
+/// Calls visitor(std::type_identity<T>) with the C++ type of an element class; every call must return the
+/// same type. Raises std::invalid_argument for UNKNOWN.
+template <class Visitor>
+decltype(auto) visitElementType(foundation::verdixdata::ArrayType type, Visitor&& visitor)
+{
+    using foundation::verdixdata::ArrayType;
+    switch (type) {
+    case ArrayType::LOGICAL:
+        return visitor(std::type_identity<bool>{});
+    case ArrayType::CHAR:
+        return visitor(std::type_identity<char16_t>{});
+    case ArrayType::STRING:
+        return visitor(std::type_identity<foundation::verdixdata::String>{});
+    case ArrayType::DOUBLE:
+        return visitor(std::type_identity<double>{});
+    case ArrayType::INT8:
+        return visitor(std::type_identity<std::int8_t>{});
+    case ArrayType::UINT8:
+        return visitor(std::type_identity<std::uint8_t>{});
+    case ArrayType::INT16:
+        return visitor(std::type_identity<std::int16_t>{});
+    case ArrayType::UINT16:
+        return visitor(std::type_identity<std::uint16_t>{});
+    case ArrayType::INT32:
+        return visitor(std::type_identity<std::int32_t>{});
+    case ArrayType::UINT32:
+        return visitor(std::type_identity<std::uint32_t>{});
+    case ArrayType::INT64:
+        return visitor(std::type_identity<std::int64_t>{});
+    case ArrayType::UINT64:
+        return visitor(std::type_identity<std::uint64_t>{});
+    case ArrayType::CELL:
+        return visitor(std::type_identity<foundation::verdixdata::Array>{});
+    case ArrayType::UNKNOWN:
+        break;
+    }
+    throw std::invalid_argument("An array that nothing was assigned to has no elements to work on.");
+}
+
+/// Element types of the numeric classes: double and the eight integer widths, neither logical nor text.
+template <class T>
+concept Number =
+    (std::integral<T> && !std::same_as<T, bool> && !std::same_as<T, char16_t>) || std::same_as<T, double>;
+
+/// The elements, column by column; valid as long as the array or a copy of it. Raises
+/// InvalidArrayTypeException when the array is of another class.
+template <class T>
+[[nodiscard]] std::span<const T> elementsOf(const foundation::verdixdata::Array& array)
+{
+    const foundation::verdixdata::TypedArray<T> typed(array);
+    return {typed.begin(), typed.getNumberOfElements()};
+}
+
+/// True for a two-dimensional array of this size.
+[[nodiscard]] inline bool hasSize(const foundation::verdixdata::Array& array, std::size_t rows,
+                                  std::size_t columns) noexcept
+{
+    const auto& dimensions = array.getDimensions();
+    return dimensions.size() == 2 && dimensions[0] == rows && dimensions[1] == columns;
+}
+
+[[nodiscard]] inline bool isScalar(const foundation::verdixdata::Array& array) noexcept
+{
+    return hasSize(array, 1, 1);
+}
+
+/// True for a 1-by-N array, N from 0 on.
+[[nodiscard]] inline bool isRow(const foundation::verdixdata::Array& array) noexcept
+{
+    return hasSize(array, 1, array.getNumberOfElements());
+}
+
+/// The text of a character row or of a 1-by-1 string that is not missing; nothing for any other array. The
+/// view is valid as long as the array or a copy of it.
+[[nodiscard]] inline std::optional<std::u16string_view> textOf(const foundation::verdixdata::Array& array)
+{
+    using foundation::verdixdata::ArrayType;
+    if (array.getType() == ArrayType::CHAR && isRow(array)) {
+        const auto units = elementsOf<char16_t>(array);
+        return std::u16string_view(units.data(), units.size());
+    }
+    if (array.getType() == ArrayType::STRING && isScalar(array)) {
+        return elementsOf<foundation::verdixdata::String>(array).front();
+    }
+    return std::nullopt;
+}
+
+}  // namespace vx::data

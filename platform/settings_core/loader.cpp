@@ -1,0 +1,61 @@
+#include <boost/smart_ptr/make_shared.hpp>
+
+#include <builder/factory_node.hpp>
+#include <settings_core/settings_tree.hpp>
+#include <stdexcept>
+
+namespace settings::core {
+
+FactorySettingsLoader::FactorySettingsLoader() = default;
+
+FactorySettingsLoader::~FactorySettingsLoader() = default;
+
+void FactorySettingsLoader::migrateData(const std::u16string& /*settingsFolder*/) {}
+
+}  // namespace settings::core
+
+namespace vx::core {
+
+namespace {
+
+/// What the builder hands from group to group without looking into it.
+struct TreeContext
+{};
+
+}  // namespace
+
+SettingsTree loadTree(::settings::core::FactorySettingsLoader& loader)
+{
+    SettingsTree tree(loader.getRootGroupName());
+    loadTree(loader, tree);
+    return tree;
+}
+
+void loadTree(::settings::core::FactorySettingsLoader& loader, SettingsTree& tree)
+{
+    std::string rootName = loader.getRootGroupName();
+    if (rootName != tree.root()->fullName()) {
+        throw std::invalid_argument("The provider builds under \"" + rootName +
+                                    "\", this tree has the root \"" + tree.root()->fullName() +
+                                    "\": give a tree with the provider's root.");
+    }
+    verdix::settings::FactoryGroup root(boost::make_shared<TreeContext>(), nullptr, tree.root(),
+                                        std::move(rootName));
+    loader.createTree(root);
+}
+
+::settings::core::ReleaseChangeTable loadReleaseChanges(::settings::core::FactorySettingsLoader& loader)
+{
+    ::settings::core::ReleaseChangeTable changes;
+    loader.getReleaseChanges(changes);
+    return changes;
+}
+
+std::vector<std::string> loadSettingPathList(::settings::core::FactorySettingsLoader& loader)
+{
+    std::vector<std::string> paths;
+    loader.getSettingPathList(paths);
+    return paths;
+}
+
+}  // namespace vx::core

@@ -1,0 +1,122 @@
+#include <boost/smart_ptr/make_shared.hpp>
+
+#include <algorithm>
+#include <settings_core/node_index.hpp>
+#include <settings_core/settings_tree.hpp>
+#include <stdexcept>
+#include <utility>
+
+namespace vx::core {
+
+namespace {
+
+std::string joinPath(std::string_view parent, std::string_view name)
+{
+    std::string path;
+    path.reserve(parent.size() + 1 + name.size());
+    return path.append(parent).append(1, '.').append(name);
+}
+
+NodeKind kindOf(bool isSetting, const Node::Properties& properties)
+{
+    if (!isSetting) {
+        return NodeKind::group;
+    }
+    return properties.aliasName().empty() ? NodeKind::setting : NodeKind::alias;
+}
+
+void requireName(std::string_view name, const std::string& where)
+{
+    if (name.empty() || name.find('.') != std::string_view::npos) {
+        throw std::invalid_argument("\"" + std::string(name) + "\" " + where +
+                                    " is not the name of a node: give one component of a path, not empty and "
+                                    "without dots.");
+    }
+}
+
+/// Makes the next push_back one that cannot fail.
+template <class T>
+void reserveOneMore(std::vector<T>& elements)
+{
+    constexpr std::size_t smallest = 4;
+    if (elements.size() == elements.capacity()) {
+        elements.reserve(std::max(smallest, 2 * elements.size()));
+    }
+}
+
+}  // namespace
+
+Node::Node(std::string name, std::shared_ptr<NodeIndex> index)
+    : fullName_(std::move(name)),
+      parent_(nullptr),
+      kind_(NodeKind::group),
+      properties_(false, false, {}, {}, {}, false, false, {}),
+      index_(std::move(index))
+{
+    requireName(fullName_, "as the root");
+}
+
+Node::Node(const Node& parent, std::string_view name, bool isSetting, const Properties& properties)
+    : fullName_(joinPath(parent.fullName_, name)),
+      parent_(&parent),
+      kind_(kindOf(isSetting, properties)),
+      properties_(properties),
+      index_(parent.index_)
+{}
+
+boost::shared_ptr<::settings::core::MSettings>
+Node::createFactorySetting(const std::string& name, bool isSetting, const Properties& properties)
+{
+    if (kind_ != NodeKind::group) {
+        throw std::invalid_argument(fullName_ + " is a setting and cannot have the child \"" + name +
+                                    "\": create it under a group.");
+    }
+    requireName(name, "under " + fullName_);
+
+    // Everything that can fail comes before the first change.
+    auto node = boost::make_shared<Node>(*this, name, isSetting, properties);
+    reserveOneMore(children_);
+    reserveOneMore(index_->inOrder);
+    if (!index_->byPath.try_emplace(node->fullName_, node.get()).second) {
+        throw std::invalid_argument(node->fullName_ + " exists already: a name can be used once under one "
+                                                      "group, so rename this node or remove the other.");
+    }
+    index_->inOrder.push_back(node.get());
+    children_.push_back(node);
+    return node;
+}
+
+std::string_view Node::name() const noexcept
+{
+    // The root has no dot: the not-found position wraps around to 0.
+    return std::string_view(fullName_).substr(fullName_.rfind('.') + 1);
+}
+
+bool Node::isHiddenItself() const noexcept
+{
+    return properties_.visible.isWritten() && !properties_.visible.value();
+}
+
+bool Node::isHidden() const noexcept
+{
+    return isHiddenItself() || (parent_ != nullptr && parent_->isHidden());
+}
+
+SettingsTree::SettingsTree(const std::string& rootName)
+    : index_(std::make_shared<NodeIndex>()), root_(boost::make_shared<Node>(rootName, index_))
+{
+    index_->byPath.emplace(root_->fullName(), root_.get());
+}
+
+const Node* SettingsTree::find(std::string_view path) const noexcept
+{
+    const auto found = index_->byPath.find(path);
+    return found == index_->byPath.end() ? nullptr : found->second;
+}
+
+std::span<const Node* const> SettingsTree::nodes() const noexcept
+{
+    return index_->inOrder;
+}
+
+}  // namespace vx::core

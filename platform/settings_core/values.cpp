@@ -1,0 +1,47 @@
+#include <foundation/verdixdata/array_factory.hpp>
+#include <foundation/verdixdata/text.hpp>
+
+#include <algorithm>
+#include <string_view>
+#include <verdix/settings/internal/values.hpp>
+
+namespace verdix::settings::internal {
+
+using foundation::verdixdata::Array;
+using foundation::verdixdata::ArrayFactory;
+
+namespace {
+
+Array characterRow(std::u16string_view text)
+{
+    auto row = ArrayFactory().createArray<char16_t>({1, text.size()});
+    std::copy(text.begin(), text.end(), row.begin());
+    return row;
+}
+
+}  // namespace
+
+Array charvec(std::string&& text)
+{
+    return characterRow(foundation::verdixdata::toUtf16(text));
+}
+
+Array charvec(std::u16string&& text)
+{
+    return characterRow(text);
+}
+
+Array cellstr(std::vector<std::string>&& texts)
+{
+    auto cells = ArrayFactory().createArray<Array>({1, texts.size()});
+    std::transform(texts.begin(), texts.end(), cells.begin(),
+                   [](std::string& text) { return charvec(std::move(text)); });
+    return cells;
+}
+
+Array cell(const foundation::verdixdata::ArrayDimensions& dimensions)
+{
+    return ArrayFactory().createArray(foundation::verdixdata::ArrayType::CELL, dimensions);
+}
+
+}  // namespace verdix::settings::internal

@@ -1,0 +1,93 @@
+// The module as its environment meets it: a bundle file, started by the service framework, whose loader
+// service is called by a settings core of its own.
+
+#include <settings/core/factory_settings_loader.hpp>
+#include <tests/support/outside_core.hpp>
+#include <tests/support/running_framework.hpp>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <set>
+#include <string>
+
+namespace {
+
+using settings::core::FactorySettingsLoader;
+using tests::OutsideCore;
+
+std::shared_ptr<FactorySettingsLoader> loaderOf(cppmicroservices::BundleContext context)
+{
+    const auto reference = context.GetServiceReference<FactorySettingsLoader>();
+    return reference ? context.GetService(reference) : nullptr;
+}
+
+TEST(Bundle, BuildsTheSameTreeEveryTime)
+{
+    tests::RunningFramework framework;
+    framework.start(VX_BUNDLE_FILE);
+    const auto loader = loaderOf(framework.context());
+    ASSERT_NE(loader, nullptr);
+
+    OutsideCore first(loader->getRootGroupName());
+    loader->createTree(first.root);
+    OutsideCore second("verdix");
+    loader->createTree(second.root);
+
+    ASSERT_EQ(first.nodes.size(), second.nodes.size());
+    std::set<std::string> paths;
+    for (std::size_t i = 0; i < first.nodes.size(); ++i) {
+        EXPECT_EQ(first.nodes[i].path, second.nodes[i].path);
+        EXPECT_EQ(first.nodes[i].properties.factoryValue, second.nodes[i].properties.factoryValue)
+            << first.nodes[i].path;
+        EXPECT_TRUE(paths.insert(first.nodes[i].path).second) << first.nodes[i].path << " twice";
+    }
+    settings::core::ReleaseChangeTable changes;
+    loader->getReleaseChanges(changes);
+    EXPECT_FALSE(changes.empty());
+}
+
+TEST(Bundle, AFailureAnywhereLeavesTheNodesMadeBefore)
+{
+    tests::RunningFramework framework;
+    framework.start(VX_BUNDLE_FILE);
+    const auto loader = loaderOf(framework.context());
+    ASSERT_NE(loader, nullptr);
+
+    std::size_t refusedAt = 0;
+    for (;; ++refusedAt) {
+        OutsideCore core("verdix");
+        core.refuseAt = refusedAt;
+        try {
+            loader->createTree(core.root);
+            break;
+        } catch (const tests::Refused& refusal) {
+            ASSERT_EQ(refusal.index, refusedAt);
+            ASSERT_EQ(core.nodes.size(), refusedAt);
+        }
+    }
+    OutsideCore whole("verdix");
+    loader->createTree(whole.root);
+    EXPECT_EQ(refusedAt, whole.nodes.size()) << "every node was refused once";
+}
+
+TEST(Bundle, LoadsAndUnloadsAThousandTimes)
+{
+    tests::RunningFramework framework;
+    for (int cycle = 0; cycle < 1000; ++cycle) {
+        auto bundle = framework.start(VX_BUNDLE_FILE);
+        auto loader = loaderOf(framework.context());
+        ASSERT_NE(loader, nullptr) << "cycle " << cycle;
+        ASSERT_EQ(loader->getRootGroupName(), "verdix");
+        if (cycle % 100 == 0) {
+            OutsideCore core("verdix");
+            loader->createTree(core.root);
+        }
+        loader.reset();
+        bundle.Stop();
+        bundle.Uninstall();
+        ASSERT_FALSE(framework.context().GetServiceReference<FactorySettingsLoader>());
+    }
+}
+
+}  // namespace

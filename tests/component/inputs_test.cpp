@@ -1,0 +1,128 @@
+#include <component/inputs.hpp>
+#include <foundation/host.hpp>
+#include <tests/support/running_framework.hpp>
+
+#include <cppmicroservices/ServiceException.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace inputs_test {
+
+struct Greeter
+{
+    virtual ~Greeter() = default;
+};
+
+struct Nameless
+{
+    virtual ~Nameless() = default;
+};
+
+}  // namespace inputs_test
+
+CPPMICROSERVICES_DECLARE_SERVICE_INTERFACE(inputs_test::Greeter, "test.Greeter")
+CPPMICROSERVICES_DECLARE_SERVICE_INTERFACE(inputs_test::Nameless, "")
+
+namespace inputs_test {
+
+using foundation::feature::Feature;
+using settings::verdix::getServiceFromContext;
+using testing::ElementsAre;
+
+struct ServiceTest : testing::Test
+{
+    ServiceTest()
+    {
+        foundation::host::setMessageHook([this](const std::string& text) { messages.push_back(text); });
+        foundation::host::setAssertionHook([this](const std::string& text) { assertions.push_back(text); });
+    }
+    ~ServiceTest() override
+    {
+        foundation::host::setMessageHook(nullptr);
+        foundation::host::setAssertionHook(nullptr);
+    }
+
+    auto publish(const std::shared_ptr<Greeter>& greeter, cppmicroservices::ServiceProperties properties = {})
+    {
+        return framework.context().RegisterService<Greeter>(greeter, properties);
+    }
+
+    std::vector<std::string> messages;
+    std::vector<std::string> assertions;
+    tests::RunningFramework framework;
+};
+
+TEST_F(ServiceTest, NoServiceIsNoError)
+{
+    EXPECT_EQ(getServiceFromContext<Greeter>(), nullptr);
+    EXPECT_THAT(messages, ElementsAre("getService<test.Greeter>: found [0] services.",
+                                      "getService found [0] services."));
+    EXPECT_TRUE(assertions.empty());
+}
+
+TEST_F(ServiceTest, TheFirstRankedServiceIsChosenAndNamed)
+{
+    const auto plain = std::make_shared<Greeter>();
+    const auto preferred = std::make_shared<Greeter>();
+    publish(plain);
+    EXPECT_EQ(getServiceFromContext<Greeter>(), plain);
+
+    const auto registration =
+        publish(preferred, {{cppmicroservices::Constants::SERVICE_RANKING, cppmicroservices::Any(7)}});
+    messages.clear();
+    EXPECT_EQ(getServiceFromContext<Greeter>(), preferred);
+    const auto id =
+        registration.GetReference().GetProperty(cppmicroservices::Constants::SERVICE_ID).ToStringNoExcept();
+    EXPECT_THAT(messages, ElementsAre("getService<test.Greeter>: found [2] services.",
+                                      "getService<test.Greeter>: returning service with service.id: " + id));
+    EXPECT_TRUE(assertions.empty());
+}
+
+TEST_F(ServiceTest, AServiceOfOneConfigurationIsReportedAndReturned)
+{
+    publish(std::make_shared<Greeter>(),
+            {{std::string("com.tarnwick.service.perconfig"), cppmicroservices::Any(true)}});
+    EXPECT_NE(getServiceFromContext<Greeter>(), nullptr);
+    EXPECT_THAT(assertions,
+                ElementsAre("Per-Config Service being returned from getService() call. This is likely unintended "
+                            "behavior. If intended, please use getPerConfigService API"));
+}
+
+TEST_F(ServiceTest, AnInterfaceWithoutIdentifierIsRefused)
+{
+    try {
+        (void)getServiceFromContext<Nameless>();
+        FAIL() << "accepted";
+    } catch (const cppmicroservices::ServiceException& error) {
+        EXPECT_STREQ(error.what(),
+                     "The service interface class has no CPPMICROSERVICES_DECLARE_SERVICE_INTERFACE macro");
+    }
+}
+
+TEST(FeatureSwitch, ReadsTheProcessWideState)
+{
+    Feature<0> feature("inputs_test.switch");
+    EXPECT_EQ(feature.get(), 0);
+    foundation::host::setFeature("inputs_test.switch", 3);
+    EXPECT_EQ(feature.get(), 3);
+    EXPECT_EQ(Feature<0>("inputs_test.switch").getState(), feature.getState());
+}
+
+TEST(FeatureSwitch, NamesMustEndWhereTheySay)
+{
+    try {
+        Feature<0> feature("webui", 3);
+        FAIL() << "accepted";
+    } catch (const std::logic_error& error) {
+        EXPECT_STREQ(error.what(), "feature name needs to be null terminated.");
+    }
+    EXPECT_NO_THROW(Feature<0>("webui", 5));
+}
+
+}  // namespace inputs_test

@@ -1,0 +1,177 @@
+// What the process around the tree may change in it, and that it changes nothing else.
+
+#include <factory_settings_interface/code_analyzer_settings_interface.hpp>
+#include <factory_settings_interface/date_time_settings_interface.hpp>
+#include <foundation/host.hpp>
+#include <settings_core/value_text.hpp>
+#include <tests/support/log_capture.hpp>
+#include <tests/support/outside_core.hpp>
+#include <tests/support/running_framework.hpp>
+#include <tree/areas.hpp>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+using factory_settings_interface::CodeAnalyzerSettingsInterface;
+using factory_settings_interface::DateTimeDefaults;
+using factory_settings_interface::DateTimeSettingsInterface;
+using tests::OutsideCore;
+
+using Values = std::map<std::string, std::string>;
+
+Values buildValues()
+{
+    OutsideCore core("verdix");
+    verdix::settings::tree::buildRootTree(core.root);
+    Values values;
+    for (const auto& node : core.nodes) {
+        values[node.path] = vx::core::shapeText(node.properties.factoryValue) + ": " +
+                            vx::core::valueText(node.properties.factoryValue);
+    }
+    return values;
+}
+
+/// The settings whose value differs, with the new value.
+Values difference(const Values& before, const Values& after)
+{
+    EXPECT_EQ(before.size(), after.size());
+    Values changed;
+    for (const auto& [path, value] : after) {
+        if (before.at(path) != value) {
+            changed[path] = value;
+        }
+    }
+    return changed;
+}
+
+class Variable
+{
+public:
+    Variable(const char* name, const std::optional<std::string>& value) : name_(name)
+    {
+        if (value) {
+            setenv(name, value->c_str(), 1);
+        } else {
+            unsetenv(name);
+        }
+    }
+    ~Variable() { unsetenv(name_); }
+    Variable(const Variable&) = delete;
+    Variable& operator=(const Variable&) = delete;
+
+private:
+    const char* name_;
+};
+
+struct FakeDateTime final : DateTimeSettingsInterface
+{
+    DateTimeDefaults getDefaults() override { return {u"de_CH", u"dd.MM.uuuu", u"dd.MM.uuuu HH:mm"}; }
+    void checkFormat(const Node&, const std::string& name, const Array&) override { asked("format " + name); }
+    void checkLocale(const Node&, const std::string& name, const Array&) override { asked("locale " + name); }
+    void checkValidationWarning(const Node&, const std::string& name, const Array&) override
+    {
+        asked("warning " + name);
+    }
+    [[noreturn]] static void asked(const std::string& what) { throw std::runtime_error(what); }
+};
+
+struct FakeCodeAnalyzer final : CodeAnalyzerSettingsInterface
+{
+    std::u16string getDefaultConfigurationFile() override
+    {
+        ++queries;
+        return u"team.json";
+    }
+    int queries = 0;
+};
+
+/// Runs the check of a setting and says what the service was asked.
+std::string check(const OutsideCore& core, const std::string& name)
+{
+    const auto& node = core.at("verdix.datetime." + name);
+    const auto& validator = std::get<settings::core::CPPValidator>(node.properties.validator);
+    try {
+        validator.callable()(nullptr, name, node.properties.factoryValue);
+        return "accepted";
+    } catch (const std::runtime_error& error) {
+        return error.what();
+    }
+}
+
+// The code analyzer's service is looked up once per process, so this test owns the first tree that is built.
+TEST(TreeInputs, Services)
+{
+    tests::RunningFramework framework;
+    const auto dateTime = std::make_shared<FakeDateTime>();
+    const auto codeAnalyzer = std::make_shared<FakeCodeAnalyzer>();
+    auto dateTimeRegistration = framework.context().RegisterService<DateTimeSettingsInterface>(dateTime);
+    auto codeAnalyzerRegistration =
+        framework.context().RegisterService<CodeAnalyzerSettingsInterface>(codeAnalyzer);
+
+    const Values withServices = buildValues();
+    EXPECT_EQ(withServices.at("verdix.codeanalyzer.ActiveConfigurationFile"), "char, 1-by-9: team.json");
+    auto served = std::make_unique<OutsideCore>("verdix");
+    verdix::settings::tree::buildRootTree(served->root);
+
+    dateTimeRegistration.Unregister();
+    codeAnalyzerRegistration.Unregister();
+    const Values changed = difference(buildValues(), withServices);
+    EXPECT_EQ(changed, (Values{{"verdix.datetime.DefaultDateFormat", "char, 1-by-10: dd.MM.uuuu"},
+                               {"verdix.datetime.DefaultFormat", "char, 1-by-16: dd.MM.uuuu HH:mm"},
+                               {"verdix.datetime.DisplayLocale", "char, 1-by-5: de_CH"}}));
+    EXPECT_EQ(codeAnalyzer->queries, 3) << "the service itself is kept and asked for every tree";
+
+    EXPECT_EQ(check(*served, "DefaultDateFormat"), "format DefaultDateFormat");
+    EXPECT_EQ(check(*served, "DefaultFormat"), "format DefaultFormat");
+    EXPECT_EQ(check(*served, "DisplayLocale"), "locale DisplayLocale");
+    EXPECT_EQ(check(*served, "ValidationWarning"), "warning ValidationWarning");
+    OutsideCore unserved("verdix");
+    verdix::settings::tree::buildRootTree(unserved.root);
+    EXPECT_EQ(check(unserved, "DefaultFormat"), "accepted");
+
+    EXPECT_EQ(dateTime.use_count(), 5) << "this test and the four validators hold the service";
+    served.reset();
+    EXPECT_EQ(dateTime.use_count(), 1);
+}
+
+TEST(TreeInputs, ConnectorVariable)
+{
+    tests::RunningFramework framework;
+    tests::LogCapture log;
+    const char* variable = "VX_CD_ANYWHERE_DISABLED";
+    const std::string setting = "s.verdix.online.cdAnywhereDisabled set to ";
+    const std::string unset = "false, because env var VX_CD_ANYWHERE_DISABLED was unset.";
+    const std::string odd = "false, because VX_CD_ANYWHERE_DISABLED wasn't true/false. It was: ";
+    const std::string isTrue = "true, based on value of VX_CD_ANYWHERE_DISABLED.";
+    const std::string isFalse = "false, based on value of VX_CD_ANYWHERE_DISABLED.";
+    const struct
+    {
+        std::optional<std::string> text;
+        std::string decision;
+    } cases[] = {{std::nullopt, unset}, {"", unset},          {"true", isTrue},       {"TRUE", isTrue},
+                 {"tRuE", isTrue},      {"FALSE", isFalse},   {" true", odd + " true"}, {"1", odd + "1"},
+                 {"truee", odd + "truee"}, {"yes\n%s", odd + "yes\n%s"}};
+
+    const Values plain = buildValues();
+    EXPECT_TRUE(log.take().empty()) << "a decision is no warning";
+    foundation::host::setLogThreshold(foundation::log::debug);
+    for (const auto& [text, decision] : cases) {
+        const Variable environment(variable, text);
+        const Values expected =
+            decision == isTrue ? Values{{"verdix.online.cdAnywhereDisabled", "logical, 1-by-1: true"}} : Values{};
+        EXPECT_EQ(difference(plain, buildValues()), expected) << text.value_or("unset");
+        EXPECT_THAT(log.take(), testing::ElementsAre(
+                                    tests::LogRecord{"connector::desktop::userDir", 4, setting + decision}));
+    }
+}
+
+}  // namespace
