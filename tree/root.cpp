@@ -71,8 +71,24 @@ void buildRootTree(FactoryGroup& root)
     buildConnectorArea(root);
     buildDateTimeArea(root);
     buildDiagnostics(root);
+    buildExternalInterfacesArea(root);
+    buildErrorRecoveryArea(root);
+    buildFindFilesArea(root);
+    buildGeneralArea(root);
+    buildFontsArea(root);
+    buildGraphicsArea(root);
+    buildGuideArea(root);
+    buildHardwareArea(root);
+    buildHelpArea(root);
+    buildImageDisplayArea(root);
+    buildImportToolArea(root);
+    buildProfilerArea(root);
     addGroup(root, "project");  // an anchor, as is sourcecontrol
     buildAccessibilityArea(root);
+    buildStartupPluginsArea(root);
+    buildSupportPackageRootArea(root);
+    buildUserInterfaceArea(root);
+    buildWebArea(root);
     addGroup(root, "sourcecontrol");
 }
 

@@ -96,6 +96,13 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
     return {.elementClass = foundation::verdixdata::ArrayType::CELL};
 }
 
+/// The value is a cell, and each of its texts one of the words.
+[[nodiscard]] inline SettingValueValidator cellOf(std::initializer_list<std::u16string_view> words)
+{
+    return {.allowedValues = {words.begin(), words.end()},
+            .elementClass = foundation::verdixdata::ArrayType::CELL};
+}
+
 /// Red, green and blue as whole numbers from 0 to 255.
 [[nodiscard]] inline SettingValueValidator colourTriple()
 {
