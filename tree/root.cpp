@@ -71,8 +71,14 @@ void buildRootTree(FactoryGroup& root)
     buildConnectorArea(root);
     buildDateTimeArea(root);
     buildDiagnostics(root);
+    buildEditorArea(root);
+    buildKeyboardArea(root);
+    buildLiveEditorArea(root);
     addGroup(root, "project");  // an anchor, as is sourcecontrol
+    buildRequirementsArea(root);
     buildAccessibilityArea(root);
+    buildSupportPackageUpgradeArea(root);
+    buildSuggestionsArea(root);
     addGroup(root, "sourcecontrol");
 }
 
