@@ -66,10 +66,16 @@ void buildDiagnostics(FactoryGroup& root)
 void buildRootTree(FactoryGroup& root)
 {
     buildGeneralPart(root);
+    buildAddOnsArea(root);
+    buildAppDesignerArea(root);
+    buildAppearanceArea(root);
     buildCodeAnalyzerArea(root);
+    buildColorsArea(root);
     buildCommandWindowArea(root);
+    buildConfirmationDialogsArea(root);
     buildConnectorArea(root);
     buildDateTimeArea(root);
+    buildAppsArea(root);
     buildDiagnostics(root);
     addGroup(root, "project");  // an anchor, as is sourcecontrol
     buildAccessibilityArea(root);
