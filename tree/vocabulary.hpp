@@ -90,6 +90,13 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
     return {.size = {{rows, columns}}};
 }
 
+/// A row of so many elements, each of which keeps the rule.
+[[nodiscard]] inline SettingValueValidator rowOf(std::size_t columns, SettingValueValidator rule)
+{
+    rule.size = {{1, columns}};
+    return rule;
+}
+
 /// The value is a cell.
 [[nodiscard]] inline SettingValueValidator cellOfTexts()
 {
