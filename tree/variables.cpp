@@ -30,8 +30,8 @@ void buildStatistics(FactoryGroup& variables)
 
 void buildStructColumns(FactoryGroup& variables)
 {
-    const auto columns = oneOf({u"Name", u"Value", u"Size", u"Class", u"Min", u"Max", u"Range", u"Mean",
-                                u"Median", u"Mode", u"Var", u"Std"});
+    const auto columns = cellOf({u"Name", u"Value", u"Size", u"Class", u"Min", u"Max", u"Range", u"Mean",
+                                 u"Median", u"Mode", u"Var", u"Std"});
     const std::vector<std::string> order = {"Name",  "Value", "Size",   "Class", "Min", "Max",
                                             "Range", "Mean",  "Median", "Mode",  "Var", "Std"};
     const std::vector<int> widths(order.size(), 75);
