@@ -54,9 +54,9 @@ bool installSink()
     auto backend = boost::make_shared<Backend>();
     backend->add_stream(boost::shared_ptr<std::ostream>(&std::cerr, boost::null_deleter()));
     auto sink = boost::make_shared<boost::log::sinks::synchronous_sink<Backend>>(backend);
-    sink->set_filter(&passesThreshold);
     sink->set_formatter(&writeRecord);
     boost::log::core::get()->add_sink(sink);
+    boost::log::core::get()->set_filter(&passesThreshold);
     return true;
 }
 
