@@ -1,19 +1,19 @@
 #include "host.hpp"
 
-#include "bundle_file.hpp"
-#include "failure.hpp"
-
 #include <foundation/host.hpp>
 
 #include <cppmicroservices/BundleContext.h>
 #include <cppmicroservices/FrameworkEvent.h>
 #include <cppmicroservices/FrameworkFactory.h>
 #include <cppmicroservices/ServiceReference.h>
-#include <framework_bundles.hpp>
 
 #include <chrono>
+#include <framework_bundles.hpp>
 #include <stdexcept>
 #include <string>
+
+#include "bundle_file.hpp"
+#include "failure.hpp"
 
 namespace vx::tool {
 
@@ -37,8 +37,8 @@ Bundle startFactorySettings(BundleContext context, const std::filesystem::path& 
     try {
         return start(std::move(context), file.string());
     } catch (const std::exception& error) {
-        throw Failure(ExitCode::notStarted, "bundle " + file.string() + " cannot be started: " +
-                                                firstLine(error.what()) +
+        throw Failure(ExitCode::notStarted, "bundle " + file.string() +
+                                                " cannot be started: " + firstLine(error.what()) +
                                                 "; give a bundle with an intact manifest by --bundle FILE");
     }
 }
@@ -46,8 +46,8 @@ Bundle startFactorySettings(BundleContext context, const std::filesystem::path& 
 std::shared_ptr<FactorySettingsLoader> findLoader(BundleContext context, const Bundle& bundle)
 {
     const auto reject = [&bundle](const std::string& reason) {
-        throw Failure(ExitCode::notStarted, "bundle " + bundle.GetLocation() + ": " + reason +
-                                                "; give another by --bundle FILE");
+        throw Failure(ExitCode::notStarted,
+                      "bundle " + bundle.GetLocation() + ": " + reason + "; give another by --bundle FILE");
     };
     const auto reference = context.GetServiceReference<FactorySettingsLoader>();
     if (!reference) {
@@ -76,7 +76,8 @@ std::filesystem::path executableFile()
 
 std::filesystem::path defaultBundleFile()
 {
-    return executableFile().parent_path().parent_path() / "lib" / "libcom_tarnwick_verdix_factory_settings.so";
+    return executableFile().parent_path().parent_path() / "lib" /
+           "libcom_tarnwick_verdix_factory_settings.so";
 }
 
 RunningFramework::RunningFramework()
