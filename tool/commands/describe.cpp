@@ -1,3 +1,4 @@
+#include <settings_core/value_rules.hpp>
 #include <settings_core/value_text.hpp>
 
 #include <CLI/CLI.hpp>
@@ -70,15 +71,54 @@ std::string accessWords(const core::Node::Properties& properties)
     return flag.value() ? "read-only" : flag.isWritten() ? "may be changed: declared so" : "may be changed";
 }
 
-void addSettingFacts(const Node& node, Facts& facts)
+struct FunctionText
 {
-    const auto& properties = node.properties();
-    facts.add("access", accessWords(properties));
+    std::string operator()(std::monostate) const { return {}; }
+    std::string operator()(const ::settings::core::detail::FunctionName& function) const
+    {
+        return qualifiedName(function);
+    }
+};
+
+void addValue(const Node& setting, Facts& facts)
+{
+    const auto& properties = setting.properties();
+    const std::string function = std::visit(FunctionText(), properties.runTimeDefault);
     if (properties.factoryValue.isAssigned()) {
         facts.add("class", core::shapeText(properties.factoryValue));
         facts.add("value", core::shortValueText(properties.factoryValue, valueWidth));
     } else {
-        facts.add("value", "no factory value");
+        facts.add("value", function.empty() ? "no factory value" : "computed when it is asked for");
+    }
+    if (!function.empty()) {
+        facts.add("computed by", function);
+    }
+}
+
+void addChecks(const Node& setting, Facts& facts)
+{
+    const auto& properties = setting.properties();
+    if (const std::string function = std::visit(FunctionText(), properties.validator); !function.empty()) {
+        facts.add("validator", function + ": " + core::describe(properties.validator));
+    }
+    for (const auto& record : properties.valueValidators) {
+        facts.add("rule", core::describe(record, properties.factoryValue));
+    }
+    if (const std::string accepted = core::describeAccepted(properties); !accepted.empty()) {
+        facts.add("accepts", accepted);
+    }
+    if (properties.errorHandler) {
+        facts.add("refusals", "worded by an error handler of its own");
+    }
+}
+
+void addSettingFacts(const Node& node, Facts& facts)
+{
+    facts.add("access", accessWords(node.properties()));
+    addValue(node, facts);
+    addChecks(node, facts);
+    if (node.properties().additionalFile) {
+        facts.add("stored in", "an additional file");
     }
 }
 

@@ -1,11 +1,14 @@
+#include <settings_core/run_time_default.hpp>
 #include <settings_core/value_text.hpp>
 
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
+#include <exception>
 #include <memory>
 #include <string>
 
+#include "bundle_file.hpp"
 #include "verb.hpp"
 
 namespace vx::tool {
@@ -33,6 +36,27 @@ const Node& followAliases(const Session& session, const Node& start)
     return *node;
 }
 
+/// The fixed or computed value; says where a computed one comes from, apart from the value itself.
+core::DefaultValue valueOf(const Node& setting)
+{
+    core::DefaultValue found;
+    try {
+        found = core::defaultValue(setting);
+    } catch (const std::exception& error) {
+        throw Failure(ExitCode::failed, setting.fullName() + ": " + firstLine(error.what()));
+    }
+    if (!found.value.isAssigned()) {
+        throw Failure(ExitCode::failed, setting.fullName() +
+                                            " has no factory value; see what it accepts with: "
+                                            "vxsettings describe " +
+                                            setting.fullName());
+    }
+    if (!setting.properties().factoryValue.isAssigned()) {
+        std::fprintf(stderr, "vxsettings: computed by %s\n", found.source.c_str());
+    }
+    return found;
+}
+
 ExitCode get(const Session& session, const std::string& path, Output& out)
 {
     const Node& node = followAliases(session, session.node(path));
@@ -41,12 +65,9 @@ ExitCode get(const Session& session, const std::string& path, Output& out)
                                             " is a group; see what is in it with: vxsettings tree " +
                                             node.fullName());
     }
-    const auto& properties = node.properties();
-    if (properties.factoryValue.isAssigned()) {
-        out << core::valueText(properties.factoryValue) << '\n';
-        return ExitCode::done;
-    }
-    throw Failure(ExitCode::failed, node.fullName() + " has no factory value");
+    const core::DefaultValue found = valueOf(node);
+    out << core::valueText(found.value) << '\n';
+    return ExitCode::done;
 }
 
 }  // namespace
