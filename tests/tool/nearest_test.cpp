@@ -19,7 +19,7 @@ TEST(Nearest, FindsNamesByTheLettersThatDiffer)
     EXPECT_THAT(nearestNames("tere", names), ElementsAre("tree"));  // neighbours swapped
     EXPECT_THAT(nearestNames("TREE", names), ElementsAre("tree"));  // case does not matter
     EXPECT_THAT(nearestNames("lst", names), ElementsAre("list"));   // one missing
-    EXPECT_THAT(nearestNames("lixt", names), ElementsAre("list"));  // one replaced
+    EXPECT_THAT(nearestNames("lxst", names), ElementsAre("list"));  // one replaced
     EXPECT_THAT(nearestNames("describbe", names), ElementsAre("describe"));
     EXPECT_THAT(nearestNames("lisnt", names), ElementsAre("list", "lint"));
     EXPECT_THAT(nearestNames("xyz", names), IsEmpty());
