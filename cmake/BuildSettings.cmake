@@ -35,4 +35,8 @@ endif()
 if(VX_SANITIZE)
     add_compile_options(-fsanitize=${VX_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${VX_SANITIZE})
+else()
+    # A library that misses a definition fails where it is linked. Not with sanitizers: clang leaves their run-time
+    # functions to be found in the executable.
+    add_link_options(LINKER:--no-undefined)
 endif()

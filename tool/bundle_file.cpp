@@ -1,7 +1,5 @@
 #include "bundle_file.hpp"
 
-#include "failure.hpp"
-
 #include <cppmicroservices/Any.h>
 #include <cppmicroservices/AnyMap.h>
 
@@ -11,6 +9,8 @@
 #include <dlfcn.h>
 #include <fstream>
 #include <vector>
+
+#include "failure.hpp"
 
 namespace vx::tool {
 
@@ -67,14 +67,16 @@ void requireLibrary(const std::filesystem::path& file)
     std::array<char, 4> start{};
     stream.read(start.data(), start.size());
     if (std::string_view(start.data(), start.size()) != "\x7f"
-                                                        "ELF") {
+                                                        "ELF")
+    {
         reject("is not a library");
     }
 }
 
 std::string findComponentDefect(const cppmicroservices::Bundle& bundle)
 {
-    const std::unique_ptr<void, CloseLibrary> library(::dlopen(bundle.GetLocation().c_str(), RTLD_LAZY | RTLD_LOCAL));
+    const std::unique_ptr<void, CloseLibrary> library(
+        ::dlopen(bundle.GetLocation().c_str(), RTLD_LAZY | RTLD_LOCAL));
     if (!library) {
         return "its library does not load: " + firstLine(::dlerror());
     }
@@ -82,7 +84,8 @@ std::string findComponentDefect(const cppmicroservices::Bundle& bundle)
         for (const char* prefix : {"NewInstance_", "DeleteInstance_"}) {
             const std::string symbol = prefix + exportSuffix(name);
             if (::dlsym(library.get(), symbol.c_str()) == nullptr) {
-                return "its manifest names the component " + name + ", but the library does not export " + symbol;
+                return "its manifest names the component " + name + ", but the library does not export " +
+                       symbol;
             }
         }
     }

@@ -13,8 +13,9 @@ namespace {
 using foundation::log::Severity;
 
 const std::map<std::string, Severity> severities{
-    {"fatal", Severity::fatal},   {"error", Severity::error}, {"warning", Severity::warning},
-    {"information", Severity::information}, {"debug", Severity::debug}, {"trace", Severity::trace}};
+    {"fatal", Severity::fatal},     {"error", Severity::error},
+    {"warning", Severity::warning}, {"information", Severity::information},
+    {"debug", Severity::debug},     {"trace", Severity::trace}};
 
 const std::map<std::string, ColourChoice> colourChoices{
     {"auto", ColourChoice::automatic}, {"always", ColourChoice::always}, {"never", ColourChoice::never}};
@@ -27,7 +28,8 @@ int featureValue(std::string_view text)
     int value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc() || end != text.data() + text.size()) {
-        throw CLI::ValidationError("--feature", "a feature is on, off or a whole number, not \"" + std::string(text) + "\"");
+        throw CLI::ValidationError("--feature", "a feature is on, off or a whole number, not \"" +
+                                                    std::string(text) + "\"");
     }
     return value;
 }
@@ -43,8 +45,8 @@ std::pair<std::string, int> parseFeature(const std::string& text)
 
 /// The value by its name; names what there is otherwise.
 template <class Value>
-CLI::Option* addChoice(CLI::App& app, const std::string& option, Value& target, const std::map<std::string, Value>& values,
-                       const std::string& help)
+CLI::Option* addChoice(CLI::App& app, const std::string& option, Value& target,
+                       const std::map<std::string, Value>& values, const std::string& help)
 {
     std::vector<std::string> names;
     for (const auto& [name, value] : values) {
@@ -61,7 +63,8 @@ CLI::Option* addChoice(CLI::App& app, const std::string& option, Value& target, 
 std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
 {
     auto options = std::make_shared<GlobalOptions>();
-    app.add_option("--bundle", options->bundleFile, "Bundle to start instead of the tool's own")->type_name("FILE");
+    app.add_option("--bundle", options->bundleFile, "Bundle to start instead of the tool's own")
+        ->type_name("FILE");
     app.add_option_function<std::vector<std::string>>(
            "--feature",
            [options](const std::vector<std::string>& texts) {

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "output.hpp"
-
 #include <foundation/log/diagnostic_logger.hpp>
 
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "output.hpp"
 
 namespace CLI {
 class App;

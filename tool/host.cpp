@@ -1,19 +1,21 @@
 #include "host.hpp"
 
-#include "bundle_file.hpp"
-#include "failure.hpp"
-
 #include <foundation/host.hpp>
 
 #include <cppmicroservices/BundleContext.h>
 #include <cppmicroservices/FrameworkEvent.h>
 #include <cppmicroservices/FrameworkFactory.h>
 #include <cppmicroservices/ServiceReference.h>
-#include <framework_bundles.hpp>
 
+#include <algorithm>
 #include <chrono>
+#include <framework_bundles.hpp>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+
+#include "bundle_file.hpp"
+#include "failure.hpp"
 
 namespace vx::tool {
 
@@ -37,17 +39,20 @@ Bundle startFactorySettings(BundleContext context, const std::filesystem::path& 
     try {
         return start(std::move(context), file.string());
     } catch (const std::exception& error) {
-        throw Failure(ExitCode::notStarted, "bundle " + file.string() + " cannot be started: " +
-                                                firstLine(error.what()) +
-                                                "; give a bundle with an intact manifest by --bundle FILE");
+        const std::string reason = firstLine(error.what());
+        const bool namesFile = reason.find(file.string()) != std::string::npos;
+        throw Failure(
+            ExitCode::notStarted,
+            (namesFile ? "bundle cannot be started: " : "bundle " + file.string() + " cannot be started: ") +
+                reason + "; give one with an intact manifest by --bundle FILE");
     }
 }
 
 std::shared_ptr<FactorySettingsLoader> findLoader(BundleContext context, const Bundle& bundle)
 {
     const auto reject = [&bundle](const std::string& reason) {
-        throw Failure(ExitCode::notStarted, "bundle " + bundle.GetLocation() + ": " + reason +
-                                                "; give another by --bundle FILE");
+        throw Failure(ExitCode::notStarted,
+                      "bundle " + bundle.GetLocation() + ": " + reason + "; give another by --bundle FILE");
     };
     const auto reference = context.GetServiceReference<FactorySettingsLoader>();
     if (!reference) {
@@ -76,7 +81,8 @@ std::filesystem::path executableFile()
 
 std::filesystem::path defaultBundleFile()
 {
-    return executableFile().parent_path().parent_path() / "lib" / "libcom_tarnwick_verdix_factory_settings.so";
+    return executableFile().parent_path().parent_path() / "lib" /
+           "libcom_tarnwick_verdix_factory_settings.so";
 }
 
 RunningFramework::RunningFramework()
@@ -85,8 +91,8 @@ RunningFramework::RunningFramework()
 {
     try {
         framework_->Start();
-        for (const char* file : framework_bundles::files) {
-            start(framework_->GetBundleContext(), file);
+        for (const std::string_view file : frameworkBundles) {
+            start(framework_->GetBundleContext(), std::string(file));
         }
     } catch (const std::exception& error) {
         throw Failure(ExitCode::notStarted, std::string("the service framework cannot be started: ") +
@@ -115,7 +121,11 @@ Host::~Host()
 
 std::vector<Bundle> Host::bundles() const
 {
-    return framework_.framework().GetBundleContext().GetBundles();
+    std::vector<Bundle> bundles = framework_.framework().GetBundleContext().GetBundles();
+    std::sort(bundles.begin(), bundles.end(), [](const Bundle& left, const Bundle& right) {
+        return left.GetBundleId() < right.GetBundleId();
+    });
+    return bundles;
 }
 
 }  // namespace vx::tool

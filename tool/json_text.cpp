@@ -41,12 +41,18 @@ void appendObject(std::string& text, const json::object& object)
 void appendJson(std::string& text, const json::value& value)
 {
     switch (value.kind()) {
-    case json::kind::object: appendObject(text, value.get_object()); break;
-    case json::kind::array: appendArray(text, value.get_array()); break;
+    case json::kind::object:
+        appendObject(text, value.get_object());
+        break;
+    case json::kind::array:
+        appendArray(text, value.get_array());
+        break;
     case json::kind::double_:
         text += std::isfinite(value.get_double()) ? core::numberText(value.get_double()) : "null";
         break;
-    default: text += json::serialize(value); break;
+    default:
+        text += json::serialize(value);
+        break;
     }
 }
 

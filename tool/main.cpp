@@ -1,10 +1,6 @@
-#include "bundle_file.hpp"
-#include "failure.hpp"
-#include "global_options.hpp"
-#include "verb.hpp"
+#include <settings_core/nearest.hpp>
 
 #include <foundation/host.hpp>
-#include <settings_core/nearest.hpp>
 
 #include <CLI/CLI.hpp>
 
@@ -16,25 +12,32 @@
 #include <unistd.h>
 #include <vector>
 
+#include "bundle_file.hpp"
+#include "failure.hpp"
+#include "global_options.hpp"
+#include "verb.hpp"
+
 namespace vx::tool {
 
 namespace {
 
-constexpr const char* description = "Shows the factory settings of the Verdix environment: what the real bundle, started by a service "
-                                    "framework, builds in a settings core.";
+constexpr const char* description =
+    "Shows the factory settings of the Verdix environment: what the real bundle, started by a service "
+    "framework, builds in a settings core.";
 
-constexpr const char* footer = "Examples:\n"
-                               "  vxsettings tree commandwindow\n"
-                               "  vxsettings list '*.suggestions.*'\n"
-                               "  vxsettings describe verdix.commandwindow.NumericFormat\n"
-                               "  vxsettings get connector.InterfacesBlocklist\n"
-                               "  vxsettings export --format json -o settings.json\n"
-                               "Exit codes: 0 done, 1 no such path or a failed check, 2 wrong usage, 3 bundle or framework not started.";
+constexpr const char* footer =
+    "Examples:\n"
+    "  vxsettings tree commandwindow\n"
+    "  vxsettings list '*.suggestions.*'\n"
+    "  vxsettings get connector.InterfacesBlocklist --bundle other.so\n"
+    "Exit codes: 0 done, 1 no such path or a failed check, 2 wrong usage, 3 bundle or framework not started.";
 
 std::vector<Verb> addVerbs(CLI::App& app)
 {
     std::vector<Verb> verbs;
-    for (Verb (*add)(CLI::App&) : {addSummary, addTree, addList, addDescribe, addGet, addChanges, addExport, addDoctor}) {
+    for (Verb (*add)(CLI::App&) :
+         {addSummary, addTree, addList, addDescribe, addGet, addChanges, addExport, addDoctor})
+    {
         verbs.push_back(add(app));
     }
     return verbs;
@@ -58,8 +61,9 @@ ExitCode execute(const GlobalOptions& options, const Verb& verb)
         foundation::host::setFeature(name, value);
     }
     Output out(STDOUT_FILENO, "standard output", options.colour);
-    LazySession session(std::filesystem::absolute(options.bundleFile.empty() ? defaultBundleFile()
-                                                                             : std::filesystem::path(options.bundleFile)));
+    const auto bundleFile =
+        options.bundleFile.empty() ? defaultBundleFile() : std::filesystem::path(options.bundleFile);
+    LazySession session(std::filesystem::absolute(bundleFile).lexically_normal());
     const ExitCode code = verb.action(session, out);
     out.flush();
     return code;
@@ -77,7 +81,8 @@ std::string usageError(const CLI::App& app, const CLI::ParseError& error)
         names.push_back(verb->get_name());
     }
     const auto near = core::nearestNames(extras.front(), names);
-    return "no such verb: " + extras.front() + "; " + (near.empty() ? "see vxsettings --help" : core::didYouMean(near));
+    return "no such verb: " + extras.front() + "; " +
+           (near.empty() ? "see vxsettings --help" : core::didYouMean(near));
 }
 
 ExitCode print(const std::string& text)
@@ -91,11 +96,11 @@ ExitCode print(const std::string& text)
 ExitCode run(int argc, const char* const* argv)
 {
     CLI::App app(description, "vxsettings");
-    app.footer(footer);
     app.set_version_flag("--version", "vxsettings " VX_TOOL_VERSION, "Print the version and end");
     app.fallthrough();
     const auto options = addGlobalOptions(app);
     const std::vector<Verb> verbs = addVerbs(app);
+    app.footer(footer);
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForVersion& version) {

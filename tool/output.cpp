@@ -1,13 +1,13 @@
 #include "output.hpp"
 
-#include "failure.hpp"
-
 #include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <unistd.h>
+
+#include "failure.hpp"
 
 namespace vx::tool {
 
@@ -34,7 +34,8 @@ bool terminalHasColours(int descriptor)
 }  // namespace
 
 Output::Output(int descriptor, std::string name, ColourChoice colour)
-    : descriptor_(descriptor), name_(std::move(name)),
+    : descriptor_(descriptor),
+      name_(std::move(name)),
       hasColour_(colour == ColourChoice::always ||
                  (colour == ColourChoice::automatic && terminalHasColours(descriptor)))
 {}

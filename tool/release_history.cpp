@@ -49,7 +49,8 @@ std::vector<ReleaseStep> changesFrom(const ReleaseChangeTable& table, std::strin
             if (!takes(change, path)) {
                 continue;
             }
-            steps.push_back({set.release, path, change.to().empty() ? "" : std::string_view(change.to().front())});
+            steps.push_back(
+                {set.release, path, change.to().empty() ? "" : std::string_view(change.to().front())});
             if (change.to().empty()) {
                 return steps;
             }

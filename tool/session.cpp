@@ -1,10 +1,10 @@
 #include "session.hpp"
 
+#include <settings_core/nearest.hpp>
+
 #include "bundle_file.hpp"
 #include "failure.hpp"
 #include "release_history.hpp"
-
-#include <settings_core/nearest.hpp>
 
 namespace vx::tool {
 

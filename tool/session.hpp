@@ -1,15 +1,16 @@
 #pragma once
 
-#include "host.hpp"
+#include <settings_core/settings_tree.hpp>
 
 #include <settings/core/settings_file_change.hpp>
-#include <settings_core/settings_tree.hpp>
 
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "host.hpp"
 
 namespace vx::tool {
 
@@ -26,8 +27,8 @@ public:
     [[nodiscard]] settings::core::ReleaseChangeTable releaseChanges() const;
     [[nodiscard]] std::vector<std::string> settingPathList() const;
 
-    /// The node at this path, whose root may be left out. Raises Failure that says what became of the path, or
-    /// which ones are near.
+    /// The node at this path, whose root may be left out. Raises Failure that says what became of the path,
+    /// or which ones are near.
     [[nodiscard]] const core::Node& node(const std::string& path) const;
 
 private:

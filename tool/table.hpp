@@ -1,7 +1,5 @@
 #pragma once
 
-#include "output.hpp"
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -10,6 +8,8 @@
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "output.hpp"
 
 namespace vx::tool {
 

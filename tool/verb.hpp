@@ -1,10 +1,10 @@
 #pragma once
 
+#include <functional>
+
 #include "failure.hpp"
 #include "output.hpp"
 #include "session.hpp"
-
-#include <functional>
 
 namespace CLI {
 class App;

@@ -5,9 +5,12 @@ namespace vx::tool {
 std::string_view kindWord(core::NodeKind kind) noexcept
 {
     switch (kind) {
-    case core::NodeKind::group: return "group";
-    case core::NodeKind::setting: return "setting";
-    case core::NodeKind::alias: break;
+    case core::NodeKind::group:
+        return "group";
+    case core::NodeKind::setting:
+        return "setting";
+    case core::NodeKind::alias:
+        break;
     }
     return "alias";
 }

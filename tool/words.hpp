@@ -2,8 +2,9 @@
 
 // Facts about nodes in a word or two, the same in every verb's output.
 
-#include <settings/core/function_name.hpp>
 #include <settings_core/node.hpp>
+
+#include <settings/core/function_name.hpp>
 
 #include <string>
 #include <string_view>

@@ -90,10 +90,24 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
     return {.size = {{rows, columns}}};
 }
 
+/// A row of so many elements, each of which keeps the rule.
+[[nodiscard]] inline SettingValueValidator rowOf(std::size_t columns, SettingValueValidator rule)
+{
+    rule.size = {{1, columns}};
+    return rule;
+}
+
 /// The value is a cell.
 [[nodiscard]] inline SettingValueValidator cellOfTexts()
 {
     return {.elementClass = foundation::verdixdata::ArrayType::CELL};
+}
+
+/// The value is a cell, and each of its texts one of the words.
+[[nodiscard]] inline SettingValueValidator cellOf(std::initializer_list<std::u16string_view> words)
+{
+    return {.allowedValues = {words.begin(), words.end()},
+            .elementClass = foundation::verdixdata::ArrayType::CELL};
 }
 
 /// Red, green and blue as whole numbers from 0 to 255.
@@ -146,9 +160,11 @@ void addUnset(FactoryGroup& group, std::string name, Traits... traits)
 template <class Value, class... Traits>
 void addValue(FactoryGroup& group, std::string name, Value value, Traits... traits)
 {
-    std::apply([&](auto... pairs) {
-        addSetting(group, std::move(name), "FactoryValue", std::move(value), std::move(pairs)...);
-    }, std::tuple_cat(detail::optionPair(std::move(traits))...));
+    std::apply(
+        [&](auto... pairs) {
+            addSetting(group, std::move(name), "FactoryValue", std::move(value), std::move(pairs)...);
+        },
+        std::tuple_cat(detail::optionPair(std::move(traits))...));
 }
 
 /// A logical scalar, checked as one.
@@ -209,7 +225,8 @@ void addInt32Row(FactoryGroup& group, std::string name, std::initializer_list<in
 
 /// A row of doubles.
 template <class... Traits>
-void addDoubleRow(FactoryGroup& group, std::string name, std::initializer_list<double> values, Traits... traits)
+void addDoubleRow(FactoryGroup& group, std::string name, std::initializer_list<double> values,
+                  Traits... traits)
 {
     addValue(group, std::move(name), internal::makeRow(values), std::move(traits)...);
 }

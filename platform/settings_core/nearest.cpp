@@ -1,7 +1,8 @@
-#include <algorithm>
-#include <cstddef>
 #include <settings_core/nearest.hpp>
 #include <settings_core/settings_tree.hpp>
+
+#include <algorithm>
+#include <cstddef>
 #include <string>
 
 namespace vx::core {

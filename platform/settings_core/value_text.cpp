@@ -1,3 +1,6 @@
+#include <settings_core/array_visit.hpp>
+#include <settings_core/value_text.hpp>
+
 #include <foundation/verdixdata/text.hpp>
 
 #include <array>
@@ -5,8 +8,6 @@
 #include <cmath>
 #include <concepts>
 #include <cstdint>
-#include <settings_core/array_visit.hpp>
-#include <settings_core/value_text.hpp>
 
 namespace vx::core {
 

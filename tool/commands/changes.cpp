@@ -1,7 +1,7 @@
+#include <CLI/CLI.hpp>
+
 #include "table.hpp"
 #include "verb.hpp"
-
-#include <CLI/CLI.hpp>
 
 namespace vx::tool {
 
@@ -12,7 +12,8 @@ using settings::core::ReleaseChangeSet;
 void write(const ReleaseChangeSet& set, Output& out)
 {
     const std::size_t count = set.changes.size();
-    out << out.painted(Style::heading, set.release) << out.painted(Style::note, count == 1 ? "  1 change" : "  " + std::to_string(count) + " changes")
+    out << out.painted(Style::heading, set.release)
+        << out.painted(Style::note, count == 1 ? "  1 change" : "  " + std::to_string(count) + " changes")
         << (set.crossesRootGroups ? ", across root groups" : "") << '\n';
     Table table;
     for (const auto& change : set.changes) {
@@ -30,7 +31,8 @@ void write(const ReleaseChangeSet& set, Output& out)
 
 Verb addChanges(CLI::App& app)
 {
-    CLI::App* parser = app.add_subcommand("changes", "Settings that releases moved or removed, oldest release first");
+    CLI::App* parser =
+        app.add_subcommand("changes", "Settings that releases moved or removed, oldest release first");
     return {parser, [](LazySession& session, Output& out) {
                 for (const auto& [index, set] : session.get().releaseChanges()) {
                     write(set, out);

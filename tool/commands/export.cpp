@@ -1,6 +1,3 @@
-#include "export_json.hpp"
-#include "verb.hpp"
-
 #include <CLI/CLI.hpp>
 
 #include <cerrno>
@@ -9,6 +6,9 @@
 #include <memory>
 #include <string>
 #include <unistd.h>
+
+#include "export_json.hpp"
+#include "verb.hpp"
 
 namespace vx::tool {
 
@@ -63,11 +63,19 @@ ExitCode exportTree(const Session& session, const ExportOptions& options, Output
 
 Verb addExport(CLI::App& app)
 {
-    CLI::App* parser = app.add_subcommand("export", "The whole tree, the release table and the path list for other programs");
+    CLI::App* parser = app.add_subcommand(
+        "export", "The whole tree, the release table and the path list for other programs");
     auto options = std::make_shared<ExportOptions>();
-    parser->add_option("--format", options->format, "json")->required()->check(CLI::IsMember({"json"}))->type_name("FORMAT");
-    parser->add_option("-o,--output", options->file, "File to write instead of standard output")->type_name("FILE");
-    return {parser, [options](LazySession& session, Output& out) { return exportTree(session.get(), *options, out); }};
+    parser->add_option("--format", options->format, "json")
+        ->required()
+        ->check(CLI::IsMember({"json"}))
+        ->type_name("FORMAT");
+    parser->add_option("-o,--output", options->file, "File to write instead of standard output")
+        ->type_name("FILE");
+    parser->footer("Example:\n  vxsettings export --format json -o settings.json");
+    return {parser, [options](LazySession& session, Output& out) {
+                return exportTree(session.get(), *options, out);
+            }};
 }
 
 }  // namespace vx::tool

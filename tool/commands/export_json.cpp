@@ -1,10 +1,8 @@
 #include "export_json.hpp"
 
-#include "json_text.hpp"
-#include "words.hpp"
+#include <settings_core/array_visit.hpp>
 
 #include <foundation/verdixdata/text.hpp>
-#include <settings_core/array_visit.hpp>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
@@ -12,6 +10,9 @@
 #include <string_view>
 #include <utility>
 #include <variant>
+
+#include "json_text.hpp"
+#include "words.hpp"
 
 namespace vx::tool {
 
@@ -67,7 +68,8 @@ json::value elementJson(const Array& element)
     if (!element.isAssigned()) {
         return nullptr;
     }
-    return element.getType() == ArrayType::CHAR ? json::value(characters(element)) : json::value(arrayJson(element));
+    return element.getType() == ArrayType::CHAR ? json::value(characters(element))
+                                                : json::value(arrayJson(element));
 }
 
 template <class Number>
@@ -131,7 +133,8 @@ struct FunctionJson
     json::value operator()(const Function& function) const
     {
         constexpr FunctionKind words = functionKind<Function>;
-        return json::object{{"kind", words.kind}, {words.scope, function.scope()}, {"function", function.function()}};
+        return json::object{
+            {"kind", words.kind}, {words.scope, function.scope()}, {"function", function.function()}};
     }
 };
 
@@ -144,14 +147,16 @@ std::string_view colourForm(SettingValueValidator::Colour colour)
 void appendRules(json::array& rules, const SettingValueValidator::ConfigData& record)
 {
     if (record.size) {
-        rules.push_back(json::object{{"kind", "size"}, {"rows", record.size->rows}, {"columns", record.size->columns}});
+        rules.push_back(
+            json::object{{"kind", "size"}, {"rows", record.size->rows}, {"columns", record.size->columns}});
     }
     if (record.elementClass) {
         rules.push_back(json::object{{"kind", "elementClass"}, {"class", className(*record.elementClass)}});
     }
     if (record.range) {
         // An open bound is infinite, and so written as null.
-        rules.push_back(json::object{{"kind", "range"}, {"lower", record.range->lower}, {"upper", record.range->upper}});
+        rules.push_back(
+            json::object{{"kind", "range"}, {"lower", record.range->lower}, {"upper", record.range->upper}});
     }
     if (!record.allowedValues.empty() && !record.colour) {
         rules.push_back(json::object{{"kind", "allowedValues"}, {"values", texts(record.allowedValues)}});
@@ -199,9 +204,14 @@ json::object releaseJson(std::uint64_t index, const settings_core::ReleaseChange
 {
     json::array changes;
     for (const auto& change : set.changes) {
-        changes.push_back(json::object{{"operation", change.operation()}, {"from", pathsJson(change.from())}, {"to", pathsJson(change.to())}});
+        changes.push_back(json::object{{"operation", change.operation()},
+                                       {"from", pathsJson(change.from())},
+                                       {"to", pathsJson(change.to())}});
     }
-    return {{"index", index}, {"release", set.release}, {"crossesRootGroups", set.crossesRootGroups}, {"changes", std::move(changes)}};
+    return {{"index", index},
+            {"release", set.release},
+            {"crossesRootGroups", set.crossesRootGroups},
+            {"changes", std::move(changes)}};
 }
 
 /// Writes the entries of a list, each on its own line.

@@ -1,10 +1,10 @@
-#include "verb.hpp"
-
 #include <CLI/CLI.hpp>
 
 #include <fnmatch.h>
 #include <memory>
 #include <string>
+
+#include "verb.hpp"
 
 namespace vx::tool {
 
@@ -27,7 +27,8 @@ ExitCode list(const Session& session, const std::string& pattern, Output& out)
         }
     }
     if (!any) {
-        throw Failure(ExitCode::failed, "no path matches " + pattern + "; * stands for any text, also for dots");
+        throw Failure(ExitCode::failed,
+                      "no path matches " + pattern + "; * stands for any text, also for dots");
     }
     return ExitCode::done;
 }
@@ -38,8 +39,11 @@ Verb addList(CLI::App& app)
 {
     CLI::App* parser = app.add_subcommand("list", "Paths, one a line, in the order of the tree");
     auto pattern = std::make_shared<std::string>("*");
-    parser->add_option("PATTERN", *pattern, "Glob over full paths, with or without the root, such as '*.suggestions.*'");
-    return {parser, [pattern](LazySession& session, Output& out) { return list(session.get(), *pattern, out); }};
+    parser->add_option("PATTERN", *pattern,
+                       "Glob over full paths, with or without the root, such as '*.suggestions.*'");
+    parser->footer("Example:\n  vxsettings list '*.suggestions.*'");
+    return {parser,
+            [pattern](LazySession& session, Output& out) { return list(session.get(), *pattern, out); }};
 }
 
 }  // namespace vx::tool

@@ -1,10 +1,10 @@
-#include "table.hpp"
-#include "verb.hpp"
-
 #include <CLI/CLI.hpp>
-#include <framework_bundles.hpp>
 
 #include <array>
+#include <framework_bundles.hpp>
+
+#include "table.hpp"
+#include "verb.hpp"
 
 namespace vx::tool {
 
@@ -49,7 +49,7 @@ void writeSource(const Session& session, Output& out)
 {
     const auto& bundle = session.host().bundle();
     Table table;
-    table.add({{"framework", Style::note}, std::string(framework_bundles::frameworkName) + " " + framework_bundles::frameworkVersion});
+    table.add({{"framework", Style::note}, std::string(frameworkName).append(" ").append(frameworkVersion)});
     table.add({{"bundle", Style::note}, bundle.GetSymbolicName() + " " + bundle.GetVersion().ToString()});
     table.add({{"file", Style::note}, bundle.GetLocation()});
     table.write(out);
@@ -96,8 +96,8 @@ void writeAreas(const Node& root, Output& out)
 
 Verb addSummary(CLI::App& app)
 {
-    CLI::App* parser =
-        app.add_subcommand("summary", "Framework, bundle and how much it describes; done when no verb is given");
+    CLI::App* parser = app.add_subcommand(
+        "summary", "Framework, bundle and how much it describes; done when no verb is given");
     return {parser, [](LazySession& lazy, Output& out) {
                 const Session& session = lazy.get();
                 writeSource(session, out);

@@ -1,14 +1,13 @@
-#include "verb.hpp"
-#include "words.hpp"
-
 #include <settings_core/value_text.hpp>
 
 #include <CLI/CLI.hpp>
 
-#include <limits>
 #include <memory>
 #include <string>
 #include <variant>
+
+#include "verb.hpp"
+#include "words.hpp"
 
 namespace vx::tool {
 
@@ -18,11 +17,12 @@ using core::Node;
 using core::NodeKind;
 
 constexpr std::size_t valueWidth = 60;
+constexpr int deepest = 99;
 
 struct TreeOptions
 {
     std::string path;
-    std::size_t depth = std::numeric_limits<std::size_t>::max();
+    int depth = deepest;
     bool showsHidden = false;
 };
 
@@ -38,7 +38,9 @@ std::string annotation(const Node& node, const core::SettingsTree& tree, const O
         return " = " + out.painted(Style::value, core::shortValueText(properties.factoryValue, valueWidth));
     }
     const bool isComputed = properties.runTimeDefault.index() != 0;
-    return node.kind() == NodeKind::group ? "" : out.painted(Style::note, isComputed ? " (computed)" : " (no factory value)");
+    return node.kind() == NodeKind::group
+               ? ""
+               : out.painted(Style::note, isComputed ? " (computed)" : " (no factory value)");
 }
 
 class Drawing
@@ -55,9 +57,12 @@ public:
     }
 
 private:
-    [[nodiscard]] bool shows(const Node& node) const { return options_.showsHidden || !node.isHiddenItself(); }
+    [[nodiscard]] bool shows(const Node& node) const
+    {
+        return options_.showsHidden || !node.isHiddenItself();
+    }
 
-    void drawChildren(const Node& node, const std::string& indent, std::size_t depth)
+    void drawChildren(const Node& node, const std::string& indent, int depth)
     {
         std::vector<const Node*> shown;
         for (const auto& child : node.children()) {
@@ -75,7 +80,7 @@ private:
         }
     }
 
-    void drawLine(const Node& node, std::size_t depth)
+    void drawLine(const Node& node, int depth)
     {
         const Style style = node.kind() == NodeKind::group ? Style::group : Style::plain;
         out_ << out_.painted(style, node.name()) << annotation(node, tree_, out_);
@@ -97,14 +102,19 @@ private:
 
 Verb addTree(CLI::App& app)
 {
-    CLI::App* parser = app.add_subcommand("tree", "The tree, or what is under one group, with factory values");
+    CLI::App* parser =
+        app.add_subcommand("tree", "The tree, or what is under one group, with factory values");
     auto options = std::make_shared<TreeOptions>();
-    parser->add_option("PATH", options->path, "Group to begin at; the root when left out");
-    parser->add_option("--depth", options->depth, "Levels to draw below it")->check(CLI::PositiveNumber)->type_name("N");
+    parser->add_option("PATH", options->path, "Group to begin at; the root when left out")->type_name("");
+    parser->add_option("--depth", options->depth, "Levels to draw below it")
+        ->check(CLI::Range(1, deepest))
+        ->type_name("N");
     parser->add_flag("--hidden", options->showsHidden, "Draw hidden groups and settings as well");
+    parser->footer("Examples:\n  vxsettings tree commandwindow\n  vxsettings tree --depth 1 --hidden");
     return {parser, [options](LazySession& lazy, Output& out) {
                 const Session& session = lazy.get();
-                const Node& top = options->path.empty() ? *session.tree().root() : session.node(options->path);
+                const Node& top =
+                    options->path.empty() ? *session.tree().root() : session.node(options->path);
                 Drawing(*options, session.tree(), out).draw(top);
                 return ExitCode::done;
             }};

@@ -1,0 +1,56 @@
+# shellcheck shell=bash
+# Shared by the scripts beside it: source it, do not run it.
+
+project=$(dirname -- "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")")
+
+fail() {
+    printf '%s: %s\n' "$(basename -- "$0")" "$*" >&2
+    exit 1
+}
+
+# quietly COMMAND [ARGUMENT...]: progress is for people at a terminal; elsewhere only a failure is worth reading.
+quietly() {
+    if [[ -t 2 ]]; then
+        "$@" </dev/null >&2
+        return
+    fi
+    local log status=0
+    log=$(mktemp)
+    "$@" </dev/null >"$log" 2>&1 || status=$?
+    if ((status != 0)); then
+        cat -- "$log" >&2
+    fi
+    rm -f -- "$log"
+    return "$status"
+}
+
+# alone PRESET COMMAND [ARGUMENT...]: whoever else works on the preset's build folder waits meanwhile.
+alone() {
+    local folder="$project/build/$1"
+    shift
+    mkdir -p -- "$folder"
+    (
+        flock 9
+        "$@"
+    ) 9>"$folder/.lock"
+}
+
+# configure PRESET: only where there is no usable configuration yet; ninja itself watches the CMake files.
+configure() {
+    local folder="$project/build/$1"
+    if ! grep -qsxF "CMAKE_HOME_DIRECTORY:INTERNAL=$project" "$folder/CMakeCache.txt"; then
+        quietly cmake -S "$project" --preset "$1" --fresh # also after the checkout was moved
+    elif [[ ! -e $folder/build.ninja || $project/CMakePresets.json -nt $folder/build.ninja ]]; then
+        quietly cmake -S "$project" --preset "$1"
+    fi
+}
+
+# build PRESET [TARGET...]: without a TARGET, everything.
+build() {
+    local folder="$project/build/$1"
+    configure "$1"
+    shift
+    if ! ninja -C "$folder" -n "$@" 2>&1 | grep -q 'no work to do'; then
+        quietly ninja -C "$folder" "$@"
+    fi
+}

@@ -1,0 +1,64 @@
+#!/usr/bin/env bash
+# Installs what the project needs out of Debian's own packages; does nothing where they are installed already.
+#
+#   scripts/setup.sh          compilers and libraries, to build and to test
+#   scripts/setup.sh --ci     also what the checks need: clang, clang-format, clang-tidy, shellcheck
+#   scripts/setup.sh --quiet  says nothing when there is nothing to install
+set -euo pipefail
+source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
+
+packages=(
+    g++ binutils cmake ninja-build ccache pkg-config
+    libboost1.81-dev libboost-log1.81-dev libboost-json1.81-dev
+    libcli11-dev libgtest-dev libgmock-dev libzip-dev zlib1g-dev
+)
+check_packages=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev shellcheck)
+
+quiet=false
+for argument in "$@"; do
+    case $argument in
+    --ci) packages+=("${check_packages[@]}") ;;
+    --quiet) quiet=true ;;
+    *) fail "unknown argument '$argument'; see the head of this file" ;;
+    esac
+done
+
+find_missing() {
+    local installed
+    installed=$(dpkg-query -W -f='${binary:Package} ${db:Status-Status}\n' "${packages[@]}" 2>/dev/null |
+        sed -n 's/^\([^: ]*\).* installed$/\1/p') || true
+    mapfile -t missing < <(comm -23 <(printf '%s\n' "${packages[@]}" | sort) <(sort <<<"$installed"))
+}
+
+# The commands after this one run as root, or through sudo.
+choose_privilege() {
+    as_root=()
+    if ((EUID != 0)); then
+        command -v sudo >/dev/null ||
+            fail "not root, and there is no sudo; have an administrator install: ${missing[*]}"
+        as_root=(sudo)
+    fi
+}
+
+install_missing() {
+    echo "Installing from Debian: ${missing[*]}"
+    quietly "${as_root[@]}" apt-get update -qq
+    quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -qq --yes --no-install-recommends "${missing[@]}" ||
+        fail "apt-get could not install the packages (the project is made for Debian 12): ${missing[*]}"
+}
+
+type dpkg-query apt-get &>/dev/null ||
+    fail "this is not Debian: install by other means what corresponds to: ${packages[*]}; then use cmake --preset dev"
+
+find_missing
+if ((${#missing[@]} == 0)); then
+    $quiet || echo "Nothing to do: all ${#packages[@]} packages are installed."
+    exit
+fi
+choose_privilege
+mkdir -p -- "$project/build"
+exec 9>"$project/build/.setup_lock"
+flock 9
+find_missing  # another run may have installed them while this one waited
+((${#missing[@]} == 0)) || install_missing
