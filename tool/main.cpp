@@ -35,8 +35,8 @@ constexpr const char* footer =
 std::vector<Verb> addVerbs(CLI::App& app)
 {
     std::vector<Verb> verbs;
-    for (Verb (*add)(CLI::App&) :
-         {addSummary, addTree, addList, addDescribe, addGet, addChanges, addExport, addDoctor})
+    for (Verb (*add)(CLI::App&) : {addSummary, addTree, addList, addDescribe, addGet, addChanges, addExport,
+                                   addDiff, addHistory, addDoctor})
     {
         verbs.push_back(add(app));
     }

@@ -29,6 +29,8 @@ Verb addDescribe(CLI::App& app);
 Verb addGet(CLI::App& app);
 Verb addChanges(CLI::App& app);
 Verb addExport(CLI::App& app);
+Verb addDiff(CLI::App& app);
+Verb addHistory(CLI::App& app);
 Verb addDoctor(CLI::App& app);
 
 }  // namespace vx::tool
