@@ -32,8 +32,6 @@ public:
     [[nodiscard]] const core::Node& node(const std::string& path) const;
 
 private:
-    [[nodiscard]] std::string explainMissing(const std::string& fullPath) const;
-
     Host host_;
     core::SettingsTree tree_;
 };

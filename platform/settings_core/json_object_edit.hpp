@@ -19,8 +19,8 @@ struct JsonStyle
     std::string closing = {};
 };
 
-/// Changes an object's text member by member and leaves every other byte as it is. A member that is added goes
-/// to the end, written like the one before it; removing it gives the text from before.
+/// Changes an object's text member by member and leaves every other byte as it is. A member that is added
+/// goes to the end, written like the one before it; removing it gives the text from before.
 class JsonObjectEdit
 {
 public:
@@ -39,11 +39,11 @@ public:
 private:
     struct Member
     {
-        std::string_view lead;  ///< blanks between the bracket or comma before it and its name
+        std::string_view lead = {};  ///< blanks between the bracket or comma before it and its name
         std::string_view name;
-        std::string_view colon;  ///< with the blanks around it
+        std::string_view colon = {};  ///< with the blanks around it
         std::string_view value;
-        std::string_view trail;  ///< blanks between its value and the comma or bracket after it
+        std::string_view trail = {};  ///< blanks between its value and the comma or bracket after it
     };
 
     std::string_view keep(std::string text) { return written_.emplace_back(std::move(text)); }

@@ -1,11 +1,13 @@
+#include <settings_core/json_reader.hpp>
+
 #include <foundation/verdixdata/text.hpp>
 
 #include <boost/locale/utf.hpp>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <iterator>
-#include <settings_core/json_reader.hpp>
 #include <utility>
 
 namespace vx::core {
@@ -217,7 +219,8 @@ private:
     void escape()
     {
         const std::string_view rest = text_.substr(at_ + 1, 5);
-        std::size_t length = rest.empty() || escapeLetters.find(rest.front()) == std::string_view::npos ? 0 : 1;
+        std::size_t length =
+            rest.empty() || escapeLetters.find(rest.front()) == std::string_view::npos ? 0 : 1;
         if (rest.starts_with('u') && rest.size() == 5) {
             const auto isHex = [](char c) { return isHexDigit(c); };
             length = std::all_of(rest.begin() + 1, rest.end(), isHex) ? rest.size() : 0;

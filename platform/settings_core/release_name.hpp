@@ -1,6 +1,7 @@
 #pragma once
 
 #include <foundation/export.hpp>
+#include <settings/core/settings_file_change.hpp>
 
 #include <compare>
 #include <optional>
@@ -22,5 +23,13 @@ struct ReleaseName
 [[nodiscard]] VX_API std::optional<ReleaseName> parseReleaseName(std::string_view text) noexcept;
 
 [[nodiscard]] VX_API std::string toText(const ReleaseName& release);
+
+/// The newest release that the table has changes of; nothing for an empty table. Raises std::runtime_error
+/// for a table with a name that is no release.
+[[nodiscard]] VX_API std::optional<ReleaseName>
+newestRelease(const ::settings::core::ReleaseChangeTable& table);
+
+/// The name of a release of the table. Raises std::runtime_error when it is none.
+[[nodiscard]] VX_API ReleaseName releaseOf(const ::settings::core::ReleaseChangeSet& set);
 
 }  // namespace vx::core

@@ -1,7 +1,8 @@
+#include <settings_core/settings_file.hpp>
+
 #include <foundation/verdixdata/text.hpp>
 
 #include <algorithm>
-#include <settings_core/settings_file.hpp>
 #include <utility>
 
 namespace vx::core {
@@ -182,7 +183,8 @@ std::string SettingsFileEdit::text() const
 
 std::string emptySettingsFile(std::string_view release)
 {
-    return "{\n  \"release\": " + inJson(release) + ",\n  \"settings\": {}\n}\n";
+    const std::string member = release.empty() ? "" : "  \"release\": " + inJson(release) + ",\n";
+    return "{\n" + member + "  \"settings\": {}\n}\n";
 }
 
 }  // namespace vx::core

@@ -2,13 +2,14 @@
 
 // The text of a settings file: { "release": "R2022b", "settings": { "<path>": <value>, ... } }
 
+#include <settings_core/json_object_edit.hpp>
+#include <settings_core/json_reader.hpp>
+
 #include <foundation/export.hpp>
 
 #include <cstddef>
 #include <memory>
 #include <optional>
-#include <settings_core/json_object_edit.hpp>
-#include <settings_core/json_reader.hpp>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -20,8 +21,8 @@ namespace vx::core {
 class VX_API SettingsFile
 {
 public:
-    /// Reads the text. Raises TextError where it is not JSON, or not an object with an object "settings" (which
-    /// may be missing). Values and the release are taken as they come.
+    /// Reads the text. Raises TextError where it is not JSON, or not an object with an object "settings"
+    /// (which may be missing). Values and the release are taken as they come.
     explicit SettingsFile(std::string text);
     SettingsFile(SettingsFile&&) noexcept = default;
     SettingsFile& operator=(SettingsFile&&) noexcept = default;
@@ -88,7 +89,7 @@ private:
     bool changesSettings_ = false;
 };
 
-/// The text of a file with no settings yet.
+/// The text of a file with no settings yet, which does not say its release when that is empty.
 [[nodiscard]] VX_API std::string emptySettingsFile(std::string_view release);
 
 }  // namespace vx::core

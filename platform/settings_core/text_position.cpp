@@ -1,8 +1,9 @@
+#include <settings_core/text_position.hpp>
+#include <settings_core/value_text.hpp>
+
 #include <boost/locale/utf.hpp>
 
 #include <algorithm>
-#include <settings_core/text_position.hpp>
-#include <settings_core/value_text.hpp>
 
 namespace vx::core {
 
@@ -15,6 +16,14 @@ TextPosition positionAt(std::string_view text, std::size_t offset) noexcept
         line.remove_prefix(byteOrderMark.size());
     }
     return {lineBreaks + 1, characterCount(line) + 1};
+}
+
+std::string located(const std::filesystem::path& file, std::string_view text, std::size_t offset,
+                    std::string_view message)
+{
+    const TextPosition at = positionAt(text, offset);
+    std::string line = file.string() + ":" + std::to_string(at.line) + ":" + std::to_string(at.column) + ": ";
+    return line.append(message);
 }
 
 std::size_t wellFormedLength(std::string_view text) noexcept

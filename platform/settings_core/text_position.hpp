@@ -3,6 +3,7 @@
 #include <foundation/export.hpp>
 
 #include <cstddef>
+#include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -18,6 +19,10 @@ struct TextPosition
 
 /// The position of a byte of a UTF-8 text. A byte-order mark takes no column.
 [[nodiscard]] VX_API TextPosition positionAt(std::string_view text, std::size_t offset) noexcept;
+
+/// "<file>:<line>:<column>: <message>".
+[[nodiscard]] VX_API std::string located(const std::filesystem::path& file, std::string_view text,
+                                         std::size_t offset, std::string_view message);
 
 /// Part of a text that cannot be what it should; says what was expected.
 class VX_API TextError : public std::runtime_error

@@ -1,5 +1,10 @@
 #include <data/views.hpp>
+#include <settings_core/text_position.hpp>
+#include <settings_core/value_literals.hpp>
+#include <settings_core/value_text.hpp>
+
 #include <foundation/verdixdata/array_factory.hpp>
+#include <foundation/verdixdata/text.hpp>
 #include <verdix/settings/internal/values.hpp>
 
 #include <algorithm>
@@ -7,9 +12,6 @@
 #include <cmath>
 #include <concepts>
 #include <limits>
-#include <settings_core/text_position.hpp>
-#include <settings_core/value_literals.hpp>
-#include <settings_core/value_text.hpp>
 #include <system_error>
 #include <utility>
 
@@ -61,7 +63,8 @@ std::optional<double> readDouble(std::string_view word)
 {
     word = withoutPlus(word);
     const std::size_t digits = word.starts_with('-') ? 1 : 0;
-    const bool isDecimal = word.size() > digits && (word[digits] == '.' || (word[digits] >= '0' && word[digits] <= '9'));
+    const bool isDecimal =
+        word.size() > digits && (word[digits] == '.' || (word[digits] >= '0' && word[digits] <= '9'));
     return isDecimal ? readWhole<double>(word) : readNotFinite(word);
 }
 

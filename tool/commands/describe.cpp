@@ -1,3 +1,4 @@
+#include <settings_core/release_history.hpp>
 #include <settings_core/value_text.hpp>
 
 #include <CLI/CLI.hpp>
@@ -6,7 +7,6 @@
 #include <string>
 #include <variant>
 
-#include "release_history.hpp"
 #include "table.hpp"
 #include "verb.hpp"
 #include "words.hpp"
@@ -92,7 +92,7 @@ void addAliasFacts(const Session& session, const Node& node, Facts& facts)
 void addHistory(const Session& session, const Node& node, Facts& facts)
 {
     const auto table = session.releaseChanges();
-    for (const ReleaseStep& step : movesTo(table, node.fullName())) {
+    for (const core::ReleaseStep& step : core::movesTo(table, node.fullName())) {
         facts.add("moved from", std::string(step.from) + " in " + std::string(step.release));
     }
 }
