@@ -1,6 +1,102 @@
 # The service framework: an installed CppMicroServices 3.8 where there is one, else the embedded stand-in.
 #
-# Defines the target vx::service_framework (headers and libraries of the framework and of its component
-# runtime's interface) and the function vx_add_bundle_manifest(TARGET MANIFEST).
+# Cache option  VX_FRAMEWORK           auto (installed if found, else embedded), installed, embedded
+# Targets       vx::service_framework  headers and libraries of the framework and of the component runtime's
+#                                      interface
+#               vx::framework_bundles  <framework_bundles.hpp>: the framework's name and version, and the bundles
+#                                      that a host must install and start before any other
+# Function      vx_add_bundle_manifest(TARGET MANIFEST SYMBOLIC_NAME name)
+#                                      makes the shared library TARGET a bundle file with that manifest
+# Variable      VX_FRAMEWORK_EMBEDDED  true when the stand-in is used
 
-find_package(CppMicroServices 3.8 QUIET)
+set(VX_FRAMEWORK auto CACHE STRING "Service framework: auto, installed or embedded")
+set_property(CACHE VX_FRAMEWORK PROPERTY STRINGS auto installed embedded)
+
+if(NOT VX_FRAMEWORK MATCHES "^(auto|installed|embedded)$")
+    message(FATAL_ERROR "VX_FRAMEWORK is \"${VX_FRAMEWORK}\"; set it to auto, installed or embedded.")
+endif()
+if(NOT VX_FRAMEWORK STREQUAL "embedded")
+    find_package(CppMicroServices 3.8 QUIET COMPONENTS Framework ServiceComponent DeclarativeServices)
+endif()
+if(VX_FRAMEWORK STREQUAL "installed" AND NOT CppMicroServices_FOUND)
+    message(FATAL_ERROR "VX_FRAMEWORK is \"installed\", but CMake found no CppMicroServices 3.8. Add its "
+                        "installation prefix to CMAKE_PREFIX_PATH, or set VX_FRAMEWORK to embedded.")
+endif()
+
+# The two libraries that declare the interface, seen as system headers, and the bundle that runs components.
+function(vx_use_installed_framework)
+    # The component bundle names this library, but has no run path to it, so each program brings it along.
+    find_package(ususAsyncWorkService QUIET HINTS "${CppMicroServices_DIR}")
+    add_library(vx_service_framework INTERFACE)
+    get_target_property(includes CppMicroServices INTERFACE_INCLUDE_DIRECTORIES)
+    target_include_directories(vx_service_framework SYSTEM INTERFACE ${includes})
+    target_link_libraries(vx_service_framework INTERFACE CppMicroServices usServiceComponent Threads::Threads)
+endfunction()
+
+if(CppMicroServices_FOUND)
+    set(VX_FRAMEWORK_EMBEDDED FALSE)
+    set(VX_FRAMEWORK_NAME "CppMicroServices")
+    set(VX_FRAMEWORK_VERSION "${CppMicroServices_VERSION}")
+    set(VX_FRAMEWORK_BUNDLES "$<TARGET_FILE:DeclarativeServices>")
+    vx_use_installed_framework()
+else()
+    set(VX_FRAMEWORK_EMBEDDED TRUE)
+    set(VX_FRAMEWORK_NAME "Verdix embedded service framework")
+    set(VX_FRAMEWORK_VERSION "1.0.0")
+    set(VX_FRAMEWORK_BUNDLES "")
+    add_subdirectory("${CMAKE_CURRENT_LIST_DIR}/../platform/service_framework"
+                     "${CMAKE_CURRENT_BINARY_DIR}/platform/service_framework")
+endif()
+add_library(vx::service_framework ALIAS vx_service_framework)
+message(STATUS "Service framework: ${VX_FRAMEWORK_NAME} ${VX_FRAMEWORK_VERSION}")
+
+file(GENERATE OUTPUT "${PROJECT_BINARY_DIR}/generated/framework_bundles.hpp" CONTENT "\
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace vx {
+
+/// The service framework that this program was built for, as its framework properties give it too.
+inline constexpr std::string_view frameworkName = \"${VX_FRAMEWORK_NAME}\";
+inline constexpr std::string_view frameworkVersion = \"${VX_FRAMEWORK_VERSION}\";
+
+/// Bundle files that a host installs and starts, in this order, before any other.
+inline constexpr std::array<std::string_view, $<IF:$<BOOL:${VX_FRAMEWORK_BUNDLES}>,1,0>> frameworkBundles = {\
+$<$<BOOL:${VX_FRAMEWORK_BUNDLES}>:\"${VX_FRAMEWORK_BUNDLES}\">};
+
+}  // namespace vx
+")
+add_library(vx_framework_bundles INTERFACE)
+target_include_directories(vx_framework_bundles INTERFACE "${PROJECT_BINARY_DIR}/generated")
+add_library(vx::framework_bundles ALIAS vx_framework_bundles)
+
+function(vx_add_bundle_manifest target manifest)
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "SYMBOLIC_NAME" "")
+    if(NOT arg_SYMBOLIC_NAME OR arg_UNPARSED_ARGUMENTS)
+        message(FATAL_ERROR "Call vx_add_bundle_manifest(<target> <manifest> SYMBOLIC_NAME <name>).")
+    endif()
+    cmake_path(ABSOLUTE_PATH manifest BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}" NORMALIZE)
+    target_compile_definitions(${target} PRIVATE "US_BUNDLE_NAME=${arg_SYMBOLIC_NAME}")
+    # A changed manifest alone must link the library anew, as the archive is appended after linking.
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${manifest}")
+    if(VX_FRAMEWORK_EMBEDDED)
+        add_custom_command(TARGET ${target} POST_BUILD
+            COMMAND vx_append_manifest "$<TARGET_FILE:${target}>" "${arg_SYMBOLIC_NAME}" "${manifest}"
+            COMMENT "Appending the bundle manifest to ${target}"
+            VERBATIM)
+    else()
+        vx_append_installed_manifest(${target} "${manifest}" "${arg_SYMBOLIC_NAME}")
+    endif()
+endfunction()
+
+function(vx_append_installed_manifest target manifest symbolic_name)
+    # The resource compiler knows files by their name relative to its folder, so the manifest needs one of its own.
+    set(folder "${CMAKE_CURRENT_BINARY_DIR}/${target}.bundle")
+    configure_file("${manifest}" "${folder}/manifest.json" COPYONLY)
+    usFunctionEmbedResources(TARGET ${target} BUNDLE_NAME "${symbolic_name}" WORKING_DIRECTORY "${folder}"
+                             FILES manifest.json APPEND)
+    usFunctionGetResourceSource(TARGET ${target} OUT resource_source APPEND)
+    target_sources(${target} PRIVATE "${resource_source}")
+endfunction()

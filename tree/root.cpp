@@ -66,13 +66,41 @@ void buildDiagnostics(FactoryGroup& root)
 void buildRootTree(FactoryGroup& root)
 {
     buildGeneralPart(root);
+    buildAddOnsArea(root);
+    buildAppDesignerArea(root);
+    buildAppearanceArea(root);
     buildCodeAnalyzerArea(root);
+    buildColorsArea(root);
     buildCommandWindowArea(root);
+    buildConfirmationDialogsArea(root);
     buildConnectorArea(root);
     buildDateTimeArea(root);
+    buildAppsArea(root);
     buildDiagnostics(root);
+    buildEditorArea(root);
+    buildExternalInterfacesArea(root);
+    buildErrorRecoveryArea(root);
+    buildFindFilesArea(root);
+    buildGeneralArea(root);
+    buildFontsArea(root);
+    buildGraphicsArea(root);
+    buildGuideArea(root);
+    buildHardwareArea(root);
+    buildHelpArea(root);
+    buildImageDisplayArea(root);
+    buildImportToolArea(root);
+    buildKeyboardArea(root);
+    buildLiveEditorArea(root);
+    buildProfilerArea(root);
     addGroup(root, "project");  // an anchor, as is sourcecontrol
+    buildRequirementsArea(root);
     buildAccessibilityArea(root);
+    buildStartupPluginsArea(root);
+    buildSupportPackageRootArea(root);
+    buildSupportPackageUpgradeArea(root);
+    buildUserInterfaceArea(root);
+    buildWebArea(root);
+    buildSuggestionsArea(root);
     addGroup(root, "sourcecontrol");
 }
 

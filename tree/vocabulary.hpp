@@ -90,10 +90,24 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
     return {.size = {{rows, columns}}};
 }
 
+/// A row of so many elements, each of which keeps the rule.
+[[nodiscard]] inline SettingValueValidator rowOf(std::size_t columns, SettingValueValidator rule)
+{
+    rule.size = {{1, columns}};
+    return rule;
+}
+
 /// The value is a cell.
 [[nodiscard]] inline SettingValueValidator cellOfTexts()
 {
     return {.elementClass = foundation::verdixdata::ArrayType::CELL};
+}
+
+/// The value is a cell, and each of its texts one of the words.
+[[nodiscard]] inline SettingValueValidator cellOf(std::initializer_list<std::u16string_view> words)
+{
+    return {.allowedValues = {words.begin(), words.end()},
+            .elementClass = foundation::verdixdata::ArrayType::CELL};
 }
 
 /// Red, green and blue as whole numbers from 0 to 255.

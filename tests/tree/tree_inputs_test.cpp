@@ -111,7 +111,7 @@ std::string check(const OutsideCore& core, const std::string& name)
 TEST(TreeInputs, Services)
 {
     tests::RunningFramework framework;
-    const auto dateTime = std::make_shared<FakeDateTime>();
+    auto dateTime = std::make_shared<FakeDateTime>();
     const auto codeAnalyzer = std::make_shared<FakeCodeAnalyzer>();
     auto dateTimeRegistration = framework.context().RegisterService<DateTimeSettingsInterface>(dateTime);
     auto codeAnalyzerRegistration =
@@ -138,9 +138,11 @@ TEST(TreeInputs, Services)
     verdix::settings::tree::buildRootTree(unserved.root);
     EXPECT_EQ(check(unserved, "DefaultFormat"), "accepted");
 
-    EXPECT_EQ(dateTime.use_count(), 5) << "this test and the four validators hold the service";
+    const std::weak_ptr<FakeDateTime> watched = dateTime;
+    dateTime.reset();
+    EXPECT_FALSE(watched.expired()) << "the settings hold the service that checks them";
     served.reset();
-    EXPECT_EQ(dateTime.use_count(), 1);
+    EXPECT_TRUE(watched.expired());
 }
 
 TEST(TreeInputs, ConnectorVariable)

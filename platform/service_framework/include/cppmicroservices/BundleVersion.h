@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cppmicroservices/FrameworkExport.h>
+
+#include <compare>
+#include <iosfwd>
+#include <string>
+
+namespace cppmicroservices {
+
+/// major.minor.micro.qualifier; missing parts are 0 and "".
+class US_Framework_EXPORT BundleVersion
+{
+public:
+    static BundleVersion EmptyVersion() { return {0, 0, 0}; }
+
+    BundleVersion(unsigned int majorVersion, unsigned int minorVersion, unsigned int microVersion,
+                  std::string qualifier = {});
+
+    /// Parses text such as "1.2.3.beta". Throws std::invalid_argument, naming the text, when it is no
+    /// version.
+    BundleVersion(const std::string& version);
+
+    unsigned int GetMajor() const noexcept { return major_; }
+    unsigned int GetMinor() const noexcept { return minor_; }
+    unsigned int GetMicro() const noexcept { return micro_; }
+    std::string GetQualifier() const { return qualifier_; }
+
+    std::string ToString() const;
+
+    bool operator==(const BundleVersion&) const = default;
+
+    /// Below, at or above 0 when this version is lower, equal or higher.
+    int Compare(const BundleVersion& other) const;
+
+private:
+    std::strong_ordering operator<=>(const BundleVersion&) const = default;
+
+    unsigned int major_;
+    unsigned int minor_;
+    unsigned int micro_;
+    std::string qualifier_;
+};
+
+US_Framework_EXPORT std::ostream& operator<<(std::ostream& os, const BundleVersion& version);
+
+}  // namespace cppmicroservices

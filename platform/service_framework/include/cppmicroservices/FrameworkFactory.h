@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cppmicroservices/Any.h>
+#include <cppmicroservices/FrameworkConfig.h>
+
+#include <string>
+#include <unordered_map>
+
+namespace cppmicroservices {
+
+class Framework;
+
+/// Properties of a framework; BundleContext::GetProperty hands them out.
+using FrameworkConfiguration = std::unordered_map<std::string, Any>;
+
+class US_Framework_EXPORT FrameworkFactory
+{
+public:
+    Framework NewFramework(const FrameworkConfiguration& configuration);
+    Framework NewFramework();
+};
+
+}  // namespace cppmicroservices

@@ -1,0 +1,19 @@
+#pragma once
+
+#define US_ABI_EXPORT __attribute__((visibility("default")))
+#define US_ABI_IMPORT __attribute__((visibility("default")))
+#define US_ABI_LOCAL __attribute__((visibility("hidden")))
+
+#define US_STR_(x) #x
+#define US_STR(x) US_STR_(x)
+#define US_CONCAT_(x, y) x##y
+#define US_CONCAT(x, y) US_CONCAT_(x, y)
+
+// Names of the functions and of the variable that carry a bundle's context; bsn is the bundle's symbolic
+// name.
+#define US_GET_CTX_PREFIX _us_get_bundle_context_instance_
+#define US_SET_CTX_PREFIX _us_set_bundle_context_instance_
+#define US_CTX_INS_PREFIX _us_bundle_context_instance_
+#define US_GET_CTX_FUNC(bsn) US_CONCAT(US_GET_CTX_PREFIX, bsn)
+#define US_SET_CTX_FUNC(bsn) US_CONCAT(US_SET_CTX_PREFIX, bsn)
+#define US_CTX_INS(bsn) US_CONCAT(US_CTX_INS_PREFIX, bsn)

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cppmicroservices/FrameworkConfig.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace cppmicroservices {
+
+/// An operation on a bundle context that is empty or whose bundle has stopped.
+class US_Framework_EXPORT IllegalStateException final : public std::runtime_error
+{
+public:
+    explicit IllegalStateException(std::string what);
+    IllegalStateException(const IllegalStateException&) noexcept;
+    ~IllegalStateException() override;
+};
+
+}  // namespace cppmicroservices

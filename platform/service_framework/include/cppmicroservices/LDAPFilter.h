@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cppmicroservices/AnyMap.h>
+#include <cppmicroservices/FrameworkConfig.h>
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+
+namespace cppmicroservices {
+
+class Bundle;
+class LDAPFilterData;
+class ServiceReferenceBase;
+
+/// A filter over properties in the string form of RFC 1960, such as
+/// (&(objectclass=a::B)(!(service.ranking>=1))). Keys are compared without regard to case. An empty filter
+/// tests false and matches nothing.
+class US_Framework_EXPORT LDAPFilter
+{
+public:
+    LDAPFilter();
+
+    /// Throws std::invalid_argument, with the reason and the position, when the text is no filter.
+    LDAPFilter(const std::string& filter);
+
+    explicit operator bool() const noexcept { return d != nullptr; }
+
+    bool Match(const ServiceReferenceBase& reference) const;
+    bool Match(const Bundle& bundle) const;
+    bool Match(const AnyMap& properties) const;
+    /// As Match, but with regard to the case of keys.
+    bool MatchCase(const AnyMap& properties) const;
+
+    /// The filter in its normal form, without needless blanks.
+    std::string ToString() const;
+
+    bool operator==(const LDAPFilter& other) const { return ToString() == other.ToString(); }
+
+private:
+    std::shared_ptr<const LDAPFilterData> d;
+};
+
+US_Framework_EXPORT std::ostream& operator<<(std::ostream& os, const LDAPFilter& filter);
+
+}  // namespace cppmicroservices

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <cppmicroservices/AnyMap.h>
+
+namespace cppmicroservices {
+
+/// The properties of a service. Keys are looked up without regard to case.
+using ServiceProperties = std::unordered_map<std::string, Any>;
+
+}  // namespace cppmicroservices

@@ -1,0 +1,286 @@
+#include <cppmicroservices/Bundle.h>
+#include <cppmicroservices/BundleContext.h>
+#include <cppmicroservices/Constants.h>
+#include <cppmicroservices/ServiceReference.h>
+#include <cppmicroservices/SharedLibraryException.h>
+
+#include <bundle_context_private.hpp>
+#include <bundle_private.hpp>
+#include <component_runtime.hpp>
+#include <core_bundle_context.hpp>
+#include <ostream>
+#include <shared_library.hpp>
+#include <stdexcept>
+#include <utility>
+
+namespace cppmicroservices {
+
+BundlePrivate::BundlePrivate(std::weak_ptr<CoreBundleContext> core, long bundleId, std::string bundleLocation,
+                             BundleManifest bundleManifest)
+    : id(bundleId),
+      location(std::move(bundleLocation)),
+      manifest(std::move(bundleManifest)),
+      core_(std::move(core))
+{}
+
+BundlePrivate::~BundlePrivate() = default;
+
+std::shared_ptr<BundleContextPrivate> BundlePrivate::Context() const
+{
+    const std::lock_guard lock(contextMutex_);
+    return context_;
+}
+
+void BundlePrivate::Open()
+{
+    auto context = std::make_shared<BundleContextPrivate>(weak_from_this());
+    const std::lock_guard lock(contextMutex_);
+    context_ = std::move(context);
+}
+
+void BundlePrivate::Close()
+{
+    components_.reset();
+    std::shared_ptr<BundleContextPrivate> context;
+    if (const auto core = Core()) {
+        core->Services().RemoveBundle(*this);
+        core->RemoveListeners(*Context());
+    }
+    const std::lock_guard lock(contextMutex_);
+    context.swap(context_);
+    context->Invalidate();
+}
+
+void BundlePrivate::Start()
+{
+    const std::lock_guard lock(transition_);
+    if (state_ == Bundle::STATE_UNINSTALLED) {
+        ThrowUninstalled();
+    }
+    if (state_ == Bundle::STATE_ACTIVE || state_ == Bundle::STATE_STARTING) {
+        return;
+    }
+    const auto core = Core();
+    if (!core || !core->IsOpen()) {
+        throw std::runtime_error("The bundle " + manifest.symbolicName + " (" + location +
+                                 ") belongs to a stopped framework");
+    }
+    CheckSupported();
+    state_ = Bundle::STATE_STARTING;
+    Open();
+    try {
+        components_ = std::make_unique<ComponentRuntime>(*this);
+    } catch (...) {
+        Close();
+        state_ = Bundle::STATE_RESOLVED;
+        throw;
+    }
+    state_ = Bundle::STATE_ACTIVE;
+}
+
+void BundlePrivate::CheckSupported() const
+{
+    const auto activator = manifest.headers.find(Constants::BUNDLE_ACTIVATOR);
+    if (activator != manifest.headers.end() && activator->second == true) {
+        throw std::runtime_error(
+            "The bundle " + manifest.symbolicName + " (" + location +
+            ") has a bundle activator, which this framework does not run; use a component "
+            "or an installed CppMicroServices");
+    }
+}
+
+void BundlePrivate::Stop()
+{
+    const std::lock_guard lock(transition_);
+    if (state_ == Bundle::STATE_UNINSTALLED) {
+        ThrowUninstalled();
+    }
+    if (state_ != Bundle::STATE_ACTIVE) {
+        return;
+    }
+    state_ = Bundle::STATE_STOPPING;
+    Close();
+    state_ = Bundle::STATE_RESOLVED;
+}
+
+void BundlePrivate::Uninstall()
+{
+    const std::lock_guard lock(transition_);
+    Stop();
+    state_ = Bundle::STATE_UNINSTALLED;
+    if (const auto core = Core()) {
+        core->Remove(id);
+    }
+}
+
+void BundlePrivate::ThrowUninstalled() const
+{
+    throw std::logic_error("The bundle " + manifest.symbolicName + " (" + location + ") is uninstalled");
+}
+
+std::shared_ptr<SharedLibrary> BundlePrivate::LoadLibrary()
+{
+    const std::lock_guard lock(libraryMutex_);
+    auto library = library_.lock();
+    if (!library) {
+        try {
+            auto loaded =
+                std::make_unique<SharedLibrary>(location, US_STR(US_SET_CTX_PREFIX) + manifest.symbolicName);
+            library.reset(loaded.release(), [weak = weak_from_this()](SharedLibrary* ended) {
+                const std::unique_ptr<SharedLibrary> owned(ended);
+                if (const auto bundle = weak.lock()) {
+                    bundle->Unload(*owned);
+                }
+            });
+        } catch (const std::system_error& error) {
+            throw SharedLibraryException(error.code(), error.what(), MakeBundle(shared_from_this()));
+        }
+        library_ = library;
+    }
+    library->SetContext(Context());
+    return library;
+}
+
+void BundlePrivate::Unload(SharedLibrary& library) const
+{
+    // Another thread may have loaded the library anew meanwhile; then the context in it is the new one.
+    const std::lock_guard lock(libraryMutex_);
+    if (library_.expired()) {
+        library.SetContext(nullptr);
+    }
+}
+
+std::shared_ptr<SharedLibrary> BundlePrivate::LoadedLibrary() const
+{
+    const std::lock_guard lock(libraryMutex_);
+    return library_.lock();
+}
+
+Bundle MakeBundle(const std::shared_ptr<BundlePrivate>& bundle)
+{
+    return Bundle(bundle);
+}
+
+std::shared_ptr<BundlePrivate> GetPrivate(const Bundle& bundle)
+{
+    if (!bundle.d) {
+        throw std::invalid_argument("The bundle handle is empty");
+    }
+    return bundle.d;
+}
+
+Bundle::Bundle() = default;
+Bundle::Bundle(const Bundle&) = default;
+Bundle::Bundle(Bundle&&) noexcept = default;
+Bundle& Bundle::operator=(const Bundle&) = default;
+Bundle& Bundle::operator=(Bundle&&) noexcept = default;
+Bundle::~Bundle() = default;
+
+Bundle::Bundle(std::shared_ptr<BundlePrivate> bundle) : d(std::move(bundle))
+{
+    if (const auto core = CoreOf(d)) {
+        c = core->Running();
+    }
+}
+
+Bundle& Bundle::operator=(std::nullptr_t)
+{
+    return *this = Bundle();
+}
+
+bool Bundle::operator<(const Bundle& other) const
+{
+    return d && other.d ? d->id < other.d->id : d < other.d;
+}
+
+Bundle::State Bundle::GetState() const
+{
+    return GetPrivate(*this)->State();
+}
+
+BundleContext Bundle::GetBundleContext() const
+{
+    return MakeBundleContext(GetPrivate(*this)->Context());
+}
+
+long Bundle::GetBundleId() const
+{
+    return GetPrivate(*this)->id;
+}
+
+std::string Bundle::GetLocation() const
+{
+    return GetPrivate(*this)->location;
+}
+
+std::string Bundle::GetSymbolicName() const
+{
+    return GetPrivate(*this)->manifest.symbolicName;
+}
+
+BundleVersion Bundle::GetVersion() const
+{
+    return GetPrivate(*this)->manifest.version;
+}
+
+const AnyMap& Bundle::GetHeaders() const
+{
+    return GetPrivate(*this)->manifest.headers;
+}
+
+std::vector<ServiceReferenceU> Bundle::GetRegisteredServices() const
+{
+    const auto core = CoreOf(GetPrivate(*this));
+    return core ? core->Services().RegisteredBy(*d) : std::vector<ServiceReferenceU>();
+}
+
+std::vector<ServiceReferenceU> Bundle::GetServicesInUse() const
+{
+    const auto core = CoreOf(GetPrivate(*this));
+    return core ? core->Services().UsedBy(*d) : std::vector<ServiceReferenceU>();
+}
+
+void Bundle::Start()
+{
+    GetPrivate(*this)->Start();
+}
+
+void Bundle::Stop()
+{
+    GetPrivate(*this)->Stop();
+}
+
+void Bundle::Uninstall()
+{
+    GetPrivate(*this)->Uninstall();
+}
+
+std::ostream& operator<<(std::ostream& os, const Bundle& bundle)
+{
+    if (!bundle) {
+        return os << "no bundle";
+    }
+    return os << bundle.GetSymbolicName() << ' ' << bundle.GetVersion() << " (bundle " << bundle.GetBundleId()
+              << ")";
+}
+
+std::ostream& operator<<(std::ostream& os, Bundle::State state)
+{
+    switch (state) {
+    case Bundle::STATE_UNINSTALLED:
+        return os << "UNINSTALLED";
+    case Bundle::STATE_INSTALLED:
+        return os << "INSTALLED";
+    case Bundle::STATE_RESOLVED:
+        return os << "RESOLVED";
+    case Bundle::STATE_STARTING:
+        return os << "STARTING";
+    case Bundle::STATE_STOPPING:
+        return os << "STOPPING";
+    case Bundle::STATE_ACTIVE:
+        return os << "ACTIVE";
+    }
+    return os << "unknown bundle state " << static_cast<unsigned int>(state);
+}
+
+}  // namespace cppmicroservices

@@ -1,0 +1,278 @@
+#include <boost/json.hpp>
+#include <cppmicroservices/Constants.h>
+#include <zip.h>
+
+#include <algorithm>
+#include <array>
+#include <bundle_file.hpp>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <mapped_file.hpp>
+#include <memory>
+#include <stdexcept>
+#include <utility>
+
+namespace cppmicroservices {
+
+namespace {
+
+namespace json = boost::json;
+
+constexpr std::string_view manifestName = "/manifest.json";
+
+/// The record at the end of each zip archive: 22 bytes and a comment, all numbers little endian.
+constexpr std::array<unsigned char, 4> endRecordSignature = {'P', 'K', 5, 6};
+constexpr std::size_t endRecordSize = 22;
+constexpr std::size_t maximumCommentSize = 0xffff;
+constexpr std::size_t directorySizeOffset = 12;
+constexpr std::size_t directoryPositionOffset = 16;
+
+constexpr std::array<unsigned char, 4> libraryMagic = {0x7f, 'E', 'L', 'F'};
+
+bool startsWith(std::span<const std::byte> bytes, std::span<const unsigned char> magic)
+{
+    return bytes.size() >= magic.size() && std::memcmp(bytes.data(), magic.data(), magic.size()) == 0;
+}
+
+std::uint32_t littleEndian32(std::span<const std::byte> bytes)
+{
+    std::uint32_t value = 0;
+    for (const std::size_t i : {3U, 2U, 1U, 0U}) {
+        value = value << 8U | std::to_integer<std::uint32_t>(bytes[i]);
+    }
+    return value;
+}
+
+std::string zipErrorText(zip_error_t& error)
+{
+    std::string text = zip_error_strerror(&error);
+    zip_error_fini(&error);
+    return text;
+}
+
+using Archive = std::unique_ptr<zip_t, void (*)(zip_t*)>;
+using ArchiveEntry = std::unique_ptr<zip_file_t, int (*)(zip_file_t*)>;
+
+Archive openArchive(std::span<const std::byte> bytes)
+{
+    zip_error_t error;
+    zip_error_init(&error);
+    zip_source_t* source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, &error);
+    zip_t* archive = source ? zip_open_from_source(source, ZIP_RDONLY, &error) : nullptr;
+    if (!archive) {
+        zip_source_free(source);
+        throw std::runtime_error("the zip archive cannot be read: " + zipErrorText(error));
+    }
+    zip_error_fini(&error);
+    return {archive, zip_discard};
+}
+
+std::string readEntry(zip_t* archive, zip_uint64_t index)
+{
+    const ArchiveEntry entry(zip_fopen_index(archive, index, 0), zip_fclose);
+    if (!entry) {
+        throw std::runtime_error(zip_strerror(archive));
+    }
+    // The size that the archive states is not to be trusted, so the text grows as it is read.
+    std::string text;
+    std::array<char, 4096> block{};
+    for (;;) {
+        const zip_int64_t count = zip_fread(entry.get(), block.data(), block.size());
+        if (count < 0) {
+            throw std::runtime_error(zip_file_strerror(entry.get()));
+        }
+        if (count == 0) {
+            return text;
+        }
+        text.append(block.data(), static_cast<std::size_t>(count));
+        if (text.size() > maximumManifestSize) {
+            throw std::runtime_error("it is larger than " + std::to_string(maximumManifestSize) + " bytes");
+        }
+    }
+}
+
+/// The symbolic name in "<symbolic name>/manifest.json"; empty for any other entry.
+std::string_view bundleOf(std::string_view entryName)
+{
+    const std::size_t slash = entryName.find('/');
+    return slash != std::string_view::npos && entryName.substr(slash) == manifestName
+               ? entryName.substr(0, slash)
+               : std::string_view();
+}
+
+std::vector<BundleManifest> readArchive(std::span<const std::byte> bytes)
+{
+    const Archive archive = openArchive(bytes);
+    const zip_int64_t count = zip_get_num_entries(archive.get(), 0);
+    std::vector<BundleManifest> manifests;
+    for (zip_int64_t i = 0; i < count; ++i) {
+        const auto index = static_cast<zip_uint64_t>(i);
+        const char* entryName = zip_get_name(archive.get(), index, ZIP_FL_ENC_RAW);
+        const std::string symbolicName(bundleOf(entryName ? entryName : ""));
+        if (symbolicName.empty()) {
+            continue;
+        }
+        try {
+            manifests.push_back(readManifest(readEntry(archive.get(), index), symbolicName));
+        } catch (const std::runtime_error& error) {
+            throw std::runtime_error(symbolicName + std::string(manifestName) + ": " + error.what());
+        }
+    }
+    if (manifests.empty()) {
+        throw std::runtime_error("the zip archive holds no <symbolic name>/manifest.json");
+    }
+    return manifests;
+}
+
+json::value parseJson(std::string_view text)
+{
+    json::parser parser;
+    json::error_code error;
+    const std::size_t parsed = parser.write_some(text.data(), text.size(), error);
+    if (!error && parsed == text.size()) {
+        return parser.release();
+    }
+    const std::string_view before = text.substr(0, parsed);
+    const auto line = 1 + std::ranges::count(before, '\n');
+    const std::size_t lineStart = before.rfind('\n') + 1;
+    throw std::runtime_error("line " + std::to_string(line) + ", column " +
+                             std::to_string(before.size() - lineStart + 1) + ": " +
+                             (error ? error.message() : "text after the manifest's end"));
+}
+
+Any toAny(const json::value& value);
+
+AnyMap toAnyMap(const json::object& object)
+{
+    AnyMap map(AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS);
+    for (const auto& [key, value] : object) {
+        if (value.is_null()) {
+            continue;
+        }
+        if (!map.emplace(std::string(key), toAny(value)).second) {
+            throw std::runtime_error("the key \"" + std::string(key) + "\" is given more than once");
+        }
+    }
+    return map;
+}
+
+Any toAny(const json::value& value)
+{
+    switch (value.kind()) {
+    case json::kind::object:
+        return toAnyMap(value.get_object());
+    case json::kind::array: {
+        std::vector<Any> elements;
+        for (const json::value& element : value.get_array()) {
+            elements.push_back(toAny(element));
+        }
+        return elements;
+    }
+    case json::kind::string:
+        return std::string(value.get_string());
+    case json::kind::bool_:
+        return value.get_bool();
+    case json::kind::int64: {
+        const std::int64_t number = value.get_int64();
+        return std::in_range<int>(number) ? Any(static_cast<int>(number)) : Any(static_cast<long>(number));
+    }
+    case json::kind::uint64:
+        return value.get_uint64();
+    case json::kind::double_:
+        return value.get_double();
+    case json::kind::null:
+        break;
+    }
+    return {};
+}
+
+BundleVersion versionIn(const AnyMap& headers)
+{
+    const auto found = headers.find(Constants::BUNDLE_VERSION);
+    if (found == headers.end()) {
+        return BundleVersion::EmptyVersion();
+    }
+    const auto* text = any_cast<std::string>(&found->second);
+    if (!text) {
+        throw std::runtime_error(Constants::BUNDLE_VERSION + " is not a text");
+    }
+    try {
+        return {*text};
+    } catch (const std::invalid_argument& error) {
+        throw std::runtime_error(Constants::BUNDLE_VERSION + ": " + error.what());
+    }
+}
+
+}  // namespace
+
+bool isLibrary(std::span<const std::byte> bytes)
+{
+    return startsWith(bytes, libraryMagic);
+}
+
+std::optional<std::size_t> findArchive(std::span<const std::byte> bytes)
+{
+    if (bytes.size() < endRecordSize) {
+        return std::nullopt;
+    }
+    const std::size_t last = bytes.size() - endRecordSize;
+    const std::size_t first = last - std::min(last, maximumCommentSize);
+    for (std::size_t position = last;; --position) {
+        const auto record = bytes.subspan(position);
+        if (startsWith(record, endRecordSignature)) {
+            // The archive counts positions from its own beginning, which is where the file without it ended.
+            const std::uint64_t length = std::uint64_t{littleEndian32(record.subspan(directorySizeOffset))} +
+                                         littleEndian32(record.subspan(directoryPositionOffset));
+            if (length <= position) {
+                return position - static_cast<std::size_t>(length);
+            }
+        }
+        if (position == first) {
+            return std::nullopt;
+        }
+    }
+}
+
+BundleManifest readManifest(std::string_view text, const std::string& symbolicName)
+{
+    const json::value root = parseJson(text);
+    const json::object* object = root.if_object();
+    if (!object) {
+        throw std::runtime_error("the manifest is not a JSON object");
+    }
+    AnyMap headers = toAnyMap(*object);
+    const auto name = headers.find(Constants::BUNDLE_SYMBOLICNAME);
+    if (name == headers.end()) {
+        throw std::runtime_error("the manifest does not give " + Constants::BUNDLE_SYMBOLICNAME);
+    }
+    if (name->second != symbolicName) {
+        throw std::runtime_error(Constants::BUNDLE_SYMBOLICNAME + " is \"" + name->second.ToString() +
+                                 "\", but the archive has the manifest under \"" + symbolicName + "\"");
+    }
+    BundleVersion version = versionIn(headers);
+    return {symbolicName, std::move(version), std::move(headers)};
+}
+
+std::vector<BundleManifest> readBundleFile(std::span<const std::byte> bytes, const std::string& file)
+{
+    if (!isLibrary(bytes)) {
+        throw std::runtime_error(file + ": not a shared library");
+    }
+    const auto archive = findArchive(bytes);
+    if (!archive) {
+        throw std::runtime_error(file + ": the library has no zip archive with a bundle manifest appended");
+    }
+    try {
+        return readArchive(bytes.subspan(*archive));
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(file + ": " + error.what());
+    }
+}
+
+std::vector<BundleManifest> readBundleFile(const std::string& file)
+{
+    return readBundleFile(MappedFile(file).Bytes(), file);
+}
+
+}  // namespace cppmicroservices

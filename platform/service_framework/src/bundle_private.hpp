@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cppmicroservices/Bundle.h>
+
+#include <atomic>
+#include <bundle_file.hpp>
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace cppmicroservices {
+
+class BundleContextPrivate;
+class ComponentRuntime;
+class CoreBundleContext;
+class SharedLibrary;
+
+/// One installed bundle. Threads may share it; starting and stopping one bundle are serialised.
+class BundlePrivate : public std::enable_shared_from_this<BundlePrivate>
+{
+public:
+    BundlePrivate(std::weak_ptr<CoreBundleContext> core, long bundleId, std::string bundleLocation,
+                  BundleManifest bundleManifest);
+    BundlePrivate(const BundlePrivate&) = delete;
+    BundlePrivate& operator=(const BundlePrivate&) = delete;
+    virtual ~BundlePrivate();
+
+    virtual void Start();
+    virtual void Stop();
+    virtual void Uninstall();
+
+    Bundle::State State() const noexcept { return state_; }
+    /// Null unless starting, active or stopping.
+    std::shared_ptr<BundleContextPrivate> Context() const;
+    /// Null once the framework is gone.
+    std::shared_ptr<CoreBundleContext> Core() const { return core_.lock(); }
+
+    /// The bundle's library, loaded on first use and until the last holder lets go.
+    /// Throws SharedLibraryException when it does not load.
+    std::shared_ptr<SharedLibrary> LoadLibrary();
+    /// The library if it is loaded, else null.
+    std::shared_ptr<SharedLibrary> LoadedLibrary() const;
+
+    const long id;
+    const std::string location;
+    const BundleManifest manifest;
+
+protected:
+    /// Opens a new context.
+    void Open();
+    /// Withdraws everything the bundle offers, uses and listens to, and makes its context invalid.
+    void Close();
+
+    std::recursive_mutex transition_;
+    std::atomic<Bundle::State> state_ = Bundle::STATE_INSTALLED;
+
+private:
+    [[noreturn]] void ThrowUninstalled() const;
+    /// Refuses what the manifest may ask for but this framework does not do.
+    void CheckSupported() const;
+    /// Called when the library's last holder has let go.
+    void Unload(SharedLibrary& library) const;
+
+    const std::weak_ptr<CoreBundleContext> core_;
+    std::unique_ptr<ComponentRuntime> components_;
+
+    mutable std::mutex contextMutex_;
+    std::shared_ptr<BundleContextPrivate> context_;
+
+    // Recursive, as a library's static initialisation may come back to its bundle.
+    mutable std::recursive_mutex libraryMutex_;
+    std::weak_ptr<SharedLibrary> library_;
+};
+
+/// A handle that keeps the framework running; empty for null.
+Bundle MakeBundle(const std::shared_ptr<BundlePrivate>& bundle);
+std::shared_ptr<BundlePrivate> GetPrivate(const Bundle& bundle);
+
+/// Null for null, and once the framework is gone.
+inline std::shared_ptr<CoreBundleContext> CoreOf(const std::shared_ptr<BundlePrivate>& bundle)
+{
+    return bundle ? bundle->Core() : nullptr;
+}
+
+}  // namespace cppmicroservices

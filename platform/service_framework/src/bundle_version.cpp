@@ -1,0 +1,82 @@
+#include <cppmicroservices/BundleVersion.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <ostream>
+#include <stdexcept>
+#include <string_view>
+
+namespace cppmicroservices {
+
+namespace {
+
+bool isQualifier(std::string_view text)
+{
+    return std::ranges::all_of(text, [](char c) {
+        return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
+               c == '-';
+    });
+}
+
+[[noreturn]] void throwNoVersion(std::string_view text)
+{
+    throw std::invalid_argument("\"" + std::string(text) +
+                                "\" is not a version: write major.minor.micro.qualifier, such as 1.2.3.beta");
+}
+
+}  // namespace
+
+BundleVersion::BundleVersion(unsigned int majorVersion, unsigned int minorVersion, unsigned int microVersion,
+                             std::string qualifier)
+    : major_(majorVersion), minor_(minorVersion), micro_(microVersion), qualifier_(std::move(qualifier))
+{
+    if (!isQualifier(qualifier_)) {
+        throwNoVersion(ToString());
+    }
+}
+
+BundleVersion::BundleVersion(const std::string& version) : BundleVersion(0, 0, 0)
+{
+    std::string_view rest = version;
+    for (unsigned int* part : {&major_, &minor_, &micro_}) {
+        const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), *part);
+        if (error != std::errc()) {
+            throwNoVersion(version);
+        }
+        rest.remove_prefix(static_cast<std::size_t>(end - rest.data()));
+        if (rest.empty()) {
+            return;
+        }
+        if (rest.front() != '.') {
+            throwNoVersion(version);
+        }
+        rest.remove_prefix(1);
+    }
+    if (rest.empty() || !isQualifier(rest)) {
+        throwNoVersion(version);
+    }
+    qualifier_ = rest;
+}
+
+std::string BundleVersion::ToString() const
+{
+    std::string text = std::to_string(major_) + "." + std::to_string(minor_) + "." + std::to_string(micro_);
+    if (!qualifier_.empty()) {
+        text += "." + qualifier_;
+    }
+    return text;
+}
+
+int BundleVersion::Compare(const BundleVersion& other) const
+{
+    const auto order = *this <=> other;
+    return order < 0 ? -1 : order > 0 ? 1 : 0;
+}
+
+std::ostream& operator<<(std::ostream& os, const BundleVersion& version)
+{
+    return os << version.ToString();
+}
+
+}  // namespace cppmicroservices

@@ -1,0 +1,126 @@
+#include <boost/algorithm/string/replace.hpp>
+
+#include <algorithm>
+#include <array>
+#include <component_description.hpp>
+#include <stdexcept>
+#include <string_view>
+
+namespace cppmicroservices {
+
+namespace {
+
+constexpr std::array<std::string_view, 8> knownMembers = {
+    "implementation-class", "name",    "enabled", "immediate", "service", "properties",
+    "inject-references",    "activate"};
+
+/// A member of a JSON object; the fallback when it is missing. Throws when it is of another type than T.
+template <class T>
+T member(const AnyMap& object, const std::string& key, T fallback)
+{
+    const auto found = object.find(key);
+    if (found == object.end()) {
+        return fallback;
+    }
+    const T* value = any_cast<T>(&found->second);
+    if (!value) {
+        throw std::runtime_error("\"" + key + "\" is of the wrong JSON type");
+    }
+    return *value;
+}
+
+/// A member that must be there. Throws when it is missing or of another type than T.
+template <class T>
+T required(const AnyMap& object, const std::string& key)
+{
+    if (object.count(key) == 0) {
+        throw std::runtime_error("\"" + key + "\" is missing");
+    }
+    return member(object, key, T());
+}
+
+std::string withoutLeadingColons(const std::string& name)
+{
+    const std::size_t start = name.find_first_not_of(':');
+    return start == std::string::npos ? name : name.substr(start);
+}
+
+std::vector<std::string> describeInterfaces(const AnyMap& service)
+{
+    if (member(service, "scope", std::string("singleton")) != "singleton") {
+        throw std::runtime_error("\"scope\" is not singleton, the only one that this framework does");
+    }
+    std::vector<std::string> interfaces;
+    for (const Any& interface : required<std::vector<Any>>(service, "interfaces")) {
+        const auto* name = any_cast<std::string>(&interface);
+        if (!name || name->empty()) {
+            throw std::runtime_error("\"interfaces\" is not a list of interface names");
+        }
+        interfaces.push_back(withoutLeadingColons(*name));
+    }
+    if (interfaces.empty()) {
+        throw std::runtime_error("\"interfaces\" is empty");
+    }
+    return interfaces;
+}
+
+ComponentDescription describeComponent(const Any& element)
+{
+    const auto* members = any_cast<AnyMap>(&element);
+    if (!members) {
+        throw std::runtime_error("not an object");
+    }
+    const AnyMap& object = *members;
+    ComponentDescription component;
+    component.implementationClass =
+        withoutLeadingColons(required<std::string>(object, "implementation-class"));
+    component.name = member(object, "name", component.implementationClass);
+    const bool offersService = object.count("service") != 0;
+    if (offersService) {
+        component.interfaces = describeInterfaces(required<AnyMap>(object, "service"));
+    }
+    component.enabled = member(object, "enabled", true);
+    component.immediate = member(object, "immediate", !offersService);
+    for (const auto& [key, value] : member(object, "properties", AnyMap())) {
+        component.properties.emplace(key, value);
+    }
+    for (const auto& [key, value] : object) {
+        if (std::ranges::find(knownMembers, key) == knownMembers.end()) {
+            throw std::runtime_error("\"" + key + "\" asks for what this framework does not do");
+        }
+    }
+    return component;
+}
+
+}  // namespace
+
+std::string ComponentDescription::FunctionName(const std::string& prefix) const
+{
+    return prefix + boost::algorithm::replace_all_copy(implementationClass, "::", "_");
+}
+
+std::vector<ComponentDescription> describeComponents(const BundleManifest& manifest)
+{
+    std::vector<ComponentDescription> components;
+    if (manifest.headers.count("scr") == 0) {
+        return components;
+    }
+    std::string place = "The bundle " + manifest.symbolicName + ", manifest section scr";
+    try {
+        const auto section = required<AnyMap>(manifest.headers, "scr");
+        if (required<int>(section, "version") != 1) {
+            throw std::runtime_error("\"version\" is not 1, the only one that this framework reads");
+        }
+        const auto list = required<std::vector<Any>>(section, "components");
+        const std::string sectionPlace = place;
+        for (const Any& element : list) {
+            place = sectionPlace + ", component " + std::to_string(components.size() + 1);
+            components.push_back(describeComponent(element));
+        }
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(place + ": " + error.what());
+    }
+    return components;
+}
+
+}  // namespace cppmicroservices

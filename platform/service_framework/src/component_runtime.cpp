@@ -1,0 +1,276 @@
+#include <cppmicroservices/Constants.h>
+#include <cppmicroservices/FrameworkEvent.h>
+#include <cppmicroservices/ServiceFactory.h>
+#include <cppmicroservices/servicecomponent/ComponentContext.hpp>
+#include <cppmicroservices/servicecomponent/detail/ComponentInstance.hpp>
+
+#include <atomic>
+#include <bundle_context_private.hpp>
+#include <bundle_private.hpp>
+#include <component_description.hpp>
+#include <component_runtime.hpp>
+#include <core_bundle_context.hpp>
+#include <mutex>
+#include <service_registry.hpp>
+#include <shared_library.hpp>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace cppmicroservices {
+
+using service::component::ComponentContext;
+using service::component::detail::ComponentInstance;
+
+service::component::ComponentContext::~ComponentContext() noexcept = default;
+service::component::detail::ComponentInstance::~ComponentInstance() noexcept = default;
+
+namespace {
+
+class ComponentContextImpl final : public ComponentContext
+{
+public:
+    ComponentContextImpl(ServiceProperties properties, cppmicroservices::BundleContext context,
+                         const ServiceReferenceBase& reference)
+        : properties_(std::move(properties)), context_(std::move(context)), reference_(reference)
+    {}
+
+    std::unordered_map<std::string, Any> GetProperties() const override { return properties_; }
+    cppmicroservices::BundleContext GetBundleContext() const override
+    {
+        context_.GetBundle();  // throws when the bundle has stopped
+        return context_;
+    }
+    Bundle GetUsingBundle() const override { return {}; }
+    ServiceReferenceBase GetServiceReference() const override { return reference_; }
+
+private:
+    const ServiceProperties properties_;
+    const cppmicroservices::BundleContext context_;
+    const ServiceReferenceBase reference_;
+};
+
+ServiceProperties propertiesOf(const ComponentDescription& component)
+{
+    static std::atomic<unsigned long> nextComponentId = 0;
+    ServiceProperties properties = component.properties;
+    properties["component.name"] = component.name;
+    properties["component.id"] = nextComponentId++;
+    return properties;
+}
+
+/// One component object at work, with its wrapper and the library that holds their code.
+class ActiveComponent
+{
+public:
+    /// Throws std::runtime_error, naming the component, when the library lacks a function or the component
+    /// throws. What came from the library must not leave here, as the library may be unloaded after it.
+    ActiveComponent(const std::shared_ptr<BundlePrivate>& bundle, const ComponentDescription& description,
+                    std::shared_ptr<ComponentContext> context)
+        : bundle_(bundle),
+          name_(description.name),
+          library_(bundle->LoadLibrary()),
+          context_(std::move(context)),
+          instance_(nullptr,
+                    library_->Get<void(ComponentInstance*)>(description.FunctionName("DeleteInstance_")))
+    {
+        auto* const create = library_->Get<ComponentInstance*()>(description.FunctionName("NewInstance_"));
+        try {
+            instance_.reset(create());
+            if (!instance_) {
+                throw std::runtime_error("NewInstance made no component");
+            }
+            instance_->CreateInstance(context_);
+            instance_->BindReferences(context_);
+            instance_->Activate();
+            CollectObjects(description);
+        } catch (const std::exception& error) {
+            Fail(error.what());
+        } catch (...) {
+            Fail("it threw something that is no std::exception");
+        }
+    }
+
+    ActiveComponent(const ActiveComponent&) = delete;
+    ActiveComponent& operator=(const ActiveComponent&) = delete;
+
+    ~ActiveComponent()
+    {
+        try {
+            instance_->Deactivate();
+            instance_->UnbindReferences();
+        } catch (const std::exception& error) {
+            Report(error.what());
+        } catch (...) {
+            Report("something that is no std::exception");
+        }
+    }
+
+    /// The objects by interface; each keeps the component at work.
+    static InterfaceMapConstPtr Objects(const std::shared_ptr<ActiveComponent>& self)
+    {
+        auto objects = std::make_shared<InterfaceMap>();
+        for (const auto& [interfaceId, object] : self->objects_) {
+            objects->emplace(interfaceId, std::shared_ptr<void>(self, object));
+        }
+        return objects;
+    }
+
+private:
+    [[noreturn]] void Fail(const std::string& reason)
+    {
+        // Copied before the exception that it comes from, and the component, are gone.
+        const std::string message = "The component " + name_ + " cannot be activated: " + reason;
+        instance_.reset();
+        throw std::runtime_error(message);
+    }
+
+    void CollectObjects(const ComponentDescription& description)
+    {
+        const InterfaceMapPtr map = instance_->GetInterfaceMap();
+        for (const std::string& interfaceId : description.interfaces) {
+            const auto object = ExtractInterface(map, interfaceId);
+            if (!object) {
+                throw std::runtime_error("it does not provide the interface " + interfaceId);
+            }
+            objects_.emplace_back(interfaceId, object.get());
+        }
+    }
+
+    void Report(const std::string& reason) const
+    {
+        const auto bundle = bundle_.lock();
+        if (const auto core = CoreOf(bundle)) {
+            core->Send({FrameworkEvent::FRAMEWORK_ERROR, MakeBundle(bundle),
+                        "The component " + name_ + " threw at its deactivation: " + reason});
+        }
+    }
+
+    const std::weak_ptr<BundlePrivate> bundle_;
+    const std::string name_;
+    const std::shared_ptr<SharedLibrary> library_;
+    const std::shared_ptr<ComponentContext> context_;
+    std::unique_ptr<ComponentInstance, void (*)(ComponentInstance*)> instance_;
+    std::vector<std::pair<std::string, void*>> objects_;
+};
+
+}  // namespace
+
+/// Makes one component at the first request and keeps it until it is closed.
+class ComponentFactory final : public ServiceFactory
+{
+public:
+    ComponentFactory(std::weak_ptr<BundlePrivate> bundle, ComponentDescription description)
+        : bundle_(std::move(bundle)),
+          description_(std::move(description)),
+          properties_(propertiesOf(description_))
+    {}
+
+    const ComponentDescription& Description() const noexcept { return description_; }
+
+    ServiceProperties RegistrationProperties() const
+    {
+        ServiceProperties properties = properties_;
+        properties[Constants::SERVICE_SCOPE] = Constants::SCOPE_SINGLETON;
+        return properties;
+    }
+
+    InterfaceMapConstPtr GetService(const Bundle&, const ServiceRegistrationBase& registration) override
+    {
+        const auto component = Activate(registration.GetReference());
+        return component ? ActiveComponent::Objects(component) : nullptr;
+    }
+
+    void UngetService(const Bundle&, const ServiceRegistrationBase&, const InterfaceMapConstPtr&) override {}
+
+    /// The component; null once closed.
+    std::shared_ptr<ActiveComponent> Activate(const ServiceReferenceBase& reference)
+    {
+        // Held while the component is made: who asks at the same time waits for the one object.
+        const std::lock_guard lock(mutex_);
+        const auto bundle = bundle_.lock();
+        if (closed_ || !bundle) {
+            return nullptr;
+        }
+        if (!active_) {
+            auto context = std::make_shared<ComponentContextImpl>(
+                properties_, MakeBundleContext(bundle->Context()), reference);
+            active_ = std::make_shared<ActiveComponent>(bundle, description_, std::move(context));
+        }
+        return active_;
+    }
+
+    void Close()
+    {
+        std::shared_ptr<ActiveComponent> released;
+        const std::lock_guard lock(mutex_);
+        closed_ = true;
+        released.swap(active_);
+    }
+
+private:
+    const std::weak_ptr<BundlePrivate> bundle_;
+    const ComponentDescription description_;
+    const ServiceProperties properties_;
+
+    std::mutex mutex_;
+    bool closed_ = false;
+    std::shared_ptr<ActiveComponent> active_;
+};
+
+ComponentRuntime::ComponentRuntime(BundlePrivate& bundle) : bundle_(bundle)
+{
+    for (ComponentDescription& description : describeComponents(bundle.manifest)) {
+        if (description.enabled) {
+            factories_.push_back(
+                std::make_shared<ComponentFactory>(bundle.weak_from_this(), std::move(description)));
+        }
+    }
+    try {
+        Start();
+    } catch (...) {
+        Stop();
+        throw;
+    }
+}
+
+ComponentRuntime::~ComponentRuntime()
+{
+    Stop();
+}
+
+void ComponentRuntime::Start()
+{
+    const auto core = bundle_.Core();
+    for (const auto& factory : factories_) {
+        const ComponentDescription& description = factory->Description();
+        ServiceReferenceU reference;
+        if (!description.interfaces.empty()) {
+            const auto objects = std::make_shared<InterfaceMap>();
+            for (const std::string& interfaceId : description.interfaces) {
+                objects->emplace(interfaceId, nullptr);
+            }
+            objects->emplace(detail::factoryInterfaceId, ToFactory(factory));
+            registrations_.push_back(core->Services().Register(bundle_.shared_from_this(), objects,
+                                                               factory->RegistrationProperties()));
+            reference = registrations_.back().GetReference();
+        }
+        if (description.immediate) {
+            factory->Activate(reference);
+        }
+    }
+}
+
+void ComponentRuntime::Stop()
+{
+    for (ServiceRegistrationU& registration : registrations_) {
+        registration.Unregister();
+    }
+    registrations_.clear();
+    for (const auto& factory : factories_) {
+        factory->Close();
+    }
+    factories_.clear();
+}
+
+}  // namespace cppmicroservices

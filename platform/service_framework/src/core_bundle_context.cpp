@@ -1,0 +1,182 @@
+#include <cppmicroservices/Constants.h>
+#include <cppmicroservices/FrameworkEvent.h>
+
+#include <algorithm>
+#include <bundle_context_private.hpp>
+#include <bundle_file.hpp>
+#include <core_bundle_context.hpp>
+#include <stdexcept>
+#include <system_bundle.hpp>
+#include <utility>
+
+namespace cppmicroservices {
+
+namespace {
+
+/// Stops the framework when nobody can reach it any more. It is still whole then, for the components that
+/// end.
+struct RunningFramework
+{
+    explicit RunningFramework(const FrameworkConfiguration& configuration)
+        : core(std::make_shared<CoreBundleContext>(configuration))
+    {}
+    RunningFramework(const RunningFramework&) = delete;
+    RunningFramework& operator=(const RunningFramework&) = delete;
+    ~RunningFramework() { core->SystemBundle()->Stop(); }
+
+    const std::shared_ptr<CoreBundleContext> core;
+};
+
+AnyMap withOwnProperties(const FrameworkConfiguration& configuration)
+{
+    AnyMap properties(configuration);
+    properties[Constants::FRAMEWORK_VENDOR] = std::string(VX_SERVICE_FRAMEWORK_NAME);
+    properties[Constants::FRAMEWORK_VERSION] = std::string(VX_SERVICE_FRAMEWORK_VERSION);
+    return properties;
+}
+
+}  // namespace
+
+std::shared_ptr<CoreBundleContext> CoreBundleContext::Create(const FrameworkConfiguration& configuration)
+{
+    const auto owner = std::make_shared<RunningFramework>(configuration);
+    CoreBundleContext& core = *owner->core;
+    std::shared_ptr<CoreBundleContext> running(owner, &core);
+    core.running_ = running;
+    core.systemBundle_ = std::make_shared<cppmicroservices::SystemBundle>(owner->core);
+    return running;
+}
+
+CoreBundleContext::CoreBundleContext(const FrameworkConfiguration& configuration)
+    : properties_(withOwnProperties(configuration))
+{}
+
+std::shared_ptr<CoreBundleContext> CoreBundleContext::Running()
+{
+    auto running = running_.lock();
+    return running ? running : shared_from_this();
+}
+
+void CoreBundleContext::Open()
+{
+    const std::lock_guard lock(mutex_);
+    bundles_[systemBundle_->id] = systemBundle_;
+    open_ = true;
+}
+
+void CoreBundleContext::Close()
+{
+    open_ = false;
+    const auto bundles = All();
+    for (auto bundle = bundles.rbegin(); bundle != bundles.rend(); ++bundle) {
+        if (*bundle != systemBundle_) {
+            (*bundle)->Stop();
+        }
+    }
+    std::map<long, std::shared_ptr<BundlePrivate>> forgotten;
+    const std::lock_guard lock(mutex_);
+    forgotten.swap(bundles_);
+}
+
+std::vector<std::shared_ptr<BundlePrivate>> CoreBundleContext::Install(const std::string& location)
+{
+    std::vector<BundleManifest> manifests = readBundleFile(location);
+    std::vector<std::shared_ptr<BundlePrivate>> installed;
+    const std::lock_guard lock(mutex_);
+    for (BundleManifest& manifest : manifests) {
+        const auto sameName = std::ranges::find_if(bundles_, [&](const auto& entry) {
+            const BundleManifest& other = entry.second->manifest;
+            return other.symbolicName == manifest.symbolicName && other.version == manifest.version;
+        });
+        if (sameName == bundles_.end()) {
+            auto bundle = std::make_shared<BundlePrivate>(weak_from_this(), nextBundleId_, location,
+                                                          std::move(manifest));
+            bundles_.emplace(nextBundleId_++, bundle);
+            installed.push_back(std::move(bundle));
+        } else if (sameName->second->location == location) {
+            installed.push_back(sameName->second);
+        } else {
+            throw std::runtime_error(location + ": the bundle " + manifest.symbolicName + " " +
+                                     manifest.version.ToString() + " is already installed from " +
+                                     sameName->second->location);
+        }
+    }
+    return installed;
+}
+
+void CoreBundleContext::Remove(long bundleId)
+{
+    const std::lock_guard lock(mutex_);
+    bundles_.erase(bundleId);
+}
+
+std::shared_ptr<BundlePrivate> CoreBundleContext::Find(long bundleId) const
+{
+    const std::lock_guard lock(mutex_);
+    const auto found = bundles_.find(bundleId);
+    return found == bundles_.end() ? nullptr : found->second;
+}
+
+std::vector<std::shared_ptr<BundlePrivate>> CoreBundleContext::All() const
+{
+    std::vector<std::shared_ptr<BundlePrivate>> all;
+    const std::lock_guard lock(mutex_);
+    for (const auto& [id, bundle] : bundles_) {
+        all.push_back(bundle);
+    }
+    return all;
+}
+
+ListenerToken CoreBundleContext::AddListener(const BundleContextPrivate& owner,
+                                             const FrameworkListener& listener)
+{
+    auto call = std::make_shared<const FrameworkListener>(listener);
+    const std::lock_guard lock(mutex_);
+    listeners_.emplace(nextListenerId_, Listener{&owner, std::move(call)});
+    return ListenerToken(nextListenerId_++);
+}
+
+void CoreBundleContext::RemoveListener(const ListenerToken& token)
+{
+    Listener removed;
+    const std::lock_guard lock(mutex_);
+    const auto found = listeners_.find(token.id_);
+    if (found != listeners_.end()) {
+        removed = std::move(found->second);
+        listeners_.erase(found);
+    }
+}
+
+void CoreBundleContext::RemoveListeners(const BundleContextPrivate& owner)
+{
+    std::vector<Listener> removed;
+    const std::lock_guard lock(mutex_);
+    std::erase_if(listeners_, [&](auto& entry) {
+        const bool owned = entry.second.owner == &owner;
+        if (owned) {
+            removed.push_back(entry.second);
+        }
+        return owned;
+    });
+}
+
+void CoreBundleContext::Send(const FrameworkEvent& event) const
+{
+    std::vector<std::shared_ptr<const FrameworkListener>> calls;
+    {
+        const std::lock_guard lock(mutex_);
+        for (const auto& [id, listener] : listeners_) {
+            calls.push_back(listener.call);
+        }
+    }
+    for (const auto& call : calls) {
+        try {
+            (*call)(event);
+        } catch (...) {
+            // Nobody is left to tell: the listeners are the ones who hear of errors.
+            continue;
+        }
+    }
+}
+
+}  // namespace cppmicroservices

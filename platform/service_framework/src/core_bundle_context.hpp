@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cppmicroservices/AnyMap.h>
+#include <cppmicroservices/FrameworkFactory.h>
+#include <cppmicroservices/ListenerFunctors.h>
+#include <cppmicroservices/ListenerToken.h>
+
+#include <atomic>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <service_registry.hpp>
+#include <string>
+#include <vector>
+
+namespace cppmicroservices {
+
+class BundleContextPrivate;
+class BundlePrivate;
+class FrameworkEvent;
+
+/// What the bundles of one framework share: the installed bundles, the services, the listeners, the
+/// properties.
+class CoreBundleContext : public std::enable_shared_from_this<CoreBundleContext>
+{
+public:
+    /// A framework with its system bundle. The result keeps it running: when the last copy goes, it stops.
+    static std::shared_ptr<CoreBundleContext> Create(const FrameworkConfiguration& configuration);
+
+    explicit CoreBundleContext(const FrameworkConfiguration& configuration);
+
+    /// This framework, kept running as Create does.
+    std::shared_ptr<CoreBundleContext> Running();
+
+    const AnyMap& Properties() const noexcept { return properties_; }
+    ServiceRegistry& Services() noexcept { return services_; }
+
+    /// True between initialisation and stop.
+    bool IsOpen() const noexcept { return open_; }
+    void Open();
+    /// Stops all bundles, the last installed first, and forgets them.
+    void Close();
+
+    /// As BundleContext::InstallBundles does.
+    std::vector<std::shared_ptr<BundlePrivate>> Install(const std::string& location);
+    void Remove(long bundleId);
+    std::shared_ptr<BundlePrivate> SystemBundle() const { return systemBundle_; }
+    /// Null when there is none.
+    std::shared_ptr<BundlePrivate> Find(long bundleId) const;
+    /// In order of installation, the system bundle first.
+    std::vector<std::shared_ptr<BundlePrivate>> All() const;
+
+    ListenerToken AddListener(const BundleContextPrivate& owner, const FrameworkListener& listener);
+    void RemoveListener(const ListenerToken& token);
+    void RemoveListeners(const BundleContextPrivate& owner);
+    void Send(const FrameworkEvent& event) const;
+
+private:
+    struct Listener
+    {
+        const BundleContextPrivate* owner;
+        std::shared_ptr<const FrameworkListener> call;
+    };
+
+    const AnyMap properties_;
+    ServiceRegistry services_;
+    std::shared_ptr<BundlePrivate> systemBundle_;
+    std::weak_ptr<CoreBundleContext> running_;
+    std::atomic<bool> open_ = false;
+
+    mutable std::mutex mutex_;
+    std::map<long, std::shared_ptr<BundlePrivate>> bundles_;
+    long nextBundleId_ = 1;
+    std::map<ListenerTokenId, Listener> listeners_;
+    ListenerTokenId nextListenerId_ = 1;
+};
+
+}  // namespace cppmicroservices

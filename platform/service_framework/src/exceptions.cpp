@@ -1,0 +1,29 @@
+#include <cppmicroservices/IllegalStateException.h>
+#include <cppmicroservices/ServiceException.h>
+#include <cppmicroservices/SharedLibraryException.h>
+
+#include <utility>
+
+// The destructors stand here so that each exception type has one home, and a catch finds it across libraries.
+namespace cppmicroservices {
+
+ServiceException::ServiceException(const std::string& message, const Type& type)
+    : std::runtime_error(message), type_(type)
+{}
+
+ServiceException::ServiceException(const ServiceException&) noexcept = default;
+ServiceException& ServiceException::operator=(const ServiceException&) noexcept = default;
+ServiceException::~ServiceException() = default;
+
+IllegalStateException::IllegalStateException(std::string what) : std::runtime_error(what) {}
+IllegalStateException::IllegalStateException(const IllegalStateException&) noexcept = default;
+IllegalStateException::~IllegalStateException() = default;
+
+SharedLibraryException::SharedLibraryException(std::error_code code, std::string what, Bundle origin)
+    : std::system_error(code, what), origin_(std::move(origin))
+{}
+
+SharedLibraryException::SharedLibraryException(const SharedLibraryException&) = default;
+SharedLibraryException::~SharedLibraryException() = default;
+
+}  // namespace cppmicroservices

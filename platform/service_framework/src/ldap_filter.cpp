@@ -1,0 +1,455 @@
+#include <cppmicroservices/Bundle.h>
+#include <cppmicroservices/LDAPFilter.h>
+#include <cppmicroservices/ServiceReferenceBase.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <list>
+#include <ostream>
+#include <service_record.hpp>
+#include <stdexcept>
+#include <string_view>
+#include <vector>
+
+namespace cppmicroservices {
+
+namespace {
+
+/// Deep enough for any filter written by hand or by a program; bounds the recursion on hostile ones.
+constexpr int maximumDepth = 100;
+
+bool isBlank(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+char lowered(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool equalIgnoringCase(std::string_view left, std::string_view right)
+{
+    return std::ranges::equal(left, right, {}, lowered, lowered);
+}
+
+enum class Operator
+{
+    And,
+    Or,
+    Not,
+    Equal,
+    Approximate,
+    LessOrEqual,
+    GreaterOrEqual
+};
+
+struct Expression
+{
+    Operator op;
+    std::vector<Expression> operands;  // of And, Or and Not
+    std::string key;                   // of the comparisons
+    // The value, cut at its wildcards: "a*b" is {"a", "b"}, "*" is {"", ""}.
+    std::vector<std::string> parts;
+};
+
+std::string withoutBlanksAndCase(std::string_view text)
+{
+    std::string result;
+    for (const char c : text) {
+        if (!isBlank(c)) {
+            result += lowered(c);
+        }
+    }
+    return result;
+}
+
+bool matchesParts(std::string_view text, const std::vector<std::string>& parts)
+{
+    const std::string& first = parts.front();
+    const std::string& last = parts.back();
+    if (parts.size() == 1) {
+        return text == first;
+    }
+    if (text.size() < first.size() + last.size() || !text.starts_with(first) || !text.ends_with(last)) {
+        return false;
+    }
+    text.remove_prefix(first.size());
+    text.remove_suffix(last.size());
+    for (auto part = parts.begin() + 1; part != parts.end() - 1; ++part) {
+        const std::size_t found = text.find(*part);
+        if (found == std::string_view::npos) {
+            return false;
+        }
+        text.remove_prefix(found + part->size());
+    }
+    return true;
+}
+
+/// The value as one text; a wildcard counts as an asterisk where only '=' knows wildcards.
+std::string wholeValue(const Expression& comparison)
+{
+    std::string value = comparison.parts.front();
+    for (auto part = comparison.parts.begin() + 1; part != comparison.parts.end(); ++part) {
+        value += '*' + *part;
+    }
+    return value;
+}
+
+bool compareText(std::string_view text, const Expression& comparison)
+{
+    switch (comparison.op) {
+    case Operator::Equal:
+        return matchesParts(text, comparison.parts);
+    case Operator::Approximate:
+        return withoutBlanksAndCase(text) == withoutBlanksAndCase(wholeValue(comparison));
+    case Operator::LessOrEqual:
+        return text <= wholeValue(comparison);
+    default:
+        return text >= wholeValue(comparison);
+    }
+}
+
+template <class T>
+bool compareNumber(T number, const Expression& comparison)
+{
+    const std::string value = wholeValue(comparison);
+    T bound{};
+    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), bound);
+    if (error != std::errc() || end != value.data() + value.size()) {
+        return false;
+    }
+    switch (comparison.op) {
+    case Operator::LessOrEqual:
+        return number <= bound;
+    case Operator::GreaterOrEqual:
+        return number >= bound;
+    default:
+        if constexpr (std::is_floating_point_v<T>) {
+            return std::abs(number - bound) < std::numeric_limits<T>::epsilon();
+        } else {
+            return number == bound;
+        }
+    }
+}
+
+bool compareBool(bool flag, const Expression& comparison)
+{
+    const bool ordering = comparison.op == Operator::LessOrEqual || comparison.op == Operator::GreaterOrEqual;
+    return !ordering && equalIgnoringCase(wholeValue(comparison), flag ? "true" : "false");
+}
+
+/// Sets result when the value is one of the number types Ts.
+template <class... Ts>
+bool compareAsNumber(const Any& value, const Expression& comparison, bool& result)
+{
+    const auto compareAs = [&]<class T>(const T* number) {
+        if (number) {
+            result = compareNumber(*number, comparison);
+        }
+        return number != nullptr;
+    };
+    return (compareAs(any_cast<Ts>(&value)) || ...);
+}
+
+bool compare(const Any& value, const Expression& comparison)
+{
+    if (value.Empty()) {
+        return false;
+    }
+    const auto compareElement = [&](const auto& element) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(element)>, Any>) {
+            return compare(element, comparison);
+        } else {
+            return compareText(element, comparison);
+        }
+    };
+    const bool presence = comparison.op == Operator::Equal && comparison.parts.size() > 1 &&
+                          std::ranges::all_of(comparison.parts, &std::string::empty);
+    if (presence) {
+        return true;
+    }
+    if (const auto* text = any_cast<std::string>(&value)) {
+        return compareText(*text, comparison);
+    }
+    if (const auto* literal = any_cast<const char*>(&value)) {
+        return compareText(*literal, comparison);
+    }
+    if (const auto* character = any_cast<char>(&value)) {
+        return compareText({character, 1}, comparison);
+    }
+    if (const auto* texts = any_cast<std::vector<std::string>>(&value)) {
+        return std::ranges::any_of(*texts, compareElement);
+    }
+    if (const auto* textList = any_cast<std::list<std::string>>(&value)) {
+        return std::ranges::any_of(*textList, compareElement);
+    }
+    if (const auto* values = any_cast<std::vector<Any>>(&value)) {
+        return std::ranges::any_of(*values, compareElement);
+    }
+    if (const auto* flag = any_cast<bool>(&value)) {
+        return compareBool(*flag, comparison);
+    }
+    bool result = false;
+    compareAsNumber<int, long, long long, short, unsigned char, unsigned short, unsigned int, unsigned long,
+                    unsigned long long, float, double>(value, comparison, result);
+    return result;
+}
+
+const Any* findProperty(const AnyMap& properties, const std::string& key, bool matchCase)
+{
+    auto found = properties.find(key);
+    if (found == properties.end() && !matchCase) {
+        found = std::find_if(properties.begin(), properties.end(),
+                             [&](const auto& property) { return equalIgnoringCase(property.first, key); });
+    }
+    const bool usable = found != properties.end() && (!matchCase || found->first == key);
+    return usable ? &found->second : nullptr;
+}
+
+bool evaluate(const Expression& expression, const AnyMap& properties, bool matchCase)
+{
+    const auto holds = [&](const Expression& operand) { return evaluate(operand, properties, matchCase); };
+    switch (expression.op) {
+    case Operator::And:
+        return std::ranges::all_of(expression.operands, holds);
+    case Operator::Or:
+        return std::ranges::any_of(expression.operands, holds);
+    case Operator::Not:
+        return !holds(expression.operands.front());
+    default: {
+        const Any* value = findProperty(properties, expression.key, matchCase);
+        return value && compare(*value, expression);
+    }
+    }
+}
+
+std::string_view operatorText(Operator op)
+{
+    switch (op) {
+    case Operator::And:
+        return "&";
+    case Operator::Or:
+        return "|";
+    case Operator::Not:
+        return "!";
+    case Operator::Equal:
+        return "=";
+    case Operator::Approximate:
+        return "~=";
+    case Operator::LessOrEqual:
+        return "<=";
+    case Operator::GreaterOrEqual:
+        return ">=";
+    }
+    return "";
+}
+
+void write(std::string& out, const Expression& expression)
+{
+    out += '(';
+    out += expression.key;
+    out += operatorText(expression.op);
+    for (const Expression& operand : expression.operands) {
+        write(out, operand);
+    }
+    for (std::size_t i = 0; i < expression.parts.size(); ++i) {
+        if (i > 0) {
+            out += '*';
+        }
+        for (const char c : expression.parts[i]) {
+            if (std::string_view("()*\\").find(c) != std::string_view::npos) {
+                out += '\\';
+            }
+            out += c;
+        }
+    }
+    out += ')';
+}
+
+class Parser
+{
+public:
+    explicit Parser(std::string_view text) : text_(text) {}
+
+    Expression parse()
+    {
+        Expression expression = parseFilter(0);
+        skipBlanks();
+        if (position_ != text_.size()) {
+            fail("text after the filter's end");
+        }
+        return expression;
+    }
+
+private:
+    [[noreturn]] void fail(const std::string& reason) const
+    {
+        throw std::invalid_argument("Malformed LDAP filter \"" + std::string(text_) + "\": " + reason +
+                                    " at position " + std::to_string(position_));
+    }
+
+    bool atEnd() const { return position_ == text_.size(); }
+
+    char peek() const
+    {
+        if (atEnd()) {
+            fail("unexpected end");
+        }
+        return text_[position_];
+    }
+
+    void skipBlanks()
+    {
+        while (!atEnd() && isBlank(text_[position_])) {
+            ++position_;
+        }
+    }
+
+    bool accept(std::string_view token)
+    {
+        const bool found = text_.substr(position_).starts_with(token);
+        position_ += found ? token.size() : 0;
+        return found;
+    }
+
+    void expect(char token)
+    {
+        if (peek() != token) {
+            fail(std::string("expected '") + token + "'");
+        }
+        ++position_;
+    }
+
+    Expression parseFilter(int depth)
+    {
+        if (depth > maximumDepth) {
+            fail("nested deeper than " + std::to_string(maximumDepth));
+        }
+        skipBlanks();
+        expect('(');
+        skipBlanks();
+        Expression expression = parseBody(depth);
+        expect(')');
+        return expression;
+    }
+
+    Expression parseBody(int depth)
+    {
+        for (const Operator op : {Operator::And, Operator::Or, Operator::Not}) {
+            if (accept(operatorText(op))) {
+                return {op, parseOperands(op, depth), {}, {}};
+            }
+        }
+        std::string key = parseKey();
+        for (const Operator op :
+             {Operator::Equal, Operator::Approximate, Operator::LessOrEqual, Operator::GreaterOrEqual})
+        {
+            if (accept(operatorText(op))) {
+                return {op, {}, std::move(key), parseValue()};
+            }
+        }
+        peek();
+        fail("expected one of = ~= <= >=");
+    }
+
+    std::vector<Expression> parseOperands(Operator op, int depth)
+    {
+        std::vector<Expression> operands;
+        do {
+            operands.push_back(parseFilter(depth + 1));
+            skipBlanks();
+        } while (op != Operator::Not && peek() == '(');
+        return operands;
+    }
+
+    std::string parseKey()
+    {
+        const std::size_t start = position_;
+        while (std::string_view("()<>=~").find(peek()) == std::string_view::npos) {
+            ++position_;
+        }
+        std::string_view key = text_.substr(start, position_ - start);
+        while (!key.empty() && isBlank(key.back())) {
+            key.remove_suffix(1);
+        }
+        if (key.empty()) {
+            fail("expected an attribute name");
+        }
+        return std::string(key);
+    }
+
+    /// A backslash takes the next character as it is; parentheses may stand unescaped in pairs.
+    std::vector<std::string> parseValue()
+    {
+        std::vector<std::string> parts(1);
+        for (int open = 0; open > 0 || peek() != ')'; ++position_) {
+            if (peek() == '*') {
+                parts.emplace_back();
+                continue;
+            }
+            if (peek() == '\\') {
+                ++position_;
+            } else {
+                open += peek() == '(' ? 1 : peek() == ')' ? -1 : 0;
+            }
+            parts.back() += peek();
+        }
+        return parts;
+    }
+
+    std::string_view text_;
+    std::size_t position_ = 0;
+};
+
+}  // namespace
+
+class LDAPFilterData
+{
+public:
+    explicit LDAPFilterData(std::string_view text) : root(Parser(text).parse()) {}
+
+    Expression root;
+};
+
+LDAPFilter::LDAPFilter() = default;
+
+LDAPFilter::LDAPFilter(const std::string& filter) : d(std::make_shared<const LDAPFilterData>(filter)) {}
+
+bool LDAPFilter::Match(const ServiceReferenceBase& reference) const
+{
+    return reference.record_ && Match(*reference.record_->Properties());
+}
+
+bool LDAPFilter::Match(const Bundle& bundle) const
+{
+    return Match(bundle.GetHeaders());
+}
+
+bool LDAPFilter::Match(const AnyMap& properties) const
+{
+    return d && evaluate(d->root, properties, false);
+}
+
+bool LDAPFilter::MatchCase(const AnyMap& properties) const
+{
+    return d && evaluate(d->root, properties, true);
+}
+
+std::string LDAPFilter::ToString() const
+{
+    std::string text;
+    if (d) {
+        write(text, d->root);
+    }
+    return text;
+}
+
+std::ostream& operator<<(std::ostream& os, const LDAPFilter& filter)
+{
+    return os << filter.ToString();
+}
+
+}  // namespace cppmicroservices

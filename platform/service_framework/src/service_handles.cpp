@@ -1,0 +1,195 @@
+#include <cppmicroservices/Bundle.h>
+#include <cppmicroservices/ServiceObjects.h>
+#include <cppmicroservices/ServiceReferenceBase.h>
+#include <cppmicroservices/ServiceRegistrationBase.h>
+
+#include <algorithm>
+#include <bundle_context_private.hpp>
+#include <bundle_private.hpp>
+#include <core_bundle_context.hpp>
+#include <ostream>
+#include <service_record.hpp>
+#include <stdexcept>
+#include <utility>
+
+namespace cppmicroservices {
+
+ServiceReferenceBase::ServiceReferenceBase() = default;
+ServiceReferenceBase::ServiceReferenceBase(const ServiceReferenceBase&) = default;
+ServiceReferenceBase& ServiceReferenceBase::operator=(const ServiceReferenceBase&) = default;
+ServiceReferenceBase::~ServiceReferenceBase() = default;
+
+ServiceReferenceBase::ServiceReferenceBase(std::shared_ptr<ServiceRecord> record, std::string interfaceId)
+    : record_(std::move(record)), interfaceId_(std::move(interfaceId))
+{}
+
+ServiceReferenceBase& ServiceReferenceBase::operator=(std::nullptr_t)
+{
+    record_ = nullptr;
+    interfaceId_.clear();
+    return *this;
+}
+
+ServiceReferenceBase::operator bool() const
+{
+    return record_ && record_->Owner();
+}
+
+Any ServiceReferenceBase::GetProperty(const std::string& key) const
+{
+    if (!record_) {
+        return {};
+    }
+    const auto properties = record_->Properties();
+    const auto found = properties->find(key);
+    return found == properties->end() ? Any() : found->second;
+}
+
+std::vector<std::string> ServiceReferenceBase::GetPropertyKeys() const
+{
+    std::vector<std::string> keys;
+    if (record_) {
+        for (const auto& [key, value] : *record_->Properties()) {
+            keys.push_back(key);
+        }
+    }
+    return keys;
+}
+
+Bundle ServiceReferenceBase::GetBundle() const
+{
+    return MakeBundle(record_ ? record_->Owner() : nullptr);
+}
+
+std::vector<Bundle> ServiceReferenceBase::GetUsingBundles() const
+{
+    std::vector<Bundle> bundles;
+    if (record_) {
+        for (const auto& user : record_->Users()) {
+            bundles.push_back(MakeBundle(user));
+        }
+    }
+    return bundles;
+}
+
+bool ServiceReferenceBase::IsConvertibleTo(const std::string& interfaceId) const
+{
+    return *this && std::ranges::find(record_->Interfaces(), interfaceId) != record_->Interfaces().end();
+}
+
+void ServiceReferenceBase::ConvertTo(const std::string& interfaceId)
+{
+    if (interfaceId_ == interfaceId) {
+        return;
+    }
+    if (IsConvertibleTo(interfaceId)) {
+        interfaceId_ = interfaceId;
+    } else {
+        *this = nullptr;
+    }
+}
+
+bool ServiceReferenceBase::operator<(const ServiceReferenceBase& other) const
+{
+    if (!record_ || !other.record_) {
+        return !record_ && other.record_;
+    }
+    return other.record_->RanksBefore(*record_);
+}
+
+std::ostream& operator<<(std::ostream& os, const ServiceReferenceBase& reference)
+{
+    if (!reference) {
+        return os << "Invalid service reference";
+    }
+    os << "Service of " << reference.GetBundle() << " (";
+    const char* separator = "";
+    for (const std::string& key : reference.GetPropertyKeys()) {
+        os << separator << key << '=' << reference.GetProperty(key).ToStringNoExcept();
+        separator = ",";
+    }
+    return os << ')';
+}
+
+ServiceRegistrationBase::ServiceRegistrationBase() = default;
+ServiceRegistrationBase::ServiceRegistrationBase(const ServiceRegistrationBase&) = default;
+ServiceRegistrationBase::ServiceRegistrationBase(ServiceRegistrationBase&&) noexcept = default;
+ServiceRegistrationBase& ServiceRegistrationBase::operator=(const ServiceRegistrationBase&) = default;
+ServiceRegistrationBase& ServiceRegistrationBase::operator=(ServiceRegistrationBase&&) noexcept = default;
+ServiceRegistrationBase::~ServiceRegistrationBase() = default;
+
+ServiceRegistrationBase::ServiceRegistrationBase(std::shared_ptr<ServiceRecord> record)
+    : record_(std::move(record))
+{}
+
+ServiceRegistrationBase& ServiceRegistrationBase::operator=(std::nullptr_t)
+{
+    record_ = nullptr;
+    return *this;
+}
+
+ServiceRecord& ServiceRegistrationBase::Registered() const
+{
+    if (!record_) {
+        throw std::logic_error("The service registration is empty");
+    }
+    if (!record_->Owner()) {
+        throw std::logic_error("The service is unregistered");
+    }
+    return *record_;
+}
+
+ServiceReferenceBase ServiceRegistrationBase::GetReference(const std::string& interfaceId) const
+{
+    return {Registered().shared_from_this(), interfaceId};
+}
+
+void ServiceRegistrationBase::SetProperties(const ServiceProperties& properties)
+{
+    Registered().SetProperties(properties);
+    if (const auto core = CoreOf(record_->Owner())) {
+        core->Services().Reorder(*record_);
+    }
+}
+
+void ServiceRegistrationBase::Unregister()
+{
+    Registered();
+    if (const auto core = CoreOf(record_->Owner())) {
+        core->Services().Remove(*record_);
+    }
+    if (!record_->Unregister()) {
+        throw std::logic_error("The service is unregistered");
+    }
+}
+
+bool ServiceRegistrationBase::operator<(const ServiceRegistrationBase& other) const
+{
+    return ServiceReferenceBase(record_, {}) < ServiceReferenceBase(other.record_, {});
+}
+
+ServiceObjectsBase::ServiceObjectsBase(ServiceObjectsBase&&) noexcept = default;
+ServiceObjectsBase& ServiceObjectsBase::operator=(ServiceObjectsBase&&) noexcept = default;
+ServiceObjectsBase::~ServiceObjectsBase() = default;
+
+ServiceObjectsBase::ServiceObjectsBase(std::shared_ptr<BundleContextPrivate> context,
+                                       const ServiceReferenceBase& reference)
+    : context_(std::move(context)), reference_(reference)
+{
+    if (!reference) {
+        throw std::invalid_argument("The service reference is invalid");
+    }
+}
+
+InterfaceMapConstPtr ServiceObjectsBase::GetServiceInterfaceMap() const
+{
+    return reference_ ? reference_.record_->Use(context_->Owner()) : nullptr;
+}
+
+std::shared_ptr<void> ServiceObjectsBase::GetService() const
+{
+    const auto objects = GetServiceInterfaceMap();
+    return {objects, ExtractInterface(objects, reference_.GetInterfaceId()).get()};
+}
+
+}  // namespace cppmicroservices

@@ -1,0 +1,337 @@
+#include <cppmicroservices/Constants.h>
+#include <cppmicroservices/FrameworkEvent.h>
+#include <cppmicroservices/ServiceException.h>
+#include <cppmicroservices/ServiceFactory.h>
+#include <cppmicroservices/SharedLibraryException.h>
+
+#include <algorithm>
+#include <bundle_private.hpp>
+#include <core_bundle_context.hpp>
+#include <optional>
+#include <service_record.hpp>
+#include <stdexcept>
+#include <utility>
+
+namespace cppmicroservices {
+
+namespace {
+
+long nextServiceId()
+{
+    static std::atomic<long> next = 1;
+    return next++;
+}
+
+std::vector<std::string> interfacesOf(const InterfaceMapConstPtr& objects, bool isFactory)
+{
+    if (!objects || objects->empty()) {
+        throw std::invalid_argument("A service needs at least one interface");
+    }
+    std::vector<std::string> interfaces;
+    for (const auto& [interfaceId, object] : *objects) {
+        if (interfaceId.empty() || (!isFactory && !object)) {
+            throw std::invalid_argument("The service has no object for the interface \"" + interfaceId +
+                                        "\"");
+        }
+        if (interfaceId != detail::factoryInterfaceId) {
+            interfaces.push_back(interfaceId);
+        }
+    }
+    return interfaces;
+}
+
+int rankingOf(const AnyMap& properties)
+{
+    const auto found = properties.find(Constants::SERVICE_RANKING);
+    if (found == properties.end()) {
+        return 0;
+    }
+    const int* ranking = any_cast<int>(&found->second);
+    if (!ranking) {
+        throw std::invalid_argument("The property service.ranking is of type " +
+                                    detail::GetDemangledName(found->second.Type()) + "; make it an int");
+    }
+    return *ranking;
+}
+
+/// The factories that are at work on this thread; a factory that asks for its own service is found here.
+thread_local std::vector<const ServiceRecord*> factoriesAtWork;
+
+}  // namespace
+
+/// One use of a service by a bundle. The members' order matters: the objects go before the record, and with
+/// it the library that holds their code.
+class ServiceRecord::Hold
+{
+public:
+    Hold(std::shared_ptr<ServiceRecord> record, std::weak_ptr<BundlePrivate> user, InterfaceMapConstPtr map)
+        : record_(std::move(record)), user_(std::move(user)), objects(std::move(map))
+    {}
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+    ~Hold()
+    {
+        if (const auto user = user_.lock()) {
+            record_->Release(*user);
+        }
+    }
+
+private:
+    const std::shared_ptr<ServiceRecord> record_;
+    const std::weak_ptr<BundlePrivate> user_;
+
+public:
+    const InterfaceMapConstPtr objects;
+};
+
+ServiceRecord::ServiceRecord(const std::shared_ptr<BundlePrivate>& owner, InterfaceMapConstPtr objects,
+                             const ServiceProperties& properties)
+    : id_(nextServiceId()),
+      isFactory_(objects && objects->contains(detail::factoryInterfaceId)),
+      interfaces_(interfacesOf(objects, isFactory_)),
+      library_(owner->LoadedLibrary()),
+      owner_(owner),
+      objects_(std::move(objects)),
+      properties_(MakeProperties(properties))
+{
+    ranking_ = rankingOf(*properties_);
+}
+
+bool ServiceRecord::RanksBefore(const ServiceRecord& other) const noexcept
+{
+    const int ranking = ranking_;
+    const int otherRanking = other.ranking_;
+    return ranking != otherRanking ? ranking > otherRanking : id_ < other.id_;
+}
+
+std::shared_ptr<const AnyMap> ServiceRecord::MakeProperties(const ServiceProperties& given) const
+{
+    auto properties = std::make_shared<AnyMap>(AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS);
+    for (const auto& [key, value] : given) {
+        if (!properties->emplace(key, value).second) {
+            throw std::runtime_error("The service's properties give the key " + key +
+                                     " more than once, differing only in case");
+        }
+    }
+    (*properties)[Constants::SERVICE_ID] = id_;
+    (*properties)[Constants::OBJECTCLASS] = interfaces_;
+    // The component runtime registers its factories as singletons: one object serves all bundles.
+    properties->emplace(Constants::SERVICE_SCOPE,
+                        isFactory_ ? Constants::SCOPE_BUNDLE : Constants::SCOPE_SINGLETON);
+    return properties;
+}
+
+std::shared_ptr<const AnyMap> ServiceRecord::Properties() const
+{
+    const std::lock_guard lock(mutex_);
+    return properties_;
+}
+
+void ServiceRecord::SetProperties(const ServiceProperties& properties)
+{
+    ServiceProperties complete = properties;
+    complete[Constants::SERVICE_SCOPE] = Properties()->at(Constants::SERVICE_SCOPE);
+    auto replaced = MakeProperties(complete);
+    ranking_ = rankingOf(*replaced);
+    const std::lock_guard lock(mutex_);
+    properties_.swap(replaced);
+}
+
+std::shared_ptr<BundlePrivate> ServiceRecord::Owner() const
+{
+    const std::lock_guard lock(mutex_);
+    return objects_ ? owner_.lock() : nullptr;
+}
+
+std::vector<std::shared_ptr<BundlePrivate>> ServiceRecord::Users() const
+{
+    std::vector<std::shared_ptr<BundlePrivate>> users;
+    const std::lock_guard lock(mutex_);
+    for (const auto& [key, entry] : users_) {
+        if (auto bundle = entry.bundle.lock()) {
+            users.push_back(std::move(bundle));
+        }
+    }
+    return users;
+}
+
+bool ServiceRecord::IsUsedBy(const BundlePrivate& bundle) const
+{
+    const std::lock_guard lock(mutex_);
+    return users_.contains(const_cast<BundlePrivate*>(&bundle));
+}
+
+InterfaceMapConstPtr ServiceRecord::Use(const std::shared_ptr<BundlePrivate>& user)
+{
+    auto objects = Acquire(user);
+    if (!objects) {
+        return nullptr;
+    }
+    const auto hold = std::make_shared<Hold>(shared_from_this(), user, std::move(objects));
+    return {hold, hold->objects.get()};
+}
+
+InterfaceMapConstPtr ServiceRecord::Acquire(const std::shared_ptr<BundlePrivate>& user)
+{
+    std::shared_ptr<ServiceFactory> factory;
+    {
+        const std::lock_guard lock(mutex_);
+        if (!objects_) {
+            return nullptr;
+        }
+        const auto known = users_.find(user.get());
+        if (!isFactory_ || known != users_.end()) {
+            UserEntry& entry = isFactory_ ? known->second : users_[user.get()];
+            entry.bundle = user;
+            ++entry.uses;
+            return isFactory_ ? entry.objects : objects_;
+        }
+        factory = std::static_pointer_cast<ServiceFactory>(objects_->at(detail::factoryInterfaceId));
+    }
+    UserEntry made{user, 1, MakeObjects(user, *factory)};
+    if (!made.objects) {
+        return nullptr;
+    }
+    InterfaceMapConstPtr standing;
+    {
+        const std::lock_guard lock(mutex_);
+        if (objects_) {
+            const auto [position, inserted] = users_.try_emplace(user.get(), made);
+            if (inserted) {
+                return made.objects;
+            }
+            // Another thread was faster: its objects stand, and ours go back.
+            ++position->second.uses;
+            standing = position->second.objects;
+        }
+    }
+    GiveBack(*factory, made);
+    return standing;
+}
+
+InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePrivate>& user,
+                                                ServiceFactory& factory)
+{
+    const auto reportError = [&](const Bundle& origin, const std::string& message,
+                                 ServiceException::Type type) {
+        Report({FrameworkEvent::FRAMEWORK_ERROR, origin, message,
+                std::make_exception_ptr(ServiceException(message, type))});
+    };
+    const Bundle bundle = MakeBundle(user);
+    if (std::ranges::find(factoriesAtWork, this) != factoriesAtWork.end()) {
+        reportError(bundle, "A service factory asked for its own service",
+                    ServiceException::FACTORY_RECURSION);
+        return nullptr;
+    }
+    factoriesAtWork.push_back(this);
+    const std::shared_ptr<void> done(nullptr, [](void*) { factoriesAtWork.pop_back(); });
+    try {
+        auto objects = factory.GetService(bundle, ServiceRegistrationBase(shared_from_this()));
+        if (!objects) {
+            reportError(bundle, "A service factory made no object", ServiceException::FACTORY_ERROR);
+            return nullptr;
+        }
+        for (const std::string& interfaceId : interfaces_) {
+            if (!objects->contains(interfaceId)) {
+                reportError(bundle, "A service factory made an object without the interface " + interfaceId,
+                            ServiceException::FACTORY_ERROR);
+                return nullptr;
+            }
+        }
+        return objects;
+    } catch (const SharedLibraryException& error) {
+        Report({FrameworkEvent::FRAMEWORK_ERROR, error.GetBundle(), error.what(), std::current_exception()});
+        throw;
+    } catch (const std::exception& error) {
+        reportError(bundle, error.what(), ServiceException::FACTORY_EXCEPTION);
+    } catch (...) {
+        reportError(bundle, "A service factory threw something that is no std::exception",
+                    ServiceException::FACTORY_EXCEPTION);
+    }
+    return nullptr;
+}
+
+std::shared_ptr<ServiceFactory> ServiceRecord::Factory() const
+{
+    return isFactory_ && objects_
+               ? std::static_pointer_cast<ServiceFactory>(objects_->at(detail::factoryInterfaceId))
+               : nullptr;
+}
+
+void ServiceRecord::Release(BundlePrivate& user)
+{
+    std::shared_ptr<ServiceFactory> factory;
+    UserEntry released;
+    {
+        const std::lock_guard lock(mutex_);
+        const auto found = users_.find(&user);
+        if (found == users_.end() || --found->second.uses > 0) {
+            return;
+        }
+        released = std::move(found->second);
+        users_.erase(found);
+        factory = Factory();
+    }
+    if (factory) {
+        GiveBack(*factory, released);
+    }
+}
+
+void ServiceRecord::ReleaseAll(BundlePrivate& user)
+{
+    {
+        const std::lock_guard lock(mutex_);
+        const auto found = users_.find(&user);
+        if (found == users_.end()) {
+            return;
+        }
+        found->second.uses = 1;
+    }
+    Release(user);
+}
+
+bool ServiceRecord::Unregister()
+{
+    InterfaceMapConstPtr objects;
+    std::map<BundlePrivate*, UserEntry> users;
+    std::shared_ptr<ServiceFactory> factory;
+    {
+        const std::lock_guard lock(mutex_);
+        factory = Factory();
+        objects.swap(objects_);
+        users.swap(users_);
+    }
+    if (factory) {
+        for (const auto& [key, entry] : users) {
+            GiveBack(*factory, entry);
+        }
+    }
+    return objects != nullptr;
+}
+
+void ServiceRecord::GiveBack(ServiceFactory& factory, const UserEntry& entry)
+{
+    const auto user = entry.bundle.lock();
+    if (!user) {
+        return;
+    }
+    try {
+        factory.UngetService(MakeBundle(user), ServiceRegistrationBase(shared_from_this()), entry.objects);
+    } catch (...) {
+        Report({FrameworkEvent::FRAMEWORK_ERROR, MakeBundle(user),
+                "A service factory failed to take its object back", std::current_exception()});
+    }
+}
+
+void ServiceRecord::Report(const FrameworkEvent& event) const
+{
+    const auto owner = [&] {
+        const std::lock_guard lock(mutex_);
+        return owner_.lock();
+    }();
+    if (const auto core = owner ? owner->Core() : nullptr) {
+        core->Send(event);
+    }
+}
+
+}  // namespace cppmicroservices

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cppmicroservices/AnyMap.h>
+#include <cppmicroservices/ServiceInterface.h>
+#include <cppmicroservices/ServiceProperties.h>
+#include <cppmicroservices/ServiceReferenceBase.h>
+
+#include <atomic>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace cppmicroservices {
+
+class BundlePrivate;
+class FrameworkEvent;
+class SharedLibrary;
+
+/// One registered service: its objects, properties and users. References keep the record after the service is
+/// unregistered, so that its properties stay readable. Threads may share it; no lock is held while a service
+/// factory runs.
+class ServiceRecord : public std::enable_shared_from_this<ServiceRecord>
+{
+public:
+    /// Throws as BundleContext::RegisterService does.
+    ServiceRecord(const std::shared_ptr<BundlePrivate>& owner, InterfaceMapConstPtr objects,
+                  const ServiceProperties& properties);
+
+    const std::vector<std::string>& Interfaces() const noexcept { return interfaces_; }
+
+    /// True when this service comes before the other in a look-up.
+    bool RanksBefore(const ServiceRecord& other) const noexcept;
+
+    std::shared_ptr<const AnyMap> Properties() const;
+    void SetProperties(const ServiceProperties& properties);
+
+    /// The registering bundle; null once the service is unregistered.
+    std::shared_ptr<BundlePrivate> Owner() const;
+    std::vector<std::shared_ptr<BundlePrivate>> Users() const;
+    bool IsUsedBy(const BundlePrivate& bundle) const;
+
+    /// The service's objects for a bundle, which is a user until the result and all its copies are gone; null
+    /// when there are none. Throws SharedLibraryException when a component's library does not load.
+    InterfaceMapConstPtr Use(const std::shared_ptr<BundlePrivate>& user);
+
+    /// Ends all uses by a bundle.
+    void ReleaseAll(BundlePrivate& user);
+
+    /// Empties the record; false when it was empty already.
+    bool Unregister();
+
+private:
+    struct UserEntry
+    {
+        std::weak_ptr<BundlePrivate> bundle;
+        int uses = 0;
+        InterfaceMapConstPtr objects;  // what the factory made for this bundle
+    };
+    class Hold;
+
+    std::shared_ptr<const AnyMap> MakeProperties(const ServiceProperties& given) const;
+    std::shared_ptr<ServiceFactory> Factory() const;
+    InterfaceMapConstPtr Acquire(const std::shared_ptr<BundlePrivate>& user);
+    InterfaceMapConstPtr MakeObjects(const std::shared_ptr<BundlePrivate>& user, ServiceFactory& factory);
+    void Release(BundlePrivate& user);
+    void GiveBack(ServiceFactory& factory, const UserEntry& entry);
+    /// Tells the framework's listeners; quietly does nothing once the framework is gone.
+    void Report(const FrameworkEvent& event) const;
+
+    const long id_;
+    const bool isFactory_;
+    std::vector<std::string> interfaces_;
+    std::atomic<int> ranking_ = 0;
+    // The code that the objects and the properties may come from.
+    const std::shared_ptr<SharedLibrary> library_;
+
+    mutable std::mutex mutex_;
+    std::weak_ptr<BundlePrivate> owner_;
+    InterfaceMapConstPtr objects_;  // null once unregistered
+    std::shared_ptr<const AnyMap> properties_;
+    std::map<BundlePrivate*, UserEntry> users_;
+};
+
+}  // namespace cppmicroservices

@@ -1,0 +1,120 @@
+#include <cppmicroservices/LDAPFilter.h>
+
+#include <algorithm>
+#include <service_record.hpp>
+#include <service_registry.hpp>
+
+namespace cppmicroservices {
+
+namespace {
+
+bool ranksBefore(const std::shared_ptr<ServiceRecord>& left, const std::shared_ptr<ServiceRecord>& right)
+{
+    return left->RanksBefore(*right);
+}
+
+bool is(const std::shared_ptr<ServiceRecord>& candidate, const ServiceRecord& record)
+{
+    return candidate.get() == &record;
+}
+
+}  // namespace
+
+ServiceRegistrationU ServiceRegistry::Register(const std::shared_ptr<BundlePrivate>& owner,
+                                               const InterfaceMapConstPtr& objects,
+                                               const ServiceProperties& properties)
+{
+    const auto record = std::make_shared<ServiceRecord>(owner, objects, properties);
+    const std::lock_guard lock(mutex_);
+    all_.push_back(record);
+    for (const std::string& interfaceId : record->Interfaces()) {
+        Records& records = byInterface_[interfaceId];
+        records.insert(std::ranges::upper_bound(records, record, ranksBefore), record);
+    }
+    return ServiceRegistrationBase(record);
+}
+
+void ServiceRegistry::Remove(const ServiceRecord& record)
+{
+    const auto isIt = [&](const auto& candidate) { return is(candidate, record); };
+    const std::lock_guard lock(mutex_);
+    std::erase_if(all_, isIt);
+    for (const std::string& interfaceId : record.Interfaces()) {
+        const auto found = byInterface_.find(interfaceId);
+        if (found != byInterface_.end() && std::erase_if(found->second, isIt) > 0 && found->second.empty()) {
+            byInterface_.erase(found);
+        }
+    }
+}
+
+void ServiceRegistry::Reorder(const ServiceRecord& record)
+{
+    const std::lock_guard lock(mutex_);
+    for (const std::string& interfaceId : record.Interfaces()) {
+        std::ranges::sort(byInterface_[interfaceId], ranksBefore);
+    }
+}
+
+ServiceRegistry::Records ServiceRegistry::All() const
+{
+    const std::lock_guard lock(mutex_);
+    return all_;
+}
+
+std::vector<ServiceReferenceU> ServiceRegistry::Find(const std::string& interfaceId,
+                                                     const std::string& filterText) const
+{
+    const LDAPFilter filter = filterText.empty() ? LDAPFilter() : LDAPFilter(filterText);
+    const Records candidates = [&] {
+        const std::lock_guard lock(mutex_);
+        if (interfaceId.empty()) {
+            return all_;
+        }
+        const auto found = byInterface_.find(interfaceId);
+        return found == byInterface_.end() ? Records() : found->second;
+    }();
+    std::vector<ServiceReferenceU> references;
+    references.reserve(candidates.size());
+    for (const auto& record : candidates) {
+        if (!filter || filter.Match(*record->Properties())) {
+            references.push_back(ServiceReferenceBase(record, interfaceId));
+        }
+    }
+    return references;
+}
+
+std::vector<ServiceReferenceU> ServiceRegistry::RegisteredBy(const BundlePrivate& bundle) const
+{
+    std::vector<ServiceReferenceU> references;
+    for (const auto& record : All()) {
+        if (record->Owner().get() == &bundle) {
+            references.push_back(ServiceReferenceBase(record, {}));
+        }
+    }
+    return references;
+}
+
+std::vector<ServiceReferenceU> ServiceRegistry::UsedBy(const BundlePrivate& bundle) const
+{
+    std::vector<ServiceReferenceU> references;
+    for (const auto& record : All()) {
+        if (record->IsUsedBy(bundle)) {
+            references.push_back(ServiceReferenceBase(record, {}));
+        }
+    }
+    return references;
+}
+
+void ServiceRegistry::RemoveBundle(BundlePrivate& bundle)
+{
+    for (const auto& record : All()) {
+        if (record->Owner().get() == &bundle) {
+            Remove(*record);
+            record->Unregister();
+        } else {
+            record->ReleaseAll(bundle);
+        }
+    }
+}
+
+}  // namespace cppmicroservices

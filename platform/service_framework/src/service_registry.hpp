@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cppmicroservices/ServiceProperties.h>
+#include <cppmicroservices/ServiceRegistration.h>
+
+#include <memory>
+#include <mutex>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace cppmicroservices {
+
+class BundlePrivate;
+class ServiceRecord;
+
+/// The registered services of one framework. Threads may share it.
+class ServiceRegistry
+{
+public:
+    /// Throws as BundleContext::RegisterService does.
+    ServiceRegistrationU Register(const std::shared_ptr<BundlePrivate>& owner,
+                                  const InterfaceMapConstPtr& objects, const ServiceProperties& properties);
+    void Remove(const ServiceRecord& record);
+    /// To be called after a service's ranking has changed.
+    void Reorder(const ServiceRecord& record);
+
+    /// The services of an interface, highest first; all, in order of registration, when it is empty.
+    /// Throws std::invalid_argument when the filter is malformed.
+    std::vector<ServiceReferenceU> Find(const std::string& interfaceId, const std::string& filter) const;
+
+    std::vector<ServiceReferenceU> RegisteredBy(const BundlePrivate& bundle) const;
+    std::vector<ServiceReferenceU> UsedBy(const BundlePrivate& bundle) const;
+    /// Unregisters what a bundle offers and ends its uses of what others offer.
+    void RemoveBundle(BundlePrivate& bundle);
+
+private:
+    using Records = std::vector<std::shared_ptr<ServiceRecord>>;
+
+    Records All() const;
+
+    mutable std::mutex mutex_;
+    Records all_;
+    std::unordered_map<std::string, Records> byInterface_;
+};
+
+}  // namespace cppmicroservices

@@ -1,0 +1,100 @@
+#include "bundle_file.hpp"
+
+#include <cppmicroservices/Any.h>
+#include <cppmicroservices/AnyMap.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <dlfcn.h>
+#include <fstream>
+#include <vector>
+
+#include "failure.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+using cppmicroservices::Any;
+using cppmicroservices::any_cast;
+using cppmicroservices::AnyMap;
+
+struct CloseLibrary
+{
+    void operator()(void* library) const noexcept { ::dlclose(library); }
+};
+
+/// Names of the components' classes; none where the manifest has another form.
+std::vector<std::string> componentClasses(const AnyMap& manifest)
+{
+    std::vector<std::string> classes;
+    try {
+        const auto runtime = any_cast<AnyMap>(manifest.at("scr"));
+        for (const Any& component : any_cast<std::vector<Any>>(runtime.at("components"))) {
+            classes.push_back(any_cast<std::string>(any_cast<AnyMap>(component).at("implementation-class")));
+        }
+    } catch (const std::exception&) {
+        classes.clear();
+    }
+    return classes;
+}
+
+/// a::b::C as part of the name of an export: a_b_C.
+std::string exportSuffix(std::string name)
+{
+    for (auto at = name.find("::"); at != std::string::npos; at = name.find("::", at)) {
+        name.replace(at, 2, "_");
+    }
+    return name;
+}
+
+}  // namespace
+
+void requireLibrary(const std::filesystem::path& file)
+{
+    const auto reject = [&file](const std::string& reason) {
+        throw Failure(ExitCode::notStarted,
+                      "bundle " + file.string() + ": " + reason + "; give another by --bundle FILE");
+    };
+    if (std::filesystem::is_directory(file)) {
+        reject("is a folder, not a library");
+    }
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) {
+        reject(std::strerror(errno));
+    }
+    std::array<char, 4> start{};
+    stream.read(start.data(), start.size());
+    if (std::string_view(start.data(), start.size()) != "\x7f"
+                                                        "ELF")
+    {
+        reject("is not a library");
+    }
+}
+
+std::string findComponentDefect(const cppmicroservices::Bundle& bundle)
+{
+    const std::unique_ptr<void, CloseLibrary> library(
+        ::dlopen(bundle.GetLocation().c_str(), RTLD_LAZY | RTLD_LOCAL));
+    if (!library) {
+        return "its library does not load: " + firstLine(::dlerror());
+    }
+    for (const std::string& name : componentClasses(bundle.GetHeaders())) {
+        for (const char* prefix : {"NewInstance_", "DeleteInstance_"}) {
+            const std::string symbol = prefix + exportSuffix(name);
+            if (::dlsym(library.get(), symbol.c_str()) == nullptr) {
+                return "its manifest names the component " + name + ", but the library does not export " +
+                       symbol;
+            }
+        }
+    }
+    return {};
+}
+
+std::string firstLine(std::string_view text)
+{
+    return std::string(text.substr(0, text.find_first_of("\r\n")));
+}
+
+}  // namespace vx::tool

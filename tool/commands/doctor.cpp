@@ -1,0 +1,176 @@
+#include <foundation/host.hpp>
+
+#include <CLI/CLI.hpp>
+#include <cppmicroservices/Bundle.h>
+#include <cppmicroservices/Constants.h>
+#include <cppmicroservices/ServiceReference.h>
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <framework_bundles.hpp>
+#include <link.h>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "table.hpp"
+#include "verb.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+using cppmicroservices::any_cast;
+using cppmicroservices::Bundle;
+using cppmicroservices::ServiceReferenceU;
+namespace Constants = cppmicroservices::Constants;
+
+/// The environment variables that the areas of the tree read.
+constexpr std::array variables{"VX_CD_ANYWHERE_DISABLED", "VX_UI_INTERNAL_FIGURE_USEAPPSHELL",
+                               "VX_WEBWINDOW_LOGS_SPEC"};
+
+/// Writes findings under headings and remembers whether all of them are well.
+class Report
+{
+public:
+    explicit Report(Output& out) : out_(out) {}
+
+    void begin(std::string_view heading) { out_ << out_.painted(Style::heading, heading) << '\n'; }
+
+    void add(const std::string& what, const std::string& text) { table_.add({"", what, text}); }
+
+    void add(bool isGood, const std::string& what, const std::string& text)
+    {
+        table_.add({isGood ? Table::Cell("ok", Style::good) : Table::Cell("wrong", Style::bad), what, text});
+        isWell_ = isWell_ && isGood;
+    }
+
+    void end()
+    {
+        table_.write(out_, "  ");
+        table_ = Table();
+    }
+
+    [[nodiscard]] bool isWell() const noexcept { return isWell_; }
+
+private:
+    Output& out_;
+    Table table_;
+    bool isWell_ = true;
+};
+
+/// Paths of the platform's libraries in this process.
+std::vector<std::string> platformLibraries()
+{
+    std::vector<std::string> paths;
+    ::dl_iterate_phdr(
+        [](::dl_phdr_info* info, std::size_t, void* result) {
+            const std::filesystem::path path = info->dlpi_name;
+            if (path.filename().native().starts_with("libvx")) {
+                static_cast<std::vector<std::string>*>(result)->push_back(path.lexically_normal().string());
+            }
+            return 0;
+        },
+        &paths);
+    return paths;
+}
+
+void reportTool(const LazySession& session, Report& report)
+{
+    report.begin("tool");
+    report.add("executable", executableFile().string());
+    report.add("bundle file", session.bundleFile().string());
+    for (const std::string& library : platformLibraries()) {
+        report.add("library", library);
+    }
+    report.end();
+}
+
+void reportBundles(const Host& host, Report& report)
+{
+    report.begin("bundles");
+    report.add("framework",
+               std::string(framework_bundles::frameworkName) + " " + framework_bundles::frameworkVersion);
+    for (const Bundle& bundle : host.bundles()) {
+        const bool isActive = bundle.GetState() == Bundle::STATE_ACTIVE;
+        report.add(isActive, "bundle " + std::to_string(bundle.GetBundleId()),
+                   bundle.GetSymbolicName() + " " + bundle.GetVersion().ToString() +
+                       (isActive ? ", active, " : ", not active, ") + bundle.GetLocation());
+    }
+    report.end();
+}
+
+std::string interfaceNames(const ServiceReferenceU& service)
+{
+    std::string text;
+    for (const std::string& name :
+         any_cast<std::vector<std::string>>(service.GetProperty(Constants::OBJECTCLASS)))
+    {
+        text += text.empty() ? "" : ", ";
+        text += name;
+    }
+    return text;
+}
+
+void reportServices(const Host& host, Report& report)
+{
+    report.begin("services");
+    for (const Bundle& bundle : host.bundles()) {
+        for (const ServiceReferenceU& service : bundle.GetRegisteredServices()) {
+            report.add("service " + service.GetProperty(Constants::SERVICE_ID).ToStringNoExcept(),
+                       interfaceNames(service) + ", of " + bundle.GetSymbolicName());
+        }
+    }
+    report.end();
+}
+
+void reportTree(const Session& session, Report& report)
+{
+    const core::SettingsTree& tree = session.tree();
+    report.begin("tree");
+    report.add(!tree.nodes().empty(), "root",
+               tree.root()->fullName() + ", " + std::to_string(tree.nodes().size()) + " nodes under it");
+    for (const std::string& path : session.settingPathList()) {
+        const bool exists = tree.find(path) != nullptr;
+        report.add(exists, "known by name", path + (exists ? "" : ", which is not in the tree"));
+    }
+    report.end();
+}
+
+void reportInputs(Report& report)
+{
+    report.begin("inputs of the tree");
+    for (const char* variable : variables) {
+        const char* value = std::getenv(variable);
+        report.add(variable, value == nullptr ? "unset" : "set to \"" + std::string(value) + "\"");
+    }
+    for (const auto& [name, value] : foundation::host::features()) {
+        report.add("feature " + name, value == 0   ? "off"
+                                      : value == 1 ? "on"
+                                                   : "on (" + std::to_string(value) + ")");
+    }
+    report.end();
+}
+
+}  // namespace
+
+Verb addDoctor(CLI::App& app)
+{
+    CLI::App* parser = app.add_subcommand(
+        "doctor", "What was loaded from where, what feeds the tree, and whether all is well");
+    parser->footer("Example:\n  vxsettings doctor --feature webui=on");
+    return {parser, [](LazySession& lazy, Output& out) {
+                Report report(out);
+                reportTool(lazy, report);
+                out.flush();  // stands even where nothing below can be started
+                const Session& session = lazy.get();
+                reportBundles(session.host(), report);
+                reportServices(session.host(), report);
+                reportTree(session, report);
+                reportInputs(report);
+                return report.isWell() ? ExitCode::done : ExitCode::failed;
+            }};
+}
+
+}  // namespace vx::tool

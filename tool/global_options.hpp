@@ -1,0 +1,30 @@
+#pragma once
+
+#include <foundation/log/diagnostic_logger.hpp>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "output.hpp"
+
+namespace CLI {
+class App;
+}
+
+namespace vx::tool {
+
+/// Options that every verb understands.
+struct GlobalOptions
+{
+    std::string bundleFile;  ///< empty: the one beside the tool's libraries
+    std::vector<std::pair<std::string, int>> features;
+    foundation::log::Severity logThreshold = foundation::log::warning;
+    ColourChoice colour = ColourChoice::automatic;
+};
+
+/// Adds them to the command line; they are filled in while it is parsed.
+[[nodiscard]] std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app);
+
+}  // namespace vx::tool

@@ -1,0 +1,122 @@
+#include "host.hpp"
+
+#include <foundation/host.hpp>
+
+#include <cppmicroservices/BundleContext.h>
+#include <cppmicroservices/FrameworkEvent.h>
+#include <cppmicroservices/FrameworkFactory.h>
+#include <cppmicroservices/ServiceReference.h>
+
+#include <chrono>
+#include <framework_bundles.hpp>
+#include <stdexcept>
+#include <string>
+
+#include "bundle_file.hpp"
+#include "failure.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+using cppmicroservices::Bundle;
+using cppmicroservices::BundleContext;
+using settings::core::FactorySettingsLoader;
+
+/// The first bundle in the file, started. Raises what the framework raises.
+Bundle start(BundleContext context, const std::string& file)
+{
+    Bundle bundle = context.InstallBundles(file).at(0);
+    bundle.Start();
+    return bundle;
+}
+
+Bundle startFactorySettings(BundleContext context, const std::filesystem::path& file)
+{
+    requireLibrary(file);
+    try {
+        return start(std::move(context), file.string());
+    } catch (const std::exception& error) {
+        throw Failure(ExitCode::notStarted, "bundle " + file.string() +
+                                                " cannot be started: " + firstLine(error.what()) +
+                                                "; give a bundle with an intact manifest by --bundle FILE");
+    }
+}
+
+std::shared_ptr<FactorySettingsLoader> findLoader(BundleContext context, const Bundle& bundle)
+{
+    const auto reject = [&bundle](const std::string& reason) {
+        throw Failure(ExitCode::notStarted,
+                      "bundle " + bundle.GetLocation() + ": " + reason + "; give another by --bundle FILE");
+    };
+    const auto reference = context.GetServiceReference<FactorySettingsLoader>();
+    if (!reference) {
+        reject("its manifest offers no settings::core::FactorySettingsLoader");
+    }
+    std::shared_ptr<FactorySettingsLoader> loader;
+    std::string raised;
+    try {
+        loader = context.GetService(reference);
+    } catch (const std::exception& error) {
+        raised = firstLine(error.what());
+    }
+    if (!loader) {
+        const std::string defect = findComponentDefect(bundle);
+        reject(!defect.empty() ? defect : raised.empty() ? "its component could not be activated" : raised);
+    }
+    return loader;
+}
+
+}  // namespace
+
+std::filesystem::path executableFile()
+{
+    return std::filesystem::read_symlink("/proc/self/exe");
+}
+
+std::filesystem::path defaultBundleFile()
+{
+    return executableFile().parent_path().parent_path() / "lib" /
+           "libcom_tarnwick_verdix_factory_settings.so";
+}
+
+RunningFramework::RunningFramework()
+    : framework_(
+          std::make_shared<cppmicroservices::Framework>(cppmicroservices::FrameworkFactory().NewFramework()))
+{
+    try {
+        framework_->Start();
+        for (const char* file : framework_bundles::files) {
+            start(framework_->GetBundleContext(), file);
+        }
+    } catch (const std::exception& error) {
+        throw Failure(ExitCode::notStarted, std::string("the service framework cannot be started: ") +
+                                                firstLine(error.what()) + "; reinstall the tool");
+    }
+    foundation::host::setFramework(framework_);
+}
+
+RunningFramework::~RunningFramework()
+{
+    foundation::host::setFramework(nullptr);
+    framework_->Stop();
+    framework_->WaitForStop(std::chrono::milliseconds::zero());
+}
+
+Host::Host(const std::filesystem::path& bundleFile)
+    : bundle_(startFactorySettings(framework_.framework().GetBundleContext(), bundleFile)),
+      loader_(findLoader(framework_.framework().GetBundleContext(), bundle_))
+{}
+
+Host::~Host()
+{
+    loader_.reset();
+    bundle_.Stop();
+}
+
+std::vector<Bundle> Host::bundles() const
+{
+    return framework_.framework().GetBundleContext().GetBundles();
+}
+
+}  // namespace vx::tool

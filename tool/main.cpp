@@ -1,0 +1,156 @@
+#include <settings_core/nearest.hpp>
+
+#include <foundation/host.hpp>
+
+#include <CLI/CLI.hpp>
+
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <fcntl.h>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+#include "bundle_file.hpp"
+#include "failure.hpp"
+#include "global_options.hpp"
+#include "verb.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+constexpr const char* description =
+    "Shows the factory settings of the Verdix environment: what the real bundle, started by a service "
+    "framework, builds in a settings core.";
+
+constexpr const char* footer =
+    "Examples:\n"
+    "  vxsettings tree commandwindow\n"
+    "  vxsettings list '*.suggestions.*'\n"
+    "  vxsettings get connector.InterfacesBlocklist --bundle other.so\n"
+    "Exit codes: 0 done, 1 no such path or a failed check, 2 wrong usage, 3 bundle or framework not started.";
+
+std::vector<Verb> addVerbs(CLI::App& app)
+{
+    std::vector<Verb> verbs;
+    for (Verb (*add)(CLI::App&) :
+         {addSummary, addTree, addList, addDescribe, addGet, addChanges, addExport, addDoctor})
+    {
+        verbs.push_back(add(app));
+    }
+    return verbs;
+}
+
+/// The first verb is done when none is named.
+const Verb& chosenVerb(const std::vector<Verb>& verbs)
+{
+    for (const Verb& verb : verbs) {
+        if (verb.parser->parsed()) {
+            return verb;
+        }
+    }
+    return verbs.front();
+}
+
+ExitCode execute(const GlobalOptions& options, const Verb& verb)
+{
+    foundation::host::setLogThreshold(options.logThreshold);
+    for (const auto& [name, value] : options.features) {
+        foundation::host::setFeature(name, value);
+    }
+    Output out(STDOUT_FILENO, "standard output", options.colour);
+    LazySession session(std::filesystem::absolute(
+        options.bundleFile.empty() ? defaultBundleFile() : std::filesystem::path(options.bundleFile)));
+    const ExitCode code = verb.action(session, out);
+    out.flush();
+    return code;
+}
+
+/// What is wrong with the command line. A word that is no verb gets the verbs that are near.
+std::string usageError(const CLI::App& app, const CLI::ParseError& error)
+{
+    const auto extras = app.remaining();
+    if (extras.empty() || extras.front().starts_with('-') || !app.get_subcommands().empty()) {
+        return firstLine(error.what()) + "; see vxsettings --help";
+    }
+    std::vector<std::string_view> names;
+    for (const CLI::App* verb : app.get_subcommands([](const CLI::App*) { return true; })) {
+        names.push_back(verb->get_name());
+    }
+    const auto near = core::nearestNames(extras.front(), names);
+    return "no such verb: " + extras.front() + "; " +
+           (near.empty() ? "see vxsettings --help" : core::didYouMean(near));
+}
+
+ExitCode print(const std::string& text)
+{
+    Output out(STDOUT_FILENO, "standard output", ColourChoice::never);
+    out << text;
+    out.flush();
+    return ExitCode::done;
+}
+
+ExitCode run(int argc, const char* const* argv)
+{
+    CLI::App app(description, "vxsettings");
+    app.set_version_flag("--version", "vxsettings " VX_TOOL_VERSION, "Print the version and end");
+    app.fallthrough();
+    const auto options = addGlobalOptions(app);
+    const std::vector<Verb> verbs = addVerbs(app);
+    app.footer(footer);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForVersion& version) {
+        return print(std::string(version.what()) + "\n");
+    } catch (const CLI::Success&) {
+        return print(app.help());
+    } catch (const CLI::ParseError& error) {
+        throw Failure(ExitCode::usage, usageError(app, error));
+    }
+    return execute(*options, chosenVerb(verbs));
+}
+
+ExitCode report(ExitCode code, const char* line)
+{
+    std::fprintf(stderr, "vxsettings: %s\n", line);
+    return code;
+}
+
+/// Files opened later must not take the place of a closed standard descriptor: what is written there would
+/// end up in them. The stand-in refuses to be written.
+void occupyStandardDescriptors()
+{
+    while (true) {
+        const int descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+        if (descriptor > STDERR_FILENO) {
+            ::close(descriptor);
+        }
+        if (descriptor < 0 || descriptor > STDERR_FILENO) {
+            return;
+        }
+    }
+}
+
+ExitCode guardedRun(int argc, const char* const* argv)
+{
+    try {
+        return run(argc, argv);
+    } catch (const Failure& failure) {
+        return report(failure.code(), failure.what());
+    } catch (const std::exception& error) {
+        return report(ExitCode::failed, error.what());
+    }
+}
+
+}  // namespace
+
+}  // namespace vx::tool
+
+int main(int argc, char** argv)
+{
+    vx::tool::occupyStandardDescriptors();
+    std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is a failed write, reported as such
+    return static_cast<int>(vx::tool::guardedRun(argc, argv));
+}

@@ -1,0 +1,63 @@
+#include "release_history.hpp"
+
+#include <ranges>
+
+namespace vx::tool {
+
+namespace {
+
+using settings::core::ReleaseChangeTable;
+using settings::core::SettingsFileChange;
+
+bool leadsTo(const SettingsFileChange& change, std::string_view path)
+{
+    return !change.to().empty() && change.to().front() == path;
+}
+
+bool isAtOrUnder(std::string_view path, std::string_view group)
+{
+    return path.starts_with(group) && (path.size() == group.size() || path[group.size()] == '.');
+}
+
+/// A move takes one setting; a removal takes a setting or everything in a group.
+bool takes(const SettingsFileChange& change, std::string_view path)
+{
+    return change.to().empty() ? isAtOrUnder(path, change.from().front()) : change.from().front() == path;
+}
+
+}  // namespace
+
+std::vector<ReleaseStep> movesTo(const ReleaseChangeTable& table, std::string_view path)
+{
+    std::vector<ReleaseStep> steps;
+    for (const auto& [index, set] : std::views::reverse(table)) {
+        for (const SettingsFileChange& change : std::views::reverse(set.changes)) {
+            if (leadsTo(change, path)) {
+                path = change.from().front();
+                steps.push_back({set.release, path, change.to().front()});
+            }
+        }
+    }
+    return steps;
+}
+
+std::vector<ReleaseStep> changesFrom(const ReleaseChangeTable& table, std::string_view path)
+{
+    std::vector<ReleaseStep> steps;
+    for (const auto& [index, set] : table) {
+        for (const SettingsFileChange& change : set.changes) {
+            if (!takes(change, path)) {
+                continue;
+            }
+            steps.push_back(
+                {set.release, path, change.to().empty() ? "" : std::string_view(change.to().front())});
+            if (change.to().empty()) {
+                return steps;
+            }
+            path = steps.back().to;
+        }
+    }
+    return steps;
+}
+
+}  // namespace vx::tool

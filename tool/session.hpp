@@ -1,0 +1,57 @@
+#pragma once
+
+#include <settings_core/settings_tree.hpp>
+
+#include <settings/core/settings_file_change.hpp>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host.hpp"
+
+namespace vx::tool {
+
+/// What the bundle supplied, as long as the bundle runs: members go in reverse order, the host last.
+class Session
+{
+public:
+    /// Starts the bundle and has it build its tree. Raises Failure.
+    explicit Session(const std::filesystem::path& bundleFile);
+
+    [[nodiscard]] const Host& host() const noexcept { return host_; }
+    [[nodiscard]] const core::SettingsTree& tree() const noexcept { return tree_; }
+
+    [[nodiscard]] settings::core::ReleaseChangeTable releaseChanges() const;
+    [[nodiscard]] std::vector<std::string> settingPathList() const;
+
+    /// The node at this path, whose root may be left out. Raises Failure that says what became of the path,
+    /// or which ones are near.
+    [[nodiscard]] const core::Node& node(const std::string& path) const;
+
+private:
+    [[nodiscard]] std::string explainMissing(const std::string& fullPath) const;
+
+    Host host_;
+    core::SettingsTree tree_;
+};
+
+/// Starts a session when it is first asked for: a command can say what it knows before.
+class LazySession
+{
+public:
+    explicit LazySession(std::filesystem::path bundleFile) : bundleFile_(std::move(bundleFile)) {}
+
+    [[nodiscard]] const std::filesystem::path& bundleFile() const noexcept { return bundleFile_; }
+
+    /// Raises Failure.
+    const Session& get() { return session_ ? *session_ : session_.emplace(bundleFile_); }
+
+private:
+    std::filesystem::path bundleFile_;
+    std::optional<Session> session_;
+};
+
+}  // namespace vx::tool

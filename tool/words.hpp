@@ -1,0 +1,23 @@
+#pragma once
+
+// Facts about nodes in a word or two, the same in every verb's output.
+
+#include <settings_core/node.hpp>
+
+#include <settings/core/function_name.hpp>
+
+#include <string>
+#include <string_view>
+
+namespace vx::tool {
+
+/// "group", "setting" or "alias".
+[[nodiscard]] std::string_view kindWord(core::NodeKind kind) noexcept;
+
+/// What the provider said of visibility: "default" (nothing), "visible" or "hidden".
+[[nodiscard]] std::string_view visibilityWord(const core::Node& node) noexcept;
+
+/// Place and name of a function: "verdix.settings.mustBeLogicalScalar".
+[[nodiscard]] std::string qualifiedName(const ::settings::core::detail::FunctionName& function);
+
+}  // namespace vx::tool

@@ -1,0 +1,17 @@
+#include <tree/areas.hpp>
+#include <tree/vocabulary.hpp>
+
+namespace verdix::settings::tree {
+
+void buildAppearanceArea(FactoryGroup& root)
+{
+    // The words differ in case on purpose: capitals for the desktop's theme, none for that of figures.
+    auto appearance = addGroup(root, "appearance", "Hidden", true);
+    addText(appearance, "VERDIXTheme", "System", Hidden, oneOf({u"System", u"Light", u"Dark"}));
+    addUnset(appearance, "CurrentTheme", Hidden, stringScalar);
+
+    auto figure = addGroup(appearance, "figure");
+    addText(figure, "GraphicsTheme", "auto", Hidden, oneOf({u"auto", u"light", u"dark"}));
+}
+
+}  // namespace verdix::settings::tree

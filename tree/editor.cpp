@@ -1,0 +1,281 @@
+#include <tree/areas.hpp>
+#include <tree/editor.hpp>
+#include <tree/vocabulary.hpp>
+
+#include <optional>
+
+namespace verdix::settings::tree {
+
+namespace {
+
+SettingValueValidator figureFormat()
+{
+    return oneOf({u"png", u"jpeg", u"tiff", u"eps", u"pdf"});
+}
+
+// Dots per inch.
+SettingValueValidator figureResolution()
+{
+    return atLeast(1);
+}
+
+// Four lengths in points.
+SettingValueValidator margins()
+{
+    return {.range = {{.lower = 0}}, .size = {{1, 4}}};
+}
+
+SettingValueValidator orientation()
+{
+    return oneOf({u"Portrait", u"Landscape"});
+}
+
+SettingValueValidator paperSize()
+{
+    return oneOf(
+        {u"Letter", u"Legal", u"Tabloid", u"Executive", u"A2", u"A3", u"A4", u"A5", u"B4", u"B5", u"Custom"});
+}
+
+template <class... Traits>
+void addFigureResolution(FactoryGroup& group, Traits... traits)
+{
+    addValue(group, "FigureResolution", internal::makeScalar<short>(600), integerScalar, figureResolution(),
+             traits...);
+}
+
+void buildGeneral(FactoryGroup& editor)
+{
+    const auto liveScriptFormat = oneOf({u"M", u"m", u"VDX", u"vdx"});
+    const auto listOfFiles = cellOfTexts();
+
+    addLogical(editor, "UseVERDIXEditor", true);
+    addText(editor, "OtherEditor", "");
+    addText(editor, "LiveScriptFormat", "M", liveScriptFormat);
+    addLogical(editor, "HasResetLiveScriptFormatSetting", false, Hidden);
+    addLogical(editor, "HasResetWelcomeBannerR2026b", false, Hidden);
+    addText(editor, "DefaultLineEnding", "CRLF");
+    addInt32(editor, "RecentFileListSize", 8, inRange(0, 100));
+    addCell(editor, "RecentClosedFileList", {}, Hidden, listOfFiles);
+    addLogical(editor, "ShowLastClosedFileNotFoundDialog", true, Hidden);
+    addCell(editor, "RecentFileList", {}, Hidden, listOfFiles);
+    addLogical(editor, "ReopenFilesOnRestart", true);
+    addLogical(editor, "VerifyOutputRequest", true, Hidden);
+    addLogical(editor, "OpenFileAtBreakpoint", true);
+    addLogical(editor, "DisplayFullPath", true);
+    addLogical(editor, "ReloadFilesOnChange", true);
+    addLogical(editor, "SaveFilesOnClickAway", true);
+    addLogical(editor, "AddLineTerminationOnSave", false);
+    addLogical(editor, "EnableInlineStepInButtons", true);
+    addLogical(editor, "OnlyStepInToUserFunctions", true);
+    addLogical(editor, "EnableColumnSelection", true, Hidden);
+    addLogical(editor, "DisableNavigationButtons", false, Hidden);
+    addLogical(editor, "InitializeAtStartup", true);
+    addLogical(editor, "InitializeBrowserAtStartup", false);
+    addLogical(editor, "DeferedFigureRendering", false, Hidden);  // its readers spell it so
+    addLogical(editor, "EnablePagination", true);
+    addLogical(editor, "EnableSplitScreen", true);
+    addLogical(editor, "EnableSplitScreenLiveEditor", false);
+    addLogical(editor, "EnableSynchronousEvaluation", false);
+    addLogical(editor, "UseLegacyEditor", false, Hidden);
+    addLogical(editor, "EnableSharedBrowserForLiveScript", false, Hidden);
+    addDouble(editor, "MaxTokenizationLineLength", 10000, integerScalar, Hidden);
+    addCharVector(editor, "PreviouslyOpenedFiles", "", Hidden, maximumLength(100000));
+    addInt32(editor, "MinimumFramesForAnimation", 10, atLeast(1));
+
+    auto equations = addGroup(editor, "equations", "Hidden", true);
+    addCharVector(equations, "EquationEditorSymbolsGalleryState", "", maximumLength(100000));
+    addCharVector(equations, "EquationEditorStructuresGalleryState", "", maximumLength(100000));
+
+    auto debug = addGroup(editor, "debug", "Hidden", true);
+    addLogical(debug, "EnableNestedDebuggingLiveEditor", false, Hidden);
+
+    auto print = addGroup(editor, "print", "Hidden", true);
+    addInteger(print, "Options", 0x2210C809, Hidden);  // print flags packed into one word
+    addText(print, "TextFont", "0, 10, Monospace", Hidden);
+    addText(print, "HeaderFont", "0, 10, Monospace", Hidden);
+}
+
+// Every side has the same margin, in points, as has the paper of one's own size.
+void addPage(FactoryGroup& dialog, int margin)
+{
+    const auto marginType = oneOf({u"Default", u"Narrow", u"Wide", u"Custom"});
+    const SettingValueValidator customPaperSize{.range = {{.lower = 1}}, .size = {{1, 2}}};
+
+    addInt32Row(dialog, "Margins", {margin, margin, margin, margin}, Hidden, margins());
+    addCharVector(dialog, "MarginType", "Default", Hidden, marginType);
+    addText(dialog, "Orientation", "Portrait", Hidden, orientation());
+    addText(dialog, "PaperSize", "Letter", Hidden, paperSize());
+    addInt32Row(dialog, "CustomPaperSize", {612, 792}, Hidden, customPaperSize);
+}
+
+// What the dialog for a file format asks for, beyond which it has nothing.
+struct ExportDialog
+{
+    const char* format;
+    const char* figureFormat = nullptr;
+    std::optional<int> margin = {};
+    std::optional<bool> embedImages = {};
+    bool includesOutputs = false;
+    bool acceptsHtml = false;
+};
+
+constexpr ExportDialog exportDialogs[] = {
+    {.format = "pdf", .figureFormat = "png", .margin = 28},
+    {.format = "latex", .figureFormat = "eps", .margin = 72, .embedImages = false},
+    {.format = "docx", .margin = 72},
+    {.format = "html", .figureFormat = "png", .embedImages = true},
+    {.format = "md",
+     .figureFormat = "png",
+     .embedImages = false,
+     .includesOutputs = true,
+     .acceptsHtml = true},
+    {.format = "ipy", .figureFormat = "png", .embedImages = true, .includesOutputs = true},
+};
+
+void addExportDialog(FactoryGroup& exportDialog, const ExportDialog& asked)
+{
+    auto dialog = addGroup(exportDialog, asked.format, "Hidden", true);
+    if (asked.figureFormat) {
+        addText(dialog, "FigureFormat", asked.figureFormat, Hidden, figureFormat());
+        addFigureResolution(dialog, Hidden);
+    }
+    if (asked.margin) {
+        addPage(dialog, *asked.margin);
+    }
+    if (asked.embedImages) {
+        addCharVector(dialog, "MediaPath", "", Hidden);
+        addLogical(dialog, "EmbedImages", *asked.embedImages, Hidden);
+    }
+    if (asked.includesOutputs) {
+        addCharVector(dialog, "OutputLanguage", "", Hidden);
+        addLogical(dialog, "IncludeOutputs", true, Hidden);
+    }
+    if (asked.acceptsHtml) {
+        addLogical(dialog, "AcceptHTML", false, Hidden);
+    }
+}
+
+void buildDialogs(FactoryGroup& editor)
+{
+    auto exportDialog = addGroup(editor, "exportDialog", "Hidden", true);
+    for (const ExportDialog& dialog : exportDialogs) {
+        addExportDialog(exportDialog, dialog);
+    }
+
+    auto printDialog = addGroup(editor, "printDialog", "Hidden", true);
+    addPage(printDialog, 28);
+    addLogical(printDialog, "PageNumbers", false, Hidden);
+    addLogical(printDialog, "LineNumbers", true, Hidden);
+    addLogical(printDialog, "WrapCodeLines", true, Hidden);
+}
+
+// Under "export", a setting without a value stands for the one of its name a group up.
+
+void buildPageSetup(FactoryGroup& exports)
+{
+    const auto addInherited = [](FactoryGroup& format) {
+        addUnset(format, "Orientation", stringScalar, orientation());
+        addUnset(format, "PaperSize", stringScalar, paperSize());
+    };
+
+    auto pageSetup = addGroup(exports, "pagesetup");
+    addText(pageSetup, "PaperSize", "Letter", paperSize());
+    addText(pageSetup, "Orientation", "Portrait", orientation());
+    addInt32Row(pageSetup, "Margins", {72, 72, 72, 72}, margins());
+
+    auto pdf = addGroup(pageSetup, "pdf");
+    addInt32Row(pdf, "Margins", {28, 28, 28, 28}, margins());
+    addInherited(pdf);
+
+    auto docx = addGroup(pageSetup, "docx");
+    addUnset(docx, "Margins", margins());
+    addInherited(docx);
+
+    auto latex = addGroup(pageSetup, "latex");
+    addInt32Row(latex, "Margins", {134, 125, 134, 120}, margins());  // uneven on purpose
+    addInherited(latex);
+}
+
+void buildExport(FactoryGroup& editor)
+{
+    auto exports = addGroup(editor, "export");
+    addText(exports, "FigureFormat", "png", figureFormat());
+    addFigureResolution(exports);
+
+    auto pdf = addGroup(exports, "pdf");
+    addUnset(pdf, "FigureFormat", stringScalar, figureFormat());
+    addUnset(pdf, "FigureResolution", integerScalar, figureResolution());
+
+    auto latex = addGroup(exports, "latex");
+    addText(latex, "FigureFormat", "eps", figureFormat());
+    addUnset(latex, "FigureResolution", integerScalar, figureResolution());
+
+    buildPageSetup(exports);
+}
+
+void buildDisplay(FactoryGroup& editor)
+{
+    auto displaySettings = addGroup(editor, "displaysettings");
+    addLogical(displaySettings, "DataTipsInEditMode", false);
+    addText(displaySettings, "DefaultView", "code", Hidden,
+            oneOf({u"code", u"inline", u"right", u"hidecode"}));
+    addLogical(displaySettings, "EnableInlineOutputFocus", true);
+    addLogical(displaySettings, "HighlightCurrentLine", false);
+    addColour(displaySettings, "HighlightCurrentLineColor", {229, 250, 221});
+    addLogical(displaySettings, "LiveEditorDataTips", true);
+    addText(displaySettings, "DataTipsMode", "on", Hidden, oneOf({u"on", u"off"}));
+    addLogical(displaySettings, "ShowCodeFoldingMargin", true, Hidden);
+    addLogical(displaySettings, "ShowLineNumbers", true);
+    addLogical(displaySettings, "ShowOpenAsLiveScriptBanner", true);
+    addLogical(displaySettings, "ShowPauseOnCaughtErrorOption", false);
+    addLogical(displaySettings, "ShowRunToHereMargin", true, Hidden);
+    addLogical(displaySettings, "ShowRunSectionMargin", true, Hidden);
+    addLogical(displaySettings, "ShowWelcomeToLiveEditorBanner", true);
+    addLogical(displaySettings, "ShowLiveTasksInHideCode", true, Hidden);
+    addLogical(displaySettings, "ShowLiveAppRefactor", true, Hidden);
+    addNumber(displaySettings, "CurrentZoomFactor", 1, Hidden);
+    addLogical(displaySettings, "DisableResetZoomKeyboardShortcut", false);
+    addLogical(displaySettings, "EnableZoomOnScroll", true);
+    addLogical(displaySettings, "EnableSingleFileZoom", false);
+    addLogical(displaySettings, "ScrollBeyondLastLine", true);
+    addLogical(displaySettings, "WrapCodeLines", false);
+
+    auto lineLimit = addGroup(displaySettings, "linelimit");
+    addColour(lineLimit, "LineColor", {191, 191, 191});
+    addInteger(lineLimit, "LineColumn", 75);
+    addInteger(lineLimit, "LineWidth", 1, inRange(1, 100));
+    addLogical(lineLimit, "ShowLine", true);
+}
+
+void buildTabAndIndent(FactoryGroup& editor)
+{
+    const auto columns = inRange(1, 100);
+
+    auto tab = addGroup(editor, "tab");
+    addLogical(tab, "EmacsStyle", false);
+    addInteger(tab, "IndentSize", 4, columns);
+    addLogical(tab, "InsertSpaces", true);
+    addInteger(tab, "TabSize", 4, columns);
+
+    auto indent = addGroup(editor, "indent");
+    addLogical(indent, "SmartIndentEntireDocument", false);
+    addLogical(indent, "RemoveAutomaticWhitespace", true);
+    addLogical(indent, "PadEmptyLines", false);
+    addDouble(indent, "AutoIndentMaxLines", 100, Hidden, atLeast(0));
+}
+
+}  // namespace
+
+void buildEditorArea(FactoryGroup& root)
+{
+    auto editor = addGroup(root, "editor");
+    buildGeneral(editor);
+    buildDialogs(editor);
+    buildExport(editor);
+    buildDisplay(editor);
+    buildTabAndIndent(editor);
+    buildEditorLanguages(editor);
+    buildEditorTools(editor);
+}
+
+}  // namespace verdix::settings::tree

@@ -1,0 +1,87 @@
+#include <tree/areas.hpp>
+#include <tree/vocabulary.hpp>
+
+namespace verdix::settings::tree {
+
+namespace {
+
+struct FontRules
+{
+    SettingValueValidator size = inRange(1, 100);  // points
+    SettingValueValidator style = inRange(0, 3);   // plain, bold, italic, both
+};
+
+void buildCodeFont(FactoryGroup& fonts, const FontRules& rules)
+{
+    auto codeFont = addGroup(fonts, "codefont", "Hidden", false);
+    addText(codeFont, "Name", "Monospaced");
+    addInteger(codeFont, "Style", 0, rules.style);
+    addInteger(codeFont, "Size", 10, rules.size);
+}
+
+void buildCustomFonts(FactoryGroup& fonts, const FontRules& rules)
+{
+    auto custom = addGroup(fonts, "custom");
+    auto editor = addGroup(custom, "editor");
+    addText(editor, "FontToUse", "CodeFont", oneOf({u"CodeFont", u"TextFont", u"CustomFont"}));
+    addText(editor, "Name", "Courier");
+    addInteger(editor, "Size", 9, rules.size);
+    addInteger(editor, "Style", 0, rules.style);
+}
+
+void buildTextFont(FactoryGroup& fonts, const FontRules& rules)
+{
+    auto textFont = addGroup(fonts, "textfont");
+    addLogical(textFont, "UseSystemFont", true);
+    addText(textFont, "Name", "Helvetica");
+    addInteger(textFont, "Size", 9, rules.size);
+    addInteger(textFont, "Style", 0, rules.style);
+}
+
+struct ParagraphFont
+{
+    const char* paragraph;
+    const char* name;
+    const char* style;
+    const char* size;
+    Rgb colour;
+};
+
+constexpr Rgb darkGrey{33, 33, 33};
+constexpr Rgb orange{192, 76, 11};
+
+constexpr ParagraphFont paragraphFonts[] = {
+    {"code", "Monospaced", "plain", "14px", darkGrey},   {"normal", "SansSerif", "plain", "14px", darkGrey},
+    {"title", "SansSerif", "plain", "24px", orange},     {"heading1", "SansSerif", "bold", "20px", darkGrey},
+    {"heading2", "SansSerif", "bold", "17px", darkGrey}, {"heading3", "SansSerif", "bold", "15px", darkGrey},
+};
+
+void buildEditorFonts(FactoryGroup& fonts)
+{
+    const auto styles = oneOf({u"plain", u"bold", u"italic"});
+    const auto service = [](const char* function) { return native("libvxservices", function); };
+
+    auto editor = addGroup(fonts, "editor", "Hidden", false);
+    for (const auto& font : paragraphFonts) {
+        auto paragraph = addGroup(editor, font.paragraph, "Hidden", false);
+        addText(paragraph, "Name", font.name);
+        addCell(paragraph, "Style", {font.style}, styles, service("validateFontStyle"));
+        addCharVector(paragraph, "Size", font.size, service("validateFontSize"));
+        addColour(paragraph, "Color", font.colour, service("validateFontColor"));
+    }
+}
+
+}  // namespace
+
+void buildFontsArea(FactoryGroup& root)
+{
+    const FontRules rules;
+
+    auto fonts = addGroup(root, "fonts", "Hidden", false);
+    buildCodeFont(fonts, rules);
+    buildCustomFonts(fonts, rules);
+    buildTextFont(fonts, rules);
+    buildEditorFonts(fonts);
+}
+
+}  // namespace verdix::settings::tree

@@ -1,0 +1,35 @@
+#include <tree/areas.hpp>
+#include <tree/vocabulary.hpp>
+
+namespace verdix::settings::tree {
+
+void buildHelpArea(FactoryGroup& root)
+{
+    auto help = addGroup(root, "help");
+    addText(help, "DocLocation", "WEB");
+    addText(help, "DocProjectRoot", "");
+    addText(help, "DocRoot", "");
+    addText(help, "DocDataRoot", "");
+    addText(help, "DocRelease", "");
+    addText(help, "DocCenterDomain", "");
+    addText(help, "InstalledProductFilter", "");
+    addLogical(help, "PopupShowsBrowser", false);
+    addLogical(help, "SearchStemming", true);
+    addLogical(help, "Show3pDocInBrowser", true);
+    addLogical(help, "ShowUninstalledProducts", false);
+    addText(help, "UninstalledProductFilter", "");
+    addLogical(help, "UseDocForProjects", false);
+    addLogical(help, "UseJavaScriptHelpBrowser", true);
+    addLogical(help, "DebugProjectDoc", false);
+    addLogical(help, "OptionalDocInstall", true);
+    addLogical(help, "DocSearchDirectConnection", false);
+    addLogical(help, "DocSearchEnableIPC", true);
+    addCell(help, "SystemBrowserForDoc", {"verdixOnline", "verdixDesktop"},
+            cellOf({u"verdixOnline", u"verdixDesktop"}));
+
+    auto csh = addGroup(help, "csh");
+    auto window = addGroup(csh, "window");
+    addDoubleRow(window, "Position", {100, 100, 800, 500}, windowPosition());
+}
+
+}  // namespace verdix::settings::tree

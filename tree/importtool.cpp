@@ -1,0 +1,13 @@
+#include <tree/areas.hpp>
+#include <tree/vocabulary.hpp>
+
+namespace verdix::settings::tree {
+
+void buildImportToolArea(FactoryGroup& root)
+{
+    auto importTool = addGroup(root, "importtool");
+    addText(importTool, "ImportToolTextType", "string");
+    addLogical(importTool, "Decaf", false);
+}
+
+}  // namespace verdix::settings::tree

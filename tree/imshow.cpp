@@ -1,0 +1,16 @@
+#include <tree/areas.hpp>
+#include <tree/vocabulary.hpp>
+
+namespace verdix::settings::tree {
+
+void buildImageDisplayArea(FactoryGroup& root)
+{
+    auto imshow = addGroup(root, "imshow");
+    addLogical(imshow, "AlwaysUseFitMagnification", false);
+    addText(imshow, "BorderStyle", "loose", oneOf({u"loose", u"tight"}));
+    addNumber(imshow, "InitialMagnification", 100);  // percent
+    addText(imshow, "InitialMagnificationStyle", "numeric", oneOf({u"numeric", u"fit"}));
+    addLogical(imshow, "ShowAxes", false);
+}
+
+}  // namespace verdix::settings::tree

@@ -1,0 +1,16 @@
+#include <tree/areas.hpp>
+#include <tree/vocabulary.hpp>
+
+namespace verdix::settings::tree {
+
+void buildLiveEditorArea(FactoryGroup& root)
+{
+    auto liveEditor = addGroup(root, "liveeditor");
+    addText(liveEditor, "LiveEditorInteractiveOutputs", "50");  // a number, kept as a text
+    addLogical(liveEditor, "LiveEditorRemoveFigureCloning", false, Hidden);
+    addLogical(liveEditor, "AutoEvaluateSymbolicSuggestions", true, Hidden);
+    addLogical(liveEditor, "SuggestionsNotifierSetting", true, Hidden);
+    addLogical(liveEditor, "RunOnRestoreAllControls", false);
+}
+
+}  // namespace verdix::settings::tree

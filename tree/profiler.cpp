@@ -1,0 +1,68 @@
+#include <tree/areas.hpp>
+#include <tree/vocabulary.hpp>
+
+namespace verdix::settings::tree {
+
+namespace {
+
+void buildShowFeature(FactoryGroup& profiler)
+{
+    auto showFeature = addGroup(profiler, "showfeature");
+    addLogical(showFeature, "ShowBusyLines", true);
+    addLogical(showFeature, "ShowChildFunctions", true);
+    addLogical(showFeature, "ShowCodeAnalyzerResults", true);
+    addLogical(showFeature, "ShowFileCoverage", true);
+    addLogical(showFeature, "ShowFlameGraph", true);
+    addLogical(showFeature, "ShowFunctionListing", true);
+    addLogical(showFeature, "ShowParentFunctions", true);
+    addLogical(showFeature, "ShowMPIPlots", true);
+}
+
+// How a table of the report is sorted: by a column, and by what its texts say.
+struct SortState
+{
+    const char* table;
+    std::vector<const char*> texts;
+};
+
+void buildTables(FactoryGroup& profiler)
+{
+    const SortState sortStates[] = {
+        {"summarytable", {"SortingDatatype", "SortingOrder"}},
+        {"busylinestable", {"SortingOrder", "SortByField"}},
+        {"childrentable", {"SortingOrder"}},
+    };
+    for (const auto& [name, texts] : sortStates) {
+        auto table = addGroup(profiler, name);
+        addNumber(table, "SortingColumnNumber", 0);
+        for (const char* text : texts) {
+            addText(table, text, "");
+        }
+    }
+}
+
+}  // namespace
+
+void buildProfilerArea(FactoryGroup& root)
+{
+    const auto atLeastOne = atLeast(1);
+
+    auto profiler = addGroup(root, "profiler");
+    addLogical(profiler, "EnableProfileOnButton", true);
+    addLogical(profiler, "EnableProfileComparison", false);
+    addDouble(profiler, "PaginateThreshold", 1000, atLeastOne);
+    addDouble(profiler, "PaginateFunctionListingThreshold", 1000, atLeastOne);
+    addText(profiler, "TableViewMode", "");
+
+    auto functionListing = addGroup(profiler, "functionlisting");
+    addText(functionListing, "HighlightMode", "");
+
+    buildShowFeature(profiler);
+    buildTables(profiler);
+
+    auto window = addGroup(profiler, "window");
+    addLogical(window, "IsMaximized", false);
+    addUnset(window, "Position", windowPosition());
+}
+
+}  // namespace verdix::settings::tree
