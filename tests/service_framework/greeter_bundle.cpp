@@ -1,0 +1,82 @@
+// A bundle with three components: one that works, one that throws when it is made, one without exports.
+
+#include <cppmicroservices/BundleInitialization.h>
+#include <cppmicroservices/servicecomponent/detail/ComponentInstanceImpl.hpp>
+
+#include <greeter.hpp>
+#include <lifecycle.hpp>
+#include <memory>
+#include <stdexcept>
+#include <tuple>
+
+namespace component = cppmicroservices::service::component;
+using component::detail::ComponentInstance;
+using component::detail::ComponentInstanceImpl;
+
+namespace greetings {
+
+class PoliteGreeter final : public Greeter, public Counter
+{
+public:
+    PoliteGreeter() { lifecycle::note("constructed"); }
+    ~PoliteGreeter() override { lifecycle::note("destroyed"); }
+    PoliteGreeter(const PoliteGreeter&) = delete;
+    PoliteGreeter& operator=(const PoliteGreeter&) = delete;
+
+    void Activate(const std::shared_ptr<component::ComponentContext>& context)
+    {
+        greeting_ = context->GetProperties().at("greeting").ToString();
+        lifecycle::note("activated");
+    }
+    void Deactivate(const std::shared_ptr<component::ComponentContext>&) { lifecycle::note("deactivated"); }
+
+    std::string greet() const override { return greeting_; }
+    int next() override { return ++count_; }
+
+private:
+    std::string greeting_;
+    int count_ = 0;
+};
+
+class ThrowingGreeter final : public Greeter
+{
+public:
+    ThrowingGreeter() { throw std::domain_error("no greeting today"); }
+    std::string greet() const override { return {}; }
+};
+
+}  // namespace greetings
+
+using Polite =
+    ComponentInstanceImpl<greetings::PoliteGreeter, std::tuple<greetings::Greeter, greetings::Counter>>;
+using Throwing = ComponentInstanceImpl<greetings::ThrowingGreeter, std::tuple<greetings::Greeter>>;
+
+extern "C" {
+
+US_ABI_EXPORT ComponentInstance* NewInstance_greetings_PoliteGreeter()
+{
+    lifecycle::note("new");
+    return new Polite();
+}
+
+US_ABI_EXPORT void DeleteInstance_greetings_PoliteGreeter(ComponentInstance* instance)
+{
+    lifecycle::note("delete");
+    delete instance;
+}
+
+US_ABI_EXPORT ComponentInstance* NewInstance_greetings_ThrowingGreeter()
+{
+    return new Throwing();
+}
+
+US_ABI_EXPORT void DeleteInstance_greetings_ThrowingGreeter(ComponentInstance* instance)
+{
+    delete instance;
+}
+
+US_ABI_EXPORT void US_SET_CTX_FUNC(US_BUNDLE_NAME)(cppmicroservices::BundleContextPrivate* context)
+{
+    lifecycle::note(context ? "context set" : "context cleared");
+}
+}

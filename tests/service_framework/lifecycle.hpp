@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace lifecycle {
+
+/// Notes what happens inside the test bundles, in a library of its own: a bundle may be unloaded before the
+/// test looks.
+__attribute__((visibility("default"))) void note(const std::string& event);
+
+/// The events so far, and a clean slate.
+__attribute__((visibility("default"))) std::vector<std::string> take();
+
+}  // namespace lifecycle
