@@ -1,10 +1,11 @@
+#include <data/views.hpp>
+
 #include <foundation/verdixdata/array.hpp>
 #include <foundation/verdixdata/array_factory.hpp>
 #include <foundation/verdixdata/text.hpp>
 
 #include <algorithm>
 #include <cstdint>
-#include <data/views.hpp>
 #include <memory>
 #include <new>
 #include <string>

@@ -4,7 +4,10 @@
 
 #include <foundation/verdixdata/typed_array.hpp>
 
+#include <algorithm>
+#include <cmath>
 #include <concepts>
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <stdexcept>
@@ -56,6 +59,39 @@ decltype(auto) visitElementType(foundation::verdixdata::ArrayType type, Visitor&
 template <class T>
 concept Number =
     (std::integral<T> && !std::same_as<T, bool> && !std::same_as<T, char16_t>) || std::same_as<T, double>;
+
+template <Number T>
+[[nodiscard]] bool isWhole(T number) noexcept
+{
+    if constexpr (std::integral<T>) {
+        return true;
+    } else {
+        return std::isfinite(number) && std::trunc(number) == number;
+    }
+}
+
+/// Whether lower <= number <= upper, exactly also for integers that no double can express.
+template <Number T>
+[[nodiscard]] bool isWithin(T number, double lower, double upper) noexcept
+{
+    const auto exact = static_cast<long double>(number);
+    return lower <= exact && exact <= upper;
+}
+
+/// True for a numeric array whose every element the predicate accepts. Without elements there is nothing to
+/// refuse, but the class still counts.
+template <class Predicate>
+[[nodiscard]] bool everyNumber(const foundation::verdixdata::Array& array, Predicate accepts)
+{
+    return array.isAssigned() && visitElementType(array.getType(), [&]<class T>(std::type_identity<T>) {
+               if constexpr (Number<T>) {
+                   const foundation::verdixdata::TypedArray<T> typed(array);
+                   return std::all_of(typed.begin(), typed.end(), accepts);
+               } else {
+                   return false;
+               }
+           });
+}
 
 /// The elements, column by column; valid as long as the array or a copy of it. Raises
 /// InvalidArrayTypeException when the array is of another class.

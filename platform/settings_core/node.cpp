@@ -1,8 +1,9 @@
+#include <settings_core/node_index.hpp>
+#include <settings_core/settings_tree.hpp>
+
 #include <boost/smart_ptr/make_shared.hpp>
 
 #include <algorithm>
-#include <settings_core/node_index.hpp>
-#include <settings_core/settings_tree.hpp>
 #include <stdexcept>
 #include <utility>
 
@@ -117,6 +118,18 @@ const Node* SettingsTree::find(std::string_view path) const noexcept
 std::span<const Node* const> SettingsTree::nodes() const noexcept
 {
     return index_->inOrder;
+}
+
+const Node* followAlias(const SettingsTree& tree, const Node& node) noexcept
+{
+    const Node* current = &node;
+    // More steps than there are nodes go round in a circle.
+    for (std::size_t steps = tree.nodes().size(); current != nullptr && current->kind() == NodeKind::alias;
+         --steps)
+    {
+        current = steps == 0 ? nullptr : tree.find(current->properties().aliasName());
+    }
+    return current;
 }
 
 }  // namespace vx::core

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <settings_core/node.hpp>
+
 #include <string_view>
 #include <unordered_map>
 #include <vector>

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <settings_core/node.hpp>
+
 #include <settings/core/factory_settings_loader.hpp>
 
 #include <boost/smart_ptr/shared_ptr.hpp>
 
 #include <memory>
-#include <settings_core/node.hpp>
 #include <span>
 #include <string>
 #include <string_view>
@@ -15,7 +16,8 @@ namespace vx::core {
 
 /// A tree of settings with constant-time look-up by path. One builder at a time may add to a tree; a finished
 /// tree may be read from several threads. Callables that a provider handed over live in the provider's
-/// library: a tree must go before that library is unloaded.
+/// library: a tree must go before that library is unloaded. A node's handle that outlives the tree may only
+/// be let go.
 class VX_API SettingsTree
 {
 public:
@@ -34,6 +36,10 @@ private:
     std::shared_ptr<NodeIndex> index_;
     boost::shared_ptr<Node> root_;
 };
+
+/// The node that an alias leads to, over further aliases if need be; null when the path leads out of the tree
+/// or round in a circle. Any other node leads to itself.
+[[nodiscard]] VX_API const Node* followAlias(const SettingsTree& tree, const Node& node) noexcept;
 
 /// Runs a provider: makes its root group and lets it build its tree under it. What the provider raises, this
 /// raises. The overload with a tree leaves the nodes made until then in it.

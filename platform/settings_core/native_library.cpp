@@ -1,0 +1,78 @@
+#include <settings_core/native_library.hpp>
+
+#include <dlfcn.h>
+#include <filesystem>
+#include <map>
+#include <mutex>
+#include <stdexcept>
+
+namespace vx::core {
+
+namespace {
+
+/// The folder that holds this library.
+std::filesystem::path ownFolder()
+{
+    static const int addressInThisLibrary = 0;
+    Dl_info info{};
+    if (dladdr(&addressInThisLibrary, &info) == 0 || info.dli_fname == nullptr) {
+        return std::filesystem::current_path();
+    }
+    return std::filesystem::absolute(info.dli_fname).parent_path();
+}
+
+std::string loaderError()
+{
+    const char* text = dlerror();
+    return text == nullptr ? "no reason given" : text;
+}
+
+void requirePlainName(const std::string& library)
+{
+    if (library.empty() || library.find('/') != std::string::npos) {
+        throw std::runtime_error("\"" + library +
+                                 "\" does not name a native library: give its file name without "
+                                 "folder and without \".so\".");
+    }
+}
+
+void* load(const std::string& library)
+{
+    requirePlainName(library);
+    const std::string file = library + ".so";
+    const std::filesystem::path folder = ownFolder();
+    const std::filesystem::path beside = folder / file;
+    const bool isBeside = std::filesystem::exists(beside);
+    if (void* handle = dlopen(isBeside ? beside.c_str() : file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+        return handle;
+    }
+    if (isBeside) {
+        throw std::runtime_error(beside.string() + ": cannot be loaded: " + loaderError());
+    }
+    throw std::runtime_error(file + ": not found in " + folder.string() + " nor where the system looks (" +
+                             loaderError() + "): install it there.");
+}
+
+/// Loads each library once. What failed is tried again the next time.
+void* libraryHandle(const std::string& library)
+{
+    static std::mutex mutex;
+    static std::map<std::string, void*> handles;
+    const std::lock_guard lock(mutex);
+    const auto found = handles.find(library);
+    return found != handles.end() ? found->second : handles.emplace(library, load(library)).first->second;
+}
+
+}  // namespace
+
+void* detail::nativeSymbol(const std::string& library, const std::string& function)
+{
+    void* symbol = dlsym(libraryHandle(library), function.c_str());
+    if (symbol == nullptr) {
+        throw std::runtime_error(library + ".so has no function " + function +
+                                 ": install the version that the settings tree was made for.");
+    }
+    return symbol;
+}
+
+}  // namespace vx::core

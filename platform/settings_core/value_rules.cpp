@@ -1,0 +1,242 @@
+#include <data/views.hpp>
+#include <settings_core/script_functions.hpp>
+#include <settings_core/value_rules.hpp>
+#include <settings_core/value_text.hpp>
+
+#include <foundation/verdixdata/text.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace vx::core {
+
+namespace {
+
+using foundation::verdixdata::Array;
+using foundation::verdixdata::ArrayType;
+using Properties = ::settings::core::detail::FactorySettingProperties;
+using Rule = ::settings::core::SettingValueValidator;
+
+bool isOneOf(const std::vector<std::u16string>& words, const Array& value)
+{
+    const auto text = data::textOf(value);
+    return text && std::find(words.begin(), words.end(), *text) != words.end();
+}
+
+/// A text as a whole, or every element of a cell, is one of the words.
+bool holdsOnly(const std::vector<std::u16string>& words, const Array& value)
+{
+    if (value.getType() != ArrayType::CELL) {
+        return isOneOf(words, value);
+    }
+    const auto elements = data::elementsOf<Array>(value);
+    return std::all_of(elements.begin(), elements.end(),
+                       [&](const Array& element) { return isOneOf(words, element); });
+}
+
+std::size_t lengthOf(const Array& value)
+{
+    const auto text = data::textOf(value);
+    return text ? text->size() : value.getNumberOfElements();
+}
+
+bool isColour(Rule::Colour colour, const Array& value)
+{
+    return data::hasSize(value, 1, 3) && data::everyNumber(value, [&](auto part) {
+               return colour == Rule::Colour::normalised
+                          ? data::isWithin(part, 0, 1)
+                          : data::isWithin(part, 0, 255) && data::isWhole(part);
+           });
+}
+
+std::string rangeWords(const Rule::Range& range)
+{
+    if (std::isinf(range.lower)) {
+        return std::isinf(range.upper) ? "numeric" : "at most " + numberText(range.upper);
+    }
+    if (std::isinf(range.upper)) {
+        return "at least " + numberText(range.lower);
+    }
+    return "from " + numberText(range.lower) + " to " + numberText(range.upper);
+}
+
+std::string list(const std::vector<std::u16string>& words)
+{
+    std::string text;
+    for (const std::u16string& word : words) {
+        text += (text.empty() ? "one of: " : ", ") + foundation::verdixdata::toUtf8(word);
+    }
+    return text;
+}
+
+std::string wordsWords(const std::vector<std::u16string>& words, const Array& example)
+{
+    return (example.getType() == ArrayType::CELL ? "each " : "") + list(words);
+}
+
+std::string lengthWords(std::size_t length, const Array& example)
+{
+    const char* unit = example.getType() == ArrayType::CHAR || example.getType() == ArrayType::STRING
+                           ? " characters"
+                           : " elements";
+    return "of at most " + std::to_string(length) + (example.isAssigned() ? unit : " elements or characters");
+}
+
+std::string sizeWords(const Rule::Size& size)
+{
+    return dimensionsText({size.rows, size.columns});
+}
+
+std::string classWords(ArrayType elementClass)
+{
+    return elementClass == ArrayType::CELL ? "a cell" : std::string("of class ") + className(elementClass);
+}
+
+std::string colourWords(Rule::Colour colour, const std::vector<std::u16string>& words)
+{
+    std::string text = "a colour: red, green and blue, each ";
+    text += colour == Rule::Colour::normalised ? "a number from 0 to 1" : "a whole number from 0 to 255";
+    return words.empty() ? text : text + ", or " + list(words);
+}
+
+/// Calls visitor(words, accepts), two functions, for every rule that the record states, in a fixed order.
+template <class Visitor>
+void forEachRule(const ValueRules& rules, const Array& example, Visitor visitor)
+{
+    if (rules.range) {
+        visitor(rangeWords(*rules.range), [&](const Array& value) {
+            return data::everyNumber(
+                value, [&](auto n) { return data::isWithin(n, rules.range->lower, rules.range->upper); });
+        });
+    }
+    if (!rules.allowedValues.empty() && !rules.colour) {
+        visitor(wordsWords(rules.allowedValues, example),
+                [&](const Array& value) { return holdsOnly(rules.allowedValues, value); });
+    }
+    if (rules.maximumLength) {
+        visitor(lengthWords(*rules.maximumLength, example),
+                [&](const Array& value) { return lengthOf(value) <= *rules.maximumLength; });
+    }
+    if (rules.size) {
+        visitor(sizeWords(*rules.size), [&](const Array& value) {
+            return data::hasSize(value, rules.size->rows, rules.size->columns);
+        });
+    }
+    if (rules.elementClass) {
+        visitor(classWords(*rules.elementClass),
+                [&](const Array& value) { return value.getType() == *rules.elementClass; });
+    }
+    if (rules.colour) {
+        visitor(colourWords(*rules.colour, rules.allowedValues), [&](const Array& value) {
+            return isColour(*rules.colour, value) || isOneOf(rules.allowedValues, value);
+        });
+    }
+}
+
+/// What a factory value says of the values that its setting takes.
+std::string kindWords(const Array& factoryValue)
+{
+    const std::size_t count = factoryValue.getNumberOfElements();
+    switch (factoryValue.getType()) {
+    case ArrayType::UNKNOWN:
+        return "a value";
+    case ArrayType::LOGICAL:
+        return count == 1 ? "true or false" : std::to_string(count) + " logical values";
+    case ArrayType::CHAR:
+    case ArrayType::STRING:
+        return "a text";
+    case ArrayType::CELL:
+        return "a cell of texts";
+    case ArrayType::DOUBLE:
+        return count == 1 ? "a number" : std::to_string(count) + " numbers";
+    default:
+        return count == 1 ? "a whole number" : std::to_string(count) + " whole numbers";
+    }
+}
+
+std::string validatorWords(const Properties& properties)
+{
+    const std::string words = describe(properties.validator);
+    const auto* script = std::get_if<::settings::core::MValidator>(&properties.validator);
+    if (script != nullptr && findScriptFunction(*script) != nullptr) {
+        return words;
+    }
+    return kindWords(properties.factoryValue) + (words.empty() ? "" : " ") + words;
+}
+
+}  // namespace
+
+std::vector<Failure> brokenRules(const ValueRules& rules, const Array& value)
+{
+    std::vector<Failure> failures;
+    forEachRule(rules, value, [&](std::string words, const auto& accepts) {
+        if (!accepts(value)) {
+            failures.push_back(makeFailure(std::move(words), value));
+        }
+    });
+    return failures;
+}
+
+std::string describe(const ValueRules& rules, const Array& example)
+{
+    std::string text;
+    forEachRule(rules, example, [&](const std::string& words, const auto& /*accepts*/) {
+        text += (text.empty() ? "" : ", ") + words;
+    });
+    return text;
+}
+
+std::string describe(const ::settings::core::Validator& validator)
+{
+    struct Words
+    {
+        std::string operator()(std::monostate) const { return {}; }
+        std::string operator()(const ::settings::core::MValidator& named) const
+        {
+            const ScriptFunction* function = findScriptFunction(named);
+            return function != nullptr
+                       ? std::string(function->accepted)
+                       : "accepted by the script function " + named.scope() + "." + named.function();
+        }
+        std::string operator()(const ::settings::core::CValidator& named) const
+        {
+            return "accepted by " + named.function() + " of " + named.scope();
+        }
+        std::string operator()(const ::settings::core::JValidator& named) const
+        {
+            return "accepted by the managed method " + named.scope() + "." + named.function();
+        }
+        std::string operator()(const ::settings::core::CPPValidator& /*callable*/) const
+        {
+            return "accepted by its provider's own check";
+        }
+    };
+    return std::visit(Words{}, validator);
+}
+
+std::string describeAccepted(const Properties& properties)
+{
+    const auto isColourRule = [](const ValueRules& rules) { return rules.colour.has_value(); };
+    const auto& records = properties.valueValidators;
+    // A colour's own words say what kind of value it is.
+    std::string text =
+        std::any_of(records.begin(), records.end(), isColourRule) ? "" : validatorWords(properties);
+    for (const ValueRules& rules : records) {
+        const std::string words = describe(rules, properties.factoryValue);
+        // A range comes first in its record and reads on: "a whole number from 0 to 3".
+        const char* separator = rules.range ? " " : ", ";
+        text += (text.empty() || words.empty() ? "" : separator) + words;
+    }
+    return text;
+}
+
+Failure makeFailure(std::string rule, const Array& value)
+{
+    constexpr std::size_t width = 60;
+    std::string message = "must be " + rule + "; it is ";
+    message += value.isAssigned() ? shortValueText(value, width) + " (" + shapeText(value) + ")" : "not set";
+    return {std::move(rule), std::move(message)};
+}
+
+}  // namespace vx::core
