@@ -32,8 +32,10 @@ public:
 
 protected:
     FactorySettingNode(TreeContext context, SettingsNode parent, SettingsNode node, std::string&& nodeName)
-        : settingsNode(std::move(node)), parentSettingsNode(std::move(parent)),
-          treeContext(std::move(context)), name(std::move(nodeName))
+        : settingsNode(std::move(node)),
+          parentSettingsNode(std::move(parent)),
+          treeContext(std::move(context)),
+          name(std::move(nodeName))
     {}
 
     FactorySettingNode(const FactorySettingNode&) = default;

@@ -14,7 +14,8 @@ std::string fullName(const detail::FactorySettingNode& node)
 void realize(detail::FactorySettingNode& node,
              const ::settings::core::detail::FactorySettingProperties& properties)
 {
-    node.settingsNode = node.parentSettingsNode->createFactorySetting(node.name, node.isSetting(), properties);
+    node.settingsNode =
+        node.parentSettingsNode->createFactorySetting(node.name, node.isSetting(), properties);
 }
 
 namespace {

@@ -24,9 +24,8 @@ namespace detail {
 [[nodiscard]] FactorySetting makeSetting(const FactoryGroup& parent, std::string&& name);
 
 /// Realizes the child and enters it in the parent's index, where an earlier child of that name stays.
-[[nodiscard]] FactoryGroup
-addRealized(FactoryGroup& parent, FactoryGroup&& group,
-            const ::settings::core::detail::FactorySettingProperties& properties);
+[[nodiscard]] FactoryGroup addRealized(FactoryGroup& parent, FactoryGroup&& group,
+                                       const ::settings::core::detail::FactorySettingProperties& properties);
 void addRealized(FactoryGroup& parent, FactorySetting&& setting,
                  const ::settings::core::detail::FactorySettingProperties& properties);
 
@@ -45,9 +44,9 @@ FactoryGroup addGroup(FactoryGroup& parent, std::string name, const char* option
     return detail::addRealized(parent, std::move(group), options.properties);
 }
 
-/// Creates a setting under a realized group. The options are pairs of a name and a value, applied from left to
-/// right (see applyOption); they are taken by value, so literals of any length are one type. The first error
-/// ends the call, and the settings core then knows nothing of the setting.
+/// Creates a setting under a realized group. The options are pairs of a name and a value, applied from left
+/// to right (see applyOption); they are taken by value, so literals of any length are one type. The first
+/// error ends the call, and the settings core then knows nothing of the setting.
 template <class... Pairs>
 void addSetting(FactoryGroup& parent, std::string name, Pairs... pairs)
 {

@@ -1,5 +1,4 @@
 #include <builder/setting_options.hpp>
-
 #include <builder/validators.hpp>
 #include <builder/values.hpp>
 
@@ -41,7 +40,8 @@ const char* typeErrorText(Option option)
     case Option::additionalFile:
         return "AdditionalFile flag must be true or false.";
     case Option::validationFcn:
-        return "Invalid type for ValidationFcn. Must be a string for a VERDIX function or a FunctionDescriptor "
+        return "Invalid type for ValidationFcn. Must be a string for a VERDIX function or a "
+               "FunctionDescriptor "
                "for a C function.";
     case Option::factoryValueFcn:
         return "Invalid type for FactoryValueFcn. Must be a string for a VERDIX function or a "

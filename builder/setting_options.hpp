@@ -59,11 +59,11 @@ inline constexpr bool isOneOf = (std::is_same_v<T, Candidates> || ...);
 
 }  // namespace detail
 
-/// Applies one option pair. The names are "Hidden", "ReadOnly", "AdditionalFile" (bool), "FactoryValue" (bool,
-/// int, character pointer, Array), "ValidationFcn" (character pointer, FunctionDescriptor, CPPValidator),
-/// "FactoryValueFcn" (character pointer, FunctionDescriptor), "ValueValidator" (one record, which is appended,
-/// or a vector of records, which replaces) and "ErrorHandler" (a callable). Any other combination compiles
-/// and raises std::logic_error, so that it reads like every other misuse of the tree.
+/// Applies one option pair. The names are "Hidden", "ReadOnly", "AdditionalFile" (bool), "FactoryValue"
+/// (bool, int, character pointer, Array), "ValidationFcn" (character pointer, FunctionDescriptor,
+/// CPPValidator), "FactoryValueFcn" (character pointer, FunctionDescriptor), "ValueValidator" (one record,
+/// which is appended, or a vector of records, which replaces) and "ErrorHandler" (a callable). Any other
+/// combination compiles and raises std::logic_error, so that it reads like every other misuse of the tree.
 template <class Value>
 void applyOption(SettingOptions& options, const std::string& name, Value&& value)
 {
@@ -78,8 +78,10 @@ void applyOption(SettingOptions& options, const std::string& name, Value&& value
         detail::store(options, option, static_cast<const char*>(value));
     } else if constexpr (std::is_base_of_v<Array, Type>) {
         detail::store(options, option, Array(std::forward<Value>(value)));
-    } else if constexpr (detail::isOneOf<Type, ::settings::core::CPPValidator, internal::SettingValueValidator,
-                                         std::vector<internal::SettingValueValidator>>) {
+    } else if constexpr (detail::isOneOf<Type, ::settings::core::CPPValidator,
+                                         internal::SettingValueValidator,
+                                         std::vector<internal::SettingValueValidator>>)
+    {
         detail::store(options, option, Type(std::forward<Value>(value)));
     } else if constexpr (std::is_invocable_r_v<void, Type&, const std::string&, const Array&>) {
         detail::store(options, option, ErrorHandler(std::forward<Value>(value)));

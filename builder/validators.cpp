@@ -48,11 +48,12 @@ std::pair<std::string, std::string> splitQualifiedName(std::string_view name)
 
 ::settings::core::RunTimeDefault makeRunTimeDefault(std::string_view qualifiedName)
 {
-    return fromQualifiedName<::settings::core::RunTimeDefault, ::settings::core::MRunTimeDefault>(qualifiedName);
+    return fromQualifiedName<::settings::core::RunTimeDefault, ::settings::core::MRunTimeDefault>(
+        qualifiedName);
 }
 
-::settings::core::RunTimeDefault
-makeRunTimeDefault(const FunctionDescriptor& function, const std::string& settingName)
+::settings::core::RunTimeDefault makeRunTimeDefault(const FunctionDescriptor& function,
+                                                    const std::string& settingName)
 {
     using namespace ::settings::core;
     return fromDescriptor<RunTimeDefault, CRunTimeDefault, JRunTimeDefault>(function, settingName);

@@ -20,13 +20,13 @@ namespace verdix::settings {
 
 /// A native or managed validator. Raises std::logic_error, which begins with the setting's full name, when
 /// the language is neither "C" nor "Java".
-[[nodiscard]] ::settings::core::Validator
-makeValidator(const FunctionDescriptor& function, const std::string& settingName);
+[[nodiscard]] ::settings::core::Validator makeValidator(const FunctionDescriptor& function,
+                                                        const std::string& settingName);
 
 /// The same two for functions that compute a factory value.
 [[nodiscard]] ::settings::core::RunTimeDefault makeRunTimeDefault(std::string_view qualifiedName);
-[[nodiscard]] ::settings::core::RunTimeDefault
-makeRunTimeDefault(const FunctionDescriptor& function, const std::string& settingName);
+[[nodiscard]] ::settings::core::RunTimeDefault makeRunTimeDefault(const FunctionDescriptor& function,
+                                                                  const std::string& settingName);
 
 /// A validator that runs in this process.
 [[nodiscard]] ::settings::core::CPPValidator

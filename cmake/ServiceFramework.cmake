@@ -16,17 +16,17 @@ if(NOT VX_FRAMEWORK MATCHES "^(auto|installed|embedded)$")
     message(FATAL_ERROR "VX_FRAMEWORK is \"${VX_FRAMEWORK}\"; set it to auto, installed or embedded.")
 endif()
 if(NOT VX_FRAMEWORK STREQUAL "embedded")
-    find_package(CppMicroServices 3.8 QUIET COMPONENTS Framework ServiceComponent DeclarativeServices)
+    # In this order: the component runtime's package asks for the other targets, but does not look for them.
+    find_package(CppMicroServices 3.8 QUIET
+        COMPONENTS Framework ServiceComponent usAsyncWorkService DeclarativeServices)
 endif()
 if(VX_FRAMEWORK STREQUAL "installed" AND NOT CppMicroServices_FOUND)
     message(FATAL_ERROR "VX_FRAMEWORK is \"installed\", but CMake found no CppMicroServices 3.8. Add its "
                         "installation prefix to CMAKE_PREFIX_PATH, or set VX_FRAMEWORK to embedded.")
 endif()
 
-# The two libraries that declare the interface, seen as system headers, and the bundle that runs components.
+# The two libraries that declare the interface, their headers seen as system headers.
 function(vx_use_installed_framework)
-    # The component bundle names this library, but has no run path to it, so each program brings it along.
-    find_package(ususAsyncWorkService QUIET HINTS "${CppMicroServices_DIR}")
     add_library(vx_service_framework INTERFACE)
     get_target_property(includes CppMicroServices INTERFACE_INCLUDE_DIRECTORIES)
     target_include_directories(vx_service_framework SYSTEM INTERFACE ${includes})
@@ -70,6 +70,11 @@ $<$<BOOL:${VX_FRAMEWORK_BUNDLES}>:\"${VX_FRAMEWORK_BUNDLES}\">};
 ")
 add_library(vx_framework_bundles INTERFACE)
 target_include_directories(vx_framework_bundles INTERFACE "${PROJECT_BINARY_DIR}/generated")
+if(NOT VX_FRAMEWORK_EMBEDDED)
+    # The component runtime needs these libraries, but has no run path to them, so a host brings them along.
+    target_link_libraries(vx_framework_bundles INTERFACE usServiceComponent usAsyncWorkService)
+    target_link_options(vx_framework_bundles INTERFACE LINKER:--no-as-needed)
+endif()
 add_library(vx::framework_bundles ALIAS vx_framework_bundles)
 
 function(vx_add_bundle_manifest target manifest)

@@ -1,5 +1,4 @@
 #include <component/factory_settings_verdix.hpp>
-
 #include <migration/release_changes.hpp>
 #include <tree/areas.hpp>
 

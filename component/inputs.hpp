@@ -26,9 +26,10 @@ template <class T>
 void assertIfPerConfigService(const cppmicroservices::ServiceReference<T>& reference)
 {
     namespace hooks = foundation::cppmicroservices::detail;
-    hooks::assertOnFalse([&] { return !hooks::isPerConfigService(reference); },
-                         "Per-Config Service being returned from getService() call. This is likely unintended "
-                         "behavior. If intended, please use getPerConfigService API");
+    hooks::assertOnFalse(
+        [&] { return !hooks::isPerConfigService(reference); },
+        "Per-Config Service being returned from getService() call. This is likely unintended "
+        "behavior. If intended, please use getPerConfigService API");
 }
 
 /// The service of this interface that the process's framework ranks first, or null when there is none. Raises

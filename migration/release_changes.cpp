@@ -24,7 +24,8 @@ struct Change
 constexpr Change r2020b[] = {
     // The old name said less than it did: it always was the spacing, never the number format.
     {"verdix.commandwindow.NumericDisplay", "verdix.commandwindow.DisplayLineSpacing"},
-    {"verdix.colors.programmingtools.WarningsColor", "verdix.colors.programmingtools.CodeAnalyzerWarningColor"},
+    {"verdix.colors.programmingtools.WarningsColor",
+     "verdix.colors.programmingtools.CodeAnalyzerWarningColor"},
     {"verdix.colors.programmingtools.AutoFixHighlightCheckbox",
      "verdix.colors.programmingtools.HighlightAutofixes"},
     {"verdix.colors.programmingtools.AutofixColor", "verdix.colors.programmingtools.AutofixHighlightColor"},
@@ -46,7 +47,8 @@ constexpr Change r2021a[] = {
 
 constexpr Change r2022b[] = {
     {"verdix.keyboard.suggestions.ShowAutomatically", "verdix.editor.suggestions.ShowAutomatically"},
-    {"verdix.commandwindow.ShowCompletionsAutomatically", "verdix.commandwindow.suggestions.ShowAutomatically"},
+    {"verdix.commandwindow.ShowCompletionsAutomatically",
+     "verdix.commandwindow.suggestions.ShowAutomatically"},
 };
 
 constexpr Change r2023a[] = {

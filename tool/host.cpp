@@ -7,10 +7,12 @@
 #include <cppmicroservices/FrameworkFactory.h>
 #include <cppmicroservices/ServiceReference.h>
 
+#include <algorithm>
 #include <chrono>
 #include <framework_bundles.hpp>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "bundle_file.hpp"
 #include "failure.hpp"
@@ -37,9 +39,12 @@ Bundle startFactorySettings(BundleContext context, const std::filesystem::path& 
     try {
         return start(std::move(context), file.string());
     } catch (const std::exception& error) {
-        throw Failure(ExitCode::notStarted, "bundle " + file.string() +
-                                                " cannot be started: " + firstLine(error.what()) +
-                                                "; give a bundle with an intact manifest by --bundle FILE");
+        const std::string reason = firstLine(error.what());
+        const bool namesFile = reason.find(file.string()) != std::string::npos;
+        throw Failure(
+            ExitCode::notStarted,
+            (namesFile ? "bundle cannot be started: " : "bundle " + file.string() + " cannot be started: ") +
+                reason + "; give one with an intact manifest by --bundle FILE");
     }
 }
 
@@ -86,8 +91,8 @@ RunningFramework::RunningFramework()
 {
     try {
         framework_->Start();
-        for (const char* file : framework_bundles::files) {
-            start(framework_->GetBundleContext(), file);
+        for (const std::string_view file : frameworkBundles) {
+            start(framework_->GetBundleContext(), std::string(file));
         }
     } catch (const std::exception& error) {
         throw Failure(ExitCode::notStarted, std::string("the service framework cannot be started: ") +
@@ -116,7 +121,11 @@ Host::~Host()
 
 std::vector<Bundle> Host::bundles() const
 {
-    return framework_.framework().GetBundleContext().GetBundles();
+    std::vector<Bundle> bundles = framework_.framework().GetBundleContext().GetBundles();
+    std::sort(bundles.begin(), bundles.end(), [](const Bundle& left, const Bundle& right) {
+        return left.GetBundleId() < right.GetBundleId();
+    });
+    return bundles;
 }
 
 }  // namespace vx::tool

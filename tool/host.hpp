@@ -7,10 +7,11 @@
 
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace vx::tool {
 
-/// Folder of the running executable.
+/// The running executable.
 [[nodiscard]] std::filesystem::path executableFile();
 
 /// The factory-settings bundle beside the tool's own libraries.
@@ -46,7 +47,7 @@ public:
     [[nodiscard]] const cppmicroservices::Bundle& bundle() const noexcept { return bundle_; }
     [[nodiscard]] settings::core::FactorySettingsLoader& loader() const noexcept { return *loader_; }
 
-    /// Every bundle of the framework, itself among them.
+    /// Every bundle of the framework, itself among them, by id.
     [[nodiscard]] std::vector<cppmicroservices::Bundle> bundles() const;
 
 private:

@@ -61,8 +61,9 @@ ExitCode execute(const GlobalOptions& options, const Verb& verb)
         foundation::host::setFeature(name, value);
     }
     Output out(STDOUT_FILENO, "standard output", options.colour);
-    LazySession session(std::filesystem::absolute(
-        options.bundleFile.empty() ? defaultBundleFile() : std::filesystem::path(options.bundleFile)));
+    const auto bundleFile =
+        options.bundleFile.empty() ? defaultBundleFile() : std::filesystem::path(options.bundleFile);
+    LazySession session(std::filesystem::absolute(bundleFile).lexically_normal());
     const ExitCode code = verb.action(session, out);
     out.flush();
     return code;

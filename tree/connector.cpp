@@ -17,17 +17,20 @@ bool isCdAnywhereDisabled()
 {
     const auto text = ::settings::verdix::environmentVariable("VX_CD_ANYWHERE_DISABLED").value_or("");
     if (text.empty()) {
-        logDecision("s.verdix.online.cdAnywhereDisabled set to false, because env var VX_CD_ANYWHERE_DISABLED was "
-                    "unset.");
+        logDecision(
+            "s.verdix.online.cdAnywhereDisabled set to false, because env var VX_CD_ANYWHERE_DISABLED was "
+            "unset.");
         return false;
     }
     const std::locale locale;
     if (boost::algorithm::iequals(text, "true", locale)) {
-        logDecision("s.verdix.online.cdAnywhereDisabled set to true, based on value of VX_CD_ANYWHERE_DISABLED.");
+        logDecision(
+            "s.verdix.online.cdAnywhereDisabled set to true, based on value of VX_CD_ANYWHERE_DISABLED.");
         return true;
     }
     if (boost::algorithm::iequals(text, "false", locale)) {
-        logDecision("s.verdix.online.cdAnywhereDisabled set to false, based on value of VX_CD_ANYWHERE_DISABLED.");
+        logDecision(
+            "s.verdix.online.cdAnywhereDisabled set to false, based on value of VX_CD_ANYWHERE_DISABLED.");
         return false;
     }
     logDecision("s.verdix.online.cdAnywhereDisabled set to false, because VX_CD_ANYWHERE_DISABLED wasn't "

@@ -24,8 +24,8 @@ DateTimeDefaults defaultsOf(const Service& service)
                    : DateTimeDefaults{u"en_US", u"dd-MMM-uuuu", u"dd-MMM-uuuu HH:mm:ss"};
 }
 
-// Each setting holds the service for as long as it may be checked. Without a service there is nobody to judge,
-// and every value is accepted.
+// Each setting holds the service for as long as it may be checked. Without a service there is nobody to
+// judge, and every value is accepted.
 void addServiceChecked(FactoryGroup& group, std::string name, std::u16string value, const Service& service,
                        Check check)
 {

@@ -95,7 +95,7 @@ void buildGeneral(FactoryGroup& editor)
     addText(print, "HeaderFont", "0, 10, Monospace", Hidden);
 }
 
-// Every side has the same margin, in points, as has the paper of one's own size.
+// Margins, the same on every side, and the custom paper's width and height are in points.
 void addPage(FactoryGroup& dialog, int margin)
 {
     const auto marginType = oneOf({u"Default", u"Narrow", u"Wide", u"Custom"});
@@ -108,15 +108,15 @@ void addPage(FactoryGroup& dialog, int margin)
     addInt32Row(dialog, "CustomPaperSize", {612, 792}, Hidden, customPaperSize);
 }
 
-// What the dialog for a file format asks for, beyond which it has nothing.
+// What the dialog of one file format asks for; it has no setting for what is left out.
 struct ExportDialog
 {
     const char* format;
     const char* figureFormat = nullptr;
     std::optional<int> margin = {};
     std::optional<bool> embedImages = {};
-    bool includesOutputs = false;
-    bool acceptsHtml = false;
+    bool outputs = false;
+    bool html = false;
 };
 
 constexpr ExportDialog exportDialogs[] = {
@@ -124,12 +124,8 @@ constexpr ExportDialog exportDialogs[] = {
     {.format = "latex", .figureFormat = "eps", .margin = 72, .embedImages = false},
     {.format = "docx", .margin = 72},
     {.format = "html", .figureFormat = "png", .embedImages = true},
-    {.format = "md",
-     .figureFormat = "png",
-     .embedImages = false,
-     .includesOutputs = true,
-     .acceptsHtml = true},
-    {.format = "ipy", .figureFormat = "png", .embedImages = true, .includesOutputs = true},
+    {.format = "md", .figureFormat = "png", .embedImages = false, .outputs = true, .html = true},
+    {.format = "ipy", .figureFormat = "png", .embedImages = true, .outputs = true},
 };
 
 void addExportDialog(FactoryGroup& exportDialog, const ExportDialog& asked)
@@ -146,11 +142,11 @@ void addExportDialog(FactoryGroup& exportDialog, const ExportDialog& asked)
         addCharVector(dialog, "MediaPath", "", Hidden);
         addLogical(dialog, "EmbedImages", *asked.embedImages, Hidden);
     }
-    if (asked.includesOutputs) {
+    if (asked.outputs) {
         addCharVector(dialog, "OutputLanguage", "", Hidden);
         addLogical(dialog, "IncludeOutputs", true, Hidden);
     }
-    if (asked.acceptsHtml) {
+    if (asked.html) {
         addLogical(dialog, "AcceptHTML", false, Hidden);
     }
 }
@@ -169,8 +165,7 @@ void buildDialogs(FactoryGroup& editor)
     addLogical(printDialog, "WrapCodeLines", true, Hidden);
 }
 
-// Under "export", a setting without a value stands for the one of its name a group up.
-
+// A setting without a value stands for the one of its name a group up, here as in the next function.
 void buildPageSetup(FactoryGroup& exports)
 {
     const auto addInherited = [](FactoryGroup& format) {

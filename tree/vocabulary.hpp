@@ -160,9 +160,11 @@ void addUnset(FactoryGroup& group, std::string name, Traits... traits)
 template <class Value, class... Traits>
 void addValue(FactoryGroup& group, std::string name, Value value, Traits... traits)
 {
-    std::apply([&](auto... pairs) {
-        addSetting(group, std::move(name), "FactoryValue", std::move(value), std::move(pairs)...);
-    }, std::tuple_cat(detail::optionPair(std::move(traits))...));
+    std::apply(
+        [&](auto... pairs) {
+            addSetting(group, std::move(name), "FactoryValue", std::move(value), std::move(pairs)...);
+        },
+        std::tuple_cat(detail::optionPair(std::move(traits))...));
 }
 
 /// A logical scalar, checked as one.
@@ -223,7 +225,8 @@ void addInt32Row(FactoryGroup& group, std::string name, std::initializer_list<in
 
 /// A row of doubles.
 template <class... Traits>
-void addDoubleRow(FactoryGroup& group, std::string name, std::initializer_list<double> values, Traits... traits)
+void addDoubleRow(FactoryGroup& group, std::string name, std::initializer_list<double> values,
+                  Traits... traits)
 {
     addValue(group, std::move(name), internal::makeRow(values), std::move(traits)...);
 }

@@ -1,9 +1,9 @@
 #include <builder/factory_tree.hpp>
-#include <tests/support/outside_core.hpp>
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <tests/support/outside_core.hpp>
 
 namespace {
 

@@ -1,6 +1,5 @@
 #include <builder/factory_tree.hpp>
 #include <builder/validators.hpp>
-#include <tests/support/outside_core.hpp>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,6 +7,7 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
+#include <tests/support/outside_core.hpp>
 
 namespace {
 
@@ -48,19 +48,22 @@ TEST_F(OptionTest, SaysWhatIsWrongLetterByLetter)
 {
     const FunctionDescriptor lower{"f", "c", "lib"};
     const FunctionDescriptor java{"f", "JAVA", "Class"};
-    const std::string functionTypes = " Must be a string for a VERDIX function or a FunctionDescriptor for a C "
-                                      "function.";
+    const std::string functionTypes =
+        " Must be a string for a VERDIX function or a FunctionDescriptor for a C "
+        "function.";
     const struct
     {
         std::function<void()> call;
         std::string text;
     } cases[] = {
-        {[&] { add("factoryvalue", true); }, "verdix.area.Setting: factoryvalue is not a valid input argument."},
+        {[&] { add("factoryvalue", true); },
+         "verdix.area.Setting: factoryvalue is not a valid input argument."},
         {[&] { add("", 1); }, "verdix.area.Setting:  is not a valid input argument."},
         {[&] { add("Hidden", 1); }, "verdix.area.Setting: Hidden flag must be true or false."},
         {[&] { add("Hidden", "true"); }, "verdix.area.Setting: Hidden flag must be true or false."},
         {[&] { add("ReadOnly", 0); }, "verdix.area.Setting: ReadOnly flag must be true or false."},
-        {[&] { add("AdditionalFile", 1.0); }, "verdix.area.Setting: AdditionalFile flag must be true or false."},
+        {[&] { add("AdditionalFile", 1.0); },
+         "verdix.area.Setting: AdditionalFile flag must be true or false."},
         {[&] { add("ValidationFcn", true); },
          "verdix.area.Setting: Invalid type for ValidationFcn." + functionTypes},
         {[&] { add("ValidationFcn", record(1)); },
@@ -76,10 +79,10 @@ TEST_F(OptionTest, SaysWhatIsWrongLetterByLetter)
         {[&] { add("FactoryValue", record(1)); }, "Value is invalid."},
         {[&] { add("FactoryValue", 1.5); }, "Value is invalid."},
         {[&] { add("FactoryValue", [](const std::string&, const Array&) {}); }, "Value is invalid."},
-        {[&] { add("ValidationFcn", lower); },
-         "verdix.area.Setting: c is not a valid language for a FunctionDescriptor. It must be 'C' or 'Java'."},
-        {[&] { add("FactoryValueFcn", java); },
-         "verdix.area.Setting: JAVA is not a valid language for a FunctionDescriptor. It must be 'C' or 'Java'."},
+        {[&] { add("ValidationFcn", lower); }, "verdix.area.Setting: c is not a valid language for a "
+                                               "FunctionDescriptor. It must be 'C' or 'Java'."},
+        {[&] { add("FactoryValueFcn", java); }, "verdix.area.Setting: JAVA is not a valid language for a "
+                                                "FunctionDescriptor. It must be 'C' or 'Java'."},
     };
     for (const auto& [call, text] : cases) {
         try {
@@ -124,7 +127,8 @@ TEST_F(OptionTest, FactoryValuesTakeTheClassOfTheirLiteral)
     EXPECT_THAT(text.getDimensions(), ElementsAre(1U, 1U));
     EXPECT_EQ(text[0], u"gr\u00fcn");
 
-    EXPECT_EQ(add("FactoryValue", internal::charvec(std::string("x"))).factoryValue.getType(), ArrayType::CHAR);
+    EXPECT_EQ(add("FactoryValue", internal::charvec(std::string("x"))).factoryValue.getType(),
+              ArrayType::CHAR);
     EXPECT_EQ(add("FactoryValue", 1, "FactoryValue", true).factoryValue.getType(), ArrayType::LOGICAL);
 }
 

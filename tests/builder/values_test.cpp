@@ -1,4 +1,5 @@
 #include <builder/values.hpp>
+
 #include <verdix/settings/internal/values.hpp>
 
 #include <gmock/gmock.h>

@@ -2,14 +2,14 @@
 // service is called by a settings core of its own.
 
 #include <settings/core/factory_settings_loader.hpp>
-#include <tests/support/outside_core.hpp>
-#include <tests/support/running_framework.hpp>
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <set>
 #include <string>
+#include <tests/support/outside_core.hpp>
+#include <tests/support/running_framework.hpp>
 
 namespace {
 

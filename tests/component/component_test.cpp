@@ -2,7 +2,6 @@
 #include <component/factory_settings_verdix.hpp>
 
 #include <cppmicroservices/servicecomponent/detail/ComponentInstance.hpp>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -12,7 +11,8 @@ extern "C" {
 ComponentInstance* NewInstance_settings_verdix_FactorySettingsVerdix();
 void DeleteInstance_settings_verdix_FactorySettingsVerdix(ComponentInstance* instance);
 // NOLINTNEXTLINE(bugprone-reserved-identifier)
-void _us_set_bundle_context_instance_com_tarnwick_verdix_factory_settings(cppmicroservices::BundleContextPrivate*);
+void _us_set_bundle_context_instance_com_tarnwick_verdix_factory_settings(
+    cppmicroservices::BundleContextPrivate*);
 }
 
 namespace {

@@ -1,15 +1,15 @@
 #include <component/inputs.hpp>
+
 #include <foundation/host.hpp>
-#include <tests/support/running_framework.hpp>
 
 #include <cppmicroservices/ServiceException.h>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <tests/support/running_framework.hpp>
 #include <vector>
 
 namespace inputs_test {
@@ -89,9 +89,10 @@ TEST_F(ServiceTest, AServiceOfOneConfigurationIsReportedAndReturned)
     publish(std::make_shared<Greeter>(),
             {{std::string("com.tarnwick.service.perconfig"), cppmicroservices::Any(true)}});
     EXPECT_NE(getServiceFromContext<Greeter>(), nullptr);
-    EXPECT_THAT(assertions,
-                ElementsAre("Per-Config Service being returned from getService() call. This is likely unintended "
-                            "behavior. If intended, please use getPerConfigService API"));
+    EXPECT_THAT(
+        assertions,
+        ElementsAre("Per-Config Service being returned from getService() call. This is likely unintended "
+                    "behavior. If intended, please use getPerConfigService API"));
 }
 
 TEST_F(ServiceTest, AnInterfaceWithoutIdentifierIsRefused)

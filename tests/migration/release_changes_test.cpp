@@ -18,8 +18,11 @@ TEST(ReleaseChanges, CrossingIsDecidedByTheFirstSegmentAndStays)
         const char* from;
         const char* to;
         bool crosses;
-    } cases[] = {{"verdix.a", "verdix.b.c", false}, {"verdix.a", "verdixx.a", true}, {"verdix", "verdix.a", false},
-                 {"a", "b", true},                  {"", "verdix.a", true}};
+    } cases[] = {{"verdix.a", "verdix.b.c", false},
+                 {"verdix.a", "verdixx.a", true},
+                 {"verdix", "verdix.a", false},
+                 {"a", "b", true},
+                 {"", "verdix.a", true}};
     for (const auto& [from, to, crosses] : cases) {
         ReleaseChangeSet set;
         addMove(set, from, to);

@@ -1,5 +1,3 @@
-#include <tests/support/log_capture.hpp>
-
 #include <boost/log/attributes/value_extraction.hpp>
 #include <boost/log/core.hpp>
 #include <boost/log/expressions/message.hpp>
@@ -7,6 +5,7 @@
 #include <boost/log/sinks/sync_frontend.hpp>
 #include <boost/smart_ptr/make_shared.hpp>
 
+#include <tests/support/log_capture.hpp>
 #include <utility>
 
 namespace tests {

@@ -1,9 +1,8 @@
-#include <tests/support/outside_core.hpp>
-
 #include <boost/smart_ptr/make_shared.hpp>
 
 #include <algorithm>
 #include <stdexcept>
+#include <tests/support/outside_core.hpp>
 #include <utility>
 
 namespace tests {

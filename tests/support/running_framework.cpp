@@ -1,17 +1,17 @@
 #include <foundation/host.hpp>
-#include <framework_bundles.hpp>
-#include <tests/support/running_framework.hpp>
 
 #include <cppmicroservices/FrameworkEvent.h>
 #include <cppmicroservices/FrameworkFactory.h>
 
 #include <chrono>
+#include <framework_bundles.hpp>
+#include <tests/support/running_framework.hpp>
 
 namespace tests {
 
 RunningFramework::RunningFramework()
-    : framework_(std::make_shared<cppmicroservices::Framework>(
-          cppmicroservices::FrameworkFactory().NewFramework()))
+    : framework_(
+          std::make_shared<cppmicroservices::Framework>(cppmicroservices::FrameworkFactory().NewFramework()))
 {
     framework_->Start();
     for (const std::string_view file : vx::frameworkBundles) {

@@ -1,13 +1,11 @@
 // What the process around the tree may change in it, and that it changes nothing else.
 
+#include <settings_core/value_text.hpp>
+#include <tree/areas.hpp>
+
 #include <factory_settings_interface/code_analyzer_settings_interface.hpp>
 #include <factory_settings_interface/date_time_settings_interface.hpp>
 #include <foundation/host.hpp>
-#include <settings_core/value_text.hpp>
-#include <tests/support/log_capture.hpp>
-#include <tests/support/outside_core.hpp>
-#include <tests/support/running_framework.hpp>
-#include <tree/areas.hpp>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,6 +16,9 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <tests/support/log_capture.hpp>
+#include <tests/support/outside_core.hpp>
+#include <tests/support/running_framework.hpp>
 
 namespace {
 
@@ -159,8 +160,10 @@ TEST(TreeInputs, ConnectorVariable)
     {
         std::optional<std::string> text;
         std::string decision;
-    } cases[] = {{std::nullopt, unset}, {"", unset},          {"true", isTrue},       {"TRUE", isTrue},
-                 {"tRuE", isTrue},      {"FALSE", isFalse},   {" true", odd + " true"}, {"1", odd + "1"},
+    } cases[] = {{std::nullopt, unset},    {"", unset},
+                 {"true", isTrue},         {"TRUE", isTrue},
+                 {"tRuE", isTrue},         {"FALSE", isFalse},
+                 {" true", odd + " true"}, {"1", odd + "1"},
                  {"truee", odd + "truee"}, {"yes\n%s", odd + "yes\n%s"}};
 
     const Values plain = buildValues();
@@ -168,12 +171,51 @@ TEST(TreeInputs, ConnectorVariable)
     foundation::host::setLogThreshold(foundation::log::debug);
     for (const auto& [text, decision] : cases) {
         const Variable environment(variable, text);
-        const Values expected =
-            decision == isTrue ? Values{{"verdix.online.cdAnywhereDisabled", "logical, 1-by-1: true"}} : Values{};
+        const Values expected = decision == isTrue
+                                    ? Values{{"verdix.online.cdAnywhereDisabled", "logical, 1-by-1: true"}}
+                                    : Values{};
         EXPECT_EQ(difference(plain, buildValues()), expected) << text.value_or("unset");
         EXPECT_THAT(log.take(), testing::ElementsAre(
                                     tests::LogRecord{"connector::desktop::userDir", 4, setting + decision}));
     }
+}
+
+TEST(TreeInputs, UserInterface)
+{
+    tests::RunningFramework framework;
+    const std::string useAppShell = "verdix.ui.internal.figure.UseAppShell";
+    const std::string lifecycleLogs = "verdix.ui.internal.figure.webwindow.LifecycleLogs";
+    const std::string fileDialogs = "verdix.ui.internal.dialog.FileDialogs";
+    const std::string on = "logical, 1-by-1: true";
+    const std::string off = "logical, 1-by-1: false";
+
+    const Values plain = buildValues();
+    EXPECT_EQ(plain.at(useAppShell), on);
+    EXPECT_EQ(plain.at(lifecycleLogs), "char, 1-by-4: none");
+    EXPECT_EQ(plain.at(fileDialogs), off);
+
+    const std::pair<const char*, Values> shellCases[] = {{"", {{useAppShell, off}}},
+                                                         {"0", {{useAppShell, off}}},
+                                                         {"1", {}},
+                                                         {"10", {}},
+                                                         {"true", {{useAppShell, off}}}};
+    for (const auto& [text, changed] : shellCases) {
+        const Variable environment("VX_UI_INTERNAL_FIGURE_USEAPPSHELL", text);
+        EXPECT_EQ(difference(plain, buildValues()), changed) << '"' << text << '"';
+    }
+    const std::pair<const char*, Values> logCases[] = {{"", {{lifecycleLogs, "char, 1-by-0: "}}},
+                                                       {"none", {}},
+                                                       {"all:1", {{lifecycleLogs, "char, 1-by-5: all:1"}}}};
+    for (const auto& [text, changed] : logCases) {
+        const Variable environment("VX_WEBWINDOW_LOGS_SPEC", text);
+        EXPECT_EQ(difference(plain, buildValues()), changed) << '"' << text << '"';
+    }
+    for (const int state : {1, 2, -1}) {
+        foundation::host::setFeature("webui", state);
+        EXPECT_EQ(difference(plain, buildValues()), (Values{{fileDialogs, on}})) << state;
+    }
+    foundation::host::setFeature("webui", 0);
+    EXPECT_EQ(difference(plain, buildValues()), Values());
 }
 
 }  // namespace

@@ -90,8 +90,7 @@ void reportTool(const LazySession& session, Report& report)
 void reportBundles(const Host& host, Report& report)
 {
     report.begin("bundles");
-    report.add("framework",
-               std::string(framework_bundles::frameworkName) + " " + framework_bundles::frameworkVersion);
+    report.add("framework", std::string(frameworkName).append(" ").append(frameworkVersion));
     for (const Bundle& bundle : host.bundles()) {
         const bool isActive = bundle.GetState() == Bundle::STATE_ACTIVE;
         report.add(isActive, "bundle " + std::to_string(bundle.GetBundleId()),

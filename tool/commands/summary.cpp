@@ -49,8 +49,7 @@ void writeSource(const Session& session, Output& out)
 {
     const auto& bundle = session.host().bundle();
     Table table;
-    table.add({{"framework", Style::note},
-               std::string(framework_bundles::frameworkName) + " " + framework_bundles::frameworkVersion});
+    table.add({{"framework", Style::note}, std::string(frameworkName).append(" ").append(frameworkVersion)});
     table.add({{"bundle", Style::note}, bundle.GetSymbolicName() + " " + bundle.GetVersion().ToString()});
     table.add({{"file", Style::note}, bundle.GetLocation()});
     table.write(out);

@@ -1,0 +1,84 @@
+// Walks the tree as it is built, instead of repeating what it holds.
+
+#include <builder/values.hpp>
+#include <component/factory_settings_verdix.hpp>
+#include <settings_core/settings_tree.hpp>
+#include <settings_core/validation.hpp>
+
+#include <verdix/settings/internal/values.hpp>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <tests/support/running_framework.hpp>
+#include <variant>
+#include <vector>
+
+namespace {
+
+using foundation::verdixdata::Array;
+using vx::core::Node;
+
+struct LiveTreeTest : testing::Test
+{
+    [[nodiscard]] std::vector<const Node*> checkedSettings() const
+    {
+        std::vector<const Node*> settings;
+        std::ranges::copy_if(tree.nodes(), std::back_inserter(settings), [](const Node* node) {
+            const auto& properties = node->properties();
+            return !std::holds_alternative<std::monostate>(properties.validator) ||
+                   !properties.valueValidators.empty();
+        });
+        return settings;
+    }
+
+    tests::RunningFramework framework;
+    settings::verdix::FactorySettingsVerdix component;
+    vx::core::SettingsTree tree = vx::core::loadTree(component);
+};
+
+/// One value of each class that the tree knows, none of them one that a setting could mean.
+std::vector<Array> strangeValues()
+{
+    using namespace verdix::settings::internal;
+    return {makeRow<bool>(std::array{1, 0}), charvec(std::string("no such word \x01")),
+            makeRow(std::array{-0.5, 1e300}), makeRow<int>(std::array{-7, 7, 7, 7, 7}),
+            cellstr({"no", "such", "words", "no", "such"})};
+}
+
+TEST_F(LiveTreeTest, SettingsAcceptTheirOwnValueAndRefuseOthers)
+{
+    const auto settings = checkedSettings();
+    ASSERT_GT(settings.size(), 900U);
+    const auto strange = strangeValues();
+    for (const Node* setting : settings) {
+        const auto own = vx::core::checkDefaultValue(*setting);
+        // Nobody has chosen a platform when the tree is built, and there is no word for that.
+        const bool exception = setting->fullName() == "verdix.keyboard.shortcuts.ActivePlatform";
+        EXPECT_EQ(own.accepted(), !exception) << setting->fullName() << ": " << own.message;
+        const auto refused = std::ranges::count_if(
+            strange, [&](const Array& value) { return !vx::core::checkValue(*setting, value).accepted(); });
+        EXPECT_GE(refused, 4) << setting->fullName() << " accepts values of several classes";
+    }
+}
+
+TEST_F(LiveTreeTest, PathsThatOthersRelyOnExist)
+{
+    std::vector<std::string> paths;
+    component.getSettingPathList(paths);
+    const auto changes = vx::core::loadReleaseChanges(component);
+    for (const auto& change : std::prev(changes.end(), 2)->second.changes) {
+        ASSERT_EQ(change.operation(), "move");
+        paths.push_back(change.to().front());
+    }
+    for (const auto& path : paths) {
+        EXPECT_NE(tree.find(path), nullptr) << path;
+    }
+    for (const auto& change : changes.rbegin()->second.changes) {
+        EXPECT_EQ(tree.find(change.from().front()), nullptr) << change.from().front() << " was removed";
+    }
+}
+
+}  // namespace
