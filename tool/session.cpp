@@ -42,4 +42,20 @@ const core::Node& Session::node(const std::string& path) const
     }
 }
 
+core::LayerFiles LazySession::layerFiles() const
+{
+    core::LayerFiles files = namedFiles_;
+    if (files.installation.empty() || files.personal.empty()) {
+        core::LayerFiles usual = core::defaultLayerFiles();
+        files.installation = files.installation.empty() ? std::move(usual.installation) : files.installation;
+        files.personal = files.personal.empty() ? std::move(usual.personal) : files.personal;
+    }
+    return files;
+}
+
+core::Layers& LazySession::layers()
+{
+    return layers_ ? *layers_ : layers_.emplace(get().tree(), layerFiles());
+}
+
 }  // namespace vx::tool

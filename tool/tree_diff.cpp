@@ -1,12 +1,13 @@
 #include "tree_diff.hpp"
 
+#include <settings_core/release_history.hpp>
+
 #include <algorithm>
 #include <array>
 #include <initializer_list>
 #include <unordered_set>
 #include <utility>
 
-#include "release_history.hpp"
 
 namespace vx::tool {
 
@@ -57,7 +58,7 @@ private:
     /// Says what became of a node that is not at its path any more.
     void follow(const DocumentNode& node)
     {
-        const auto steps = changesFrom(newer_.releaseChanges(), node.path);
+        const auto steps = core::changesFrom(newer_.releaseChanges(), node.path);
         if (steps.empty()) {
             // Groups hold no values: nothing is lost with an empty one, and its settings speak for
             // themselves.

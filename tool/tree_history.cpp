@@ -1,6 +1,7 @@
 #include "tree_history.hpp"
 
 #include <settings_core/atomic_file.hpp>
+#include <settings_core/release_history.hpp>
 
 #include <algorithm>
 #include <sstream>
@@ -8,7 +9,6 @@
 #include <utility>
 
 #include "failure.hpp"
-#include "release_history.hpp"
 #include "tree_diff.hpp"
 
 namespace vx::tool {
@@ -69,7 +69,7 @@ private:
     {
         for (const DocumentNode& node : baseline_.nodes()) {
             const std::string& path = node.path;
-            if (!node.isGroup() && live_.find(path) == nullptr && changesFrom(later_, path).empty()) {
+            if (!node.isGroup() && live_.find(path) == nullptr && core::changesFrom(later_, path).empty()) {
                 faults_.push_back(path +
                                   " is gone, and no record of a later release moves or removes it: put "
                                   "it back in " +
@@ -101,7 +101,7 @@ private:
             const ReleaseChangeTable following(std::next(entry), table.end());
             for (const SettingsFileChange& change : entry->second.changes) {
                 if (!change.to().empty() && live_.find(change.to().front()) == nullptr &&
-                    changesFrom(following, change.to().front()).empty())
+                    core::changesFrom(following, change.to().front()).empty())
                 {
                     faults_.push_back(
                         describe(entry->second, change) +

@@ -124,7 +124,8 @@ std::optional<LayerValue> Layers::valueIn(Layer layer, const Node& setting)
     StoredValue stored = readStoredValue(setting, *member);
     LayerValue value{layer, std::move(stored.value), fileOf(layer).string()};
     for (const ValueFault& fault : stored.faults) {
-        value.faults.push_back(located(fileOf(layer), file->text(), fault.offset, fault.message));
+        value.faults.push_back(
+            located(fileOf(layer), file->text(), fault.offset, setting.fullName() + ": " + fault.message));
     }
     return value;
 }

@@ -47,7 +47,10 @@ struct LiveLayersTest : testing::Test
     }
     ~LiveLayersTest() override { fs::remove_all(folder); }
 
-    void write(const fs::path& file, const std::string& text) const { vx::core::LockedFile(file).replace(text); }
+    void write(const fs::path& file, const std::string& text) const
+    {
+        vx::core::LockedFile(file).replace(text);
+    }
 
     [[nodiscard]] vx::core::SettingsChanger changer() const { return {*tree, releases, files.personal}; }
 
@@ -89,14 +92,15 @@ std::vector<Array> variations(const Array& value)
     case ArrayType::UNKNOWN:
         return {};
     default:
-        return vx::data::visitElementType(value.getType(), [&]<class T>(std::type_identity<T>) -> std::vector<Array> {
-            if constexpr (vx::data::Number<T>) {
-                return {changedNumbers<T>(value, 1), changedNumbers<T>(value, -1), changedNumbers<T>(value, .25),
-                        changedNumbers<T>(value, -.25)};
-            } else {
-                return {};
-            }
-        });
+        return vx::data::visitElementType(
+            value.getType(), [&]<class T>(std::type_identity<T>) -> std::vector<Array> {
+                if constexpr (vx::data::Number<T>) {
+                    return {changedNumbers<T>(value, 1), changedNumbers<T>(value, -1),
+                            changedNumbers<T>(value, .25), changedNumbers<T>(value, -.25)};
+                } else {
+                    return {};
+                }
+            });
     }
 }
 
@@ -120,8 +124,8 @@ std::vector<Array> candidates(const Node& setting, const Array& own)
         return Array(row);
     };
     auto swapped = ArrayFactory().createArray<bool>({1, 1});
-    values.insert(values.end(), {swapped, numbers({1}), numbers({2, 1}), numbers({0, .5, 1}), numbers({1, 2, 3, 4}),
-                                 charvec("x"), cellstr({"x"})});
+    values.insert(values.end(), {swapped, numbers({1}), numbers({2, 1}), numbers({0, .5, 1}),
+                                 numbers({1, 2, 3, 4}), charvec("x"), cellstr({"x"})});
     return values;
 }
 
@@ -139,7 +143,8 @@ Array anotherValidValue(const Node& setting)
 
 TEST_F(LiveLayersTest, EverySettingIsSetReadBackAndResetToTheByte)
 {
-    const std::string before = "{ \"release\": \"R2026a\",\r\n\t\"settings\": {\r\n\t\t\"verdix.Own\" : 1.50\r\n\t} }";
+    const std::string before =
+        "{ \"release\": \"R2026a\",\r\n\t\"settings\": {\r\n\t\t\"verdix.Own\" : 1.50\r\n\t} }";
     write(files.personal, before);
     std::size_t settings = 0;
     for (const Node* node : tree->nodes()) {
@@ -168,7 +173,9 @@ TEST_F(LiveLayersTest, TheLastLayerWithAFittingValueHolds)
     const auto held = layers.effective(wrap);
     EXPECT_EQ(held.layer, vx::core::Layer::installation);
     ASSERT_EQ(held.faults.size(), 1U);
-    EXPECT_NE(held.faults.front().find("settings.json:2:34: expected true or false, not 3"), std::string::npos)
+    EXPECT_NE(held.faults.front().find(
+                  "settings.json:2:36: verdix.commandwindow.WrapLines: expected true or false, not 3"),
+              std::string::npos)
         << held.faults.front();
     const auto all = layers.valuesOf(wrap);
     ASSERT_EQ(all.size(), 3U);
@@ -188,10 +195,16 @@ TEST_F(LiveLayersTest, RefusalsSayWhyAndChangeNothing)
         const char* value;
         std::vector<const char*> words;
     } const cases[] = {
-        {"commandwindow.WrapLinez", "true", {"no such path", "did you mean", "verdix.commandwindow.WrapLines"}},
-        {"commandwindow.EightyColumns", "true", {"moved to verdix.commandwindow.UseEightyColumnDisplayWidth in R2021a"}},
+        {"commandwindow.WrapLinez",
+         "true",
+         {"no such path", "did you mean", "verdix.commandwindow.WrapLines"}},
+        {"commandwindow.EightyColumns",
+         "true",
+         {"moved to verdix.commandwindow.UseEightyColumnDisplayWidth in R2021a"}},
         {"commandwindow", "true", {"is a group"}},
-        {"commandwindow.WrapLines", "maybe", {"verdix.commandwindow.WrapLines", "maybe", "column 1", "true or false"}},
+        {"commandwindow.WrapLines",
+         "maybe",
+         {"verdix.commandwindow.WrapLines", "maybe", "column 1", "true or false"}},
         {"commandwindow.NumberOfLinesInScrollBuffer", "999", {"999", "from 1000 to 25000"}},
         {"commandwindow.DisplayLineSpacing", "wide", {"wide", "loose", "compact"}},
     };
@@ -201,7 +214,8 @@ TEST_F(LiveLayersTest, RefusalsSayWhyAndChangeNothing)
             ADD_FAILURE() << test.path << " was set";
         } catch (const std::runtime_error& error) {
             for (const char* word : test.words) {
-                EXPECT_NE(std::string(error.what()).find(word), std::string::npos) << word << " in " << error.what();
+                EXPECT_NE(std::string(error.what()).find(word), std::string::npos)
+                    << word << " in " << error.what();
             }
         }
     }
