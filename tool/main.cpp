@@ -36,8 +36,8 @@ std::vector<Verb> addVerbs(CLI::App& app)
 {
     std::vector<Verb> verbs;
     for (Verb (*add)(CLI::App&) :
-         {addSummary, addTree, addList, addSearch, addDescribe, addGet, addSet, addReset, addCheck, addMigrate,
-          addChanges, addDiff, addHistory, addExport, addDoctor})
+         {addSummary, addTree, addList, addSearch, addDescribe, addGet, addSet, addReset, addCheck,
+          addMigrate, addChanges, addDiff, addHistory, addExport, addDoctor})
     {
         verbs.push_back(add(app));
     }

@@ -8,7 +8,6 @@
 #include <unordered_set>
 #include <utility>
 
-
 namespace vx::tool {
 
 namespace {

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "failure.hpp"
+#include "source_file.hpp"
 #include "tree_diff.hpp"
 
 namespace vx::tool {
@@ -19,17 +20,8 @@ using settings::core::ReleaseChangeSet;
 using settings::core::ReleaseChangeTable;
 using settings::core::SettingsFileChange;
 
-constexpr const char* recordsFile = "migration/release_changes.cpp";
+const std::string recordsFile(releaseTableFile);
 constexpr const char* listFile = "docs/changed-defaults";
-
-/// The file in which an area is described: it is named after the area's top group.
-std::string areaFile(std::string_view path)
-{
-    const std::size_t begin = path.find('.') + 1;
-    const std::size_t end = path.find('.', begin);
-    return end == std::string_view::npos ? "tree/root.cpp"
-                                         : "tree/" + std::string(path.substr(begin, end - begin)) + ".cpp";
-}
 
 std::string describe(const ReleaseChangeSet& set, const SettingsFileChange& change)
 {
@@ -73,7 +65,7 @@ private:
                 faults_.push_back(path +
                                   " is gone, and no record of a later release moves or removes it: put "
                                   "it back in " +
-                                  areaFile(path) + " or add a record to " + recordsFile);
+                                  sourceFileOf(path) + " or add a record to " + recordsFile);
             }
         }
     }
@@ -107,7 +99,7 @@ private:
                         describe(entry->second, change) +
                         ": the target does not exist, and no later record carries it on: mend the "
                         "record in " +
-                        recordsFile + " or describe the setting in " + areaFile(change.to().front()));
+                        recordsFile + " or describe the setting in " + sourceFileOf(change.to().front()));
                 }
             }
         }
@@ -139,7 +131,7 @@ private:
             if (!listed.contains(difference.path)) {
                 faults_.push_back(difference.path + " has another default (" + difference.before + " -> " +
                                   difference.after + "): list it in " + listFile +
-                                  " if that is intended, else mend " + areaFile(difference.path));
+                                  " if that is intended, else mend " + sourceFileOf(difference.path));
             }
         }
         for (const std::string& path : listed) {

@@ -1,8 +1,8 @@
+#include <settings_core/nearest.hpp>
 #include <settings_core/search.hpp>
+#include <settings_core/value_text.hpp>
 
 #include <foundation/verdixdata/text.hpp>
-#include <settings_core/nearest.hpp>
-#include <settings_core/value_text.hpp>
 
 #include <boost/algorithm/string/case_conv.hpp>
 #include <boost/algorithm/string/join.hpp>
@@ -47,7 +47,9 @@ class Searchable
 {
 public:
     Searchable(const Node& node, std::size_t rootLength)
-        : path_(std::string_view(node.fullName()).substr(rootLength + 1)), lowerPath_(lowered(path_)), node_(node)
+        : path_(std::string_view(node.fullName()).substr(rootLength + 1)),
+          lowerPath_(lowered(path_)),
+          node_(node)
     {}
 
     std::optional<MatchRank> rank(std::string_view word) const
@@ -65,7 +67,8 @@ private:
             return MatchRank::exactPath;
         }
         std::optional<MatchRank> best;
-        for (std::size_t at = lowerPath_.find(word); at != std::string::npos; at = lowerPath_.find(word, at + 1)) {
+        for (std::size_t at = lowerPath_.find(word); at != std::string::npos;
+             at = lowerPath_.find(word, at + 1)) {
             best = std::min(best.value_or(MatchRank::substring), rankAt(at, word.size()));
         }
         return best;
@@ -99,7 +102,7 @@ private:
     const Node& node_;
 };
 
-std::optional<MatchRank> worstRank(const Searchable& node, std::span<const std::string> words)
+std::optional<MatchRank> worstRank(const Searchable& node, const std::vector<std::string>& words)
 {
     std::optional<MatchRank> worst;
     for (const std::string& word : words) {
@@ -121,7 +124,7 @@ std::string_view rankWord(MatchRank rank) noexcept
     return words[static_cast<std::size_t>(rank)];
 }
 
-std::vector<Match> search(const SettingsTree& tree, std::span<const std::string> words)
+std::vector<Match> search(const SettingsTree& tree, const std::vector<std::string>& words)
 {
     std::vector<std::string> wanted;
     std::ranges::transform(words, std::back_inserter(wanted), lowered);

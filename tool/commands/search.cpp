@@ -1,9 +1,8 @@
 #include <settings_core/search.hpp>
 #include <settings_core/value_text.hpp>
 
-#include <boost/algorithm/string/join.hpp>
-
 #include <CLI/CLI.hpp>
+#include <boost/algorithm/string/join.hpp>
 
 #include <memory>
 #include <string>
@@ -39,7 +38,8 @@ ExitCode search(const Session& session, const std::vector<std::string>& words, O
 
 Verb addSearch(CLI::App& app)
 {
-    CLI::App* parser = app.add_subcommand("search", "Settings and groups by words of their path, then of their values");
+    CLI::App* parser =
+        app.add_subcommand("search", "Settings and groups by words of their path, then of their values");
     auto words = std::make_shared<std::vector<std::string>>();
     parser->add_option("WORDS", *words, "All of them have to match, in any order and case")
         ->type_name("")
