@@ -55,6 +55,8 @@ private:
     {
         if (member.name == "release") {
             checkRelease(member);
+        } else if (member.name == "$schema") {
+            return;  // for editors
         } else if (member.name != "settings") {
             report(member.offset, member.name,
                    "means nothing here: a settings file has \"release\" and \"settings\"");

@@ -1,5 +1,6 @@
-#include <algorithm>
 #include <settings_core/value_form.hpp>
+
+#include <algorithm>
 #include <string_view>
 #include <variant>
 
@@ -37,9 +38,20 @@ std::optional<ArrayType> demandedBy(const Record& record)
     return record.allowedValues.empty() ? std::nullopt : std::optional(ArrayType::CHAR);
 }
 
+/// A factory value says what kind its setting takes, but for the name of a colour: it stands for a triple.
+bool decidesClass(const Node::Properties& properties)
+{
+    const auto& records = properties.valueValidators;
+    const bool isColour = std::any_of(records.begin(), records.end(),
+                                      [](const Record& record) { return record.colour.has_value(); });
+    const ArrayType type = properties.factoryValue.getType();
+    const bool isText = type == ArrayType::CHAR || type == ArrayType::STRING;
+    return properties.factoryValue.isAssigned() && !(isColour && isText);
+}
+
 std::optional<ArrayType> demandedClass(const Node::Properties& properties)
 {
-    if (properties.factoryValue.isAssigned()) {
+    if (decidesClass(properties)) {
         return properties.factoryValue.getType();
     }
     std::optional<ArrayType> demanded = demandedBy(properties.validator);

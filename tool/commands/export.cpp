@@ -3,11 +3,13 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <map>
 #include <memory>
 #include <string>
 #include <unistd.h>
 
 #include "export_json.hpp"
+#include "export_schema.hpp"
 #include "verb.hpp"
 
 namespace vx::tool {
@@ -41,41 +43,46 @@ private:
     int descriptor_;
 };
 
-ExitCode exportTo(const Session& session, const ExportOptions&, Output& out)
-{
-    exportJson(session, out);
-    return ExitCode::done;
-}
+/// A form in which the tree is written.
+using Writer = void (*)(LazySession& lazy, Output& out);
 
-ExitCode exportTree(const Session& session, const ExportOptions& options, Output& standard)
+const std::map<std::string, Writer> writers{
+    {"json", [](LazySession& lazy, Output& out) { exportJson(lazy.get(), out); }},
+    {"json-schema", [](LazySession& lazy, Output& out) { exportSchema(lazy.get(), out); }},
+};
+
+ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& standard)
 {
+    const Writer write = writers.at(options.format);
+    static_cast<void>(lazy.get());  // a bundle that does not start leaves the file as it is
     if (options.file.empty()) {
-        return exportTo(session, options, standard);
+        write(lazy, standard);
+        return ExitCode::done;
     }
     const WritableFile file(options.file);
     Output out(file.descriptor(), options.file, ColourChoice::never);
-    const ExitCode code = exportTo(session, options, out);
+    write(lazy, out);
     out.flush();
-    return code;
+    return ExitCode::done;
 }
 
 }  // namespace
 
 Verb addExport(CLI::App& app)
 {
-    CLI::App* parser = app.add_subcommand(
-        "export", "The whole tree, the release table and the path list for other programs");
+    CLI::App* parser = app.add_subcommand("export", "The whole tree for other programs");
     auto options = std::make_shared<ExportOptions>();
-    parser->add_option("--format", options->format, "json")
+    parser
+        ->add_option("--format", options->format,
+                     "json: everything, for programs; json-schema: for editors of settings files")
         ->required()
-        ->check(CLI::IsMember({"json"}))
+        ->check(CLI::IsMember(writers))
         ->type_name("FORMAT");
     parser->add_option("-o,--output", options->file, "File to write instead of standard output")
         ->type_name("FILE");
     parser->footer("Example:\n  vxsettings export --format json -o settings.json");
-    return {parser, [options](LazySession& session, Output& out) {
-                return exportTree(session.get(), *options, out);
-            }};
+    return {parser,
+            [options](LazySession& session, Output& out) { return exportTree(session, *options, out); }};
 }
 
 }  // namespace vx::tool

@@ -1,0 +1,145 @@
+#include "export_schema.hpp"
+
+#include <settings_core/release_history.hpp>
+#include <settings_core/release_name.hpp>
+#include <settings_core/value_parsing.hpp>
+#include <settings_core/value_rules.hpp>
+
+#include <boost/json/array.hpp>
+#include <boost/json/parse.hpp>
+
+#include <stdexcept>
+#include <utility>
+
+#include "json_text.hpp"
+#include "value_schema.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+namespace json = boost::json;
+using core::Node;
+using settings::core::ReleaseChangeTable;
+
+/// Everything about a setting that a person who writes its value should know, in sentences.
+std::string description(const Node& setting, const ReleaseChangeTable& releases)
+{
+    const Node::Properties& properties = setting.properties();
+    std::string text = core::describeAccepted(properties);
+    if (!text.empty() && text.front() >= 'a' && text.front() <= 'z') {
+        text.front() = static_cast<char>(text.front() - 'a' + 'A');
+    }
+    text += ".";
+    text += properties.readOnly.value() ? " Read-only: files must not have it." : "";
+    text += properties.runTimeDefault.index() != 0 ? " Its default is computed when it is asked for." : "";
+    text += setting.isHidden() ? " Hidden." : "";
+    for (const core::ReleaseStep& step : core::movesTo(releases, setting.fullName())) {
+        text.append(" Until ").append(step.release).append(": ").append(step.from).append(".");
+    }
+    return text;
+}
+
+/// The factory value as settings files have it; a value that they cannot hold is left out.
+void addDefault(json::object& schema, const Node& setting)
+{
+    const auto& value = setting.properties().factoryValue;
+    if (!value.isAssigned()) {
+        return;
+    }
+    try {
+        schema.emplace("default", json::parse(core::valueToJson(value)));
+    } catch (const std::invalid_argument&) {
+        return;
+    }
+}
+
+json::object settingSchema(const Node& setting, const ReleaseChangeTable& releases)
+{
+    json::object schema{{"description", description(setting, releases)}};
+    addDefault(schema, setting);
+    if (setting.properties().readOnly.value()) {
+        schema.emplace("readOnly", true);
+    }
+    for (auto& [keyword, value] : valueSchema(constraintsOf(setting))) {
+        schema.emplace(keyword, std::move(value));
+    }
+    return schema;
+}
+
+/// A regular expression for whole numbers of four digits up to this one.
+std::string upTo(const std::string& digits)
+{
+    std::string pattern = digits;
+    for (std::size_t at = 0; at < digits.size(); ++at) {
+        if (digits[at] != '0') {
+            pattern += "|" + digits.substr(0, at) + "[0-" + static_cast<char>(digits[at] - 1) + "]";
+            for (std::size_t rest = at + 1; rest < digits.size(); ++rest) {
+                pattern += "[0-9]";
+            }
+        }
+    }
+    return pattern;
+}
+
+/// A regular expression for the names of releases up to this one.
+std::string releasePattern(const core::ReleaseName& newest)
+{
+    const std::string name = core::toText(newest);
+    if (newest.half == 'b') {
+        return "^R(" + upTo(name.substr(1, 4)) + ")[ab]$";
+    }
+    const std::string before = core::toText({newest.year - 1, 'b'});
+    return "^(R(" + upTo(before.substr(1, 4)) + ")[ab]|" + name + ")$";
+}
+
+json::object releaseSchema(const ReleaseChangeTable& releases)
+{
+    json::object schema{{"description", "The release whose settings these are."}, {"type", "string"}};
+    const auto newest = core::newestRelease(releases);
+    schema.emplace("pattern", newest ? releasePattern(*newest) : "^R[0-9]{4}[ab]$");
+    json::array examples;
+    for (const auto& [index, set] : releases) {
+        examples.emplace_back(set.release);
+    }
+    schema.emplace("examples", std::move(examples));
+    return schema;
+}
+
+std::string member(std::string_view name, const json::object& value)
+{
+    std::string text;
+    appendJson(text, json::string(name));
+    text += ": ";
+    appendJson(text, value);
+    return text;
+}
+
+void writeSettings(const Session& session, const ReleaseChangeTable& releases, Output& out)
+{
+    std::string_view separator = "\n        ";
+    for (const Node* node : session.tree().nodes()) {
+        if (node->kind() == core::NodeKind::setting) {
+            out << separator << member(node->fullName(), settingSchema(*node, releases));
+            separator = ",\n        ";
+        }
+    }
+}
+
+}  // namespace
+
+void exportSchema(const Session& session, Output& out)
+{
+    const ReleaseChangeTable releases = session.releaseChanges();
+    const json::object reference{{"description", "Where editors find this schema."}};
+    out << "{\n  \"$schema\": \"https://json-schema.org/draft/2020-12/schema\",\n  "
+        << "\"title\": \"Settings under " << session.tree().root()->fullName() << "\",\n  "
+        << "\"type\": \"object\",\n  \"properties\": {\n    " << member("$schema", reference) << ",\n    "
+        << member("release", releaseSchema(releases)) << ",\n    "
+        << "\"settings\": {\n      \"type\": \"object\",\n      \"properties\": {";
+    writeSettings(session, releases, out);
+    out << "\n      },\n      \"additionalProperties\": false\n    }\n  },\n"
+        << "  \"additionalProperties\": false\n}\n";
+}
+
+}  // namespace vx::tool

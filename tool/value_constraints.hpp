@@ -1,0 +1,43 @@
+#pragma once
+
+#include <settings_core/node.hpp>
+#include <settings_core/value_form.hpp>
+
+#include <cstddef>
+#include <limits>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vx::tool {
+
+/// What class, shape, validator and records of a setting demand of its values together, as far as it can be
+/// told without running anything.
+struct ValueConstraints
+{
+    using Records = ::settings::core::SettingValueValidator;
+
+    core::ValueForm form;
+    /// The demands exclude each other, or the setting is read-only: no value can be written.
+    bool isImpossible = false;
+
+    std::optional<Records::Size> size = std::nullopt;
+    /// Elements; characters of a text.
+    std::size_t maximumLength = std::numeric_limits<std::size_t>::max();
+
+    /// Bounds of every number; none admits NaN.
+    std::optional<Records::Range> range = std::nullopt;
+    /// Every number is whole, and so finite.
+    bool isWhole = false;
+
+    /// Every text is one of these.
+    std::optional<std::vector<std::u16string>> texts = std::nullopt;
+    /// A string must not be missing.
+    bool isPresent = false;
+    /// These may stand in place of numbers.
+    std::vector<std::u16string> wordsForNumbers = {};
+};
+
+[[nodiscard]] ValueConstraints constraintsOf(const core::Node& setting);
+
+}  // namespace vx::tool
