@@ -1,0 +1,109 @@
+#!/usr/bin/env python3
+"""The exported JSON Schema and `vxsettings check` agree: on a corpus of files, each bad one for one reason, and on
+every setting of the tree with values at and beyond its bounds.
+
+    agreement.py VXSETTINGS
+"""
+
+import json
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+import jsonschema
+
+Validator = jsonschema.validators.validator_for({"$schema": "https://json-schema.org/draft/2020-12/schema"})
+CORPUS = pathlib.Path(__file__).parent
+ANYTHING = [
+    True, 0, -1, 1, 0.5, 1e300, "", "NaN", "Inf", "-Inf", "red", None, {}, [], [[]], ["a"], [["a", "b"]], [True],
+    [1], [[1]], [True, False], [1, 2], [0, 0.5, 1], [[0, 1, 0]], [-1, 0, 0], [0, 0, 256], [1, 2, 3, 4], ["a", 1],
+    [[1, 2], [3, 4]], [[], []], [[[1]]], [None], ["NaN"],
+]
+
+
+def run(tool, *arguments):
+    return subprocess.run([tool, *arguments], capture_output=True, text=True, check=False)
+
+
+def check(tool, file):
+    """The faults that the tool finds, a line each."""
+    result = run(tool, "check", str(file))
+    lines = [line for line in result.stdout.splitlines() if line.startswith(f"{file}:")]
+    if result.returncode not in (0, 1) or (result.returncode == 0) != lines[0].endswith("no faults"):
+        sys.exit(f"check {file} ended with {result.returncode}: {result.stdout}{result.stderr}")
+    return lines if result.returncode else []
+
+
+def judge_corpus(tool, schema):
+    """What is wrong, and the number of files."""
+    faults, count = [], 0
+    for folder, expected in (("good", True), ("bad", False)):
+        for file in sorted((CORPUS / folder).glob("*.json")):
+            count += 1
+            verdicts = {"schema": Validator(schema).is_valid(json.loads(file.read_text("utf-8"))),
+                        "check": not check(tool, file)}
+            faults += [f"{folder}/{file.name}: {judge} says {'good' if verdict else 'bad'}"
+                       for judge, verdict in verdicts.items() if verdict != expected]
+    return faults, count
+
+
+def beside(number):
+    return [number - 1, number, number + 1, number + 0.5]
+
+
+def values_near(schema):
+    """Values at and beyond the bounds that the schema states anywhere."""
+    values = [schema["default"]] if "default" in schema else []
+    values += schema.get("enum", []) + ([schema["const"]] if "const" in schema else [])
+    for bound in ("minimum", "maximum"):
+        values += beside(schema[bound]) if bound in schema else []
+    for inner in schema.get("anyOf", []):
+        values += values_near(inner)
+    if schema.get("type") == "array":
+        counts = {schema.get("minItems", 0), min(schema.get("maxItems", 3), 300)}
+        for item in values_near(schema["items"])[:8] + ["a", 0]:
+            values += [[item] * size for count in counts for size in (count, count + 1)]
+    if "maxLength" in schema:
+        values += ["x" * schema["maxLength"], "x" * (schema["maxLength"] + 1)]
+    return values
+
+
+def refused_by_check(tool, settings, folder):
+    file = pathlib.Path(folder, "settings.json")
+    file.write_text(json.dumps({"settings": settings}), "utf-8")
+    return {match[1] for match in map(re.compile(r".*?:\d+:\d+: ([\w.]+): ").match, check(tool, file)) if match}
+
+
+def judge_tree(tool, schema):
+    """What is wrong, and the number of values tried."""
+    settings = schema["properties"]["settings"]["properties"]
+    probes = {path: ANYTHING + values_near(stated) for path, stated in settings.items()}
+    nodes = json.loads(run(tool, "export", "--format", "json").stdout)["nodes"]
+    checked_by_code = {node["path"] for node in nodes if (node["validator"] or {}).get("kind") in ("native", "callable")}
+    faults = []
+    with tempfile.TemporaryDirectory() as folder:
+        for turn in range(max(map(len, probes.values()))):
+            tried = {path: values[turn] for path, values in probes.items() if turn < len(values)}
+            refused = refused_by_check(tool, tried, folder)
+            for path, value in tried.items():
+                accepted = Validator(settings[path]).is_valid(value)
+                if accepted == (path in refused) and not (accepted and path in checked_by_code):
+                    faults.append(f"{path}: {json.dumps(value)[:80]}: the schema {'accepts' if accepted else 'refuses'} it")
+    return faults, sum(map(len, probes.values()))
+
+
+def main(tool):
+    schema = json.loads(run(tool, "export", "--format", "json-schema").stdout)
+    Validator.check_schema(schema)
+    corpus_faults, files = judge_corpus(tool, schema)
+    tree_faults, values = judge_tree(tool, schema)
+    print(f"{files} files and {values} values of settings judged")
+    if files < 60 or values < 40000:
+        sys.exit("too few were found to judge")
+    if faults := corpus_faults + tree_faults:
+        sys.exit("\n".join(faults[:40] + [f"{len(faults)} disagreements"]))
+
+
+main(sys.argv[1])
