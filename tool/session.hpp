@@ -51,6 +51,12 @@ public:
     /// Raises Failure.
     const Session& get() { return session_ ? *session_ : session_.emplace(bundleFile_); }
 
+    /// Whether the person said which settings files to read.
+    [[nodiscard]] bool namesLayerFiles() const noexcept
+    {
+        return !namedFiles_.installation.empty() || !namedFiles_.personal.empty();
+    }
+
     /// Where the settings files are.
     [[nodiscard]] core::LayerFiles layerFiles() const;
 

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "export_json.hpp"
+#include "export_page.hpp"
 #include "export_schema.hpp"
 #include "verb.hpp"
 
@@ -47,6 +48,7 @@ private:
 using Writer = void (*)(LazySession& lazy, Output& out);
 
 const std::map<std::string, Writer> writers{
+    {"html", exportPage},
     {"json", [](LazySession& lazy, Output& out) { exportJson(lazy.get(), out); }},
     {"json-schema", [](LazySession& lazy, Output& out) { exportSchema(lazy.get(), out); }},
 };
@@ -74,7 +76,8 @@ Verb addExport(CLI::App& app)
     auto options = std::make_shared<ExportOptions>();
     parser
         ->add_option("--format", options->format,
-                     "json: everything, for programs; json-schema: for editors of settings files")
+                     "html: a page for browsers; json: everything, for programs; json-schema: for editors of "
+                     "settings files")
         ->required()
         ->check(CLI::IsMember(writers))
         ->type_name("FORMAT");

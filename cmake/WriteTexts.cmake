@@ -1,0 +1,12 @@
+# Run by vx_embed_text: writes the C++ source that holds the texts.
+set(content "#include \"${HEADER}\"\n\nnamespace ${NAMESPACE} {\n")
+foreach(text IN LISTS TEXTS)
+    string(REGEX MATCH "^([^=]*)=(.*)$" both "${text}")
+    set(name "${CMAKE_MATCH_1}")
+    file(READ "${CMAKE_MATCH_2}" literal)
+    if(literal MATCHES "[)]text\"")
+        message(FATAL_ERROR "${CMAKE_MATCH_2} holds the mark that ends its C++ literal: )text\"")
+    endif()
+    string(APPEND content "\nconst std::string_view ${name} = R\"text(${literal})text\";\n")
+endforeach()
+file(WRITE "${OUTPUT}" "${content}\n}  // namespace ${NAMESPACE}\n")

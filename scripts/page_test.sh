@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Exports the page of settings and tries it in Debian's Chromium.
+#
+#   scripts/page_test.sh                 with the preset dev
+#   scripts/page_test.sh --preset asan   with another preset of CMakePresets.json
+set -euo pipefail
+source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
+
+preset=dev
+if [[ ${1-} == --preset ]]; then
+    preset=${2-}
+    [[ -n $preset ]] || fail "--preset needs a name; cmake --list-presets shows them"
+    shift 2
+fi
+(($# == 0)) || fail "unknown argument '$1'; see the head of this file"
+
+"$project/scripts/setup.sh" --ci --quiet
+alone "$preset" build "$preset"
+page_tests=$project/tests/page
+if [[ ! $page_tests/node_modules/.package-lock.json -nt $page_tests/package-lock.json ]]; then
+    quietly npm ci --prefix "$page_tests"
+fi
+
+PAGE_FOLDER=$(mktemp -d)
+export PAGE_FOLDER
+trap 'rm -rf -- "$PAGE_FOLDER"' EXIT
+vxsettings=$project/build/$preset/bin/vxsettings
+cp -- "$page_tests/personal.json" "$PAGE_FOLDER"
+"$vxsettings" export --format json -o "$PAGE_FOLDER/tree.json"
+"$vxsettings" export --format html -o "$PAGE_FOLDER/plain.html"
+"$vxsettings" export --format html -o "$PAGE_FOLDER/modified.html" \
+    --personal "$PAGE_FOLDER/personal.json" --installation "$PAGE_FOLDER/none.json"
+node --test "$page_tests/page_test.mjs"

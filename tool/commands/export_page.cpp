@@ -1,0 +1,269 @@
+#include "export_page.hpp"
+
+#include <settings_core/release_history.hpp>
+#include <settings_core/release_name.hpp>
+#include <settings_core/value_form.hpp>
+#include <settings_core/value_rules.hpp>
+#include <settings_core/value_text.hpp>
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "html_text.hpp"
+#include "page/page_files.hpp"
+#include "value_look.hpp"
+#include "words.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+using core::Node;
+using core::NodeKind;
+using foundation::verdixdata::Array;
+using settings::core::ReleaseChangeTable;
+
+/// Longer values are folded.
+constexpr std::size_t valueWidth = 160;
+
+/// Where the values come from. Without layers the page shows the factory's alone.
+struct Source
+{
+    const core::SettingsTree& tree;
+    const ReleaseChangeTable releases;
+    core::Layers* layers;
+};
+
+std::string badge(std::string_view kind, std::string_view text)
+{
+    return " <span class=\"badge " + std::string(kind) + "\">" + html(text) + "</span>";
+}
+
+// Checks, in the words of the exported tree
+
+struct CheckName
+{
+    std::string operator()(std::monostate) const { return {}; }
+    std::string operator()(const ::settings::core::CPPValidator& /*callable*/) const { return "callable"; }
+    std::string operator()(const ::settings::core::detail::FunctionName& named) const
+    {
+        return named.function();
+    }
+};
+
+void addRuleNames(std::string& names, const core::ValueRules& rules)
+{
+    const auto add = [&names](bool isStated, std::string_view name) {
+        if (isStated) {
+            names.append(names.empty() ? "" : " ").append(name);
+        }
+    };
+    add(rules.range.has_value(), "range");
+    add(!rules.allowedValues.empty() && !rules.colour, "allowedValues");
+    add(rules.maximumLength.has_value(), "maximumLength");
+    add(rules.size.has_value(), "size");
+    add(rules.elementClass.has_value(), "elementClass");
+    add(rules.colour.has_value(), "colour");
+}
+
+/// The checks that a setting's values pass, separated by blanks; "none" without any.
+std::string checkNames(const Node::Properties& properties)
+{
+    std::string names = std::visit(CheckName(), properties.validator);
+    for (const core::ValueRules& rules : properties.valueValidators) {
+        addRuleNames(names, rules);
+    }
+    return names.empty() ? "none" : names;
+}
+
+// Values
+
+std::string valueHtml(const Node& setting, const Array& value, const std::string& font)
+{
+    std::string text;
+    if (const std::string colour = colourOf(setting, value); !colour.empty()) {
+        text = "<span class=\"swatch\" style=\"background: " + colour + "\"></span>";
+    }
+    const std::string brief = core::shortValueText(value, valueWidth);
+    const std::string look = font.empty() ? "" : " class=\"font\" style=\"" + html(font) + "\"";
+    const std::string code = "<code" + look + ">" + html(brief) + "</code>";
+    if (!brief.ends_with("…")) {
+        return text + code;
+    }
+    const std::string whole = core::shortValueText(value, std::string::npos);
+    return text + "<details><summary>" + code + "</summary><code>" + html(whole) + "</code></details>";
+}
+
+struct FunctionText
+{
+    std::string operator()(std::monostate) const { return {}; }
+    std::string operator()(const ::settings::core::detail::FunctionName& function) const
+    {
+        return "computed by " + qualifiedName(function);
+    }
+};
+
+std::string factoryHtml(const Node& setting, const std::string& font)
+{
+    const auto& properties = setting.properties();
+    if (properties.factoryValue.isAssigned()) {
+        return valueHtml(setting, properties.factoryValue, font);
+    }
+    const std::string computed = std::visit(FunctionText(), properties.runTimeDefault);
+    return "<span class=\"note\">" + html(computed.empty() ? "no factory value" : computed) + "</span>";
+}
+
+std::string classOf(const Node& setting)
+{
+    const auto form = core::valueFormOf(setting);
+    return form.elementClass ? className(*form.elementClass) : "any";
+}
+
+/// The value of a file that differs from the factory's; the factory layer where there is none.
+core::LayerValue modification(const Source& source, const Node& setting)
+{
+    if (source.layers == nullptr || !source.layers->isStated(setting)) {
+        return {};
+    }
+    core::LayerValue held = source.layers->effective(setting);
+    return held.value == setting.properties().factoryValue ? core::LayerValue() : held;
+}
+
+// Rows
+
+std::string historyHtml(const Source& source, const Node& node)
+{
+    std::string text;
+    for (const core::ReleaseStep& step : core::movesTo(source.releases, node.fullName())) {
+        text.append("<div class=\"history\">moved from <code>").append(html(step.from));
+        text.append("</code> in ").append(html(step.release)).append("</div>");
+    }
+    return text;
+}
+
+struct Row
+{
+    std::string attributes;
+    std::string badges;
+    std::string value;
+    std::string rules;
+};
+
+Row aliasRow(const Source& source, const Node& node)
+{
+    const std::string& target = node.properties().aliasName();
+    const bool isResolved = source.tree.find(target) != nullptr;
+    const std::string name = "<code>" + html(target) + "</code>";
+    return {" data-class=\"alias\" data-checks=\"none\"", badge("kind", "alias"),
+            isResolved ? "<a href=\"#" + html(target) + "\">" + name + "</a>" : name,
+            isResolved ? "another name of that setting"
+                       : "another name of a setting that is not in this tree"};
+}
+
+Row settingRow(const Source& source, const Node& node, const std::string& font)
+{
+    const auto& properties = node.properties();
+    const std::string elementClass = classOf(node);
+    Row row{" data-class=\"" + elementClass + "\" data-checks=\"" + html(checkNames(properties)) + "\"",
+            properties.readOnly.value() ? badge("access", "read-only") : "", factoryHtml(node, font),
+            html(core::describeAccepted(properties))};
+    const Array& factory = properties.factoryValue;
+    row.rules += "<div class=\"shape\">" +
+                 html(factory.isAssigned() ? core::shapeText(factory) : elementClass) + "</div>";
+    const core::LayerValue held = modification(source, node);
+    if (held.layer != core::Layer::factory) {
+        const std::string layer(core::layerWord(held.layer));
+        row.attributes += " data-modified=\"" + layer + "\"";
+        row.badges += badge("modified", layer);
+        row.value = "<div class=\"held\">" + valueHtml(node, held.value, "") +
+                    "</div><div class=\"factory\">factory: " + row.value + "</div>";
+    }
+    return row;
+}
+
+void writeRow(const Source& source, const Node& node, const std::string& font, Output& out)
+{
+    const std::string path = html(node.fullName());
+    const bool isHidden = node.isHidden();
+    Row row = node.kind() == NodeKind::alias ? aliasRow(source, node) : settingRow(source, node, font);
+    out << "<tr id=\"" << path << "\" data-visibility=\"" << (isHidden ? "hidden" : "visible") << '"'
+        << row.attributes << "><th scope=\"row\"><a href=\"#" << path << "\">" << html(node.name()) << "</a>"
+        << (isHidden ? badge("visibility", "hidden") : "") << row.badges << "</th><td>" << row.value
+        << "</td><td>" << row.rules << historyHtml(source, node) << "</td></tr>\n";
+}
+
+/// A group with what stands in it directly, then its groups.
+void writeGroup(const Source& source, const Node& group, Output& out)
+{
+    const auto& children = group.children();
+    const auto isGroup = [](const auto& child) { return child->kind() == NodeKind::group; };
+    if (children.empty() || !std::all_of(children.begin(), children.end(), isGroup)) {
+        const std::string path = html(group.fullName());
+        out << "<tbody id=\"" << path
+            << "\">\n<tr class=\"group\"><th scope=\"rowgroup\" colspan=\"3\"><a href=\"#" << path << "\">"
+            << path << "</a>" << (group.isHidden() ? badge("visibility", "hidden") : "") << "</th></tr>\n";
+        const std::string font = fontOf(group);
+        for (const auto& child : children) {
+            if (!isGroup(child)) {
+                writeRow(source, *child, child->name() == "Name" ? font : "", out);
+            }
+        }
+        out << "</tbody>\n";
+    }
+    for (const auto& child : children) {
+        if (isGroup(child)) {
+            writeGroup(source, *child, out);
+        }
+    }
+}
+
+// The document
+
+std::string summary(const Source& source)
+{
+    const auto nodes = source.tree.nodes();
+    const auto count = std::count_if(nodes.begin(), nodes.end(),
+                                     [](const Node* node) { return node->kind() != NodeKind::group; });
+    const auto newest = core::newestRelease(source.releases);
+    return std::to_string(count) + " settings" + (newest ? ", release " + core::toText(*newest) : "");
+}
+
+/// Writes the document, and at each {{place}} what is to stand there.
+void fill(std::string_view document, const std::map<std::string_view, std::function<void()>>& places,
+          Output& out)
+{
+    for (;;) {
+        const std::size_t start = document.find("{{");
+        out << document.substr(0, start);
+        if (start == std::string_view::npos) {
+            return;
+        }
+        const std::size_t end = document.find("}}", start);
+        places.at(document.substr(start + 2, end - start - 2))();
+        document.remove_prefix(end + 2);
+    }
+}
+
+}  // namespace
+
+void exportPage(LazySession& lazy, Output& out)
+{
+    const Session& session = lazy.get();
+    const Source source{session.tree(), session.releaseChanges(),
+                        lazy.namesLayerFiles() ? &lazy.layers() : nullptr};
+    const Node& root = *source.tree.root();
+    fill(page::document,
+         {{"root", [&] { out << html(root.fullName()); }},
+          {"summary", [&] { out << html(summary(source)); }},
+          {"style", [&] { out << page::style; }},
+          {"script", [&] { out << page::script; }},
+          {"value", [&] { out << (source.layers == nullptr ? "Factory value" : "Value"); }},
+          {"rows", [&] { writeGroup(source, root, out); }}},
+         out);
+}
+
+}  // namespace vx::tool
