@@ -1,13 +1,17 @@
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <unistd.h>
+#include <vector>
 
 #include "export_json.hpp"
+#include "export_table.hpp"
 #include "verb.hpp"
 
 namespace vx::tool {
@@ -41,9 +45,24 @@ private:
     int descriptor_;
 };
 
-ExitCode exportTo(const Session& session, const ExportOptions&, Output& out)
+struct Format
 {
-    exportJson(session, out);
+    const char* name;
+    void (*write)(const Session& session, Output& out);
+};
+
+constexpr Format formats[] = {{"json", exportJson}, {"csv", exportCsv}, {"markdown", exportMarkdown}};
+
+std::vector<std::string> formatNames()
+{
+    std::vector<std::string> names;
+    std::ranges::transform(formats, std::back_inserter(names), &Format::name);
+    return names;
+}
+
+ExitCode exportTo(const Session& session, const ExportOptions& options, Output& out)
+{
+    std::ranges::find(formats, options.format, &Format::name)->write(session, out);
     return ExitCode::done;
 }
 
@@ -66,9 +85,9 @@ Verb addExport(CLI::App& app)
     CLI::App* parser = app.add_subcommand(
         "export", "The whole tree, the release table and the path list for other programs");
     auto options = std::make_shared<ExportOptions>();
-    parser->add_option("--format", options->format, "json")
+    parser->add_option("--format", options->format, "json, csv or markdown")
         ->required()
-        ->check(CLI::IsMember({"json"}))
+        ->check(CLI::IsMember(formatNames()))
         ->type_name("FORMAT");
     parser->add_option("-o,--output", options->file, "File to write instead of standard output")
         ->type_name("FILE");
