@@ -65,6 +65,13 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
     auto options = std::make_shared<GlobalOptions>();
     app.add_option("--bundle", options->bundleFile, "Bundle to start instead of the tool's own")
         ->type_name("FILE");
+    const auto addFile = [&app](const char* name, std::filesystem::path& file, const char* help) {
+        app.add_option_function<std::string>(
+               name, [&file](const std::string& path) { file = std::filesystem::absolute(path); }, help)
+            ->type_name("FILE");
+    };
+    addFile("--installation", options->files.installation, "Settings file of the installation");
+    addFile("--personal", options->files.personal, "Settings file of your own, which set and reset change");
     app.add_option_function<std::vector<std::string>>(
            "--feature",
            [options](const std::vector<std::string>& texts) {

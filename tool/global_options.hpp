@@ -1,5 +1,7 @@
 #pragma once
 
+#include <settings_core/layers.hpp>
+
 #include <foundation/log/diagnostic_logger.hpp>
 
 #include <memory>
@@ -19,6 +21,7 @@ namespace vx::tool {
 struct GlobalOptions
 {
     std::string bundleFile;  ///< empty: the one beside the tool's libraries
+    core::LayerFiles files;  ///< empty: those of the desktop's base directories
     std::vector<std::pair<std::string, int>> features;
     foundation::log::Severity logThreshold = foundation::log::warning;
     ColourChoice colour = ColourChoice::automatic;

@@ -36,7 +36,8 @@ std::vector<Verb> addVerbs(CLI::App& app)
 {
     std::vector<Verb> verbs;
     for (Verb (*add)(CLI::App&) :
-         {addSummary, addTree, addList, addDescribe, addGet, addChanges, addExport, addDoctor})
+         {addSummary, addTree, addList, addSearch, addDescribe, addGet, addSet, addReset, addCheck,
+          addMigrate, addChanges, addDiff, addHistory, addExport, addDoctor})
     {
         verbs.push_back(add(app));
     }
@@ -63,7 +64,7 @@ ExitCode execute(const GlobalOptions& options, const Verb& verb)
     Output out(STDOUT_FILENO, "standard output", options.colour);
     const auto bundleFile =
         options.bundleFile.empty() ? defaultBundleFile() : std::filesystem::path(options.bundleFile);
-    LazySession session(std::filesystem::absolute(bundleFile).lexically_normal());
+    LazySession session(std::filesystem::absolute(bundleFile).lexically_normal(), options.files);
     const ExitCode code = verb.action(session, out);
     out.flush();
     return code;

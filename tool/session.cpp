@@ -1,10 +1,9 @@
 #include "session.hpp"
 
-#include <settings_core/nearest.hpp>
+#include <settings_core/path_lookup.hpp>
 
 #include "bundle_file.hpp"
 #include "failure.hpp"
-#include "release_history.hpp"
 
 namespace vx::tool {
 
@@ -18,17 +17,6 @@ core::SettingsTree buildTree(const Host& host)
         throw Failure(ExitCode::notStarted, "bundle " + host.bundle().GetLocation() +
                                                 " cannot build its tree: " + firstLine(error.what()));
     }
-}
-
-std::string whatBecame(const std::vector<ReleaseStep>& steps)
-{
-    std::string text;
-    for (const ReleaseStep& step : steps) {
-        text += text.empty() ? "it was " : ", then ";
-        text += step.to.empty() ? "removed" : "moved to " + std::string(step.to);
-        text.append(" in ").append(step.release);
-    }
-    return text;
 }
 
 }  // namespace
@@ -47,27 +35,27 @@ std::vector<std::string> Session::settingPathList() const
 
 const core::Node& Session::node(const std::string& path) const
 {
-    const core::Node& root = *tree_.root();
-    if (path == root.fullName()) {
-        return root;
+    try {
+        return core::nodeAt(tree_, releaseChanges(), path);
+    } catch (const core::UnknownPath& error) {
+        throw Failure(ExitCode::failed, error.what());
     }
-    const std::string prefix = root.fullName() + ".";
-    const std::string fullPath = path.starts_with(prefix) ? path : prefix + path;
-    if (const core::Node* found = tree_.find(fullPath)) {
-        return *found;
-    }
-    throw Failure(ExitCode::failed, "no such path: " + path + "; " + explainMissing(fullPath));
 }
 
-std::string Session::explainMissing(const std::string& fullPath) const
+core::LayerFiles LazySession::layerFiles() const
 {
-    const auto table = releaseChanges();
-    const auto steps = changesFrom(table, fullPath);
-    if (!steps.empty()) {
-        return whatBecame(steps);
+    core::LayerFiles files = namedFiles_;
+    if (files.installation.empty() || files.personal.empty()) {
+        core::LayerFiles usual = core::defaultLayerFiles();
+        files.installation = files.installation.empty() ? std::move(usual.installation) : files.installation;
+        files.personal = files.personal.empty() ? std::move(usual.personal) : files.personal;
     }
-    const auto near = core::nearestPaths(fullPath, tree_);
-    return near.empty() ? "see the paths there are with: vxsettings list" : core::didYouMean(near);
+    return files;
+}
+
+core::Layers& LazySession::layers()
+{
+    return layers_ ? *layers_ : layers_.emplace(get().tree(), layerFiles());
 }
 
 }  // namespace vx::tool

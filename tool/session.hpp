@@ -1,5 +1,6 @@
 #pragma once
 
+#include <settings_core/layers.hpp>
 #include <settings_core/settings_tree.hpp>
 
 #include <settings/core/settings_file_change.hpp>
@@ -32,8 +33,6 @@ public:
     [[nodiscard]] const core::Node& node(const std::string& path) const;
 
 private:
-    [[nodiscard]] std::string explainMissing(const std::string& fullPath) const;
-
     Host host_;
     core::SettingsTree tree_;
 };
@@ -42,16 +41,27 @@ private:
 class LazySession
 {
 public:
-    explicit LazySession(std::filesystem::path bundleFile) : bundleFile_(std::move(bundleFile)) {}
+    /// Files that are not named are those of the desktop's base directories.
+    LazySession(std::filesystem::path bundleFile, core::LayerFiles named)
+        : bundleFile_(std::move(bundleFile)), namedFiles_(std::move(named))
+    {}
 
     [[nodiscard]] const std::filesystem::path& bundleFile() const noexcept { return bundleFile_; }
 
     /// Raises Failure.
     const Session& get() { return session_ ? *session_ : session_.emplace(bundleFile_); }
 
+    /// Where the settings files are.
+    [[nodiscard]] core::LayerFiles layerFiles() const;
+
+    /// The layers over the session's tree. Raises Failure.
+    core::Layers& layers();
+
 private:
     std::filesystem::path bundleFile_;
+    core::LayerFiles namedFiles_;
     std::optional<Session> session_;
+    std::optional<core::Layers> layers_;
 };
 
 }  // namespace vx::tool

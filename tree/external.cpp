@@ -5,13 +5,6 @@ namespace verdix::settings::tree {
 
 namespace {
 
-SettingValueValidator fourTexts()
-{
-    auto rule = ofSize(1, 4);
-    rule.elementClass = foundation::verdixdata::ArrayType::CELL;
-    return rule;
-}
-
 void buildJava(FactoryGroup& interfaces)
 {
     auto java = addGroup(interfaces, "java");
@@ -34,7 +27,7 @@ void buildExternalInterfacesArea(FactoryGroup& root)
     addText(python, "ExecutionMode", "InProcess");
     auto cpp = addGroup(interfaces, "cpp");
     addText(cpp, "ExecutionMode", "inprocess");
-    addCell(python, "Version", std::vector<std::string>(4), fourTexts());
+    addCell(python, "Version", std::vector<std::string>(4), rowOf(4, cellOfTexts()));
 
     buildJava(interfaces);
 

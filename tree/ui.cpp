@@ -75,8 +75,7 @@ FactoryGroup buildInternal(FactoryGroup& ui)
     return internal;
 }
 
-// 256 colours from a dark blue to yellow: brightness rises evenly, and neither end is lost to the
-// colour-blind.
+// 256 colours from a dark blue to yellow: brightness rises from row to row, so the order survives in grey.
 Array blueToYellow()
 {
     constexpr std::size_t count = 256;

@@ -12,7 +12,7 @@ namespace {
 
 std::filesystem::path testFolder()
 {
-    const auto folder = std::filesystem::path(testing::TempDir()) / ("bundles." + std::to_string(getpid()));
+    auto folder = std::filesystem::path(testing::TempDir()) / ("bundles." + std::to_string(getpid()));
     std::filesystem::create_directories(folder);
     return folder;
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <bundle_maker.hpp>
 #include <filesystem>
 #include <greeter.hpp>
@@ -113,12 +114,11 @@ TEST_F(ComponentTest, makesOneObjectForThreadsThatAskAtOnce)
     auto bundle = install(GREETER_BUNDLE);
     bundle.Start();
     const auto reference = find("polite");
-    std::vector<std::jthread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back(
-            [&] { EXPECT_EQ(running_.context().GetService(reference)->greet(), "Good morning"); });
+    const auto ask = [&] { EXPECT_EQ(running_.context().GetService(reference)->greet(), "Good morning"); };
+    {
+        const std::array<std::jthread, 4> threads{std::jthread(ask), std::jthread(ask), std::jthread(ask),
+                                                  std::jthread(ask)};
     }
-    threads.clear();
     bundle.Stop();
     EXPECT_EQ(std::ranges::count(lifecycle::take(), "constructed"), 1);
 }

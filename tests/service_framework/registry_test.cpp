@@ -4,6 +4,7 @@
 #include <cppmicroservices/ServiceObjects.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <greeter.hpp>
 #include <running_framework.hpp>
 #include <set>
@@ -31,9 +32,11 @@ private:
 struct Nameless
 {};
 
+constexpr const char* noIdentifier = "";
+
 }  // namespace
 
-CPPMICROSERVICES_DECLARE_SERVICE_INTERFACE(Nameless, "")
+CPPMICROSERVICES_DECLARE_SERVICE_INTERFACE(Nameless, noIdentifier)
 
 namespace {
 
@@ -46,6 +49,7 @@ std::vector<std::string> greetingsIn(BundleContext context,
                                      const std::vector<ServiceReference<Greeter>>& references)
 {
     std::vector<std::string> texts;
+    texts.reserve(references.size());
     for (const auto& reference : references) {
         texts.push_back(context.GetService(reference)->greet());
     }
@@ -344,11 +348,10 @@ TEST(ServiceRegistry, servesManyThreadsAtOnce)
             mine.Unregister();
         }
     };
-    std::vector<std::jthread> threads;
-    for (int ranking = 0; ranking < 4; ++ranking) {
-        threads.emplace_back(work, ranking);
+    {
+        const std::array<std::jthread, 4> threads{std::jthread(work, 0), std::jthread(work, 1),
+                                                  std::jthread(work, 2), std::jthread(work, 3)};
     }
-    threads.clear();
     EXPECT_TRUE(running.context().GetServiceReferences<Greeter>().empty());
 }
 

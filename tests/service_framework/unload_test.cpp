@@ -47,6 +47,24 @@ TEST(Unload, followsTheLastUserOfAStoppedBundle)
     EXPECT_FALSE(isLoaded(GREETER_BUNDLE));
 }
 
+TEST(Unload, followsAFrameworkThatIsDroppedWithoutAStop)
+{
+    lifecycle::take();
+    std::shared_ptr<Greeter> greeter;
+    {
+        Framework framework = FrameworkFactory().NewFramework();
+        framework.Start();
+        auto context = framework.GetBundleContext();
+        context.InstallBundles(GREETER_BUNDLE).at(0).Start();
+        greeter = context.GetService(context.GetServiceReference<Greeter>());
+    }
+    EXPECT_EQ(greeter->greet(), "Good morning") << "a held object outlives its framework";
+    EXPECT_EQ(lifecycle::take(), (Events{"context set", "new", "constructed", "activated"}));
+    greeter.reset();
+    EXPECT_EQ(lifecycle::take(), (Events{"deactivated", "delete", "destroyed", "context cleared"}));
+    EXPECT_FALSE(isLoaded(GREETER_BUNDLE));
+}
+
 TEST(Unload, saysWhyAComponentCannotBeMade)
 {
     const RunningFramework running;

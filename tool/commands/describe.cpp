@@ -1,3 +1,6 @@
+#include <settings_core/layers.hpp>
+#include <settings_core/release_history.hpp>
+#include <settings_core/value_rules.hpp>
 #include <settings_core/value_text.hpp>
 
 #include <CLI/CLI.hpp>
@@ -6,7 +9,6 @@
 #include <string>
 #include <variant>
 
-#include "release_history.hpp"
 #include "table.hpp"
 #include "verb.hpp"
 #include "words.hpp"
@@ -70,15 +72,77 @@ std::string accessWords(const core::Node::Properties& properties)
     return flag.value() ? "read-only" : flag.isWritten() ? "may be changed: declared so" : "may be changed";
 }
 
-void addSettingFacts(const Node& node, Facts& facts)
+struct FunctionText
 {
-    const auto& properties = node.properties();
-    facts.add("access", accessWords(properties));
+    std::string operator()(std::monostate) const { return {}; }
+    std::string operator()(const ::settings::core::detail::FunctionName& function) const
+    {
+        return qualifiedName(function);
+    }
+};
+
+void addValue(const Node& setting, Facts& facts)
+{
+    const auto& properties = setting.properties();
+    const std::string function = std::visit(FunctionText(), properties.runTimeDefault);
     if (properties.factoryValue.isAssigned()) {
         facts.add("class", core::shapeText(properties.factoryValue));
         facts.add("value", core::shortValueText(properties.factoryValue, valueWidth));
     } else {
-        facts.add("value", "no factory value");
+        facts.add("value", function.empty() ? "no factory value" : "computed when it is asked for");
+    }
+    if (!function.empty()) {
+        facts.add("computed by", function);
+    }
+}
+
+void addChecks(const Node& setting, Facts& facts)
+{
+    const auto& properties = setting.properties();
+    if (const std::string function = std::visit(FunctionText(), properties.validator); !function.empty()) {
+        facts.add("validator", function + ": " + core::describe(properties.validator));
+    }
+    for (const auto& record : properties.valueValidators) {
+        facts.add("rule", core::describe(record, properties.factoryValue));
+    }
+    if (const std::string accepted = core::describeAccepted(properties); !accepted.empty()) {
+        facts.add("accepts", accepted);
+    }
+    if (properties.errorHandler) {
+        facts.add("refusals", "worded by an error handler of its own");
+    }
+}
+
+std::string layerText(const core::LayerValue& value)
+{
+    std::string text = value.value.isAssigned() ? core::shortValueText(value.value, valueWidth) : "";
+    for (const std::string& fault : value.faults) {
+        text += (text.empty() ? "" : "; ") + fault;
+    }
+    return text + (value.counts() ? ", in " + value.source : "; does not count");
+}
+
+/// What the files say, and who has the last word.
+void addLayers(core::Layers& layers, const Node& setting, Facts& facts)
+{
+    core::Layer holding = core::Layer::factory;
+    for (const core::LayerValue& value : layers.valuesOf(setting)) {
+        if (value.layer != core::Layer::factory) {
+            facts.add(core::layerWord(value.layer).data(), layerText(value));
+        }
+        holding = value.counts() ? value.layer : holding;
+    }
+    facts.add("in force", "the " + std::string(core::layerWord(holding)) + " value");
+}
+
+void addSettingFacts(core::Layers& layers, const Node& node, Facts& facts)
+{
+    facts.add("access", accessWords(node.properties()));
+    addValue(node, facts);
+    addLayers(layers, node, facts);
+    addChecks(node, facts);
+    if (node.properties().additionalFile) {
+        facts.add("stored in", "an additional file");
     }
 }
 
@@ -92,13 +156,15 @@ void addAliasFacts(const Session& session, const Node& node, Facts& facts)
 void addHistory(const Session& session, const Node& node, Facts& facts)
 {
     const auto table = session.releaseChanges();
-    for (const ReleaseStep& step : movesTo(table, node.fullName())) {
+    for (const core::ReleaseStep& step : core::movesTo(table, node.fullName())) {
         facts.add("moved from", std::string(step.from) + " in " + std::string(step.release));
     }
 }
 
-void describe(const Session& session, const Node& node, Output& out)
+void describe(LazySession& lazy, const std::string& path, Output& out)
 {
+    const Session& session = lazy.get();
+    const Node& node = session.node(path);
     Facts facts;
     facts.add("kind", std::string(kindWord(node.kind())));
     facts.add("visibility", visibility(node));
@@ -110,7 +176,7 @@ void describe(const Session& session, const Node& node, Output& out)
         addAliasFacts(session, node, facts);
         break;
     case NodeKind::setting:
-        addSettingFacts(node, facts);
+        addSettingFacts(lazy.layers(), node, facts);
         break;
     }
     addHistory(session, node, facts);
@@ -128,8 +194,7 @@ Verb addDescribe(CLI::App& app)
     parser->add_option("PATH", *path, "Path, with or without the root")->type_name("")->required();
     parser->footer("Example:\n  vxsettings describe verdix.commandwindow.NumericFormat");
     return {parser, [path](LazySession& lazy, Output& out) {
-                const Session& session = lazy.get();
-                describe(session, session.node(*path), out);
+                describe(lazy, *path, out);
                 return ExitCode::done;
             }};
 }

@@ -1,3 +1,5 @@
+#include <settings_core/native_library.hpp>
+
 #include <foundation/host.hpp>
 
 #include <CLI/CLI.hpp>
@@ -7,13 +9,18 @@
 
 #include <array>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <framework_bundles.hpp>
 #include <link.h>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <variant>
 #include <vector>
 
+#include "bundle_file.hpp"
 #include "table.hpp"
 #include "verb.hpp"
 
@@ -137,6 +144,49 @@ void reportTree(const Session& session, Report& report)
     report.end();
 }
 
+using NativeFunctions = std::set<std::pair<std::string, std::string>>;
+
+/// Collects library and function where a validator or a run-time default is native.
+struct CollectNative
+{
+    NativeFunctions& functions;
+
+    void operator()(const settings::core::CValidator& native) const { add(native); }
+    void operator()(const settings::core::CRunTimeDefault& native) const { add(native); }
+    template <class Other>
+    void operator()(const Other&) const
+    {}
+
+    void add(const settings::core::detail::FunctionName& name) const
+    {
+        functions.emplace(name.scope(), name.function());
+    }
+};
+
+void reportNativeFunction(const std::string& library, const std::string& function, Report& report)
+{
+    try {
+        static_cast<void>(core::nativeFunction<void()>(library, function));
+        report.add(true, library, function);
+    } catch (const std::exception& error) {
+        report.add(false, library, function + ": " + firstLine(error.what()));
+    }
+}
+
+void reportNativeFunctions(const core::SettingsTree& tree, Report& report)
+{
+    NativeFunctions functions;
+    for (const core::Node* node : tree.nodes()) {
+        std::visit(CollectNative{functions}, node->properties().validator);
+        std::visit(CollectNative{functions}, node->properties().runTimeDefault);
+    }
+    report.begin("native functions named in the tree");
+    for (const auto& [library, function] : functions) {
+        reportNativeFunction(library, function, report);
+    }
+    report.end();
+}
+
 void reportInputs(Report& report)
 {
     report.begin("inputs of the tree");
@@ -167,6 +217,7 @@ Verb addDoctor(CLI::App& app)
                 reportBundles(session.host(), report);
                 reportServices(session.host(), report);
                 reportTree(session, report);
+                reportNativeFunctions(session.tree(), report);
                 reportInputs(report);
                 return report.isWell() ? ExitCode::done : ExitCode::failed;
             }};

@@ -1,3 +1,5 @@
+#include <settings_core/layers.hpp>
+#include <settings_core/path_lookup.hpp>
 #include <settings_core/value_text.hpp>
 
 #include <CLI/CLI.hpp>
@@ -6,47 +8,39 @@
 #include <memory>
 #include <string>
 
+#include "bundle_file.hpp"
 #include "verb.hpp"
 
 namespace vx::tool {
 
 namespace {
 
-using core::Node;
-using core::NodeKind;
-
-/// The setting that an alias stands for, through further aliases.
-const Node& followAliases(const Session& session, const Node& start)
+/// The value that holds. What is to be said of it goes to standard error, apart from the value itself.
+core::LayerValue valueOf(core::Layers& layers, const core::Node& setting)
 {
-    const Node* node = &start;
-    // A chain longer than the tree goes round in a circle.
-    for (std::size_t steps = 0; node->kind() == NodeKind::alias; ++steps) {
-        const std::string& target = node->properties().aliasName();
-        const Node* next = session.tree().find(target);
-        if (next == nullptr || steps > session.tree().nodes().size()) {
-            throw Failure(ExitCode::failed, node->fullName() + " is an alias of " + target +
-                                                (next == nullptr ? ", which is not in this tree: unresolved"
-                                                                 : ", which leads back to it: unresolved"));
-        }
-        node = next;
+    core::LayerValue held = layers.effective(setting);
+    if (!held.value.isAssigned()) {
+        throw Failure(ExitCode::failed,
+                      setting.fullName() + (held.faults.empty() ? " has no value; see what it accepts with: "
+                                                                  "vxsettings describe " +
+                                                                      setting.fullName()
+                                                                : ": " + firstLine(held.faults.back())));
     }
-    return *node;
+    for (const std::string& fault : held.faults) {
+        std::fprintf(stderr, "vxsettings: passed over: %s\n", firstLine(fault).c_str());
+    }
+    if (held.layer == core::Layer::factory && !setting.properties().factoryValue.isAssigned()) {
+        std::fprintf(stderr, "vxsettings: computed by %s\n", held.source.c_str());
+    }
+    return held;
 }
 
-ExitCode get(const Session& session, const std::string& path, Output& out)
+ExitCode get(LazySession& lazy, const std::string& path, Output& out)
 {
-    const Node& node = followAliases(session, session.node(path));
-    if (node.kind() == NodeKind::group) {
-        throw Failure(ExitCode::failed, node.fullName() +
-                                            " is a group; see what is in it with: vxsettings tree " +
-                                            node.fullName());
-    }
-    const auto& properties = node.properties();
-    if (properties.factoryValue.isAssigned()) {
-        out << core::valueText(properties.factoryValue) << '\n';
-        return ExitCode::done;
-    }
-    throw Failure(ExitCode::failed, node.fullName() + " has no factory value");
+    const Session& session = lazy.get();
+    const core::Node& setting = core::settingBehind(session.tree(), session.node(path));
+    out << core::valueText(valueOf(lazy.layers(), setting).value) << '\n';
+    return ExitCode::done;
 }
 
 }  // namespace
@@ -54,11 +48,11 @@ ExitCode get(const Session& session, const std::string& path, Output& out)
 Verb addGet(CLI::App& app)
 {
     CLI::App* parser =
-        app.add_subcommand("get", "The factory value of one setting, as the scripting language writes it");
+        app.add_subcommand("get", "The value of one setting, as the scripting language writes it");
     auto path = std::make_shared<std::string>();
     parser->add_option("PATH", *path, "Setting or alias")->type_name("")->required();
     parser->footer("Example:\n  vxsettings get connector.InterfacesBlocklist");
-    return {parser, [path](LazySession& session, Output& out) { return get(session.get(), *path, out); }};
+    return {parser, [path](LazySession& session, Output& out) { return get(session, *path, out); }};
 }
 
 }  // namespace vx::tool

@@ -129,7 +129,9 @@ std::shared_ptr<SharedLibrary> BundlePrivate::LoadLibrary()
             library.reset(loaded.release(), [weak = weak_from_this()](SharedLibrary* ended) {
                 const std::unique_ptr<SharedLibrary> owned(ended);
                 if (const auto bundle = weak.lock()) {
-                    bundle->Unload(*owned);
+                    bundle->BeforeUnloading(*owned);
+                } else {
+                    owned->SetContext(nullptr);
                 }
             });
         } catch (const std::system_error& error) {
@@ -141,7 +143,7 @@ std::shared_ptr<SharedLibrary> BundlePrivate::LoadLibrary()
     return library;
 }
 
-void BundlePrivate::Unload(SharedLibrary& library) const
+void BundlePrivate::BeforeUnloading(SharedLibrary& library) const
 {
     // Another thread may have loaded the library anew meanwhile; then the context in it is the new one.
     const std::lock_guard lock(libraryMutex_);

@@ -58,8 +58,8 @@ private:
     [[noreturn]] void ThrowUninstalled() const;
     /// Refuses what the manifest may ask for but this framework does not do.
     void CheckSupported() const;
-    /// Called when the library's last holder has let go.
-    void Unload(SharedLibrary& library) const;
+    /// Takes the context back from the library, whose last holder has let go.
+    void BeforeUnloading(SharedLibrary& library) const;
 
     const std::weak_ptr<CoreBundleContext> core_;
     std::unique_ptr<ComponentRuntime> components_;

@@ -6,6 +6,7 @@
 #include <ostream>
 #include <stdexcept>
 #include <string_view>
+#include <tuple>
 
 namespace cppmicroservices {
 
@@ -70,8 +71,10 @@ std::string BundleVersion::ToString() const
 
 int BundleVersion::Compare(const BundleVersion& other) const
 {
-    const auto order = *this <=> other;
-    return order < 0 ? -1 : order > 0 ? 1 : 0;
+    const auto rank = [](const BundleVersion& version) {
+        return std::tie(version.major_, version.minor_, version.micro_, version.qualifier_);
+    };
+    return *this == other ? 0 : rank(*this) < rank(other) ? -1 : 1;
 }
 
 std::ostream& operator<<(std::ostream& os, const BundleVersion& version)

@@ -15,11 +15,11 @@ ServiceException::ServiceException(const ServiceException&) noexcept = default;
 ServiceException& ServiceException::operator=(const ServiceException&) noexcept = default;
 ServiceException::~ServiceException() = default;
 
-IllegalStateException::IllegalStateException(std::string what) : std::runtime_error(what) {}
+IllegalStateException::IllegalStateException(const std::string& what) : std::runtime_error(what) {}
 IllegalStateException::IllegalStateException(const IllegalStateException&) noexcept = default;
 IllegalStateException::~IllegalStateException() = default;
 
-SharedLibraryException::SharedLibraryException(std::error_code code, std::string what, Bundle origin)
+SharedLibraryException::SharedLibraryException(std::error_code code, const std::string& what, Bundle origin)
     : std::system_error(code, what), origin_(std::move(origin))
 {}
 

@@ -50,11 +50,9 @@ class US_Framework_EXPORT Any
 public:
     Any() = default;
 
-    template <class T>
-    requires(!std::same_as<std::remove_cvref_t<T>, Any>)
-        // Implicit, as property lists are written {{"key", value}}.
-        Any(T&& value)
-        : content_(std::make_unique<Holder<std::remove_cvref_t<T>>>(std::forward<T>(value)))
+    // Implicit, as property lists are written {{"key", value}}.
+    template <class T, class = std::enable_if_t<!std::is_same_v<std::remove_cvref_t<T>, Any>>>
+    Any(T&& value) : content_(std::make_unique<Holder<std::remove_cvref_t<T>>>(std::forward<T>(value)))
     {}
 
     Any(const Any& other) : content_(other.content_ ? other.content_->Clone() : nullptr) {}
@@ -102,9 +100,7 @@ private:
     template <class T>
     struct Holder final : Placeholder
     {
-        template <class U>
-        explicit Holder(U&& initial) : value(std::forward<U>(initial))
-        {}
+        explicit Holder(T initial) : value(std::move(initial)) {}
         std::string ToString() const override
         {
             std::ostringstream text;

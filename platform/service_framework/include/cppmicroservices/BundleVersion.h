@@ -2,7 +2,6 @@
 
 #include <cppmicroservices/FrameworkExport.h>
 
-#include <compare>
 #include <iosfwd>
 #include <string>
 
@@ -34,8 +33,6 @@ public:
     int Compare(const BundleVersion& other) const;
 
 private:
-    std::strong_ordering operator<=>(const BundleVersion&) const = default;
-
     unsigned int major_;
     unsigned int minor_;
     unsigned int micro_;

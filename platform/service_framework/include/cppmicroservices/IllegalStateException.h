@@ -11,7 +11,7 @@ namespace cppmicroservices {
 class US_Framework_EXPORT IllegalStateException final : public std::runtime_error
 {
 public:
-    explicit IllegalStateException(std::string what);
+    explicit IllegalStateException(const std::string& what);
     IllegalStateException(const IllegalStateException&) noexcept;
     ~IllegalStateException() override;
 };

@@ -12,7 +12,7 @@ namespace cppmicroservices {
 class US_Framework_EXPORT SharedLibraryException final : public std::system_error
 {
 public:
-    explicit SharedLibraryException(std::error_code code, std::string what, Bundle origin);
+    explicit SharedLibraryException(std::error_code code, const std::string& what, Bundle origin);
     SharedLibraryException(const SharedLibraryException&);
     ~SharedLibraryException() override;
 

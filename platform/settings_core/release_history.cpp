@@ -1,22 +1,17 @@
-#include "release_history.hpp"
+#include <settings_core/release_history.hpp>
 
 #include <ranges>
 
-namespace vx::tool {
+namespace vx::core {
 
 namespace {
 
-using settings::core::ReleaseChangeTable;
-using settings::core::SettingsFileChange;
+using ::settings::core::ReleaseChangeTable;
+using ::settings::core::SettingsFileChange;
 
 bool leadsTo(const SettingsFileChange& change, std::string_view path)
 {
     return !change.to().empty() && change.to().front() == path;
-}
-
-bool isAtOrUnder(std::string_view path, std::string_view group)
-{
-    return path.starts_with(group) && (path.size() == group.size() || path[group.size()] == '.');
 }
 
 /// A move takes one setting; a removal takes a setting or everything in a group.
@@ -26,6 +21,11 @@ bool takes(const SettingsFileChange& change, std::string_view path)
 }
 
 }  // namespace
+
+bool isAtOrUnder(std::string_view path, std::string_view group) noexcept
+{
+    return path.starts_with(group) && (path.size() == group.size() || path[group.size()] == '.');
+}
 
 std::vector<ReleaseStep> movesTo(const ReleaseChangeTable& table, std::string_view path)
 {
@@ -60,4 +60,15 @@ std::vector<ReleaseStep> changesFrom(const ReleaseChangeTable& table, std::strin
     return steps;
 }
 
-}  // namespace vx::tool
+std::string describe(const std::vector<ReleaseStep>& steps)
+{
+    std::string text;
+    for (const ReleaseStep& step : steps) {
+        text += text.empty() ? "it was " : ", then ";
+        text += step.to.empty() ? "removed" : "moved to " + std::string(step.to);
+        text.append(" in ").append(step.release);
+    }
+    return text;
+}
+
+}  // namespace vx::core

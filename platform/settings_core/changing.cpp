@@ -1,0 +1,140 @@
+#include <settings_core/atomic_file.hpp>
+#include <settings_core/changing.hpp>
+#include <settings_core/layers.hpp>
+#include <settings_core/path_lookup.hpp>
+#include <settings_core/release_history.hpp>
+#include <settings_core/release_name.hpp>
+#include <settings_core/settings_file.hpp>
+#include <settings_core/validation.hpp>
+#include <settings_core/value_parsing.hpp>
+#include <settings_core/value_text.hpp>
+
+#include <utility>
+#include <vector>
+
+namespace vx::core {
+
+namespace {
+
+using foundation::verdixdata::Array;
+
+constexpr std::size_t valueWidth = 80;
+
+std::string accepted(const Node& setting)
+{
+    const std::string words = describeAccepted(setting.properties());
+    return words.empty() ? words : "; accepted: " + words;
+}
+
+Array read(const Node& setting, std::string_view value, Notation notation)
+{
+    const ValueForm form = valueFormOf(setting);
+    try {
+        return notation == Notation::json ? parseJsonValue(value, form) : parseValue(value, form);
+    } catch (const TextError& error) {
+        const std::size_t column = positionAt(value, error.offset()).column;
+        throw ValueRefused(setting.fullName() + " cannot be " + std::string(value) + ": column " +
+                           std::to_string(column) + ": " + error.what() + accepted(setting));
+    }
+}
+
+void requireAccepted(const Node& setting, const Array& value)
+{
+    const Verdict verdict = checkValue(setting, value);
+    if (!verdict.accepted()) {
+        throw ValueRefused(setting.fullName() + " cannot be " + shortValueText(value, valueWidth) + ": " +
+                           verdict.message + accepted(setting));
+    }
+}
+
+std::string newestName(const ::settings::core::ReleaseChangeTable& releases)
+{
+    const auto newest = newestRelease(releases);
+    return newest ? toText(*newest) : std::string();
+}
+
+}  // namespace
+
+SettingsChanger::SettingsChanger(const SettingsTree& tree,
+                                 const ::settings::core::ReleaseChangeTable& releases,
+                                 std::filesystem::path file)
+    : tree_(tree), releases_(releases), file_(std::move(file))
+{}
+
+const Node& SettingsChanger::changeable(std::string_view path) const
+{
+    const Node& setting = settingBehind(tree_, nodeAt(tree_, releases_, path));
+    if (setting.properties().readOnly.value()) {
+        throw std::runtime_error(setting.fullName() + " is read-only: its value cannot be changed");
+    }
+    return setting;
+}
+
+const Node& SettingsChanger::set(std::string_view path, Array value)
+{
+    const Node& setting = changeable(path);
+    store(setting, adaptValue(setting, std::move(value)));
+    return setting;
+}
+
+const Node& SettingsChanger::set(std::string_view path, std::string_view value, Notation notation)
+{
+    const Node& setting = changeable(path);
+    store(setting, read(setting, value, notation));
+    return setting;
+}
+
+void SettingsChanger::store(const Node& setting, const Array& value)
+{
+    requireAccepted(setting, value);
+    LockedFile locked(file_);
+    const SettingsFile file =
+        parseSettingsFile(locked.content().value_or(emptySettingsFile(newestName(releases_))), file_);
+    SettingsFileEdit edit(file);
+    edit.set(setting.fullName(), valueToJson(value));
+    locked.replace(edit.text());
+}
+
+template <class Belongs>
+std::size_t SettingsChanger::removeWhere(Belongs belongs)
+{
+    if (!readFile(file_)) {
+        return 0;
+    }
+    LockedFile locked(file_);
+    if (!locked.content()) {
+        return 0;
+    }
+    const SettingsFile file = parseSettingsFile(*locked.content(), file_);
+    SettingsFileEdit edit(file);
+    std::size_t count = 0;
+    for (const JsonMember& setting : file.settings()) {
+        count += belongs(setting.name) && edit.remove(setting.name) ? 1 : 0;
+    }
+    if (count != 0) {
+        locked.replace(edit.text());
+    }
+    return count;
+}
+
+std::size_t SettingsChanger::reset(std::string_view path)
+{
+    std::string full = fullPath(tree_, path);
+    const Node* node = tree_.find(full);
+    if (node != nullptr && node->kind() == NodeKind::alias) {
+        full = settingBehind(tree_, *node).fullName();
+    }
+    const std::size_t count =
+        removeWhere([&full](std::string_view setting) { return isAtOrUnder(setting, full); });
+    if (count == 0 && node == nullptr) {
+        static_cast<void>(nodeAt(tree_, releases_, path));  // says what is wrong with the path
+    }
+    return count;
+}
+
+std::size_t SettingsChanger::resetAll()
+{
+    return removeWhere([](std::string_view) { return true; });
+}
+
+}  // namespace vx::core

@@ -1,0 +1,180 @@
+#include <settings_core/atomic_file.hpp>
+#include <settings_core/layers.hpp>
+#include <settings_core/path_lookup.hpp>
+#include <settings_core/run_time_default.hpp>
+#include <settings_core/stored_value.hpp>
+#include <settings_core/text_position.hpp>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+#include <stdexcept>
+#include <utility>
+
+namespace vx::core {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::array fileLayers{Layer::personal, Layer::installation};  // the winner first
+
+std::string_view environment(const char* variable)
+{
+    const char* value = std::getenv(variable);
+    return value == nullptr ? std::string_view() : std::string_view(value);
+}
+
+fs::path settingsIn(const fs::path& folder)
+{
+    return folder / "verdix" / "settings.json";
+}
+
+/// Relative folders are not to be used there.
+bool isUsable(std::string_view folder)
+{
+    return folder.starts_with('/');
+}
+
+fs::path personalFile()
+{
+    const std::string_view folder = environment("XDG_CONFIG_HOME");
+    return settingsIn(isUsable(folder) ? fs::path(folder) : fs::path(environment("HOME")) / ".config");
+}
+
+fs::path installationFile()
+{
+    std::string_view folders = environment("XDG_CONFIG_DIRS");
+    fs::path first;
+    while (!folders.empty()) {
+        const std::string_view folder = folders.substr(0, folders.find(':'));
+        folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
+        std::error_code ignored;
+        if (isUsable(folder) && fs::exists(settingsIn(folder), ignored)) {
+            return settingsIn(folder);
+        }
+        first = first.empty() && isUsable(folder) ? settingsIn(folder) : first;
+    }
+    return first.empty() ? settingsIn("/etc/xdg") : first;
+}
+
+LayerValue factoryValueOf(const Node& setting)
+{
+    LayerValue factory;
+    try {
+        DefaultValue value = defaultValue(setting);
+        factory.value = std::move(value.value);
+        factory.source = std::move(value.source);
+    } catch (const std::runtime_error& error) {
+        factory.faults.emplace_back(error.what());
+    }
+    return factory;
+}
+
+}  // namespace
+
+std::string_view layerWord(Layer layer) noexcept
+{
+    constexpr std::array<std::string_view, 3> words{"factory", "installation", "personal"};
+    return words[static_cast<std::size_t>(layer)];
+}
+
+LayerFiles defaultLayerFiles()
+{
+    return {installationFile(), personalFile()};
+}
+
+SettingsFile parseSettingsFile(std::string text, const fs::path& file)
+{
+    try {
+        return SettingsFile(text);
+    } catch (const TextError& error) {
+        throw std::runtime_error(located(file, text, error.offset(), error.what()));
+    }
+}
+
+std::optional<SettingsFile> loadSettingsFile(const fs::path& file)
+{
+    std::optional<std::string> text = readFile(file);
+    return text ? std::optional(parseSettingsFile(*std::move(text), file)) : std::nullopt;
+}
+
+const fs::path& Layers::fileOf(Layer layer) const noexcept
+{
+    return layer == Layer::personal ? files_.personal : files_.installation;
+}
+
+const std::optional<SettingsFile>& Layers::fileAt(Layer layer)
+{
+    FileLayer& read = read_[layer == Layer::personal ? 1 : 0];
+    if (!read.isRead) {
+        read.file = loadSettingsFile(fileOf(layer));
+        read.isRead = true;
+    }
+    return read.file;
+}
+
+std::optional<LayerValue> Layers::valueIn(Layer layer, const Node& setting)
+{
+    const std::optional<SettingsFile>& file = fileAt(layer);
+    const JsonMember* member = file ? file->find(setting.fullName()) : nullptr;
+    if (member == nullptr) {
+        return std::nullopt;
+    }
+    StoredValue stored = readStoredValue(setting, *member);
+    LayerValue value{layer, std::move(stored.value), fileOf(layer).string()};
+    for (const ValueFault& fault : stored.faults) {
+        value.faults.push_back(
+            located(fileOf(layer), file->text(), fault.offset, setting.fullName() + ": " + fault.message));
+    }
+    return value;
+}
+
+std::vector<LayerValue> Layers::valuesOf(const Node& node)
+{
+    const Node& setting = settingBehind(tree_, node);
+    std::vector<LayerValue> values;
+    if (LayerValue factory = factoryValueOf(setting); factory.value.isAssigned() || !factory.faults.empty()) {
+        values.push_back(std::move(factory));
+    }
+    for (const Layer layer : {Layer::installation, Layer::personal}) {
+        if (auto value = valueIn(layer, setting)) {
+            values.push_back(*std::move(value));
+        }
+    }
+    return values;
+}
+
+LayerValue Layers::effective(const Node& node)
+{
+    const Node& setting = settingBehind(tree_, node);
+    std::vector<std::string> passedOver;
+    const auto passOver = [&passedOver](LayerValue& value) {
+        std::move(value.faults.begin(), value.faults.end(), std::back_inserter(passedOver));
+    };
+    for (const Layer layer : fileLayers) {
+        std::optional<LayerValue> value = valueIn(layer, setting);
+        if (value && value->counts()) {
+            value->faults = std::move(passedOver);
+            return *std::move(value);
+        }
+        if (value) {
+            passOver(*value);
+        }
+    }
+    LayerValue factory = factoryValueOf(setting);
+    passOver(factory);
+    factory.faults = std::move(passedOver);
+    return factory;
+}
+
+bool Layers::isStated(const Node& setting)
+{
+    const auto states = [&](Layer layer) {
+        const auto& file = fileAt(layer);
+        return file && file->find(setting.fullName()) != nullptr;
+    };
+    return states(Layer::personal) || states(Layer::installation);
+}
+
+}  // namespace vx::core

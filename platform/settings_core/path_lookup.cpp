@@ -1,0 +1,57 @@
+#include <settings_core/nearest.hpp>
+#include <settings_core/path_lookup.hpp>
+#include <settings_core/release_history.hpp>
+
+namespace vx::core {
+
+using ::settings::core::ReleaseChangeTable;
+
+std::string fullPath(const SettingsTree& tree, std::string_view path)
+{
+    const std::string& root = tree.root()->fullName();
+    return isAtOrUnder(path, root) ? std::string(path) : root + "." + std::string(path);
+}
+
+const Node& nodeAt(const SettingsTree& tree, const ReleaseChangeTable& releases, std::string_view path)
+{
+    const std::string full = fullPath(tree, path);
+    if (const Node* found = tree.find(full)) {
+        return *found;
+    }
+    throw UnknownPath("no such path: " + std::string(path) + "; " + explainMissing(tree, releases, full));
+}
+
+std::string explainMissing(const SettingsTree& tree, const ReleaseChangeTable& releases,
+                           std::string_view path)
+{
+    const auto steps = changesFrom(releases, path);
+    if (!steps.empty()) {
+        return describe(steps);
+    }
+    const auto near = nearestPaths(path, tree);
+    return near.empty() ? "see the paths there are with: vxsettings list" : didYouMean(near);
+}
+
+const Node& settingBehind(const SettingsTree& tree, const Node& node)
+{
+    const Node* setting = &node;
+    // A chain longer than the tree goes round in a circle.
+    for (std::size_t steps = 0; setting->kind() == NodeKind::alias; ++steps) {
+        const std::string& target = setting->properties().aliasName();
+        const Node* next = tree.find(target);
+        if (next == nullptr || steps > tree.nodes().size()) {
+            throw std::runtime_error(setting->fullName() + " is an alias of " + target +
+                                     (next == nullptr ? ", which is not in this tree: unresolved"
+                                                      : ", which leads back to it: unresolved"));
+        }
+        setting = next;
+    }
+    if (setting->kind() == NodeKind::group) {
+        throw std::runtime_error(setting->fullName() +
+                                 " is a group; see what is in it with: vxsettings tree " +
+                                 setting->fullName());
+    }
+    return *setting;
+}
+
+}  // namespace vx::core

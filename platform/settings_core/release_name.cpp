@@ -1,0 +1,49 @@
+#include <settings_core/release_name.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <stdexcept>
+
+namespace vx::core {
+
+std::optional<ReleaseName> parseReleaseName(std::string_view text) noexcept
+{
+    constexpr std::size_t length = 6;
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    if (text.size() != length || text[0] != 'R' || (text[5] != 'a' && text[5] != 'b') ||
+        !std::all_of(text.begin() + 1, text.begin() + 5, isDigit))
+    {
+        return std::nullopt;
+    }
+    ReleaseName release{0, text[5]};
+    std::from_chars(text.data() + 1, text.data() + 5, release.year);
+    return release;
+}
+
+std::string toText(const ReleaseName& release)
+{
+    std::string digits = std::to_string(release.year);
+    digits.insert(0, digits.size() < 4 ? 4 - digits.size() : 0, '0');
+    return "R" + digits + release.half;
+}
+
+ReleaseName releaseOf(const ::settings::core::ReleaseChangeSet& set)
+{
+    const auto release = parseReleaseName(set.release);
+    if (!release) {
+        throw std::runtime_error("the table of release changes names the release \"" + set.release +
+                                 "\": correct it to R, the year and a or b.");
+    }
+    return *release;
+}
+
+std::optional<ReleaseName> newestRelease(const ::settings::core::ReleaseChangeTable& table)
+{
+    std::optional<ReleaseName> newest;
+    for (const auto& [index, set] : table) {
+        newest = std::max(newest, std::optional(releaseOf(set)));
+    }
+    return newest;
+}
+
+}  // namespace vx::core

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <foundation/export.hpp>
+#include <settings/core/settings_file_change.hpp>
+
+#include <compare>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vx::core {
+
+/// A release of the environment, two a year: R2022a, R2022b. Earlier ones are less.
+struct ReleaseName
+{
+    int year = 0;
+    char half = 'a';
+
+    [[nodiscard]] friend auto operator<=>(const ReleaseName&, const ReleaseName&) = default;
+};
+
+/// Nothing for a text that is not R, four digits and a or b.
+[[nodiscard]] VX_API std::optional<ReleaseName> parseReleaseName(std::string_view text) noexcept;
+
+[[nodiscard]] VX_API std::string toText(const ReleaseName& release);
+
+/// The newest release that the table has changes of; nothing for an empty table. Raises std::runtime_error
+/// for a table with a name that is no release.
+[[nodiscard]] VX_API std::optional<ReleaseName>
+newestRelease(const ::settings::core::ReleaseChangeTable& table);
+
+/// The name of a release of the table. Raises std::runtime_error when it is none.
+[[nodiscard]] VX_API ReleaseName releaseOf(const ::settings::core::ReleaseChangeSet& set);
+
+}  // namespace vx::core

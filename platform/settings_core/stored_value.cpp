@@ -1,0 +1,40 @@
+#include <settings_core/stored_value.hpp>
+#include <settings_core/validation.hpp>
+#include <settings_core/value_parsing.hpp>
+
+namespace vx::core {
+
+namespace {
+
+void addRefusals(const Node& setting, const JsonMember& member, StoredValue& stored)
+{
+    Verdict verdict = checkValue(setting, stored.value);
+    if (!verdict.accepted() && setting.properties().errorHandler) {
+        stored.faults.push_back({member.value.offset, std::move(verdict.message)});
+        return;
+    }
+    for (Failure& failure : verdict.failures) {
+        stored.faults.push_back({member.value.offset, std::move(failure.message)});
+    }
+}
+
+}  // namespace
+
+StoredValue readStoredValue(const Node& setting, const JsonMember& member)
+{
+    StoredValue stored;
+    if (setting.properties().readOnly.value()) {
+        stored.faults.push_back({member.offset, "is read-only: remove it from the file"});
+    }
+    try {
+        stored.value = valueFromJson(member.value, valueFormOf(setting));
+        addRefusals(setting, member, stored);
+    } catch (const TextError& error) {
+        const std::string accepted = describeAccepted(setting.properties());
+        stored.faults.push_back(
+            {error.offset(), error.what() + (accepted.empty() ? accepted : "; accepted: " + accepted)});
+    }
+    return stored;
+}
+
+}  // namespace vx::core

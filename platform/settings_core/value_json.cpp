@@ -1,0 +1,174 @@
+#include <data/views.hpp>
+#include <foundation/verdixdata/array_factory.hpp>
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <settings_core/value_literals.hpp>
+#include <settings_core/value_parsing.hpp>
+#include <settings_core/value_text.hpp>
+#include <stdexcept>
+#include <utility>
+
+namespace vx::core {
+
+namespace {
+
+using namespace foundation::verdixdata;
+
+Literal literalOf(const JsonValue& json)
+{
+    switch (json.kind) {
+    case JsonKind::text:
+        return {.offset = json.offset, .isText = true, .text = decodedText(json)};
+    case JsonKind::array:
+        throw TextError(json.offset, "expected lists either of values or of lists of the same length");
+    case JsonKind::object:
+        throw TextError(json.offset, "expected a value or a list, not an object");
+    case JsonKind::null:
+    case JsonKind::boolean:
+    case JsonKind::number:
+        break;
+    }
+    return {.offset = json.offset, .word = json.text};
+}
+
+void appendRow(LiteralGrid& grid, const std::vector<JsonValue>& elements)
+{
+    for (const JsonValue& element : elements) {
+        grid.literals.push_back(literalOf(element));
+    }
+}
+
+void appendRows(LiteralGrid& grid, const std::vector<JsonValue>& rows)
+{
+    grid.rows = rows.size();
+    grid.columns = rows.front().elements.size();
+    for (const JsonValue& row : rows) {
+        if (row.kind != JsonKind::array || row.elements.size() != grid.columns) {
+            throw TextError(row.offset, "expected a list of " + std::to_string(grid.columns) +
+                                            " elements as in the first row");
+        }
+        appendRow(grid, row.elements);
+    }
+}
+
+LiteralGrid gridOf(const JsonValue& json)
+{
+    LiteralGrid grid;
+    grid.offset = json.offset;
+    if (json.kind != JsonKind::array) {
+        grid.columns = 1;
+        grid.literals.push_back(literalOf(json));
+        return grid;
+    }
+    grid.brackets = Brackets::square;
+    if (!json.elements.empty() && json.elements.front().kind == JsonKind::array) {
+        appendRows(grid, json.elements);
+    } else {
+        grid.columns = json.elements.size();
+        appendRow(grid, json.elements);
+    }
+    return grid;
+}
+
+void append(std::string& json, bool element)
+{
+    json += element ? "true" : "false";
+}
+
+void append(std::string& json, double element)
+{
+    if (element == 0 && std::signbit(element)) {
+        json += "-0";
+    } else if (std::isfinite(element)) {
+        json += numberText(element);
+    } else {
+        json.append(1, '"').append(numberText(element)).append(1, '"');
+    }
+}
+
+template <data::Number Integer>
+void append(std::string& json, Integer element)
+{
+    std::array<char, 24> buffer;
+    json.append(buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), element).ptr);
+}
+
+void append(std::string& json, const String& element)
+{
+    json += element ? jsonLiteral(*element) : "null";
+}
+
+void append(std::string& json, const Array& element)
+{
+    if (element.getType() != ArrayType::CHAR || !data::isRow(element)) {
+        throw std::invalid_argument("a settings file can hold no cell of anything but texts");
+    }
+    json += jsonLiteral(*data::textOf(element));
+}
+
+/// The elements of one row of a matrix, which is stored column by column.
+template <class T>
+void appendRow(std::string& json, const T* first, std::size_t rows, std::size_t columns)
+{
+    json += '[';
+    for (std::size_t column = 0; column < columns; ++column) {
+        json += column == 0 ? "" : ", ";
+        append(json, first[column * rows]);
+    }
+    json += ']';
+}
+
+template <class T>
+std::string elementsToJson(const Array& value)
+{
+    const auto elements = data::elementsOf<T>(value);
+    const std::size_t rows = value.getDimensions()[0];
+    std::string json;
+    if (data::isScalar(value) && value.getType() != ArrayType::CELL) {
+        append(json, elements.front());
+        return json;
+    }
+    json += rows == 1 ? "" : "[";
+    for (std::size_t row = 0; row < rows; ++row) {
+        json += row == 0 ? "" : ", ";
+        appendRow(json, elements.data() + row, rows, value.getDimensions()[1]);
+    }
+    return json += rows == 1 ? "" : "]";
+}
+
+void requireJsonForm(const Array& value)
+{
+    const bool isOneRow = value.getType() == ArrayType::CHAR || value.getType() == ArrayType::CELL;
+    if (!value.isAssigned() || value.getDimensions().size() != 2 || value.getDimensions()[0] == 0 ||
+        (isOneRow && !data::isRow(value))) {
+        throw std::invalid_argument("a settings file can hold no value of this shape: " + shapeText(value));
+    }
+}
+
+}  // namespace
+
+Array valueFromJson(const JsonValue& json, const ValueForm& form)
+{
+    return arrayOf(gridOf(json), form);
+}
+
+Array parseJsonValue(std::string_view text, const ValueForm& form)
+{
+    return valueFromJson(readJson(text), form);
+}
+
+std::string valueToJson(const Array& value)
+{
+    requireJsonForm(value);
+    return data::visitElementType(value.getType(), [&value]<class T>(std::type_identity<T>) -> std::string {
+        if constexpr (std::same_as<T, char16_t>) {
+            return jsonLiteral(*data::textOf(value));
+        } else {
+            return elementsToJson<T>(value);
+        }
+    });
+}
+
+}  // namespace vx::core

@@ -1,0 +1,197 @@
+#include <foundation/verdixdata/text.hpp>
+#include <verdix/settings/internal/values.hpp>
+
+#include <algorithm>
+#include <settings_core/value_literals.hpp>
+#include <settings_core/value_parsing.hpp>
+#include <utility>
+
+namespace vx::core {
+
+namespace {
+
+using foundation::verdixdata::Array;
+using foundation::verdixdata::ArrayType;
+
+constexpr std::string_view blanks = " \t\r\n";
+
+constexpr bool isQuote(char c)
+{
+    return c == '"' || c == '\'';
+}
+
+/// Reads literals and brackets of the scripting language's form.
+class LiteralReader
+{
+public:
+    explicit LiteralReader(std::string_view text) : text_(text) { skipBlanks(); }
+
+    LiteralGrid value()
+    {
+        LiteralGrid grid;
+        grid.offset = at_;
+        if (peek() == '[' || peek() == '{') {
+            bracketed(grid);
+        } else {
+            grid.literals.push_back(literal("a value"));
+            grid.columns = 1;
+        }
+        skipBlanks();
+        if (at_ != text_.size()) {
+            fail("expected nothing more");
+        }
+        return grid;
+    }
+
+private:
+    [[noreturn]] void fail(const std::string& message) const { throw TextError(at_, message); }
+
+    [[nodiscard]] char peek() const noexcept { return at_ < text_.size() ? text_[at_] : '\0'; }
+
+    void skipBlanks() noexcept { at_ = std::min(text_.find_first_not_of(blanks, at_), text_.size()); }
+
+    void bracketed(LiteralGrid& grid)
+    {
+        const char close = peek() == '[' ? ']' : '}';
+        grid.brackets = close == ']' ? Brackets::square : Brackets::curly;
+        ++at_;
+        skipBlanks();
+        if (peek() != close) {
+            rows(grid, close);
+        }
+        ++at_;
+    }
+
+    void rows(LiteralGrid& grid, char close)
+    {
+        grid.columns = row(grid, close);
+        while (peek() == ';') {
+            ++at_;
+            skipBlanks();
+            const std::size_t start = at_;
+            const std::size_t columns = row(grid, close);
+            ++grid.rows;
+            if (columns != grid.columns) {
+                throw TextError(start, "row " + std::to_string(grid.rows) + " has " + std::to_string(columns) +
+                                           " elements, expected " + std::to_string(grid.columns) +
+                                           " as in the first row");
+            }
+        }
+    }
+
+    /// Reads up to the row's end, which it leaves; returns the number of elements.
+    std::size_t row(LiteralGrid& grid, char close)
+    {
+        std::size_t count = 0;
+        bool ended = false;
+        while (!ended) {
+            grid.literals.push_back(literal("an element"));
+            ++count;
+            ended = !separator(close);
+        }
+        return count;
+    }
+
+    /// Whether another element must follow in this row.
+    bool separator(char close)
+    {
+        const std::size_t start = at_;
+        skipBlanks();
+        if (peek() == ',') {
+            ++at_;
+            skipBlanks();
+            return true;
+        }
+        if (peek() == ';' || peek() == close) {
+            return false;
+        }
+        if (at_ == text_.size() || at_ == start) {
+            fail(std::string("expected a blank, \",\", \";\" or \"") + close + "\" after an element");
+        }
+        return true;
+    }
+
+    Literal literal(const char* what)
+    {
+        Literal result;
+        result.offset = at_;
+        if (isQuote(peek())) {
+            result.isText = true;
+            result.text = quoted();
+            return result;
+        }
+        const std::size_t end = std::min(text_.find_first_of(" \t\r\n,;[]{}\"'", at_), text_.size());
+        if (end == at_) {
+            fail(std::string("expected ") + what);
+        }
+        result.word = text_.substr(at_, end - at_);
+        at_ = end;
+        return result;
+    }
+
+    std::u16string quoted()
+    {
+        const char quote = peek();
+        std::string content;
+        for (;;) {
+            const std::size_t end = text_.find(quote, ++at_);
+            if (end == std::string_view::npos) {
+                at_ = text_.size();
+                fail(std::string("expected a closing ") + quote);
+            }
+            content.append(text_, at_, end - at_);
+            at_ = end + 1;
+            if (peek() != quote) {
+                return foundation::verdixdata::toUtf16(content);
+            }
+            content += quote;
+        }
+    }
+
+    std::string_view text_;
+    std::size_t at_ = 0;
+};
+
+/// A text stands without quotes where nothing else than a text can be meant.
+bool isBareText(std::string_view text, const ValueForm& form)
+{
+    const std::size_t start = std::min(text.find_first_not_of(blanks), text.size());
+    const char first = start < text.size() ? text[start] : '\0';
+    if (isQuote(first)) {
+        return false;
+    }
+    if (form.elementClass == ArrayType::CHAR) {
+        return true;
+    }
+    const bool isNumberLike = first == '+' || first == '-' || first == '.' || (first >= '0' && first <= '9');
+    const bool isBracketed = first == '[' || first == '{';
+    if (form.elementClass == ArrayType::STRING) {
+        return !isBracketed;
+    }
+    if (!form.elementClass) {
+        const std::string_view word = text.substr(start, text.find_last_not_of(blanks) + 1 - start);
+        return !isBracketed && !isNumberLike && word != "true" && word != "false";
+    }
+    return form.acceptsWords && !isBracketed && !isNumberLike;
+}
+
+LiteralGrid textAlone(std::string_view text)
+{
+    LiteralGrid grid;
+    grid.columns = 1;
+    grid.literals.push_back({.isText = true, .text = foundation::verdixdata::toUtf16(text)});
+    return grid;
+}
+
+}  // namespace
+
+Array parseValue(std::string_view text, const ValueForm& form)
+{
+    const std::size_t wellFormed = wellFormedLength(text);
+    if (wellFormed != text.size()) {
+        throw TextError(wellFormed, "a byte that is not UTF-8");
+    }
+    return arrayOf(isBareText(text, form) ? textAlone(text) : LiteralReader(text).value(), form);
+}
+
+}  // namespace vx::core

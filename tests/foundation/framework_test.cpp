@@ -1,0 +1,74 @@
+#include <foundation/cppmicroservices/framework.hpp>
+#include <foundation/host.hpp>
+
+#include <cppmicroservices/ServiceProperties.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <tests/support/running_framework.hpp>
+
+struct Probe
+{};
+
+namespace {
+
+namespace detail = foundation::cppmicroservices::detail;
+using foundation::cppmicroservices::getFramework;
+using foundation::cppmicroservices::perConfigProperty;
+using foundation::host::setAssertionHook;
+using foundation::host::setMessageHook;
+
+TEST(Framework, IsThereFromTheMomentAHostNamesIt)
+{
+    EXPECT_THROW(static_cast<void>(getFramework()), std::logic_error);
+    {
+        const tests::RunningFramework framework;
+        EXPECT_NE(getFramework(), nullptr);
+    }
+    EXPECT_THROW(static_cast<void>(getFramework()), std::logic_error);
+}
+
+TEST(Framework, MessagesAreComposedForAListenerOnly)
+{
+    int composed = 0;
+    const auto text = [&composed] { return std::to_string(++composed); };
+    detail::logMessage(text);
+    std::vector<std::string> heard;
+    EXPECT_FALSE(setMessageHook([&heard](const std::string& message) { heard.push_back(message); }));
+    detail::logMessage(text);
+    EXPECT_TRUE(setMessageHook(nullptr));
+    detail::logMessage(text);
+    EXPECT_THAT(heard, testing::ElementsAre("1"));
+}
+
+TEST(Framework, FailedAssertionsReachTheHookOrElseTheLog)
+{
+    std::vector<std::string> heard;
+    setAssertionHook([&heard](const std::string& message) { heard.push_back(message); });
+    detail::assertOnFalse([] { return true; }, "kept");
+    detail::assertOnFalse([] { return false; }, "broken");
+    setAssertionHook(nullptr);
+    EXPECT_THAT(heard, testing::ElementsAre("broken"));
+
+    testing::internal::CaptureStderr();
+    detail::assertOnFalse([] { return false; }, "unheard");
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::HasSubstr("error: unheard"));
+}
+
+TEST(Framework, AServiceOfOneConfigurationIsMarkedByItsProperty)
+{
+    const tests::RunningFramework framework;
+    auto context = framework.context();
+    const auto marked = [&](cppmicroservices::ServiceProperties properties) {
+        auto registration = context.RegisterService<Probe>(std::make_shared<Probe>(), std::move(properties));
+        const bool result = detail::isPerConfigService(registration.GetReference());
+        registration.Unregister();
+        return result;
+    };
+    EXPECT_TRUE(marked({{perConfigProperty, true}}));
+    EXPECT_FALSE(marked({{perConfigProperty, false}}));
+    EXPECT_FALSE(marked({{perConfigProperty, std::string("true")}}));
+    EXPECT_FALSE(marked({}));
+}
+
+}  // namespace

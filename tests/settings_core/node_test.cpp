@@ -1,0 +1,131 @@
+#include <settings_core/settings_tree.hpp>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <tests/settings_core/new_setting.hpp>
+#include <tests/support/failing_allocation.hpp>
+
+namespace {
+
+using tests::noProperties;
+using vx::core::NodeKind;
+using vx::core::SettingsTree;
+
+std::vector<std::string> pathsOf(const SettingsTree& tree)
+{
+    std::vector<std::string> paths;
+    for (const vx::core::Node* node : tree.nodes()) {
+        paths.push_back(node->fullName());
+    }
+    return paths;
+}
+
+std::string refusal(settings::core::MSettings& parent, const std::string& name)
+{
+    try {
+        parent.createFactorySetting(name, true, noProperties());
+    } catch (const std::invalid_argument& error) {
+        return error.what();
+    }
+    return "created";
+}
+
+TEST(Node, IsFoundByItsPathAndStandsInCreationOrder)
+{
+    SettingsTree tree("root");
+    const auto b = tree.root()->createFactorySetting("b", false, noProperties());
+    b->createFactorySetting("Two", true, noProperties());
+    const auto a = tree.root()->createFactorySetting("a", false, noProperties());
+    a->createFactorySetting("Two", true, noProperties());
+    b->createFactorySetting("One", true, noProperties());
+
+    EXPECT_THAT(pathsOf(tree),
+                testing::ElementsAre("root.b", "root.b.Two", "root.a", "root.a.Two", "root.b.One"));
+    const vx::core::Node* node = tree.find("root.b.One");
+    ASSERT_NE(node, nullptr);
+    EXPECT_EQ(node->name(), "One");
+    EXPECT_EQ(node->kind(), NodeKind::setting);
+    EXPECT_EQ(node->parent(), tree.find("root.b"));
+    EXPECT_EQ(node->parent()->children().back().get(), node);
+    EXPECT_EQ(tree.find("root"), tree.root().get());
+    EXPECT_EQ(tree.root()->name(), "root");
+    EXPECT_EQ(tree.find("root.b.one"), nullptr);
+}
+
+TEST(Node, RefusesNamesThatCannotBe)
+{
+    SettingsTree tree("root");
+    const auto group = tree.root()->createFactorySetting("g", false, noProperties());
+    const auto setting = group->createFactorySetting("Twice", true, noProperties());
+    EXPECT_EQ(refusal(*group, "Twice"),
+              "root.g.Twice exists already: a name can be used once under one group, so "
+              "rename this node or remove the other.");
+    const std::string advice =
+        "is not the name of a node: give one component of a path, not empty and without dots.";
+    EXPECT_EQ(refusal(*group, "a.b"), "\"a.b\" under root.g " + advice);
+    EXPECT_EQ(refusal(*group, ""), "\"\" under root.g " + advice);
+    EXPECT_EQ(refusal(*setting, "Child"),
+              "root.g.Twice is a setting and cannot have the child \"Child\": create it under a group.");
+    EXPECT_THROW(SettingsTree("a.b"), std::invalid_argument);
+    EXPECT_THAT(pathsOf(tree), testing::ElementsAre("root.g", "root.g.Twice"));
+}
+
+TEST(Node, FailedAllocationsLeaveTheTreeAsItWas)
+{
+    SettingsTree tree("root");
+    tests::Properties properties = noProperties();
+    properties.valueValidators = {{.allowedValues = {u"a word longer than a string holds by itself"}}};
+    for (int i = 0; i < 40; ++i) {
+        const std::string name = "a_name_longer_than_a_string_holds_" + std::to_string(i);
+        const std::size_t failures = tests::failEveryAllocation(
+            [&] { tree.root()->createFactorySetting(name, true, properties); },
+            [&] {
+                EXPECT_EQ(tree.nodes().size(), static_cast<std::size_t>(i));
+                EXPECT_EQ(tree.root()->children().size(), static_cast<std::size_t>(i));
+                EXPECT_EQ(tree.find("root." + name), nullptr);
+            });
+        EXPECT_GT(failures, 3U);
+        EXPECT_NE(tree.find("root." + name), nullptr);
+    }
+}
+
+TEST(Node, IsHiddenByItsWrittenFlagOrAGroupAbove)
+{
+    SettingsTree tree("root");
+    auto hidden = noProperties();
+    hidden.visible = false;
+    auto shown = noProperties();
+    shown.visible = true;
+    const auto group = tree.root()->createFactorySetting("g", false, hidden);
+    group->createFactorySetting("Inside", true, shown);
+    tree.root()->createFactorySetting("Unsaid", true, noProperties());
+    EXPECT_TRUE(tree.find("root.g")->isHiddenItself());
+    EXPECT_FALSE(tree.find("root.g.Inside")->isHiddenItself());
+    EXPECT_TRUE(tree.find("root.g.Inside")->isHidden());
+    EXPECT_FALSE(tree.find("root.Unsaid")->isHidden());
+}
+
+TEST(Node, AnAliasLeadsToItsTargetOrNowhere)
+{
+    SettingsTree tree("root");
+    tree.root()->createFactorySetting("Target", true, noProperties());
+    const auto alias = [&tree](const std::string& name, std::string target) {
+        auto properties = noProperties();
+        properties.setAliasName(std::move(target));
+        tree.root()->createFactorySetting(name, true, properties);
+        return vx::core::followAlias(tree, *tree.find("root." + name));
+    };
+    const vx::core::Node* target = tree.find("root.Target");
+    EXPECT_EQ(alias("Direct", "root.Target"), target);
+    EXPECT_EQ(alias("OverAnother", "root.Direct"), target);
+    EXPECT_EQ(alias("Outside", "elsewhere.Target"), nullptr);
+    EXPECT_EQ(alias("Itself", "root.Itself"), nullptr);
+    EXPECT_EQ(alias("Round", "root.About"), nullptr);
+    EXPECT_EQ(alias("About", "root.Round"), nullptr);
+    EXPECT_EQ(vx::core::followAlias(tree, *target), target);
+    EXPECT_EQ(tree.find("root.Direct")->kind(), NodeKind::alias);
+}
+
+}  // namespace

@@ -1,0 +1,296 @@
+// Layers, changing and checking over the tree that the real bundle builds.
+
+#include <data/views.hpp>
+#include <settings_core/atomic_file.hpp>
+#include <settings_core/changing.hpp>
+#include <settings_core/file_check.hpp>
+#include <settings_core/layers.hpp>
+#include <settings_core/path_lookup.hpp>
+#include <settings_core/validation.hpp>
+#include <settings_core/value_text.hpp>
+
+#include <foundation/verdixdata/array_factory.hpp>
+#include <foundation/verdixdata/text.hpp>
+#include <settings/core/factory_settings_loader.hpp>
+#include <verdix/settings/internal/values.hpp>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <tests/support/running_framework.hpp>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace foundation::verdixdata;
+using verdix::settings::internal::cellstr;
+using verdix::settings::internal::charvec;
+using vx::core::Node;
+using vx::core::NodeKind;
+
+struct LiveLayersTest : testing::Test
+{
+    LiveLayersTest()
+    {
+        framework.start(VX_BUNDLE_FILE);
+        auto context = framework.context();
+        const auto reference = context.GetServiceReference<settings::core::FactorySettingsLoader>();
+        loader = context.GetService(reference);
+        tree = std::make_unique<vx::core::SettingsTree>(vx::core::loadTree(*loader));
+        releases = vx::core::loadReleaseChanges(*loader);
+        // Thousands of files are flushed: memory is as good for that as a disk, and a hundred times as fast.
+        const fs::path memory = "/dev/shm";
+        std::string pattern =
+            ((fs::is_directory(memory) ? memory : fs::temp_directory_path()) / "layers_XXXXXX").string();
+        folder = ::mkdtemp(pattern.data());
+        files = {folder / "installation.json", folder / "personal" / "settings.json"};
+    }
+    ~LiveLayersTest() override { fs::remove_all(folder); }
+
+    void write(const fs::path& file, const std::string& text) const
+    {
+        vx::core::LockedFile(file).replace(text);
+    }
+
+    [[nodiscard]] vx::core::SettingsChanger changer() const { return {*tree, releases, files.personal}; }
+
+    tests::RunningFramework framework;
+    std::shared_ptr<settings::core::FactorySettingsLoader> loader;
+    std::unique_ptr<vx::core::SettingsTree> tree;
+    settings::core::ReleaseChangeTable releases;
+    fs::path folder;
+    vx::core::LayerFiles files;
+};
+
+template <class T>
+Array changedNumbers(const Array& value, double (*change)(double))
+{
+    TypedArray<T> numbers(value);
+    for (T& number : numbers) {
+        number = static_cast<T>(change(static_cast<double>(number)));
+    }
+    return numbers;
+}
+
+/// Values that a setting with this one may take as well, the likeliest first.
+std::vector<Array> variations(const Array& value)
+{
+    switch (value.getType()) {
+    case ArrayType::LOGICAL: {
+        TypedArray<bool> flags(value);
+        for (bool& flag : flags) {
+            flag = !flag;
+        }
+        return {flags};
+    }
+    case ArrayType::CHAR:
+        return {charvec("x"), charvec("12px"), charvec("")};
+    case ArrayType::STRING:
+        return {ArrayFactory().createScalarInternal("x \"y\"")};
+    case ArrayType::CELL:
+        return {cellstr({"x", "ü"}), cellstr({"italic"}), cellstr({}),
+                cellstr(std::vector<std::string>(value.getNumberOfElements(), "x"))};
+    case ArrayType::UNKNOWN:
+        return {};
+    default:
+        return vx::data::visitElementType(
+            value.getType(), [&]<class T>(std::type_identity<T>) -> std::vector<Array> {
+                if constexpr (vx::data::Number<T>) {
+                    return {changedNumbers<T>(value, [](double x) { return x + 1; }),
+                            changedNumbers<T>(value, [](double x) { return x - 1; }),
+                            changedNumbers<T>(value, [](double x) { return x / 2; })};
+                } else {
+                    return {};
+                }
+            });
+    }
+}
+
+/// What its rules name, then what is close to its own value, then one value of each common class.
+std::vector<Array> candidates(const Node& setting, const Array& own)
+{
+    std::vector<Array> values;
+    for (const auto& record : setting.properties().valueValidators) {
+        for (std::u16string word : record.allowedValues) {
+            const std::vector<std::string> only{toUtf8(word)};
+            values.push_back(charvec(std::move(word)));
+            values.push_back(cellstr(std::vector(only)));
+        }
+    }
+    for (Array& value : variations(own)) {
+        values.push_back(std::move(value));
+    }
+    const auto numbers = [](std::vector<double> elements) {
+        auto row = ArrayFactory().createArray<double>({1, elements.size()});
+        std::copy(elements.begin(), elements.end(), row.begin());
+        return Array(row);
+    };
+    auto swapped = ArrayFactory().createArray<bool>({1, 1});
+    values.insert(values.end(), {swapped, numbers({1}), numbers({2, 1}), numbers({0, .5, 1}),
+                                 numbers({1, 2, 3, 4}), charvec("x"), cellstr({"x"})});
+    return values;
+}
+
+Array anotherValidValue(const Node& setting)
+{
+    const Array own = setting.properties().factoryValue;
+    for (Array& candidate : candidates(setting, own)) {
+        Array value = vx::core::adaptValue(setting, std::move(candidate));
+        if (!(value == own) && vx::core::checkValue(setting, value).accepted()) {
+            return value;
+        }
+    }
+    return {};
+}
+
+TEST_F(LiveLayersTest, EverySettingIsSetReadBackAndResetToTheByte)
+{
+    const std::string before =
+        "{ \"release\": \"R2026a\",\r\n\t\"settings\": {\r\n\t\t\"verdix.Own\" : 1.50\r\n\t} }";
+    write(files.personal, before);
+    std::size_t settings = 0;
+    for (const Node* node : tree->nodes()) {
+        if (node->kind() != NodeKind::setting || node->properties().readOnly.value()) {
+            continue;
+        }
+        const Array value = anotherValidValue(*node);
+        ASSERT_TRUE(value.isAssigned()) << node->fullName() << " has no other value than its own";
+        changer().set(node->fullName(), value);
+        const auto held = vx::core::Layers(*tree, files).effective(*node);
+        ASSERT_TRUE(held.value == value) << node->fullName() << " is " << vx::core::valueText(held.value);
+        ASSERT_EQ(held.layer, vx::core::Layer::personal);
+        ASSERT_EQ(changer().reset(node->fullName()), 1U);
+        ASSERT_EQ(vx::core::readFile(files.personal), before) << node->fullName();
+        ++settings;
+    }
+    EXPECT_GT(settings, 900U);
+}
+
+TEST_F(LiveLayersTest, TheLastLayerWithAFittingValueHolds)
+{
+    const Node& wrap = *tree->find("verdix.commandwindow.WrapLines");
+    write(files.installation, "{\"settings\": {\"verdix.commandwindow.WrapLines\": true}}");
+    write(files.personal, "{\"settings\": {\n\"verdix.commandwindow.WrapLines\": 3}}");
+    vx::core::Layers layers(*tree, files);
+    const auto held = layers.effective(wrap);
+    EXPECT_EQ(held.layer, vx::core::Layer::installation);
+    ASSERT_EQ(held.faults.size(), 1U);
+    EXPECT_NE(held.faults.front().find(
+                  "settings.json:2:35: verdix.commandwindow.WrapLines: expected true or false, not 3"),
+              std::string::npos)
+        << held.faults.front();
+    const auto all = layers.valuesOf(wrap);
+    ASSERT_EQ(all.size(), 3U);
+    EXPECT_EQ(all[0].source, "factory value");
+    EXPECT_FALSE(all[2].counts());
+
+    write(files.personal, "{\"settings\": [");
+    EXPECT_THROW(static_cast<void>(vx::core::Layers(*tree, files).effective(wrap)), std::runtime_error);
+}
+
+TEST_F(LiveLayersTest, RefusalsSayWhyAndChangeNothing)
+{
+    using vx::core::Notation;
+    struct
+    {
+        const char* path;
+        const char* value;
+        std::vector<const char*> words;
+    } const cases[] = {
+        {"commandwindow.WrapLinez",
+         "true",
+         {"no such path", "did you mean", "verdix.commandwindow.WrapLines"}},
+        {"commandwindow.EightyColumns",
+         "true",
+         {"moved to verdix.commandwindow.UseEightyColumnDisplayWidth in R2021a"}},
+        {"commandwindow", "true", {"is a group"}},
+        {"commandwindow.WrapLines",
+         "maybe",
+         {"verdix.commandwindow.WrapLines", "maybe", "column 1", "true or false"}},
+        {"commandwindow.NumberOfLinesInScrollBuffer", "999", {"999", "from 1000 to 25000"}},
+        {"commandwindow.DisplayLineSpacing", "wide", {"wide", "loose", "compact"}},
+    };
+    for (const auto& test : cases) {
+        try {
+            changer().set(test.path, test.value, Notation::script);
+            ADD_FAILURE() << test.path << " was set";
+        } catch (const std::runtime_error& error) {
+            for (const char* word : test.words) {
+                EXPECT_NE(std::string(error.what()).find(word), std::string::npos)
+                    << word << " in " << error.what();
+            }
+        }
+    }
+    EXPECT_FALSE(fs::exists(files.personal));
+    EXPECT_EQ(changer().reset("commandwindow"), 0U);
+    EXPECT_THROW(changer().reset("commandwindow.WrapLinez"), vx::core::UnknownPath);
+    changer().set("commandwindow.WrapLines", "true", Notation::json);
+    changer().set("commandwindow.NumericFormat", "short", Notation::script);
+    EXPECT_EQ(changer().reset("commandwindow"), 2U);
+    EXPECT_EQ(vx::core::readFile(files.personal), "{\n  \"release\": \"R2026a\",\n  \"settings\": {}\n}\n");
+}
+
+TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
+{
+    // A ^ stands in front of each fault, the words behind the line are what is said of it.
+    struct
+    {
+        std::string line;
+        std::vector<const char*> faults = {};
+    } const lines[] = {
+        {R"({ "release": ^"2026a",)", {"is no release"}},
+        {R"(  ^"comment": "mine",)", {"means nothing here"}},
+        {R"(  "settings": {)"},
+        {R"(    "verdix.commandwindow.WrapLines": true,)"},
+        {R"(    ^"verdix.commandwindow.WrapLines": false,)", {"second time, first in line 4"}},
+        {R"(    ^"verdix.commandwindow.WrapLinez": true,)", {"did you mean verdix.commandwindow.WrapLines"}},
+        {R"(    ^"verdix.nothing.like.it.AtAllAnywhere": 1,)", {"is no setting"}},
+        {R"(    ^"verdix.commandwindow.EightyColumns": true,)", {"UseEightyColumnDisplayWidth in R2021a"}},
+        {R"(    ^"verdix.findfiles.GoToFileEnabled": true,)", {"removed in R2021a"}},
+        {R"(    ^"verdix.editor.suggestions.Forgotten": true,)", {"removed in R2026a"}},
+        {R"(    ^"verdix.commandwindow": {},)", {"is a group"}},
+        {R"(    ^"ä": 1, "verdix.commandwindow.NumericFormat": ^12,)", {"is no setting", "a text"}},
+        {R"(    "verdix.commandwindow.UseEightyColumnDisplayWidth": ^"yes",)", {"true or false"}},
+        {R"(    "verdix.commandwindow.NumberOfLinesInScrollBuffer": ^1.5,)", {"a whole number"}},
+        {R"(    "verdix.commandwindow.SuppressCellBraces": ^null,)", {"true or false"}},
+        {R"(    "verdix.commandwindow.DisplayLineSpacing": ^"wide",)", {"loose"}},
+        {R"(    "verdix.colors.KeywordColor": ^[1, 2],)", {"0 to 255"}},
+        {R"(    "verdix.colors.CommentColor": ^[1, 2, 256],)", {"0 to 255"}},
+        {R"(    "verdix.colors.StringColor": [[1, 2], ^[3]],)", {"a list of 2"}},
+        {R"(    "verdix.connector.InterfacesBlocklist": ^"a",)", {"a list of texts"}},
+        {R"(    ^"verdix.desktop.DisplayScaleFactor": 1)", {"is an alias"}},
+        {R"(} })"},
+    };
+    struct Expected
+    {
+        vx::core::TextPosition position;
+        std::string words;
+    };
+    std::vector<Expected> expected;
+    std::string text;
+    for (std::size_t number = 1; auto [line, words] : lines) {
+        for (const char* fault : words) {
+            const std::size_t mark = line.find('^');
+            line.erase(mark, 1);
+            expected.push_back({{number, vx::core::characterCount(line.substr(0, mark)) + 1}, fault});
+        }
+        text.append(line).append("\n");
+        ++number;
+    }
+    ASSERT_EQ(expected.size(), 20U);
+    const auto faults = vx::core::checkSettingsFile(text, *tree, releases);
+    ASSERT_EQ(faults.size(), expected.size());
+    for (std::size_t index = 0; index < faults.size(); ++index) {
+        EXPECT_EQ(faults[index].position.line, expected[index].position.line) << faults[index].message;
+        EXPECT_EQ(faults[index].position.column, expected[index].position.column) << faults[index].message;
+        EXPECT_NE(faults[index].message.find(expected[index].words), std::string::npos)
+            << faults[index].message;
+    }
+}
+
+}  // namespace

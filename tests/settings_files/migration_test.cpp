@@ -1,0 +1,175 @@
+#include <migration/release_changes.hpp>
+#include <settings_core/migration.hpp>
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using settings::core::ReleaseChangeTable;
+using vx::core::Migration;
+using vx::core::MigrationEvent;
+using vx::core::ReleaseName;
+using vx::core::SettingsFile;
+
+struct MigrationTest : testing::Test
+{
+    MigrationTest()
+    {
+        settings::verdix::fillReleaseChanges(table);
+        for (const auto& [index, set] : table) {
+            for (const auto& change : set.changes) {
+                paths.insert(change.from().front());
+                paths.insert(change.to().begin(), change.to().end());
+            }
+        }
+        for (const char* group :
+             {"verdix.keyboard.suggestions", "verdix.editor.suggestions", "verdix.commandwindow.suggestions"})
+        {
+            paths.insert({std::string(group) + ".Forgotten", std::string(group) + ".deep.Setting",
+                          std::string(group) + "Not.Member"});
+        }
+        paths.insert({"verdix.Untouched", "verdix.commandwindow.NumericFormat"});
+    }
+
+    std::size_t below(std::size_t limit) { return bits() % limit; }
+
+    /// Releases before, between, in and after those of the table but the last.
+    ReleaseName anyRelease() { return {2019 + static_cast<int>(below(7)), below(2) == 0 ? 'a' : 'b'}; }
+
+    /// A file that states about half of the paths, in any order and one of several styles.
+    std::string anyFile(const std::string& release)
+    {
+        const std::string gaps[] = {"", " ", "\n  ", "\r\n\t"};
+        std::vector<std::string> stated;
+        std::sample(paths.begin(), paths.end(), std::back_inserter(stated), below(paths.size()), bits);
+        std::shuffle(stated.begin(), stated.end(), bits);
+        const std::string gap = gaps[below(4)];
+        std::string text =
+            "{" + gap + (release.empty() ? "" : "\"release\": \"" + release + "\"," + gap) + "\"settings\":{";
+        for (const std::string& path : stated) {
+            text += (&path == stated.data() ? "" : ",") + gap + "\"" + path + "\"" +
+                    (below(2) == 0 ? " " : "") + ":" + std::to_string(below(1000)) + ".0" + gaps[below(4)];
+        }
+        return text + "}" + gap + "}";
+    }
+
+    Migration migrate(const std::string& text, std::optional<ReleaseName> to = std::nullopt)
+    {
+        return vx::core::migrateSettings(SettingsFile(text), table, {.to = to});
+    }
+
+    ReleaseChangeTable table;
+    std::set<std::string> paths;
+    std::mt19937 bits{2026};
+};
+
+TEST_F(MigrationTest, LawsHoldForAnyFile)
+{
+    for (int round = 0; round < 3000; ++round) {
+        const ReleaseName first = anyRelease();
+        const ReleaseName between = std::max(first, anyRelease());
+        const std::string text = anyFile(below(5) == 0 ? "" : toText(first));
+        const std::string direct = migrate(text).text;
+        ASSERT_EQ(migrate(migrate(text, between).text).text, direct) << text;
+        ASSERT_EQ(migrate(direct).text, direct);
+        ASSERT_TRUE(migrate(direct).events.empty());
+    }
+}
+
+TEST_F(MigrationTest, TouchesOnlyWhatARecordNames)
+{
+    for (int round = 0; round < 1000; ++round) {
+        const std::string text = anyFile("R2020a");
+        const SettingsFile before(text);
+        const Migration migration = migrate(text);
+        const SettingsFile after(migration.text);
+        std::set<std::string> touched, arrived;
+        for (const MigrationEvent& event : migration.events) {
+            touched.insert(event.path);
+            if (event.kind == MigrationEvent::Kind::moved) {
+                arrived.insert(event.target);
+            }
+        }
+        std::size_t untouched = 0;
+        for (const auto& setting : before.settings()) {
+            const auto* kept = after.find(setting.name);
+            if (!touched.contains(setting.name)) {
+                ++untouched;
+                ASSERT_NE(kept, nullptr) << setting.name;
+                ASSERT_EQ(kept->value.text, setting.value.text) << "an explicit value wins";
+            }
+        }
+        ASSERT_EQ(migration.untouched, untouched);
+        for (const auto& setting : after.settings()) {
+            ASSERT_TRUE(before.find(setting.name) != nullptr || arrived.contains(setting.name))
+                << setting.name;
+        }
+        EXPECT_NE(after.find("verdix.editor.suggestionsNot.Member") == nullptr,
+                  before.find("verdix.editor.suggestionsNot.Member") != nullptr);
+    }
+}
+
+TEST_F(MigrationTest, EveryRecordDoesWhatItSays)
+{
+    std::size_t exercised = 0;
+    for (const auto& [index, set] : table) {
+        for (const auto& change : set.changes) {
+            // A group is removed by what is in it.
+            const bool isGroup = change.from().front().ends_with(".suggestions");
+            const std::string path = change.from().front() + (isGroup ? ".Forgotten" : "");
+            ReleaseChangeTable one{{0, {set.release, false, {change}}}};
+            const SettingsFile file("{\"settings\": {\"verdix.A\": 1, \"" + path + "\": [ 7 ]}}");
+            const Migration migration = vx::core::migrateSettings(file, one);
+            const SettingsFile after(migration.text);
+            ASSERT_EQ(migration.events.size(), 1U) << path;
+            EXPECT_EQ(migration.events.front().path, path);
+            EXPECT_EQ(after.find(path), nullptr);
+            if (change.operation() == "move") {
+                EXPECT_EQ(after.find(change.to().front())->value.text, "[ 7 ]");
+            }
+            EXPECT_EQ(after.settings().size(), change.operation() == "move" ? 2U : 1U);
+            ++exercised;
+        }
+    }
+    EXPECT_EQ(exercised, 42U);
+}
+
+TEST_F(MigrationTest, ReportsMovesAndKeepsWhatTheTargetStates)
+{
+    const std::string source = "verdix.commandwindow.EightyColumns";
+    const std::string target = "verdix.commandwindow.UseEightyColumnDisplayWidth";
+    const auto text = [&](const std::string& settings) {
+        return "{\"release\": \"R2020b\", \"settings\": {" + settings + "}}";
+    };
+    const Migration moved = migrate(text("\"" + source + "\": true"));
+    EXPECT_EQ(moved.text, "{\"release\": \"R2026a\", \"settings\": {\"" + target + "\": true}}");
+    const Migration kept = migrate(text("\"" + target + "\": false, \"" + source + "\": true"));
+    EXPECT_EQ(kept.text, "{\"release\": \"R2026a\", \"settings\": {\"" + target + "\": false}}");
+    ASSERT_EQ(kept.events.size(), 1U);
+    EXPECT_EQ(kept.events.front().kind, MigrationEvent::Kind::targetKept);
+    EXPECT_EQ(kept.events.front().release, "R2021a");
+    // As of its own release the file was right already.
+    EXPECT_EQ(vx::core::migrateSettings(SettingsFile(text("\"" + source + "\": true")), table,
+                                        {.from = ReleaseName{2021, 'a'}})
+                  .events.size(),
+              0U);
+}
+
+TEST_F(MigrationTest, RefusesWhatItCannotKnow)
+{
+    const std::string duplicate = "{\"settings\": {\"a\": 1, \"a\": 2}}";
+    EXPECT_THROW(static_cast<void>(migrate("{\"release\": \"R2026b\"}")), std::runtime_error);
+    EXPECT_THROW(static_cast<void>(migrate("{\"release\": \"R2022a\"}", ReleaseName{2020, 'b'})),
+                 std::runtime_error);
+    EXPECT_THROW(static_cast<void>(migrate("{\"release\": \"R2022a\"}", ReleaseName{2030, 'a'})),
+                 std::runtime_error);
+    EXPECT_THROW(static_cast<void>(migrate("{\"release\": \"2022a\"}")), vx::core::TextError);
+    EXPECT_THROW(static_cast<void>(migrate(duplicate)), vx::core::TextError);
+}
+
+}  // namespace

@@ -1,0 +1,188 @@
+// The command as people and scripts meet it: a process with arguments, two outputs and an exit code.
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <tests/tool/process.hpp>
+#include <vector>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+using tests::OutputTo;
+using tests::runTool;
+
+std::string outputOf(const std::vector<std::string>& arguments,
+                     const std::vector<std::string>& environment = {})
+{
+    const auto run = runTool(arguments, environment);
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    return run.output;
+}
+
+TEST(Command, SaysInOneLineWhatIsWrong)
+{
+    const struct
+    {
+        std::vector<std::string> arguments;
+        int exitCode;
+        std::string message;
+    } cases[] = {
+        {{"tre"}, 2, "no such verb: tre; did you mean tree?"},
+        {{"get"}, 2, "PATH is required"},
+        {{"get", "a", "b"}, 2, "not expected: b"},
+        {{"list", "--nonsense"}, 2, "--nonsense"},
+        {{"tree", "--depth", "0"}, 2, "--depth"},
+        {{"--color", "sometimes"}, 2, "--color: sometimes"},
+        {{"--feature", "webui"}, 2, "needs NAME=VALUE"},
+        {{"--feature", "webui=maybe"}, 2, "on, off or a whole number"},
+        {{"--log-level", "loud"}, 2, "--log-level"},
+        {{"export", "--format", "yaml"}, 2, "yaml"},
+        {{"get", "comandwindow.wraplines"}, 1, "did you mean verdix.commandwindow.WrapLines?"},
+        {{"tree", "zzzzzzzzzz"}, 1, "see the paths there are with: vxsettings list"},
+        {{"describe", ""}, 1, "no such path"},
+        {{"get", "editor.suggestions.ShowTips"}, 1, "it was moved to verdix.suggestions.ShowTips in R2025b"},
+        {{"get", "desktop.help.SingleSource"}, 1, "it was removed in R2026a"},
+        {{"get", "qorv"}, 1, "alias of qorv, which is not in this tree: unresolved"},
+        {{"get", "commandwindow"},
+         1,
+         "is a group; see what is in it with: vxsettings tree verdix.commandwindow"},
+        {{"get", "dump"}, 1, "verdix.dump has no factory value"},
+        {{"list", "nothing*"}, 1, "no path matches nothing*"},
+        {{"export", "--format", "json", "-o", "/no/such/folder/x"},
+         1,
+         "cannot write /no/such/folder/x: No such file"},
+        {{"export", "--format", "json", "-o", "/dev/full"}, 1, "cannot write /dev/full: No space left"},
+    };
+    for (const auto& bad : cases) {
+        SCOPED_TRACE(bad.message);
+        const auto run = runTool(bad.arguments);
+        EXPECT_EQ(run.exitCode, bad.exitCode);
+        EXPECT_EQ(run.output, "");
+        EXPECT_THAT(run.errors, StartsWith("vxsettings: "));
+        EXPECT_THAT(run.errors, HasSubstr(bad.message));
+        EXPECT_EQ(run.errors.find('\n'), run.errors.size() - 1) << run.errors;
+    }
+}
+
+TEST(Command, ReportsOutputThatCannotBeWritten)
+{
+    const std::pair<OutputTo, const char*> cases[] = {{OutputTo::fullDevice, "No space left on device"},
+                                                      {OutputTo::closedPipe, "Broken pipe"},
+                                                      {OutputTo::nowhere, "Bad file descriptor"}};
+    for (const auto& [outputTo, reason] : cases) {
+        for (const char* verb : {"summary", "tree", "--help"}) {
+            const auto run = runTool({verb}, {}, outputTo);
+            EXPECT_EQ(run.exitCode, 1) << reason;
+            EXPECT_THAT(run.errors,
+                        StartsWith(std::string("vxsettings: cannot write standard output: ") + reason));
+        }
+    }
+}
+
+TEST(Command, PrintsValuesInTheScriptingLanguagesForm)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"DeleteFilesPermanently", "true\n"},
+        {"verdix.commandwindow.NumberOfLinesInScrollBuffer", "5000\n"},
+        {"commandwindow.WindowSize", "[180 45]\n"},
+        {"UserPath", "$documents\\VERDIX\n"},
+        {"G11nLanguagePref", "\n"},
+        {"connector.InterfacesBlocklist", "{\"awdl\"}\n"},
+        {"connector.StaticPaths", "{}\n"},
+    };
+    for (const auto& [path, text] : cases) {
+        EXPECT_EQ(outputOf({"get", path}), text) << path;
+    }
+    const auto computed = runTool({"get", "ui.internal.figuretype.webfigures"});
+    EXPECT_EQ(computed.output, "true\n");
+    EXPECT_EQ(computed.errors,
+              "vxsettings: computed by getDefaultFigureTypeForSetting of libvxgraphics_state\n");
+}
+
+TEST(Command, DrawsTheTree)
+{
+    EXPECT_EQ(outputOf({"tree", "string"}), "verdix.string\n└── DefaultTextType = \"char\"\n");
+    EXPECT_EQ(outputOf({"tree", "verdix.vexo"}), "verdix.vexo\n└── upgrade\n");
+
+    const std::string top = outputOf({"tree", "--depth", "1"});
+    EXPECT_THAT(
+        top, HasSubstr("├── dump (no factory value)\n├── workingfolder …\n├── qorv -> qorv (unresolved)\n"));
+    EXPECT_THAT(top, HasSubstr("└── sourcecontrol\n"));
+    EXPECT_THAT(top, Not(HasSubstr("CustomFolderPath")));
+    EXPECT_THAT(top, Not(HasSubstr("diagnostics")));
+    EXPECT_THAT(outputOf({"tree", "--hidden", "--depth", "1"}), HasSubstr("├── diagnostics (hidden) …\n"));
+    EXPECT_THAT(outputOf({"tree", "--hidden"}), HasSubstr("│   └── ShowStackDecoration = true (hidden)\n"));
+}
+
+TEST(Command, ColoursOnlyWhereAskedFor)
+{
+    const std::string escape = "\x1b[";
+    EXPECT_THAT(outputOf({"tree", "class"}, {"TERM=xterm"}), Not(HasSubstr(escape)));
+    EXPECT_THAT(outputOf({"--color", "always", "tree", "class"}, {"NO_COLOR=1"}), HasSubstr(escape));
+    EXPECT_THAT(outputOf({"tree", "class", "--color", "never"}), Not(HasSubstr(escape)));
+}
+
+TEST(Command, ListsByPattern)
+{
+    EXPECT_EQ(outputOf({"list", "class*"}), "verdix.class\nverdix.class.UseFullNameInDisplayHeader\n");
+    EXPECT_EQ(outputOf({"list", "verdix.unittest.Use[SP]*"}),
+              "verdix.unittest.UseStrict\nverdix.unittest.UseParallel\n");
+    EXPECT_THAT(outputOf({"list"}), StartsWith("verdix.DeleteFilesPermanently\nverdix.G11nLanguagePref\n"));
+}
+
+TEST(Command, DescribesNodesInWords)
+{
+    const std::string setting = outputOf({"describe", "commandwindow.UseEightyColumnDisplayWidth"});
+    EXPECT_THAT(setting, HasSubstr("class       logical, 1-by-1\n"));
+    EXPECT_THAT(setting, HasSubstr("validator   verdix.settings.mustBeLogicalScalar: true or false\n"));
+    EXPECT_THAT(setting, HasSubstr("moved from  verdix.commandwindow.EightyColumns in R2021a\n"));
+
+    const std::string twiceMoved = outputOf({"describe", "suggestions.editor.ShowAutomatically"});
+    EXPECT_THAT(twiceMoved, HasSubstr("verdix.editor.suggestions.ShowAutomatically in R2025b\n  moved from"));
+    EXPECT_THAT(twiceMoved, HasSubstr("verdix.keyboard.suggestions.ShowAutomatically in R2022b\n"));
+
+    EXPECT_THAT(outputOf({"describe", "unittest.OutputDetail"}), HasSubstr("from -1 to 4"));
+    EXPECT_THAT(outputOf({"describe", "qorv"}),
+                HasSubstr("alias of    qorv, which is not in this tree: unresolved\n"));
+    EXPECT_THAT(outputOf({"describe", "desktop.workspace"}),
+                HasSubstr("hidden: its group verdix.desktop is\n"));
+    EXPECT_THAT(outputOf({"describe", "unittest"}), HasSubstr("0 groups, 8 settings\n"));
+}
+
+TEST(Command, CountsAndDiagnoses)
+{
+    const std::string summary = outputOf({});
+    EXPECT_EQ(summary, outputOf({"summary"}));
+    EXPECT_THAT(summary, HasSubstr("\nall                       225       950        2"));
+    EXPECT_THAT(summary, HasSubstr("com_tarnwick_verdix_factory_settings 1.0.0\n"));
+
+    const std::string doctor = outputOf({"doctor", "--feature", "webui=on"}, {"VX_WEBWINDOW_LOGS_SPEC=a b"});
+    EXPECT_THAT(doctor, HasSubstr("settings::core::FactorySettingsLoader"));
+    EXPECT_THAT(doctor, HasSubstr("ok  libvxservices        validateFontSize\n"));
+    EXPECT_THAT(doctor, HasSubstr("VX_WEBWINDOW_LOGS_SPEC             set to \"a b\"\n"));
+    EXPECT_THAT(doctor, HasSubstr("feature webui                      on\n"));
+}
+
+TEST(Command, KeepsLogRecordsOffTheOutput)
+{
+    const auto run = runTool({"get", "online.cdAnywhereDisabled", "--log-level", "debug"},
+                             {"VX_CD_ANYWHERE_DISABLED=TRUE"});
+    EXPECT_EQ(run.output, "true\n");
+    EXPECT_THAT(run.errors, HasSubstr("set to true, based on value of VX_CD_ANYWHERE_DISABLED."));
+    EXPECT_EQ(runTool({"get", "online.cdAnywhereDisabled"}).errors, "");
+}
+
+TEST(Command, HelpsAndNamesItsVersion)
+{
+    EXPECT_THAT(outputOf({"--version"}), StartsWith("vxsettings "));
+    const std::string help = outputOf({"--help"});
+    for (const char* verb : {"summary", "tree", "list", "describe", "get", "changes", "export", "doctor"}) {
+        EXPECT_THAT(help, HasSubstr(std::string("\n  ") + verb));
+        EXPECT_THAT(outputOf({verb, "--help"}), HasSubstr(std::string("Usage: vxsettings ") + verb));
+    }
+}
+
+}  // namespace

@@ -1,0 +1,169 @@
+// The JSON form that other programs read: every node of the real tree keeps to it.
+
+#include <boost/json.hpp>
+#include <gmock/gmock.h>
+
+#include <bundle_maker.hpp>
+#include <set>
+#include <string>
+#include <tests/tool/process.hpp>
+#include <vector>
+
+namespace {
+
+namespace json = boost::json;
+using testing::ElementsAre;
+
+std::vector<std::string> keys(const json::object& object)
+{
+    std::vector<std::string> names;
+    for (const auto& member : object) {
+        names.emplace_back(member.key());
+    }
+    return names;
+}
+
+json::object exportTree(const std::vector<std::string>& environment = {},
+                        const std::vector<std::string>& options = {})
+{
+    std::vector<std::string> arguments{"export", "--format", "json"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const auto run = tests::runTool(arguments, environment);
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    return json::parse(run.output).as_object();
+}
+
+/// Number of elements that the data holds; a text counts its UTF-16 units, which are its bytes when ASCII.
+std::size_t elementCount(const json::object& value)
+{
+    const json::value& data = value.at("data");
+    return data.is_string() ? data.get_string().size() : data.as_array().size();
+}
+
+void checkValue(const json::object& value)
+{
+    static const std::set<std::string> classes{"logical", "double", "int8",   "uint8", "int16",
+                                               "uint16",  "int32",  "uint32", "int64", "uint64",
+                                               "char",    "string", "cell"};
+    EXPECT_THAT(keys(value), ElementsAre("class", "dims", "data"));
+    EXPECT_EQ(classes.count(std::string(value.at("class").as_string())), 1U);
+    std::size_t product = 1;
+    for (const json::value& size : value.at("dims").as_array()) {
+        product *= size.to_number<std::size_t>();
+    }
+    EXPECT_GE(value.at("dims").as_array().size(), 2U);
+    EXPECT_EQ(elementCount(value), product);
+    EXPECT_EQ(value.at("data").is_string(), value.at("class").as_string() == "char");
+}
+
+void checkFunction(const json::value& function)
+{
+    if (!function.is_null()) {
+        const auto names = keys(function.as_object());
+        ASSERT_EQ(names.size(), 3U);
+        EXPECT_EQ(names.front(), "kind");
+        EXPECT_EQ(names.back(), "function");
+    }
+}
+
+void checkNode(const json::object& node)
+{
+    EXPECT_THAT(keys(node),
+                ElementsAre("path", "node", "visibility", "readOnly", "value", "validator", "runTimeDefault",
+                            "valueValidators", "aliasTarget", "errorHandler", "additionalFile"));
+    if (!node.at("value").is_null()) {
+        EXPECT_EQ(node.at("node").as_string(), "setting");
+        checkValue(node.at("value").as_object());
+    }
+    checkFunction(node.at("validator"));
+    checkFunction(node.at("runTimeDefault"));
+    EXPECT_EQ(node.at("aliasTarget").is_string(), node.at("node").as_string() == "alias");
+    for (const json::value& rule : node.at("valueValidators").as_array()) {
+        EXPECT_EQ(keys(rule.as_object()).front(), "kind");
+    }
+}
+
+const json::object& nodeAt(const json::object& document, std::string_view path)
+{
+    for (const json::value& node : document.at("nodes").as_array()) {
+        if (node.as_object().at("path").as_string() == path) {
+            return node.get_object();
+        }
+    }
+    throw std::out_of_range(std::string(path) + " is not in the export");
+}
+
+TEST(Export, EveryNodeHasTheStatedForm)
+{
+    const json::object document = exportTree();
+    EXPECT_THAT(keys(document), ElementsAre("root", "nodes", "releaseChanges", "settingPathList"));
+    std::set<std::string> groups{std::string(document.at("root").as_string())};
+    std::set<std::string> all;
+    for (const json::value& entry : document.at("nodes").as_array()) {
+        const json::object& node = entry.as_object();
+        const std::string path(node.at("path").as_string());
+        SCOPED_TRACE(path);
+        checkNode(node);
+        EXPECT_TRUE(all.insert(path).second) << "twice";
+        EXPECT_EQ(groups.count(path.substr(0, path.rfind('.'))), 1U) << "stands before its group";
+        if (node.at("node").as_string() == "group") {
+            groups.insert(path);
+        }
+    }
+    EXPECT_GT(all.size(), 1000U);
+}
+
+TEST(Export, WritesKindsOfValuesAndRules)
+{
+    const json::object document = exportTree();
+    const auto text = [&document](std::string_view path, const char* key) {
+        return json::serialize(nodeAt(document, path).at(key));
+    };
+    EXPECT_EQ(text("verdix.commandwindow.WindowSize", "value"),
+              R"({"class":"int32","dims":[1,2],"data":[180,45]})");
+    EXPECT_EQ(text("verdix.connector.InterfacesBlocklist", "value"),
+              R"({"class":"cell","dims":[1,1],"data":["awdl"]})");
+    EXPECT_EQ(text("verdix.connector.StaticPaths", "value"), R"({"class":"cell","dims":[1,0],"data":[]})");
+    EXPECT_EQ(text("verdix.dump", "value"), "null");
+    EXPECT_EQ(text("verdix.unittest.OutputDetail", "valueValidators"),
+              R"([{"kind":"range","lower":-1,"upper":4}])");
+    EXPECT_EQ(text("verdix.qorv", "aliasTarget"), R"("qorv")");
+    EXPECT_EQ(text("verdix.class.UseFullNameInDisplayHeader", "validator"),
+              R"({"kind":"script","qualifier":"verdix.settings","function":"mustBeLogicalScalar"})");
+    EXPECT_EQ(
+        text("verdix.ui.internal.figuretype.webfigures", "runTimeDefault"),
+        R"({"kind":"native","library":"libvxgraphics_state","function":"getDefaultFigureTypeForSetting"})");
+    EXPECT_EQ(json::serialize(document.at("releaseChanges").as_array().at(3).at("changes").at(0)),
+              R"({"operation":"move","from":["verdix.connector.InterfacesBlacklist"],)"
+              R"("to":["verdix.connector.InterfacesBlocklist"]})");
+}
+
+TEST(Export, FollowsEnvironmentAndFeaturesAndNothingElse)
+{
+    const auto differing = [](const json::object& left, const json::object& right) {
+        std::vector<std::string> paths;
+        const json::array& nodes = left.at("nodes").as_array();
+        for (std::size_t i = 0; i < nodes.size(); ++i) {
+            if (nodes[i] != right.at("nodes").as_array().at(i)) {
+                paths.emplace_back(nodes[i].at("path").as_string());
+            }
+        }
+        return paths;
+    };
+    const json::object plain = exportTree();
+    EXPECT_THAT(differing(plain, exportTree({"VX_CD_ANYWHERE_DISABLED=true"})),
+                ElementsAre("verdix.online.cdAnywhereDisabled"));
+    EXPECT_FALSE(differing(plain, exportTree({}, {"--feature", "webui=on"})).empty());
+    EXPECT_TRUE(differing(plain, exportTree({}, {"--feature", "webui=0"})).empty());
+}
+
+TEST(Export, WritesTheSameToAFile)
+{
+    const std::string file = writeTestFile("export.json", "old content");
+    const auto run = tests::runTool({"export", "--format", "json", "-o", file});
+    EXPECT_EQ(run.exitCode, 0) << run.errors;
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(readTestFile(file), tests::runTool({"export", "--format", "json"}).output);
+}
+
+}  // namespace

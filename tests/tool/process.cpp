@@ -1,0 +1,89 @@
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <tests/tool/process.hpp>
+#include <unistd.h>
+
+namespace tests {
+
+namespace {
+
+int openOutput(OutputTo outputTo)
+{
+    switch (outputTo) {
+    case OutputTo::fullDevice:
+        return ::open("/dev/full", O_WRONLY | O_CLOEXEC);
+    case OutputTo::closedPipe: {
+        int ends[2];
+        EXPECT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+        ::close(ends[0]);
+        return ends[1];
+    }
+    case OutputTo::capture:
+    case OutputTo::nowhere:
+        break;
+    }
+    return ::memfd_create("output", MFD_CLOEXEC);
+}
+
+std::string content(int descriptor)
+{
+    std::string text;
+    char buffer[4096];
+    for (off_t at = 0;;) {
+        const ssize_t count = ::pread(descriptor, buffer, sizeof buffer, at);
+        if (count <= 0) {
+            return text;
+        }
+        text.append(buffer, static_cast<std::size_t>(count));
+        at += count;
+    }
+}
+
+[[noreturn]] void execTool(const std::vector<std::string>& arguments,
+                           const std::vector<std::string>& environment)
+{
+    std::signal(SIGPIPE, SIG_DFL);
+    std::vector<char*> argv{const_cast<char*>(VX_TOOL_FILE)};
+    for (const std::string& argument : arguments) {
+        argv.push_back(const_cast<char*>(argument.c_str()));
+    }
+    argv.push_back(nullptr);
+    for (const std::string& entry : environment) {
+        ::putenv(const_cast<char*>(entry.c_str()));
+    }
+    ::execv(VX_TOOL_FILE, argv.data());
+    std::_Exit(127);
+}
+
+}  // namespace
+
+ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment,
+                OutputTo outputTo)
+{
+    const int output = openOutput(outputTo);
+    const int errors = ::memfd_create("errors", MFD_CLOEXEC);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::dup2(output, STDOUT_FILENO);
+        ::dup2(errors, STDERR_FILENO);
+        if (outputTo == OutputTo::nowhere) {
+            ::close(STDOUT_FILENO);
+        }
+        execTool(arguments, environment);
+    }
+    int status = 0;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    ToolRun run{WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status),
+                outputTo == OutputTo::capture ? content(output) : "", content(errors)};
+    ::close(output);
+    ::close(errors);
+    return run;
+}
+
+}  // namespace tests

@@ -1,0 +1,83 @@
+#include <settings_core/changing.hpp>
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+#include <string>
+
+#include "verb.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+struct SetOptions
+{
+    std::string path;
+    std::string value;
+    bool isJson = false;
+};
+
+struct ResetOptions
+{
+    std::string path;
+    bool all = false;
+};
+
+ExitCode set(LazySession& lazy, const SetOptions& options, Output& out)
+{
+    const Session& session = lazy.get();
+    const auto releases = session.releaseChanges();
+    const std::string file = lazy.layerFiles().personal.string();
+    core::SettingsChanger changer(session.tree(), releases, file);
+    const core::Node& setting = changer.set(options.path, options.value,
+                                            options.isJson ? core::Notation::json : core::Notation::script);
+    out << setting.fullName() << " is set in " << file << '\n';
+    return ExitCode::done;
+}
+
+ExitCode reset(LazySession& lazy, const ResetOptions& options, Output& out)
+{
+    if (options.all == !options.path.empty()) {
+        throw Failure(ExitCode::usage, "reset needs either a path or --all; see vxsettings reset --help");
+    }
+    const Session& session = lazy.get();
+    const auto releases = session.releaseChanges();
+    const std::string file = lazy.layerFiles().personal.string();
+    core::SettingsChanger changer(session.tree(), releases, file);
+    const std::size_t count = options.all ? changer.resetAll() : changer.reset(options.path);
+    out << count << (count == 1 ? " setting" : " settings") << " reset in " << file << '\n';
+    return ExitCode::done;
+}
+
+}  // namespace
+
+Verb addSet(CLI::App& app)
+{
+    CLI::App* parser = app.add_subcommand("set", "Give a setting a value in your own settings file");
+    auto options = std::make_shared<SetOptions>();
+    parser->add_option("PATH", options->path, "Setting or alias")->type_name("")->required();
+    parser
+        ->add_option(
+            "VALUE", options->value,
+            "true, 12, [14 0 255], a text with or without quotes, or {\"a\",\"b\"}; put -- in front of a "
+            "text that begins with -")
+        ->type_name("")
+        ->required();
+    parser->add_flag("--json", options->isJson, "VALUE is JSON: 12, [14, 0, 255], \"text\", [\"a\", \"b\"]");
+    parser->footer("Examples:\n  vxsettings set commandwindow.WrapLines true\n"
+                   "  vxsettings set colors.KeywordColor '[14 0 255]'");
+    return {parser, [options](LazySession& session, Output& out) { return set(session, *options, out); }};
+}
+
+Verb addReset(CLI::App& app)
+{
+    CLI::App* parser = app.add_subcommand("reset", "Take values out of your own settings file");
+    auto options = std::make_shared<ResetOptions>();
+    parser->add_option("PATH", options->path, "Setting, or group with everything in it")->type_name("");
+    parser->add_flag("--all", options->all, "Every setting");
+    parser->footer("Examples:\n  vxsettings reset commandwindow.WrapLines\n  vxsettings reset colors");
+    return {parser, [options](LazySession& session, Output& out) { return reset(session, *options, out); }};
+}
+
+}  // namespace vx::tool

@@ -1,0 +1,150 @@
+#include <settings_core/atomic_file.hpp>
+#include <settings_core/file_check.hpp>
+#include <settings_core/layers.hpp>
+#include <settings_core/migration.hpp>
+
+#include <CLI/CLI.hpp>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "faults.hpp"
+#include "table.hpp"
+#include "verb.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+namespace fs = std::filesystem;
+using core::Migration;
+using core::MigrationEvent;
+
+struct MigrateOptions
+{
+    std::string file;
+    std::string from;
+    std::string to;
+    bool writes = false;
+};
+
+std::optional<core::ReleaseName> releaseOption(const char* option, const std::string& text)
+{
+    const auto release = core::parseReleaseName(text);
+    if (!text.empty() && !release) {
+        throw Failure(ExitCode::usage,
+                      std::string(option) + " needs a release such as R2022b, not \"" + text + "\"");
+    }
+    return release;
+}
+
+Table::Row eventRow(const MigrationEvent& event)
+{
+    switch (event.kind) {
+    case MigrationEvent::Kind::moved:
+        return {event.release, {"moves", Style::good}, event.path, "to " + event.target};
+    case MigrationEvent::Kind::targetKept:
+        return {event.release, {"dropped", Style::bad}, event.path, event.target + " is set already"};
+    case MigrationEvent::Kind::removed:
+        break;
+    }
+    return {event.release, {"dropped", Style::bad}, event.path, "removed in " + event.release};
+}
+
+void report(const Migration& migration, const fs::path& file, Output& out)
+{
+    out << file.string() << ": from " << (migration.from ? toText(*migration.from) : "before all releases")
+        << " to " << toText(migration.to) << ", " << migration.untouched
+        << (migration.untouched == 1 ? " setting stays as it is\n" : " settings stay as they are\n");
+    Table table;
+    for (const MigrationEvent& event : migration.events) {
+        table.add(eventRow(event));
+    }
+    table.write(out, "  ");
+}
+
+Migration planMigration(const std::string& text, const fs::path& file, const Session& session,
+                        const core::MigrationRange& range)
+{
+    const core::SettingsFile settings = core::parseSettingsFile(text, file);
+    try {
+        return core::migrateSettings(settings, session.releaseChanges(), range);
+    } catch (const core::TextError& error) {
+        throw Failure(ExitCode::failed, core::located(file, text, error.offset(), error.what()));
+    } catch (const std::runtime_error& error) {
+        throw Failure(ExitCode::failed, file.string() + ": " + error.what());
+    }
+}
+
+/// Keeps the old content beside the file, under a name that is free.
+std::string keepBackup(const core::LockedFile& file, const Migration& migration)
+{
+    const std::string stem =
+        file.path().filename().string() + "." + (migration.from ? toText(*migration.from) : "older");
+    std::string name = stem + ".bak";
+    for (int count = 2; !file.keepCopy(name); ++count) {
+        name = stem + "." + std::to_string(count) + ".bak";
+    }
+    return name;
+}
+
+void writeMigrated(core::LockedFile& file, const Migration& migration, Output& out)
+{
+    if (migration.text == *file.content()) {
+        out << "nothing to do: the file is as it should be\n";
+        return;
+    }
+    const std::string backup = keepBackup(file, migration);
+    file.replace(migration.text);
+    out << "written; the old file is kept as " << backup << '\n';
+}
+
+ExitCode migrate(LazySession& lazy, const MigrateOptions& options, Output& out)
+{
+    const core::MigrationRange range{releaseOption("--from", options.from),
+                                     releaseOption("--to", options.to)};
+    const auto content = core::readFile(options.file);
+    if (!content) {
+        throw Failure(ExitCode::failed, options.file + ": no such file");
+    }
+    const Session& session = lazy.get();
+    std::optional<core::LockedFile> locked;
+    if (options.writes) {
+        locked.emplace(options.file);
+    }
+    const std::string text = locked ? locked->content().value_or(*content) : *content;
+    const Migration migration = planMigration(text, options.file, session, range);
+    report(migration, options.file, out);
+    const auto faults = core::checkMovedValues(migration, session.tree(), session.releaseChanges());
+    if (!faults.empty()) {
+        out << out.painted(Style::bad, "values that their new settings do not take, kept without effect:")
+            << '\n';
+        writeFaults(options.file, faults, out);
+    }
+    if (locked) {
+        writeMigrated(*locked, migration, out);
+    } else if (migration.text != text) {
+        out << "nothing is written; do so with --write\n";
+    }
+    return faults.empty() ? ExitCode::done : ExitCode::failed;
+}
+
+}  // namespace
+
+Verb addMigrate(CLI::App& app)
+{
+    CLI::App* parser = app.add_subcommand(
+        "migrate", "Carry a settings file of an older release forward; shows what it would do");
+    auto options = std::make_shared<MigrateOptions>();
+    parser->add_option("FILE", options->file, "Settings file")->type_name("")->required();
+    parser->add_option("--from", options->from, "Release to take the file for")->type_name("RELEASE");
+    parser->add_option("--to", options->to, "Release to go to; the newest when left out")
+        ->type_name("RELEASE");
+    parser->add_flag("--write", options->writes, "Write the file, and keep the old one beside it");
+    parser->footer("Example:\n  vxsettings migrate settings.json --write");
+    return {parser, [options](LazySession& session, Output& out) { return migrate(session, *options, out); }};
+}
+
+}  // namespace vx::tool

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <settings_core/file_check.hpp>
+
+#include <filesystem>
+#include <vector>
+
+#include "output.hpp"
+
+namespace vx::tool {
+
+/// A line for each fault: "<file>:<line>:<column>: <path>: <message>", what a message has on further lines
+/// behind semicolons.
+void writeFaults(const std::filesystem::path& file, const std::vector<core::FileFault>& faults, Output& out);
+
+}  // namespace vx::tool
