@@ -35,8 +35,9 @@ constexpr const char* footer =
 std::vector<Verb> addVerbs(CLI::App& app)
 {
     std::vector<Verb> verbs;
-    for (Verb (*add)(CLI::App&) : {addSummary, addTree, addList, addDescribe, addGet, addSet, addReset,
-                                   addCheck, addMigrate, addChanges, addExport, addDoctor})
+    for (Verb (*add)(CLI::App&) :
+         {addSummary, addTree, addList, addSearch, addDescribe, addGet, addSet, addReset, addCheck,
+          addMigrate, addChanges, addDiff, addHistory, addExport, addDoctor})
     {
         verbs.push_back(add(app));
     }

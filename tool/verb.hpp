@@ -25,6 +25,7 @@ struct Verb
 Verb addSummary(CLI::App& app);
 Verb addTree(CLI::App& app);
 Verb addList(CLI::App& app);
+Verb addSearch(CLI::App& app);
 Verb addDescribe(CLI::App& app);
 Verb addGet(CLI::App& app);
 Verb addSet(CLI::App& app);
@@ -33,6 +34,8 @@ Verb addCheck(CLI::App& app);
 Verb addMigrate(CLI::App& app);
 Verb addChanges(CLI::App& app);
 Verb addExport(CLI::App& app);
+Verb addDiff(CLI::App& app);
+Verb addHistory(CLI::App& app);
 Verb addDoctor(CLI::App& app);
 
 }  // namespace vx::tool

@@ -49,14 +49,10 @@ BlockHandle allocateBlock(ArrayType type, const ArrayDimensions& dimensions, std
     {
         throw std::bad_array_new_length();
     }
-    const auto release = [](void* memory) { ::operator delete(memory); };
-    std::unique_ptr<void, decltype(release)> memory(::operator new(bytes), release);
-    ArrayDimensions ownDimensions(dimensions);
-    auto* block = new (memory.get()) detail::ArrayBlock;
-    static_cast<void>(memory.release());
+    BlockHandle block(new (::operator new(bytes)) detail::ArrayBlock);
     block->type = type;
-    block->dimensions = std::move(ownDimensions);
-    return BlockHandle(block);
+    block->dimensions = dimensions;
+    return block;
 }
 
 BlockHandle copyOf(detail::ArrayBlock& source)
@@ -141,7 +137,9 @@ Array ArrayFactory::createArray(ArrayType type, const ArrayDimensions& dimension
     });
 }
 
-Array ArrayFactory::createScalarInternal(std::string text) const
+// Taken by value as the interface has it.
+Array ArrayFactory::createScalarInternal(
+    std::string text) const  // NOLINT(performance-unnecessary-value-param)
 {
     auto scalar = createArray<String>({1, 1});
     scalar[0] = toUtf16(text);

@@ -157,7 +157,7 @@ std::string kindWords(const Array& factoryValue)
 
 std::string validatorWords(const Properties& properties)
 {
-    const std::string words = describe(properties.validator);
+    std::string words = describe(properties.validator);
     const auto* script = std::get_if<::settings::core::MValidator>(&properties.validator);
     if (script != nullptr && findScriptFunction(*script) != nullptr) {
         return words;

@@ -214,45 +214,53 @@ json::object releaseJson(std::uint64_t index, const settings_core::ReleaseChange
             {"changes", std::move(changes)}};
 }
 
-/// Writes the entries of a list, each on its own line.
-class Lines
+/// Writes a list, each entry on its own line.
+void writeLines(std::string_view key, const json::array& entries, Output& out)
 {
-public:
-    explicit Lines(Output& out) : out_(out) {}
-
-    void add(const json::value& entry)
-    {
-        text_ = isFirst_ ? "\n    " : ",\n    ";
-        isFirst_ = false;
-        appendJson(text_, entry);
-        out_ << text_;
+    out << "  \"" << key << "\": [";
+    std::string text;
+    for (const json::value& entry : entries) {
+        text = &entry == entries.data() ? "\n    " : ",\n    ";
+        appendJson(text, entry);
+        out << text;
     }
+    out << "\n  ],\n";
+}
 
-private:
-    Output& out_;
-    std::string text_;
-    bool isFirst_ = true;
-};
+void writeField(std::string_view key, const json::value& value, std::string_view end, Output& out)
+{
+    std::string text;
+    appendJson(text, value);
+    out << "  \"" << key << "\": " << text << end;
+}
 
 }  // namespace
 
+json::object treeJson(const Session& session)
+{
+    json::array nodes;
+    nodes.reserve(session.tree().nodes().size());
+    for (const Node* node : session.tree().nodes()) {
+        nodes.push_back(nodeJson(*node));
+    }
+    json::array releases;
+    for (const auto& [index, set] : session.releaseChanges()) {
+        releases.push_back(releaseJson(index, set));
+    }
+    return {{"root", session.tree().root()->fullName()},
+            {"nodes", std::move(nodes)},
+            {"releaseChanges", std::move(releases)},
+            {"settingPathList", pathsJson(session.settingPathList())}};
+}
+
 void exportJson(const Session& session, Output& out)
 {
-    std::string text;
-    appendJson(text, session.tree().root()->fullName().c_str());
-    out << "{\n  \"root\": " << text << ",\n  \"nodes\": [";
-    Lines nodes(out);
-    for (const Node* node : session.tree().nodes()) {
-        nodes.add(nodeJson(*node));
-    }
-    out << "\n  ],\n  \"releaseChanges\": [";
-    Lines releases(out);
-    for (const auto& [index, set] : session.releaseChanges()) {
-        releases.add(releaseJson(index, set));
-    }
-    text.clear();
-    appendJson(text, pathsJson(session.settingPathList()));
-    out << "\n  ],\n  \"settingPathList\": " << text << "\n}\n";
+    const json::object document = treeJson(session);
+    out << "{\n";
+    writeField("root", document.at("root"), ",\n", out);
+    writeLines("nodes", document.at("nodes").get_array(), out);
+    writeLines("releaseChanges", document.at("releaseChanges").get_array(), out);
+    writeField("settingPathList", document.at("settingPathList"), "\n}\n", out);
 }
 
 }  // namespace vx::tool

@@ -1,0 +1,128 @@
+#include <CLI/CLI.hpp>
+#include <boost/json/array.hpp>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "json_text.hpp"
+#include "table.hpp"
+#include "tree_diff.hpp"
+#include "verb.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+namespace json = boost::json;
+
+struct DiffOptions
+{
+    std::string older;
+    std::string newer;
+    std::string format = "text";
+};
+
+/// What there is to say beside kind and path.
+std::string details(const Difference& difference)
+{
+    switch (difference.kind) {
+    case DifferenceKind::added:
+        return {};
+    case DifferenceKind::moved:
+        return "from " + difference.before + " in " + difference.after;
+    case DifferenceKind::removed:
+        return difference.after.empty() ? "" : "in " + difference.after;
+    case DifferenceKind::lost:
+        return difference.after.empty() ? "no record of the release table names it" : difference.after;
+    default:
+        return difference.before + " -> " + difference.after;
+    }
+}
+
+Style styleOf(DifferenceKind kind)
+{
+    switch (kind) {
+    case DifferenceKind::added:
+        return Style::good;
+    case DifferenceKind::lost:
+        return Style::bad;
+    default:
+        return Style::note;
+    }
+}
+
+void writeText(const std::vector<Difference>& differences, Output& out)
+{
+    Table table;
+    for (const Difference& difference : differences) {
+        table.add({{std::string(kindWord(difference.kind)), styleOf(difference.kind)},
+                   difference.path,
+                   {details(difference), Style::note}});
+    }
+    table.write(out);
+}
+
+void writeMarkdown(const std::vector<Difference>& differences, Output& out)
+{
+    out << "| change | path | details |\n|---|---|---|\n";
+    for (const Difference& difference : differences) {
+        std::string cell = details(difference);
+        for (std::size_t bar = cell.find('|'); bar != std::string::npos; bar = cell.find('|', bar + 2)) {
+            cell.insert(bar, 1, '\\');
+        }
+        out << "| " << kindWord(difference.kind) << " | `" << difference.path << "` | " << cell << " |\n";
+    }
+}
+
+void writeJson(const std::vector<Difference>& differences, Output& out)
+{
+    json::array list;
+    for (const Difference& difference : differences) {
+        list.push_back(json::object{{"change", kindWord(difference.kind)},
+                                    {"path", difference.path},
+                                    {"before", difference.before},
+                                    {"after", difference.after}});
+    }
+    std::string text;
+    appendJson(text, json::object{{"differences", std::move(list)}});
+    out << text << '\n';
+}
+
+ExitCode diff(const DiffOptions& options, Output& out)
+{
+    const auto older = TreeDocument::read(options.older);
+    const auto newer = TreeDocument::read(options.newer);
+    const auto differences = compareTrees(older, newer);
+    if (options.format == "json") {
+        writeJson(differences, out);
+    } else if (options.format == "markdown") {
+        writeMarkdown(differences, out);
+    } else {
+        writeText(differences, out);
+    }
+    const auto isLost = [](const Difference& difference) { return difference.kind == DifferenceKind::lost; };
+    return std::ranges::any_of(differences, isLost) ? ExitCode::failed : ExitCode::done;
+}
+
+}  // namespace
+
+Verb addDiff(CLI::App& app)
+{
+    CLI::App* parser = app.add_subcommand("diff", "What differs between two exported trees");
+    auto options = std::make_shared<DiffOptions>();
+    parser->add_option("OLD", options->older, "The older tree, made by export --format json")
+        ->type_name("")
+        ->required();
+    parser->add_option("NEW", options->newer, "The newer tree")->type_name("")->required();
+    parser->add_option("--format", options->format, "text, json or markdown")
+        ->check(CLI::IsMember({"text", "json", "markdown"}))
+        ->type_name("FORMAT");
+    parser->footer(
+        "Ends with 1 when a setting is lost: gone, and no record of the release table says where to.\n"
+        "Example:\n  vxsettings diff R2025b.json R2026a.json --format markdown");
+    return {parser, [options](LazySession&, Output& out) { return diff(*options, out); }};
+}
+
+}  // namespace vx::tool

@@ -1,0 +1,55 @@
+#include <CLI/CLI.hpp>
+
+#include <memory>
+#include <string>
+
+#include "tree_history.hpp"
+#include "verb.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+struct HistoryOptions
+{
+    std::string baseline;
+    std::string changedDefaults;
+};
+
+ExitCode history(const Session& session, const HistoryOptions& options, Output& out)
+{
+    const auto baseline = TreeDocument::read(options.baseline);
+    const auto listed =
+        options.changedDefaults.empty() ? ChangedDefaults() : readChangedDefaults(options.changedDefaults);
+    const auto faults = findHistoryFaults(baseline, TreeDocument::of(session), listed);
+    for (const std::string& fault : faults) {
+        out << out.painted(Style::bad, "fault") << "  " << fault << '\n';
+    }
+    if (faults.empty()) {
+        out << out.painted(Style::good, "ok") << "  every setting of the baseline is carried forward\n";
+    }
+    return faults.empty() ? ExitCode::done : ExitCode::failed;
+}
+
+}  // namespace
+
+Verb addHistory(CLI::App& app)
+{
+    CLI::App* parser =
+        app.add_subcommand("history", "Whether users' settings of the last release survive this one");
+    auto options = std::make_shared<HistoryOptions>();
+    parser
+        ->add_option("--baseline", options->baseline, "The last release's tree, made by export --format json")
+        ->type_name("FILE")
+        ->required();
+    parser
+        ->add_option("--changed-defaults", options->changedDefaults,
+                     "List of the settings whose default is meant to differ")
+        ->type_name("FILE");
+    parser->footer("Example:\n  vxsettings history --baseline docs/baseline/R2026a.json --changed-defaults "
+                   "docs/changed-defaults");
+    return {parser,
+            [options](LazySession& session, Output& out) { return history(session.get(), *options, out); }};
+}
+
+}  // namespace vx::tool

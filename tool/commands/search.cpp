@@ -1,0 +1,52 @@
+#include <settings_core/search.hpp>
+#include <settings_core/value_text.hpp>
+
+#include <CLI/CLI.hpp>
+#include <boost/algorithm/string/join.hpp>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "table.hpp"
+#include "verb.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+constexpr std::size_t valueWidth = 60;
+
+ExitCode search(const Session& session, const std::vector<std::string>& words, Output& out)
+{
+    const auto matches = core::search(session.tree(), words);
+    if (matches.empty()) {
+        throw Failure(ExitCode::failed, "nothing matches " + boost::algorithm::join(words, " ") +
+                                            "; all words have to match, so try fewer of them");
+    }
+    Table table;
+    for (const auto& [node, rank] : matches) {
+        table.add({{std::string(core::rankWord(rank)), Style::note},
+                   node->fullName(),
+                   {core::shortValueText(node->properties().factoryValue, valueWidth), Style::value}});
+    }
+    table.write(out);
+    return ExitCode::done;
+}
+
+}  // namespace
+
+Verb addSearch(CLI::App& app)
+{
+    CLI::App* parser =
+        app.add_subcommand("search", "Settings and groups by words of their path, then of their values");
+    auto words = std::make_shared<std::vector<std::string>>();
+    parser->add_option("WORDS", *words, "All of them have to match, in any order and case")
+        ->type_name("")
+        ->required();
+    parser->footer("Example:\n  vxsettings search color comment");
+    return {parser,
+            [words](LazySession& session, Output& out) { return search(session.get(), *words, out); }};
+}
+
+}  // namespace vx::tool

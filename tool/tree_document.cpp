@@ -1,0 +1,192 @@
+#include "tree_document.hpp"
+
+#include <settings_core/atomic_file.hpp>
+#include <settings_core/json_reader.hpp>
+#include <settings_core/value_text.hpp>
+
+#include <foundation/verdixdata/text.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+#include <utility>
+
+#include "commands/export_json.hpp"
+#include "failure.hpp"
+#include "json_text.hpp"
+#include "session.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+using core::JsonKind;
+using core::JsonValue;
+using core::TextError;
+using settings::core::ReleaseChangeSet;
+
+void appendSpelling(std::string& text, const JsonValue& value);
+
+template <class Range, class Append>
+void appendList(std::string& text, const Range& range, char open, char close, Append append)
+{
+    std::string_view separator;
+    text += open;
+    for (const auto& entry : range) {
+        text += separator;
+        append(entry);
+        separator = ", ";
+    }
+    text += close;
+}
+
+/// Numbers with a point or an exponent have many spellings; the digits of the others stand for themselves.
+void appendNumber(std::string& text, std::string_view digits)
+{
+    double number = 0;
+    if (digits.find_first_of(".eE") == std::string_view::npos ||
+        std::from_chars(digits.data(), digits.data() + digits.size(), number).ec != std::errc())
+    {
+        text += digits;
+    } else {
+        text += core::numberText(number);
+    }
+}
+
+void appendSpelling(std::string& text, const JsonValue& value)
+{
+    switch (value.kind) {
+    case JsonKind::object:
+        appendList(text, value.members, '{', '}', [&](const core::JsonMember& member) {
+            text.append(member.name).append(": ");
+            appendSpelling(text, member.value);
+        });
+        break;
+    case JsonKind::array:
+        appendList(text, value.elements, '[', ']',
+                   [&](const JsonValue& element) { appendSpelling(text, element); });
+        break;
+    case JsonKind::number:
+        appendNumber(text, value.text);
+        break;
+    case JsonKind::text:
+        text += core::jsonLiteral(core::decodedText(value));
+        break;
+    default:
+        text += value.text;
+        break;
+    }
+}
+
+const JsonValue& require(const JsonValue& value, JsonKind kind)
+{
+    if (value.kind != kind) {
+        throw TextError(value.offset, "expected " + std::string(kindWords(kind)));
+    }
+    return value;
+}
+
+const JsonValue& member(const JsonValue& object, std::string_view name, JsonKind kind)
+{
+    const auto found =
+        std::ranges::find(require(object, JsonKind::object).members, name, &core::JsonMember::name);
+    if (found == object.members.end()) {
+        throw TextError(object.offset, "expected a member \"" + std::string(name) + "\"");
+    }
+    return require(found->value, kind);
+}
+
+std::string textOf(const JsonValue& value)
+{
+    return foundation::verdixdata::toUtf8(core::decodedText(require(value, JsonKind::text)));
+}
+
+DocumentNode nodeOf(const JsonValue& entry)
+{
+    DocumentNode node{textOf(member(entry, "path", JsonKind::text)), {}};
+    for (const auto& [offset, nameText, name, value] : entry.members) {
+        appendSpelling(node.facts[name], value);
+    }
+    for (const char* fact : {"node", "visibility", "readOnly", "value", "validator", "runTimeDefault",
+                             "valueValidators", "aliasTarget", "errorHandler"})
+    {
+        if (!node.facts.contains(fact)) {
+            throw TextError(entry.offset, "expected a member \"" + std::string(fact) + "\"");
+        }
+    }
+    return node;
+}
+
+std::vector<std::string> pathsOf(const JsonValue& list)
+{
+    std::vector<std::string> paths;
+    std::ranges::transform(list.elements, std::back_inserter(paths), textOf);
+    return paths;
+}
+
+ReleaseChangeSet releaseOf(const JsonValue& entry)
+{
+    ReleaseChangeSet set{textOf(member(entry, "release", JsonKind::text)), false, {}};
+    for (const JsonValue& change : member(entry, "changes", JsonKind::array).elements) {
+        const JsonValue& from = member(change, "from", JsonKind::array);
+        if (from.elements.empty()) {
+            throw TextError(from.offset, "expected a path");
+        }
+        set.changes.emplace_back(textOf(member(change, "operation", JsonKind::text)), pathsOf(from),
+                                 pathsOf(member(change, "to", JsonKind::array)));
+    }
+    return set;
+}
+
+std::string contentOf(const std::string& file)
+{
+    std::optional<std::string> content = core::readFile(file);
+    if (!content) {
+        throw Failure(ExitCode::failed, "no such file: " + file);
+    }
+    return *std::move(content);
+}
+
+}  // namespace
+
+TreeDocument::TreeDocument(std::string_view text)
+{
+    const JsonValue document = core::readJson(text);
+    const auto& nodes = member(document, "nodes", JsonKind::array).elements;
+    nodes_.reserve(nodes.size());
+    for (const JsonValue& entry : nodes) {
+        nodes_.push_back(nodeOf(entry));
+        byPath_.emplace(nodes_.back().path, &nodes_.back());
+    }
+    for (const JsonValue& entry : member(document, "releaseChanges", JsonKind::array).elements) {
+        releases_.emplace(releases_.size(), releaseOf(entry));  // in their order, the oldest first
+    }
+}
+
+TreeDocument TreeDocument::read(const std::string& file)
+{
+    const std::string text = contentOf(file);
+    try {
+        return TreeDocument(text);
+    } catch (const TextError& error) {
+        const auto [line, column] = core::positionAt(text, error.offset());
+        throw Failure(ExitCode::failed, file + ":" + std::to_string(line) + ":" + std::to_string(column) +
+                                            ": no exported tree: " + error.what() +
+                                            "; make one with: vxsettings export --format json -o FILE");
+    }
+}
+
+TreeDocument TreeDocument::of(const Session& session)
+{
+    std::string text;
+    appendJson(text, treeJson(session));
+    return TreeDocument(text);
+}
+
+const DocumentNode* TreeDocument::find(std::string_view path) const noexcept
+{
+    const auto found = byPath_.find(path);
+    return found == byPath_.end() ? nullptr : found->second;
+}
+
+}  // namespace vx::tool
