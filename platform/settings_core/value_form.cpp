@@ -1,5 +1,6 @@
-#include <algorithm>
 #include <settings_core/value_form.hpp>
+
+#include <algorithm>
 #include <string_view>
 #include <variant>
 
