@@ -72,6 +72,12 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
     return {.range = {{.lower = lower}}};
 }
 
+/// Every element is a number, whichever.
+[[nodiscard]] inline SettingValueValidator anyNumber()
+{
+    return {.range = ::settings::core::SettingValueValidator::Range{}};
+}
+
 /// A text, or every text of a cell, is one of the words.
 [[nodiscard]] inline SettingValueValidator oneOf(std::initializer_list<std::u16string_view> words)
 {
@@ -82,12 +88,6 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
 [[nodiscard]] inline SettingValueValidator maximumLength(std::size_t length)
 {
     return {.maximumLength = length};
-}
-
-/// The value has these many rows and columns.
-[[nodiscard]] inline SettingValueValidator ofSize(std::size_t rows, std::size_t columns)
-{
-    return {.size = {{rows, columns}}};
 }
 
 /// A row of so many elements, each of which keeps the rule.
@@ -116,10 +116,12 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
     return {.colour = ::settings::core::SettingValueValidator::Colour::wholeNumbers};
 }
 
-/// Where a window is: four numbers, left, bottom, width and height.
+/// Where a window is: four numbers, left, bottom, width and height. The first two may be negative, on a
+/// screen beside the main one. That they are numbers is said here, as not every position has a factory value
+/// whose class would say it.
 [[nodiscard]] inline SettingValueValidator windowPosition()
 {
-    return ofSize(1, 4);
+    return rowOf(4, anyNumber());
 }
 
 // Settings
