@@ -60,12 +60,6 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
     return {.range = {{lower, upper}}};
 }
 
-/// Every element is this or less.
-[[nodiscard]] inline SettingValueValidator atMost(double upper)
-{
-    return {.range = {{.upper = upper}}};
-}
-
 /// Every element is this or more.
 [[nodiscard]] inline SettingValueValidator atLeast(double lower)
 {
@@ -103,11 +97,15 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
     return {.elementClass = foundation::verdixdata::ArrayType::CELL};
 }
 
-/// The value is a cell, and each of its texts one of the words.
-[[nodiscard]] inline SettingValueValidator cellOf(std::initializer_list<std::u16string_view> words)
+/// The value is a cell, and each of its texts one of the words. These are plain ASCII, in the form in which a
+/// factory value is given, so that a list which serves as both is written once.
+[[nodiscard]] inline SettingValueValidator cellOf(const std::vector<std::string>& words)
 {
-    return {.allowedValues = {words.begin(), words.end()},
-            .elementClass = foundation::verdixdata::ArrayType::CELL};
+    auto rule = cellOfTexts();
+    for (const std::string& word : words) {
+        rule.allowedValues.emplace_back(word.begin(), word.end());
+    }
+    return rule;
 }
 
 /// Red, green and blue as whole numbers from 0 to 255.
