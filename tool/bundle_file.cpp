@@ -73,6 +73,15 @@ void requireLibrary(const std::filesystem::path& file)
     }
 }
 
+namespace {
+
+std::string missingExport(const std::string& component, const std::string& symbol)
+{
+    return "its manifest names the component " + component + ", but the library does not export " + symbol;
+}
+
+}  // namespace
+
 std::string findComponentDefect(const cppmicroservices::Bundle& bundle)
 {
     const std::unique_ptr<void, CloseLibrary> library(
@@ -84,8 +93,7 @@ std::string findComponentDefect(const cppmicroservices::Bundle& bundle)
         for (const char* prefix : {"NewInstance_", "DeleteInstance_"}) {
             const std::string symbol = prefix + exportSuffix(name);
             if (::dlsym(library.get(), symbol.c_str()) == nullptr) {
-                return "its manifest names the component " + name + ", but the library does not export " +
-                       symbol;
+                return missingExport(name, symbol);
             }
         }
     }

@@ -49,6 +49,7 @@ CLI::Option* addChoice(CLI::App& app, const std::string& option, Value& target,
                        const std::map<std::string, Value>& values, const std::string& help)
 {
     std::vector<std::string> names;
+    names.reserve(values.size());
     for (const auto& [name, value] : values) {
         names.push_back(name);
     }

@@ -37,7 +37,7 @@ std::vector<Verb> addVerbs(CLI::App& app)
     std::vector<Verb> verbs;
     for (Verb (*add)(CLI::App&) :
          {addSummary, addTree, addList, addSearch, addDescribe, addGet, addSet, addReset, addCheck,
-          addMigrate, addChanges, addDiff, addHistory, addExport, addDoctor})
+          addMigrate, addChanges, addDiff, addHistory, addExport, addLint, addDoctor})
     {
         verbs.push_back(add(app));
     }

@@ -29,6 +29,12 @@ std::string describe(const ReleaseChangeSet& set, const SettingsFileChange& chan
     return set.release + ": " + change.operation() + " " + change.from().front() + target;
 }
 
+std::string goneWithoutRecord(const std::string& path)
+{
+    return path + " is gone, and no record of a later release moves or removes it: put it back in " +
+           sourceFileOf(path) + " or add a record to " + recordsFile;
+}
+
 bool sameChange(const SettingsFileChange& left, const SettingsFileChange& right)
 {
     return left.operation() == right.operation() && left.from() == right.from() && left.to() == right.to();
@@ -62,10 +68,7 @@ private:
         for (const DocumentNode& node : baseline_.nodes()) {
             const std::string& path = node.path;
             if (!node.isGroup() && live_.find(path) == nullptr && core::changesFrom(later_, path).empty()) {
-                faults_.push_back(path +
-                                  " is gone, and no record of a later release moves or removes it: put "
-                                  "it back in " +
-                                  sourceFileOf(path) + " or add a record to " + recordsFile);
+                faults_.push_back(goneWithoutRecord(path));
             }
         }
     }

@@ -36,6 +36,7 @@ Verb addChanges(CLI::App& app);
 Verb addExport(CLI::App& app);
 Verb addDiff(CLI::App& app);
 Verb addHistory(CLI::App& app);
+Verb addLint(CLI::App& app);
 Verb addDoctor(CLI::App& app);
 
 }  // namespace vx::tool

@@ -8,7 +8,7 @@ void buildAppearanceArea(FactoryGroup& root)
     // The words differ in case on purpose: capitals for the desktop's theme, none for that of figures.
     auto appearance = addGroup(root, "appearance", "Hidden", true);
     addText(appearance, "VERDIXTheme", "System", Hidden, oneOf({u"System", u"Light", u"Dark"}));
-    addUnset(appearance, "CurrentTheme", Hidden, stringScalar);
+    addUnset(appearance, "CurrentTheme", Hidden, stringScalar);  // known once the desktop runs
 
     auto figure = addGroup(appearance, "figure");
     addText(figure, "GraphicsTheme", "auto", Hidden, oneOf({u"auto", u"light", u"dark"}));

@@ -32,7 +32,7 @@ void addSwitches(FactoryGroup& desktop)
     addLogical(desktop, "RestoreDesktopConfig", true, Hidden);
     addLogical(desktop, "FirstTechPreviewEntry", false, Hidden);
     addLogical(desktop, "PrewarmInDebug", false, Hidden);
-    addNumber(desktop, "Zoom", 100, Hidden, inRange(25, 500));  // per cent
+    addNumber(desktop, "Zoom", 100, Hidden, inRange(25, 500));  // percent
     addNumber(desktop, "TextFontSize", 12, Hidden, inRange(1, 36));
     addCharVector(desktop, "LayoutState", "", Hidden, rememberedState());
     addCharVector(desktop, "Documents", "", Hidden, rememberedState());

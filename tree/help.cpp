@@ -24,8 +24,8 @@ void buildHelpArea(FactoryGroup& root)
     addLogical(help, "OptionalDocInstall", true);
     addLogical(help, "DocSearchDirectConnection", false);
     addLogical(help, "DocSearchEnableIPC", true);
-    addCell(help, "SystemBrowserForDoc", {"verdixOnline", "verdixDesktop"},
-            cellOf({u"verdixOnline", u"verdixDesktop"}));
+    const std::vector<std::string> products = {"verdixOnline", "verdixDesktop"};
+    addCell(help, "SystemBrowserForDoc", products, cellOf(products));
 
     auto csh = addGroup(help, "csh");
     auto window = addGroup(csh, "window");

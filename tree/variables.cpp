@@ -30,15 +30,14 @@ void buildStatistics(FactoryGroup& variables)
 
 void buildStructColumns(FactoryGroup& variables)
 {
-    const auto columns = cellOf({u"Name", u"Value", u"Size", u"Class", u"Min", u"Max", u"Range", u"Mean",
-                                 u"Median", u"Mode", u"Var", u"Std"});
-    const std::vector<std::string> order = {"Name",  "Value", "Size",   "Class", "Min", "Max",
+    const std::vector<std::string> names = {"Name",  "Value", "Size",   "Class", "Min", "Max",
                                             "Range", "Mean",  "Median", "Mode",  "Var", "Std"};
-    const std::vector<int> widths(order.size(), 75);
+    const std::vector<int> widths(names.size(), 75);
+    const auto columns = cellOf(names);
 
     auto structColumns = addGroup(variables, "structcolumns", "Hidden", false);
     addCell(structColumns, "ColumnsShown", {"Name", "Value", "Size", "Class"}, Visible, columns);
-    addCell(structColumns, "ColumnOrder", order, Visible, columns);
+    addCell(structColumns, "ColumnOrder", names, Visible, columns);
     addValue(structColumns, "ColumnWidths", internal::makeRow<int>(widths), rowOf(widths.size(), atLeast(1)));
 }
 

@@ -60,16 +60,16 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
     return {.range = {{lower, upper}}};
 }
 
-/// Every element is this or less.
-[[nodiscard]] inline SettingValueValidator atMost(double upper)
-{
-    return {.range = {{.upper = upper}}};
-}
-
 /// Every element is this or more.
 [[nodiscard]] inline SettingValueValidator atLeast(double lower)
 {
     return {.range = {{.lower = lower}}};
+}
+
+/// Every element is a number, whichever.
+[[nodiscard]] inline SettingValueValidator anyNumber()
+{
+    return {.range = ::settings::core::SettingValueValidator::Range{}};
 }
 
 /// A text, or every text of a cell, is one of the words.
@@ -82,12 +82,6 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
 [[nodiscard]] inline SettingValueValidator maximumLength(std::size_t length)
 {
     return {.maximumLength = length};
-}
-
-/// The value has these many rows and columns.
-[[nodiscard]] inline SettingValueValidator ofSize(std::size_t rows, std::size_t columns)
-{
-    return {.size = {{rows, columns}}};
 }
 
 /// A row of so many elements, each of which keeps the rule.
@@ -103,11 +97,15 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
     return {.elementClass = foundation::verdixdata::ArrayType::CELL};
 }
 
-/// The value is a cell, and each of its texts one of the words.
-[[nodiscard]] inline SettingValueValidator cellOf(std::initializer_list<std::u16string_view> words)
+/// The value is a cell, and each of its texts one of the words. These are plain ASCII, in the form in which a
+/// factory value is given, so that a list which serves as both is written once.
+[[nodiscard]] inline SettingValueValidator cellOf(const std::vector<std::string>& words)
 {
-    return {.allowedValues = {words.begin(), words.end()},
-            .elementClass = foundation::verdixdata::ArrayType::CELL};
+    auto rule = cellOfTexts();
+    for (const std::string& word : words) {
+        rule.allowedValues.emplace_back(word.begin(), word.end());
+    }
+    return rule;
 }
 
 /// Red, green and blue as whole numbers from 0 to 255.
@@ -116,10 +114,12 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
     return {.colour = ::settings::core::SettingValueValidator::Colour::wholeNumbers};
 }
 
-/// Where a window is: four numbers, left, bottom, width and height.
+/// Where a window is: four numbers, left, bottom, width and height. The first two may be negative, on a
+/// screen beside the main one. That they are numbers is said here, as not every position has a factory value
+/// whose class would say it.
 [[nodiscard]] inline SettingValueValidator windowPosition()
 {
-    return ofSize(1, 4);
+    return rowOf(4, anyNumber());
 }
 
 // Settings

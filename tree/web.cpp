@@ -27,10 +27,11 @@ void buildWebArea(FactoryGroup& root)
     addGroup(web, "zoom");
 
     // The platforms on which each client uses the lightweight browser.
-    const auto platforms = cellOf({u"win64", u"maci64", u"glnxa64"});
+    const std::vector<std::string> allPlatforms = {"win64", "maci64", "glnxa64"};
+    const auto platforms = cellOf(allPlatforms);
     auto cef = addGroup(web, "cef");
-    addCell(cef, "liveeditor", {"win64", "maci64", "glnxa64"}, platforms);
-    addCell(cef, "helpbrowser", {"win64", "maci64", "glnxa64"}, platforms);
+    addCell(cef, "liveeditor", allPlatforms, platforms);
+    addCell(cef, "helpbrowser", allPlatforms, platforms);
     addUnset(cef, "webbrowser", platforms);
     addUnset(cef, "helppanel", platforms);
 }

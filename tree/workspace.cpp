@@ -32,8 +32,8 @@ void buildStatisticalCalculations(FactoryGroup& workspace)
 void buildColumns(FactoryGroup& workspace)
 {
     // "Bytes" stands fifth among the columns to choose from, but last among those shown in order.
-    const auto names = cellOf({u"Name", u"Value", u"Size", u"Class", u"Bytes", u"Min", u"Max", u"Range",
-                               u"Mean", u"Median", u"Mode", u"Var", u"Std"});
+    const auto names = cellOf({"Name", "Value", "Size", "Class", "Bytes", "Min", "Max", "Range", "Mean",
+                               "Median", "Mode", "Var", "Std"});
     const std::vector<std::string> order = {"Name", "Value",  "Size", "Class", "Min", "Max",  "Range",
                                             "Mean", "Median", "Mode", "Var",   "Std", "Bytes"};
     const std::vector<int> widths(order.size(), 75);

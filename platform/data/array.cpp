@@ -137,9 +137,8 @@ Array ArrayFactory::createArray(ArrayType type, const ArrayDimensions& dimension
     });
 }
 
-// Taken by value as the interface has it.
-Array ArrayFactory::createScalarInternal(
-    std::string text) const  // NOLINT(performance-unnecessary-value-param)
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes the text by value.
+Array ArrayFactory::createScalarInternal(std::string text) const
 {
     auto scalar = createArray<String>({1, 1});
     scalar[0] = toUtf16(text);

@@ -1,6 +1,7 @@
+#include <settings_core/atomic_file.hpp>
+
 #include <cerrno>
 #include <fcntl.h>
-#include <settings_core/atomic_file.hpp>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>

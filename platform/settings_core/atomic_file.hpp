@@ -25,7 +25,8 @@ namespace vx::core {
 class VX_API LockedFile
 {
 public:
-    /// Waits for the lock; makes the folder where there is none. Raises std::system_error with the file's name.
+    /// Waits for the lock; makes the folder where there is none. Raises std::system_error with the file's
+    /// name.
     explicit LockedFile(const std::filesystem::path& file);
     LockedFile(const LockedFile&) = delete;
     LockedFile& operator=(const LockedFile&) = delete;

@@ -1,6 +1,7 @@
+#include <settings_core/json_object_edit.hpp>
+
 #include <foundation/verdixdata/text.hpp>
 
-#include <settings_core/json_object_edit.hpp>
 #include <utility>
 
 namespace vx::core {
@@ -34,8 +35,9 @@ JsonObjectEdit::JsonObjectEdit(std::string_view text, const JsonValue& object, J
         const std::size_t nameEnd = member.offset + member.nameText.size();
         const std::size_t valueEnd = member.value.end();
         const std::size_t next = text.find_first_not_of(" \t\r\n", valueEnd);
-        members_.push_back({between(at, member.offset), member.nameText, between(nameEnd, member.value.offset),
-                            member.value.text, between(valueEnd, next)});
+        members_.push_back({between(at, member.offset), member.nameText,
+                            between(nameEnd, member.value.offset), member.value.text,
+                            between(valueEnd, next)});
         at = next + 1;
     }
 }

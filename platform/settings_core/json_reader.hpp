@@ -4,11 +4,12 @@
 // and how it is written. Numbers keep their digits and texts every UTF-16 unit, so nothing is lost on the way
 // to a value of the setting's own class.
 
+#include <settings_core/text_position.hpp>
+
 #include <foundation/export.hpp>
 
 #include <cstddef>
 #include <cstdint>
-#include <settings_core/text_position.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,7 +42,7 @@ struct JsonValue
 
 struct JsonMember
 {
-    std::size_t offset = 0;  ///< of the name's opening quote
+    std::size_t offset = 0;     ///< of the name's opening quote
     std::string_view nameText;  ///< the name as it is written, with its quotes
     std::string name;
     JsonValue value;

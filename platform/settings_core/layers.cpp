@@ -84,7 +84,7 @@ LayerFiles defaultLayerFiles()
     return {installationFile(), personalFile()};
 }
 
-SettingsFile parseSettingsFile(std::string text, const fs::path& file)
+SettingsFile parseSettingsFile(const std::string& text, const fs::path& file)
 {
     try {
         return SettingsFile(text);
@@ -95,8 +95,8 @@ SettingsFile parseSettingsFile(std::string text, const fs::path& file)
 
 std::optional<SettingsFile> loadSettingsFile(const fs::path& file)
 {
-    std::optional<std::string> text = readFile(file);
-    return text ? std::optional(parseSettingsFile(*std::move(text), file)) : std::nullopt;
+    const std::optional<std::string> text = readFile(file);
+    return text ? std::optional(parseSettingsFile(*text, file)) : std::nullopt;
 }
 
 const fs::path& Layers::fileOf(Layer layer) const noexcept

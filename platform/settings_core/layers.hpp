@@ -58,7 +58,8 @@ struct LayerValue
 [[nodiscard]] VX_API std::optional<SettingsFile> loadSettingsFile(const std::filesystem::path& file);
 
 /// The same for a text that was read from this file.
-[[nodiscard]] VX_API SettingsFile parseSettingsFile(std::string text, const std::filesystem::path& file);
+[[nodiscard]] VX_API SettingsFile parseSettingsFile(const std::string& text,
+                                                    const std::filesystem::path& file);
 
 /// The layers over a tree, which has to outlive them. Files are read when they are first needed, as
 /// loadSettingsFile does; only what they state themselves counts as theirs.

@@ -1,7 +1,8 @@
-#include <boost/smart_ptr/make_shared.hpp>
-
 #include <builder/factory_node.hpp>
 #include <settings_core/settings_tree.hpp>
+
+#include <boost/smart_ptr/make_shared.hpp>
+
 #include <stdexcept>
 
 namespace settings::core {

@@ -1,6 +1,6 @@
 #include <settings_core/release_history.hpp>
 
-#include <ranges>
+#include <boost/range/adaptor/reversed.hpp>
 
 namespace vx::core {
 
@@ -30,8 +30,8 @@ bool isAtOrUnder(std::string_view path, std::string_view group) noexcept
 std::vector<ReleaseStep> movesTo(const ReleaseChangeTable& table, std::string_view path)
 {
     std::vector<ReleaseStep> steps;
-    for (const auto& [index, set] : std::views::reverse(table)) {
-        for (const SettingsFileChange& change : std::views::reverse(set.changes)) {
+    for (const auto& [index, set] : boost::adaptors::reverse(table)) {
+        for (const SettingsFileChange& change : boost::adaptors::reverse(set.changes)) {
             if (leadsTo(change, path)) {
                 path = change.from().front();
                 steps.push_back({set.release, path, change.to().front()});

@@ -19,11 +19,11 @@ struct ReleaseStep
 
 /// The moves that led to this path, the latest first. The steps refer to the table.
 [[nodiscard]] VX_API std::vector<ReleaseStep> movesTo(const ::settings::core::ReleaseChangeTable& table,
-                                               std::string_view path);
+                                                      std::string_view path);
 
 /// What became of this path, or of the group it was in, the earliest first: moves, and a removal at the end.
 [[nodiscard]] VX_API std::vector<ReleaseStep> changesFrom(const ::settings::core::ReleaseChangeTable& table,
-                                                   std::string_view path);
+                                                          std::string_view path);
 
 /// The steps in words: "it was moved to <path> in R2022b, then removed in R2026a"; empty without steps.
 [[nodiscard]] VX_API std::string describe(const std::vector<ReleaseStep>& steps);

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <settings_core/node.hpp>
+
 #include <foundation/export.hpp>
 #include <foundation/verdixdata/array.hpp>
-#include <settings_core/node.hpp>
 
 #include <optional>
 

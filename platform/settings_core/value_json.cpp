@@ -1,12 +1,13 @@
 #include <data/views.hpp>
+#include <settings_core/value_literals.hpp>
+#include <settings_core/value_parsing.hpp>
+#include <settings_core/value_text.hpp>
+
 #include <foundation/verdixdata/array_factory.hpp>
 
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <settings_core/value_literals.hpp>
-#include <settings_core/value_parsing.hpp>
-#include <settings_core/value_text.hpp>
 #include <stdexcept>
 #include <utility>
 
@@ -142,7 +143,8 @@ void requireJsonForm(const Array& value)
 {
     const bool isOneRow = value.getType() == ArrayType::CHAR || value.getType() == ArrayType::CELL;
     if (!value.isAssigned() || value.getDimensions().size() != 2 || value.getDimensions()[0] == 0 ||
-        (isOneRow && !data::isRow(value))) {
+        (isOneRow && !data::isRow(value)))
+    {
         throw std::invalid_argument("a settings file can hold no value of this shape: " + shapeText(value));
     }
 }

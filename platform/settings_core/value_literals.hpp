@@ -1,12 +1,14 @@
 #pragma once
 
-// Between the written form of a value, in whichever notation, and the array: its literals in rows and columns.
+// Between the written form of a value, in whichever notation, and the array: its literals in rows and
+// columns.
+
+#include <settings_core/value_form.hpp>
 
 #include <foundation/verdixdata/array.hpp>
 
 #include <cstddef>
 #include <cstdint>
-#include <settings_core/value_form.hpp>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -1,9 +1,10 @@
+#include <settings_core/value_literals.hpp>
+#include <settings_core/value_parsing.hpp>
+
 #include <foundation/verdixdata/text.hpp>
 #include <verdix/settings/internal/values.hpp>
 
 #include <algorithm>
-#include <settings_core/value_literals.hpp>
-#include <settings_core/value_parsing.hpp>
 #include <utility>
 
 namespace vx::core {
@@ -72,9 +73,9 @@ private:
             const std::size_t columns = row(grid, close);
             ++grid.rows;
             if (columns != grid.columns) {
-                throw TextError(start, "row " + std::to_string(grid.rows) + " has " + std::to_string(columns) +
-                                           " elements, expected " + std::to_string(grid.columns) +
-                                           " as in the first row");
+                throw TextError(start, "row " + std::to_string(grid.rows) + " has " +
+                                           std::to_string(columns) + " elements, expected " +
+                                           std::to_string(grid.columns) + " as in the first row");
             }
         }
     }

@@ -2,11 +2,12 @@
 
 // From what a person or a file says to a value. The way back to what a person reads is in value_text.hpp.
 
+#include <settings_core/json_reader.hpp>
+#include <settings_core/value_form.hpp>
+
 #include <foundation/export.hpp>
 #include <foundation/verdixdata/array.hpp>
 
-#include <settings_core/json_reader.hpp>
-#include <settings_core/value_form.hpp>
 #include <string>
 #include <string_view>
 
@@ -21,15 +22,17 @@ namespace vx::core {
 [[nodiscard]] VX_API foundation::verdixdata::Array parseJsonValue(std::string_view text,
                                                                   const ValueForm& form);
 
-/// The value that a JSON value stands for: numbers, true and false for scalars, lists for rows, lists of lists
-/// for the rows of a matrix, texts, lists of texts for cells. "NaN", "Inf" and "-Inf" may stand in place of a
-/// double, null for a string that is missing. Raises TextError with an offset in the text that the JSON value
-/// is part of.
-[[nodiscard]] VX_API foundation::verdixdata::Array valueFromJson(const JsonValue& json, const ValueForm& form);
+/// The value that a JSON value stands for: numbers, true and false for scalars, lists for rows, lists of
+/// lists for the rows of a matrix, texts, lists of texts for cells. "NaN", "Inf" and "-Inf" may stand in
+/// place of a double, null for a string that is missing. Raises TextError with an offset in the text that the
+/// JSON value is part of.
+[[nodiscard]] VX_API foundation::verdixdata::Array valueFromJson(const JsonValue& json,
+                                                                 const ValueForm& form);
 
-/// The same value as JSON on one line, from which valueFromJson makes it again, equal in every bit but for the
-/// payload of a NaN. Raises std::invalid_argument for what settings files cannot hold: an unassigned value,
-/// more than two dimensions, no rows, characters or a cell in other than one row, a cell of anything but texts.
+/// The same value as JSON on one line, from which valueFromJson makes it again, equal in every bit but for
+/// the payload of a NaN. Raises std::invalid_argument for what settings files cannot hold: an unassigned
+/// value, more than two dimensions, no rows, characters or a cell in other than one row, a cell of anything
+/// but texts.
 [[nodiscard]] VX_API std::string valueToJson(const foundation::verdixdata::Array& value);
 
 }  // namespace vx::core

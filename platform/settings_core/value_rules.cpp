@@ -101,6 +101,7 @@ std::string colourWords(Rule::Colour colour, const std::vector<std::u16string>& 
 }
 
 /// Calls visitor(words, accepts), two functions, for every rule that the record states, in a fixed order.
+/// Class and size are left out where the example shows them: it keeps them, and they need no words.
 template <class Visitor>
 void forEachRule(const ValueRules& rules, const Array& example, Visitor visitor)
 {
@@ -110,22 +111,22 @@ void forEachRule(const ValueRules& rules, const Array& example, Visitor visitor)
                 value, [&](auto n) { return data::isWithin(n, rules.range->lower, rules.range->upper); });
         });
     }
-    if (!rules.allowedValues.empty() && !rules.colour) {
-        visitor(wordsWords(rules.allowedValues, example),
-                [&](const Array& value) { return holdsOnly(rules.allowedValues, value); });
-    }
     if (rules.maximumLength) {
         visitor(lengthWords(*rules.maximumLength, example),
                 [&](const Array& value) { return lengthOf(value) <= *rules.maximumLength; });
     }
-    if (rules.size) {
+    if (rules.size && !data::hasSize(example, rules.size->rows, rules.size->columns)) {
         visitor(sizeWords(*rules.size), [&](const Array& value) {
             return data::hasSize(value, rules.size->rows, rules.size->columns);
         });
     }
-    if (rules.elementClass) {
+    if (rules.elementClass && example.getType() != *rules.elementClass) {
         visitor(classWords(*rules.elementClass),
                 [&](const Array& value) { return value.getType() == *rules.elementClass; });
+    }
+    if (!rules.allowedValues.empty() && !rules.colour) {
+        visitor(wordsWords(rules.allowedValues, example),
+                [&](const Array& value) { return holdsOnly(rules.allowedValues, value); });
     }
     if (rules.colour) {
         visitor(colourWords(*rules.colour, rules.allowedValues), [&](const Array& value) {
@@ -219,13 +220,16 @@ std::string describeAccepted(const Properties& properties)
 {
     const auto isColourRule = [](const ValueRules& rules) { return rules.colour.has_value(); };
     const auto& records = properties.valueValidators;
+    // "a whole number from 0 to 3", but "a number accepted by f of lib, from 0 to 3".
+    const bool readsOn = std::holds_alternative<std::monostate>(properties.validator) ||
+                         std::holds_alternative<::settings::core::MValidator>(properties.validator);
     // A colour's own words say what kind of value it is.
     std::string text =
         std::any_of(records.begin(), records.end(), isColourRule) ? "" : validatorWords(properties);
     for (const ValueRules& rules : records) {
         const std::string words = describe(rules, properties.factoryValue);
-        // A range comes first in its record and reads on: "a whole number from 0 to 3".
-        const char* separator = rules.range ? " " : ", ";
+        // A range comes first in its record.
+        const char* separator = rules.range && readsOn ? " " : ", ";
         text += (text.empty() || words.empty() ? "" : separator) + words;
     }
     return text;

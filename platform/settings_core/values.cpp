@@ -1,9 +1,9 @@
 #include <foundation/verdixdata/array_factory.hpp>
 #include <foundation/verdixdata/text.hpp>
+#include <verdix/settings/internal/values.hpp>
 
 #include <algorithm>
 #include <string_view>
-#include <verdix/settings/internal/values.hpp>
 
 namespace verdix::settings::internal {
 

@@ -49,7 +49,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         {{"get", "commandwindow"},
          1,
          "is a group; see what is in it with: vxsettings tree verdix.commandwindow"},
-        {{"get", "dump"}, 1, "verdix.dump has no factory value"},
+        {{"get", "dump"}, 1, "verdix.dump has no factory value, and no file gives it one"},
         {{"list", "nothing*"}, 1, "no path matches nothing*"},
         {{"export", "--format", "json", "-o", "/no/such/folder/x"},
          1,

@@ -64,6 +64,21 @@ TEST_F(LiveTreeTest, SettingsAcceptTheirOwnValueAndRefuseOthers)
     }
 }
 
+TEST_F(LiveTreeTest, RowsOfAFixedLengthTakeNoTextOfThatLength)
+{
+    std::size_t rows = 0;
+    for (const Node* setting : checkedSettings()) {
+        for (const auto& rule : setting->properties().valueValidators) {
+            if (rule.size) {
+                ++rows;
+                const Array text = verdix::settings::internal::charvec(std::string(rule.size->columns, 'x'));
+                EXPECT_FALSE(vx::core::checkValue(*setting, text).accepted()) << setting->fullName();
+            }
+        }
+    }
+    EXPECT_GT(rows, 0U);
+}
+
 TEST_F(LiveTreeTest, PathsThatOthersRelyOnExist)
 {
     std::vector<std::string> paths;

@@ -1,16 +1,19 @@
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <map>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <unistd.h>
+#include <vector>
 
 #include "export_json.hpp"
 #include "export_page.hpp"
 #include "export_schema.hpp"
+#include "export_table.hpp"
 #include "verb.hpp"
 
 namespace vx::tool {
@@ -44,26 +47,42 @@ private:
     int descriptor_;
 };
 
-/// A form in which the tree is written.
-using Writer = void (*)(LazySession& lazy, Output& out);
-
-const std::map<std::string, Writer> writers{
-    {"html", exportPage},
-    {"json", [](LazySession& lazy, Output& out) { exportJson(lazy.get(), out); }},
-    {"json-schema", [](LazySession& lazy, Output& out) { exportSchema(lazy.get(), out); }},
+struct Format
+{
+    const char* name;
+    void (*write)(LazySession& lazy, Output& out);
 };
+
+template <void (*write)(const Session& session, Output& out)>
+void writeTree(LazySession& lazy, Output& out)
+{
+    write(lazy.get(), out);
+}
+
+constexpr Format formats[] = {{"json", writeTree<exportJson>},
+                              {"json-schema", writeTree<exportSchema>},
+                              {"html", exportPage},
+                              {"csv", writeTree<exportCsv>},
+                              {"markdown", writeTree<exportMarkdown>}};
+
+std::vector<std::string> formatNames()
+{
+    std::vector<std::string> names;
+    std::ranges::transform(formats, std::back_inserter(names), &Format::name);
+    return names;
+}
 
 ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& standard)
 {
-    const Writer write = writers.at(options.format);
-    static_cast<void>(lazy.get());  // a bundle that does not start leaves the file as it is
+    const Format& format = *std::ranges::find(formats, options.format, &Format::name);
+    static_cast<void>(lazy.get());  // a bundle that cannot start leaves the file as it is
     if (options.file.empty()) {
-        write(lazy, standard);
+        format.write(lazy, standard);
         return ExitCode::done;
     }
     const WritableFile file(options.file);
     Output out(file.descriptor(), options.file, ColourChoice::never);
-    write(lazy, out);
+    format.write(lazy, out);
     out.flush();
     return ExitCode::done;
 }
@@ -72,18 +91,20 @@ ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& sta
 
 Verb addExport(CLI::App& app)
 {
-    CLI::App* parser = app.add_subcommand("export", "The whole tree for other programs");
+    CLI::App* parser = app.add_subcommand("export", "The whole tree for other programs, and for looking at");
     auto options = std::make_shared<ExportOptions>();
     parser
-        ->add_option("--format", options->format,
-                     "html: a page for browsers; json: everything, for programs; json-schema: for editors of "
-                     "settings files")
+        ->add_option(
+            "--format", options->format,
+            "json, csv or markdown; json-schema, by which editors complete and check settings files; html, "
+            "a page that shows and searches the settings")
         ->required()
-        ->check(CLI::IsMember(writers))
+        ->check(CLI::IsMember(formatNames()))
         ->type_name("FORMAT");
     parser->add_option("-o,--output", options->file, "File to write instead of standard output")
         ->type_name("FILE");
-    parser->footer("Example:\n  vxsettings export --format json -o settings.json");
+    parser->footer("Example:\n  vxsettings export --format json -o settings.json\n"
+                   "  vxsettings export --format html -o settings.html");
     return {parser,
             [options](LazySession& session, Output& out) { return exportTree(session, *options, out); }};
 }

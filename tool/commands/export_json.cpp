@@ -21,7 +21,6 @@ namespace {
 namespace json = boost::json;
 namespace settings_core = ::settings::core;
 using core::Node;
-using core::NodeKind;
 using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 using foundation::verdixdata::String;

@@ -21,10 +21,12 @@ core::LayerValue valueOf(core::Layers& layers, const core::Node& setting)
     core::LayerValue held = layers.effective(setting);
     if (!held.value.isAssigned()) {
         throw Failure(ExitCode::failed,
-                      setting.fullName() + (held.faults.empty() ? " has no value; see what it accepts with: "
-                                                                  "vxsettings describe " +
-                                                                      setting.fullName()
-                                                                : ": " + firstLine(held.faults.back())));
+                      setting.fullName() + (held.faults.empty()
+                                                ? " has no factory value, and no file gives it one; see "
+                                                  "what it accepts with: "
+                                                  "vxsettings describe " +
+                                                      setting.fullName()
+                                                : ": " + firstLine(held.faults.back())));
     }
     for (const std::string& fault : held.faults) {
         std::fprintf(stderr, "vxsettings: passed over: %s\n", firstLine(fault).c_str());

@@ -14,14 +14,17 @@ struct HistoryOptions
 {
     std::string baseline;
     std::string changedDefaults;
+    std::string tree;
 };
 
-ExitCode history(const Session& session, const HistoryOptions& options, Output& out)
+ExitCode history(LazySession& session, const HistoryOptions& options, Output& out)
 {
     const auto baseline = TreeDocument::read(options.baseline);
     const auto listed =
         options.changedDefaults.empty() ? ChangedDefaults() : readChangedDefaults(options.changedDefaults);
-    const auto faults = findHistoryFaults(baseline, TreeDocument::of(session), listed);
+    const auto current =
+        options.tree.empty() ? TreeDocument::of(session.get()) : TreeDocument::read(options.tree);
+    const auto faults = findHistoryFaults(baseline, current, listed);
     for (const std::string& fault : faults) {
         out << out.painted(Style::bad, "fault") << "  " << fault << '\n';
     }
@@ -46,10 +49,11 @@ Verb addHistory(CLI::App& app)
         ->add_option("--changed-defaults", options->changedDefaults,
                      "List of the settings whose default is meant to differ")
         ->type_name("FILE");
+    parser->add_option("--tree", options->tree, "An exported tree to check in place of the live one")
+        ->type_name("FILE");
     parser->footer("Example:\n  vxsettings history --baseline docs/baseline/R2026a.json --changed-defaults "
                    "docs/changed-defaults");
-    return {parser,
-            [options](LazySession& session, Output& out) { return history(session.get(), *options, out); }};
+    return {parser, [options](LazySession& session, Output& out) { return history(session, *options, out); }};
 }
 
 }  // namespace vx::tool

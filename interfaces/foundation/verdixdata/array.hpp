@@ -98,8 +98,8 @@ public:
     /// False only for a default-constructed array.
     [[nodiscard]] bool isAssigned() const noexcept { return block_ != nullptr; }
 
-    /// Same class, same dimensions, equal elements (cells: to any depth). It answers "has this value changed":
-    /// NaN equals NaN.
+    /// Same class, same dimensions, equal elements (cells: to any depth). It answers "has this value
+    /// changed": NaN equals NaN.
     friend VX_API bool operator==(const Array& left, const Array& right) noexcept;
 
 protected:

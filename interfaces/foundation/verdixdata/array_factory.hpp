@@ -29,8 +29,7 @@ namespace standalone {
 
 /// The factory of a process that has the data-array library alone, without the environment around it.
 class ClientArrayFactory : public ArrayFactory
-{
-};
+{};
 
 }  // namespace standalone
 

@@ -39,8 +39,7 @@ private:
 
 /// Refuses or reports a value that a setting did not accept; called with the setting's name and the value.
 /// What it raises is the message that the user reads.
-using ErrorHandler =
-    std::function<void(const std::string& name, const foundation::verdixdata::Array& value)>;
+using ErrorHandler = std::function<void(const std::string& name, const foundation::verdixdata::Array& value)>;
 
 /// Everything that a provider says of one node.
 class FactorySettingProperties
@@ -50,9 +49,14 @@ public:
     FactorySettingProperties(bool isVisible, bool isReadOnly, foundation::verdixdata::Array value,
                              Validator check, RunTimeDefault computedDefault, bool hasAdditionalFile,
                              bool reservedFlag, std::vector<SettingValueValidator::ConfigData> records)
-        : visible(isVisible), readOnly(isReadOnly), factoryValue(std::move(value)),
-          validator(std::move(check)), runTimeDefault(std::move(computedDefault)),
-          additionalFile(hasAdditionalFile), reserved(reservedFlag), valueValidators(std::move(records))
+        : visible(isVisible),
+          readOnly(isReadOnly),
+          factoryValue(std::move(value)),
+          validator(std::move(check)),
+          runTimeDefault(std::move(computedDefault)),
+          additionalFile(hasAdditionalFile),
+          reserved(reservedFlag),
+          valueValidators(std::move(records))
     {}
 
     /// Makes the node an alias of the setting at this path.

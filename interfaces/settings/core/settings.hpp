@@ -32,8 +32,9 @@ public:
     /// Creates a node under this one and returns its handle. `isSetting` tells a setting from a group.
     /// The settings core takes what it needs out of the properties; the caller keeps its record.
     /// Raises std::invalid_argument when this node already has a child of that name or cannot have children.
-    virtual boost::shared_ptr<MSettings> createFactorySetting(
-        const std::string& name, bool isSetting, const detail::FactorySettingProperties& properties) = 0;
+    virtual boost::shared_ptr<MSettings>
+    createFactorySetting(const std::string& name, bool isSetting,
+                         const detail::FactorySettingProperties& properties) = 0;
 };
 
 }  // namespace settings::core

@@ -37,8 +37,7 @@ class CPPValidator : public detail::FunctionName
 {
 public:
     using Callable = std::function<void(const boost::shared_ptr<const Settings>& node,
-                                        const std::string& name,
-                                        const foundation::verdixdata::Array& value)>;
+                                        const std::string& name, const foundation::verdixdata::Array& value)>;
 
     CPPValidator(Callable callable, std::string scope, std::string function)
         : FunctionName(std::move(scope), std::move(function)), callable_(std::move(callable))

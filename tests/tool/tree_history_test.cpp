@@ -1,0 +1,218 @@
+// Comparing trees: what a release engineer asks of two releases, with documents that are wrong in one thing.
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <tests/tool/process.hpp>
+#include <vector>
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using tests::runTool;
+
+const std::string baseline = VX_SOURCE_DIR "/docs/baseline/R2026a.json";
+
+/// An exported tree as text, a node a line, to be doctored.
+class Document
+{
+public:
+    Document()
+    {
+        std::ifstream file(baseline);
+        for (std::string line; std::getline(file, line);) {
+            lines_.push_back(line);
+        }
+    }
+
+    /// The line of the node at this path.
+    std::string& node(const std::string& path) { return *find("\"path\": \"" + path + "\""); }
+
+    void remove(const std::string& path) { lines_.erase(find("\"path\": \"" + path + "\"")); }
+
+    /// Another node like this one, at another path.
+    void addLike(const std::string& path, const std::string& newPath)
+    {
+        const auto line = find("\"path\": \"" + path + "\"");
+        std::string copy = *line;
+        copy.replace(copy.find(path), path.size(), newPath);
+        lines_.insert(line, copy);
+    }
+
+    /// A further release with one change.
+    void addRelease(const std::string& change)
+    {
+        const auto last = find("\"index\": 5");
+        const std::string release =
+            ",\n    { \"index\": 6, \"release\": \"R2026b\", \"crossesRootGroups\": false, "
+            "\"changes\": [" +
+            change + "] }";
+        last->append(release);
+    }
+
+    void rewriteRelease(const std::string& from, const std::string& to)
+    {
+        std::string& line = *find("\"release\": \"R2020b\"");
+        line.replace(line.find(from), from.size(), to);
+    }
+
+    [[nodiscard]] std::string write(const std::string& name) const
+    {
+        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+        const auto file = std::filesystem::temp_directory_path() / (std::string(test->name()) + "." + name);
+        std::ofstream out(file);
+        for (const auto& line : lines_) {
+            out << line << '\n';
+        }
+        return file.string();
+    }
+
+private:
+    std::vector<std::string>::iterator find(const std::string& text)
+    {
+        const auto line = std::ranges::find_if(
+            lines_, [&](const std::string& candidate) { return candidate.find(text) != std::string::npos; });
+        EXPECT_NE(line, lines_.end()) << text;
+        return line;
+    }
+
+    std::vector<std::string> lines_;
+};
+
+void replace(std::string& text, const std::string& from, const std::string& to)
+{
+    ASSERT_NE(text.find(from), std::string::npos) << from << " in " << text;
+    text.replace(text.find(from), from.size(), to);
+}
+
+std::string change(const std::string& operation, const std::string& from, const std::string& to = {})
+{
+    return "{ \"operation\": \"" + operation + "\", \"from\": [\"" + from + "\"], \"to\": [" +
+           (to.empty() ? "" : "\"" + to + "\"") + "] }";
+}
+
+TEST(TreeHistory, TheLiveTreeCarriesTheBaselineForward)
+{
+    const auto run = runTool(
+        {"history", "--baseline", baseline, "--changed-defaults", VX_SOURCE_DIR "/docs/changed-defaults"});
+    EXPECT_EQ(run.exitCode, 0) << run.output << run.errors;
+    EXPECT_EQ(runTool({"lint"}).output, "");
+}
+
+/// What `history` says of a current tree that differs from the baseline.
+std::string faultsOf(const Document& current, const std::string& listed = {})
+{
+    const std::string list = current.write("list");
+    std::ofstream(list) << listed;
+    const auto run = runTool(
+        {"history", "--baseline", baseline, "--tree", current.write("json"), "--changed-defaults", list});
+    EXPECT_EQ(run.exitCode, run.output.starts_with("ok") ? 0 : 1) << run.errors;
+    return run.output;
+}
+
+TEST(TreeHistory, EachQuestionCanFail)
+{
+    const std::string lost = "verdix.web.FindPanel";
+    Document gone;
+    gone.remove(lost);
+    EXPECT_THAT(faultsOf(gone), AllOf(HasSubstr(lost + " is gone"), HasSubstr("tree/web.cpp"),
+                                      HasSubstr("migration/release_changes.cpp")));
+    gone.addRelease(change("remove", "verdix.web"));
+    EXPECT_THAT(faultsOf(gone), testing::StartsWith("ok"));
+
+    Document astray;
+    astray.remove(lost);
+    astray.addRelease(change("move", lost, "verdix.web.Nowhere"));
+    EXPECT_THAT(faultsOf(astray), HasSubstr("R2026b: move " + lost +
+                                            " to verdix.web.Nowhere: the target does not "
+                                            "exist"));
+
+    Document invented;
+    invented.addRelease(change("remove", "verdix.web.NeverWas"));
+    EXPECT_THAT(faultsOf(invented),
+                HasSubstr("R2026b: remove verdix.web.NeverWas: no release had this path"));
+
+    Document changed;
+    replace(changed.node(lost), "\"small\"", "\"large\"");
+    EXPECT_THAT(faultsOf(changed), HasSubstr(lost + " has another default"));
+    EXPECT_THAT(faultsOf(changed, lost + "  # asked for\n"), testing::StartsWith("ok"));
+    EXPECT_THAT(faultsOf(Document(), lost), HasSubstr(lost + " is listed in docs/changed-defaults, but"));
+
+    Document rewritten;
+    rewritten.rewriteRelease("DelimiterOptionsTyping", "DelimiterOptions");
+    EXPECT_THAT(faultsOf(rewritten),
+                HasSubstr("the records of R2020b are no longer those that it came out with"));
+}
+
+TEST(TreeDiff, TellsKindsOfDifferencesApart)
+{
+    Document newer;
+    newer.remove("verdix.web.FindPanel");
+    newer.remove("verdix.web.UseProxy");
+    newer.addLike("verdix.web.ProxyHost", "verdix.web.Host");
+    newer.remove("verdix.web.ProxyHost");
+    newer.addLike("verdix.web.ProxyPort", "verdix.web.Fresh|Port");
+    newer.addRelease(change("remove", "verdix.web.UseProxy") + ", " +
+                     change("move", "verdix.web.ProxyHost", "verdix.web.Host"));
+    replace(newer.node("verdix.web.MaxFileSize"), "1500000", "2000000");
+    replace(newer.node("verdix.web.SystemBrowser"), "\"default\"", "\"hidden\"");
+    replace(newer.node("verdix.web.ProxyUsername"), "mustBeStringScalar", "mustBeAnything");
+    const std::string file = newer.write("json");
+
+    const auto text = runTool({"diff", baseline, file});
+    EXPECT_EQ(text.exitCode, 1) << "a setting is lost";
+    std::istringstream lines(text.output);
+    std::vector<std::string> found;
+    for (std::string kind, path, rest; lines >> kind >> path && std::getline(lines, rest);) {
+        found.push_back(kind + " " + path);
+    }
+    EXPECT_THAT(found,
+                testing::ElementsAre("added verdix.web.Fresh|Port", "moved verdix.web.Host",
+                                     "removed verdix.web.UseProxy", "lost verdix.web.FindPanel",
+                                     "default verdix.web.MaxFileSize", "validator verdix.web.ProxyUsername",
+                                     "visibility verdix.web.SystemBrowser"));
+    EXPECT_THAT(runTool({"diff", baseline, file, "--format", "json"}).output,
+                HasSubstr("\"change\": \"moved\", \"path\": \"verdix.web.Host\", \"before\": "
+                          "\"verdix.web.ProxyHost\", \"after\": \"R2026b\""));
+    EXPECT_THAT(runTool({"diff", baseline, file, "--format", "markdown"}).output,
+                HasSubstr("| lost | `verdix.web.FindPanel` |"));
+
+    const auto same = runTool({"diff", baseline, baseline});
+    EXPECT_EQ(same.exitCode, 0);
+    EXPECT_EQ(same.output, "");
+}
+
+TEST(TreeDiff, SaysWhereADocumentIsWrong)
+{
+    const std::string file = Document().write("broken");
+    std::ofstream(file) << "{\n  \"nodes\": [ { \"path\": 3 } ] }";
+    EXPECT_THAT(runTool({"diff", file, baseline}).errors,
+                HasSubstr(file + ":2:24: no exported tree: expected a text"));
+    EXPECT_THAT(runTool({"diff", baseline, "/no/such/tree.json"}).errors,
+                HasSubstr("no such file: /no/such/tree.json"));
+}
+
+TEST(Search, RanksWithoutHiding)
+{
+    const auto firstLine = [](const std::string& output) { return output.substr(0, output.find('\n')); };
+    EXPECT_THAT(firstLine(runTool({"search", "showtips"}).output),
+                testing::MatchesRegex("exact +verdix.suggestions.ShowTips +true"));
+    const std::string zoom = runTool({"search", "zoom"}).output;
+    const std::size_t exact = zoom.find("verdix.web.Zoom ");
+    const std::size_t prefix = zoom.find("verdix.editor.displaysettings.CurrentZoomFactor ");
+    EXPECT_LT(exact, prefix);
+    EXPECT_NE(prefix, std::string::npos) << "a lower rank is listed, too";
+    EXPECT_THAT(runTool({"search", "twister"}).output,
+                HasSubstr("verdix.general.randomnumbers.DefaultAlgorithm"));
+    EXPECT_THAT(runTool({"search", "rational"}).output, HasSubstr("verdix.commandwindow.NumericFormat"))
+        << "an allowed word";
+    EXPECT_THAT(runTool({"search", "shwotips"}).output, HasSubstr("spelled alike"));
+    EXPECT_EQ(runTool({"search", "comment", "zzz"}).exitCode, 1) << "all words have to match";
+}
+
+}  // namespace

@@ -1,0 +1,141 @@
+#include "export_table.hpp"
+
+#include <settings_core/value_rules.hpp>
+#include <settings_core/value_text.hpp>
+
+#include <boost/algorithm/string/join.hpp>
+#include <boost/algorithm/string/replace.hpp>
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "words.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+using core::Node;
+using core::NodeKind;
+
+constexpr std::size_t valueWidth = 120;
+constexpr std::array<std::string_view, 7> columns = {"path",      "class", "shape",     "value",
+                                                     "validator", "rules", "visibility"};
+using Row = std::array<std::string, columns.size()>;
+
+std::string validatorName(const settings::core::Validator& validator)
+{
+    return std::visit(
+        []<class Function>(const Function& function) -> std::string {
+            if constexpr (std::is_same_v<Function, std::monostate>) {
+                return {};
+            } else {
+                return qualifiedName(function);
+            }
+        },
+        validator);
+}
+
+std::string rules(const Node::Properties& properties)
+{
+    std::vector<std::string> words;
+    for (const auto& record : properties.valueValidators) {
+        words.push_back(core::describe(record, properties.factoryValue));
+    }
+    return boost::algorithm::join(words, "; ");
+}
+
+/// The value in the scripting language's form; for what has none, where it comes from.
+std::string value(const Node& node)
+{
+    const auto& properties = node.properties();
+    if (node.kind() == NodeKind::alias) {
+        return "alias of " + properties.aliasName();
+    }
+    if (const auto* computed = std::get_if<settings::core::CRunTimeDefault>(&properties.runTimeDefault)) {
+        return "computed by " + computed->function() + " of " + computed->scope();
+    }
+    return core::shortValueText(properties.factoryValue, valueWidth);
+}
+
+Row rowOf(const Node& node)
+{
+    const auto& properties = node.properties();
+    const auto& array = properties.factoryValue;
+    return {node.fullName(),
+            array.isAssigned() ? className(array.getType()) : "",
+            array.isAssigned() ? core::dimensionsText(array.getDimensions()) : "",
+            value(node),
+            validatorName(properties.validator),
+            rules(properties),
+            std::string(visibilityWord(node))};
+}
+
+template <class Write>
+void forEachRow(const Session& session, Write write)
+{
+    for (const Node* node : session.tree().nodes()) {
+        if (node->kind() != NodeKind::group) {
+            write(rowOf(*node));
+        }
+    }
+}
+
+std::string csvField(std::string field)
+{
+    if (field.find_first_of(",\"\r\n") == std::string::npos) {
+        return field;
+    }
+    boost::algorithm::replace_all(field, "\"", "\"\"");
+    return '"' + field + '"';
+}
+
+template <class Fields>
+void writeCsvLine(const Fields& fields, Output& out)
+{
+    std::string_view separator;
+    for (const auto& field : fields) {
+        out << separator << csvField(std::string(field));
+        separator = ",";
+    }
+    out << "\r\n";
+}
+
+std::string markdownCell(std::string cell)
+{
+    boost::algorithm::replace_all(cell, "\\", "\\\\");
+    boost::algorithm::replace_all(cell, "|", "\\|");
+    boost::algorithm::replace_all(cell, "<", "&lt;");
+    return cell;
+}
+
+template <class Fields>
+void writeMarkdownLine(const Fields& fields, Output& out)
+{
+    out << '|';
+    for (const auto& field : fields) {
+        out << ' ' << markdownCell(std::string(field)) << " |";
+    }
+    out << '\n';
+}
+
+}  // namespace
+
+void exportCsv(const Session& session, Output& out)
+{
+    writeCsvLine(columns, out);
+    forEachRow(session, [&](const Row& row) { writeCsvLine(row, out); });
+}
+
+void exportMarkdown(const Session& session, Output& out)
+{
+    writeMarkdownLine(columns, out);
+    writeMarkdownLine(
+        std::array<std::string_view, columns.size()>{"---", "---", "---", "---", "---", "---", "---"}, out);
+    forEachRow(session, [&](const Row& row) { writeMarkdownLine(row, out); });
+}
+
+}  // namespace vx::tool

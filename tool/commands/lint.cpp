@@ -1,0 +1,30 @@
+#include <CLI/CLI.hpp>
+
+#include "tree_lint.hpp"
+#include "verb.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+ExitCode lint(const Session& session, Output& out)
+{
+    const auto releases = session.releaseChanges();
+    const auto faults = lintTree(session.tree(), releases);
+    for (const auto& [file, path, message] : faults) {
+        out << file << ": " << out.painted(Style::heading, path) << ": " << message << '\n';
+    }
+    return faults.empty() ? ExitCode::done : ExitCode::failed;
+}
+
+}  // namespace
+
+Verb addLint(CLI::App& app)
+{
+    CLI::App* parser =
+        app.add_subcommand("lint", "Mistakes in the description of the tree, each with the file to edit");
+    parser->footer("Says nothing and ends with 0 when there are none.");
+    return {parser, [](LazySession& session, Output& out) { return lint(session.get(), out); }};
+}
+
+}  // namespace vx::tool
