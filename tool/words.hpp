@@ -8,6 +8,8 @@
 
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <variant>
 
 namespace vx::tool {
 
@@ -19,5 +21,20 @@ namespace vx::tool {
 
 /// Place and name of a function: "verdix.settings.mustBeLogicalScalar".
 [[nodiscard]] std::string qualifiedName(const ::settings::core::detail::FunctionName& function);
+
+/// The same of a validator or run-time default; empty where there is none.
+template <class... Functions>
+[[nodiscard]] std::string qualifiedName(const std::variant<std::monostate, Functions...>& function)
+{
+    return std::visit(
+        []<class Function>(const Function& named) {
+            if constexpr (std::is_same_v<Function, std::monostate>) {
+                return std::string();
+            } else {
+                return qualifiedName(named);
+            }
+        },
+        function);
+}
 
 }  // namespace vx::tool

@@ -7,7 +7,6 @@
 
 #include <memory>
 #include <string>
-#include <variant>
 
 #include "table.hpp"
 #include "verb.hpp"
@@ -72,19 +71,10 @@ std::string accessWords(const core::Node::Properties& properties)
     return flag.value() ? "read-only" : flag.isWritten() ? "may be changed: declared so" : "may be changed";
 }
 
-struct FunctionText
-{
-    std::string operator()(std::monostate) const { return {}; }
-    std::string operator()(const ::settings::core::detail::FunctionName& function) const
-    {
-        return qualifiedName(function);
-    }
-};
-
 void addValue(const Node& setting, Facts& facts)
 {
     const auto& properties = setting.properties();
-    const std::string function = std::visit(FunctionText(), properties.runTimeDefault);
+    const std::string function = qualifiedName(properties.runTimeDefault);
     if (properties.factoryValue.isAssigned()) {
         facts.add("class", core::shapeText(properties.factoryValue));
         facts.add("value", core::shortValueText(properties.factoryValue, valueWidth));
@@ -99,7 +89,7 @@ void addValue(const Node& setting, Facts& facts)
 void addChecks(const Node& setting, Facts& facts)
 {
     const auto& properties = setting.properties();
-    if (const std::string function = std::visit(FunctionText(), properties.validator); !function.empty()) {
+    if (const std::string function = qualifiedName(properties.validator); !function.empty()) {
         facts.add("validator", function + ": " + core::describe(properties.validator));
     }
     for (const auto& record : properties.valueValidators) {

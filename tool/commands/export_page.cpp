@@ -98,23 +98,16 @@ std::string valueHtml(const Node& setting, const Array& value, const std::string
     return text + "<details><summary>" + code + "</summary><code>" + html(whole) + "</code></details>";
 }
 
-struct FunctionText
-{
-    std::string operator()(std::monostate) const { return {}; }
-    std::string operator()(const ::settings::core::detail::FunctionName& function) const
-    {
-        return "computed by " + qualifiedName(function);
-    }
-};
-
 std::string factoryHtml(const Node& setting, const std::string& font)
 {
     const auto& properties = setting.properties();
     if (properties.factoryValue.isAssigned()) {
         return valueHtml(setting, properties.factoryValue, font);
     }
-    const std::string computed = std::visit(FunctionText(), properties.runTimeDefault);
-    return "<span class=\"note\">" + html(computed.empty() ? "no factory value" : computed) + "</span>";
+    const std::string function = qualifiedName(properties.runTimeDefault);
+    return "<span class=\"note\">" +
+           (function.empty() ? "no factory value" : "computed by <code>" + html(function) + "</code>") +
+           "</span>";
 }
 
 std::string classOf(const Node& setting)

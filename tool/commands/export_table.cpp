@@ -26,19 +26,6 @@ constexpr std::array<std::string_view, 7> columns = {"path",      "class", "shap
                                                      "validator", "rules", "visibility"};
 using Row = std::array<std::string, columns.size()>;
 
-std::string validatorName(const settings::core::Validator& validator)
-{
-    return std::visit(
-        []<class Function>(const Function& function) -> std::string {
-            if constexpr (std::is_same_v<Function, std::monostate>) {
-                return {};
-            } else {
-                return qualifiedName(function);
-            }
-        },
-        validator);
-}
-
 std::string rules(const Node::Properties& properties)
 {
     std::vector<std::string> words;
@@ -69,7 +56,7 @@ Row rowOf(const Node& node)
             array.isAssigned() ? className(array.getType()) : "",
             array.isAssigned() ? core::dimensionsText(array.getDimensions()) : "",
             value(node),
-            validatorName(properties.validator),
+            qualifiedName(properties.validator),
             rules(properties),
             std::string(visibilityWord(node))};
 }
