@@ -1,0 +1,17 @@
+// Run under callgrind with collection off at the start: collects the instructions of one tree, built after
+// one that has resolved all symbols and filled all function-local statics.
+
+#include <bench/live_bundle.hpp>
+#include <valgrind/callgrind.h>
+
+int main()
+{
+    auto& loader = bench::liveLoader();
+    static_cast<void>(vx::core::loadTree(loader));
+    CALLGRIND_START_INSTRUMENTATION;
+    CALLGRIND_TOGGLE_COLLECT;
+    const auto tree = vx::core::loadTree(loader);
+    CALLGRIND_TOGGLE_COLLECT;
+    CALLGRIND_STOP_INSTRUMENTATION;
+    return tree.nodes().empty() ? 1 : 0;
+}

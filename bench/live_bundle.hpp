@@ -1,0 +1,41 @@
+#pragma once
+
+#include <settings_core/settings_tree.hpp>
+#include <tool/host.hpp>
+
+#include <bench/recorded_calls.hpp>
+
+namespace bench {
+
+/// The bundle as the command runs it, started once for the whole program.
+inline settings::core::FactorySettingsLoader& liveLoader()
+{
+    static const vx::tool::Host host(vx::tool::defaultBundleFile());
+    return host.loader();
+}
+
+/// A tree that holds the bundle's so many times, each under a group of its own.
+inline vx::core::SettingsTree buildCopies(int copies)
+{
+    vx::core::SettingsTree tree("verdix");
+    const Properties group(false, false, {}, {}, {}, false, false, {});
+    for (int copy = 0; copy < copies; ++copy) {
+        const std::string name = "copy" + std::to_string(copy);
+        createTreeUnder(liveLoader(), tree.root()->createFactorySetting(name, false, group), name);
+    }
+    return tree;
+}
+
+/// The paths of all settings that have a factory value.
+inline std::vector<const vx::core::Node*> settingsWithValue(const vx::core::SettingsTree& tree)
+{
+    std::vector<const vx::core::Node*> settings;
+    for (const vx::core::Node* node : tree.nodes()) {
+        if (node->kind() == vx::core::NodeKind::setting && node->properties().factoryValue.isAssigned()) {
+            settings.push_back(node);
+        }
+    }
+    return settings;
+}
+
+}  // namespace bench

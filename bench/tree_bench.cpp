@@ -1,0 +1,71 @@
+// How long the tree takes to build, beside the least that the settings core has to do for it, and how long a
+// look-up by path takes. Taking a tree down is not timed.
+
+#include <benchmark/benchmark.h>
+
+#include <bench/live_bundle.hpp>
+#include <optional>
+
+namespace bench {
+
+namespace {
+
+/// Times `make`, whose result is let go while the clock stands.
+template <class Make>
+void timeMaking(benchmark::State& state, Make make)
+{
+    for ([[maybe_unused]] auto step : state) {
+        std::optional made(make());
+        state.PauseTiming();
+        made.reset();
+        state.ResumeTiming();
+    }
+}
+
+void treeBuilt(benchmark::State& state)
+{
+    auto& loader = liveLoader();
+    timeMaking(state, [&] { return vx::core::loadTree(loader); });
+}
+
+void treeFloor(benchmark::State& state)
+{
+    const RecordedCalls calls(liveLoader());
+    timeMaking(state, [&] {
+        vx::core::SettingsTree tree("verdix");
+        calls.replay(tree.root());
+        return tree;
+    });
+}
+
+void treeCopies(benchmark::State& state)
+{
+    const int copies = static_cast<int>(state.range(0));
+    timeMaking(state, [&] { return buildCopies(copies); });
+}
+
+void treeFind(benchmark::State& state)
+{
+    const vx::core::SettingsTree tree = vx::core::loadTree(liveLoader());
+    const auto settings = settingsWithValue(tree);
+    std::vector<std::string> paths;
+    for (const auto* setting : settings) {
+        paths.push_back(setting->fullName());
+    }
+    std::size_t next = 0;
+    for ([[maybe_unused]] auto step : state) {
+        benchmark::DoNotOptimize(tree.find(paths[next])->properties().factoryValue);
+        next = next + 1 == paths.size() ? 0 : next + 1;
+    }
+}
+
+BENCHMARK(treeBuilt)->Name("tree/built")->Unit(benchmark::kMicrosecond);
+BENCHMARK(treeFloor)->Name("tree/floor")->Unit(benchmark::kMicrosecond);
+BENCHMARK(treeCopies)->Name("tree/copies")->Arg(1)->Arg(10)->Arg(100)->Unit(benchmark::kMicrosecond);
+BENCHMARK(treeFind)->Name("tree/find");
+
+}  // namespace
+
+}  // namespace bench
+
+BENCHMARK_MAIN();
