@@ -54,3 +54,13 @@ build() {
         quietly ninja -C "$folder" "$@"
     fi
 }
+
+# build_benchmarks [TARGET...]: into build/bench, as people get it; without a TARGET, all benchmarks.
+build_benchmarks() {
+    local folder="$project/build/bench"
+    (($#)) || set -- bench
+    "$project/scripts/setup.sh" --bench --quiet
+    [[ -e $folder/build.ninja ]] || quietly cmake -S "$project" --preset release -B "$folder" -DVX_BUILD_BENCH=ON \
+        -DVX_BUILD_TESTS=OFF
+    quietly ninja -C "$folder" "$@"
+}

@@ -4,6 +4,8 @@
 #   scripts/setup.sh          compilers and libraries, to build and to test
 #   scripts/setup.sh --ci     also what the checks need: clang, clang-format, clang-tidy, shellcheck, git,
 #                             Chromium and Node, python3-jsonschema
+#   scripts/setup.sh --bench  also what the benchmarks need: Google Benchmark, valgrind, and the libraries that they
+#                             compare with: GLib, Qt, nlohmann JSON
 #   scripts/setup.sh --quiet  says nothing when there is nothing to install
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
@@ -14,6 +16,9 @@ packages=(
     libcli11-dev libgtest-dev libgmock-dev libzip-dev zlib1g-dev
 )
 check_packages=(git clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev shellcheck python3-jsonschema chromium)
+bench_packages=(
+    libbenchmark-dev valgrind python3 libglib2.0-dev libglib2.0-bin qtbase5-dev nlohmann-json3-dev
+)
 # Whoever has Node has it from elsewhere as often as from Debian, and the two exclude each other.
 type node npm &>/dev/null || check_packages+=(nodejs npm)
 
@@ -21,6 +26,7 @@ quiet=false
 for argument in "$@"; do
     case $argument in
     --ci) packages+=("${check_packages[@]}") ;;
+    --bench) packages+=("${bench_packages[@]}") ;;
     --quiet) quiet=true ;;
     *) fail "unknown argument '$argument'; see the head of this file" ;;
     esac
