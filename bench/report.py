@@ -1,0 +1,154 @@
+#!/usr/bin/env python3
+"""Gathers what one run of the benchmarks measured into bench/results.json, and writes the table and the picture of
+docs/performance.md from it.
+
+    report.py BUILD_FOLDER PROJECT
+"""
+
+import json
+import os
+import pathlib
+import re
+import subprocess
+import sys
+
+PEERS = ("GSettings", "QSettings", "Boost.JSON", "nlohmann JSON", "Boost.PropertyTree")
+STEPS = ("process", "linking", "framework", "bundle", "tree", "files", "command line")
+BEGIN, END = "<!-- measured: begin -->\n", "<!-- measured: end -->\n"
+
+
+def medians(file):
+    """Name to median processor time, in microseconds."""
+    unit = {"ns": 1e-3, "us": 1, "ms": 1e3}
+    runs = [run for run in json.loads(file.read_text())["benchmarks"] if run["aggregate_name"] == "median"]
+    faults = [run["name"] for run in runs if run.get("error_occurred")]
+    if faults:
+        sys.exit(f"failed while it was measured: {', '.join(faults)}")
+    return {run["run_name"]: run["cpu_time"] * unit[run["time_unit"]] for run in runs}
+
+
+def machine(build):
+    """Processor, cores and compiler, as they are."""
+    model = re.search(r"^model name\s*: (.*)$", pathlib.Path("/proc/cpuinfo").read_text(), re.M)
+    compiler = re.search(r"^CMAKE_CXX_COMPILER:[^=]*=(.*)$", (build / "CMakeCache.txt").read_text(), re.M)[1]
+    version = subprocess.run([compiler, "--version"], capture_output=True, text=True, check=True).stdout
+    return {"processor": model[1] if model else os.uname().machine, "cores": os.cpu_count(),
+            "compiler": version.splitlines()[0]}
+
+
+def gather(build, previous):
+    """The results of this run. The build's time is only measured on request, so the last one is kept."""
+    results = build / "results"
+    seconds = results / "build_seconds"
+    return {
+        "machine": machine(build),
+        "microseconds": medians(results / "tree.json"),
+        "memory": json.loads((results / "memory.json").read_text()),
+        "start": json.loads((results / "start.json").read_text()),
+        "moduleBytes": (results / "module.so").stat().st_size,
+        "buildSeconds": int(seconds.read_text()) if seconds.exists() else previous.get("buildSeconds"),
+    }
+
+
+def row(what, measured, against, value, goal, at_most=True, unit=""):
+    """One line of the table; value and goal are what is compared."""
+    met = value <= goal if at_most else value >= goal
+    digits = 0 if value >= 20 else 2
+    return (f"| {what} | {measured} | {against} | {value:.{digits}f}{unit} | {'≤' if at_most else '≥'} {goal}{unit} "
+            f"| {'yes' if met else '**no**'} |")
+
+
+def table(results):
+    """The goals, one a line."""
+    micro, memory, start = results["microseconds"], results["memory"], results["start"]
+    fastest = min(PEERS, key=lambda peer: micro[f"peer/{peer}"])
+    one = micro["tree/copies/1"]
+
+    def us(value):
+        return f"{value:.0f} µs" if value >= 10 else f"{value * 1000:.0f} ns"
+
+    rows = [
+        row("tree built", us(micro["tree/built"]), f"floor, {us(micro['tree/floor'])}",
+            micro["tree/built"] / micro["tree/floor"], 1.5),
+        row("allocations per setting in the module", f"{memory['module']['allocations']:.2f}",
+            f"settings core, {memory['core']['allocations']:.2f}", memory["module"]["allocations"], 4),
+        row("tree built", us(micro["tree/built"]), f"{fastest} loads, {us(micro[f'peer/{fastest}'])}",
+            micro["tree/built"] / micro[f"peer/{fastest}"], 1),
+        row("look-up by path, times as fast", us(micro["tree/find"]), f"GSettings, {us(micro['find/GSettings'])}",
+            micro["find/GSettings"] / micro["tree/find"], 20, at_most=False),
+    ]
+    for copies in (10, 100):
+        rows.append(row(f"time per setting, tree × {copies}", us(micro[f"tree/copies/{copies}"] / copies),
+                        f"tree × 1, {us(one)}", micro[f"tree/copies/{copies}"] / copies / one, 1.3))
+    for copies in ("10", "100"):
+        rows.append(row(f"memory per setting, tree × {copies}", f"{memory['kept'][copies]} bytes",
+                        f"tree × 1, {memory['kept']['1']} bytes", memory["kept"][copies] / memory["kept"]["1"], 1.3))
+    rows.append(row("`vxsettings get`, whole process", us(start["vxsettings get"]),
+                    f"`gsettings get`, {us(start['gsettings get'])}",
+                    start["vxsettings get"] / start["gsettings get"], 1))
+    rows.append(row("module, stripped", f"{results['moduleBytes']} bytes", "", results["moduleBytes"] / 1024, 600,
+                    unit=" KiB"))
+    if results["buildSeconds"]:
+        rows.append(row("build from nothing with tests, two cores", f"{results['buildSeconds']} s", "",
+                        results["buildSeconds"] / 60, 4, unit=" min"))
+    head = ["| what | measured | against | ratio or size | goal | met |", "|---|---|---|---|---|---|"]
+    peers = ["", "| loading the plain values with | time | times the tree's |", "|---|---|---|"]
+    for peer in sorted(PEERS, key=lambda peer: micro[f"peer/{peer}"]):
+        time = micro[f"peer/{peer}"]
+        peers.append(f"| {peer} | {us(time)} | {time / micro['tree/built']:.1f} |")
+    where = results["machine"]
+    said = [f"Measured on {where['processor']}, {where['cores']} cores, with {where['compiler']}.", ""]
+    module, core = memory["module"], memory["core"]
+    bytes_said = ["", f"Of the bytes allocated per setting, {module['bytes']} are the module's and {core['bytes']} the "
+                      "settings core's."]
+    return "\n".join(said + head + rows + bytes_said + peers) + "\n"
+
+
+def step_costs(start):
+    """What each step adds to the process; what the command does beyond the last step is its command line."""
+    costs, before = [], 0
+    for name, total in [(step, start[step]) for step in STEPS[:-1]] + [(STEPS[-1], start["vxsettings get"])]:
+        costs.append((name, max(0, total - before)))
+        before = max(before, total)
+    return costs
+
+
+def picture(start):
+    """Where the time of one `vxsettings get` goes, as bars, with `gsettings get` below."""
+    costs = step_costs(start)
+    scale = 520 / max(start["vxsettings get"], start["gsettings get"])
+    rows, x = [], 0.0
+
+    def bar(y, left, width, shade, label, value):
+        return (f'<text x="100" y="{y + 13}" text-anchor="end">{label}</text>'
+                f'<rect x="{110 + left:.1f}" y="{y}" width="{max(width, 1):.1f}" height="17" fill="{shade}"/>'
+                f'<text x="{116 + left + width:.1f}" y="{y + 13}">{value:.0f} µs</text>')
+
+    for index, (name, cost) in enumerate(costs):
+        rows.append(bar(10 + 24 * index, x, cost * scale, "#3b6ea5", name, cost))
+        x += cost * scale
+    y = 16 + 24 * len(costs)
+    rows.append(bar(y, 0, start["vxsettings get"] * scale, "#1d3c5e", "vxsettings", start["vxsettings get"]))
+    rows.append(bar(y + 24, 0, start["gsettings get"] * scale, "#8a8a8a", "gsettings", start["gsettings get"]))
+    height = y + 54
+    return (f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 720 {height}" font-family="sans-serif" '
+            f'font-size="13">\n<rect width="720" height="{height}" fill="white"/>\n' + "\n".join(rows) + "\n</svg>\n")
+
+
+def main():
+    """Reads the build folder's results, writes those of the project."""
+    build, project = map(pathlib.Path, sys.argv[1:])
+    record = project / "bench/results.json"
+    previous = json.loads(record.read_text()) if record.exists() else {}
+    results = gather(build, previous)
+    record.write_text(json.dumps(results, indent=2) + "\n")
+    page = project / "docs/performance.md"
+    before, rest = page.read_text().split(BEGIN)
+    after = rest.split(END)[1]
+    page.write_text(before + BEGIN + table(results) + END + after)
+    (project / "docs/start.svg").write_text(picture(results["start"]))
+    print(table(results))
+
+
+if __name__ == "__main__":
+    main()
