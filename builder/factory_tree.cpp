@@ -31,7 +31,7 @@ namespace detail {
 
 SettingOptions makeOptions(const FactorySettingNode& node)
 {
-    return {defaultProperties(), {}, node.treeContext, fullName(node)};
+    return {defaultProperties(), {}, node};
 }
 
 FactoryGroup makeGroup(const FactoryGroup& parent, std::string&& name)

@@ -1,29 +1,42 @@
+#include <builder/factory_tree.hpp>
 #include <builder/setting_options.hpp>
 #include <builder/validators.hpp>
 #include <builder/values.hpp>
 
-#include <map>
+#include <algorithm>
+#include <array>
 #include <stdexcept>
+
+namespace verdix::settings {
+
+std::string SettingOptions::fullName() const
+{
+    return settings::fullName(node);
+}
+
+}  // namespace verdix::settings
 
 namespace verdix::settings::detail {
 
 using foundation::verdixdata::Array;
 
-Option findOption(const SettingOptions& options, const std::string& name)
+Option findOption(const SettingOptions& options, std::string_view name)
 {
-    static const std::map<std::string, Option> table = {
-        {"Hidden", Option::hidden},
-        {"ReadOnly", Option::readOnly},
-        {"FactoryValue", Option::factoryValue},
-        {"ValidationFcn", Option::validationFcn},
-        {"FactoryValueFcn", Option::factoryValueFcn},
-        {"ValueValidator", Option::valueValidator},
-        {"AdditionalFile", Option::additionalFile},
-        {"ErrorHandler", Option::errorHandler},
+    using Entry = std::pair<std::string_view, Option>;
+    static constexpr std::array table{
+        Entry{"FactoryValue", Option::factoryValue},  // the most frequent first
+        Entry{"ValidationFcn", Option::validationFcn},
+        Entry{"Hidden", Option::hidden},
+        Entry{"ValueValidator", Option::valueValidator},
+        Entry{"ReadOnly", Option::readOnly},
+        Entry{"FactoryValueFcn", Option::factoryValueFcn},
+        Entry{"AdditionalFile", Option::additionalFile},
+        Entry{"ErrorHandler", Option::errorHandler},
     };
-    const auto entry = table.find(name);
+    const auto* const entry = std::ranges::find(table, name, &Entry::first);
     if (entry == table.end()) {
-        throw std::logic_error(options.fullName + ": " + name + " is not a valid input argument.");
+        throw std::logic_error(options.fullName() + ": " + std::string(name) +
+                               " is not a valid input argument.");
     }
     return entry->second;
 }
@@ -63,7 +76,7 @@ void refuseType(const SettingOptions& options, Option option)
     if (option == Option::factoryValue) {
         throw std::logic_error(typeErrorText(option));
     }
-    throw std::logic_error(options.fullName + ": " + typeErrorText(option));
+    throw std::logic_error(options.fullName() + ": " + typeErrorText(option));
 }
 
 void store(SettingOptions& options, Option option, bool value)
@@ -77,7 +90,7 @@ void store(SettingOptions& options, Option option, bool value)
         return;
     case Option::additionalFile:
         options.properties.additionalFile = value;
-        options.properties.additionalFileContext = options.treeContext;
+        options.properties.additionalFileContext = options.node.treeContext;
         return;
     case Option::factoryValue:
         options.properties.factoryValue = internal::makeScalar<bool>(value, options.arrayFactory);
@@ -124,10 +137,10 @@ void store(SettingOptions& options, Option option, const FunctionDescriptor& val
 {
     switch (option) {
     case Option::validationFcn:
-        options.properties.validator = makeValidator(value, options.fullName);
+        options.properties.validator = makeValidator(value, options.fullName());
         return;
     case Option::factoryValueFcn:
-        options.properties.runTimeDefault = makeRunTimeDefault(value, options.fullName);
+        options.properties.runTimeDefault = makeRunTimeDefault(value, options.fullName());
         return;
     default:
         refuseType(options, option);

@@ -8,6 +8,7 @@
 #include <verdix/settings/internal/values.hpp>
 
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -19,8 +20,10 @@ struct SettingOptions
 {
     ::settings::core::detail::FactorySettingProperties properties;
     foundation::verdixdata::standalone::ClientArrayFactory arrayFactory;
-    detail::TreeContext treeContext;  ///< that of the group above the node
-    std::string fullName;             ///< begins the text of every error but one
+    const detail::FactorySettingNode& node;  ///< the one that is described
+
+    /// Begins the text of every error but one; put together when there is an error to report.
+    [[nodiscard]] std::string fullName() const;
 };
 
 namespace detail {
@@ -38,7 +41,7 @@ enum class Option : unsigned char
 };
 
 /// The option of this name. Raises std::logic_error for a name that is none, letter case included.
-[[nodiscard]] Option findOption(const SettingOptions& options, const std::string& name);
+[[nodiscard]] Option findOption(const SettingOptions& options, std::string_view name);
 
 /// Raises the option's own std::logic_error for a value of a type that it does not take.
 [[noreturn]] void refuseType(const SettingOptions& options, Option option);
@@ -65,7 +68,7 @@ inline constexpr bool isOneOf = (std::is_same_v<T, Candidates> || ...);
 /// which is appended, or a vector of records, which replaces) and "ErrorHandler" (a callable). Any other
 /// combination compiles and raises std::logic_error, so that it reads like every other misuse of the tree.
 template <class Value>
-void applyOption(SettingOptions& options, const std::string& name, Value&& value)
+void applyOption(SettingOptions& options, std::string_view name, Value&& value)
 {
     using foundation::verdixdata::Array;
     using ::settings::core::detail::ErrorHandler;

@@ -26,10 +26,12 @@ NodeKind kindOf(bool isSetting, const Node::Properties& properties)
     return properties.aliasName().empty() ? NodeKind::setting : NodeKind::alias;
 }
 
-void requireName(std::string_view name, const std::string& where)
+/// `where` are texts that follow the name in the message.
+void requireName(std::string_view name, std::string_view where, std::string_view parent = {})
 {
     if (name.empty() || name.find('.') != std::string_view::npos) {
-        throw std::invalid_argument("\"" + std::string(name) + "\" " + where +
+        throw std::invalid_argument("\"" + std::string(name) + "\" " + std::string(where) +
+                                    std::string(parent) +
                                     " is not the name of a node: give one component of a path, not empty and "
                                     "without dots.");
     }
@@ -72,13 +74,13 @@ Node::createFactorySetting(const std::string& name, bool isSetting, const Proper
         throw std::invalid_argument(fullName_ + " is a setting and cannot have the child \"" + name +
                                     "\": create it under a group.");
     }
-    requireName(name, "under " + fullName_);
+    requireName(name, "under ", fullName_);
 
     // Everything that can fail comes before the first change.
     auto node = boost::make_shared<Node>(*this, name, isSetting, properties);
     reserveOneMore(children_);
     reserveOneMore(index_->inOrder);
-    if (!index_->byPath.try_emplace(node->fullName_, node.get()).second) {
+    if (!index_->byPath.insert(IndexedNode(*node)).second) {
         throw std::invalid_argument(node->fullName_ + " exists already: a name can be used once under one "
                                                       "group, so rename this node or remove the other.");
     }
@@ -106,13 +108,13 @@ bool Node::isHidden() const noexcept
 SettingsTree::SettingsTree(const std::string& rootName)
     : index_(std::make_shared<NodeIndex>()), root_(boost::make_shared<Node>(rootName, index_))
 {
-    index_->byPath.emplace(root_->fullName(), root_.get());
+    index_->byPath.insert(IndexedNode(*root_));
 }
 
 const Node* SettingsTree::find(std::string_view path) const noexcept
 {
     const auto found = index_->byPath.find(path);
-    return found == index_->byPath.end() ? nullptr : found->second;
+    return found == index_->byPath.end() ? nullptr : found->node;
 }
 
 std::span<const Node* const> SettingsTree::nodes() const noexcept

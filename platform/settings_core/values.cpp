@@ -12,7 +12,8 @@ using foundation::verdixdata::ArrayFactory;
 
 namespace {
 
-Array characterRow(std::u16string_view text)
+template <class Unit>
+Array characterRow(std::basic_string_view<Unit> text)
 {
     auto row = ArrayFactory().createArray<char16_t>({1, text.size()});
     std::copy(text.begin(), text.end(), row.begin());
@@ -21,14 +22,19 @@ Array characterRow(std::u16string_view text)
 
 }  // namespace
 
+// NOLINTNEXTLINE(cppcoreguidelines-rvalue-reference-param-not-moved): the interface takes the text so.
 Array charvec(std::string&& text)
 {
-    return characterRow(foundation::verdixdata::toUtf16(text));
+    // Nearly all texts are plain, and each of their bytes is one unit.
+    if (std::all_of(text.begin(), text.end(), [](char unit) { return (unit & 0x80) == 0; })) {
+        return characterRow(std::string_view(text));
+    }
+    return characterRow(std::u16string_view(foundation::verdixdata::toUtf16(text)));
 }
 
 Array charvec(std::u16string&& text)
 {
-    return characterRow(text);
+    return characterRow(std::u16string_view(text));
 }
 
 Array cellstr(std::vector<std::string>&& texts)
