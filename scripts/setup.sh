@@ -13,7 +13,7 @@ source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 packages=(
     g++ binutils cmake ninja-build ccache pkg-config
     libboost1.81-dev libboost-log1.81-dev libboost-json1.81-dev
-    libcli11-dev libgtest-dev libgmock-dev libzip-dev zlib1g-dev
+    libcli11-dev libgtest-dev libgmock-dev libminizip-dev zlib1g-dev
 )
 check_packages=(git clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev shellcheck python3-jsonschema chromium)
 bench_packages=(

@@ -22,12 +22,15 @@ std::filesystem::path testFolder()
 std::string makeArchive(const std::map<std::string, std::string>& files)
 {
     const auto path = testFolder() / "archive.zip";
-    zip_t* archive = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, nullptr);
+    const zipFile archive = zipOpen(path.c_str(), APPEND_STATUS_CREATE);
     for (const auto& [name, content] : files) {
-        zip_file_add(archive, name.c_str(), zip_source_buffer(archive, content.data(), content.size(), 0), 0);
+        zipOpenNewFileInZip(archive, name.c_str(), nullptr, nullptr, 0, nullptr, 0, nullptr, Z_DEFLATED,
+                            Z_DEFAULT_COMPRESSION);
+        zipWriteInFileInZip(archive, content.data(), static_cast<unsigned>(content.size()));
+        zipCloseFileInZip(archive);
     }
-    if (zip_close(archive) != 0) {
-        throw std::runtime_error(zip_strerror(archive));
+    if (zipClose(archive, nullptr) != ZIP_OK) {
+        throw std::runtime_error("cannot write " + path.string());
     }
     return readTestFile(path);
 }

@@ -12,7 +12,6 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -34,45 +33,21 @@ std::string readFile(const std::string& file)
     return content;
 }
 
-[[noreturn]] void throwZipError(zip_error_t* error)
+/// Adds a zip archive with one entry at the end of the file.
+void appendArchive(const std::string& file, const std::string& entryName, const std::string& content)
 {
-    throw std::runtime_error(std::string("The zip archive cannot be made: ") + zip_error_strerror(error));
-}
-
-std::string makeArchive(const std::string& entryName, const std::string& content)
-{
-    zip_error_t error;
-    zip_error_init(&error);
-    const std::unique_ptr<zip_source_t, void (*)(zip_source_t*)> target(
-        zip_source_buffer_create(nullptr, 0, 0, &error), zip_source_free);
-    if (!target) {
-        throwZipError(&error);
-    }
-    zip_source_keep(target.get());  // the archive takes one hold of it, the reading below needs the other
-    zip_t* archive = zip_open_from_source(target.get(), ZIP_TRUNCATE, &error);
-    if (!archive) {
-        throwZipError(&error);
-    }
-    zip_source_t* entry = zip_source_buffer(archive, content.data(), content.size(), 0);
-    const zip_int64_t index = zip_file_add(archive, entryName.c_str(), entry, ZIP_FL_ENC_UTF_8);
     // A fixed time makes equal inputs give equal bundle files.
-    if (index < 0 || zip_file_set_mtime(archive, static_cast<zip_uint64_t>(index), 315532800, 0) != 0 ||
-        zip_close(archive) != 0)
+    zip_fileinfo information{};
+    information.tmz_date = {0, 0, 0, 1, 0, 1980};
+    const zipFile archive = zipOpen(file.c_str(), APPEND_STATUS_CREATEAFTER);
+    if (archive == nullptr ||
+        zipOpenNewFileInZip(archive, entryName.c_str(), &information, nullptr, 0, nullptr, 0, nullptr,
+                            Z_DEFLATED, Z_DEFAULT_COMPRESSION) != ZIP_OK ||
+        zipWriteInFileInZip(archive, content.data(), static_cast<unsigned>(content.size())) != ZIP_OK ||
+        zipCloseFileInZip(archive) != ZIP_OK || zipClose(archive, nullptr) != ZIP_OK)
     {
-        throwZipError(zip_get_error(archive));
+        throw std::runtime_error(file + ": cannot be written");
     }
-
-    zip_stat_t size;
-    if (zip_source_open(target.get()) != 0 || zip_source_stat(target.get(), &size) != 0) {
-        throwZipError(zip_source_error(target.get()));
-    }
-    std::string bytes(size.size, '\0');
-    const zip_int64_t count = zip_source_read(target.get(), bytes.data(), bytes.size());
-    zip_source_close(target.get());
-    if (count < 0 || static_cast<std::size_t>(count) != bytes.size()) {
-        throwZipError(zip_source_error(target.get()));
-    }
-    return bytes;
 }
 
 void appendManifest(const std::string& library, const std::string& symbolicName,
@@ -84,8 +59,6 @@ void appendManifest(const std::string& library, const std::string& symbolicName,
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(manifestFile + ": " + error.what());
     }
-    const std::string archive = makeArchive(symbolicName + "/manifest.json", manifest);
-
     const std::string content = readFile(library);
     const auto bytes = std::as_bytes(std::span(content));
     if (!isLibrary(bytes)) {
@@ -93,11 +66,7 @@ void appendManifest(const std::string& library, const std::string& symbolicName,
     }
     const std::size_t length = findArchive(bytes).value_or(content.size());
     std::filesystem::resize_file(library, length);
-    std::ofstream stream(library, std::ios::binary | std::ios::app);
-    stream.write(archive.data(), static_cast<std::streamsize>(archive.size()));
-    if (!stream.flush()) {
-        throw std::runtime_error(library + ": cannot be written");
-    }
+    appendArchive(library, symbolicName + "/manifest.json", manifest);
 }
 
 }  // namespace

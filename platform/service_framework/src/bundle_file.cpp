@@ -1,16 +1,17 @@
 #include <boost/json.hpp>
 #include <cppmicroservices/Constants.h>
-#include <zip.h>
 
 #include <algorithm>
 #include <array>
 #include <bundle_file.hpp>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <limits>
 #include <mapped_file.hpp>
 #include <memory>
 #include <stdexcept>
+#include <unzip.h>
 #include <utility>
 
 namespace cppmicroservices {
@@ -44,45 +45,46 @@ std::uint32_t littleEndian32(std::span<const std::byte> bytes)
     return value;
 }
 
-std::string zipErrorText(zip_error_t& error)
-{
-    std::string text = zip_error_strerror(&error);
-    zip_error_fini(&error);
-    return text;
-}
+using Archive = std::unique_ptr<void, int (*)(unzFile)>;
 
-using Archive = std::unique_ptr<zip_t, void (*)(zip_t*)>;
-using ArchiveEntry = std::unique_ptr<zip_file_t, int (*)(zip_file_t*)>;
-
-Archive openArchive(std::span<const std::byte> bytes)
+/// The bytes have to stay as long as the archive.
+Archive openArchive(std::span<const std::byte>& bytes)
 {
-    zip_error_t error;
-    zip_error_init(&error);
-    zip_source_t* source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, &error);
-    zip_t* archive = source ? zip_open_from_source(source, ZIP_RDONLY, &error) : nullptr;
+    zlib_filefunc64_def functions;
+    fill_fopen64_filefunc(&functions);
+    functions.opaque = &bytes;
+    functions.zopen64_file = [](voidpf opaque, const void* /*name*/, int /*mode*/) -> voidpf {
+        const auto& memory = *static_cast<std::span<const std::byte>*>(opaque);
+        return fmemopen(const_cast<std::byte*>(memory.data()), memory.size(), "r");
+    };
+    Archive archive(unzOpen2_64("", &functions), unzClose);
     if (!archive) {
-        zip_source_free(source);
-        throw std::runtime_error("the zip archive cannot be read: " + zipErrorText(error));
+        throw std::runtime_error("the zip archive cannot be read: its directory is damaged");
     }
-    zip_error_fini(&error);
-    return {archive, zip_discard};
+    return archive;
 }
 
-std::string readEntry(zip_t* archive, zip_uint64_t index)
+/// Raises for what a call of the zip library answered, unless that is no error.
+void requireIntact(int answer)
 {
-    const ArchiveEntry entry(zip_fopen_index(archive, index, 0), zip_fclose);
-    if (!entry) {
-        throw std::runtime_error(zip_strerror(archive));
+    if (answer < 0) {
+        throw std::runtime_error(answer == UNZ_CRCERROR ? "its check sum is wrong"
+                                                        : "it cannot be read: the zip archive is damaged");
     }
+}
+
+/// The entry at which the archive stands.
+std::string readEntry(unzFile archive)
+{
+    requireIntact(unzOpenCurrentFile(archive));
     // The size that the archive states is not to be trusted, so the text grows as it is read.
     std::string text;
     std::array<char, 4096> block{};
     for (;;) {
-        const zip_int64_t count = zip_fread(entry.get(), block.data(), block.size());
-        if (count < 0) {
-            throw std::runtime_error(zip_file_strerror(entry.get()));
-        }
+        const int count = unzReadCurrentFile(archive, block.data(), block.size());
+        requireIntact(count);
         if (count == 0) {
+            requireIntact(unzCloseCurrentFile(archive));
             return text;
         }
         text.append(block.data(), static_cast<std::size_t>(count));
@@ -90,6 +92,17 @@ std::string readEntry(zip_t* archive, zip_uint64_t index)
             throw std::runtime_error("it is larger than " + std::to_string(maximumManifestSize) + " bytes");
         }
     }
+}
+
+/// The name of the entry at which the archive stands.
+std::string entryName(unzFile archive)
+{
+    unz_file_info64 entry;
+    requireIntact(unzGetCurrentFileInfo64(archive, &entry, nullptr, 0, nullptr, 0, nullptr, 0));
+    std::string name(entry.size_filename, '\0');
+    requireIntact(
+        unzGetCurrentFileInfo64(archive, &entry, name.data(), entry.size_filename, nullptr, 0, nullptr, 0));
+    return name;
 }
 
 /// The symbolic name in "<symbolic name>/manifest.json"; empty for any other entry.
@@ -104,20 +117,21 @@ std::string_view bundleOf(std::string_view entryName)
 std::vector<BundleManifest> readArchive(std::span<const std::byte> bytes)
 {
     const Archive archive = openArchive(bytes);
-    const zip_int64_t count = zip_get_num_entries(archive.get(), 0);
     std::vector<BundleManifest> manifests;
-    for (zip_int64_t i = 0; i < count; ++i) {
-        const auto index = static_cast<zip_uint64_t>(i);
-        const char* entryName = zip_get_name(archive.get(), index, ZIP_FL_ENC_RAW);
-        const std::string symbolicName(bundleOf(entryName ? entryName : ""));
+    int found = unzGoToFirstFile(archive.get());
+    for (; found == UNZ_OK; found = unzGoToNextFile(archive.get())) {
+        const std::string symbolicName(bundleOf(entryName(archive.get())));
         if (symbolicName.empty()) {
             continue;
         }
         try {
-            manifests.push_back(readManifest(readEntry(archive.get(), index), symbolicName));
+            manifests.push_back(readManifest(readEntry(archive.get()), symbolicName));
         } catch (const std::runtime_error& error) {
             throw std::runtime_error(symbolicName + std::string(manifestName) + ": " + error.what());
         }
+    }
+    if (found != UNZ_END_OF_LIST_OF_FILE) {
+        throw std::runtime_error("the zip archive cannot be read: its directory is damaged");
     }
     if (manifests.empty()) {
         throw std::runtime_error("the zip archive holds no <symbolic name>/manifest.json");
