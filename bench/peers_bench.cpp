@@ -1,19 +1,18 @@
-// The same settings, plain values only, loaded by others: what their own writers wrote is read back. Letting go
-// what was loaded is not timed.
-
-#include <bench/live_bundle.hpp>
-#include <bench/plain_settings.hpp>
-#include <bench/schema_folder.hpp>
-#include <bench/temporary_folder.hpp>
+// The same settings, plain values only, loaded by others: what their own writers wrote is read back. Letting
+// go what was loaded is not timed.
 
 #include <benchmark/benchmark.h>
 #include <boost/json.hpp>
 #include <boost/property_tree/info_parser.hpp>
 #include <boost/property_tree/ptree.hpp>
-#include <nlohmann/json.hpp>
 
 #include <QSettings>
 #include <QStringList>
+#include <bench/live_bundle.hpp>
+#include <bench/plain_settings.hpp>
+#include <bench/schema_folder.hpp>
+#include <bench/temporary_folder.hpp>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <sstream>
 
@@ -51,8 +50,8 @@ struct Peers
 
     [[nodiscard]] Owned<GSettingsSchemaSource> schemaSource() const
     {
-        return Owned<GSettingsSchemaSource>(g_settings_schema_source_new_from_directory(
-            folder.path().c_str(), nullptr, TRUE, nullptr));
+        return Owned<GSettingsSchemaSource>(
+            g_settings_schema_source_new_from_directory(folder.path().c_str(), nullptr, TRUE, nullptr));
     }
 };
 
@@ -113,9 +112,9 @@ Peers::Peers()
         if (groups.empty() || groups.back() != setting.group) {
             groups.push_back(setting.group);
         }
-        object.emplace(setting.path(),
-                       std::visit([](const auto& each) { return boost::json::value_from(each); },
-                                  setting.value));
+        object.emplace(
+            setting.path(),
+            std::visit([](const auto& each) { return boost::json::value_from(each); }, setting.value));
     }
     std::ranges::sort(groups);
     groups.erase(std::unique(groups.begin(), groups.end()), groups.end());
@@ -124,7 +123,8 @@ Peers::Peers()
     boost::property_tree::write_info(text, propertyTree(settings));
     info = text.str();
     for (int copy = 0; copy < 64; ++copy) {
-        iniFiles.push_back(QString::fromStdString((folder.path() / (std::to_string(copy) + ".ini")).string()));
+        iniFiles.push_back(
+            QString::fromStdString((folder.path() / (std::to_string(copy) + ".ini")).string()));
         writeIni(settings, iniFiles.back());
     }
 }

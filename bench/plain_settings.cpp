@@ -1,4 +1,5 @@
 #include <data/views.hpp>
+
 #include <foundation/verdixdata/text.hpp>
 
 #include <algorithm>

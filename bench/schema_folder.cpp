@@ -52,9 +52,8 @@ std::string keyElement(const PlainSetting& setting)
 {
     GVariant* value = std::visit([](const auto& each) { return variantOf(each); }, setting.value);
     gchar* text = g_variant_print(value, FALSE);
-    gchar* element =
-        g_markup_printf_escaped("    <key name=\"%s\" type=\"%s\"><default>%s</default></key>\n",
-                                setting.name.c_str(), g_variant_get_type_string(value), text);
+    gchar* element = g_markup_printf_escaped("    <key name=\"%s\" type=\"%s\"><default>%s</default></key>\n",
+                                             setting.name.c_str(), g_variant_get_type_string(value), text);
     std::string result(element);
     g_free(element);
     g_free(text);

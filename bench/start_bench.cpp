@@ -1,14 +1,13 @@
 // Whole processes, from their start to their end: `vxsettings get` and `gsettings get` of the same setting in
-// trees of the same size, and the command's steps. They take turns, so that what disturbs the machine disturbs
-// all of them. Prints one JSON object of medians in microseconds.
+// trees of the same size, and the command's steps. They take turns, so that what disturbs the machine
+// disturbs all of them. Prints one JSON object of medians in microseconds.
 //
 //   vx_bench_start ROUNDS
 
+#include <algorithm>
 #include <bench/live_bundle.hpp>
 #include <bench/schema_folder.hpp>
 #include <bench/temporary_folder.hpp>
-
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>

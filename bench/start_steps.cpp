@@ -4,10 +4,10 @@
 #include <settings_core/layers.hpp>
 #include <settings_core/path_lookup.hpp>
 #include <settings_core/value_text.hpp>
+#include <tool/session.hpp>
 
 #include <cstdio>
 #include <string_view>
-#include <tool/session.hpp>
 
 namespace {
 

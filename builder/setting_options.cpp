@@ -25,12 +25,9 @@ Option findOption(const SettingOptions& options, std::string_view name)
     using Entry = std::pair<std::string_view, Option>;
     static constexpr std::array table{
         Entry{"FactoryValue", Option::factoryValue},  // the most frequent first
-        Entry{"ValidationFcn", Option::validationFcn},
-        Entry{"Hidden", Option::hidden},
-        Entry{"ValueValidator", Option::valueValidator},
-        Entry{"ReadOnly", Option::readOnly},
-        Entry{"FactoryValueFcn", Option::factoryValueFcn},
-        Entry{"AdditionalFile", Option::additionalFile},
+        Entry{"ValidationFcn", Option::validationFcn},     Entry{"Hidden", Option::hidden},
+        Entry{"ValueValidator", Option::valueValidator},   Entry{"ReadOnly", Option::readOnly},
+        Entry{"FactoryValueFcn", Option::factoryValueFcn}, Entry{"AdditionalFile", Option::additionalFile},
         Entry{"ErrorHandler", Option::errorHandler},
     };
     const auto* const entry = std::ranges::find(table, name, &Entry::first);

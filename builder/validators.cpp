@@ -1,5 +1,6 @@
 #include <builder/validators.hpp>
 
+#include <array>
 #include <stdexcept>
 
 namespace verdix::settings {
@@ -26,6 +27,14 @@ Result fromDescriptor(const FunctionDescriptor& function, const std::string& set
                            " is not a valid language for a FunctionDescriptor. It must be 'C' or 'Java'.");
 }
 
+/// Whether the text is the function's scope and name, joined by a dot.
+bool isNameOf(const ::settings::core::MValidator& validator, std::string_view name)
+{
+    const std::size_t dot = validator.scope().size();
+    return name.size() == dot + 1 + validator.function().size() && name.ends_with(validator.function()) &&
+           name.starts_with(validator.scope()) && name[dot] == '.';
+}
+
 }  // namespace
 
 std::pair<std::string, std::string> splitQualifiedName(std::string_view name)
@@ -37,7 +46,18 @@ std::pair<std::string, std::string> splitQualifiedName(std::string_view name)
 
 ::settings::core::Validator makeValidator(std::string_view qualifiedName)
 {
-    return fromQualifiedName<::settings::core::Validator, ::settings::core::MValidator>(qualifiedName);
+    using ::settings::core::MValidator;
+    // Those that nearly every setting names are made once, and shared.
+    static const std::array frequent{MValidator("verdix.settings", "mustBeLogicalScalar"),
+                                     MValidator("verdix.settings", "mustBeStringScalar"),
+                                     MValidator("verdix.settings", "mustBeIntegerScalar"),
+                                     MValidator("verdix.settings", "mustBeNumericScalar")};
+    for (const MValidator& each : frequent) {
+        if (isNameOf(each, qualifiedName)) {
+            return each;
+        }
+    }
+    return fromQualifiedName<::settings::core::Validator, MValidator>(qualifiedName);
 }
 
 ::settings::core::Validator makeValidator(const FunctionDescriptor& function, const std::string& settingName)

@@ -37,6 +37,9 @@ void requireName(std::string_view name, std::string_view where, std::string_view
     }
 }
 
+/// What a provider of a whole environment makes, so that the index of its tree need not grow on the way.
+constexpr std::size_t usualNumberOfNodes = 1536;
+
 /// Makes the next push_back one that cannot fail.
 template <class T>
 void reserveOneMore(std::vector<T>& elements)
@@ -49,12 +52,12 @@ void reserveOneMore(std::vector<T>& elements)
 
 }  // namespace
 
-Node::Node(std::string name, std::shared_ptr<NodeIndex> index)
+Node::Node(std::string name, NodeIndex& index)
     : fullName_(std::move(name)),
       parent_(nullptr),
       kind_(NodeKind::group),
       properties_(false, false, {}, {}, {}, false, false, {}),
-      index_(std::move(index))
+      index_(&index)
 {
     requireName(fullName_, "as the root");
 }
@@ -106,8 +109,9 @@ bool Node::isHidden() const noexcept
 }
 
 SettingsTree::SettingsTree(const std::string& rootName)
-    : index_(std::make_shared<NodeIndex>()), root_(boost::make_shared<Node>(rootName, index_))
+    : index_(std::make_shared<NodeIndex>()), root_(boost::make_shared<Node>(rootName, *index_))
 {
+    index_->reserve(usualNumberOfNodes);
     index_->byPath.insert(IndexedNode(*root_));
 }
 

@@ -7,7 +7,6 @@
 #include <boost/smart_ptr/shared_ptr.hpp>
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,7 +31,7 @@ public:
     using Children = std::vector<boost::shared_ptr<Node>>;
 
     /// The root of a tree; SettingsTree makes it.
-    Node(std::string name, std::shared_ptr<NodeIndex> index);
+    Node(std::string name, NodeIndex& index);
     Node(const Node& parent, std::string_view name, bool isSetting, const Properties& properties);
 
     /// Raises std::invalid_argument, and makes nothing, when this node is a setting, when the name is empty
@@ -65,7 +64,7 @@ private:
     NodeKind kind_;
     Properties properties_;
     Children children_;
-    std::shared_ptr<NodeIndex> index_;
+    NodeIndex* index_;  ///< of the tree, which may go before the last handle does
 };
 
 }  // namespace vx::core

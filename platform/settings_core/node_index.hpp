@@ -59,6 +59,12 @@ public:
     boost::unordered_flat_set<IndexedNode, PathHash, SamePath> byPath;
     /// Without the root.
     std::vector<const Node*> inOrder;
+
+    void reserve(std::size_t nodes)
+    {
+        byPath.reserve(nodes);
+        inOrder.reserve(nodes);
+    }
 };
 
 }  // namespace vx::core

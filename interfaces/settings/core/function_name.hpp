@@ -1,25 +1,35 @@
 #pragma once
 
+#include <boost/smart_ptr/make_shared.hpp>
+#include <boost/smart_ptr/shared_ptr.hpp>
+
 #include <string>
 #include <utility>
 
 namespace settings::core::detail {
 
-/// Names a function that the settings core can call: the place where it is found, and its name there.
+/// Names a function that the settings core can call: the place where it is found, and its name there. As
+/// cheap to copy as a pointer: copies share their texts, which never change.
 class FunctionName
 {
 public:
     FunctionName(std::string scope, std::string function)
-        : scope_(std::move(scope)), function_(std::move(function))
+        : texts_(boost::make_shared<const Texts>(std::move(scope), std::move(function)))
     {}
 
+    // No moves, which would leave a name without texts.
+    FunctionName(const FunctionName&) = default;
+    FunctionName& operator=(const FunctionName&) = default;
+    ~FunctionName() = default;
+
     /// Qualifying prefix, library name or class name, by the kind of function.
-    [[nodiscard]] const std::string& scope() const noexcept { return scope_; }
-    [[nodiscard]] const std::string& function() const noexcept { return function_; }
+    [[nodiscard]] const std::string& scope() const noexcept { return texts_->first; }
+    [[nodiscard]] const std::string& function() const noexcept { return texts_->second; }
 
 private:
-    std::string scope_;
-    std::string function_;
+    using Texts = std::pair<std::string, std::string>;
+
+    boost::shared_ptr<const Texts> texts_;
 };
 
 }  // namespace settings::core::detail
