@@ -12,8 +12,8 @@
 #include <bench/plain_settings.hpp>
 #include <bench/schema_folder.hpp>
 #include <bench/temporary_folder.hpp>
+#include <memory>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <sstream>
 
 #define G_SETTINGS_ENABLE_BACKEND
@@ -139,7 +139,7 @@ template <class Load>
 void timeLoading(benchmark::State& state, Load load)
 {
     for ([[maybe_unused]] auto step : state) {
-        std::optional loaded(load());
+        auto loaded = std::make_unique<decltype(load())>(load());
         state.PauseTiming();
         loaded.reset();
         state.ResumeTiming();

@@ -4,7 +4,7 @@
 #include <benchmark/benchmark.h>
 
 #include <bench/live_bundle.hpp>
-#include <optional>
+#include <memory>
 
 namespace bench {
 
@@ -15,7 +15,7 @@ template <class Make>
 void timeMaking(benchmark::State& state, Make make)
 {
     for ([[maybe_unused]] auto step : state) {
-        std::optional made(make());
+        auto made = std::make_unique<decltype(make())>(make());
         state.PauseTiming();
         made.reset();
         state.ResumeTiming();

@@ -15,8 +15,9 @@ endif()
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
-set(CMAKE_BUILD_RPATH "$ORIGIN;$ORIGIN/../lib")
-set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/../lib")
+# One folder for programs and libraries alike: the loader looks for every other library in each, on every start.
+set(CMAKE_BUILD_RPATH "$ORIGIN/../lib")
+set(CMAKE_INSTALL_RPATH "$ORIGIN/../lib")
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
 find_program(CCACHE_PROGRAM ccache)
