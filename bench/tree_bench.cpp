@@ -4,6 +4,8 @@
 #include <benchmark/benchmark.h>
 
 #include <bench/live_bundle.hpp>
+#include <limits>
+#include <malloc.h>
 #include <memory>
 
 namespace bench {
@@ -68,4 +70,16 @@ BENCHMARK(treeFind)->Name("tree/find");
 
 }  // namespace bench
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv)
+{
+    // Memory once taken from the system stays, so that nobody is timed for asking again for what the last
+    // round gave back.
+    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+    mallopt(M_MMAP_THRESHOLD, 32 << 20);  // the highest there is
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
