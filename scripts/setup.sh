@@ -3,7 +3,7 @@
 #
 #   scripts/setup.sh          compilers and libraries, to build and to test
 #   scripts/setup.sh --ci     also what the checks need: clang, clang-format, clang-tidy, shellcheck, git,
-#                             Chromium and Node, python3-jsonschema
+#                             Chromium and Node, python3-jsonschema, the shells that completion is made for
 #   scripts/setup.sh --quiet  says nothing when there is nothing to install
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
@@ -13,7 +13,8 @@ packages=(
     libboost1.81-dev libboost-log1.81-dev libboost-json1.81-dev
     libcli11-dev libgtest-dev libgmock-dev libzip-dev zlib1g-dev
 )
-check_packages=(git clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev shellcheck python3-jsonschema chromium)
+check_packages=(git clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev shellcheck python3-jsonschema chromium
+                zsh fish)
 # Whoever has Node has it from elsewhere as often as from Debian, and the two exclude each other.
 type node npm &>/dev/null || check_packages+=(nodejs npm)
 

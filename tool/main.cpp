@@ -35,9 +35,9 @@ constexpr const char* footer =
 std::vector<Verb> addVerbs(CLI::App& app)
 {
     std::vector<Verb> verbs;
-    for (Verb (*add)(CLI::App&) :
-         {addSummary, addTree, addList, addSearch, addDescribe, addGet, addSet, addReset, addCheck,
-          addMigrate, addChanges, addDiff, addHistory, addExport, addLint, addDoctor})
+    for (Verb (*add)(CLI::App&) : {addSummary, addTree, addList, addSearch, addDescribe, addGet, addSet,
+                                   addReset, addCheck, addMigrate, addChanges, addDiff, addHistory, addExport,
+                                   addLint, addDoctor, addCompletion, addComplete})
     {
         verbs.push_back(add(app));
     }
@@ -61,7 +61,7 @@ ExitCode execute(const GlobalOptions& options, const Verb& verb)
     for (const auto& [name, value] : options.features) {
         foundation::host::setFeature(name, value);
     }
-    Output out(STDOUT_FILENO, "standard output", options.colour);
+    Output out(STDOUT_FILENO, "standard output", options.colour, options.form);
     const auto bundleFile =
         options.bundleFile.empty() ? defaultBundleFile() : std::filesystem::path(options.bundleFile);
     LazySession session(std::filesystem::absolute(bundleFile).lexically_normal(), options.files);
