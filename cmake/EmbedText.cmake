@@ -2,7 +2,8 @@
 # NAMESPACE::NAME that HEADER declares. A file that changes is compiled anew; C++ keeps 16 bits for a literal's length,
 # so a file has less than 64 KiB.
 function(vx_embed_text target header namespace)
-    set(source "${CMAKE_CURRENT_BINARY_DIR}/${target}_texts.cpp")
+    cmake_path(GET header STEM stem)
+    set(source "${CMAKE_CURRENT_BINARY_DIR}/${target}_${stem}.cpp")
     list(TRANSFORM ARGN REPLACE "=" "=${CMAKE_CURRENT_SOURCE_DIR}/" OUTPUT_VARIABLE texts)
     list(TRANSFORM texts REPLACE "^[^=]*=" "" OUTPUT_VARIABLE files)
     add_custom_command(OUTPUT "${source}"

@@ -1,5 +1,7 @@
 #include "faults.hpp"
 
+#include <boost/json/object.hpp>
+
 #include <string>
 
 namespace vx::tool {
@@ -22,6 +24,18 @@ void writeFaults(const std::filesystem::path& file, const std::vector<core::File
         out << file.string() << ':' << fault.position.line << ':' << fault.position.column << ": "
             << fault.path << (fault.path.empty() ? "" : ": ") << onOneLine(fault.message) << '\n';
     }
+}
+
+boost::json::array faultsJson(const std::vector<core::FileFault>& faults)
+{
+    boost::json::array list;
+    for (const core::FileFault& fault : faults) {
+        list.push_back(boost::json::object{{"line", fault.position.line},
+                                           {"column", fault.position.column},
+                                           {"path", fault.path},
+                                           {"message", fault.message}});
+    }
+    return list;
 }
 
 }  // namespace vx::tool

@@ -6,6 +6,8 @@
 #include <map>
 #include <string_view>
 
+#include "choices.hpp"
+
 namespace vx::tool {
 
 namespace {
@@ -19,6 +21,8 @@ const std::map<std::string, Severity> severities{
 
 const std::map<std::string, ColourChoice> colourChoices{
     {"auto", ColourChoice::automatic}, {"always", ColourChoice::always}, {"never", ColourChoice::never}};
+
+const std::map<std::string, OutputForm> forms{{"text", OutputForm::text}, {"json", OutputForm::json}};
 
 int featureValue(std::string_view text)
 {
@@ -45,18 +49,17 @@ std::pair<std::string, int> parseFeature(const std::string& text)
 
 /// The value by its name; names what there is otherwise.
 template <class Value>
-CLI::Option* addChoice(CLI::App& app, const std::string& option, Value& target,
-                       const std::map<std::string, Value>& values, const std::string& help)
+void addChoice(CLI::App& app, const std::string& option, Value& target,
+               const std::map<std::string, Value>& values, const std::string& help)
 {
     std::vector<std::string> names;
     names.reserve(values.size());
     for (const auto& [name, value] : values) {
         names.push_back(name);
     }
-    return app
-        .add_option_function<std::string>(
-            option, [&target, &values](const std::string& name) { target = values.at(name); }, help)
-        ->check(CLI::IsMember(names));
+    limitTo(app.add_option_function<std::string>(
+                option, [&target, &values](const std::string& name) { target = values.at(name); }, help),
+            names);
 }
 
 }  // namespace
@@ -86,10 +89,9 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
         ->allow_extra_args(false)
         ->take_all();
     addChoice(app, "--log-level", options->logThreshold, severities,
-              "Least severity of log records on standard error")
-        ->type_name("LEVEL");
-    addChoice(app, "--color", options->colour, colourChoices, "When to use colours: auto, always or never")
-        ->type_name("WHEN");
+              "Least severity of log records on standard error");
+    addChoice(app, "--format", options->form, forms, "What to write: text, or JSON for programs");
+    addChoice(app, "--color", options->colour, colourChoices, "When to use colours");
     return options;
 }
 

@@ -25,6 +25,7 @@ struct GlobalOptions
     std::vector<std::pair<std::string, int>> features;
     foundation::log::Severity logThreshold = foundation::log::warning;
     ColourChoice colour = ColourChoice::automatic;
+    OutputForm form = OutputForm::text;
 };
 
 /// Adds them to the command line; they are filled in while it is parsed.

@@ -8,6 +8,7 @@
 #include <boost/json/string.hpp>
 
 #include <cmath>
+#include <string_view>
 
 namespace vx::tool {
 
@@ -36,6 +37,23 @@ void appendObject(std::string& text, const json::object& object)
     text += object.empty() ? "{}" : " }";
 }
 
+bool isListOfObjects(const json::value& value)
+{
+    return value.is_array() && !value.get_array().empty() && value.get_array().front().is_object();
+}
+
+/// Writes a list, each entry on a line.
+void writeLines(const json::array& entries, Output& out)
+{
+    std::string text;
+    for (const json::value& entry : entries) {
+        text = &entry == entries.data() ? "[\n    " : ",\n    ";
+        appendJson(text, entry);
+        out << text;
+    }
+    out << "\n  ]";
+}
+
 }  // namespace
 
 void appendJson(std::string& text, const json::value& value)
@@ -54,6 +72,24 @@ void appendJson(std::string& text, const json::value& value)
         text += json::serialize(value);
         break;
     }
+}
+
+void writeJson(const json::object& document, Output& out)
+{
+    std::string_view separator = "{\n  ";
+    std::string text;
+    for (const auto& [key, value] : document) {
+        out << separator << json::serialize(key) << ": ";
+        separator = ",\n  ";
+        if (isListOfObjects(value)) {
+            writeLines(value.get_array(), out);
+        } else {
+            text.clear();
+            appendJson(text, value);
+            out << text;
+        }
+    }
+    out << "\n}\n";
 }
 
 }  // namespace vx::tool

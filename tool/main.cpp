@@ -4,11 +4,14 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <exception>
 #include <fcntl.h>
+#include <iterator>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 #include <vector>
 
@@ -32,15 +35,43 @@ constexpr const char* footer =
     "  vxsettings get connector.InterfacesBlocklist --bundle other.so\n"
     "Exit codes: 0 done, 1 no such path or a failed check, 2 wrong usage, 3 bundle or framework not started.";
 
-std::vector<Verb> addVerbs(CLI::App& app)
+struct VerbEntry
 {
-    std::vector<Verb> verbs;
-    for (Verb (*add)(CLI::App&) :
-         {addSummary, addTree, addList, addSearch, addDescribe, addGet, addSet, addReset, addCheck,
-          addMigrate, addChanges, addDiff, addHistory, addExport, addLint, addDoctor})
-    {
-        verbs.push_back(add(app));
+    std::string_view name;
+    Verb (*add)(CLI::App& app);
+    bool looksAtAll = false;  ///< its action looks at the other verbs
+};
+
+constexpr VerbEntry entries[] = {{"summary", addSummary},
+                                 {"tree", addTree},
+                                 {"list", addList},
+                                 {"search", addSearch},
+                                 {"describe", addDescribe},
+                                 {"get", addGet},
+                                 {"set", addSet},
+                                 {"reset", addReset},
+                                 {"check", addCheck},
+                                 {"migrate", addMigrate},
+                                 {"changes", addChanges},
+                                 {"diff", addDiff},
+                                 {"history", addHistory},
+                                 {"export", addExport},
+                                 {"lint", addLint},
+                                 {"doctor", addDoctor},
+                                 {"completion", addCompletion},
+                                 {"complete", addComplete, true}};
+
+/// The verb that the command line begins with, or else all of them: to make them takes longer than to do
+/// most.
+std::vector<Verb> addVerbs(CLI::App& app, std::string_view firstWord)
+{
+    const auto* named = std::ranges::find(entries, firstWord, &VerbEntry::name);
+    if (named != std::end(entries) && !named->looksAtAll) {
+        return {named->add(app)};
     }
+    std::vector<Verb> verbs;
+    std::ranges::transform(entries, std::back_inserter(verbs),
+                           [&app](const VerbEntry& entry) { return entry.add(app); });
     return verbs;
 }
 
@@ -61,7 +92,7 @@ ExitCode execute(const GlobalOptions& options, const Verb& verb)
     for (const auto& [name, value] : options.features) {
         foundation::host::setFeature(name, value);
     }
-    Output out(STDOUT_FILENO, "standard output", options.colour);
+    Output out(STDOUT_FILENO, "standard output", options.colour, options.form);
     const auto bundleFile =
         options.bundleFile.empty() ? defaultBundleFile() : std::filesystem::path(options.bundleFile);
     LazySession session(std::filesystem::absolute(bundleFile).lexically_normal(), options.files);
@@ -100,7 +131,7 @@ ExitCode run(int argc, const char* const* argv)
     app.set_version_flag("--version", "vxsettings " VX_TOOL_VERSION, "Print the version and end");
     app.fallthrough();
     const auto options = addGlobalOptions(app);
-    const std::vector<Verb> verbs = addVerbs(app);
+    const std::vector<Verb> verbs = addVerbs(app, argc > 1 ? argv[1] : "");
     app.footer(footer);
     try {
         app.parse(argc, argv);

@@ -33,11 +33,12 @@ bool terminalHasColours(int descriptor)
 
 }  // namespace
 
-Output::Output(int descriptor, std::string name, ColourChoice colour)
+Output::Output(int descriptor, std::string name, ColourChoice colour, OutputForm form)
     : descriptor_(descriptor),
       name_(std::move(name)),
       hasColour_(colour == ColourChoice::always ||
-                 (colour == ColourChoice::automatic && terminalHasColours(descriptor)))
+                 (colour == ColourChoice::automatic && terminalHasColours(descriptor))),
+      form_(form)
 {}
 
 Output& Output::operator<<(std::string_view text)

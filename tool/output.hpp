@@ -27,12 +27,18 @@ enum class ColourChoice : std::uint8_t
     never
 };
 
+enum class OutputForm : std::uint8_t
+{
+    text,  ///< for people
+    json   ///< for programs: one document
+};
+
 /// Buffered text to a file descriptor, which it does not own. Failure (a closed pipe, a full disk) names the
 /// destination and the reason. What is not flushed is lost.
 class Output
 {
 public:
-    Output(int descriptor, std::string name, ColourChoice colour);
+    Output(int descriptor, std::string name, ColourChoice colour, OutputForm form = OutputForm::text);
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
@@ -46,6 +52,9 @@ public:
         return *this << std::string_view(buffer, std::to_chars(buffer, buffer + sizeof buffer, number).ptr);
     }
 
+    /// Whether to write a JSON document, and nothing else.
+    [[nodiscard]] bool isJson() const noexcept { return form_ == OutputForm::json; }
+
     /// The text in the style's colour, or as it is where there are no colours.
     [[nodiscard]] std::string painted(Style style, std::string_view text) const;
 
@@ -56,6 +65,7 @@ private:
     int descriptor_;
     std::string name_;
     bool hasColour_;
+    OutputForm form_;
     std::string buffer_;
 };
 

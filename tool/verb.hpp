@@ -38,5 +38,7 @@ Verb addDiff(CLI::App& app);
 Verb addHistory(CLI::App& app);
 Verb addLint(CLI::App& app);
 Verb addDoctor(CLI::App& app);
+Verb addCompletion(CLI::App& app);
+Verb addComplete(CLI::App& app);
 
 }  // namespace vx::tool

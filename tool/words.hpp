@@ -10,6 +10,7 @@
 #include <string_view>
 #include <type_traits>
 #include <variant>
+#include <vector>
 
 namespace vx::tool {
 
@@ -36,5 +37,9 @@ template <class... Functions>
         },
         function);
 }
+
+/// Names of what a setting's values are checked by: that of the validator function, "callable" for one
+/// without a name, and the rules of the records by their names in an exported tree; "none" alone without any.
+[[nodiscard]] std::vector<std::string> checkNames(const core::Node& setting);
 
 }  // namespace vx::tool

@@ -160,11 +160,12 @@ ArrayType classByForm(const LiteralGrid& grid)
     if (literals.empty()) {
         return ArrayType::DOUBLE;
     }
-    if (literals.front().isText) {
+    // In JSON a number that is not finite stands as a text among the others.
+    const auto bare = std::ranges::find(literals, false, &Literal::isText);
+    if (bare == literals.end()) {
         return grid.brackets == Brackets::none ? ArrayType::CHAR : ArrayType::CELL;
     }
-    const bool isLogical = literals.front().word == "true" || literals.front().word == "false";
-    return isLogical ? ArrayType::LOGICAL : ArrayType::DOUBLE;
+    return bare->word == "true" || bare->word == "false" ? ArrayType::LOGICAL : ArrayType::DOUBLE;
 }
 
 bool isLoneText(const LiteralGrid& grid)

@@ -120,6 +120,8 @@ pageTest("shows what settings files changed, whatever is in it", { file: "modifi
 pageTest("opens at the setting or group that the address names", { hash: "#verdix.web.cef.webbrowser" }, async (page) => {
     assert.ok(await isInView(page, "verdix.web.cef.webbrowser"));
     assert.equal(await focusedText(page), "webbrowser");
+    assert.ok(await page.locator("thead th").first().evaluate((cell) =>
+        cell.getBoundingClientRect().top >= document.querySelector("main").getBoundingClientRect().top), "no headings");
     await page.locator("#search").fill("colour");
     await page.evaluate(() => { location.hash = "verdix.suggestions.ShowTips"; });
     await page.waitForFunction(() => document.activeElement.textContent === "ShowTips");

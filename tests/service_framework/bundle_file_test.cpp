@@ -69,6 +69,11 @@ TEST(BundleFile, saysWhatIsWrong)
     EXPECT_EQ(failureOfManifest(R"({"bundle.symbolic_name": "b"})"),
               "lib.so: a/manifest.json: bundle.symbolic_name is \"b\", but the archive has the manifest "
               "under \"a\"");
+    EXPECT_EQ(failureOfManifest(R"({"bundle.symbolic_name": [1, null]})"),
+              "lib.so: a/manifest.json: bundle.symbolic_name is \"[1,]\", but the archive has the manifest "
+              "under \"a\"");
+    EXPECT_EQ(failureOfManifest(R"({"bundle.symbolic_name": "a", "x": -1e999})"),
+              "lib.so: a/manifest.json: a number is too large: write one of at most 1.8e308 in size");
     EXPECT_EQ(failureOfManifest(R"({"bundle.symbolic_name": "a", "x": 1, "X": 2})"),
               "lib.so: a/manifest.json: the key \"X\" is given more than once");
     EXPECT_EQ(failureOfManifest(std::string(maximumManifestSize + 1, ' ')),

@@ -81,6 +81,8 @@ TEST(ValueParsingTest, ReadsWhatPeopleWrite)
     }
     EXPECT_TRUE(vx::core::parseJsonValue("[\"a\", \"b\"]", any) == cellstr({"a", "b"}));
     EXPECT_TRUE(vx::core::parseJsonValue("[[1, 2], [3, 4]]", any) == matrix<double>(2, 2, {1, 3, 2, 4}));
+    EXPECT_TRUE(vx::core::parseJsonValue("[\"Inf\", 2]", any) ==
+                matrix<double>(1, 2, {std::numeric_limits<double>::infinity(), 2}));
     EXPECT_TRUE(vx::core::parseJsonValue("\"red\"", colour) == charvec("red"));
 }
 

@@ -50,7 +50,10 @@ TEST(Command, SaysInOneLineWhatIsWrong)
          1,
          "is a group; see what is in it with: vxsettings tree verdix.commandwindow"},
         {{"get", "dump"}, 1, "verdix.dump has no factory value, and no file gives it one"},
-        {{"list", "nothing*"}, 1, "no path matches nothing*"},
+        {{"export"}, 2, "export needs --format"},
+        {{"list", "--kind", "groups"}, 2, "groups"},
+        {{"list", "--validator", "mustBe"}, 1, "there are allowedValues, callable, colour"},
+        {{"list", "class*", "nothing*"}, 1, "no path matches nothing*"},
         {{"export", "--format", "json", "-o", "/no/such/folder/x"},
          1,
          "cannot write /no/such/folder/x: No such file"},
@@ -131,6 +134,21 @@ TEST(Command, ListsByPattern)
     EXPECT_EQ(outputOf({"list", "verdix.unittest.Use[SP]*"}),
               "verdix.unittest.UseStrict\nverdix.unittest.UseParallel\n");
     EXPECT_THAT(outputOf({"list"}), StartsWith("verdix.DeleteFilesPermanently\nverdix.G11nLanguagePref\n"));
+}
+
+TEST(Command, ListsWhatPassesAllFilters)
+{
+    EXPECT_EQ(outputOf({"list", "class", "--kind", "group", "startup_plugins"}),
+              "verdix.class\nverdix.startup_plugins\n");
+    EXPECT_EQ(outputOf({"list", "--kind", "alias"}), "verdix.qorv\nverdix.desktop.DisplayScaleFactor\n");
+    EXPECT_EQ(outputOf({"list", "--read-only", "--kind", "setting"}),
+              "verdix.ui.internal.figuretype.webfigures\n");
+    EXPECT_EQ(outputOf({"list", "colors*", "--validator", "validate*"}), "");
+    EXPECT_EQ(outputOf({"list", "unittest*", "--validator", "range"}),
+              "verdix.unittest.OutputDetail\nverdix.unittest.LoggingLevel\n");
+    const std::string hidden = outputOf({"list", "--hidden", "desktop*"});
+    EXPECT_THAT(hidden, HasSubstr("verdix.desktop.workspace\n")) << "hidden with its group";
+    EXPECT_THAT(outputOf({"list", "--hidden"}), Not(HasSubstr("verdix.commandwindow.WrapLines\n")));
 }
 
 TEST(Command, DescribesNodesInWords)

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "json_text.hpp"
 #include "verb.hpp"
 
 namespace vx::tool {
@@ -32,7 +33,11 @@ ExitCode set(LazySession& lazy, const SetOptions& options, Output& out)
     core::SettingsChanger changer(session.tree(), releases, file);
     const core::Node& setting = changer.set(options.path, options.value,
                                             options.isJson ? core::Notation::json : core::Notation::script);
-    out << setting.fullName() << " is set in " << file << '\n';
+    if (out.isJson()) {
+        writeJson({{"path", setting.fullName()}, {"file", file}}, out);
+    } else {
+        out << setting.fullName() << " is set in " << file << '\n';
+    }
     return ExitCode::done;
 }
 
@@ -46,7 +51,11 @@ ExitCode reset(LazySession& lazy, const ResetOptions& options, Output& out)
     const std::string file = lazy.layerFiles().personal.string();
     core::SettingsChanger changer(session.tree(), releases, file);
     const std::size_t count = options.all ? changer.resetAll() : changer.reset(options.path);
-    out << count << (count == 1 ? " setting" : " settings") << " reset in " << file << '\n';
+    if (out.isJson()) {
+        writeJson({{"count", count}, {"file", file}}, out);
+    } else {
+        out << count << (count == 1 ? " setting" : " settings") << " reset in " << file << '\n';
+    }
     return ExitCode::done;
 }
 

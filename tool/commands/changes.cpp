@@ -1,5 +1,10 @@
 #include <CLI/CLI.hpp>
+#include <boost/json/array.hpp>
 
+#include <utility>
+
+#include "json_text.hpp"
+#include "node_json.hpp"
 #include "table.hpp"
 #include "verb.hpp"
 
@@ -8,8 +13,18 @@ namespace vx::tool {
 namespace {
 
 using settings::core::ReleaseChangeSet;
+using settings::core::ReleaseChangeTable;
 
-void write(const ReleaseChangeSet& set, Output& out)
+void writeDocument(const ReleaseChangeTable& table, Output& out)
+{
+    boost::json::array releases;
+    for (const auto& [index, set] : table) {
+        releases.push_back(releaseJson(index, set));
+    }
+    writeJson({{"releases", std::move(releases)}}, out);
+}
+
+void writeText(const ReleaseChangeSet& set, Output& out)
 {
     const std::size_t count = set.changes.size();
     out << out.painted(Style::heading, set.release)
@@ -27,18 +42,26 @@ void write(const ReleaseChangeSet& set, Output& out)
     table.write(out, "  ");
 }
 
+ExitCode changes(const ReleaseChangeTable& table, Output& out)
+{
+    if (out.isJson()) {
+        writeDocument(table, out);
+        return ExitCode::done;
+    }
+    for (const auto& [index, set] : table) {
+        writeText(set, out);
+    }
+    return ExitCode::done;
+}
+
 }  // namespace
 
 Verb addChanges(CLI::App& app)
 {
     CLI::App* parser =
         app.add_subcommand("changes", "Settings that releases moved or removed, oldest release first");
-    return {parser, [](LazySession& session, Output& out) {
-                for (const auto& [index, set] : session.get().releaseChanges()) {
-                    write(set, out);
-                }
-                return ExitCode::done;
-            }};
+    return {parser,
+            [](LazySession& session, Output& out) { return changes(session.get().releaseChanges(), out); }};
 }
 
 }  // namespace vx::tool

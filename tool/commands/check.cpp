@@ -7,11 +7,29 @@
 #include <string>
 
 #include "faults.hpp"
+#include "json_text.hpp"
 #include "verb.hpp"
 
 namespace vx::tool {
 
 namespace {
+
+void writeDocument(const std::filesystem::path& file, bool exists, const std::vector<core::FileFault>& faults,
+                   Output& out)
+{
+    writeJson({{"file", file.string()}, {"exists", exists}, {"faults", faultsJson(faults)}}, out);
+}
+
+void writeText(const std::filesystem::path& file, bool exists, const std::vector<core::FileFault>& faults,
+               Output& out)
+{
+    writeFaults(file, faults, out);
+    if (!exists) {
+        out << file.string() << ": no such file, so nothing is set\n";
+    } else if (faults.empty()) {
+        out << file.string() << ": " << out.painted(Style::good, "no faults") << '\n';
+    }
+}
 
 ExitCode check(LazySession& lazy, const std::string& named, Output& out)
 {
@@ -21,16 +39,13 @@ ExitCode check(LazySession& lazy, const std::string& named, Output& out)
     if (!text && !named.empty()) {
         throw Failure(ExitCode::failed, named + ": no such file");
     }
-    if (!text) {
-        out << file.string() << ": no such file, so nothing is set\n";
-        return ExitCode::done;
+    const bool exists = text.has_value();
+    std::vector<core::FileFault> faults;
+    if (exists) {
+        const Session& session = lazy.get();
+        faults = core::checkSettingsFile(*std::move(text), session.tree(), session.releaseChanges());
     }
-    const Session& session = lazy.get();
-    const auto faults = core::checkSettingsFile(*std::move(text), session.tree(), session.releaseChanges());
-    writeFaults(file, faults, out);
-    if (faults.empty()) {
-        out << file.string() << ": " << out.painted(Style::good, "no faults") << '\n';
-    }
+    (out.isJson() ? writeDocument : writeText)(file, exists, faults, out);
     return faults.empty() ? ExitCode::done : ExitCode::failed;
 }
 

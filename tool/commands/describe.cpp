@@ -4,10 +4,14 @@
 #include <settings_core/value_text.hpp>
 
 #include <CLI/CLI.hpp>
+#include <boost/json/array.hpp>
 
 #include <memory>
 #include <string>
+#include <utility>
 
+#include "json_text.hpp"
+#include "node_json.hpp"
 #include "table.hpp"
 #include "verb.hpp"
 #include "words.hpp"
@@ -16,6 +20,7 @@ namespace vx::tool {
 
 namespace {
 
+namespace json = boost::json;
 using core::Node;
 using core::NodeKind;
 
@@ -151,10 +156,9 @@ void addHistory(const Session& session, const Node& node, Facts& facts)
     }
 }
 
-void describe(LazySession& lazy, const std::string& path, Output& out)
+void writeText(LazySession& lazy, const Node& node, Output& out)
 {
     const Session& session = lazy.get();
-    const Node& node = session.node(path);
     Facts facts;
     facts.add("kind", std::string(kindWord(node.kind())));
     facts.add("visibility", visibility(node));
@@ -174,6 +178,42 @@ void describe(LazySession& lazy, const std::string& path, Output& out)
     facts.write(out);
 }
 
+json::array layersJson(const std::vector<core::LayerValue>& values)
+{
+    json::array layers;
+    for (const core::LayerValue& value : values) {
+        layers.push_back(json::object{{"layer", core::layerWord(value.layer)},
+                                      {"value", valueJson(value.value)},
+                                      {"source", value.source},
+                                      {"counts", value.counts()},
+                                      {"faults", textsJson(value.faults)}});
+    }
+    return layers;
+}
+
+json::array historyJson(const Session& session, const Node& node)
+{
+    const auto table = session.releaseChanges();
+    json::array history;
+    for (const core::ReleaseStep& step : core::movesTo(table, node.fullName())) {
+        history.push_back(json::object{{"from", step.from}, {"release", step.release}});
+    }
+    return history;
+}
+
+/// The node as it is exported, with what the export does not tell.
+void writeDocument(LazySession& lazy, const Node& node, Output& out)
+{
+    json::object document = nodeJson(node);
+    document.emplace("isHidden", node.isHidden());
+    if (node.kind() == NodeKind::setting) {
+        document.emplace("accepts", core::describeAccepted(node.properties()));
+        document.emplace("layers", layersJson(lazy.layers().valuesOf(node)));
+    }
+    document.emplace("movedFrom", historyJson(lazy.get(), node));
+    writeJson(document, out);
+}
+
 }  // namespace
 
 Verb addDescribe(CLI::App& app)
@@ -184,7 +224,8 @@ Verb addDescribe(CLI::App& app)
     parser->add_option("PATH", *path, "Path, with or without the root")->type_name("")->required();
     parser->footer("Example:\n  vxsettings describe verdix.commandwindow.NumericFormat");
     return {parser, [path](LazySession& lazy, Output& out) {
-                describe(lazy, *path, out);
+                const Node& node = lazy.get().node(*path);
+                (out.isJson() ? writeDocument : writeText)(lazy, node, out);
                 return ExitCode::done;
             }};
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "choices.hpp"
 #include "json_text.hpp"
 #include "table.hpp"
 #include "tree_diff.hpp"
@@ -21,7 +22,7 @@ struct DiffOptions
 {
     std::string older;
     std::string newer;
-    std::string format = "text";
+    std::string format;  ///< empty: the one that every verb can write
 };
 
 /// What there is to say beside kind and path.
@@ -85,9 +86,7 @@ void writeJson(const std::vector<Difference>& differences, Output& out)
                                     {"before", difference.before},
                                     {"after", difference.after}});
     }
-    std::string text;
-    appendJson(text, json::object{{"differences", std::move(list)}});
-    out << text << '\n';
+    writeJson({{"differences", std::move(list)}}, out);
 }
 
 ExitCode diff(const DiffOptions& options, Output& out)
@@ -95,7 +94,7 @@ ExitCode diff(const DiffOptions& options, Output& out)
     const auto older = TreeDocument::read(options.older);
     const auto newer = TreeDocument::read(options.newer);
     const auto differences = compareTrees(older, newer);
-    if (options.format == "json") {
+    if (options.format == "json" || (options.format.empty() && out.isJson())) {
         writeJson(differences, out);
     } else if (options.format == "markdown") {
         writeMarkdown(differences, out);
@@ -116,9 +115,7 @@ Verb addDiff(CLI::App& app)
         ->type_name("")
         ->required();
     parser->add_option("NEW", options->newer, "The newer tree")->type_name("")->required();
-    parser->add_option("--format", options->format, "text, json or markdown")
-        ->check(CLI::IsMember({"text", "json", "markdown"}))
-        ->type_name("FORMAT");
+    limitTo(parser->add_option("--format", options->format, "What to write"), {"text", "json", "markdown"});
     parser->footer(
         "Ends with 1 when a setting is lost: gone, and no record of the release table says where to.\n"
         "Example:\n  vxsettings diff R2025b.json R2026a.json --format markdown");

@@ -3,6 +3,7 @@
 #include <foundation/host.hpp>
 
 #include <CLI/CLI.hpp>
+#include <boost/json/array.hpp>
 #include <cppmicroservices/Bundle.h>
 #include <cppmicroservices/Constants.h>
 #include <cppmicroservices/ServiceReference.h>
@@ -21,6 +22,7 @@
 #include <vector>
 
 #include "bundle_file.hpp"
+#include "json_text.hpp"
 #include "table.hpp"
 #include "verb.hpp"
 
@@ -28,6 +30,7 @@ namespace vx::tool {
 
 namespace {
 
+namespace json = boost::json;
 using cppmicroservices::any_cast;
 using cppmicroservices::Bundle;
 using cppmicroservices::ServiceReferenceU;
@@ -37,33 +40,60 @@ namespace Constants = cppmicroservices::Constants;
 constexpr std::array variables{"VX_CD_ANYWHERE_DISABLED", "VX_UI_INTERNAL_FIGURE_USEAPPSHELL",
                                "VX_WEBWINDOW_LOGS_SPEC"};
 
-/// Writes findings under headings and remembers whether all of them are well.
+/// Findings under headings. Text is written as it comes, a document at the end, also where an exception ends
+/// the search: what was found until then is what tells why.
 class Report
 {
 public:
     explicit Report(Output& out) : out_(out) {}
+    Report(const Report&) = delete;
+    Report& operator=(const Report&) = delete;
 
-    void begin(std::string_view heading) { out_ << out_.painted(Style::heading, heading) << '\n'; }
+    void begin(std::string_view heading) { heading_ = heading; }
 
-    void add(const std::string& what, const std::string& text) { table_.add({"", what, text}); }
+    void add(const std::string& what, const std::string& text) { add({"", what, text}, nullptr); }
 
     void add(bool isGood, const std::string& what, const std::string& text)
     {
-        table_.add({isGood ? Table::Cell("ok", Style::good) : Table::Cell("wrong", Style::bad), what, text});
+        add({isGood ? Table::Cell("ok", Style::good) : Table::Cell("wrong", Style::bad), what, text}, isGood);
         isWell_ = isWell_ && isGood;
     }
 
     void end()
     {
-        table_.write(out_, "  ");
+        if (!out_.isJson()) {
+            out_ << out_.painted(Style::heading, heading_) << '\n';
+            table_.write(out_, "  ");
+            out_.flush();  // stands even where what follows cannot be started
+        }
         table_ = Table();
     }
+
+    void finish()
+    {
+        if (out_.isJson()) {
+            writeJson({{"isWell", isWell_}, {"findings", std::move(findings_)}}, out_);
+            out_.flush();
+        }
+    }
+
+    /// Something did not even start.
+    void fail() noexcept { isWell_ = false; }
 
     [[nodiscard]] bool isWell() const noexcept { return isWell_; }
 
 private:
+    void add(Table::Row row, const json::value& isGood)
+    {
+        findings_.push_back(json::object{
+            {"section", heading_}, {"what", row[1].text}, {"text", row[2].text}, {"isGood", isGood}});
+        table_.add(std::move(row));
+    }
+
     Output& out_;
+    std::string_view heading_;
     Table table_;
+    json::array findings_;
     bool isWell_ = true;
 };
 
@@ -202,6 +232,15 @@ void reportInputs(Report& report)
     report.end();
 }
 
+void reportSession(const Session& session, Report& report)
+{
+    reportBundles(session.host(), report);
+    reportServices(session.host(), report);
+    reportTree(session, report);
+    reportNativeFunctions(session.tree(), report);
+    reportInputs(report);
+}
+
 }  // namespace
 
 Verb addDoctor(CLI::App& app)
@@ -212,13 +251,14 @@ Verb addDoctor(CLI::App& app)
     return {parser, [](LazySession& lazy, Output& out) {
                 Report report(out);
                 reportTool(lazy, report);
-                out.flush();  // stands even where nothing below can be started
-                const Session& session = lazy.get();
-                reportBundles(session.host(), report);
-                reportServices(session.host(), report);
-                reportTree(session, report);
-                reportNativeFunctions(session.tree(), report);
-                reportInputs(report);
+                try {
+                    reportSession(lazy.get(), report);
+                } catch (const Failure&) {
+                    report.fail();
+                    report.finish();
+                    throw;
+                }
+                report.finish();
                 return report.isWell() ? ExitCode::done : ExitCode::failed;
             }};
 }

@@ -10,6 +10,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "choices.hpp"
 #include "export_json.hpp"
 #include "export_page.hpp"
 #include "export_schema.hpp"
@@ -59,6 +60,7 @@ void writeTree(LazySession& lazy, Output& out)
     write(lazy.get(), out);
 }
 
+/// In the order in which they are offered.
 constexpr Format formats[] = {{"json", writeTree<exportJson>},
                               {"json-schema", writeTree<exportSchema>},
                               {"html", exportPage},
@@ -74,7 +76,11 @@ std::vector<std::string> formatNames()
 
 ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& standard)
 {
-    const Format& format = *std::ranges::find(formats, options.format, &Format::name);
+    if (options.format.empty() && !standard.isJson()) {
+        throw Failure(ExitCode::usage, "export needs --format; see vxsettings export --help");
+    }
+    const Format& format =
+        options.format.empty() ? formats[0] : *std::ranges::find(formats, options.format, &Format::name);
     static_cast<void>(lazy.get());  // a bundle that cannot start leaves the file as it is
     if (options.file.empty()) {
         format.write(lazy, standard);
@@ -93,14 +99,10 @@ Verb addExport(CLI::App& app)
 {
     CLI::App* parser = app.add_subcommand("export", "The whole tree for other programs, and for looking at");
     auto options = std::make_shared<ExportOptions>();
-    parser
-        ->add_option(
-            "--format", options->format,
-            "json, csv or markdown; json-schema, by which editors complete and check settings files; html, "
-            "a page that shows and searches the settings")
-        ->required()
-        ->check(CLI::IsMember(formatNames()))
-        ->type_name("FORMAT");
+    limitTo(parser->add_option("--format", options->format,
+                               "json-schema is for editors, to complete and check settings files; html is a "
+                               "page that shows and searches the settings"),
+            formatNames());
     parser->add_option("-o,--output", options->file, "File to write instead of standard output")
         ->type_name("FILE");
     parser->footer("Example:\n  vxsettings export --format json -o settings.json\n"

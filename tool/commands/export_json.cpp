@@ -1,245 +1,21 @@
 #include "export_json.hpp"
 
-#include <settings_core/array_visit.hpp>
-
-#include <foundation/verdixdata/text.hpp>
-
 #include <boost/json/array.hpp>
-#include <boost/json/object.hpp>
 
-#include <string_view>
 #include <utility>
-#include <variant>
 
 #include "json_text.hpp"
-#include "words.hpp"
+#include "node_json.hpp"
 
 namespace vx::tool {
 
-namespace {
-
 namespace json = boost::json;
-namespace settings_core = ::settings::core;
-using core::Node;
-using foundation::verdixdata::Array;
-using foundation::verdixdata::ArrayType;
-using foundation::verdixdata::String;
-using foundation::verdixdata::toUtf8;
-using foundation::verdixdata::TypedArray;
-using settings_core::SettingValueValidator;
-
-json::value textOrNull(const std::string& text)
-{
-    return text.empty() ? json::value(nullptr) : json::value(text);
-}
-
-json::array texts(const std::vector<std::u16string>& values)
-{
-    json::array result;
-    result.reserve(values.size());
-    for (const std::u16string& value : values) {
-        result.emplace_back(toUtf8(value));
-    }
-    return result;
-}
-
-json::object arrayJson(const Array& array);
-
-std::string characters(const Array& array)
-{
-    const TypedArray<char16_t> view(array);
-    return toUtf8({std::as_const(view).begin(), view.getNumberOfElements()});
-}
-
-json::value elementJson(const String& element)
-{
-    return element ? json::value(toUtf8(*element)) : json::value(nullptr);
-}
-
-json::value elementJson(char16_t element)
-{
-    return json::value(toUtf8({&element, 1}));
-}
-
-/// A text where a cell holds a character row, null where it holds nothing, else a value of its own.
-json::value elementJson(const Array& element)
-{
-    if (!element.isAssigned()) {
-        return nullptr;
-    }
-    return element.getType() == ArrayType::CHAR ? json::value(characters(element))
-                                                : json::value(arrayJson(element));
-}
-
-template <class Number>
-json::value elementJson(Number element)
-{
-    return element;
-}
-
-json::value dataJson(const Array& array)
-{
-    if (array.getType() == ArrayType::CHAR && array.getDimensions()[0] == 1) {
-        return json::value(characters(array));
-    }
-    return core::visitArray(array, [](const auto& elements) {
-        json::array data;
-        data.reserve(elements.getNumberOfElements());
-        for (const auto& element : elements) {
-            data.push_back(elementJson(element));
-        }
-        return json::value(std::move(data));
-    });
-}
-
-json::object arrayJson(const Array& array)
-{
-    json::array dims;
-    for (const std::size_t size : array.getDimensions()) {
-        dims.emplace_back(size);
-    }
-    return {{"class", className(array.getType())}, {"dims", std::move(dims)}, {"data", dataJson(array)}};
-}
-
-/// Words for a kind of function and for what its scope is.
-struct FunctionKind
-{
-    std::string_view kind;
-    std::string_view scope;
-};
-
-template <class Function>
-inline constexpr FunctionKind functionKind{"callable", "qualifier"};
-template <>
-inline constexpr FunctionKind functionKind<settings_core::MValidator>{"script", "qualifier"};
-template <>
-inline constexpr FunctionKind functionKind<settings_core::CValidator>{"native", "library"};
-template <>
-inline constexpr FunctionKind functionKind<settings_core::JValidator>{"managed", "class"};
-template <>
-inline constexpr FunctionKind functionKind<settings_core::MRunTimeDefault>{"script", "qualifier"};
-template <>
-inline constexpr FunctionKind functionKind<settings_core::CRunTimeDefault>{"native", "library"};
-template <>
-inline constexpr FunctionKind functionKind<settings_core::JRunTimeDefault>{"managed", "class"};
-
-/// A validator or run-time default; null where there is none.
-struct FunctionJson
-{
-    json::value operator()(std::monostate) const { return nullptr; }
-
-    template <class Function>
-    json::value operator()(const Function& function) const
-    {
-        constexpr FunctionKind words = functionKind<Function>;
-        return json::object{
-            {"kind", words.kind}, {words.scope, function.scope()}, {"function", function.function()}};
-    }
-};
-
-std::string_view colourForm(SettingValueValidator::Colour colour)
-{
-    return colour == SettingValueValidator::Colour::wholeNumbers ? "wholeNumbers" : "normalised";
-}
-
-/// Appends one entry per rule of the record. Words beside a colour belong to the colour.
-void appendRules(json::array& rules, const SettingValueValidator::ConfigData& record)
-{
-    if (record.size) {
-        rules.push_back(
-            json::object{{"kind", "size"}, {"rows", record.size->rows}, {"columns", record.size->columns}});
-    }
-    if (record.elementClass) {
-        rules.push_back(json::object{{"kind", "elementClass"}, {"class", className(*record.elementClass)}});
-    }
-    if (record.range) {
-        // An open bound is infinite, and so written as null.
-        rules.push_back(
-            json::object{{"kind", "range"}, {"lower", record.range->lower}, {"upper", record.range->upper}});
-    }
-    if (!record.allowedValues.empty() && !record.colour) {
-        rules.push_back(json::object{{"kind", "allowedValues"}, {"values", texts(record.allowedValues)}});
-    }
-    if (record.maximumLength) {
-        rules.push_back(json::object{{"kind", "maximumLength"}, {"length", *record.maximumLength}});
-    }
-    if (record.colour) {
-        json::object rule{{"kind", "colour"}, {"form", colourForm(*record.colour)}};
-        if (!record.allowedValues.empty()) {
-            rule.emplace("words", texts(record.allowedValues));
-        }
-        rules.push_back(std::move(rule));
-    }
-}
-
-json::object nodeJson(const Node& node)
-{
-    const Node::Properties& properties = node.properties();
-    json::array rules;
-    for (const auto& record : properties.valueValidators) {
-        appendRules(rules, record);
-    }
-    const bool isReadOnlyGiven = properties.readOnly.isWritten();
-    const Array& value = properties.factoryValue;
-    return {{"path", node.fullName()},
-            {"node", kindWord(node.kind())},
-            {"visibility", visibilityWord(node)},
-            {"readOnly", isReadOnlyGiven ? json::value(properties.readOnly.value()) : json::value(nullptr)},
-            {"value", value.isAssigned() ? json::value(arrayJson(value)) : json::value(nullptr)},
-            {"validator", std::visit(FunctionJson(), properties.validator)},
-            {"runTimeDefault", std::visit(FunctionJson(), properties.runTimeDefault)},
-            {"valueValidators", std::move(rules)},
-            {"aliasTarget", textOrNull(properties.aliasName())},
-            {"errorHandler", static_cast<bool>(properties.errorHandler)},
-            {"additionalFile", properties.additionalFile}};
-}
-
-json::array pathsJson(const std::vector<std::string>& paths)
-{
-    return json::array(paths.begin(), paths.end());
-}
-
-json::object releaseJson(std::uint64_t index, const settings_core::ReleaseChangeSet& set)
-{
-    json::array changes;
-    for (const auto& change : set.changes) {
-        changes.push_back(json::object{{"operation", change.operation()},
-                                       {"from", pathsJson(change.from())},
-                                       {"to", pathsJson(change.to())}});
-    }
-    return {{"index", index},
-            {"release", set.release},
-            {"crossesRootGroups", set.crossesRootGroups},
-            {"changes", std::move(changes)}};
-}
-
-/// Writes a list, each entry on its own line.
-void writeLines(std::string_view key, const json::array& entries, Output& out)
-{
-    out << "  \"" << key << "\": [";
-    std::string text;
-    for (const json::value& entry : entries) {
-        text = &entry == entries.data() ? "\n    " : ",\n    ";
-        appendJson(text, entry);
-        out << text;
-    }
-    out << "\n  ],\n";
-}
-
-void writeField(std::string_view key, const json::value& value, std::string_view end, Output& out)
-{
-    std::string text;
-    appendJson(text, value);
-    out << "  \"" << key << "\": " << text << end;
-}
-
-}  // namespace
 
 json::object treeJson(const Session& session)
 {
     json::array nodes;
     nodes.reserve(session.tree().nodes().size());
-    for (const Node* node : session.tree().nodes()) {
+    for (const core::Node* node : session.tree().nodes()) {
         nodes.push_back(nodeJson(*node));
     }
     json::array releases;
@@ -249,17 +25,12 @@ json::object treeJson(const Session& session)
     return {{"root", session.tree().root()->fullName()},
             {"nodes", std::move(nodes)},
             {"releaseChanges", std::move(releases)},
-            {"settingPathList", pathsJson(session.settingPathList())}};
+            {"settingPathList", textsJson(session.settingPathList())}};
 }
 
 void exportJson(const Session& session, Output& out)
 {
-    const json::object document = treeJson(session);
-    out << "{\n";
-    writeField("root", document.at("root"), ",\n", out);
-    writeLines("nodes", document.at("nodes").get_array(), out);
-    writeLines("releaseChanges", document.at("releaseChanges").get_array(), out);
-    writeField("settingPathList", document.at("settingPathList"), "\n}\n", out);
+    writeJson(treeJson(session), out);
 }
 
 }  // namespace vx::tool

@@ -6,6 +6,8 @@
 #include <settings_core/value_rules.hpp>
 #include <settings_core/value_text.hpp>
 
+#include <boost/algorithm/string/join.hpp>
+
 #include <algorithm>
 #include <functional>
 #include <map>
@@ -41,43 +43,6 @@ struct Source
 std::string badge(std::string_view kind, std::string_view text)
 {
     return " <span class=\"badge " + std::string(kind) + "\">" + html(text) + "</span>";
-}
-
-// Checks, in the words of the exported tree
-
-struct CheckName
-{
-    std::string operator()(std::monostate) const { return {}; }
-    std::string operator()(const ::settings::core::CPPValidator& /*callable*/) const { return "callable"; }
-    std::string operator()(const ::settings::core::detail::FunctionName& named) const
-    {
-        return named.function();
-    }
-};
-
-void addRuleNames(std::string& names, const core::ValueRules& rules)
-{
-    const auto add = [&names](bool isStated, std::string_view name) {
-        if (isStated) {
-            names.append(names.empty() ? "" : " ").append(name);
-        }
-    };
-    add(rules.range.has_value(), "range");
-    add(!rules.allowedValues.empty() && !rules.colour, "allowedValues");
-    add(rules.maximumLength.has_value(), "maximumLength");
-    add(rules.size.has_value(), "size");
-    add(rules.elementClass.has_value(), "elementClass");
-    add(rules.colour.has_value(), "colour");
-}
-
-/// The checks that a setting's values pass, separated by blanks; "none" without any.
-std::string checkNames(const Node::Properties& properties)
-{
-    std::string names = std::visit(CheckName(), properties.validator);
-    for (const core::ValueRules& rules : properties.valueValidators) {
-        addRuleNames(names, rules);
-    }
-    return names.empty() ? "none" : names;
 }
 
 // Values
@@ -161,7 +126,8 @@ Row settingRow(const Source& source, const Node& node, const std::string& font)
 {
     const auto& properties = node.properties();
     const std::string elementClass = classOf(node);
-    Row row{" data-class=\"" + elementClass + "\" data-checks=\"" + html(checkNames(properties)) + "\"",
+    Row row{" data-class=\"" + elementClass + "\" data-checks=\"" +
+                html(boost::algorithm::join(checkNames(node), " ")) + "\"",
             properties.readOnly.value() ? badge("access", "read-only") : "", factoryHtml(node, font),
             html(core::describeAccepted(properties))};
     const Array& factory = properties.factoryValue;

@@ -9,6 +9,8 @@
 #include <string>
 
 #include "bundle_file.hpp"
+#include "json_text.hpp"
+#include "node_json.hpp"
 #include "verb.hpp"
 
 namespace vx::tool {
@@ -41,7 +43,16 @@ ExitCode get(LazySession& lazy, const std::string& path, Output& out)
 {
     const Session& session = lazy.get();
     const core::Node& setting = core::settingBehind(session.tree(), session.node(path));
-    out << core::valueText(valueOf(lazy.layers(), setting).value) << '\n';
+    const core::LayerValue held = valueOf(lazy.layers(), setting);
+    if (out.isJson()) {
+        writeJson({{"path", setting.fullName()},
+                   {"value", valueJson(held.value)},
+                   {"layer", core::layerWord(held.layer)},
+                   {"source", held.source}},
+                  out);
+    } else {
+        out << core::valueText(held.value) << '\n';
+    }
     return ExitCode::done;
 }
 

@@ -3,6 +3,8 @@
 #include <memory>
 #include <string>
 
+#include "json_text.hpp"
+#include "node_json.hpp"
 #include "tree_history.hpp"
 #include "verb.hpp"
 
@@ -17,6 +19,16 @@ struct HistoryOptions
     std::string tree;
 };
 
+void writeText(const std::vector<std::string>& faults, Output& out)
+{
+    for (const std::string& fault : faults) {
+        out << out.painted(Style::bad, "fault") << "  " << fault << '\n';
+    }
+    if (faults.empty()) {
+        out << out.painted(Style::good, "ok") << "  every setting of the baseline is carried forward\n";
+    }
+}
+
 ExitCode history(LazySession& session, const HistoryOptions& options, Output& out)
 {
     const auto baseline = TreeDocument::read(options.baseline);
@@ -25,11 +37,10 @@ ExitCode history(LazySession& session, const HistoryOptions& options, Output& ou
     const auto current =
         options.tree.empty() ? TreeDocument::of(session.get()) : TreeDocument::read(options.tree);
     const auto faults = findHistoryFaults(baseline, current, listed);
-    for (const std::string& fault : faults) {
-        out << out.painted(Style::bad, "fault") << "  " << fault << '\n';
-    }
-    if (faults.empty()) {
-        out << out.painted(Style::good, "ok") << "  every setting of the baseline is carried forward\n";
+    if (out.isJson()) {
+        writeJson({{"faults", textsJson(faults)}}, out);
+    } else {
+        writeText(faults, out);
     }
     return faults.empty() ? ExitCode::done : ExitCode::failed;
 }

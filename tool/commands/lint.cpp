@@ -1,5 +1,9 @@
 #include <CLI/CLI.hpp>
+#include <boost/json/array.hpp>
 
+#include <utility>
+
+#include "json_text.hpp"
 #include "tree_lint.hpp"
 #include "verb.hpp"
 
@@ -7,13 +11,27 @@ namespace vx::tool {
 
 namespace {
 
+void writeDocument(const std::vector<LintFault>& faults, Output& out)
+{
+    boost::json::array list;
+    for (const auto& [file, path, message] : faults) {
+        list.push_back(boost::json::object{{"file", file}, {"path", path}, {"message", message}});
+    }
+    writeJson({{"faults", std::move(list)}}, out);
+}
+
+void writeText(const std::vector<LintFault>& faults, Output& out)
+{
+    for (const auto& [file, path, message] : faults) {
+        out << file << ": " << out.painted(Style::heading, path) << ": " << message << '\n';
+    }
+}
+
 ExitCode lint(const Session& session, Output& out)
 {
     const auto releases = session.releaseChanges();
     const auto faults = lintTree(session.tree(), releases);
-    for (const auto& [file, path, message] : faults) {
-        out << file << ": " << out.painted(Style::heading, path) << ": " << message << '\n';
-    }
+    (out.isJson() ? writeDocument : writeText)(faults, out);
     return faults.empty() ? ExitCode::done : ExitCode::failed;
 }
 

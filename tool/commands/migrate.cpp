@@ -4,13 +4,19 @@
 #include <settings_core/migration.hpp>
 
 #include <CLI/CLI.hpp>
+#include <boost/json/array.hpp>
 
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "faults.hpp"
+#include "json_text.hpp"
+#include "node_json.hpp"
 #include "table.hpp"
 #include "verb.hpp"
 
@@ -19,6 +25,7 @@ namespace vx::tool {
 namespace {
 
 namespace fs = std::filesystem;
+namespace json = boost::json;
 using core::Migration;
 using core::MigrationEvent;
 
@@ -53,18 +60,6 @@ Table::Row eventRow(const MigrationEvent& event)
     return {event.release, {"dropped", Style::bad}, event.path, "removed in " + event.release};
 }
 
-void report(const Migration& migration, const fs::path& file, Output& out)
-{
-    out << file.string() << ": from " << (migration.from ? toText(*migration.from) : "before all releases")
-        << " to " << toText(migration.to) << ", " << migration.untouched
-        << (migration.untouched == 1 ? " setting stays as it is\n" : " settings stay as they are\n");
-    Table table;
-    for (const MigrationEvent& event : migration.events) {
-        table.add(eventRow(event));
-    }
-    table.write(out, "  ");
-}
-
 Migration planMigration(const std::string& text, const fs::path& file, const Session& session,
                         const core::MigrationRange& range)
 {
@@ -90,21 +85,85 @@ std::string keepBackup(const core::LockedFile& file, const Migration& migration)
     return name;
 }
 
-void writeMigrated(core::LockedFile& file, const Migration& migration, Output& out)
+/// What there is to tell in the end.
+struct Outcome
 {
-    if (migration.text == *file.content()) {
-        out << "nothing to do: the file is as it should be\n";
-        return;
+    const fs::path file;
+    const Migration migration;
+    const std::vector<core::FileFault> faults;  ///< of the values that moved
+    bool isChange;                              ///< whether the file is another one afterwards
+    bool isWritten;
+    std::string backup;  ///< name of the old file, where it was kept
+};
+
+void writeReport(const Outcome& outcome, Output& out)
+{
+    const Migration& migration = outcome.migration;
+    out << outcome.file.string() << ": from "
+        << (migration.from ? toText(*migration.from) : "before all releases") << " to "
+        << toText(migration.to) << ", " << migration.untouched
+        << (migration.untouched == 1 ? " setting stays as it is\n" : " settings stay as they are\n");
+    Table table;
+    for (const MigrationEvent& event : migration.events) {
+        table.add(eventRow(event));
     }
-    const std::string backup = keepBackup(file, migration);
-    file.replace(migration.text);
-    out << "written; the old file is kept as " << backup << '\n';
+    table.write(out, "  ");
 }
 
-ExitCode migrate(LazySession& lazy, const MigrateOptions& options, Output& out)
+void writeText(const Outcome& outcome, Output& out)
 {
-    const core::MigrationRange range{releaseOption("--from", options.from),
-                                     releaseOption("--to", options.to)};
+    writeReport(outcome, out);
+    if (!outcome.faults.empty()) {
+        out << out.painted(Style::bad, "values that their new settings do not take, kept without effect:")
+            << '\n';
+        writeFaults(outcome.file, outcome.faults, out);
+    }
+    if (!outcome.isChange) {
+        out << "nothing to do: the file is as it should be\n";
+    } else if (outcome.isWritten) {
+        out << "written; the old file is kept as " << outcome.backup << '\n';
+    } else {
+        out << "nothing is written; do so with --write\n";
+    }
+}
+
+std::string_view eventWord(MigrationEvent::Kind kind)
+{
+    switch (kind) {
+    case MigrationEvent::Kind::moved:
+        return "moved";
+    case MigrationEvent::Kind::targetKept:
+        return "targetKept";
+    case MigrationEvent::Kind::removed:
+        break;
+    }
+    return "removed";
+}
+
+void writeDocument(const Outcome& outcome, Output& out)
+{
+    const Migration& migration = outcome.migration;
+    json::array events;
+    for (const MigrationEvent& event : migration.events) {
+        events.push_back(json::object{{"release", event.release},
+                                      {"change", eventWord(event.kind)},
+                                      {"path", event.path},
+                                      {"target", textOrNull(event.target)}});
+    }
+    writeJson({{"file", outcome.file.string()},
+               {"from", migration.from ? json::value(toText(*migration.from)) : json::value(nullptr)},
+               {"to", toText(migration.to)},
+               {"untouched", migration.untouched},
+               {"events", std::move(events)},
+               {"faults", faultsJson(outcome.faults)},
+               {"isChange", outcome.isChange},
+               {"isWritten", outcome.isWritten},
+               {"backup", textOrNull(outcome.backup)}},
+              out);
+}
+
+Outcome carryForward(LazySession& lazy, const MigrateOptions& options, const core::MigrationRange& range)
+{
     const auto content = core::readFile(options.file);
     if (!content) {
         throw Failure(ExitCode::failed, options.file + ": no such file");
@@ -115,20 +174,24 @@ ExitCode migrate(LazySession& lazy, const MigrateOptions& options, Output& out)
         locked.emplace(options.file);
     }
     const std::string text = locked ? locked->content().value_or(*content) : *content;
-    const Migration migration = planMigration(text, options.file, session, range);
-    report(migration, options.file, out);
-    const auto faults = core::checkMovedValues(migration, session.tree(), session.releaseChanges());
-    if (!faults.empty()) {
-        out << out.painted(Style::bad, "values that their new settings do not take, kept without effect:")
-            << '\n';
-        writeFaults(options.file, faults, out);
+    Migration migration = planMigration(text, options.file, session, range);
+    auto faults = core::checkMovedValues(migration, session.tree(), session.releaseChanges());
+    const bool isChange = migration.text != text;
+    std::string backup;
+    if (locked && isChange) {
+        backup = keepBackup(*locked, migration);
+        locked->replace(migration.text);
     }
-    if (locked) {
-        writeMigrated(*locked, migration, out);
-    } else if (migration.text != text) {
-        out << "nothing is written; do so with --write\n";
-    }
-    return faults.empty() ? ExitCode::done : ExitCode::failed;
+    return {options.file, std::move(migration), std::move(faults), isChange, locked && isChange, backup};
+}
+
+ExitCode migrate(LazySession& lazy, const MigrateOptions& options, Output& out)
+{
+    const core::MigrationRange range{releaseOption("--from", options.from),
+                                     releaseOption("--to", options.to)};
+    const Outcome outcome = carryForward(lazy, options, range);
+    (out.isJson() ? writeDocument : writeText)(outcome, out);
+    return outcome.faults.empty() ? ExitCode::done : ExitCode::failed;
 }
 
 }  // namespace

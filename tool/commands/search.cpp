@@ -3,19 +3,47 @@
 
 #include <CLI/CLI.hpp>
 #include <boost/algorithm/string/join.hpp>
+#include <boost/json/array.hpp>
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "json_text.hpp"
+#include "node_json.hpp"
 #include "table.hpp"
 #include "verb.hpp"
+#include "words.hpp"
 
 namespace vx::tool {
 
 namespace {
 
 constexpr std::size_t valueWidth = 60;
+
+void writeDocument(const std::vector<core::Match>& matches, Output& out)
+{
+    boost::json::array list;
+    for (const auto& [node, rank] : matches) {
+        list.push_back(boost::json::object{{"path", node->fullName()},
+                                           {"node", kindWord(node->kind())},
+                                           {"rank", core::rankWord(rank)},
+                                           {"value", valueJson(node->properties().factoryValue)}});
+    }
+    writeJson({{"matches", std::move(list)}}, out);
+}
+
+void writeText(const std::vector<core::Match>& matches, Output& out)
+{
+    Table table;
+    for (const auto& [node, rank] : matches) {
+        table.add({{std::string(core::rankWord(rank)), Style::note},
+                   node->fullName(),
+                   {core::shortValueText(node->properties().factoryValue, valueWidth), Style::value}});
+    }
+    table.write(out);
+}
 
 ExitCode search(const Session& session, const std::vector<std::string>& words, Output& out)
 {
@@ -24,13 +52,7 @@ ExitCode search(const Session& session, const std::vector<std::string>& words, O
         throw Failure(ExitCode::failed, "nothing matches " + boost::algorithm::join(words, " ") +
                                             "; all words have to match, so try fewer of them");
     }
-    Table table;
-    for (const auto& [node, rank] : matches) {
-        table.add({{std::string(core::rankWord(rank)), Style::note},
-                   node->fullName(),
-                   {core::shortValueText(node->properties().factoryValue, valueWidth), Style::value}});
-    }
-    table.write(out);
+    (out.isJson() ? writeDocument : writeText)(matches, out);
     return ExitCode::done;
 }
 

@@ -1,8 +1,12 @@
 #include <CLI/CLI.hpp>
+#include <boost/json/array.hpp>
 
 #include <array>
 #include <framework_bundles.hpp>
+#include <utility>
+#include <vector>
 
+#include "json_text.hpp"
 #include "table.hpp"
 #include "verb.hpp"
 
@@ -10,6 +14,7 @@ namespace vx::tool {
 
 namespace {
 
+namespace json = boost::json;
 using core::Node;
 using core::NodeKind;
 
@@ -45,6 +50,31 @@ void count(const Node& node, Counts& counts)
     }
 }
 
+struct Area
+{
+    std::string name;
+    Counts counts;
+};
+
+/// What lies outside any group, then one per group under the root, then all together.
+std::vector<Area> countAreas(const Node& root)
+{
+    std::vector<Area> areas{{"(directly in " + root.fullName() + ")", {}}};
+    Counts total;
+    for (const auto& child : root.children()) {
+        Counts counts;
+        count(*child, counts);
+        total += counts;
+        if (child->kind() == NodeKind::group) {
+            areas.push_back({std::string(child->name()), counts});
+        } else {
+            areas.front().counts += counts;
+        }
+    }
+    areas.push_back({"all", total});
+    return areas;
+}
+
 void writeSource(const Session& session, Output& out)
 {
     const auto& bundle = session.host().bundle();
@@ -55,41 +85,43 @@ void writeSource(const Session& session, Output& out)
     table.write(out);
 }
 
-void addRow(Table& table, const std::string& name, const Counts& counts)
+void writeText(const Session& session, const std::vector<Area>& areas, Output& out)
 {
-    table.add({{name},
-               counts.of(NodeKind::group),
-               counts.of(NodeKind::setting),
-               counts.of(NodeKind::alias),
-               counts.hidden});
-}
-
-/// One row per group under the root, after one for what lies there outside any group.
-void writeAreas(const Node& root, Output& out)
-{
-    Counts total;
-    Counts outsideGroups;
-    Table groups;
-    for (const auto& child : root.children()) {
-        Counts area;
-        count(*child, area);
-        total += area;
-        if (child->kind() == NodeKind::group) {
-            addRow(groups, std::string(child->name()), area);
-        } else {
-            outsideGroups += area;
-        }
-    }
+    writeSource(session, out);
+    out << '\n';
     Table table;
     table.add({{"area", Style::heading},
                {"groups", Style::heading, Align::right},
                {"settings", Style::heading, Align::right},
                {"aliases", Style::heading, Align::right},
                {"of them hidden", Style::heading, Align::right}});
-    addRow(table, "(directly in " + root.fullName() + ")", outsideGroups);
-    table.add(std::move(groups));
-    addRow(table, "all", total);
+    for (const auto& [name, counts] : areas) {
+        table.add({{name},
+                   counts.of(NodeKind::group),
+                   counts.of(NodeKind::setting),
+                   counts.of(NodeKind::alias),
+                   counts.hidden});
+    }
     table.write(out);
+}
+
+void writeDocument(const Session& session, const std::vector<Area>& areas, Output& out)
+{
+    const auto& bundle = session.host().bundle();
+    json::array list;
+    for (const auto& [name, counts] : areas) {
+        list.push_back(json::object{{"area", name},
+                                    {"groups", counts.of(NodeKind::group)},
+                                    {"settings", counts.of(NodeKind::setting)},
+                                    {"aliases", counts.of(NodeKind::alias)},
+                                    {"hidden", counts.hidden}});
+    }
+    writeJson({{"framework", json::object{{"name", frameworkName}, {"version", frameworkVersion}}},
+               {"bundle", json::object{{"name", bundle.GetSymbolicName()},
+                                       {"version", bundle.GetVersion().ToString()},
+                                       {"file", bundle.GetLocation()}}},
+               {"areas", std::move(list)}},
+              out);
 }
 
 }  // namespace
@@ -100,9 +132,8 @@ Verb addSummary(CLI::App& app)
         "summary", "Framework, bundle and how much it describes; done when no verb is given");
     return {parser, [](LazySession& lazy, Output& out) {
                 const Session& session = lazy.get();
-                writeSource(session, out);
-                out << '\n';
-                writeAreas(*session.tree().root(), out);
+                const auto areas = countAreas(*session.tree().root());
+                (out.isJson() ? writeDocument : writeText)(session, areas, out);
                 return ExitCode::done;
             }};
 }

@@ -1,11 +1,16 @@
 #include <settings_core/value_text.hpp>
 
 #include <CLI/CLI.hpp>
+#include <boost/json/array.hpp>
+#include <boost/json/object.hpp>
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <variant>
 
+#include "json_text.hpp"
+#include "node_json.hpp"
 #include "verb.hpp"
 #include "words.hpp"
 
@@ -13,6 +18,7 @@ namespace vx::tool {
 
 namespace {
 
+namespace json = boost::json;
 using core::Node;
 using core::NodeKind;
 
@@ -25,6 +31,31 @@ struct TreeOptions
     int depth = deepest;
     bool showsHidden = false;
 };
+
+bool isShown(const Node& node, const TreeOptions& options)
+{
+    return options.showsHidden || !node.isHiddenItself();
+}
+
+/// The node with those below it, as deep as was asked for.
+json::object branchJson(const Node& node, const TreeOptions& options, int depth)
+{
+    json::object branch{{"path", node.fullName()}, {"node", kindWord(node.kind())}};
+    if (node.kind() == NodeKind::alias) {
+        branch.emplace("aliasTarget", node.properties().aliasName());
+    } else if (node.kind() == NodeKind::setting) {
+        branch.emplace("value", valueJson(node.properties().factoryValue));
+    } else if (depth > 0) {
+        json::array children;
+        for (const auto& child : node.children()) {
+            if (isShown(*child, options)) {
+                children.push_back(branchJson(*child, options, depth - 1));
+            }
+        }
+        branch.emplace("children", std::move(children));
+    }
+    return branch;
+}
 
 /// What stands behind a name: the value in short, where it comes from, or where an alias leads.
 std::string annotation(const Node& node, const core::SettingsTree& tree, const Output& out)
@@ -57,16 +88,11 @@ public:
     }
 
 private:
-    [[nodiscard]] bool shows(const Node& node) const
-    {
-        return options_.showsHidden || !node.isHiddenItself();
-    }
-
     void drawChildren(const Node& node, const std::string& indent, int depth)
     {
         std::vector<const Node*> shown;
         for (const auto& child : node.children()) {
-            if (shows(*child)) {
+            if (isShown(*child, options_)) {
                 shown.push_back(child.get());
             }
         }
@@ -115,7 +141,11 @@ Verb addTree(CLI::App& app)
                 const Session& session = lazy.get();
                 const Node& top =
                     options->path.empty() ? *session.tree().root() : session.node(options->path);
-                Drawing(*options, session.tree(), out).draw(top);
+                if (out.isJson()) {
+                    writeJson(branchJson(top, *options, options->depth), out);
+                } else {
+                    Drawing(*options, session.tree(), out).draw(top);
+                }
                 return ExitCode::done;
             }};
 }

@@ -289,23 +289,26 @@
         select(group);
     }
 
-    /** Shows what the address names behind its #. */
+    /** Shows what the address names behind its #; false when it names nothing that is here. */
     function reveal() {
         const path = linkedPath();
         if (settingsByPath.has(path)) {
             revealSetting(settingsByPath.get(path));
         } else if (groups.has(path)) {
             revealGroup(groups.get(path));
+        } else {
+            return false;
         }
+        return true;
     }
 
+    /** To a group, as if by its link, but the focus stays in the tree. */
     function go(path) {
         setDrawer(false);
-        if (linkedPath() === path) {
-            reveal();
-        } else {
-            location.hash = path;
+        if (linkedPath() !== path) {
+            history.pushState(null, "", `#${path}`);
         }
+        reveal();
     }
 
     /** The group at the upper edge becomes the one that is marked in the tree. */
@@ -474,5 +477,6 @@
         }
     }, { capture: true, passive: true });
     addEventListener("hashchange", reveal);
-    reveal();
+    // Until the page is loaded the browser itself goes to what the address names, and takes the focus away.
+    addEventListener("load", () => setTimeout(() => reveal() || followScrolling()));
 })();

@@ -18,7 +18,7 @@ char lowered(char c)
 
 std::ostream& any_value_to_string(std::ostream& os, const Any& value)
 {
-    return os << value.ToString();
+    return os << value.ToStringNoExcept();
 }
 
 std::string Any::ToString() const

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <bundle_file.hpp>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -155,6 +156,15 @@ json::value parseJson(std::string_view text)
                              (error ? error.message() : "text after the manifest's end"));
 }
 
+double finite(double number)
+{
+    // What the parser makes of one with too large an exponent.
+    if (!std::isfinite(number)) {
+        throw std::runtime_error("a number is too large: write one of at most 1.8e308 in size");
+    }
+    return number;
+}
+
 Any toAny(const json::value& value);
 
 AnyMap toAnyMap(const json::object& object)
@@ -194,7 +204,7 @@ Any toAny(const json::value& value)
     case json::kind::uint64:
         return value.get_uint64();
     case json::kind::double_:
-        return value.get_double();
+        return finite(value.get_double());
     case json::kind::null:
         break;
     }

@@ -1,0 +1,54 @@
+// Any bytes as what follows a library's code in a bundle file, or as one manifest. The first byte chooses.
+
+#include <bundle_file.hpp>
+#include <fuzz/fuzzing.hpp>
+#include <stdexcept>
+
+namespace {
+
+using namespace cppmicroservices;
+using fuzz::require;
+
+void readImage(std::string_view appended)
+{
+    const std::string image = "\x7f"
+                              "ELF" +
+                              std::string(appended);
+    const auto bytes = std::as_bytes(std::span(image));
+    const auto archive = findArchive(bytes);
+    require(!archive || *archive < bytes.size(), "an archive begins in the file");
+    try {
+        const auto manifests = readBundleFile(bytes, "lib.so");
+        require(archive && !manifests.empty(), "manifests come from an archive");
+    } catch (const std::runtime_error& error) {
+        require(std::string_view(error.what()).starts_with("lib.so: "), "a refusal names the file",
+                error.what());
+    }
+}
+
+void readText(std::string_view text)
+{
+    try {
+        const BundleManifest manifest = readManifest(text, "a");
+        require(manifest.symbolicName == "a" &&
+                    manifest.headers.at("bundle.symbolic_name") == std::string("a"),
+                "a manifest has the name that was asked for");
+        require(BundleVersion(manifest.version.ToString()) == manifest.version, "a version reads back",
+                manifest.version.ToString());
+    } catch (const std::runtime_error& error) {
+        require(*error.what() != '\0', "a refusal says why");
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    fuzz::Bytes bytes(data, size);
+    if (bytes.below(2) == 0) {
+        readImage(bytes.rest());
+    } else {
+        readText(bytes.rest());
+    }
+    return 0;
+}

@@ -1,0 +1,99 @@
+// The first line as a filter, the others as properties: a filter that is printed is the same filter.
+
+#include <cppmicroservices/LDAPFilter.h>
+
+#include <charconv>
+#include <fuzz/fuzzing.hpp>
+#include <list>
+#include <optional>
+#include <stdexcept>
+#include <vector>
+
+namespace {
+
+using namespace cppmicroservices;
+using fuzz::require;
+
+std::optional<LDAPFilter> parse(const std::string& text)
+{
+    try {
+        return LDAPFilter(text);
+    } catch (const std::invalid_argument& error) {
+        const bool isWhole = text.find('\0') == std::string::npos;
+        require(!isWhole || std::string_view(error.what()).find(" at position ") != std::string_view::npos,
+                "a refusal says where", error.what());
+        return std::nullopt;
+    }
+}
+
+template <class Number>
+Number numberIn(std::string_view text)
+{
+    Number number{};
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
+Any valueOf(char type, std::string_view text)
+{
+    const std::string value(text);
+    switch (type) {
+    case 'b':
+        return value == "true";
+    case 'c':
+        return value.empty() ? ' ' : value.front();
+    case 'd':
+        return numberIn<double>(text);
+    case 'e':
+        return {};
+    case 'h':
+        return numberIn<short>(text);
+    case 'i':
+        return numberIn<int>(text);
+    case 'l':
+        return std::list<std::string>{value, "x"};
+    case 'u':
+        return numberIn<unsigned long>(text);
+    case 'v':
+        return std::vector<Any>{value, numberIn<int>(text), Any(), std::vector<std::string>{value}};
+    default:
+        return value;
+    }
+}
+
+/// Lines of a letter for the type, the key, "=" and the value.
+AnyMap propertiesIn(fuzz::Bytes& bytes)
+{
+    AnyMap properties(AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS);
+    while (!bytes.empty()) {
+        fuzz::Bytes line(bytes.until('\n'));
+        const char type = line.empty() ? 's' : line.rest().front();
+        const std::string_view key = line.until('=');
+        properties.emplace(std::string(key.substr(key.empty() ? 0 : 1)), valueOf(type, line.rest()));
+    }
+    return properties;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    fuzz::Bytes bytes(data, size);
+    const auto filter = parse(std::string(bytes.until('\n')));
+    if (!filter) {
+        return 0;
+    }
+    const AnyMap properties = propertiesIn(bytes);
+    const std::string text = filter->ToString();
+    const auto again = parse(text);
+    require(again && again->ToString() == text, "a filter that is printed is a filter", text);
+    const bool matches = filter->Match(properties);
+    require(again->Match(properties) == matches &&
+                again->MatchCase(properties) == filter->MatchCase(properties),
+            "a filter that is printed matches the same", text);
+    if (const auto negated = parse("(!" + text + ")")) {  // else nested too deep
+        require(negated->Match(properties) != matches, "a negation matches the rest", text);
+        require(negated->MatchCase(properties) != filter->MatchCase(properties), "case or not", text);
+    }
+    return 0;
+}

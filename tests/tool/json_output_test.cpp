@@ -1,0 +1,115 @@
+// What programs read of every verb.
+
+#include <boost/json/object.hpp>
+#include <boost/json/parse.hpp>
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <tests/tool/process.hpp>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+namespace json = boost::json;
+using tests::runTool;
+
+struct JsonOutputTest : testing::Test
+{
+    JsonOutputTest()
+    {
+        std::string pattern = (fs::temp_directory_path() / "vxsettings_XXXXXX").string();
+        folder = ::mkdtemp(pattern.data());
+        std::ofstream(file()) << "{ \"release\": \"R2020b\", \"settings\": {\n"
+                                 "  \"verdix.commandwindow.NumericFormat\": \"hex\",\n"
+                                 "  \"verdix.commandwindow.EightyColumns\": \"yes\" } }";
+    }
+    ~JsonOutputTest() override { fs::remove_all(folder); }
+
+    [[nodiscard]] std::string file() const { return folder / "settings.json"; }
+
+    /// The document that a verb writes; it has to end as in text, and to say nothing else.
+    [[nodiscard]] json::object run(std::vector<std::string> arguments, int exitCode = 0) const
+    {
+        for (const std::string& more :
+             {std::string("--personal"), file(), std::string("--installation"), (folder / "none").string(),
+              std::string("--format"), std::string("json")})
+        {
+            arguments.push_back(more);
+        }
+        const auto done = runTool(arguments);
+        EXPECT_EQ(done.exitCode, exitCode) << done.errors;
+        return json::parse(done.output).as_object();
+    }
+
+    fs::path folder;
+};
+
+TEST_F(JsonOutputTest, IsOneDocumentOfEveryVerb)
+{
+    const struct
+    {
+        std::vector<std::string> arguments;
+        int exitCode;
+        std::string member;  ///< a list, and how many there have to be at least
+        std::size_t entries;
+    } cases[] = {
+        {{}, 0, "areas", 40},
+        {{"tree", "commandwindow", "--hidden"}, 0, "children", 10},
+        {{"list", "commandwindow*"}, 0, "nodes", 10},
+        {{"search", "wrap"}, 0, "matches", 2},
+        {{"describe", "commandwindow.NumericFormat"}, 0, "layers", 2},
+        {{"check"}, 1, "faults", 1},
+        {{"migrate", file()}, 1, "events", 1},
+        {{"changes"}, 0, "releases", 6},
+        {{"export"}, 0, "nodes", 1177},
+        {{"diff", VX_SOURCE_DIR "/docs/baseline/R2026a.json", VX_SOURCE_DIR "/docs/baseline/R2026a.json"},
+         0,
+         "differences",
+         0},
+        {{"history", "--baseline", VX_SOURCE_DIR "/docs/baseline/R2026a.json"}, 0, "faults", 0},
+        {{"lint"}, 0, "faults", 0},
+        {{"doctor"}, 0, "findings", 15},
+        {{"doctor", "--bundle", VX_PLAIN_LIBRARY}, 3, "findings", 3},
+    };
+    for (const auto& [arguments, exitCode, member, entries] : cases) {
+        SCOPED_TRACE(arguments.empty() ? "no verb" : arguments.front());
+        const json::object document = run(arguments, exitCode);
+        ASSERT_TRUE(document.contains(member));
+        EXPECT_GE(document.at(member).as_array().size(), entries);
+    }
+}
+
+TEST_F(JsonOutputTest, TellsWhatTheTextTells)
+{
+    const json::object got = run({"get", "commandwindow.NumericFormat"});
+    EXPECT_EQ(got.at("value"), json::parse(R"({ "class": "char", "dims": [1, 3], "data": "hex" })"));
+    EXPECT_EQ(got.at("layer"), "personal");
+    EXPECT_EQ(got.at("source"), json::value(file()));
+
+    const json::object modified = run({"list", "--modified"});
+    EXPECT_EQ(modified.at("nodes").at(0).at("path"), "verdix.commandwindow.NumericFormat");
+    EXPECT_EQ(modified.at("nodes").at(0).at("value").at("data"), "hex");
+
+    const json::value fault = run({"check"}, 1).at("faults").at(0);
+    EXPECT_EQ(fault.at("line"), 3);
+    EXPECT_EQ(fault.at("column"), 3);
+    EXPECT_EQ(fault.at("path"), "verdix.commandwindow.EightyColumns");
+
+    const json::object planned = run({"migrate", file()}, 1);
+    EXPECT_EQ(planned.at("events").at(0), json::parse(R"({ "release": "R2021a", "change": "moved",
+        "path": "verdix.commandwindow.EightyColumns",
+        "target": "verdix.commandwindow.UseEightyColumnDisplayWidth" })"));
+    EXPECT_EQ(planned.at("isWritten"), false);
+    EXPECT_EQ(run({"migrate", file(), "--write"}, 1).at("backup"), "settings.json.R2020b.bak");
+
+    EXPECT_EQ(run({"set", "colors.KeywordColor", "[1 2 3]"}).at("path"), "verdix.colors.KeywordColor");
+    EXPECT_EQ(run({"get", "colors.KeywordColor"}).at("value").at("data"), json::parse("[1, 2, 3]"));
+    EXPECT_EQ(run({"reset", "colors"}).at("count"), 1);
+    EXPECT_EQ(run({"describe", "colors.KeywordColor"}).at("layers").as_array().size(), 1);
+}
+
+}  // namespace

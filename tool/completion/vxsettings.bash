@@ -1,0 +1,32 @@
+# Completion of vxsettings for bash: the command itself knows what may stand where.
+
+_vxsettings() {
+    # Bash takes a "=" for a word of its own; the command takes it for a part of one.
+    local words=() index joined=false
+    for ((index = 1; index <= COMP_CWORD; ++index)); do
+        if [[ ${COMP_WORDS[index]} == = && ${#words[@]} -gt 0 ]]; then
+            words[-1]+="="
+            joined=true
+        elif $joined; then
+            words[-1]+=${COMP_WORDS[index]}
+            joined=false
+        else
+            words+=("${COMP_WORDS[index]}")
+        fi
+    done
+    local typed=${words[-1]} behind=""
+    [[ $typed == *=* && $COMP_WORDBREAKS == *=* ]] && behind=${typed%%=*}=
+
+    COMPREPLY=()
+    local candidate
+    while IFS=$'\t' read -r candidate _; do
+        if [[ $candidate == :files ]]; then
+            compopt -o filenames -o default
+            continue
+        fi
+        candidate=${candidate#"$behind"}
+        [[ $candidate == *[.=] ]] && compopt -o nospace
+        COMPREPLY+=("$(printf '%q' "$candidate")")
+    done < <("$1" complete -- "${words[@]}" 2>/dev/null)
+}
+complete -F _vxsettings vxsettings
