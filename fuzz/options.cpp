@@ -232,7 +232,7 @@ bool applyNext(SettingOptions& options, fuzz::Bytes& bytes)
     } catch (const std::logic_error& error) {
         isTaken = false;
         const bool isOwnText = index == factoryValue && error.what() == std::string_view("Value is invalid.");
-        require(isOwnText || std::string_view(error.what()).starts_with(options.fullName + ": "),
+        require(isOwnText || std::string_view(error.what()).starts_with(options.fullName() + ": "),
                 "a refusal names the setting", error.what());
     }
     require(isTaken == outcome.has_value(), "an option takes its own types", name);
@@ -271,7 +271,7 @@ private:
         require(realize(std::move(node), options) == fits, "a node is made when its name is new", name);
         if (fits) {
             names_.insert(name);
-            const vx::core::Node* made = tree_.find(options.fullName);
+            const vx::core::Node* made = tree_.find(options.fullName());
             require(made != nullptr && summarise(made->properties()) == summarise(options.properties),
                     "a node is as it was described", name);
         }
