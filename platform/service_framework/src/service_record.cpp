@@ -64,14 +64,14 @@ thread_local std::vector<const ServiceRecord*> factoriesAtWork;
 class ServiceRecord::Hold
 {
 public:
-    Hold(std::shared_ptr<ServiceRecord> record, std::weak_ptr<BundlePrivate> user, InterfaceMapConstPtr map)
-        : record_(std::move(record)), user_(std::move(user)), objects(std::move(map))
+    Hold(std::shared_ptr<ServiceRecord> record, std::weak_ptr<BundlePrivate> user)
+        : record_(std::move(record)), user_(std::move(user))
     {}
     Hold(const Hold&) = delete;
     Hold& operator=(const Hold&) = delete;
     ~Hold()
     {
-        if (const auto user = user_.lock()) {
+        if (const auto user = user_.lock(); user && objects) {
             record_->Release(*user);
         }
     }
@@ -81,7 +81,7 @@ private:
     const std::weak_ptr<BundlePrivate> user_;
 
 public:
-    const InterfaceMapConstPtr objects;
+    InterfaceMapConstPtr objects;  // null while the use has not begun
 };
 
 ServiceRecord::ServiceRecord(const std::shared_ptr<BundlePrivate>& owner, InterfaceMapConstPtr objects,
@@ -163,12 +163,9 @@ bool ServiceRecord::IsUsedBy(const BundlePrivate& bundle) const
 
 InterfaceMapConstPtr ServiceRecord::Use(const std::shared_ptr<BundlePrivate>& user)
 {
-    auto objects = Acquire(user);
-    if (!objects) {
-        return nullptr;
-    }
-    const auto hold = std::make_shared<Hold>(shared_from_this(), user, std::move(objects));
-    return {hold, hold->objects.get()};
+    const auto hold = std::make_shared<Hold>(shared_from_this(), user);
+    hold->objects = Acquire(user);
+    return hold->objects ? InterfaceMapConstPtr(hold, hold->objects.get()) : nullptr;
 }
 
 InterfaceMapConstPtr ServiceRecord::Acquire(const std::shared_ptr<BundlePrivate>& user)
@@ -192,21 +189,29 @@ InterfaceMapConstPtr ServiceRecord::Acquire(const std::shared_ptr<BundlePrivate>
     if (!made.objects) {
         return nullptr;
     }
-    InterfaceMapConstPtr standing;
-    {
-        const std::lock_guard lock(mutex_);
-        if (objects_) {
-            const auto [position, inserted] = users_.try_emplace(user.get(), made);
-            if (inserted) {
-                return made.objects;
-            }
-            // Another thread was faster: its objects stand, and ours go back.
-            ++position->second.uses;
-            standing = position->second.objects;
+    try {
+        auto standing = Enter(user, made);
+        if (standing != made.objects) {
+            GiveBack(*factory, made);
         }
+        return standing;
+    } catch (const std::bad_alloc&) {
+        GiveBack(*factory, made);
+        throw;
     }
-    GiveBack(*factory, made);
-    return standing;
+}
+
+InterfaceMapConstPtr ServiceRecord::Enter(const std::shared_ptr<BundlePrivate>& user, const UserEntry& made)
+{
+    const std::lock_guard lock(mutex_);
+    if (!objects_) {
+        return nullptr;
+    }
+    const auto [position, inserted] = users_.try_emplace(user.get(), made);
+    if (!inserted) {
+        ++position->second.uses;
+    }
+    return position->second.objects;
 }
 
 InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePrivate>& user,
@@ -242,6 +247,8 @@ InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePriv
     } catch (const SharedLibraryException& error) {
         Report({FrameworkEvent::FRAMEWORK_ERROR, error.GetBundle(), error.what(), std::current_exception()});
         throw;
+    } catch (const std::bad_alloc&) {
+        throw;  // no defect of the factory: it may do better the next time
     } catch (const std::exception& error) {
         reportError(bundle, error.what(), ServiceException::FACTORY_EXCEPTION);
     } catch (...) {

@@ -63,6 +63,9 @@ private:
     std::shared_ptr<const AnyMap> MakeProperties(const ServiceProperties& given) const;
     std::shared_ptr<ServiceFactory> Factory() const;
     InterfaceMapConstPtr Acquire(const std::shared_ptr<BundlePrivate>& user);
+    /// Makes the bundle a user of the objects made for it, unless another thread was faster: the objects that
+    /// stand. Null when the service is unregistered by now.
+    InterfaceMapConstPtr Enter(const std::shared_ptr<BundlePrivate>& user, const UserEntry& made);
     InterfaceMapConstPtr MakeObjects(const std::shared_ptr<BundlePrivate>& user, ServiceFactory& factory);
     void Release(BundlePrivate& user);
     void GiveBack(ServiceFactory& factory, const UserEntry& entry);

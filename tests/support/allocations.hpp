@@ -1,18 +1,40 @@
 #pragma once
 
+// Watches and fails the allocations of a whole test program, those of its shared libraries included.
+
 #include <cstddef>
+#include <cstdint>
 #include <new>
 
 namespace tests {
 
-/// While it lives, the allocation of this thread with the number given, counted from 0, fails.
+/// Allocations of all threads that are not freed yet.
+[[nodiscard]] long liveAllocations() noexcept;
+
+/// Allocations that this thread ever made.
+[[nodiscard]] std::size_t allocationsMade() noexcept;
+
+/// Memory of the process that is not swapped out.
+[[nodiscard]] long residentKilobytes();
+
+enum class Failing : std::uint8_t
+{
+    once,
+    fromThenOn
+};
+
+/// While it lives, the allocation of this thread with the number given, counted from 0, fails; on request all
+/// after it do as well.
 class FailingAllocation
 {
 public:
-    explicit FailingAllocation(std::size_t index) noexcept;
+    explicit FailingAllocation(std::size_t index, Failing failing = Failing::once) noexcept;
     ~FailingAllocation();
     FailingAllocation(const FailingAllocation&) = delete;
     FailingAllocation& operator=(const FailingAllocation&) = delete;
+
+    /// Whether that many allocations were asked for at all.
+    [[nodiscard]] bool hasFailed() const noexcept;
 };
 
 /// Runs the action again and again, one allocation later failing each time, until it succeeds; calls
