@@ -69,8 +69,8 @@ std::optional<Failure> brokenShape(const Properties& properties, const Array& va
 
 // Validators
 
-/// Runs a check that refuses by raising. Gives the text of what it raised, `silent` when that has none. Memory
-/// that runs out is no judgement of the value, and is passed on.
+/// Runs a check that refuses by raising. Gives the text of what it raised, `silent` when that has none.
+/// Memory that runs out is no judgement of the value, and is passed on.
 template <class Check>
 std::optional<std::string> refusalOf(const Check& check, const std::string& silent)
 {

@@ -8,6 +8,8 @@
 #include <settings_core/migration.hpp>
 #include <settings_core/settings_tree.hpp>
 
+#include <foundation/export.hpp>
+
 #include <cppmicroservices/FrameworkFactory.h>
 #include <gtest/gtest.h>
 
@@ -23,14 +25,23 @@
 #include <tests/support/soak.hpp>
 #include <vector>
 
+// By the language, an exception in the initialisation of a library ends the program; so nothing fails in
+// there.
+extern "C" VX_API void* dlopen(const char* file, int flags) noexcept
+{
+    using Open = void*(const char*, int);
+    const tests::SureAllocation sure;
+    return reinterpret_cast<Open*>(dlsym(RTLD_NEXT, "dlopen"))(file, flags);
+}
+
 namespace {
 
 namespace fs = std::filesystem;
 using tests::Failing;
 using vx::core::SettingsTree;
 
-/// Lets the action fail at every point, `restore` what it left, and once more do it to the end. The short form
-/// takes about as many steps as given.
+/// Lets the action fail at every point, `restore` what it left, and once more do it to the end. The short
+/// form takes about as many steps as given.
 template <class Action, class Restore>
 void sweep(const std::string& what, std::size_t steps, Action action, Restore restore)
 {
@@ -50,8 +61,8 @@ void sweep(const std::string& what, std::size_t steps, Action action, Restore re
                 const tests::FailingAllocation failing(points * stride, mode);
                 action();
                 isReached = failing.hasFailed();
-                ASSERT_FALSE(isReached) << what << ": the failure of allocation " << points * stride
-                                        << " went unnoticed";
+                ASSERT_FALSE(isReached)
+                    << what << ": the failure of allocation " << points * stride << " went unnoticed";
             } catch (const std::bad_alloc&) {
             }
             restore();
@@ -195,7 +206,8 @@ struct MemoryOfFiles : MemoryTest
             ASSERT_TRUE(found == before || found == after) << what << ": " << found.value_or("gone");
             for (const auto& entry : fs::directory_iterator(folder)) {
                 const std::string name = entry.path().filename();
-                ASSERT_TRUE(name == "settings.json" || name == ".settings.json.lock" || name.ends_with(".bak"))
+                ASSERT_TRUE(name == "settings.json" || name == ".settings.json.lock" ||
+                            name.ends_with(".bak"))
                     << what << " left " << name;
                 if (name.ends_with(".bak")) {
                     ASSERT_EQ(vx::core::readFile(entry.path()), before) << what;
@@ -249,7 +261,10 @@ TEST_F(MemoryOfFiles, AreReadAndChecked)
     const auto* setting = tree.find("verdix.commandwindow.WrapLines");
     std::size_t values = 2;
     sweep(
-        "layers", 100, [&] { values = vx::core::Layers(tree, {"", file}).valuesOf(*setting).size(); },
+        "layers", 100,
+        [&] {
+            values = vx::core::Layers(tree, {"", file}).valuesOf(*setting).size();
+        },
         [&] { ASSERT_EQ(values, 2U); });
 }
 

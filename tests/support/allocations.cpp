@@ -17,12 +17,13 @@ struct Plan
 };
 
 thread_local Plan plan;
+thread_local int sure = 0;
 thread_local std::size_t made = 0;
 std::atomic<long> live{0};
 
 bool shallFail() noexcept
 {
-    if (plan.remaining == never) {
+    if (plan.remaining == never || sure != 0) {
         return false;
     }
     if (plan.remaining != 0) {
@@ -40,7 +41,7 @@ void* allocate(std::size_t size) noexcept
 {
     void* memory = std::malloc(size == 0 ? 1 : size);
     if (memory != nullptr) {
-        ++made;
+        made += sure == 0 ? 1 : 0;
         live.fetch_add(1, std::memory_order_relaxed);
     }
     return memory;
@@ -113,6 +114,16 @@ FailingAllocation::FailingAllocation(std::size_t index, Failing failing) noexcep
 FailingAllocation::~FailingAllocation()
 {
     plan = {};
+}
+
+SureAllocation::SureAllocation() noexcept
+{
+    ++sure;
+}
+
+SureAllocation::~SureAllocation()
+{
+    --sure;
 }
 
 bool FailingAllocation::hasFailed() const noexcept

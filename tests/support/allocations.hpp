@@ -11,7 +11,7 @@ namespace tests {
 /// Allocations of all threads that are not freed yet.
 [[nodiscard]] long liveAllocations() noexcept;
 
-/// Allocations that this thread ever made.
+/// Allocations that this thread ever made, but for those that were sure to succeed.
 [[nodiscard]] std::size_t allocationsMade() noexcept;
 
 /// Memory of the process that is not swapped out.
@@ -35,6 +35,16 @@ public:
 
     /// Whether that many allocations were asked for at all.
     [[nodiscard]] bool hasFailed() const noexcept;
+};
+
+/// While it lives, this thread's allocations succeed, and are not counted towards the one that shall fail.
+class SureAllocation
+{
+public:
+    SureAllocation() noexcept;
+    ~SureAllocation();
+    SureAllocation(const SureAllocation&) = delete;
+    SureAllocation& operator=(const SureAllocation&) = delete;
 };
 
 /// Runs the action again and again, one allocation later failing each time, until it succeeds; calls

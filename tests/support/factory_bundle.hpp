@@ -10,8 +10,8 @@
 namespace tests {
 
 /// The provider that the started bundle offers; null when there is none.
-inline std::shared_ptr<settings::core::FactorySettingsLoader> factoryLoader(
-    cppmicroservices::BundleContext context)
+inline std::shared_ptr<settings::core::FactorySettingsLoader>
+factoryLoader(cppmicroservices::BundleContext context)
 {
     const auto reference = context.GetServiceReference<settings::core::FactorySettingsLoader>();
     return reference ? context.GetService(reference) : nullptr;

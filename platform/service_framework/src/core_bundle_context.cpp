@@ -24,7 +24,12 @@ struct RunningFramework
     {}
     RunningFramework(const RunningFramework&) = delete;
     RunningFramework& operator=(const RunningFramework&) = delete;
-    ~RunningFramework() { core->SystemBundle()->Stop(); }
+    ~RunningFramework()
+    {
+        if (const auto bundle = core->SystemBundle()) {
+            bundle->Stop();
+        }
+    }
 
     const std::shared_ptr<CoreBundleContext> core;
 };

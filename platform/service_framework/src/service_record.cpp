@@ -22,6 +22,13 @@ long nextServiceId()
     return next++;
 }
 
+/// Null for a service without one.
+std::shared_ptr<ServiceFactory> factoryOf(const InterfaceMapConstPtr& objects)
+{
+    const auto found = objects->find(detail::factoryInterfaceId);
+    return found == objects->end() ? nullptr : std::static_pointer_cast<ServiceFactory>(found->second);
+}
+
 std::vector<std::string> interfacesOf(const InterfaceMapConstPtr& objects, bool isFactory)
 {
     if (!objects || objects->empty()) {
@@ -92,6 +99,7 @@ ServiceRecord::ServiceRecord(const std::shared_ptr<BundlePrivate>& owner, Interf
       library_(owner->LoadedLibrary()),
       owner_(owner),
       objects_(std::move(objects)),
+      factory_(factoryOf(objects_)),
       properties_(MakeProperties(properties))
 {
     ranking_ = rankingOf(*properties_);
@@ -183,7 +191,7 @@ InterfaceMapConstPtr ServiceRecord::Acquire(const std::shared_ptr<BundlePrivate>
             ++entry.uses;
             return isFactory_ ? entry.objects : objects_;
         }
-        factory = std::static_pointer_cast<ServiceFactory>(objects_->at(detail::factoryInterfaceId));
+        factory = factory_;
     }
     UserEntry made{user, 1, MakeObjects(user, *factory)};
     if (!made.objects) {
@@ -258,13 +266,6 @@ InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePriv
     return nullptr;
 }
 
-std::shared_ptr<ServiceFactory> ServiceRecord::Factory() const
-{
-    return isFactory_ && objects_
-               ? std::static_pointer_cast<ServiceFactory>(objects_->at(detail::factoryInterfaceId))
-               : nullptr;
-}
-
 void ServiceRecord::Release(BundlePrivate& user)
 {
     std::shared_ptr<ServiceFactory> factory;
@@ -277,7 +278,7 @@ void ServiceRecord::Release(BundlePrivate& user)
         }
         released = std::move(found->second);
         users_.erase(found);
-        factory = Factory();
+        factory = factory_;
     }
     if (factory) {
         GiveBack(*factory, released);
@@ -304,7 +305,7 @@ bool ServiceRecord::Unregister()
     std::shared_ptr<ServiceFactory> factory;
     {
         const std::lock_guard lock(mutex_);
-        factory = Factory();
+        factory.swap(factory_);
         objects.swap(objects_);
         users.swap(users_);
     }
