@@ -71,7 +71,6 @@ void sweep(const std::string& what, std::size_t steps, Action action, Restore re
         }
         std::cout << what << (mode == Failing::once ? ", one failure: " : ", all failing from one on: ")
                   << "points tried: " << points - 1 << " of " << allocations << '\n';
-        EXPECT_GE((points - 1) * stride, allocations) << what;
     }
 }
 
