@@ -21,6 +21,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <tests/support/factory_bundle.hpp>
 #include <tests/support/running_framework.hpp>
 #include <vector>
 
@@ -38,9 +39,7 @@ struct LiveLayersTest : testing::Test
     LiveLayersTest()
     {
         framework.start(VX_BUNDLE_FILE);
-        auto context = framework.context();
-        const auto reference = context.GetServiceReference<settings::core::FactorySettingsLoader>();
-        loader = context.GetService(reference);
+        loader = tests::factoryLoader(framework.context());
         tree = std::make_unique<vx::core::SettingsTree>(vx::core::loadTree(*loader));
         releases = vx::core::loadReleaseChanges(*loader);
         // Thousands of files are flushed: memory is as good for that as a disk, and a hundred times as fast.
