@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <exception>
 #include <fcntl.h>
+#include <new>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -141,6 +142,9 @@ ExitCode guardedRun(int argc, const char* const* argv)
         return run(argc, argv);
     } catch (const Failure& failure) {
         return report(failure.code(), failure.what());
+    } catch (const std::bad_alloc&) {
+        return report(ExitCode::failed,
+                      "out of memory: end other programs, or raise the memory limit of this one");
     } catch (const std::exception& error) {
         return report(ExitCode::failed, error.what());
     }

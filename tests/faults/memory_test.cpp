@@ -8,8 +8,6 @@
 #include <settings_core/migration.hpp>
 #include <settings_core/settings_tree.hpp>
 
-#include <foundation/export.hpp>
-
 #include <cppmicroservices/FrameworkFactory.h>
 #include <gtest/gtest.h>
 
@@ -24,15 +22,6 @@
 #include <tests/support/running_framework.hpp>
 #include <tests/support/soak.hpp>
 #include <vector>
-
-// By the language, an exception in the initialisation of a library ends the program; so nothing fails in
-// there.
-extern "C" VX_API void* dlopen(const char* file, int flags) noexcept
-{
-    using Open = void*(const char*, int);
-    const tests::SureAllocation sure;
-    return reinterpret_cast<Open*>(dlsym(RTLD_NEXT, "dlopen"))(file, flags);
-}
 
 namespace {
 

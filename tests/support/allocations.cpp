@@ -1,5 +1,6 @@
 #include <atomic>
 #include <cstdlib>
+#include <dlfcn.h>
 #include <fstream>
 #include <limits>
 #include <tests/support/allocations.hpp>
@@ -83,6 +84,15 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept
 void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept
 {
     operator delete(memory);
+}
+
+// By the language, an exception in the initialisation of a library ends the program; so nothing fails in
+// there.
+extern "C" [[gnu::visibility("default")]] void* dlopen(const char* file, int flags) noexcept
+{
+    using Open = void*(const char*, int);
+    const tests::SureAllocation sure;
+    return reinterpret_cast<Open*>(dlsym(RTLD_NEXT, "dlopen"))(file, flags);
 }
 
 namespace tests {
