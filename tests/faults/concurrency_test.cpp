@@ -89,7 +89,7 @@ TEST_F(ConcurrencyTest, FirstUsesOfALibrary)
         lookUps += message.find("CodeAnalyzer") != std::string::npos &&
                    message.find("found [1]") != std::string::npos;
     });
-    const int rounds = tests::runsInFull() ? 1000 : 20;
+    const int rounds = tests::runsInFull() ? 1000 : 10;
     for (int round = 0; round < rounds; ++round) {
         // Loaded with the first activation, which is part of the race, and unloaded at the end of the round.
         auto bundle = framework.start(VX_BUNDLE_FILE);

@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Reports which branches of the module and the settings core the tests take, and the lines of those they do not.
+# Branches that the compiler makes for exceptions, and those that cannot be reached, do not count.
+#
+#   scripts/coverage.sh          builds everything, runs all tests, reports
+#   scripts/coverage.sh TEST...  builds and runs these test executables alone
+set -euo pipefail
+source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
+
+# Only memory would be judged by these, and at great length.
+long='StaysFlat|LoadsAndUnloads'
+
+run_tests() {
+    local name
+    if (($# == 0)); then
+        ctest --preset coverage --parallel "$(nproc)" --exclude-regex "$long"
+    fi
+    for name in "$@"; do
+        "build/coverage/bin/$name" --gtest_brief=1 --gtest_filter="-*${long//|/*:*}*" || return
+    done
+}
+
+"$project/scripts/setup.sh" --coverage --quiet
+cd -- "$project"
+# Bundles and native libraries are opened by name.
+alone coverage build coverage "$@" ${1:+com_tarnwick_verdix_factory_settings vxsavevars vxservices vxgraphics_state}
+find build/coverage -name '*.gcda' -delete # of earlier runs
+quietly run_tests "$@"
+report=(gcovr --root . --object-directory build/coverage --exclude-throw-branches --exclude-unreachable-branches)
+for part in builder component migration tree platform/settings_core; do
+    report+=(--filter "$part/")
+done
+"${report[@]}" --branches --print-summary
