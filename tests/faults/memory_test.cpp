@@ -17,6 +17,7 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <tests/faults/services.hpp>
 #include <tests/support/allocations.hpp>
 #include <tests/support/factory_bundle.hpp>
 #include <tests/support/running_framework.hpp>
@@ -113,6 +114,12 @@ TEST_F(MemoryTest, WhatTheProviderGives)
 TEST(MemoryOfTheBundle, FromItsFileToItsFirstTreeAndBack)
 {
     tests::RunningFramework framework;
+    const auto dateTime =
+        framework.context().RegisterService<factory_settings_interface::DateTimeSettingsInterface>(
+            std::make_shared<tests::DateTimeService>());
+    const auto codeAnalyzer =
+        framework.context().RegisterService<factory_settings_interface::CodeAnalyzerSettingsInterface>(
+            std::make_shared<tests::CodeAnalyzerService>());
     sweep(
         "bundle", 60,
         [&] {
@@ -129,6 +136,8 @@ TEST(MemoryOfTheBundle, FromItsFileToItsFirstTreeAndBack)
                 bundle.Uninstall();
             }
             ASSERT_EQ(dlopen(VX_BUNDLE_FILE, RTLD_LAZY | RTLD_NOLOAD), nullptr) << "still loaded";
+            ASSERT_TRUE(dateTime.GetReference().GetUsingBundles().empty()) << "still in use";
+            ASSERT_TRUE(codeAnalyzer.GetReference().GetUsingBundles().empty()) << "still in use";
         });
 }
 
