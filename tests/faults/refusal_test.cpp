@@ -158,6 +158,17 @@ TEST_F(RefusalTest, FactoriesThatMakeNothing)
         codeAnalyzer.Unregister();
         ++points;
     }
+
+    // A factory that has no memory may have some the next time.
+    loadAnew();
+    auto poor = framework.context().RegisterService<CodeAnalyzerSettingsInterface>(
+        cppmicroservices::ToFactory(std::make_shared<Factory>([] { throw std::bad_alloc(); })));
+    expectStopBefore<std::bad_alloc>(codeAnalyzerArea);
+    poor.Unregister();
+    const auto codeAnalyzer = std::make_shared<tests::CodeAnalyzerService>();
+    framework.context().RegisterService<CodeAnalyzerSettingsInterface>(codeAnalyzer);
+    expectWhole();
+    EXPECT_EQ(codeAnalyzer->queries, 1);
 }
 
 TEST_F(RefusalTest, ServicesThatGoAway)
