@@ -141,8 +141,9 @@ TEST(Concurrency, FirstUsesOfAFeatureSwitch)
 TEST_F(ConcurrencyTest, EverythingAroundChanges)
 {
     auto bundle = framework.start(VX_BUNDLE_FILE);
+    const auto holding = tests::factoryLoader(framework.context());
     OutsideCore whole("verdix");
-    tests::factoryLoader(framework.context())->createTree(whole.root);
+    holding->createTree(whole.root);
     const auto locale = [](const OutsideCore& core) {
         return core.at("verdix.datetime.DisplayLocale").properties.factoryValue;
     };
@@ -150,7 +151,6 @@ TEST_F(ConcurrencyTest, EverythingAroundChanges)
     std::atomic<std::size_t> trees{0};
     std::atomic<std::size_t> served{0};
     std::atomic<std::size_t> interrupted{0};
-    const auto holding = tests::factoryLoader(framework.context());
     {
         const Meanwhile services([&] {
             auto registration = framework.context().RegisterService<DateTimeSettingsInterface>(dateTime);
