@@ -91,7 +91,7 @@ void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept
 extern "C" [[gnu::visibility("default")]] void* dlopen(const char* file, int flags) noexcept
 {
     using Open = void*(const char*, int);
-    const tests::SureAllocation sure;
+    const tests::SureAllocation guard;
     return reinterpret_cast<Open*>(dlsym(RTLD_NEXT, "dlopen"))(file, flags);
 }
 
