@@ -290,6 +290,18 @@ TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         EXPECT_NE(faults[index].message.find(expected[index].words), std::string::npos)
             << faults[index].message;
     }
+
+    const std::pair<const char*, const char*> others[] = {
+        {R"({"$schema": "settings.json", "release": 2026, "settings": {}})", "is no release"},
+        {R"({"release": "R2099b"})", "is newer than the newest release known here, R2026a"},
+        {R"({"settings": {}, "settings": {"no.such.path": 1}})", "second time"},
+        {R"({"settings": 1})", "expected an object"},
+    };
+    for (const auto& [file, words] : others) {
+        const auto found = vx::core::checkSettingsFile(file, *tree, releases);
+        ASSERT_FALSE(found.empty()) << file;
+        EXPECT_NE(found.front().message.find(words), std::string::npos) << found.front().message;
+    }
 }
 
 }  // namespace
