@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Installs what the project needs out of Debian's own packages; does nothing where they are installed already.
 #
-#   scripts/setup.sh          compilers and libraries, to build and to test
-#   scripts/setup.sh --ci     also what the checks need: clang, clang-format, clang-tidy, shellcheck, git,
-#                             Chromium and Node, python3-jsonschema, the shells that completion is made for
-#   scripts/setup.sh --bench  also what the benchmarks need: Google Benchmark, valgrind, and the libraries that they
-#                             compare with: GLib, Qt, nlohmann JSON
-#   scripts/setup.sh --quiet  says nothing when there is nothing to install
+#   scripts/setup.sh             compilers and libraries, to build and to test
+#   scripts/setup.sh --ci        also what the checks need: clang, clang-format, clang-tidy, shellcheck, git,
+#                                Chromium and Node, python3-jsonschema, the shells that completion is made for
+#   scripts/setup.sh --coverage  also what scripts/coverage.sh needs: gcovr
+#   scripts/setup.sh --bench     also what the benchmarks need: Google Benchmark, valgrind, and the libraries that they
+#                                compare with: GLib, Qt, nlohmann JSON
+#   scripts/setup.sh --quiet     says nothing when there is nothing to install
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 
@@ -28,6 +29,7 @@ for argument in "$@"; do
     case $argument in
     --ci) packages+=("${check_packages[@]}") ;;
     --bench) packages+=("${bench_packages[@]}") ;;
+    --coverage) packages+=(gcovr) ;;
     --quiet) quiet=true ;;
     *) fail "unknown argument '$argument'; see the head of this file" ;;
     esac

@@ -3,18 +3,23 @@
 #
 #   scripts/test.sh                    with the preset dev
 #   scripts/test.sh --preset asan      with another preset of CMakePresets.json
+#   scripts/test.sh --target NAME      builds that test executable alone; the others' tests fail, so choose some
 #   scripts/test.sh -R exported        further arguments go to ctest
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 
 preset=dev
-if [[ ${1-} == --preset ]]; then
-    preset=${2-}
-    [[ -n $preset ]] || fail "--preset needs a name; cmake --list-presets shows them"
+targets=()
+while [[ ${1-} == --preset || ${1-} == --target ]]; do
+    [[ -n ${2-} ]] || fail "$1 needs a name; cmake --list-presets shows the presets"
+    case $1 in
+    --preset) preset=$2 ;;
+    --target) targets+=("$2") ;;
+    esac
     shift 2
-fi
+done
 
 "$project/scripts/setup.sh" --quiet
-alone "$preset" build "$preset"
+alone "$preset" build "$preset" "${targets[@]}"
 cd -- "$project"
 exec ctest --preset "$preset" --parallel "$(nproc)" "$@"

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <dlfcn.h>
 #include <fstream>
+#include <new>
 #include <vector>
 
 #include "failure.hpp"
@@ -34,6 +35,8 @@ std::vector<std::string> componentClasses(const AnyMap& manifest)
         for (const Any& component : any_cast<std::vector<Any>>(runtime.at("components"))) {
             classes.push_back(any_cast<std::string>(any_cast<AnyMap>(component).at("implementation-class")));
         }
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception&) {
         classes.clear();
     }

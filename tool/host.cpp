@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <chrono>
 #include <framework_bundles.hpp>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -38,6 +39,8 @@ Bundle startFactorySettings(BundleContext context, const std::filesystem::path& 
     requireLibrary(file);
     try {
         return start(std::move(context), file.string());
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& error) {
         const std::string reason = firstLine(error.what());
         const bool namesFile = reason.find(file.string()) != std::string::npos;
@@ -62,6 +65,8 @@ std::shared_ptr<FactorySettingsLoader> findLoader(BundleContext context, const B
     std::string raised;
     try {
         loader = context.GetService(reference);
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& error) {
         raised = firstLine(error.what());
     }
@@ -94,6 +99,8 @@ RunningFramework::RunningFramework()
         for (const std::string_view file : frameworkBundles) {
             start(framework_->GetBundleContext(), std::string(file));
         }
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& error) {
         throw Failure(ExitCode::notStarted, std::string("the service framework cannot be started: ") +
                                                 firstLine(error.what()) + "; reinstall the tool");

@@ -10,6 +10,7 @@
 #include <exception>
 #include <fcntl.h>
 #include <iterator>
+#include <new>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -172,6 +173,9 @@ ExitCode guardedRun(int argc, const char* const* argv)
         return run(argc, argv);
     } catch (const Failure& failure) {
         return report(failure.code(), failure.what());
+    } catch (const std::bad_alloc&) {
+        return report(ExitCode::failed,
+                      "out of memory: end other programs, or raise the memory limit of this one");
     } catch (const std::exception& error) {
         return report(ExitCode::failed, error.what());
     }

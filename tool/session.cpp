@@ -2,6 +2,8 @@
 
 #include <settings_core/path_lookup.hpp>
 
+#include <new>
+
 #include "bundle_file.hpp"
 #include "failure.hpp"
 
@@ -13,6 +15,8 @@ core::SettingsTree buildTree(const Host& host)
 {
     try {
         return core::loadTree(host.loader());
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& error) {
         throw Failure(ExitCode::notStarted, "bundle " + host.bundle().GetLocation() +
                                                 " cannot build its tree: " + firstLine(error.what()));

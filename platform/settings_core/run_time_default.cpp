@@ -18,6 +18,8 @@ DefaultValue compute(const ::settings::core::CRunTimeDefault& native)
     Array value;
     try {
         function(value);
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& error) {
         throw std::runtime_error(source + " failed: " + error.what());
     }

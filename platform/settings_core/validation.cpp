@@ -70,12 +70,15 @@ std::optional<Failure> brokenShape(const Properties& properties, const Array& va
 // Validators
 
 /// Runs a check that refuses by raising. Gives the text of what it raised, `silent` when that has none.
+/// Memory that runs out is no judgement of the value, and is passed on.
 template <class Check>
 std::optional<std::string> refusalOf(const Check& check, const std::string& silent)
 {
     try {
         check();
         return std::nullopt;
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& error) {
         const std::string text = error.what();
         return text.empty() ? silent : text;

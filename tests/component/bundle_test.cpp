@@ -5,28 +5,26 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
+#include <iostream>
 #include <set>
 #include <string>
+#include <tests/support/factory_bundle.hpp>
+#include <tests/support/memory_use.hpp>
 #include <tests/support/outside_core.hpp>
 #include <tests/support/running_framework.hpp>
+#include <tests/support/soak.hpp>
 
 namespace {
 
 using settings::core::FactorySettingsLoader;
+using tests::factoryLoader;
 using tests::OutsideCore;
-
-std::shared_ptr<FactorySettingsLoader> loaderOf(cppmicroservices::BundleContext context)
-{
-    const auto reference = context.GetServiceReference<FactorySettingsLoader>();
-    return reference ? context.GetService(reference) : nullptr;
-}
 
 TEST(Bundle, BuildsTheSameTreeEveryTime)
 {
     tests::RunningFramework framework;
     framework.start(VX_BUNDLE_FILE);
-    const auto loader = loaderOf(framework.context());
+    const auto loader = factoryLoader(framework.context());
     ASSERT_NE(loader, nullptr);
 
     OutsideCore first(loader->getRootGroupName());
@@ -51,7 +49,7 @@ TEST(Bundle, AFailureAnywhereLeavesTheNodesMadeBefore)
 {
     tests::RunningFramework framework;
     framework.start(VX_BUNDLE_FILE);
-    const auto loader = loaderOf(framework.context());
+    const auto loader = factoryLoader(framework.context());
     ASSERT_NE(loader, nullptr);
 
     std::size_t refusedAt = 0;
@@ -74,12 +72,12 @@ TEST(Bundle, AFailureAnywhereLeavesTheNodesMadeBefore)
 TEST(Bundle, LoadsAndUnloadsAThousandTimes)
 {
     tests::RunningFramework framework;
-    for (int cycle = 0; cycle < 1000; ++cycle) {
+    const auto load = [&](bool buildsTree) {
         auto bundle = framework.start(VX_BUNDLE_FILE);
-        auto loader = loaderOf(framework.context());
-        ASSERT_NE(loader, nullptr) << "cycle " << cycle;
+        auto loader = factoryLoader(framework.context());
+        ASSERT_NE(loader, nullptr);
         ASSERT_EQ(loader->getRootGroupName(), "verdix");
-        if (cycle % 100 == 0) {
+        if (buildsTree) {
             OutsideCore core("verdix");
             loader->createTree(core.root);
         }
@@ -87,7 +85,18 @@ TEST(Bundle, LoadsAndUnloadsAThousandTimes)
         bundle.Stop();
         bundle.Uninstall();
         ASSERT_FALSE(framework.context().GetServiceReference<FactorySettingsLoader>());
+    };
+    const int cycles = tests::runsInFull() ? 10'000 : 1'000;
+    for (int warmUp = 0; warmUp < 100; ++warmUp) {
+        load(true);
     }
+    const tests::MemoryUse before;
+    for (int cycle = 0; cycle < cycles; ++cycle) {
+        load(cycle % 100 == 0);
+        ASSERT_FALSE(HasFailure()) << "cycle " << cycle;
+    }
+    std::cout << "loaded and unloaded: " << cycles << '\n';
+    tests::expectNoGrowth(before);
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 
 #include <cmath>
 #include <limits>
-#include <tests/support/failing_allocation.hpp>
+#include <tests/support/allocations.hpp>
 #include <thread>
 
 namespace {

@@ -5,7 +5,7 @@
 
 #include <stdexcept>
 #include <tests/settings_core/new_setting.hpp>
-#include <tests/support/failing_allocation.hpp>
+#include <tests/support/allocations.hpp>
 
 namespace {
 

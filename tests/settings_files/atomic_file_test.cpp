@@ -11,6 +11,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <system_error>
 #include <unistd.h>
 #include <vector>
 
@@ -128,6 +129,46 @@ TEST_F(AtomicFileTest, WriterKilledAtAnySystemCallLeavesTheOldOrTheNewFile)
     EXPECT_FALSE(fs::exists(folder / ".settings.json.new"));
     EXPECT_TRUE(newWasSeen);
     EXPECT_GT(kills, 30) << "open, lock, read, write, flush, rename, flush: two stops each";
+}
+
+TEST_F(AtomicFileTest, WhatTheFileSystemRefusesIsNamed)
+{
+    const auto expectRefusal = [](const char* words, const auto& action) {
+        try {
+            action();
+            ADD_FAILURE() << "accepted where it should say: " << words;
+        } catch (const std::system_error& error) {
+            EXPECT_NE(std::string(error.what()).find(words), std::string::npos) << error.what();
+        }
+    };
+    const fs::path replacement = folder / ".settings.json.new";
+    const fs::path lock = folder / ".settings.json.lock";
+    fs::create_symlink("loop", folder / "loop");
+    write("old");
+    EXPECT_EQ(readFile(file / "below"), std::nullopt) << "no folder, no file";
+    expectRefusal("cannot be read", [&] { static_cast<void>(readFile(folder)); });
+    expectRefusal("cannot be read", [&] { static_cast<void>(readFile(folder / "loop")); });
+    expectRefusal("below", [&] { LockedFile(file / "below" / "settings.json"); });
+    {
+        LockedFile locked(file);
+        expectRefusal("cannot be made", [&] { static_cast<void>(locked.keepCopy("no/such/folder")); });
+        fs::create_directory(replacement);
+        expectRefusal("cannot be made", [&] { locked.replace("new"); });
+        EXPECT_EQ(readFile(file), "old");
+        fs::remove(replacement);
+        fs::remove(file);
+        fs::create_directory(file);
+        expectRefusal("cannot be replaced", [&] { locked.replace("new"); });
+        EXPECT_FALSE(fs::exists(replacement));
+    }
+    fs::remove(file);
+    fs::remove(lock);
+    fs::create_directory(lock);
+    write("new");
+    EXPECT_EQ(readFile(file), "new") << "whatever can be opened can be locked";
+    fs::remove(lock);
+    fs::create_symlink("no/such/lock", lock);
+    expectRefusal("cannot be opened to lock", [&] { write("newer"); });
 }
 
 TEST_F(AtomicFileTest, ConcurrentWritersLoseNothing)

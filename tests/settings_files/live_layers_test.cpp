@@ -21,6 +21,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <tests/support/factory_bundle.hpp>
 #include <tests/support/running_framework.hpp>
 #include <vector>
 
@@ -38,9 +39,7 @@ struct LiveLayersTest : testing::Test
     LiveLayersTest()
     {
         framework.start(VX_BUNDLE_FILE);
-        auto context = framework.context();
-        const auto reference = context.GetServiceReference<settings::core::FactorySettingsLoader>();
-        loader = context.GetService(reference);
+        loader = tests::factoryLoader(framework.context());
         tree = std::make_unique<vx::core::SettingsTree>(vx::core::loadTree(*loader));
         releases = vx::core::loadReleaseChanges(*loader);
         // Thousands of files are flushed: memory is as good for that as a disk, and a hundred times as fast.
@@ -290,6 +289,18 @@ TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         EXPECT_EQ(faults[index].position.column, expected[index].position.column) << faults[index].message;
         EXPECT_NE(faults[index].message.find(expected[index].words), std::string::npos)
             << faults[index].message;
+    }
+
+    const std::pair<const char*, const char*> others[] = {
+        {R"({"$schema": "settings.json", "release": 2026, "settings": {}})", "is no release"},
+        {R"({"release": "R2099b"})", "is newer than the newest release known here, R2026a"},
+        {R"({"settings": {}, "settings": {"no.such.path": 1}})", "second time"},
+        {R"({"settings": 1})", "expected an object"},
+    };
+    for (const auto& [file, words] : others) {
+        const auto found = vx::core::checkSettingsFile(file, *tree, releases);
+        ASSERT_FALSE(found.empty()) << file;
+        EXPECT_NE(found.front().message.find(words), std::string::npos) << found.front().message;
     }
 }
 

@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <framework_bundles.hpp>
 #include <link.h>
+#include <new>
 #include <set>
 #include <string>
 #include <string_view>
@@ -198,6 +199,8 @@ void reportNativeFunction(const std::string& library, const std::string& functio
     try {
         static_cast<void>(core::nativeFunction<void()>(library, function));
         report.add(true, library, function);
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& error) {
         report.add(false, library, function + ": " + firstLine(error.what()));
     }

@@ -66,8 +66,8 @@ void BundlePrivate::Start()
                                  ") belongs to a stopped framework");
     }
     CheckSupported();
-    state_ = Bundle::STATE_STARTING;
     Open();
+    state_ = Bundle::STATE_STARTING;
     try {
         components_ = std::make_unique<ComponentRuntime>(*this);
     } catch (...) {

@@ -64,7 +64,8 @@ class ActiveComponent
 {
 public:
     /// Throws std::runtime_error, naming the component, when the library lacks a function or the component
-    /// throws. What came from the library must not leave here, as the library may be unloaded after it.
+    /// throws, and std::bad_alloc. What came from the library must not leave here, as the library may be
+    /// unloaded after it.
     ActiveComponent(const std::shared_ptr<BundlePrivate>& bundle, const ComponentDescription& description,
                     std::shared_ptr<ComponentContext> context)
         : bundle_(bundle),
@@ -84,6 +85,9 @@ public:
             instance_->BindReferences(context_);
             instance_->Activate();
             CollectObjects(description);
+        } catch (const std::bad_alloc&) {
+            instance_.reset();
+            throw std::bad_alloc();
         } catch (const std::exception& error) {
             Fail(error.what());
         } catch (...) {

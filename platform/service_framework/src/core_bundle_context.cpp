@@ -5,6 +5,8 @@
 #include <bundle_context_private.hpp>
 #include <bundle_file.hpp>
 #include <core_bundle_context.hpp>
+#include <iterator>
+#include <limits>
 #include <stdexcept>
 #include <system_bundle.hpp>
 #include <utility>
@@ -22,7 +24,12 @@ struct RunningFramework
     {}
     RunningFramework(const RunningFramework&) = delete;
     RunningFramework& operator=(const RunningFramework&) = delete;
-    ~RunningFramework() { core->SystemBundle()->Stop(); }
+    ~RunningFramework()
+    {
+        if (const auto bundle = core->SystemBundle()) {
+            bundle->Stop();
+        }
+    }
 
     const std::shared_ptr<CoreBundleContext> core;
 };
@@ -67,11 +74,10 @@ void CoreBundleContext::Open()
 void CoreBundleContext::Close()
 {
     open_ = false;
-    const auto bundles = All();
-    for (auto bundle = bundles.rbegin(); bundle != bundles.rend(); ++bundle) {
-        if (*bundle != systemBundle_) {
-            (*bundle)->Stop();
-        }
+    for (auto bundle = LastBefore(std::numeric_limits<long>::max()); bundle != systemBundle_;
+         bundle = LastBefore(bundle->id))
+    {
+        bundle->Stop();
     }
     std::map<long, std::shared_ptr<BundlePrivate>> forgotten;
     const std::lock_guard lock(mutex_);
@@ -117,6 +123,13 @@ std::shared_ptr<BundlePrivate> CoreBundleContext::Find(long bundleId) const
     return found == bundles_.end() ? nullptr : found->second;
 }
 
+std::shared_ptr<BundlePrivate> CoreBundleContext::LastBefore(long bundleId) const
+{
+    const std::lock_guard lock(mutex_);
+    const auto next = bundles_.lower_bound(bundleId);
+    return next == bundles_.begin() ? systemBundle_ : std::prev(next)->second;
+}
+
 std::vector<std::shared_ptr<BundlePrivate>> CoreBundleContext::All() const
 {
     std::vector<std::shared_ptr<BundlePrivate>> all;
@@ -149,27 +162,21 @@ void CoreBundleContext::RemoveListener(const ListenerToken& token)
 
 void CoreBundleContext::RemoveListeners(const BundleContextPrivate& owner)
 {
-    std::vector<Listener> removed;
+    std::map<ListenerTokenId, Listener> removed;
     const std::lock_guard lock(mutex_);
-    std::erase_if(listeners_, [&](auto& entry) {
-        const bool owned = entry.second.owner == &owner;
-        if (owned) {
-            removed.push_back(entry.second);
+    for (auto listener = listeners_.begin(); listener != listeners_.end();) {
+        const auto current = listener++;
+        if (current->second.owner == &owner) {
+            removed.insert(listeners_.extract(current));
         }
-        return owned;
-    });
+    }
 }
 
 void CoreBundleContext::Send(const FrameworkEvent& event) const
 {
-    std::vector<std::shared_ptr<const FrameworkListener>> calls;
-    {
-        const std::lock_guard lock(mutex_);
-        for (const auto& [id, listener] : listeners_) {
-            calls.push_back(listener.call);
-        }
-    }
-    for (const auto& call : calls) {
+    ListenerTokenId heard = 0;
+    const ListenerTokenId end = EndOfListeners();
+    while (const auto call = NextCall(heard, end)) {
         try {
             (*call)(event);
         } catch (...) {
@@ -177,6 +184,24 @@ void CoreBundleContext::Send(const FrameworkEvent& event) const
             continue;
         }
     }
+}
+
+ListenerTokenId CoreBundleContext::EndOfListeners() const
+{
+    const std::lock_guard lock(mutex_);
+    return nextListenerId_;
+}
+
+std::shared_ptr<const FrameworkListener> CoreBundleContext::NextCall(ListenerTokenId& heard,
+                                                                     ListenerTokenId end) const
+{
+    const std::lock_guard lock(mutex_);
+    const auto next = listeners_.upper_bound(heard);
+    if (next == listeners_.end() || next->first >= end) {
+        return nullptr;
+    }
+    heard = next->first;
+    return next->second.call;
 }
 
 }  // namespace cppmicroservices

@@ -38,7 +38,7 @@ public:
     /// True between initialisation and stop.
     bool IsOpen() const noexcept { return open_; }
     void Open();
-    /// Stops all bundles, the last installed first, and forgets them.
+    /// Stops all bundles, the last installed first, and forgets them. Needs no memory.
     void Close();
 
     /// As BundleContext::InstallBundles does.
@@ -53,9 +53,16 @@ public:
     ListenerToken AddListener(const BundleContextPrivate& owner, const FrameworkListener& listener);
     void RemoveListener(const ListenerToken& token);
     void RemoveListeners(const BundleContextPrivate& owner);
+    /// Calls the listeners, outside all locks. Needs no memory itself.
     void Send(const FrameworkEvent& event) const;
 
 private:
+    /// The bundle installed last before this one; at the end the system bundle.
+    std::shared_ptr<BundlePrivate> LastBefore(long bundleId) const;
+    ListenerTokenId EndOfListeners() const;
+    /// What the first listener after `heard` is called by; null when there is none before `end`.
+    std::shared_ptr<const FrameworkListener> NextCall(ListenerTokenId& heard, ListenerTokenId end) const;
+
     struct Listener
     {
         const BundleContextPrivate* owner;

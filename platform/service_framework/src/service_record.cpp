@@ -22,6 +22,13 @@ long nextServiceId()
     return next++;
 }
 
+/// Null for a service without one.
+std::shared_ptr<ServiceFactory> factoryOf(const InterfaceMapConstPtr& objects)
+{
+    const auto found = objects->find(detail::factoryInterfaceId);
+    return found == objects->end() ? nullptr : std::static_pointer_cast<ServiceFactory>(found->second);
+}
+
 std::vector<std::string> interfacesOf(const InterfaceMapConstPtr& objects, bool isFactory)
 {
     if (!objects || objects->empty()) {
@@ -64,14 +71,14 @@ thread_local std::vector<const ServiceRecord*> factoriesAtWork;
 class ServiceRecord::Hold
 {
 public:
-    Hold(std::shared_ptr<ServiceRecord> record, std::weak_ptr<BundlePrivate> user, InterfaceMapConstPtr map)
-        : record_(std::move(record)), user_(std::move(user)), objects(std::move(map))
+    Hold(std::shared_ptr<ServiceRecord> record, std::weak_ptr<BundlePrivate> user)
+        : record_(std::move(record)), user_(std::move(user))
     {}
     Hold(const Hold&) = delete;
     Hold& operator=(const Hold&) = delete;
     ~Hold()
     {
-        if (const auto user = user_.lock()) {
+        if (const auto user = user_.lock(); user && objects) {
             record_->Release(*user);
         }
     }
@@ -81,7 +88,7 @@ private:
     const std::weak_ptr<BundlePrivate> user_;
 
 public:
-    const InterfaceMapConstPtr objects;
+    InterfaceMapConstPtr objects;  // null while the use has not begun
 };
 
 ServiceRecord::ServiceRecord(const std::shared_ptr<BundlePrivate>& owner, InterfaceMapConstPtr objects,
@@ -92,6 +99,7 @@ ServiceRecord::ServiceRecord(const std::shared_ptr<BundlePrivate>& owner, Interf
       library_(owner->LoadedLibrary()),
       owner_(owner),
       objects_(std::move(objects)),
+      factory_(factoryOf(objects_)),
       properties_(MakeProperties(properties))
 {
     ranking_ = rankingOf(*properties_);
@@ -163,12 +171,9 @@ bool ServiceRecord::IsUsedBy(const BundlePrivate& bundle) const
 
 InterfaceMapConstPtr ServiceRecord::Use(const std::shared_ptr<BundlePrivate>& user)
 {
-    auto objects = Acquire(user);
-    if (!objects) {
-        return nullptr;
-    }
-    const auto hold = std::make_shared<Hold>(shared_from_this(), user, std::move(objects));
-    return {hold, hold->objects.get()};
+    const auto hold = std::make_shared<Hold>(shared_from_this(), user);
+    hold->objects = Acquire(user);
+    return hold->objects ? InterfaceMapConstPtr(hold, hold->objects.get()) : nullptr;
 }
 
 InterfaceMapConstPtr ServiceRecord::Acquire(const std::shared_ptr<BundlePrivate>& user)
@@ -186,27 +191,35 @@ InterfaceMapConstPtr ServiceRecord::Acquire(const std::shared_ptr<BundlePrivate>
             ++entry.uses;
             return isFactory_ ? entry.objects : objects_;
         }
-        factory = std::static_pointer_cast<ServiceFactory>(objects_->at(detail::factoryInterfaceId));
+        factory = factory_;
     }
     UserEntry made{user, 1, MakeObjects(user, *factory)};
     if (!made.objects) {
         return nullptr;
     }
-    InterfaceMapConstPtr standing;
-    {
-        const std::lock_guard lock(mutex_);
-        if (objects_) {
-            const auto [position, inserted] = users_.try_emplace(user.get(), made);
-            if (inserted) {
-                return made.objects;
-            }
-            // Another thread was faster: its objects stand, and ours go back.
-            ++position->second.uses;
-            standing = position->second.objects;
+    try {
+        auto standing = Enter(user, made);
+        if (standing != made.objects) {
+            GiveBack(*factory, made);
         }
+        return standing;
+    } catch (const std::bad_alloc&) {
+        GiveBack(*factory, made);
+        throw;
     }
-    GiveBack(*factory, made);
-    return standing;
+}
+
+InterfaceMapConstPtr ServiceRecord::Enter(const std::shared_ptr<BundlePrivate>& user, const UserEntry& made)
+{
+    const std::lock_guard lock(mutex_);
+    if (!objects_) {
+        return nullptr;
+    }
+    const auto [position, inserted] = users_.try_emplace(user.get(), made);
+    if (!inserted) {
+        ++position->second.uses;
+    }
+    return position->second.objects;
 }
 
 InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePrivate>& user,
@@ -242,6 +255,8 @@ InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePriv
     } catch (const SharedLibraryException& error) {
         Report({FrameworkEvent::FRAMEWORK_ERROR, error.GetBundle(), error.what(), std::current_exception()});
         throw;
+    } catch (const std::bad_alloc&) {
+        throw;  // no defect of the factory: it may do better the next time
     } catch (const std::exception& error) {
         reportError(bundle, error.what(), ServiceException::FACTORY_EXCEPTION);
     } catch (...) {
@@ -249,13 +264,6 @@ InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePriv
                     ServiceException::FACTORY_EXCEPTION);
     }
     return nullptr;
-}
-
-std::shared_ptr<ServiceFactory> ServiceRecord::Factory() const
-{
-    return isFactory_ && objects_
-               ? std::static_pointer_cast<ServiceFactory>(objects_->at(detail::factoryInterfaceId))
-               : nullptr;
 }
 
 void ServiceRecord::Release(BundlePrivate& user)
@@ -270,7 +278,7 @@ void ServiceRecord::Release(BundlePrivate& user)
         }
         released = std::move(found->second);
         users_.erase(found);
-        factory = Factory();
+        factory = factory_;
     }
     if (factory) {
         GiveBack(*factory, released);
@@ -297,7 +305,7 @@ bool ServiceRecord::Unregister()
     std::shared_ptr<ServiceFactory> factory;
     {
         const std::lock_guard lock(mutex_);
-        factory = Factory();
+        factory.swap(factory_);
         objects.swap(objects_);
         users.swap(users_);
     }

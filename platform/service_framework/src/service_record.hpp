@@ -61,8 +61,10 @@ private:
     class Hold;
 
     std::shared_ptr<const AnyMap> MakeProperties(const ServiceProperties& given) const;
-    std::shared_ptr<ServiceFactory> Factory() const;
     InterfaceMapConstPtr Acquire(const std::shared_ptr<BundlePrivate>& user);
+    /// Makes the bundle a user of the objects made for it, unless another thread was faster: the objects that
+    /// stand. Null when the service is unregistered by now.
+    InterfaceMapConstPtr Enter(const std::shared_ptr<BundlePrivate>& user, const UserEntry& made);
     InterfaceMapConstPtr MakeObjects(const std::shared_ptr<BundlePrivate>& user, ServiceFactory& factory);
     void Release(BundlePrivate& user);
     void GiveBack(ServiceFactory& factory, const UserEntry& entry);
@@ -78,7 +80,8 @@ private:
 
     mutable std::mutex mutex_;
     std::weak_ptr<BundlePrivate> owner_;
-    InterfaceMapConstPtr objects_;  // null once unregistered
+    InterfaceMapConstPtr objects_;             // null once unregistered
+    std::shared_ptr<ServiceFactory> factory_;  // as well, and when there is none
     std::shared_ptr<const AnyMap> properties_;
     std::map<BundlePrivate*, UserEntry> users_;
 };

@@ -25,13 +25,23 @@ ServiceRegistrationU ServiceRegistry::Register(const std::shared_ptr<BundlePriva
                                                const ServiceProperties& properties)
 {
     const auto record = std::make_shared<ServiceRecord>(owner, objects, properties);
+    try {
+        Add(record);
+    } catch (...) {
+        Remove(*record);
+        throw;
+    }
+    return ServiceRegistrationBase(record);
+}
+
+void ServiceRegistry::Add(const std::shared_ptr<ServiceRecord>& record)
+{
     const std::lock_guard lock(mutex_);
     all_.push_back(record);
     for (const std::string& interfaceId : record->Interfaces()) {
         Records& records = byInterface_[interfaceId];
         records.insert(std::ranges::upper_bound(records, record, ranksBefore), record);
     }
-    return ServiceRegistrationBase(record);
 }
 
 void ServiceRegistry::Remove(const ServiceRecord& record)
@@ -41,7 +51,11 @@ void ServiceRegistry::Remove(const ServiceRecord& record)
     std::erase_if(all_, isIt);
     for (const std::string& interfaceId : record.Interfaces()) {
         const auto found = byInterface_.find(interfaceId);
-        if (found != byInterface_.end() && std::erase_if(found->second, isIt) > 0 && found->second.empty()) {
+        if (found == byInterface_.end()) {
+            continue;
+        }
+        std::erase_if(found->second, isIt);
+        if (found->second.empty()) {
             byInterface_.erase(found);
         }
     }
@@ -107,7 +121,7 @@ std::vector<ServiceReferenceU> ServiceRegistry::UsedBy(const BundlePrivate& bund
 
 void ServiceRegistry::RemoveBundle(BundlePrivate& bundle)
 {
-    for (const auto& record : All()) {
+    while (const auto record = OneOf(bundle)) {
         if (record->Owner().get() == &bundle) {
             Remove(*record);
             record->Unregister();
@@ -115,6 +129,15 @@ void ServiceRegistry::RemoveBundle(BundlePrivate& bundle)
             record->ReleaseAll(bundle);
         }
     }
+}
+
+std::shared_ptr<ServiceRecord> ServiceRegistry::OneOf(const BundlePrivate& bundle) const
+{
+    const std::lock_guard lock(mutex_);
+    const auto found = std::ranges::find_if(all_, [&](const auto& record) {
+        return record->Owner().get() == &bundle || record->IsUsedBy(bundle);
+    });
+    return found == all_.end() ? nullptr : *found;
 }
 
 }  // namespace cppmicroservices

@@ -31,13 +31,16 @@ public:
 
     std::vector<ServiceReferenceU> RegisteredBy(const BundlePrivate& bundle) const;
     std::vector<ServiceReferenceU> UsedBy(const BundlePrivate& bundle) const;
-    /// Unregisters what a bundle offers and ends its uses of what others offer.
+    /// Unregisters what a bundle offers and ends its uses of what others offer. Needs no memory.
     void RemoveBundle(BundlePrivate& bundle);
 
 private:
     using Records = std::vector<std::shared_ptr<ServiceRecord>>;
 
+    void Add(const std::shared_ptr<ServiceRecord>& record);
     Records All() const;
+    /// A service that the bundle offers or uses; null when there is none.
+    std::shared_ptr<ServiceRecord> OneOf(const BundlePrivate& bundle) const;
 
     mutable std::mutex mutex_;
     Records all_;

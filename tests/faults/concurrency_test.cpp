@@ -1,0 +1,198 @@
+// Trees built by several threads from one component, while everything around it changes. The thread sanitizer
+// is the stricter judge of these tests; without it they tell that every tree is whole.
+
+#include <component/inputs.hpp>
+
+#include <foundation/host.hpp>
+
+#include <cppmicroservices/IllegalStateException.h>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <barrier>
+#include <functional>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <tests/faults/services.hpp>
+#include <tests/support/factory_bundle.hpp>
+#include <tests/support/outside_core.hpp>
+#include <tests/support/running_framework.hpp>
+#include <tests/support/soak.hpp>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using factory_settings_interface::CodeAnalyzerSettingsInterface;
+using factory_settings_interface::DateTimeSettingsInterface;
+using tests::OutsideCore;
+
+constexpr std::size_t threadCount = 8;
+
+/// Runs the action on all threads at once, with the thread's number.
+template <class Action>
+void race(Action action)
+{
+    std::barrier start(threadCount);
+    std::vector<std::jthread> threads;
+    for (std::size_t number = 0; number < threadCount; ++number) {
+        threads.emplace_back([&, number] {
+            start.arrive_and_wait();
+            action(number);
+        });
+    }
+}
+
+/// Does one thing after the other, again and again, for as long as it lives.
+class Meanwhile
+{
+public:
+    explicit Meanwhile(std::function<void()> action)
+        : thread_([this, action = std::move(action)](const std::stop_token& stop) {
+              for (; !stop.stop_requested(); ++rounds_) {
+                  action();
+              }
+          })
+    {}
+    ~Meanwhile()
+    {
+        thread_.request_stop();
+        thread_.join();
+    }
+    Meanwhile(const Meanwhile&) = delete;
+    Meanwhile& operator=(const Meanwhile&) = delete;
+
+    [[nodiscard]] std::size_t rounds() const { return rounds_; }
+
+private:
+    std::atomic<std::size_t> rounds_{0};
+    std::jthread thread_;
+};
+
+struct ConcurrencyTest : testing::Test
+{
+    ~ConcurrencyTest() override { foundation::host::setMessageHook(nullptr); }
+
+    tests::RunningFramework framework;
+    std::shared_ptr<tests::DateTimeService> dateTime = std::make_shared<tests::DateTimeService>();
+    std::shared_ptr<tests::CodeAnalyzerService> codeAnalyzer = std::make_shared<tests::CodeAnalyzerService>();
+};
+
+TEST_F(ConcurrencyTest, FirstUsesOfALibrary)
+{
+    framework.context().RegisterService<DateTimeSettingsInterface>(dateTime);
+    framework.context().RegisterService<CodeAnalyzerSettingsInterface>(codeAnalyzer);
+    std::atomic<int> lookUps{0};
+    foundation::host::setMessageHook([&](const std::string& message) {
+        lookUps += message.find("CodeAnalyzer") != std::string::npos &&
+                   message.find("found [1]") != std::string::npos;
+    });
+    const int rounds = tests::runsInFull() ? 1000 : 10;
+    for (int round = 0; round < rounds; ++round) {
+        // Loaded with the first activation, which is part of the race, and unloaded at the end of the round.
+        auto bundle = framework.start(VX_BUNDLE_FILE);
+        lookUps = 0;
+        codeAnalyzer->queries = 0;
+        std::vector<std::unique_ptr<OutsideCore>> cores(threadCount);
+        race([&](std::size_t number) {
+            const auto loader = tests::factoryLoader(framework.context());
+            cores[number] = std::make_unique<OutsideCore>(loader->getRootGroupName());
+            loader->createTree(cores[number]->root);
+        });
+        for (const auto& core : cores) {
+            ASSERT_EQ(core->nodes.size(), cores.front()->nodes.size());
+            for (std::size_t i = 0; i < core->nodes.size(); ++i) {
+                const auto& [path, isSetting, properties] = core->nodes[i];
+                ASSERT_EQ(path, cores.front()->nodes[i].path);
+                ASSERT_EQ(properties.factoryValue, cores.front()->nodes[i].properties.factoryValue) << path;
+            }
+        }
+        EXPECT_EQ(lookUps, 1) << "the service is looked up once";
+        EXPECT_EQ(codeAnalyzer->queries, static_cast<int>(threadCount));
+        cores.clear();
+        bundle.Stop();
+        bundle.Uninstall();
+    }
+    std::cout << "rounds: " << rounds << '\n';
+}
+
+TEST(Concurrency, FirstUsesOfAFeatureSwitch)
+{
+    const int rounds = tests::runsInFull() ? 10000 : 200;
+    for (int round = 0; round < rounds; ++round) {
+        const std::string name = "race" + std::to_string(round);
+        foundation::feature::Feature<0> feature(name.c_str(), name.size());
+        std::vector<foundation::feature::FeatureState*> states(threadCount);
+        race([&](std::size_t number) {
+            if (number == 0) {
+                foundation::host::setFeature(name, 1);
+            }
+            states[number] = feature.getState();
+        });
+        ASSERT_NE(states.front(), nullptr);
+        ASSERT_EQ(states, std::vector(threadCount, states.front()));
+        ASSERT_EQ(feature.get(), 1);
+    }
+    std::cout << "rounds: " << rounds << '\n';
+}
+
+TEST_F(ConcurrencyTest, EverythingAroundChanges)
+{
+    auto bundle = framework.start(VX_BUNDLE_FILE);
+    const auto holding = tests::factoryLoader(framework.context());
+    OutsideCore whole("verdix");
+    holding->createTree(whole.root);
+    const auto locale = [](const OutsideCore& core) {
+        return core.at("verdix.datetime.DisplayLocale").properties.factoryValue;
+    };
+    const auto builtIn = locale(whole);
+    std::atomic<std::size_t> trees{0};
+    std::atomic<std::size_t> served{0};
+    std::atomic<std::size_t> interrupted{0};
+    {
+        const Meanwhile services([&] {
+            auto registration = framework.context().RegisterService<DateTimeSettingsInterface>(dateTime);
+            std::this_thread::yield();
+            registration.Unregister();
+        });
+        // The library stays loaded, as its component is in use, and is given a context at each start.
+        const Meanwhile contexts([&] {
+            bundle.Stop();
+            bundle.Start();
+            EXPECT_NE(tests::factoryLoader(framework.context()), nullptr);
+        });
+        const Meanwhile hooks([] {
+            foundation::host::setMessageHook([](const std::string&) {});
+            foundation::host::setFeature("webui", 0);
+            foundation::host::setMessageHook(nullptr);
+        });
+        const std::size_t builds = tests::runsInFull() ? 1000 : 10;
+        race([&](std::size_t) {
+            for (std::size_t build = 0; build < builds; ++build) {
+                OutsideCore core("verdix");
+                try {
+                    holding->createTree(core.root);
+                } catch (const std::invalid_argument&) {
+                    ++interrupted;  // a service went away between look-up and use
+                    continue;
+                }
+                EXPECT_EQ(core.nodes.size(), whole.nodes.size());
+                ++trees;
+                served += locale(core) == builtIn ? 0 : 1;
+            }
+        });
+        EXPECT_EQ(trees + interrupted, builds * threadCount);
+        EXPECT_GT(services.rounds(), 0U);
+        EXPECT_GT(contexts.rounds(), 0U);
+        std::cout << "trees: " << trees << ", with a service: " << served << ", interrupted: " << interrupted
+                  << ", services: " << services.rounds() << ", bundle contexts: " << contexts.rounds()
+                  << '\n';
+    }
+    OutsideCore after("verdix");
+    holding->createTree(after.root);
+    EXPECT_EQ(after.nodes.size(), whole.nodes.size());
+}
+
+}  // namespace

@@ -1,0 +1,268 @@
+// Memory that runs out, at each allocation in turn: for that one alone, and for all from it on. Whatever is
+// being done then ends in std::bad_alloc, keeps nothing allocated, leaves files whole, and can be done again.
+
+#include <settings_core/atomic_file.hpp>
+#include <settings_core/changing.hpp>
+#include <settings_core/file_check.hpp>
+#include <settings_core/layers.hpp>
+#include <settings_core/migration.hpp>
+#include <settings_core/settings_tree.hpp>
+
+#include <cppmicroservices/FrameworkFactory.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <dlfcn.h>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <tests/faults/services.hpp>
+#include <tests/support/allocations.hpp>
+#include <tests/support/factory_bundle.hpp>
+#include <tests/support/running_framework.hpp>
+#include <tests/support/soak.hpp>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using tests::Failing;
+using vx::core::SettingsTree;
+
+/// Lets the action fail at every point, `restore` what it left, and once more do it to the end. The short
+/// form takes about as many steps as given.
+template <class Action, class Restore>
+void sweep(const std::string& what, std::size_t steps, Action action, Restore restore)
+{
+    // What is made at the first use, and stays, is made now.
+    action();
+    restore();
+    const std::size_t before = tests::allocationsMade();
+    action();
+    const std::size_t allocations = tests::allocationsMade() - before;
+    restore();
+    const std::size_t stride = tests::runsInFull() ? 1 : allocations / steps + 1;
+    for (const Failing mode : {Failing::once, Failing::fromThenOn}) {
+        const long live = tests::liveAllocations();
+        std::size_t points = 0;
+        for (bool isReached = true; isReached; ++points) {
+            try {
+                const tests::FailingAllocation failing(points * stride, mode);
+                action();
+                isReached = failing.hasFailed();
+                ASSERT_FALSE(isReached)
+                    << what << ": the failure of allocation " << points * stride << " went unnoticed";
+            } catch (const std::bad_alloc&) {
+            }
+            restore();
+            ASSERT_EQ(tests::liveAllocations(), live) << what << ", allocation " << points * stride;
+            ASSERT_FALSE(testing::Test::HasFailure()) << what << ", allocation " << points * stride;
+        }
+        std::cout << what << (mode == Failing::once ? ", one failure: " : ", all failing from one on: ")
+                  << "points tried: " << points - 1 << " of " << allocations << '\n';
+    }
+}
+
+bool areEqual(const SettingsTree& left, const SettingsTree& right)
+{
+    return std::ranges::equal(left.nodes(), right.nodes(), [](const auto* one, const auto* other) {
+        return one->fullName() == other->fullName() &&
+               one->properties().factoryValue == other->properties().factoryValue;
+    });
+}
+
+struct MemoryTest : testing::Test
+{
+    MemoryTest()
+    {
+        framework.start(VX_BUNDLE_FILE);
+        loader = tests::factoryLoader(framework.context());
+    }
+
+    tests::RunningFramework framework;
+    std::shared_ptr<settings::core::FactorySettingsLoader> loader;
+};
+
+TEST_F(MemoryTest, WhatTheProviderGives)
+{
+    const SettingsTree expected = vx::core::loadTree(*loader);
+    sweep(
+        "tree", 60, [&] { static_cast<void>(vx::core::loadTree(*loader)); },
+        [&] { ASSERT_TRUE(areEqual(vx::core::loadTree(*loader), expected)); });
+
+    const auto releases = vx::core::loadReleaseChanges(*loader);
+    sweep(
+        "release changes", 200, [&] { static_cast<void>(vx::core::loadReleaseChanges(*loader)); },
+        [&] { ASSERT_EQ(vx::core::loadReleaseChanges(*loader).size(), releases.size()); });
+    std::vector<std::string> paths{"verdix.kept"};
+    sweep(
+        "setting path list", 10,
+        [&] {
+            paths.shrink_to_fit();
+            loader->getSettingPathList(paths);
+        },
+        [&] {
+            ASSERT_EQ(paths.front(), "verdix.kept");
+            paths.resize(1);
+            paths.shrink_to_fit();
+        });
+}
+
+// What another framework does without memory is its own affair.
+#if VX_FRAMEWORK_EMBEDDED
+TEST(MemoryOfTheBundle, FromItsFileToItsFirstTreeAndBack)
+{
+    tests::RunningFramework framework;
+    const auto dateTime =
+        framework.context().RegisterService<factory_settings_interface::DateTimeSettingsInterface>(
+            std::make_shared<tests::DateTimeService>());
+    const auto codeAnalyzer =
+        framework.context().RegisterService<factory_settings_interface::CodeAnalyzerSettingsInterface>(
+            std::make_shared<tests::CodeAnalyzerService>());
+    sweep(
+        "bundle", 60,
+        [&] {
+            auto bundle = framework.start(VX_BUNDLE_FILE);
+            auto loader = tests::factoryLoader(framework.context());
+            static_cast<void>(vx::core::loadTree(*loader));
+            loader.reset();
+            bundle.Stop();
+            bundle.Uninstall();
+        },
+        [&] {
+            for (auto& bundle : framework.context().GetBundles(VX_BUNDLE_FILE)) {
+                bundle.Stop();
+                bundle.Uninstall();
+            }
+            ASSERT_EQ(dlopen(VX_BUNDLE_FILE, RTLD_LAZY | RTLD_NOLOAD), nullptr) << "still loaded";
+            ASSERT_TRUE(dateTime.GetReference().GetUsingBundles().empty()) << "still in use";
+            ASSERT_TRUE(codeAnalyzer.GetReference().GetUsingBundles().empty()) << "still in use";
+        });
+}
+
+TEST(MemoryOfTheBundle, StartingActivatingAndStopping)
+{
+    sweep(
+        "framework", 200,
+        [] {
+            cppmicroservices::Framework another = cppmicroservices::FrameworkFactory().NewFramework();
+            another.Start();
+            another.Stop();
+        },
+        [] {});
+    tests::RunningFramework framework;
+    auto bundle = framework.context().InstallBundles(VX_BUNDLE_FILE).at(0);
+    sweep(
+        "start", 1000, [&] { bundle.Start(); }, [&] { bundle.Stop(); });
+    sweep(
+        "stop", 1000, [&] { bundle.Stop(); }, [&] { bundle.Start(); });
+    bundle.Start();
+    std::shared_ptr<settings::core::FactorySettingsLoader> loader;
+    sweep(
+        "activation", 1000,
+        [&] {
+            loader = tests::factoryLoader(framework.context());
+            ASSERT_NE(loader, nullptr);
+        },
+        [&] {
+            loader.reset();
+            bundle.Stop();
+            bundle.Start();
+        });
+}
+#endif
+
+/// A settings file in a folder of its own, its content known before and after a change.
+struct MemoryOfFiles : MemoryTest
+{
+    MemoryOfFiles()
+    {
+        // Thousands of files are flushed: memory is as good for that as a disk, and a hundred times as fast.
+        const fs::path memory = "/dev/shm";
+        std::string pattern =
+            ((fs::is_directory(memory) ? memory : fs::temp_directory_path()) / "memory_XXXXXX").string();
+        folder = ::mkdtemp(pattern.data());
+        file = folder / "settings.json";
+    }
+    ~MemoryOfFiles() override { fs::remove_all(folder); }
+
+    void write(const std::string& text) const { vx::core::LockedFile(file).replace(text); }
+
+    /// Lets the change fail at every point: the file is as before or as after it, never anything else.
+    template <class Change>
+    void sweepChange(const std::string& what, const std::string& before, Change change) const
+    {
+        write(before);
+        change();
+        const std::string after = vx::core::readFile(file).value_or("");
+        ASSERT_NE(after, before) << what;
+        write(before);
+        sweep(what, 100, change, [&] {
+            const auto found = vx::core::readFile(file);
+            ASSERT_TRUE(found == before || found == after) << what << ": " << found.value_or("gone");
+            for (const auto& entry : fs::directory_iterator(folder)) {
+                const std::string name = entry.path().filename();
+                ASSERT_TRUE(name == "settings.json" || name == ".settings.json.lock" ||
+                            name.ends_with(".bak"))
+                    << what << " left " << name;
+                if (name.ends_with(".bak")) {
+                    ASSERT_EQ(vx::core::readFile(entry.path()), before) << what;
+                    fs::remove(entry.path());
+                }
+            }
+            write(before);
+        });
+    }
+
+    SettingsTree tree = vx::core::loadTree(*loader);
+    settings::core::ReleaseChangeTable releases = vx::core::loadReleaseChanges(*loader);
+    fs::path folder;
+    fs::path file;
+};
+
+TEST_F(MemoryOfFiles, StayWholeWhileTheyAreChanged)
+{
+    vx::core::SettingsChanger changer(tree, releases, file);
+    const std::string text = "{\"settings\": {\"verdix.commandwindow.WrapLines\": true}}\n";
+    const auto set = [&](const char* path, const char* value) {
+        return [&changer, path, value] { changer.set(path, value, vx::core::Notation::script); };
+    };
+    sweepChange("set a logical", text, set("commandwindow.WrapLines", "false"));
+    sweepChange("set a colour", text, set("colors.KeywordColor", "[1 2 3]"));
+    sweepChange("set a text", text, set("commandwindow.NumericFormat", "long"));
+    sweepChange("set what a native function checks", text, set("fonts.editor.normal.Style", "{'bold'}"));
+    sweepChange("reset", text, [&] { changer.reset("commandwindow"); });
+    sweepChange("migrate",
+                "{\"release\": \"R2020a\", \"settings\": {\"verdix.commandwindow.EightyColumns\": true, "
+                "\"verdix.findfiles.GoToFileEnabled\": true}}\n",
+                [&] {
+                    vx::core::LockedFile locked(file);
+                    const auto migration =
+                        vx::core::migrateSettings(vx::core::SettingsFile(*locked.content()), releases);
+                    static_cast<void>(vx::core::checkMovedValues(migration, tree, releases));
+                    static_cast<void>(locked.keepCopy("settings.json.bak"));
+                    locked.replace(migration.text);
+                });
+}
+
+TEST_F(MemoryOfFiles, AreReadAndChecked)
+{
+    write("{\"settings\": {\"verdix.commandwindow.WrapLines\": 3, \"verdix.commandwindow.WrapLinez\": 1,\n"
+          "\"verdix.colors.KeywordColor\": [1, 2, 3], \"verdix.commandwindow.EightyColumns\": true}}");
+    const std::string text = vx::core::readFile(file).value_or("");
+    std::size_t faults = 3;
+    sweep(
+        "check", 100, [&] { faults = vx::core::checkSettingsFile(text, tree, releases).size(); },
+        [&] { ASSERT_EQ(faults, 3U); });
+    const auto* setting = tree.find("verdix.commandwindow.WrapLines");
+    std::size_t values = 2;
+    sweep(
+        "layers", 100,
+        [&] {
+            values = vx::core::Layers(tree, {"", file}).valuesOf(*setting).size();
+        },
+        [&] { ASSERT_EQ(values, 2U); });
+}
+
+}  // namespace

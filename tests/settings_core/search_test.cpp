@@ -1,0 +1,52 @@
+#include <settings_core/search.hpp>
+#include <settings_core/settings_tree.hpp>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <tests/settings_core/new_setting.hpp>
+#include <vector>
+
+namespace {
+
+using vx::core::MatchRank;
+
+TEST(Search, RanksByWhereAWordStandsInThePath)
+{
+    vx::core::SettingsTree tree("root");
+    tree.root()->createFactorySetting("LabelURLToHyperlink", true, tests::noProperties());
+    tree.root()->createFactorySetting("snake_Case2", true, tests::noProperties());
+    auto valued = tests::noProperties();
+    valued.factoryValue = tests::text("loose");
+    tree.root()->createFactorySetting("Spacing", true, valued);
+
+    const struct
+    {
+        const char* word;
+        const char* name;
+        MatchRank rank;
+    } cases[] = {
+        {"labelURLtohyperlink", "LabelURLToHyperlink", MatchRank::exactPath},
+        {"root.Spacing", "Spacing", MatchRank::exactPath},
+        {"label", "LabelURLToHyperlink", MatchRank::prefix},
+        {"url", "LabelURLToHyperlink", MatchRank::word},
+        {"to", "LabelURLToHyperlink", MatchRank::word},
+        {"hyperlink", "LabelURLToHyperlink", MatchRank::word},
+        {"hyper", "LabelURLToHyperlink", MatchRank::substring},
+        {"rl", "LabelURLToHyperlink", MatchRank::substring},
+        {"case2", "snake_Case2", MatchRank::word},
+        {"case", "snake_Case2", MatchRank::substring},
+        {"snake", "snake_Case2", MatchRank::prefix},
+        {"ake", "snake_Case2", MatchRank::substring},
+        {"LOOSE", "Spacing", MatchRank::value},
+        {"Spacng", "Spacing", MatchRank::nearMiss},
+    };
+    for (const auto& [word, name, rank] : cases) {
+        const auto found = vx::core::search(tree, {word});
+        ASSERT_EQ(found.size(), 1U) << word;
+        EXPECT_EQ(found.front().node->name(), name) << word;
+        EXPECT_EQ(rankWord(found.front().rank), rankWord(rank)) << word;
+    }
+}
+
+}  // namespace

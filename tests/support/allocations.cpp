@@ -1,0 +1,144 @@
+#include <atomic>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <fstream>
+#include <limits>
+#include <tests/support/allocations.hpp>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::size_t never = std::numeric_limits<std::size_t>::max();
+
+struct Plan
+{
+    std::size_t remaining = never;
+    tests::Failing failing = tests::Failing::once;
+    bool hasFailed = false;
+};
+
+thread_local Plan plan;
+thread_local int sure = 0;
+thread_local std::size_t made = 0;
+std::atomic<long> live{0};
+
+bool shallFail() noexcept
+{
+    if (plan.remaining == never || sure != 0) {
+        return false;
+    }
+    if (plan.remaining != 0) {
+        --plan.remaining;
+        return false;
+    }
+    plan.hasFailed = true;
+    if (plan.failing == tests::Failing::once) {
+        plan.remaining = never;
+    }
+    return true;
+}
+
+void* allocate(std::size_t size) noexcept
+{
+    void* memory = std::malloc(size == 0 ? 1 : size);
+    if (memory != nullptr) {
+        made += sure == 0 ? 1 : 0;
+        live.fetch_add(1, std::memory_order_relaxed);
+    }
+    return memory;
+}
+
+}  // namespace
+
+// These replace the ones of the standard library for the whole program, shared libraries included.
+void* operator new(std::size_t size)
+{
+    if (shallFail()) {
+        throw std::bad_alloc();
+    }
+    if (void* memory = allocate(size)) {
+        return memory;
+    }
+    throw std::bad_alloc();
+}
+
+// Asks for what the caller can do without; it never fails on purpose.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
+{
+    return allocate(size);
+}
+
+void operator delete(void* memory) noexcept
+{
+    if (memory != nullptr) {
+        live.fetch_sub(1, std::memory_order_relaxed);
+        std::free(memory);
+    }
+}
+
+void operator delete(void* memory, std::size_t /*size*/) noexcept
+{
+    operator delete(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept
+{
+    operator delete(memory);
+}
+
+// By the language, an exception in the initialisation of a library ends the program; so nothing fails in
+// there.
+extern "C" [[gnu::visibility("default")]] void* dlopen(const char* file, int flags) noexcept
+{
+    using Open = void*(const char*, int);
+    const tests::SureAllocation guard;
+    return reinterpret_cast<Open*>(dlsym(RTLD_NEXT, "dlopen"))(file, flags);
+}
+
+namespace tests {
+
+long liveAllocations() noexcept
+{
+    return live.load(std::memory_order_relaxed);
+}
+
+std::size_t allocationsMade() noexcept
+{
+    return made;
+}
+
+long residentKilobytes()
+{
+    std::ifstream statm("/proc/self/statm");
+    long total = 0;
+    long resident = 0;
+    statm >> total >> resident;
+    return resident * (sysconf(_SC_PAGESIZE) / 1024);
+}
+
+FailingAllocation::FailingAllocation(std::size_t index, Failing failing) noexcept
+{
+    plan = {index, failing, false};
+}
+
+FailingAllocation::~FailingAllocation()
+{
+    plan = {};
+}
+
+SureAllocation::SureAllocation() noexcept
+{
+    ++sure;
+}
+
+SureAllocation::~SureAllocation()
+{
+    --sure;
+}
+
+bool FailingAllocation::hasFailed() const noexcept
+{
+    return plan.hasFailed;
+}
+
+}  // namespace tests
