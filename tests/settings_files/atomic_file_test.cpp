@@ -4,13 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <tests/support/files.hpp>
 #include <unistd.h>
 #include <vector>
 
@@ -22,18 +22,10 @@ using vx::core::readFile;
 
 struct AtomicFileTest : testing::Test
 {
-    AtomicFileTest()
-    {
-        std::string pattern = (fs::temp_directory_path() / "atomic_file_XXXXXX").string();
-        folder = ::mkdtemp(pattern.data());
-        file = folder / "settings.json";
-    }
-    ~AtomicFileTest() override { fs::remove_all(folder); }
-
     void write(const std::string& content) const { LockedFile(file).replace(content); }
 
-    fs::path folder;
-    fs::path file;
+    tests::TestFolder folder;
+    fs::path file = folder / "settings.json";
 };
 
 TEST_F(AtomicFileTest, KeepsModeAndLinksAndLeavesEqualFilesAlone)
