@@ -74,13 +74,10 @@ TEST_F(OptionTest, FlagsAreUnwrittenUntilGiven)
     EXPECT_FALSE(plain.additionalFile);
     EXPECT_EQ(plain.additionalFileContext, nullptr);
 
-    const auto& written = add("Hidden", true, "Hidden", false, "AdditionalFile", true);
-    EXPECT_TRUE(written.visible.value());
+    const auto& written = add("Hidden", true, "AdditionalFile", true);
+    EXPECT_FALSE(written.visible.value());
+    EXPECT_TRUE(written.visible.isWritten());
     EXPECT_EQ(written.additionalFileContext, group.treeContext);
-
-    const auto& hidden = add("Hidden", true);
-    EXPECT_FALSE(hidden.visible.value());
-    EXPECT_TRUE(hidden.visible.isWritten());
 }
 
 TEST_F(OptionTest, TextsAreStringsAndArraysStayWhatTheyAre)

@@ -122,9 +122,8 @@ TEST(TreeHistory, EachQuestionCanFail)
     Document astray;
     astray.remove(lost);
     astray.addRelease(change("move", lost, "verdix.web.Nowhere"));
-    EXPECT_THAT(faultsOf(astray), HasSubstr("R2026b: move " + lost +
-                                            " to verdix.web.Nowhere: the target does not "
-                                            "exist"));
+    EXPECT_THAT(faultsOf(astray),
+                HasSubstr("R2026b: move " + lost + " to verdix.web.Nowhere: the target does not exist"));
 
     Document invented;
     invented.addRelease(change("remove", "verdix.web.NeverWas"));
