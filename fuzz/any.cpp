@@ -1,12 +1,12 @@
 // Any text as a value in a manifest: what is read can be copied, shown, and written as JSON that reads back
 // the same.
 
+#include <boost/json.hpp>
+
 #include <algorithm>
-#include <array>
 #include <bundle_file.hpp>
-#include <charconv>
-#include <cmath>
 #include <fuzz/fuzzing.hpp>
+#include <iterator>
 #include <optional>
 #include <stdexcept>
 
@@ -27,61 +27,32 @@ std::optional<Any> readValue(std::string_view json)
     }
 }
 
-std::string quoted(std::string_view text)
+boost::json::value toJson(const Any& value)
 {
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string json = "\"";
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || c == '"' || c == '\\') {
-            json += {'\\', 'u', '0', '0', digits[byte >> 4U], digits[byte & 0xfU]};
-        } else {
-            json += c;
-        }
-    }
-    return json + '"';
-}
-
-template <class Number>
-bool writeNumber(std::string& json, const Any& value)
-{
-    const auto* number = any_cast<Number>(&value);
-    if (number != nullptr) {
-        std::array<char, 32> buffer;
-        json.append(buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), *number).ptr);
-        // Else a whole number would come back as an integer.
-        if (std::is_same_v<Number, double> && json.find_first_of(".e") == std::string::npos) {
-            json += ".0";
-        }
-    }
-    return number != nullptr;
-}
-
-std::string toJson(const Any& value)
-{
-    std::string json;
-    if (const auto* text = any_cast<std::string>(&value)) {
-        return quoted(*text);
-    }
-    if (const auto* flag = any_cast<bool>(&value)) {
-        return *flag ? "true" : "false";
-    }
     if (const auto* elements = any_cast<std::vector<Any>>(&value)) {
-        for (const Any& element : *elements) {
-            json.append(json.empty() ? "" : ",").append(toJson(element));
-        }
-        return "[" + json + "]";
+        boost::json::array list;
+        std::ranges::transform(*elements, std::back_inserter(list), toJson);
+        return list;
     }
     if (const auto* members = any_cast<AnyMap>(&value)) {
+        boost::json::object object;
         for (const auto& [name, member] : *members) {
-            json.append(json.empty() ? "" : ",").append(quoted(name)).append(":").append(toJson(member));
+            object[name] = toJson(member);
         }
-        return "{" + json + "}";
+        return object;
     }
-    const bool isNumber = writeNumber<int>(json, value) || writeNumber<long>(json, value) ||
-                          writeNumber<unsigned long>(json, value) || writeNumber<double>(json, value);
-    require(isNumber || value.Empty(), "a manifest's values are of few types", value.Type().name());
-    return isNumber ? json : "null";
+    boost::json::value json;
+    const auto isA = [&]<class Type>(const Type* held) {
+        if (held != nullptr) {
+            json = *held;
+        }
+        return held != nullptr;
+    };
+    const bool isKnown = isA(any_cast<std::string>(&value)) || isA(any_cast<bool>(&value)) ||
+                         isA(any_cast<int>(&value)) || isA(any_cast<long>(&value)) ||
+                         isA(any_cast<unsigned long>(&value)) || isA(any_cast<double>(&value));
+    require(isKnown || value.Empty(), "a manifest's values are of few types", value.Type().name());
+    return json;
 }
 
 /// The manifest reader's parser may miss the nearest double by a unit in the last place.
@@ -106,7 +77,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Any copy = *value;
     require(copy == *value && copy.Type() == value->Type(), "a copy is equal");
     require(copy.ToString() == value->ToStringNoExcept(), "a value that is no null has a text");
-    const std::string json = toJson(copy);
+    const std::string json = boost::json::serialize(toJson(copy));
     const auto again = readValue(json);
     require(again && (holdsDouble(copy) || *again == copy), "a value written as JSON reads back the same",
             json);

@@ -15,22 +15,17 @@ using foundation::verdixdata::ArrayType;
 using internal::SettingValueValidator;
 using Colour = ::settings::core::SettingValueValidator::Colour;
 
-template <class... Integers>
-void addIntegers(FactoryGroup& group)
-{
-    const auto add = [&]<class T>(std::type_identity<T>) {
-        const std::string bits = std::to_string(8 * sizeof(T));
-        addSetting(group, (std::is_signed_v<T> ? "int" : "uint") + bits, "FactoryValue",
-                   internal::makeScalar<T>(1));
-    };
-    (add(std::type_identity<Integers>()), ...);
-}
-
 void addClasses(FactoryGroup& root)
 {
     FactoryGroup classes = addGroup(root, "class");
-    addIntegers<std::int8_t, std::int16_t, std::int32_t, std::int64_t>(classes);
-    addIntegers<std::uint8_t, std::uint16_t, std::uint32_t, std::uint64_t>(classes);
+    addSetting(classes, "int8", "FactoryValue", internal::makeScalar<std::int8_t>(1));
+    addSetting(classes, "int16", "FactoryValue", internal::makeScalar<std::int16_t>(1));
+    addSetting(classes, "int32", "FactoryValue", internal::makeScalar<std::int32_t>(1));
+    addSetting(classes, "int64", "FactoryValue", internal::makeScalar<std::int64_t>(1));
+    addSetting(classes, "uint8", "FactoryValue", internal::makeScalar<std::uint8_t>(1));
+    addSetting(classes, "uint16", "FactoryValue", internal::makeScalar<std::uint16_t>(1));
+    addSetting(classes, "uint32", "FactoryValue", internal::makeScalar<std::uint32_t>(1));
+    addSetting(classes, "uint64", "FactoryValue", internal::makeScalar<std::uint64_t>(1));
     addSetting(classes, "logical", "FactoryValue", true);
     addSetting(classes, "double", "FactoryValue", 1);
     addSetting(classes, "string", "FactoryValue", "text");

@@ -7,10 +7,9 @@
 #include <settings_core/settings_tree.hpp>
 #include <settings_core/value_text.hpp>
 
-#include <algorithm>
 #include <array>
 #include <fuzz/fuzzing.hpp>
-#include <optional>
+#include <map>
 #include <set>
 #include <stdexcept>
 #include <variant>
@@ -22,45 +21,21 @@ using namespace verdix::settings;
 using foundation::verdixdata::Array;
 using fuzz::require;
 using internal::SettingValueValidator;
-using settings::core::CPPValidator;
-using settings::core::detail::ErrorHandler;
 using settings::core::detail::FactorySettingProperties;
 using settings::core::detail::WritableFlag;
 
 using Records = std::vector<SettingValueValidator>;
-/// Of every type that some option takes, and one that none does. A text is given as a pointer to its
-/// characters.
-using Value = std::variant<bool, int, std::string, Array, FunctionDescriptor, CPPValidator,
-                           SettingValueValidator, Records, ErrorHandler, double>;
 
-enum Name : std::size_t
-{
-    hidden,
-    readOnly,
-    additionalFile,
-    factoryValue,
-    validationFcn,
-    factoryValueFcn,
-    valueValidator,
-    errorHandler,
-    nameCount
-};
-
-constexpr std::array<const char*, nameCount> names = {"Hidden",         "ReadOnly",      "AdditionalFile",
-                                                      "FactoryValue",   "ValidationFcn", "FactoryValueFcn",
-                                                      "ValueValidator", "ErrorHandler"};
+constexpr std::array<const char*, 8> names = {"Hidden",         "ReadOnly",      "AdditionalFile",
+                                              "FactoryValue",   "ValidationFcn", "FactoryValueFcn",
+                                              "ValueValidator", "ErrorHandler"};
 
 /// What each option of a node is, as text: "" where it was not given.
-using Summary = std::array<std::string, nameCount>;
+using Summary = std::map<std::string, std::string>;
 
-std::string word(bool flag)
+std::string show(const WritableFlag& flag)
 {
-    return flag ? "true" : "false";
-}
-
-std::string show(const WritableFlag& flag, bool isTurned)
-{
-    return flag.isWritten() ? word(flag.value() != isTurned) : "";
+    return !flag.isWritten() ? "" : flag.value() ? "true" : "false";
 }
 
 std::string show(const Array& value)
@@ -80,163 +55,115 @@ std::string show(const Records& records)
 template <class... Kinds>
 std::string show(const std::variant<std::monostate, Kinds...>& function)
 {
-    return std::visit(
-        [&]<class Kind>(const Kind& named) -> std::string {
-            if constexpr (std::is_same_v<Kind, std::monostate>) {
-                return "";
-            } else {
-                return std::to_string(function.index()) + ' ' + named.scope() + ' ' + named.function();
-            }
-        },
-        function);
+    const auto text = [&function](const auto& named) -> std::string {
+        if constexpr (requires { named.scope(); }) {
+            return std::to_string(function.index()) + ' ' + named.scope() + ' ' + named.function();
+        }
+        return "";
+    };
+    return std::visit(text, function);
 }
 
 Summary summarise(const FactorySettingProperties& properties)
 {
-    return {show(properties.visible, true),
-            show(properties.readOnly, false),
-            properties.additionalFile ? "true" : "",
-            show(properties.factoryValue),
-            show(properties.validator),
-            show(properties.runTimeDefault),
-            show(properties.valueValidators),
-            properties.errorHandler ? "true" : ""};
+    return {{"Hidden", show(properties.visible)},
+            {"ReadOnly", show(properties.readOnly)},
+            {"AdditionalFile", properties.additionalFile ? "true" : ""},
+            {"FactoryValue", show(properties.factoryValue)},
+            {"ValidationFcn", show(properties.validator)},
+            {"FactoryValueFcn", show(properties.runTimeDefault)},
+            {"ValueValidator", show(properties.valueValidators)},
+            {"ErrorHandler", properties.errorHandler ? "true" : ""}};
 }
 
-/// What an option is after it was given a value; nothing where it does not take one of that type.
-struct Expectation
-{
-    using Result = std::optional<std::string>;
-
-    Result operator()(bool flag) const
-    {
-        switch (name) {
-        case hidden:
-        case readOnly:
-            return word(flag);
-        case additionalFile:
-            return flag ? "true" : "";
-        default:
-            return onlyOf(factoryValue, "logical, 1-by-1: " + word(flag));
-        }
-    }
-    Result operator()(const std::string& text) const
-    {
-        const std::size_t dot = text.rfind('.');
-        const std::string function = text.substr(0, dot) + ' ' + text.substr(dot + 1);
-        switch (name) {
-        case validationFcn:
-            return "1 " + function;
-        case factoryValueFcn:
-            return "2 " + function;
-        default:
-            return onlyOf(factoryValue, "string, 1-by-1: " + text);
-        }
-    }
-    Result operator()(const FunctionDescriptor& named) const
-    {
-        const bool isFunction = name == validationFcn || name == factoryValueFcn;
-        if (!isFunction || (named.language != "C" && named.language != "Java")) {
-            return std::nullopt;
-        }
-        const char* const native = name == validationFcn ? "2 " : "1 ";
-        return (named.language == "C" ? native : "3 ") + named.owner + ' ' + named.function;
-    }
-    Result operator()(int number) const
-    {
-        return onlyOf(factoryValue, "double, 1-by-1: " + std::to_string(number));
-    }
-    Result operator()(const Array& array) const { return onlyOf(factoryValue, show(array)); }
-    Result operator()(const CPPValidator&) const { return onlyOf(validationFcn, "4 verdix function"); }
-    Result operator()(const SettingValueValidator& added) const
-    {
-        return onlyOf(valueValidator, before + show(Records{added}));
-    }
-    Result operator()(const Records& all) const { return onlyOf(valueValidator, show(all)); }
-    Result operator()(const ErrorHandler&) const { return onlyOf(errorHandler, "true"); }
-    Result operator()(double) const { return std::nullopt; }
-
-    [[nodiscard]] Result onlyOf(std::size_t taker, std::string text) const
-    {
-        return name == taker ? Result(std::move(text)) : std::nullopt;
-    }
-
-    std::size_t name;
-    std::string before;
-};
-
-Value valueIn(fuzz::Bytes& bytes)
+/// Calls give(value, takers) with one of each type that some option takes, or of one that none does. The
+/// takers are the options that take it, as they then are; `records` are those of the node before.
+template <class Give>
+void withValueIn(fuzz::Bytes& bytes, const std::string& records, Give give)
 {
     constexpr std::array<const char*, 4> languages = {"C", "Java", "c", ""};
     const auto text = [&bytes] { return std::string(bytes.until('\0')); };
     const auto record = [&bytes] { return SettingValueValidator{.maximumLength = bytes.below(256)}; };
     switch (bytes.below(10)) {
-    case 0:
-        return bytes.below(2) == 1;
-    case 1:
-        return static_cast<int>(bytes.below(256)) - 128;
+    case 0: {
+        const bool flag = bytes.below(2) == 1;
+        const std::string shown = flag ? "true" : "false";
+        return give(flag, {{"Hidden", flag ? "false" : "true"},
+                           {"ReadOnly", shown},
+                           {"AdditionalFile", flag ? "true" : ""},
+                           {"FactoryValue", "logical, 1-by-1: " + shown}});
+    }
+    case 1: {
+        const int number = static_cast<int>(bytes.below(256)) - 128;
+        return give(number, {{"FactoryValue", "double, 1-by-1: " + std::to_string(number)}});
+    }
     case 2: {
         std::string ascii = text();
         std::erase_if(ascii, [](char c) { return c < 0; });
-        return ascii;
+        const std::size_t dot = ascii.rfind('.');
+        const std::string function = ' ' + ascii.substr(0, dot) + ' ' + ascii.substr(dot + 1);
+        return give(ascii.c_str(), {{"FactoryValue", "string, 1-by-1: " + ascii},
+                                    {"ValidationFcn", '1' + function},
+                                    {"FactoryValueFcn", '2' + function}});
     }
-    case 3:
-        return internal::cellstr({text(), text()});
+    case 3: {
+        const Array cell = internal::cellstr({text(), text()});
+        return give(cell, {{"FactoryValue", show(cell)}});
+    }
     case 4: {
-        const char* const language = languages[bytes.below(languages.size())];
-        std::string function = text();
-        return FunctionDescriptor{std::move(function), language, text()};
+        const std::string language = languages[bytes.below(languages.size())];
+        const std::string function = text();
+        const FunctionDescriptor named{function, language, text()};
+        const std::string shown = ' ' + named.owner + ' ' + function;
+        if (language != "C" && language != "Java") {
+            return give(named, {});
+        }
+        return give(named, {{"ValidationFcn", (language == "C" ? '2' : '3') + shown},
+                            {"FactoryValueFcn", (language == "C" ? '1' : '3') + shown}});
     }
     case 5:
-        return makeCppValidator([](const auto&, const std::string&, const Array&) {});
-    case 6:
-        return record();
-    case 7:
-        return Records{record(), record()};
-    case 8:
-        return ErrorHandler([](const std::string&, const Array&) {});
-    default:
-        return 1.5;
+        return give(makeCppValidator([](const auto&, const std::string&, const Array&) {}),
+                    {{"ValidationFcn", "4 verdix function"}});
+    case 6: {
+        const SettingValueValidator added = record();
+        return give(added, {{"ValueValidator", records + show(Records{added})}});
     }
-}
-
-void apply(SettingOptions& options, const std::string& name, const Value& value)
-{
-    std::visit(
-        [&]<class Type>(const Type& given) {
-            if constexpr (std::is_same_v<Type, std::string>) {
-                applyOption(options, name, given.c_str());
-            } else {
-                applyOption(options, name, given);
-            }
-        },
-        value);
+    case 7: {
+        const Records all{record(), record()};
+        return give(all, {{"ValueValidator", show(all)}});
+    }
+    case 8:
+        return give([](const std::string&, const Array&) {}, {{"ErrorHandler", "true"}});
+    default:
+        return give(1.5, {});
+    }
 }
 
 /// Gives the node an option; whether it took it.
 bool applyNext(SettingOptions& options, fuzz::Bytes& bytes)
 {
-    const std::size_t choice = bytes.below(nameCount + 1);
-    const std::string name = choice < nameCount ? names[choice] : std::string(bytes.until('\0'));
-    const auto index = static_cast<std::size_t>(std::ranges::find(names, name) - names.begin());
-    const bool isKnown = index < nameCount;
-    const Value value = valueIn(bytes);
+    const std::size_t choice = bytes.below(names.size() + 1);
+    const std::string name = choice < names.size() ? names[choice] : std::string(bytes.until('\0'));
     Summary after = summarise(options.properties);
-    const auto outcome = isKnown ? std::visit(Expectation{index, after[index]}, value) : std::nullopt;
-    if (outcome) {
-        after[index] = *outcome;
-    }
     bool isTaken = true;
-    try {
-        apply(options, name, value);
-    } catch (const std::logic_error& error) {
-        isTaken = false;
-        const bool isOwnText = index == factoryValue && error.what() == std::string_view("Value is invalid.");
-        require(isOwnText || std::string_view(error.what()).starts_with(options.fullName() + ": "),
-                "a refusal names the setting", error.what());
-    }
-    require(isTaken == outcome.has_value(), "an option takes its own types", name);
-    require(summarise(options.properties) == after, "an option changes itself alone, or nothing", name);
+    withValueIn(bytes, after["ValueValidator"], [&](auto value, const Summary& takers) {
+        const auto taker = takers.find(name);
+        const bool fits = taker != takers.end();
+        if (fits) {
+            after[name] = taker->second;
+        }
+        try {
+            applyOption(options, name, std::move(value));
+        } catch (const std::logic_error& error) {
+            isTaken = false;
+            const bool isOwnText =
+                name == "FactoryValue" && error.what() == std::string_view("Value is invalid.");
+            require(isOwnText || std::string_view(error.what()).starts_with(options.fullName() + ": "),
+                    "a refusal names the setting", error.what());
+        }
+        require(isTaken == fits, "an option takes its own types", name);
+        require(summarise(options.properties) == after, "an option changes itself alone, or nothing", name);
+    });
     return isTaken;
 }
 
@@ -248,8 +175,7 @@ public:
         constexpr std::array<const char*, 6> usual = {"a", "b", "c", "", "a.b", "A"};
         const std::size_t choice = bytes.below(usual.size() + 1);
         std::string name = choice < usual.size() ? usual[choice] : std::string(bytes.until('\0'));
-        const bool isSetting = bytes.below(2) == 0;
-        if (isSetting) {
+        if (bytes.below(2) == 0) {
             add(detail::makeSetting(root_, std::move(name)), bytes);
         } else {
             add(detail::makeGroup(root_, std::move(name)), bytes);
@@ -267,32 +193,22 @@ private:
             }
         }
         const std::string name = node.name;
-        const bool fits = !name.empty() && name.find('.') == std::string::npos && !names_.contains(name);
-        require(realize(std::move(node), options) == fits, "a node is made when its name is new", name);
-        if (fits) {
-            names_.insert(name);
-            const vx::core::Node* made = tree_.find(options.fullName());
-            require(made != nullptr && summarise(made->properties()) == summarise(options.properties),
-                    "a node is as it was described", name);
+        const std::string path = options.fullName();
+        const bool isName = !name.empty() && name.find('.') == std::string::npos;
+        const bool isNew = isName && names_.insert(name).second;
+        bool isMade = true;
+        try {
+            static_cast<void>(detail::addRealized(root_, std::move(node), options.properties));
+        } catch (const std::invalid_argument&) {
+            isMade = false;
         }
+        require(isMade == isNew, "a node is made when its name is new", name);
+        const auto* made = tree_.find(path);
+        require(!isMade || summarise(made->properties()) == summarise(options.properties),
+                "a node is as it was described", name);
         require(tree_.nodes().size() == names_.size() &&
                     root_.settings.size() + root_.groups.size() == names_.size(),
                 "a refused node leaves nothing", name);
-    }
-
-    template <class Node>
-    bool realize(Node&& node, const SettingOptions& options)
-    {
-        try {
-            if constexpr (std::is_same_v<Node, FactoryGroup>) {
-                static_cast<void>(detail::addRealized(root_, std::move(node), options.properties));
-            } else {
-                detail::addRealized(root_, std::move(node), options.properties);
-            }
-            return true;
-        } catch (const std::invalid_argument&) {
-            return false;
-        }
     }
 
     vx::core::SettingsTree tree_{"verdix"};

@@ -1,9 +1,9 @@
 #include "choices.hpp"
 
 #include <CLI/CLI.hpp>
-#include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/join.hpp>
-#include <boost/algorithm/string/split.hpp>
+
+#include <cstddef>
 
 namespace vx::tool {
 
@@ -16,8 +16,13 @@ std::vector<std::string> choicesOf(const CLI::Option& option)
 {
     std::vector<std::string> words;
     const std::string type = option.get_type_name();
-    if (type.find('|') != std::string::npos) {
-        boost::algorithm::split(words, type, boost::algorithm::is_any_of("|"));
+    std::size_t begin = 0;
+    for (std::size_t bar = type.find('|'); bar != std::string::npos; bar = type.find('|', begin)) {
+        words.push_back(type.substr(begin, bar - begin));
+        begin = bar + 1;
+    }
+    if (!words.empty()) {
+        words.push_back(type.substr(begin));
     }
     return words;
 }

@@ -19,28 +19,18 @@ using foundation::verdixdata::TypedArray;
 using testing::ElementsAre;
 
 template <class T>
-std::string outcome(int value)
+void expectBounds(int lowest, int highest)
 {
-    try {
-        const TypedArray<T> row(makeRow<T>(std::array{value}));
-        return std::to_string(row[0]);
-    } catch (const boost::numeric::bad_numeric_cast& error) {
-        return error.what();
-    }
+    EXPECT_EQ(TypedArray<T>(makeRow<T>(std::array{lowest, highest}))[1], highest);
+    EXPECT_THROW((void)makeRow<T>(std::array{lowest - 1}), boost::numeric::negative_overflow);
+    EXPECT_THROW((void)makeRow<T>(std::array{highest + 1}), boost::numeric::positive_overflow);
 }
 
 TEST(Values, RowsRefuseWhatTheirClassCannotHold)
 {
-    const std::string tooLow = "bad numeric conversion: negative overflow";
-    const std::string tooHigh = "bad numeric conversion: positive overflow";
-    EXPECT_EQ(outcome<std::uint8_t>(255), "255");
-    EXPECT_EQ(outcome<std::uint8_t>(256), tooHigh);
-    EXPECT_EQ(outcome<std::uint8_t>(-1), tooLow);
-    EXPECT_EQ(outcome<std::int16_t>(-32768), "-32768");
-    EXPECT_EQ(outcome<std::int16_t>(-32769), tooLow);
-    EXPECT_EQ(outcome<std::int16_t>(32768), tooHigh);
-    EXPECT_EQ(outcome<std::uint16_t>(65535), "65535");
-    EXPECT_EQ(outcome<std::uint16_t>(65536), tooHigh);
+    expectBounds<std::uint8_t>(0, 255);
+    expectBounds<std::int16_t>(-32768, 32767);
+    expectBounds<std::uint16_t>(0, 65535);
     EXPECT_THROW((void)makeRow<std::uint8_t>(std::array{1, -1, 256}), boost::numeric::negative_overflow)
         << "the first wrong element decides";
 }
@@ -55,14 +45,6 @@ TEST(Values, RowsKeepOrderAndShape)
     const Array empty = makeRow<std::int16_t>(std::vector<int>());
     EXPECT_EQ(empty.getType(), ArrayType::INT16);
     EXPECT_THAT(empty.getDimensions(), ElementsAre(1U, 0U));
-}
-
-TEST(Values, ScalarsHaveTheClassAsked)
-{
-    EXPECT_EQ(makeScalar<std::uint32_t>(0).getType(), ArrayType::UINT32);
-    EXPECT_EQ(TypedArray<std::int16_t>(makeScalar<std::int16_t>(600))[0], 600);
-    EXPECT_EQ(TypedArray<std::uint8_t>(makeScalar<std::uint8_t>(255))[0], 255);
-    EXPECT_EQ(TypedArray<int>(makeScalar<int>(-1))[0], -1);
 }
 
 TEST(Values, TextsAreRows)

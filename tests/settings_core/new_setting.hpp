@@ -2,13 +2,7 @@
 
 #include <settings_core/settings_tree.hpp>
 
-#include <foundation/verdixdata/array_factory.hpp>
-#include <verdix/settings/internal/values.hpp>
-
-#include <algorithm>
-#include <string>
-#include <utility>
-#include <vector>
+#include <tests/support/values.hpp>
 
 namespace tests {
 
@@ -31,34 +25,5 @@ struct NewSetting
 
     vx::core::SettingsTree tree;
 };
-
-template <class T>
-foundation::verdixdata::Array row(const std::vector<T>& values)
-{
-    auto array = foundation::verdixdata::ArrayFactory().createArray<T>({1, values.size()});
-    std::copy(values.begin(), values.end(), array.begin());
-    return array;
-}
-
-template <class T>
-foundation::verdixdata::Array scalar(T value)
-{
-    return row<T>({value});
-}
-
-inline foundation::verdixdata::Array text(std::string value)
-{
-    return verdix::settings::internal::charvec(std::move(value));
-}
-
-inline foundation::verdixdata::Array texts(std::vector<std::string> values)
-{
-    return verdix::settings::internal::cellstr(std::move(values));
-}
-
-inline foundation::verdixdata::Array string(std::string value)
-{
-    return foundation::verdixdata::ArrayFactory().createScalarInternal(std::move(value));
-}
 
 }  // namespace tests

@@ -22,16 +22,6 @@ std::vector<std::string> pathsOf(const SettingsTree& tree)
     return paths;
 }
 
-std::string refusal(settings::core::MSettings& parent, const std::string& name)
-{
-    try {
-        parent.createFactorySetting(name, true, noProperties());
-    } catch (const std::invalid_argument& error) {
-        return error.what();
-    }
-    return "created";
-}
-
 TEST(Node, IsFoundByItsPathAndStandsInCreationOrder)
 {
     SettingsTree tree("root");
@@ -59,15 +49,20 @@ TEST(Node, RefusesNamesThatCannotBe)
     SettingsTree tree("root");
     const auto group = tree.root()->createFactorySetting("g", false, noProperties());
     const auto setting = group->createFactorySetting("Twice", true, noProperties());
-    EXPECT_EQ(refusal(*group, "Twice"),
-              "root.g.Twice exists already: a name can be used once under one group, so "
-              "rename this node or remove the other.");
+    const auto expectRefusal = [](settings::core::MSettings& parent, const char* name,
+                                  const std::string& text) {
+        EXPECT_THAT([&] { return parent.createFactorySetting(name, true, noProperties()); },
+                    testing::ThrowsMessage<std::invalid_argument>(text));
+    };
+    expectRefusal(*group, "Twice",
+                  "root.g.Twice exists already: a name can be used once under one group, so "
+                  "rename this node or remove the other.");
     const std::string advice =
         "is not the name of a node: give one component of a path, not empty and without dots.";
-    EXPECT_EQ(refusal(*group, "a.b"), "\"a.b\" under root.g " + advice);
-    EXPECT_EQ(refusal(*group, ""), "\"\" under root.g " + advice);
-    EXPECT_EQ(refusal(*setting, "Child"),
-              "root.g.Twice is a setting and cannot have the child \"Child\": create it under a group.");
+    expectRefusal(*group, "a.b", "\"a.b\" under root.g " + advice);
+    expectRefusal(*group, "", "\"\" under root.g " + advice);
+    expectRefusal(*setting, "Child",
+                  "root.g.Twice is a setting and cannot have the child \"Child\": create it under a group.");
     EXPECT_THROW(SettingsTree("a.b"), std::invalid_argument);
     EXPECT_THAT(pathsOf(tree), testing::ElementsAre("root.g", "root.g.Twice"));
 }

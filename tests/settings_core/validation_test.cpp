@@ -44,44 +44,39 @@ NewSetting withFactoryValue(Array value, std::vector<vx::core::ValueRules> recor
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-struct Case
+struct Verdicts
 {
-    const char* function;
     std::vector<Array> accepted;
     std::vector<Array> refused;
 };
 
-void expectVerdicts(const Case& each, const Validator& validator)
+void expectVerdicts(const std::string& what, const NewSetting& setting, const Verdicts& expected)
 {
-    const NewSetting setting = checkedBy(validator);
-    for (std::size_t i = 0; i < each.accepted.size(); ++i) {
-        EXPECT_EQ(checkValue(*setting, each.accepted[i]).message, "") << each.function << ", accepted " << i;
+    for (std::size_t i = 0; i < expected.accepted.size(); ++i) {
+        EXPECT_EQ(checkValue(*setting, expected.accepted[i]).message, "") << what << ", accepted " << i;
     }
-    for (std::size_t i = 0; i < each.refused.size(); ++i) {
-        EXPECT_EQ(checkValue(*setting, each.refused[i]).failures.size(), 1U)
-            << each.function << ", refused " << i;
+    for (std::size_t i = 0; i < expected.refused.size(); ++i) {
+        EXPECT_EQ(checkValue(*setting, expected.refused[i]).failures.size(), 1U) << what << ", refused " << i;
     }
 }
 
 TEST(Validation, ScriptFunctions)
 {
     const Array missing = scalar<String>(std::nullopt);
-    const Case cases[] = {
+    const std::pair<const char*, Verdicts> cases[] = {
         {"mustBeLogicalScalar",
-         {scalar(true)},
-         {scalar(1.0), row<bool>({true, false}), row<bool>({}), text("true")}},
+         {{scalar(true)}, {scalar(1.0), row<bool>({true, false}), row<bool>({}), text("true")}}},
         {"mustBeStringScalar",
-         {text("a"), text(""), string("a")},
-         {missing, texts({"a"}), scalar(1.0), Array()}},
+         {{text("a"), text(""), string("a")}, {missing, texts({"a"}), scalar(1.0), Array()}}},
         {"mustBeIntegerScalar",
-         {scalar(2.0), scalar<std::int8_t>(-1), scalar<std::uint64_t>(1)},
-         {scalar(2.5), scalar(infinity), scalar(notANumber), scalar(true), row<double>({1, 2}), text("1")}},
+         {{scalar(2.0), scalar<std::int8_t>(-1), scalar<std::uint64_t>(1)},
+          {scalar(2.5), scalar(infinity), scalar(notANumber), scalar(true), row<double>({1, 2}), text("1")}}},
         {"mustBeNumericScalar",
-         {scalar(2.5), scalar(infinity), scalar<std::uint8_t>(1)},
-         {scalar(true), row<double>({1, 2}), text("1"), row<double>({})}},
+         {{scalar(2.5), scalar(infinity), scalar<std::uint8_t>(1)},
+          {scalar(true), row<double>({1, 2}), text("1"), row<double>({})}}},
     };
-    for (const Case& each : cases) {
-        expectVerdicts(each, MValidator("verdix.settings", each.function));
+    for (const auto& [function, verdicts] : cases) {
+        expectVerdicts(function, checkedBy(MValidator("verdix.settings", function)), verdicts);
     }
     const auto unknown = checkValue(*checkedBy(MValidator("other", "mustBeLogicalScalar")), scalar(true));
     EXPECT_THAT(unknown.message, HasSubstr("names the script function other.mustBeLogicalScalar"));
@@ -89,38 +84,30 @@ TEST(Validation, ScriptFunctions)
 
 TEST(Validation, NativeFunctions)
 {
-    const Case limits[] = {
-        {"validateMaximumArraySizeValue",
-         {scalar(1.0), scalar(1000.0), scalar(10000.0)},
-         {scalar(0.0), scalar(10001.0)}},
-        {"validateMaximumNestingLevel",
-         {scalar(20.0), scalar<std::int32_t>(1)},
-         {scalar(0.0), scalar(1.5), text("2")}},
-        {"validateMaximumTextWidth",
-         {scalar(76.0), scalar(32.0)},
-         {scalar(31.0), scalar(257.0), row<double>({76, 76})}},
-        {"validateArrayDimensions",
-         {row<double>({1, 2}), row<std::int32_t>({3, 1})},
-         {row<double>({1, 1}), row<double>({0, 1}), row<double>({1, 2, 3}), text("ab"), Array()}},
+    const std::pair<CValidator, Verdicts> cases[] = {
+        {CValidator("libvxsavevars", "validateMaximumArraySizeValue"),
+         {{scalar(1.0), scalar(1000.0), scalar(10000.0)}, {scalar(0.0), scalar(10001.0)}}},
+        {CValidator("libvxsavevars", "validateMaximumNestingLevel"),
+         {{scalar(20.0), scalar<std::int32_t>(1)}, {scalar(0.0), scalar(1.5), text("2")}}},
+        {CValidator("libvxsavevars", "validateMaximumTextWidth"),
+         {{scalar(76.0), scalar(32.0)}, {scalar(31.0), scalar(257.0), row<double>({76, 76})}}},
+        {CValidator("libvxsavevars", "validateArrayDimensions"),
+         {{row<double>({1, 2}), row<std::int32_t>({3, 1})},
+          {row<double>({1, 1}), row<double>({0, 1}), row<double>({1, 2, 3}), text("ab"), Array()}}},
+        {CValidator("libvxservices", "validateFontSize"),
+         {{text("14px"), text("1pt"), string("10.5px")},
+          {text("14"), text("px"), text("0px"), text("401px"), text("14 px"), text("-1px"), text("nanpx"),
+           scalar(14.0)}}},
+        {CValidator("libvxservices", "validateFontColor"),
+         {{row<std::int32_t>({33, 0, 255}), row<double>({1, 2, 3})},
+          {row<double>({1, 2, 3.5}), row<std::int32_t>({1, 2}), text("abc")}}},
+        {CValidator("libvxservices", "validateFontStyle"),
+         {{texts({"plain"}), texts({"bold"}), texts({"italic", "bold"})},
+          {texts({}), texts({"plain", "bold"}), texts({"bold", "bold"}), texts({"Bold"}), text("bold"),
+           Array()}}},
     };
-    for (const Case& each : limits) {
-        expectVerdicts(each, CValidator("libvxsavevars", each.function));
-    }
-    const Case fonts[] = {
-        {"validateFontSize",
-         {text("14px"), text("1pt"), string("10.5px")},
-         {text("14"), text("px"), text("0px"), text("401px"), text("14 px"), text("-1px"), text("nanpx"),
-          scalar(14.0)}},
-        {"validateFontColor",
-         {row<std::int32_t>({33, 0, 255}), row<double>({1, 2, 3})},
-         {row<double>({1, 2, 3.5}), row<std::int32_t>({1, 2}), text("abc")}},
-        {"validateFontStyle",
-         {texts({"plain"}), texts({"bold"}), texts({"italic", "bold"})},
-         {texts({}), texts({"plain", "bold"}), texts({"bold", "bold"}), texts({"Bold"}), text("bold"),
-          Array()}},
-    };
-    for (const Case& each : fonts) {
-        expectVerdicts(each, CValidator("libvxservices", each.function));
+    for (const auto& [validator, verdicts] : cases) {
+        expectVerdicts(validator.function(), checkedBy(validator), verdicts);
     }
     EXPECT_EQ(
         checkValue(*checkedBy(CValidator("libvxsavevars", "validateMaximumNestingLevel")), text("2")).message,
@@ -158,39 +145,29 @@ TEST(Validation, CallablesOfThisProcess)
 
 TEST(Validation, ClassAndSizeComeFromTheFactoryValue)
 {
-    struct ShapeCase
+    const struct
     {
         NewSetting setting;
-        std::vector<Array> accepted;
-        std::vector<Array> refused;
-    };
-    const ShapeCase cases[] = {
-        {withFactoryValue(scalar(true)), {scalar(false)}, {scalar(0.0), row<bool>({true, true})}},
-        {withFactoryValue(scalar(1.0)), {scalar(2.5)}, {scalar<std::int32_t>(1), row<double>({1, 2})}},
-        {withFactoryValue(text("")), {text("any length")}, {string("a"), scalar(1.0), texts({})}},
-        {withFactoryValue(string("a")), {string("longer")}, {text("a")}},
-        {withFactoryValue(texts({})), {texts({"a", "b"}), texts({})}, {text("a"), row<Array>({scalar(1.0)})}},
-        {withFactoryValue(row<double>({1, 2})), {row<double>({3, 4})}, {row<double>({1, 2, 3}), scalar(1.0)}},
+        Verdicts verdicts;
+    } cases[] = {
+        {withFactoryValue(scalar(true)), {{scalar(false)}, {scalar(0.0), row<bool>({true, true})}}},
+        {withFactoryValue(scalar(1.0)), {{scalar(2.5)}, {scalar<std::int32_t>(1), row<double>({1, 2})}}},
+        {withFactoryValue(text("")), {{text("any length")}, {string("a"), scalar(1.0), texts({})}}},
+        {withFactoryValue(string("a")), {{string("longer")}, {text("a")}}},
+        {withFactoryValue(texts({})),
+         {{texts({"a", "b"}), texts({})}, {text("a"), row<Array>({scalar(1.0)})}}},
+        {withFactoryValue(row<double>({1, 2})),
+         {{row<double>({3, 4})}, {row<double>({1, 2, 3}), scalar(1.0)}}},
         {withFactoryValue(row<double>({1, 2}), {{.size = {{1, 3}}}}),
-         {row<double>({1, 2, 3})},
-         {row<double>({1, 2})}},
+         {{row<double>({1, 2, 3})}, {row<double>({1, 2})}}},
         {withFactoryValue(text("auto"), {{.allowedValues = {u"auto"}, .colour = Colour::normalised}}),
-         {text("auto"), row<double>({0, 0.5, 1})},
-         {text("red"), row<double>({0, 0.5, 2})}},
+         {{text("auto"), row<double>({0, 0.5, 1})}, {text("red"), row<double>({0, 0.5, 2})}}},
         {withFactoryValue(row<double>({0, 0, 0}),
                           {{.allowedValues = {u"auto"}, .colour = Colour::normalised}}),
-         {text("auto"), row<double>({0, 0.5, 1})},
-         {row<std::int32_t>({0, 0, 1})}},
+         {{text("auto"), row<double>({0, 0.5, 1})}, {row<std::int32_t>({0, 0, 1})}}},
     };
     for (std::size_t i = 0; i < std::size(cases); ++i) {
-        for (std::size_t j = 0; j < cases[i].accepted.size(); ++j) {
-            EXPECT_EQ(checkValue(*cases[i].setting, cases[i].accepted[j]).message, "")
-                << i << ", accepted " << j;
-        }
-        for (std::size_t j = 0; j < cases[i].refused.size(); ++j) {
-            EXPECT_FALSE(checkValue(*cases[i].setting, cases[i].refused[j]).accepted())
-                << i << ", refused " << j;
-        }
+        expectVerdicts(std::to_string(i), cases[i].setting, cases[i].verdicts);
     }
 }
 
@@ -242,23 +219,16 @@ TEST(Validation, ASettingsOwnValue)
 TEST(Validation, ValuesAreAdaptedWhereNothingIsLost)
 {
     constexpr auto huge = std::numeric_limits<std::uint64_t>::max();
-    struct Adapted
+    struct
     {
-        Array factoryValue, given, expected;
-    };
-    const Adapted cases[] = {
+        Array factoryValue, given, expected = given;
+    } const cases[] = {
         {scalar<std::int32_t>(0), row<double>({1, -2}), row<std::int32_t>({1, -2})},
         {scalar<std::uint8_t>(0), scalar(255.0), scalar<std::uint8_t>(255)},
         {scalar(0.0), scalar<std::int64_t>(7), scalar(7.0)},
         {scalar<std::uint64_t>(0), scalar<std::int8_t>(7), scalar<std::uint64_t>(7)},
         {string(""), text("a"), string("a")},
         {text(""), string("a"), text("a")},
-    };
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        EXPECT_EQ(adaptValue(*withFactoryValue(cases[i].factoryValue), cases[i].given), cases[i].expected)
-            << i;
-    }
-    const std::pair<Array, Array> kept[] = {
         {scalar<std::uint8_t>(0), scalar(256.0)},
         {scalar<std::uint8_t>(0), scalar(-1.0)},
         {scalar<std::int32_t>(0), scalar(1.5)},
@@ -271,8 +241,9 @@ TEST(Validation, ValuesAreAdaptedWhereNothingIsLost)
         {Array(), scalar(1.0)},
         {scalar(0.0), Array()},
     };
-    for (std::size_t i = 0; i < std::size(kept); ++i) {
-        EXPECT_EQ(adaptValue(*withFactoryValue(kept[i].first), kept[i].second), kept[i].second) << i;
+    for (std::size_t i = 0; i < std::size(cases); ++i) {
+        EXPECT_EQ(adaptValue(*withFactoryValue(cases[i].factoryValue), cases[i].given), cases[i].expected)
+            << i;
     }
 }
 

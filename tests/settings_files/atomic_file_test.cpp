@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <sys/ptrace.h>
@@ -12,6 +11,7 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <system_error>
+#include <tests/support/files.hpp>
 #include <unistd.h>
 #include <vector>
 
@@ -23,18 +23,10 @@ using vx::core::readFile;
 
 struct AtomicFileTest : testing::Test
 {
-    AtomicFileTest()
-    {
-        std::string pattern = (fs::temp_directory_path() / "atomic_file_XXXXXX").string();
-        folder = ::mkdtemp(pattern.data());
-        file = folder / "settings.json";
-    }
-    ~AtomicFileTest() override { fs::remove_all(folder); }
-
     void write(const std::string& content) const { LockedFile(file).replace(content); }
 
-    fs::path folder;
-    fs::path file;
+    tests::TestFolder folder;
+    fs::path file = folder / "settings.json";
 };
 
 TEST_F(AtomicFileTest, KeepsModeAndLinksAndLeavesEqualFilesAlone)
@@ -146,7 +138,7 @@ TEST_F(AtomicFileTest, WhatTheFileSystemRefusesIsNamed)
     fs::create_symlink("loop", folder / "loop");
     write("old");
     EXPECT_EQ(readFile(file / "below"), std::nullopt) << "no folder, no file";
-    expectRefusal("cannot be read", [&] { static_cast<void>(readFile(folder)); });
+    expectRefusal("cannot be read", [&] { static_cast<void>(readFile(file.parent_path())); });
     expectRefusal("cannot be read", [&] { static_cast<void>(readFile(folder / "loop")); });
     expectRefusal("below", [&] { LockedFile(file / "below" / "settings.json"); });
     {

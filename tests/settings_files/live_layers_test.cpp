@@ -9,28 +9,33 @@
 #include <settings_core/validation.hpp>
 #include <settings_core/value_text.hpp>
 
-#include <foundation/verdixdata/array_factory.hpp>
 #include <foundation/verdixdata/text.hpp>
 #include <settings/core/factory_settings_loader.hpp>
-#include <verdix/settings/internal/values.hpp>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <tests/support/factory_bundle.hpp>
+#include <tests/support/files.hpp>
 #include <tests/support/running_framework.hpp>
+#include <tests/support/values.hpp>
+#include <tuple>
 #include <vector>
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace foundation::verdixdata;
-using verdix::settings::internal::cellstr;
-using verdix::settings::internal::charvec;
+using testing::ContainsRegex;
+using testing::HasSubstr;
+using tests::row;
+using tests::scalar;
+using tests::text;
+using tests::texts;
 using vx::core::Node;
 using vx::core::NodeKind;
 
@@ -42,18 +47,6 @@ struct LiveLayersTest : testing::Test
         loader = tests::factoryLoader(framework.context());
         tree = std::make_unique<vx::core::SettingsTree>(vx::core::loadTree(*loader));
         releases = vx::core::loadReleaseChanges(*loader);
-        // Thousands of files are flushed: memory is as good for that as a disk, and a hundred times as fast.
-        const fs::path memory = "/dev/shm";
-        std::string pattern =
-            ((fs::is_directory(memory) ? memory : fs::temp_directory_path()) / "layers_XXXXXX").string();
-        folder = ::mkdtemp(pattern.data());
-        files = {folder / "installation.json", folder / "personal" / "settings.json"};
-    }
-    ~LiveLayersTest() override { fs::remove_all(folder); }
-
-    void write(const fs::path& file, const std::string& text) const
-    {
-        vx::core::LockedFile(file).replace(text);
     }
 
     [[nodiscard]] vx::core::SettingsChanger changer() const { return {*tree, releases, files.personal}; }
@@ -62,52 +55,41 @@ struct LiveLayersTest : testing::Test
     std::shared_ptr<settings::core::FactorySettingsLoader> loader;
     std::unique_ptr<vx::core::SettingsTree> tree;
     settings::core::ReleaseChangeTable releases;
-    fs::path folder;
-    vx::core::LayerFiles files;
+    tests::TestFolder folder;
+    vx::core::LayerFiles files{folder / "installation.json", folder / "personal/settings.json"};
 };
-
-template <class T>
-Array changedNumbers(const Array& value, double (*change)(double))
-{
-    TypedArray<T> numbers(value);
-    for (T& number : numbers) {
-        number = static_cast<T>(change(static_cast<double>(number)));
-    }
-    return numbers;
-}
 
 /// Values that a setting with this one may take as well, the likeliest first.
 std::vector<Array> variations(const Array& value)
 {
     switch (value.getType()) {
-    case ArrayType::LOGICAL: {
-        TypedArray<bool> flags(value);
-        for (bool& flag : flags) {
-            flag = !flag;
-        }
-        return {flags};
-    }
     case ArrayType::CHAR:
-        return {charvec("x"), charvec("12px"), charvec("")};
+        return {text("x"), text("12px"), text("")};
     case ArrayType::STRING:
-        return {ArrayFactory().createScalarInternal("x \"y\"")};
+        return {tests::string("x \"y\"")};
     case ArrayType::CELL:
-        return {cellstr({"x", "ü"}), cellstr({"italic"}), cellstr({}),
-                cellstr(std::vector<std::string>(value.getNumberOfElements(), "x"))};
+        return {texts({"x", "ü"}), texts({"italic"}), texts({}),
+                texts(std::vector<std::string>(value.getNumberOfElements(), "x"))};
     case ArrayType::UNKNOWN:
         return {};
     default:
-        return vx::data::visitElementType(
-            value.getType(), [&]<class T>(std::type_identity<T>) -> std::vector<Array> {
-                if constexpr (vx::data::Number<T>) {
-                    return {changedNumbers<T>(value, [](double x) { return x + 1; }),
-                            changedNumbers<T>(value, [](double x) { return x - 1; }),
-                            changedNumbers<T>(value, [](double x) { return x / 2; })};
-                } else {
-                    return {};
-                }
-            });
+        break;
     }
+    return vx::data::visitElementType(value.getType(), [&]<class T>(std::type_identity<T>) {
+        std::vector<Array> changed;
+        if constexpr (std::is_arithmetic_v<T>) {
+            for (double (*change)(double) : {+[](double x) { return x + 1; }, +[](double x) { return x - 1; },
+                                             +[](double x) { return x / 2; }})
+            {
+                TypedArray<T> numbers(value);
+                for (T& number : numbers) {
+                    number = static_cast<T>(change(static_cast<double>(number)));
+                }
+                changed.push_back(numbers);
+            }
+        }
+        return changed;
+    });
 }
 
 /// What its rules name, then what is close to its own value, then one value of each common class.
@@ -115,23 +97,13 @@ std::vector<Array> candidates(const Node& setting, const Array& own)
 {
     std::vector<Array> values;
     for (const auto& record : setting.properties().valueValidators) {
-        for (std::u16string word : record.allowedValues) {
-            const std::vector<std::string> only{toUtf8(word)};
-            values.push_back(charvec(std::move(word)));
-            values.push_back(cellstr(std::vector(only)));
+        for (const std::u16string& word : record.allowedValues) {
+            values.insert(values.end(), {text(toUtf8(word)), texts({toUtf8(word)})});
         }
     }
-    for (Array& value : variations(own)) {
-        values.push_back(std::move(value));
-    }
-    const auto numbers = [](std::vector<double> elements) {
-        auto row = ArrayFactory().createArray<double>({1, elements.size()});
-        std::copy(elements.begin(), elements.end(), row.begin());
-        return Array(row);
-    };
-    auto swapped = ArrayFactory().createArray<bool>({1, 1});
-    values.insert(values.end(), {swapped, numbers({1}), numbers({2, 1}), numbers({0, .5, 1}),
-                                 numbers({1, 2, 3, 4}), charvec("x"), cellstr({"x"})});
+    std::ranges::move(variations(own), std::back_inserter(values));
+    values.insert(values.end(), {scalar(false), scalar(1.0), row<double>({2, 1}), row<double>({0, .5, 1}),
+                                 row<double>({1, 2, 3, 4}), text("x"), texts({"x"})});
     return values;
 }
 
@@ -151,7 +123,7 @@ TEST_F(LiveLayersTest, EverySettingIsSetReadBackAndResetToTheByte)
 {
     const std::string before =
         "{ \"release\": \"R2026a\",\r\n\t\"settings\": {\r\n\t\t\"verdix.Own\" : 1.50\r\n\t} }";
-    write(files.personal, before);
+    tests::writeFile(files.personal, before);
     std::size_t settings = 0;
     for (const Node* node : tree->nodes()) {
         if (node->kind() != NodeKind::setting || node->properties().readOnly.value()) {
@@ -173,57 +145,42 @@ TEST_F(LiveLayersTest, EverySettingIsSetReadBackAndResetToTheByte)
 TEST_F(LiveLayersTest, TheLastLayerWithAFittingValueHolds)
 {
     const Node& wrap = *tree->find("verdix.commandwindow.WrapLines");
-    write(files.installation, "{\"settings\": {\"verdix.commandwindow.WrapLines\": true}}");
-    write(files.personal, "{\"settings\": {\n\"verdix.commandwindow.WrapLines\": 3}}");
+    tests::writeFile(files.installation, "{\"settings\": {\"verdix.commandwindow.WrapLines\": true}}");
+    tests::writeFile(files.personal, "{\"settings\": {\n\"verdix.commandwindow.WrapLines\": 3}}");
     vx::core::Layers layers(*tree, files);
     const auto held = layers.effective(wrap);
     EXPECT_EQ(held.layer, vx::core::Layer::installation);
     ASSERT_EQ(held.faults.size(), 1U);
-    EXPECT_NE(held.faults.front().find(
-                  "settings.json:2:35: verdix.commandwindow.WrapLines: expected true or false, not 3"),
-              std::string::npos)
-        << held.faults.front();
+    EXPECT_THAT(
+        held.faults.front(),
+        HasSubstr("settings.json:2:35: verdix.commandwindow.WrapLines: expected true or false, not 3"));
     const auto all = layers.valuesOf(wrap);
     ASSERT_EQ(all.size(), 3U);
     EXPECT_EQ(all[0].source, "factory value");
     EXPECT_FALSE(all[2].counts());
 
-    write(files.personal, "{\"settings\": [");
+    tests::writeFile(files.personal, "{\"settings\": [");
     EXPECT_THROW(static_cast<void>(vx::core::Layers(*tree, files).effective(wrap)), std::runtime_error);
 }
 
 TEST_F(LiveLayersTest, RefusalsSayWhyAndChangeNothing)
 {
     using vx::core::Notation;
-    struct
-    {
-        const char* path;
-        const char* value;
-        std::vector<const char*> words;
-    } const cases[] = {
-        {"commandwindow.WrapLinez",
-         "true",
-         {"no such path", "did you mean", "verdix.commandwindow.WrapLines"}},
-        {"commandwindow.EightyColumns",
-         "true",
-         {"moved to verdix.commandwindow.UseEightyColumnDisplayWidth in R2021a"}},
-        {"commandwindow", "true", {"is a group"}},
-        {"commandwindow.WrapLines",
-         "maybe",
-         {"verdix.commandwindow.WrapLines", "maybe", "column 1", "true or false"}},
-        {"commandwindow.NumberOfLinesInScrollBuffer", "999", {"999", "from 1000 to 25000"}},
-        {"commandwindow.DisplayLineSpacing", "wide", {"wide", "loose", "compact"}},
+    const std::tuple<const char*, const char*, testing::Matcher<std::string>> cases[] = {
+        {"commandwindow.WrapLinez", "true",
+         ContainsRegex("no such path.*did you mean.*verdix.commandwindow.WrapLines")},
+        {"commandwindow.EightyColumns", "true",
+         HasSubstr("moved to verdix.commandwindow.UseEightyColumnDisplayWidth in R2021a")},
+        {"commandwindow", "true", HasSubstr("is a group")},
+        {"commandwindow.WrapLines", "maybe",
+         testing::AllOf(HasSubstr("verdix.commandwindow.WrapLines"), HasSubstr("maybe"),
+                        HasSubstr("column 1"), HasSubstr("true or false"))},
+        {"commandwindow.NumberOfLinesInScrollBuffer", "999", ContainsRegex("999.*from 1000 to 25000")},
+        {"commandwindow.DisplayLineSpacing", "wide", ContainsRegex("wide.*loose.*compact")},
     };
-    for (const auto& test : cases) {
-        try {
-            changer().set(test.path, test.value, Notation::script);
-            ADD_FAILURE() << test.path << " was set";
-        } catch (const std::runtime_error& error) {
-            for (const char* word : test.words) {
-                EXPECT_NE(std::string(error.what()).find(word), std::string::npos)
-                    << word << " in " << error.what();
-            }
-        }
+    for (const auto& [path, value, message] : cases) {
+        EXPECT_THAT(([&, path = path, value = value] { changer().set(path, value, Notation::script); }),
+                    testing::ThrowsMessage<std::runtime_error>(message));
     }
     EXPECT_FALSE(fs::exists(files.personal));
     EXPECT_EQ(changer().reset("commandwindow"), 0U);
@@ -265,30 +222,24 @@ TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         {R"(    ^"verdix.desktop.DisplayScaleFactor": 1)", {"is an alias"}},
         {R"(} })"},
     };
-    struct Expected
-    {
-        vx::core::TextPosition position;
-        std::string words;
-    };
-    std::vector<Expected> expected;
-    std::string text;
+    std::vector<std::pair<vx::core::TextPosition, const char*>> expected;
+    std::string content;
     for (std::size_t number = 1; auto [line, words] : lines) {
         for (const char* fault : words) {
             const std::size_t mark = line.find('^');
             line.erase(mark, 1);
             expected.push_back({{number, vx::core::characterCount(line.substr(0, mark)) + 1}, fault});
         }
-        text.append(line).append("\n");
+        content.append(line).append("\n");
         ++number;
     }
     ASSERT_EQ(expected.size(), 20U);
-    const auto faults = vx::core::checkSettingsFile(text, *tree, releases);
+    const auto faults = vx::core::checkSettingsFile(content, *tree, releases);
     ASSERT_EQ(faults.size(), expected.size());
     for (std::size_t index = 0; index < faults.size(); ++index) {
-        EXPECT_EQ(faults[index].position.line, expected[index].position.line) << faults[index].message;
-        EXPECT_EQ(faults[index].position.column, expected[index].position.column) << faults[index].message;
-        EXPECT_NE(faults[index].message.find(expected[index].words), std::string::npos)
-            << faults[index].message;
+        EXPECT_EQ(faults[index].position.line, expected[index].first.line) << faults[index].message;
+        EXPECT_EQ(faults[index].position.column, expected[index].first.column) << faults[index].message;
+        EXPECT_THAT(faults[index].message, HasSubstr(expected[index].second));
     }
 
     const std::pair<const char*, const char*> others[] = {

@@ -1,5 +1,6 @@
 #include <settings_core/settings_file.hpp>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <random>
@@ -91,14 +92,14 @@ TEST(SettingsFileTest, SaysWhereAFileIsDamaged)
         {"{\"a\": 01}", 1, 7},
     };
     for (const auto& [text, line, column] : cases) {
-        try {
-            const SettingsFile file(text);
-            ADD_FAILURE() << text << " was read";
-        } catch (const vx::core::TextError& error) {
+        const auto position = [&text = text](const vx::core::TextError& error) {
             const auto at = vx::core::positionAt(text, error.offset());
-            EXPECT_EQ(at.line, line) << text << ": " << error.what();
-            EXPECT_EQ(at.column, column) << text << ": " << error.what();
-        }
+            return std::pair(at.line, at.column);
+        };
+        EXPECT_THAT(
+            [&text = text] { return SettingsFile(text); },
+            testing::Throws<vx::core::TextError>(testing::ResultOf(position, testing::Pair(line, column))))
+            << text;
     }
 }
 

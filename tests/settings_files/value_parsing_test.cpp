@@ -1,37 +1,28 @@
 #include <settings_core/value_parsing.hpp>
 
-#include <foundation/verdixdata/array_factory.hpp>
-#include <verdix/settings/internal/values.hpp>
-
 #include <boost/json/parse.hpp>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cmath>
 #include <limits>
 #include <random>
 #include <string>
+#include <tests/support/values.hpp>
 #include <vector>
 
 namespace {
 
 using namespace foundation::verdixdata;
-using verdix::settings::internal::cellstr;
+using tests::matrix;
+using tests::row;
+using tests::scalar;
+using tests::string;
+using tests::text;
+using tests::texts;
 using verdix::settings::internal::charvec;
 using vx::core::ValueForm;
-
-template <class T>
-Array matrix(std::size_t rows, std::size_t columns, const std::vector<T>& byColumn)
-{
-    auto array = ArrayFactory().createArray<T>({rows, columns});
-    std::copy(byColumn.begin(), byColumn.end(), array.begin());
-    return array;
-}
-
-Array stringScalar(std::u16string text)
-{
-    auto array = ArrayFactory().createArray<String>({1, 1});
-    array[0] = std::move(text);
-    return array;
-}
 
 constexpr ValueForm as(ArrayType type)
 {
@@ -48,42 +39,41 @@ TEST(ValueParsingTest, ReadsWhatPeopleWrite)
         ValueForm form;
         Array value;
     } const cases[] = {
-        {" true ", as(ArrayType::LOGICAL), matrix<bool>(1, 1, {true})},
-        {"-1.5e3", as(ArrayType::DOUBLE), matrix<double>(1, 1, {-1500})},
-        {"+.5", as(ArrayType::DOUBLE), matrix<double>(1, 1, {.5})},
-        {"3e2", as(ArrayType::INT16), matrix<std::int16_t>(1, 1, {300})},
-        {"18446744073709551615", as(ArrayType::UINT64),
-         matrix<std::uint64_t>(1, 1, {std::numeric_limits<std::uint64_t>::max()})},
-        {"[14 0,  255 ]", as(ArrayType::INT32), matrix<std::int32_t>(1, 3, {14, 0, 255})},
+        {" true ", as(ArrayType::LOGICAL), scalar<bool>(true)},
+        {"-1.5e3", as(ArrayType::DOUBLE), scalar<double>(-1500)},
+        {"+.5", as(ArrayType::DOUBLE), scalar<double>(.5)},
+        {"3e2", as(ArrayType::INT16), scalar<std::int16_t>(300)},
+        {"18446744073709551615", as(ArrayType::UINT64), scalar(std::numeric_limits<std::uint64_t>::max())},
+        {"[14 0,  255 ]", as(ArrayType::INT32), row<std::int32_t>({14, 0, 255})},
         {"[1,2;3 4]", as(ArrayType::DOUBLE), matrix<double>(2, 2, {1, 3, 2, 4})},
-        {"[]", as(ArrayType::DOUBLE), matrix<double>(1, 0, {})},
-        {"two words ", as(ArrayType::CHAR), charvec("two words ")},
-        {"", as(ArrayType::CHAR), charvec("")},
-        {"'it''s'", as(ArrayType::CHAR), charvec("it's")},
-        {" \"a \"\"b\"\"\" ", as(ArrayType::STRING), stringScalar(u"a \"b\"")},
-        {"12", as(ArrayType::STRING), stringScalar(u"12")},
-        {"{\"a\",'b' \"ä\"}", as(ArrayType::CELL), cellstr({"a", "b", "ä"})},
-        {"{ }", as(ArrayType::CELL), cellstr({})},
-        {"red", colour, charvec("red")},
-        {"[0 .5 1]", colour, matrix<double>(1, 3, {0, .5, 1})},
-        {"false", any, matrix<bool>(1, 1, {false})},
-        {"-2", any, matrix<double>(1, 1, {-2})},
+        {"[]", as(ArrayType::DOUBLE), row<double>({})},
+        {"two words ", as(ArrayType::CHAR), text("two words ")},
+        {"", as(ArrayType::CHAR), text("")},
+        {"'it''s'", as(ArrayType::CHAR), text("it's")},
+        {" \"a \"\"b\"\"\" ", as(ArrayType::STRING), string("a \"b\"")},
+        {"12", as(ArrayType::STRING), string("12")},
+        {"{\"a\",'b' \"ä\"}", as(ArrayType::CELL), texts({"a", "b", "ä"})},
+        {"{ }", as(ArrayType::CELL), texts({})},
+        {"red", colour, text("red")},
+        {"[0 .5 1]", colour, row<double>({0, .5, 1})},
+        {"false", any, scalar<bool>(false)},
+        {"-2", any, scalar<double>(-2)},
         {"-x", any, {}},
-        {"auto", any, charvec("auto")},
-        {"{'a'}", any, cellstr({"a"})},
+        {"auto", any, text("auto")},
+        {"{'a'}", any, texts({"a"})},
     };
-    for (const auto& [text, form, value] : cases) {
+    for (const auto& [given, form, value] : cases) {
         if (value.isAssigned()) {
-            EXPECT_TRUE(vx::core::parseValue(text, form) == value) << text;
+            EXPECT_TRUE(vx::core::parseValue(given, form) == value) << given;
         } else {
-            EXPECT_THROW(static_cast<void>(vx::core::parseValue(text, form)), vx::core::TextError) << text;
+            EXPECT_THROW((void)vx::core::parseValue(given, form), vx::core::TextError) << given;
         }
     }
-    EXPECT_TRUE(vx::core::parseJsonValue("[\"a\", \"b\"]", any) == cellstr({"a", "b"}));
+    EXPECT_TRUE(vx::core::parseJsonValue("[\"a\", \"b\"]", any) == texts({"a", "b"}));
     EXPECT_TRUE(vx::core::parseJsonValue("[[1, 2], [3, 4]]", any) == matrix<double>(2, 2, {1, 3, 2, 4}));
     EXPECT_TRUE(vx::core::parseJsonValue("[\"Inf\", 2]", any) ==
-                matrix<double>(1, 2, {std::numeric_limits<double>::infinity(), 2}));
-    EXPECT_TRUE(vx::core::parseJsonValue("\"red\"", colour) == charvec("red"));
+                row<double>({std::numeric_limits<double>::infinity(), 2}));
+    EXPECT_TRUE(vx::core::parseJsonValue("\"red\"", colour) == text("red"));
 }
 
 TEST(ValueParsingTest, SaysWhereAndWhatIsExpected)
@@ -117,104 +107,49 @@ TEST(ValueParsingTest, SaysWhereAndWhatIsExpected)
         {"12 ,", as(ArrayType::DOUBLE), 3, "the end of the text", true},
     };
     for (const auto& test : cases) {
-        try {
-            static_cast<void>(test.isJson ? vx::core::parseJsonValue(test.text, test.form)
-                                          : vx::core::parseValue(test.text, test.form));
-            ADD_FAILURE() << test.text << " was read";
-        } catch (const vx::core::TextError& error) {
-            EXPECT_EQ(error.offset(), test.offset) << test.text << ": " << error.what();
-            EXPECT_NE(std::string(error.what()).find(test.message), std::string::npos) << error.what();
-        }
+        const auto at = testing::Property(&vx::core::TextError::offset, test.offset);
+        const auto says = testing::Property(&vx::core::TextError::what, testing::HasSubstr(test.message));
+        EXPECT_THAT(([&] {
+                        return test.isJson ? vx::core::parseJsonValue(test.text, test.form)
+                                           : vx::core::parseValue(test.text, test.form);
+                    }),
+                    testing::Throws<vx::core::TextError>(testing::AllOf(at, says)))
+            << test.text;
     }
 }
 
-class RandomValues
-{
-public:
-    Array any()
-    {
-        switch (below(7)) {
-        case 0:
-            return numbers<double>([this] { return real(); });
-        case 1:
-            return numbers<std::int64_t>([this] { return static_cast<std::int64_t>(bits_()); });
-        case 2:
-            return numbers<std::uint8_t>([this] { return static_cast<std::uint8_t>(bits_()); });
-        case 3:
-            return numbers<bool>([this] { return below(2) == 1; });
-        case 4:
-            return charvec(units());
-        case 5:
-            return numbers<String>([this] { return below(4) == 0 ? String() : String(units()); });
-        default:
-            return texts();
-        }
-    }
-
-private:
-    std::size_t below(std::size_t limit) { return bits_() % limit; }
-
-    double real()
-    {
-        constexpr double special[] = {0.0,
-                                      -0.0,
-                                      1e300,
-                                      5e-324,
-                                      std::numeric_limits<double>::quiet_NaN(),
-                                      -std::numeric_limits<double>::infinity()};
-        const std::size_t choice = below(12);
-        return choice < std::size(special) ? special[choice]
-                                           : std::normal_distribution<double>(0, 1e6)(bits_);
-    }
-
-    std::u16string units()
-    {
-        std::u16string text(below(6), u' ');
-        for (char16_t& unit : text) {
-            // A third ASCII with its control characters, a third surrogates, paired or not.
-            const std::size_t kind = below(3);
-            unit = static_cast<char16_t>(kind == 0   ? below(128)
-                                         : kind == 1 ? 0xD800 + below(0x800)
-                                                     : bits_());
-        }
-        return text;
-    }
-
-    template <class T, class Make>
-    Array numbers(Make make)
-    {
-        const std::size_t rows = 1 + below(3);
-        auto array = ArrayFactory().createArray<T>({rows, below(4)});
-        for (T& element : array) {
-            element = make();
-        }
-        return array;
-    }
-
-    Array texts()
-    {
-        auto cell = ArrayFactory().createArray<Array>({1, below(4)});
-        for (Array& element : cell) {
-            element = charvec(units());
-        }
-        return cell;
-    }
-
-    std::mt19937_64 bits_{20260101};
-};
-
 TEST(ValueParsingTest, JsonHoldsEveryValueExactly)
 {
-    RandomValues random;
-    for (int round = 0; round < 5000; ++round) {
-        const Array value = random.any();
+    using Limits = std::numeric_limits<double>;
+    const std::u16string units = {0, 0x1f, u'"', u'\\', 0x7f, 0x20ac, 0xd83d, 0xde00, 0xde00, 0xd83d, 0xffff};
+    std::vector<Array> values = {
+        matrix<double>(3, 2, {-0.0, 0.1, 1.0 / 3, -Limits::infinity(), Limits::quiet_NaN(), 1e23}),
+        row<double>({Limits::max(), Limits::min(), Limits::denorm_min(), 0x1p53 + 2, -2.5e-7}),
+        row<std::int64_t>({std::numeric_limits<std::int64_t>::min(), -1, 1LL << 62}),
+        matrix<std::uint8_t>(2, 2, {0, 1, 254, 255}),
+        matrix<bool>(2, 3, {true, false, false, true, true, false}),
+        row<String>({units, std::nullopt, u"", u"null"}),
+        row<double>({}),
+        row<String>({}),
+        texts({}),
+        text(""),
+        row<Array>({charvec(std::u16string(units)), text("")}),
+    };
+    // Each unit beside surrogates of both halves, and any bits as a number.
+    std::mt19937_64 bits(20260101);
+    for (unsigned number = 0; number < 0x10000; ++number) {
+        const auto unit = static_cast<char16_t>(number);
+        values.push_back(charvec(std::u16string{unit, 0xd83d, unit, 0xde00, unit}));
+        values.push_back(scalar(std::bit_cast<double>(bits())));
+    }
+    for (const Array& value : values) {
         const std::string json = vx::core::valueToJson(value);
         ASSERT_TRUE(vx::core::parseJsonValue(json, as(value.getType())) == value) << json;
     }
-    const Array minusZero = vx::core::parseJsonValue(vx::core::valueToJson(matrix<double>(1, 1, {-0.0})), {});
+    const Array minusZero = vx::core::parseJsonValue(vx::core::valueToJson(scalar(-0.0)), {});
     EXPECT_TRUE(std::signbit(TypedArray<double>(minusZero)[0]));
-    EXPECT_THROW(static_cast<void>(vx::core::valueToJson({})), std::invalid_argument);
-    EXPECT_THROW(static_cast<void>(vx::core::valueToJson(matrix<double>(0, 3, {}))), std::invalid_argument);
+    EXPECT_THROW((void)vx::core::valueToJson({}), std::invalid_argument);
+    EXPECT_THROW((void)vx::core::valueToJson(matrix<double>(0, 3, {})), std::invalid_argument);
 }
 
 TEST(JsonReaderTest, AcceptsWhatAnotherReaderAccepts)
@@ -224,23 +159,23 @@ TEST(JsonReaderTest, AcceptsWhatAnotherReaderAccepts)
     std::mt19937 bits(7);
     std::size_t accepted = 0;
     for (int round = 0; round < 20000; ++round) {
-        std::string text = seed;
+        std::string json = seed;
         for (std::size_t edits = 1 + bits() % 2; edits > 0; --edits) {
-            text.replace(bits() % text.size(), bits() % 2, 1, alphabet[bits() % alphabet.size()]);
+            json.replace(bits() % json.size(), bits() % 2, 1, alphabet[bits() % alphabet.size()]);
         }
         boost::json::error_code error;
-        boost::json::parse(text, error);
+        boost::json::parse(json, error);
         bool isRead = true;
         try {
-            static_cast<void>(vx::core::readJson(text));
+            static_cast<void>(vx::core::readJson(json));
         } catch (const vx::core::TextError&) {
             isRead = false;
         }
-        ASSERT_EQ(isRead, !error) << text;
+        ASSERT_EQ(isRead, !error) << json;
         accepted += isRead ? 1 : 0;
     }
     EXPECT_GT(accepted, 1000U);
-    EXPECT_THROW(static_cast<void>(vx::core::readJson(std::string(100000, '['))), vx::core::TextError);
+    EXPECT_THROW((void)vx::core::readJson(std::string(100000, '[')), vx::core::TextError);
 }
 
 }  // namespace

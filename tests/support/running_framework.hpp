@@ -5,7 +5,9 @@
 #include <cppmicroservices/Framework.h>
 
 #include <memory>
+#include <mutex>
 #include <string>
+#include <vector>
 
 namespace tests {
 
@@ -18,13 +20,24 @@ public:
     RunningFramework(const RunningFramework&) = delete;
     RunningFramework& operator=(const RunningFramework&) = delete;
 
+    [[nodiscard]] cppmicroservices::Framework& framework() const { return *framework_; }
     [[nodiscard]] cppmicroservices::BundleContext context() const { return framework_->GetBundleContext(); }
 
-    /// Installs and starts the bundle in this file. What the framework raises is passed on.
-    cppmicroservices::Bundle start(const std::string& file);
+    /// Installs the one bundle in this file. What the framework raises is passed on, as by start.
+    cppmicroservices::Bundle install(const std::string& file) const;
+
+    /// Installs and starts the bundle in this file.
+    cppmicroservices::Bundle start(const std::string& file) const;
+
+    void stop();
+
+    /// What the framework has reported as errors.
+    [[nodiscard]] std::vector<std::string> errors() const;
 
 private:
     std::shared_ptr<cppmicroservices::Framework> framework_;
+    mutable std::mutex mutex_;
+    std::vector<std::string> errors_;
 };
 
 }  // namespace tests

@@ -4,48 +4,35 @@
 #include <boost/json/parse.hpp>
 #include <gmock/gmock.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
+#include <tests/support/files.hpp>
+#include <tests/tool/baseline.hpp>
 #include <tests/tool/process.hpp>
 #include <vector>
 
 namespace {
 
-namespace fs = std::filesystem;
 namespace json = boost::json;
+using tests::baseline;
 using tests::runTool;
 
 struct JsonOutputTest : testing::Test
 {
-    JsonOutputTest()
-    {
-        std::string pattern = (fs::temp_directory_path() / "vxsettings_XXXXXX").string();
-        folder = ::mkdtemp(pattern.data());
-        std::ofstream(file()) << "{ \"release\": \"R2020b\", \"settings\": {\n"
-                                 "  \"verdix.commandwindow.NumericFormat\": \"hex\",\n"
-                                 "  \"verdix.commandwindow.EightyColumns\": \"yes\" } }";
-    }
-    ~JsonOutputTest() override { fs::remove_all(folder); }
-
-    [[nodiscard]] std::string file() const { return folder / "settings.json"; }
-
     /// The document that a verb writes; it has to end as in text, and to say nothing else.
     [[nodiscard]] json::object run(std::vector<std::string> arguments, int exitCode = 0) const
     {
-        for (const std::string& more :
-             {std::string("--personal"), file(), std::string("--installation"), (folder / "none").string(),
-              std::string("--format"), std::string("json")})
-        {
-            arguments.push_back(more);
-        }
+        const std::string layers[] = {"--personal", file, "--installation", folder / "none"};
+        arguments.insert(arguments.end(), std::begin(layers), std::end(layers));
+        arguments.insert(arguments.end(), {"--format", "json"});
         const auto done = runTool(arguments);
         EXPECT_EQ(done.exitCode, exitCode) << done.errors;
         return json::parse(done.output).as_object();
     }
 
-    fs::path folder;
+    tests::TestFolder folder;
+    std::string file = folder.with("settings.json", R"({ "release": "R2020b", "settings": {
+  "verdix.commandwindow.NumericFormat": "hex",
+  "verdix.commandwindow.EightyColumns": "yes" } })");
 };
 
 TEST_F(JsonOutputTest, IsOneDocumentOfEveryVerb)
@@ -63,14 +50,11 @@ TEST_F(JsonOutputTest, IsOneDocumentOfEveryVerb)
         {{"search", "wrap"}, 0, "matches", 2},
         {{"describe", "commandwindow.NumericFormat"}, 0, "layers", 2},
         {{"check"}, 1, "faults", 1},
-        {{"migrate", file()}, 1, "events", 1},
+        {{"migrate", file}, 1, "events", 1},
         {{"changes"}, 0, "releases", 6},
         {{"export"}, 0, "nodes", 1177},
-        {{"diff", VX_SOURCE_DIR "/docs/baseline/R2026a.json", VX_SOURCE_DIR "/docs/baseline/R2026a.json"},
-         0,
-         "differences",
-         0},
-        {{"history", "--baseline", VX_SOURCE_DIR "/docs/baseline/R2026a.json"}, 0, "faults", 0},
+        {{"diff", baseline, baseline}, 0, "differences", 0},
+        {{"history", "--baseline", baseline}, 0, "faults", 0},
         {{"lint"}, 0, "faults", 0},
         {{"doctor"}, 0, "findings", 15},
         {{"doctor", "--bundle", VX_PLAIN_LIBRARY}, 3, "findings", 3},
@@ -88,7 +72,7 @@ TEST_F(JsonOutputTest, TellsWhatTheTextTells)
     const json::object got = run({"get", "commandwindow.NumericFormat"});
     EXPECT_EQ(got.at("value"), json::parse(R"({ "class": "char", "dims": [1, 3], "data": "hex" })"));
     EXPECT_EQ(got.at("layer"), "personal");
-    EXPECT_EQ(got.at("source"), json::value(file()));
+    EXPECT_EQ(got.at("source"), json::value(file));
 
     const json::object modified = run({"list", "--modified"});
     EXPECT_EQ(modified.at("nodes").at(0).at("path"), "verdix.commandwindow.NumericFormat");
@@ -99,12 +83,12 @@ TEST_F(JsonOutputTest, TellsWhatTheTextTells)
     EXPECT_EQ(fault.at("column"), 3);
     EXPECT_EQ(fault.at("path"), "verdix.commandwindow.EightyColumns");
 
-    const json::object planned = run({"migrate", file()}, 1);
+    const json::object planned = run({"migrate", file}, 1);
     EXPECT_EQ(planned.at("events").at(0), json::parse(R"({ "release": "R2021a", "change": "moved",
         "path": "verdix.commandwindow.EightyColumns",
         "target": "verdix.commandwindow.UseEightyColumnDisplayWidth" })"));
     EXPECT_EQ(planned.at("isWritten"), false);
-    EXPECT_EQ(run({"migrate", file(), "--write"}, 1).at("backup"), "settings.json.R2020b.bak");
+    EXPECT_EQ(run({"migrate", file, "--write"}, 1).at("backup"), "settings.json.R2020b.bak");
 
     EXPECT_EQ(run({"set", "colors.KeywordColor", "[1 2 3]"}).at("path"), "verdix.colors.KeywordColor");
     EXPECT_EQ(run({"get", "colors.KeywordColor"}).at("value").at("data"), json::parse("[1, 2, 3]"));

@@ -1,11 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
+#include <tests/support/files.hpp>
 #include <tests/tool/process.hpp>
 #include <unistd.h>
 
@@ -33,16 +32,7 @@ int openOutput(OutputTo outputTo)
 
 std::string content(int descriptor)
 {
-    std::string text;
-    char buffer[4096];
-    for (off_t at = 0;;) {
-        const ssize_t count = ::pread(descriptor, buffer, sizeof buffer, at);
-        if (count <= 0) {
-            return text;
-        }
-        text.append(buffer, static_cast<std::size_t>(count));
-        at += count;
-    }
+    return readFile("/proc/self/fd/" + std::to_string(descriptor));
 }
 
 [[noreturn]] void execTool(const std::vector<std::string>& arguments,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gmock/gmock.h>
+
 #include <string>
 #include <vector>
 
@@ -25,5 +27,14 @@ enum class OutputTo
 /// own.
 ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {},
                 OutputTo outputTo = OutputTo::capture);
+
+/// The run ends with this code, writes no output, and one line of errors.
+MATCHER_P2(FailsInOneLine, exitCode, message, "")
+{
+    *result_listener << "ended with " << arg.exitCode << ", wrote " << arg.output << " and " << arg.errors;
+    return arg.exitCode == exitCode && arg.output.empty() && arg.errors.find('\n') == arg.errors.size() - 1 &&
+           testing::ExplainMatchResult(testing::StartsWith("vxsettings: "), arg.errors, result_listener) &&
+           testing::ExplainMatchResult(message, arg.errors, result_listener);
+}
 
 }  // namespace tests

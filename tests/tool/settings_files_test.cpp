@@ -4,11 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
+#include <tests/support/files.hpp>
 #include <tests/tool/process.hpp>
 #include <vector>
 
@@ -16,18 +14,13 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
+using tests::FailsInOneLine;
+using tests::readFile;
 using tests::ToolRun;
+using tests::writeFile;
 
 struct SettingsFilesTest : testing::Test
 {
-    SettingsFilesTest()
-    {
-        std::string pattern = (fs::temp_directory_path() / "vxsettings_XXXXXX").string();
-        folder = ::mkdtemp(pattern.data());
-        personal = folder / "home" / "verdix" / "settings.json";
-    }
-    ~SettingsFilesTest() override { fs::remove_all(folder); }
-
     [[nodiscard]] ToolRun run(const std::vector<std::string>& arguments) const
     {
         return tests::runTool(
@@ -35,27 +28,16 @@ struct SettingsFilesTest : testing::Test
                         "XDG_CONFIG_DIRS=" + (folder / "none").string() + ":" + (folder / "site").string()});
     }
 
-    static std::string contentOf(const fs::path& file)
-    {
-        std::ifstream stream(file);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-
-    static void write(const fs::path& file, const std::string& text)
-    {
-        fs::create_directories(file.parent_path());
-        std::ofstream(file) << text;
-    }
-
-    fs::path folder;
-    fs::path personal;
+    tests::TestFolder folder;
+    fs::path personal = folder / "home/verdix/settings.json";
 };
 
 TEST_F(SettingsFilesTest, ValuesGoThroughTheLayers)
 {
-    write(folder / "site" / "verdix" / "settings.json",
-          "{\"settings\": {\"verdix.commandwindow.NumericFormat\": \"hex\", \"verdix.colors.KeywordColor\": "
-          "1}}");
+    writeFile(
+        folder / "site/verdix/settings.json",
+        "{\"settings\": {\"verdix.commandwindow.NumericFormat\": \"hex\", \"verdix.colors.KeywordColor\": "
+        "1}}");
     EXPECT_EQ(run({"get", "commandwindow.NumericFormat"}).output, "hex\n");
     EXPECT_EQ(run({"set", "commandwindow.NumericFormat", "bank"}).exitCode, 0);
     EXPECT_EQ(run({"set", "commandwindow.WindowSize", "--json", "[100, 50]"}).exitCode, 0);
@@ -71,10 +53,10 @@ TEST_F(SettingsFilesTest, ValuesGoThroughTheLayers)
     EXPECT_THAT(ignored.errors, HasSubstr("settings.json:1:90: verdix.colors.KeywordColor"));
 
     const std::string modified = run({"list", "--modified"}).output;
-    EXPECT_THAT(modified, testing::MatchesRegex("verdix.commandwindow.WindowSize +\\[100 50\\] +personal\n"
-                                                "verdix.commandwindow.NumericFormat +\"bank\" +personal\n|"
-                                                "verdix.commandwindow.NumericFormat +\"bank\" +personal\n"
-                                                "verdix.commandwindow.WindowSize +\\[100 50\\] +personal\n"));
+    EXPECT_THAT(modified,
+                testing::ContainsRegex("verdix.commandwindow.WindowSize +\\[100 50\\] +personal\n"));
+    EXPECT_THAT(modified, testing::ContainsRegex("verdix.commandwindow.NumericFormat +\"bank\" +personal\n"));
+    EXPECT_EQ(std::ranges::count(modified, '\n'), 2);
     EXPECT_THAT(run({"reset", "commandwindow"}).output, HasSubstr("2 settings reset"));
     EXPECT_EQ(run({"get", "commandwindow.NumericFormat"}).output, "hex\n");
     EXPECT_EQ(run({"reset"}).exitCode, 2);
@@ -82,24 +64,20 @@ TEST_F(SettingsFilesTest, ValuesGoThroughTheLayers)
 
 TEST_F(SettingsFilesTest, RefusalsAndDamageEndInOneLine)
 {
-    const ToolRun refused = run({"set", "commandwindow.NumberOfLinesInScrollBuffer", "-5"});
-    EXPECT_EQ(refused.exitCode, 1);
-    EXPECT_THAT(refused.errors, HasSubstr("cannot be -5: must be from 1000 to 25000"));
+    EXPECT_THAT(run({"set", "commandwindow.NumberOfLinesInScrollBuffer", "-5"}),
+                FailsInOneLine(1, HasSubstr("cannot be -5: must be from 1000 to 25000")));
     EXPECT_FALSE(fs::exists(personal));
 
-    write(personal, "{\"settings\": {\n  \"verdix.commandwindow.WrapLines\": tru }}");
-    const std::string damaged = contentOf(personal);
+    writeFile(personal, "{\"settings\": {\n  \"verdix.commandwindow.WrapLines\": tru }}");
+    const std::string damaged = readFile(personal);
     for (const std::vector<std::string>& command :
          {std::vector<std::string>{"get", "commandwindow.WrapLines"},
           {"set", "commandwindow.WrapLines", "true"},
           {"reset", "--all"}})
     {
-        const ToolRun run1 = run(command);
-        EXPECT_EQ(run1.exitCode, 1);
-        EXPECT_THAT(run1.errors, HasSubstr("settings.json:2:37: expected a value"));
-        EXPECT_EQ(std::count(run1.errors.begin(), run1.errors.end(), '\n'), 1);
+        EXPECT_THAT(run(command), FailsInOneLine(1, HasSubstr("settings.json:2:37: expected a value")));
     }
-    EXPECT_EQ(contentOf(personal), damaged);
+    EXPECT_EQ(readFile(personal), damaged);
     const ToolRun checked = run({"check"});
     EXPECT_EQ(checked.exitCode, 1);
     EXPECT_THAT(checked.output, HasSubstr("settings.json:2:37: expected a value"));
@@ -111,7 +89,7 @@ TEST_F(SettingsFilesTest, MigrationShowsFirstAndKeepsTheOldFile)
     const std::string before = "{ \"release\": \"R2020b\", \"settings\": {\n"
                                "  \"verdix.commandwindow.EightyColumns\": \"yes\",\n"
                                "  \"verdix.desktop.help.SingleSource\": 1, \"verdix.Own\": 1 } }";
-    write(file, before);
+    writeFile(file, before);
     const ToolRun shown = run({"migrate", file});
     EXPECT_EQ(shown.exitCode, 1) << "the value does not fit its new setting";
     for (const char* words :
@@ -120,15 +98,15 @@ TEST_F(SettingsFilesTest, MigrationShowsFirstAndKeepsTheOldFile)
     {
         EXPECT_THAT(shown.output, HasSubstr(words));
     }
-    EXPECT_EQ(contentOf(file), before);
+    EXPECT_EQ(readFile(file), before);
 
-    write(folder / "old.json.R2020b.bak", "of before");
+    writeFile(folder / "old.json.R2020b.bak", "of before");
     EXPECT_THAT(run({"migrate", file, "--write"}).output, HasSubstr("old.json.R2020b.2.bak"));
-    EXPECT_EQ(contentOf(folder / "old.json.R2020b.bak"), "of before");
-    EXPECT_EQ(contentOf(folder / "old.json.R2020b.2.bak"), before);
-    EXPECT_EQ(contentOf(file), "{ \"release\": \"R2026a\", \"settings\": {\n"
-                               "  \"verdix.commandwindow.UseEightyColumnDisplayWidth\": \"yes\",\n"
-                               "  \"verdix.Own\": 1 } }");
+    EXPECT_EQ(readFile(folder / "old.json.R2020b.bak"), "of before");
+    EXPECT_EQ(readFile(folder / "old.json.R2020b.2.bak"), before);
+    EXPECT_EQ(readFile(file), "{ \"release\": \"R2026a\", \"settings\": {\n"
+                              "  \"verdix.commandwindow.UseEightyColumnDisplayWidth\": \"yes\",\n"
+                              "  \"verdix.Own\": 1 } }");
     EXPECT_THAT(run({"migrate", file, "--write"}).output, HasSubstr("nothing to do"));
     EXPECT_EQ(run({"migrate", file, "--to", "R2020b"}).exitCode, 1);
     EXPECT_EQ(run({"migrate", file, "--from", "yesterday"}).exitCode, 2);

@@ -3,10 +3,10 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <string>
+#include <tests/support/files.hpp>
+#include <tests/tool/baseline.hpp>
 #include <tests/tool/process.hpp>
 #include <vector>
 
@@ -14,9 +14,8 @@ namespace {
 
 using testing::AllOf;
 using testing::HasSubstr;
+using tests::baseline;
 using tests::runTool;
-
-const std::string baseline = VX_SOURCE_DIR "/docs/baseline/R2026a.json";
 
 /// An exported tree as text, a node a line, to be doctored.
 class Document
@@ -24,7 +23,7 @@ class Document
 public:
     Document()
     {
-        std::ifstream file(baseline);
+        std::istringstream file(tests::readFile(baseline));
         for (std::string line; std::getline(file, line);) {
             lines_.push_back(line);
         }
@@ -39,37 +38,35 @@ public:
     void addLike(const std::string& path, const std::string& newPath)
     {
         const auto line = find("\"path\": \"" + path + "\"");
-        std::string copy = *line;
+        std::string& copy = *lines_.insert(line, std::string(*line));
         copy.replace(copy.find(path), path.size(), newPath);
-        lines_.insert(line, copy);
     }
 
     /// A further release with one change.
     void addRelease(const std::string& change)
     {
-        const auto last = find("\"index\": 5");
-        const std::string release =
-            ",\n    { \"index\": 6, \"release\": \"R2026b\", \"crossesRootGroups\": false, "
-            "\"changes\": [" +
-            change + "] }";
-        last->append(release);
+        find("\"index\": 5")
+            ->append(R"(,
+    { "index": 6, "release": "R2026b", "crossesRootGroups": false, "changes": [)" +
+                     change + "] }");
     }
 
-    void rewriteRelease(const std::string& from, const std::string& to)
-    {
-        std::string& line = *find("\"release\": \"R2020b\"");
-        line.replace(line.find(from), from.size(), to);
-    }
+    /// The line of the release.
+    std::string& release(const std::string& name) { return *find("\"release\": \"" + name + "\""); }
 
-    [[nodiscard]] std::string write(const std::string& name) const
+    [[nodiscard]] std::string write() const
     {
-        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        const auto file = std::filesystem::temp_directory_path() / (std::string(test->name()) + "." + name);
-        std::ofstream out(file);
+        std::string text;
         for (const auto& line : lines_) {
-            out << line << '\n';
+            text.append(line).append("\n");
         }
-        return file.string();
+        return folder().with("tree.json", text);
+    }
+
+    static const tests::TestFolder& folder()
+    {
+        static const tests::TestFolder folder;
+        return folder;
     }
 
 private:
@@ -107,10 +104,8 @@ TEST(TreeHistory, TheLiveTreeCarriesTheBaselineForward)
 /// What `history` says of a current tree that differs from the baseline.
 std::string faultsOf(const Document& current, const std::string& listed = {})
 {
-    const std::string list = current.write("list");
-    std::ofstream(list) << listed;
-    const auto run = runTool(
-        {"history", "--baseline", baseline, "--tree", current.write("json"), "--changed-defaults", list});
+    const auto run = runTool({"history", "--baseline", baseline, "--tree", current.write(),
+                              "--changed-defaults", Document::folder().with("list", listed)});
     EXPECT_EQ(run.exitCode, run.output.starts_with("ok") ? 0 : 1) << run.errors;
     return run.output;
 }
@@ -128,9 +123,8 @@ TEST(TreeHistory, EachQuestionCanFail)
     Document astray;
     astray.remove(lost);
     astray.addRelease(change("move", lost, "verdix.web.Nowhere"));
-    EXPECT_THAT(faultsOf(astray), HasSubstr("R2026b: move " + lost +
-                                            " to verdix.web.Nowhere: the target does not "
-                                            "exist"));
+    EXPECT_THAT(faultsOf(astray),
+                HasSubstr("R2026b: move " + lost + " to verdix.web.Nowhere: the target does not exist"));
 
     Document invented;
     invented.addRelease(change("remove", "verdix.web.NeverWas"));
@@ -144,7 +138,7 @@ TEST(TreeHistory, EachQuestionCanFail)
     EXPECT_THAT(faultsOf(Document(), lost), HasSubstr(lost + " is listed in docs/changed-defaults, but"));
 
     Document rewritten;
-    rewritten.rewriteRelease("DelimiterOptionsTyping", "DelimiterOptions");
+    replace(rewritten.release("R2020b"), "DelimiterOptionsTyping", "DelimiterOptions");
     EXPECT_THAT(faultsOf(rewritten),
                 HasSubstr("the records of R2020b are no longer those that it came out with"));
 }
@@ -162,14 +156,14 @@ TEST(TreeDiff, TellsKindsOfDifferencesApart)
     replace(newer.node("verdix.web.MaxFileSize"), "1500000", "2000000");
     replace(newer.node("verdix.web.SystemBrowser"), "\"default\"", "\"hidden\"");
     replace(newer.node("verdix.web.ProxyUsername"), "mustBeStringScalar", "mustBeAnything");
-    const std::string file = newer.write("json");
+    const std::string file = newer.write();
 
     const auto text = runTool({"diff", baseline, file});
     EXPECT_EQ(text.exitCode, 1) << "a setting is lost";
     std::istringstream lines(text.output);
     std::vector<std::string> found;
     for (std::string kind, path, rest; lines >> kind >> path && std::getline(lines, rest);) {
-        found.push_back(kind + " " + path);
+        found.push_back(kind.append(" ").append(path));
     }
     EXPECT_THAT(found,
                 testing::ElementsAre("added verdix.web.Fresh|Port", "moved verdix.web.Host",
@@ -189,8 +183,7 @@ TEST(TreeDiff, TellsKindsOfDifferencesApart)
 
 TEST(TreeDiff, SaysWhereADocumentIsWrong)
 {
-    const std::string file = Document().write("broken");
-    std::ofstream(file) << "{\n  \"nodes\": [ { \"path\": 3 } ] }";
+    const std::string file = Document::folder().with("broken.json", "{\n  \"nodes\": [ { \"path\": 3 } ] }");
     EXPECT_THAT(runTool({"diff", file, baseline}).errors,
                 HasSubstr(file + ":2:24: no exported tree: expected a text"));
     EXPECT_THAT(runTool({"diff", baseline, "/no/such/tree.json"}).errors,

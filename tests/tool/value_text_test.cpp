@@ -1,47 +1,37 @@
 #include <settings_core/value_text.hpp>
 
-#include <foundation/verdixdata/array_factory.hpp>
-#include <verdix/settings/internal/values.hpp>
-
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <limits>
+#include <tests/support/values.hpp>
 
 namespace {
 
 using namespace foundation::verdixdata;
+using tests::matrix;
+using tests::text;
+using tests::texts;
 using verdix::settings::internal::cell;
-using verdix::settings::internal::cellstr;
-using verdix::settings::internal::charvec;
 using vx::core::shortValueText;
 using vx::core::valueText;
 
-template <class T>
-Array make(const ArrayDimensions& dimensions, std::initializer_list<T> elements)
-{
-    TypedArray<T> array = ArrayFactory().createArray<T>(dimensions);
-    std::copy(elements.begin(), elements.end(), array.begin());
-    return array;
-}
-
 TEST(ValueText, WritesEveryShape)
 {
-    EXPECT_EQ(valueText(make<bool>({1, 1}, {true})), "true");
-    EXPECT_EQ(valueText(make<std::int32_t>({1, 3}, {14, 0, 255})), "[14 0 255]");
-    EXPECT_EQ(valueText(make<double>({2, 2}, {1, 3, 2, 4})), "[1 2; 3 4]");  // stored column by column
-    EXPECT_EQ(valueText(make<std::int8_t>({1, 1}, {-5})), "-5");
-    EXPECT_EQ(valueText(make<std::uint64_t>({1, 1}, {std::numeric_limits<std::uint64_t>::max()})),
+    EXPECT_EQ(valueText(matrix<bool>(1, 1, {true})), "true");
+    EXPECT_EQ(valueText(matrix<std::int32_t>(1, 3, {14, 0, 255})), "[14 0 255]");
+    EXPECT_EQ(valueText(matrix<double>(2, 2, {1, 3, 2, 4})), "[1 2; 3 4]");  // stored column by column
+    EXPECT_EQ(valueText(matrix<std::int8_t>(1, 1, {-5})), "-5");
+    EXPECT_EQ(valueText(matrix<std::uint64_t>(1, 1, {std::numeric_limits<std::uint64_t>::max()})),
               "18446744073709551615");
-    EXPECT_EQ(valueText(make<double>({1, 0}, {})), "[]");
-    EXPECT_EQ(valueText(charvec(std::string("a \"b\""))), "a \"b\"");
-    EXPECT_EQ(valueText(charvec(std::string())), "");
-    EXPECT_EQ(valueText(make<char16_t>({2, 2}, {u'a', u'c', u'b', u'd'})), R"(["ab"; "cd"])");
-    EXPECT_EQ(valueText(ArrayFactory().createScalarInternal("héllo")), "héllo");
-    EXPECT_EQ(valueText(make<String>({1, 2}, {u"a", std::nullopt})), R"(["a" missing])");
-    EXPECT_EQ(valueText(cellstr({"a", "say \"x\""})), R"({"a","say ""x"""})");
+    EXPECT_EQ(valueText(matrix<double>(1, 0, {})), "[]");
+    EXPECT_EQ(valueText(text("a \"b\"")), "a \"b\"");
+    EXPECT_EQ(valueText(text("")), "");
+    EXPECT_EQ(valueText(matrix<char16_t>(2, 2, {u'a', u'c', u'b', u'd'})), R"(["ab"; "cd"])");
+    EXPECT_EQ(valueText(tests::string("héllo")), "héllo");
+    EXPECT_EQ(valueText(matrix<String>(1, 2, {u"a", std::nullopt})), R"(["a" missing])");
+    EXPECT_EQ(valueText(texts({"a", "say \"x\""})), R"({"a","say ""x"""})");
     EXPECT_EQ(valueText(cell({1, 0})), "{}");
-    EXPECT_EQ(valueText(make<Array>({1, 2}, {cellstr({"a"}), Array()})), R"({{"a"},[]})");
+    EXPECT_EQ(valueText(matrix<Array>(1, 2, {texts({"a"}), Array()})), R"({{"a"},[]})");
     EXPECT_EQ(valueText(Array()), "");
 }
 
@@ -60,10 +50,10 @@ TEST(ValueText, WritesNumbersSoThatTheyReadBack)
 
 TEST(ValueText, ShortFormFitsOneLine)
 {
-    EXPECT_EQ(shortValueText(charvec(std::string("a\nb\tc\x01")), 40), R"("a\nb\tc\x01")");
-    EXPECT_EQ(shortValueText(charvec(std::string("äöü")), 5), "\"äöü\"");
-    EXPECT_EQ(shortValueText(charvec(std::string("äöü")), 4), "\"äö…");
-    EXPECT_EQ(shortValueText(charvec(std::string("abc")), 0), "");
+    EXPECT_EQ(shortValueText(text("a\nb\tc\x01"), 40), R"("a\nb\tc\x01")");
+    EXPECT_EQ(shortValueText(text("äöü"), 5), "\"äöü\"");
+    EXPECT_EQ(shortValueText(text("äöü"), 4), "\"äö…");
+    EXPECT_EQ(shortValueText(text("abc"), 0), "");
 }
 
 }  // namespace

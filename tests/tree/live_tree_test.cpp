@@ -1,18 +1,15 @@
 // Walks the tree as it is built, instead of repeating what it holds.
 
-#include <builder/values.hpp>
 #include <component/factory_settings_verdix.hpp>
 #include <settings_core/settings_tree.hpp>
 #include <settings_core/validation.hpp>
 
-#include <verdix/settings/internal/values.hpp>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <string>
 #include <tests/support/running_framework.hpp>
+#include <tests/support/values.hpp>
 #include <variant>
 #include <vector>
 
@@ -42,10 +39,9 @@ struct LiveTreeTest : testing::Test
 /// One value of each class that the tree knows, none of them one that a setting could mean.
 std::vector<Array> strangeValues()
 {
-    using namespace verdix::settings::internal;
-    return {makeRow<bool>(std::array{1, 0}), charvec(std::string("no such word \x01")),
-            makeRow(std::array{-0.5, 1e300}), makeRow<int>(std::array{-7, 7, 7, 7, 7}),
-            cellstr({"no", "such", "words", "no", "such"})};
+    using namespace tests;
+    return {row<bool>({true, false}), text("no such word \x01"), row<double>({-0.5, 1e300}),
+            row<int>({-7, 7, 7, 7, 7}), texts({"no", "such", "words", "no", "such"})};
 }
 
 TEST_F(LiveTreeTest, SettingsAcceptTheirOwnValueAndRefuseOthers)
@@ -71,8 +67,9 @@ TEST_F(LiveTreeTest, RowsOfAFixedLengthTakeNoTextOfThatLength)
         for (const auto& rule : setting->properties().valueValidators) {
             if (rule.size) {
                 ++rows;
-                const Array text = verdix::settings::internal::charvec(std::string(rule.size->columns, 'x'));
-                EXPECT_FALSE(vx::core::checkValue(*setting, text).accepted()) << setting->fullName();
+                EXPECT_FALSE(vx::core::checkValue(*setting, tests::text(std::string(rule.size->columns, 'x')))
+                                 .accepted())
+                    << setting->fullName();
             }
         }
     }

@@ -13,12 +13,12 @@
 #include <cstdlib>
 #include <map>
 #include <memory>
-#include <optional>
 #include <stdexcept>
 #include <string>
-#include <tests/support/log_capture.hpp>
 #include <tests/support/outside_core.hpp>
 #include <tests/support/running_framework.hpp>
+#include <tuple>
+#include <utility>
 
 namespace {
 
@@ -54,24 +54,16 @@ Values difference(const Values& before, const Values& after)
     return changed;
 }
 
-class Variable
+/// The values with an environment variable set; with no value it is unset.
+Values valuesWith(const char* variable, const char* value)
 {
-public:
-    Variable(const char* name, const std::optional<std::string>& value) : name_(name)
-    {
-        if (value) {
-            setenv(name, value->c_str(), 1);
-        } else {
-            unsetenv(name);
-        }
+    if (value != nullptr) {
+        setenv(variable, value, 1);
     }
-    ~Variable() { unsetenv(name_); }
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-
-private:
-    const char* name_;
-};
+    Values values = buildValues();
+    unsetenv(variable);
+    return values;
+}
 
 struct FakeDateTime final : DateTimeSettingsInterface
 {
@@ -149,35 +141,34 @@ TEST(TreeInputs, Services)
 TEST(TreeInputs, ConnectorVariable)
 {
     tests::RunningFramework framework;
-    tests::LogCapture log;
-    const char* variable = "VX_CD_ANYWHERE_DISABLED";
-    const std::string setting = "s.verdix.online.cdAnywhereDisabled set to ";
+    const char* const variable = "VX_CD_ANYWHERE_DISABLED";
     const std::string unset = "false, because env var VX_CD_ANYWHERE_DISABLED was unset.";
     const std::string odd = "false, because VX_CD_ANYWHERE_DISABLED wasn't true/false. It was: ";
     const std::string isTrue = "true, based on value of VX_CD_ANYWHERE_DISABLED.";
     const std::string isFalse = "false, based on value of VX_CD_ANYWHERE_DISABLED.";
-    const struct
-    {
-        std::optional<std::string> text;
-        std::string decision;
-    } cases[] = {{std::nullopt, unset},    {"", unset},
-                 {"true", isTrue},         {"TRUE", isTrue},
-                 {"tRuE", isTrue},         {"FALSE", isFalse},
-                 {" true", odd + " true"}, {"1", odd + "1"},
-                 {"truee", odd + "truee"}, {"yes\n%s", odd + "yes\n%s"}};
+    // A record is written in one line.
+    const std::pair<const char*, std::string> cases[] = {
+        {nullptr, unset},           {"", unset},      {"true", isTrue},
+        {"TRUE", isTrue},           {"tRuE", isTrue}, {"FALSE", isFalse},
+        {" true", odd + " true"},   {"1", odd + "1"}, {"truee", odd + "truee"},
+        {"yes\n%s", odd + "yes %s"}};
 
+    testing::internal::CaptureStderr();
     const Values plain = buildValues();
-    EXPECT_TRUE(log.take().empty()) << "a decision is no warning";
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "a decision is no warning";
     foundation::host::setLogThreshold(foundation::log::debug);
     for (const auto& [text, decision] : cases) {
-        const Variable environment(variable, text);
-        const Values expected = decision == isTrue
-                                    ? Values{{"verdix.online.cdAnywhereDisabled", "logical, 1-by-1: true"}}
-                                    : Values{};
-        EXPECT_EQ(difference(plain, buildValues()), expected) << text.value_or("unset");
-        EXPECT_THAT(log.take(), testing::ElementsAre(
-                                    tests::LogRecord{"connector::desktop::userDir", 4, setting + decision}));
+        testing::internal::CaptureStderr();
+        const Values changed = difference(plain, valuesWith(variable, text));
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  "connector::desktop::userDir: debug: s.verdix.online.cdAnywhereDisabled set to " +
+                      decision + "\n");
+        EXPECT_EQ(changed, decision == isTrue
+                               ? Values({{"verdix.online.cdAnywhereDisabled", "logical, 1-by-1: true"}})
+                               : Values())
+            << decision;
     }
+    foundation::host::setLogThreshold(foundation::log::warning);
 }
 
 TEST(TreeInputs, UserInterface)
@@ -194,21 +185,21 @@ TEST(TreeInputs, UserInterface)
     EXPECT_EQ(plain.at(lifecycleLogs), "char, 1-by-4: none");
     EXPECT_EQ(plain.at(fileDialogs), off);
 
-    const std::pair<const char*, Values> shellCases[] = {{"", {{useAppShell, off}}},
-                                                         {"0", {{useAppShell, off}}},
-                                                         {"1", {}},
-                                                         {"10", {}},
-                                                         {"true", {{useAppShell, off}}}};
-    for (const auto& [text, changed] : shellCases) {
-        const Variable environment("VX_UI_INTERNAL_FIGURE_USEAPPSHELL", text);
-        EXPECT_EQ(difference(plain, buildValues()), changed) << '"' << text << '"';
-    }
-    const std::pair<const char*, Values> logCases[] = {{"", {{lifecycleLogs, "char, 1-by-0: "}}},
-                                                       {"none", {}},
-                                                       {"all:1", {{lifecycleLogs, "char, 1-by-5: all:1"}}}};
-    for (const auto& [text, changed] : logCases) {
-        const Variable environment("VX_WEBWINDOW_LOGS_SPEC", text);
-        EXPECT_EQ(difference(plain, buildValues()), changed) << '"' << text << '"';
+    const char* const shell = "VX_UI_INTERNAL_FIGURE_USEAPPSHELL";
+    const char* const logs = "VX_WEBWINDOW_LOGS_SPEC";
+    const std::tuple<const char*, const char*, Values> cases[] = {
+        {shell, "", {{useAppShell, off}}},
+        {shell, "0", {{useAppShell, off}}},
+        {shell, "1", {}},
+        {shell, "10", {}},
+        {shell, "true", {{useAppShell, off}}},
+        {logs, "", {{lifecycleLogs, "char, 1-by-0: "}}},
+        {logs, "none", {}},
+        {logs, "all:1", {{lifecycleLogs, "char, 1-by-5: all:1"}}},
+    };
+    for (const auto& [variable, value, changed] : cases) {
+        EXPECT_EQ(difference(plain, valuesWith(variable, value)), changed)
+            << variable << "='" << value << '\'';
     }
     for (const int state : {1, 2, -1}) {
         foundation::host::setFeature("webui", state);
