@@ -1,0 +1,160 @@
+// Settings files over what the live tree does not have: read-only settings, aliases of aliases, settings
+// without a factory value, a table without releases.
+
+#include <settings_core/changing.hpp>
+#include <settings_core/file_check.hpp>
+#include <settings_core/layers.hpp>
+#include <settings_core/migration.hpp>
+#include <settings_core/path_lookup.hpp>
+#include <settings_core/release_name.hpp>
+#include <settings_core/validation.hpp>
+#include <settings_core/value_parsing.hpp>
+#include <settings_core/value_rules.hpp>
+#include <settings_core/value_text.hpp>
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <tests/settings_core/new_setting.hpp>
+#include <tests/support/files.hpp>
+
+namespace {
+
+using namespace vx::core;
+using testing::HasSubstr;
+using testing::ThrowsMessage;
+using tests::matrix;
+using tests::Properties;
+using tests::row;
+using tests::scalar;
+using tests::text;
+
+struct OddTreeTest : testing::Test
+{
+    OddTreeTest()
+    {
+        add("Fixed", [](Properties& properties) {
+            properties.factoryValue = scalar(1.0);
+            properties.readOnly = true;
+        });
+        add("Word", [](Properties& properties) {
+            properties.valueValidators = {{.allowedValues = {u"a", u"b"}}};
+        });
+        add("Table", [](Properties& properties) { properties.valueValidators = {{.size = {{2, 2}}}}; });
+        add("First", [](Properties& properties) { properties.setAliasName("root.Second"); });
+        add("Second", [](Properties& properties) { properties.setAliasName("root.Word"); });
+        add("Round", [](Properties& properties) { properties.setAliasName("root.About"); });
+        add("About", [](Properties& properties) { properties.setAliasName("root.Round"); });
+        tree.root()->createFactorySetting("group", false, tests::noProperties());
+    }
+
+    template <class Describe>
+    void add(const char* name, Describe describe)
+    {
+        Properties properties = tests::noProperties();
+        describe(properties);
+        tree.root()->createFactorySetting(name, true, properties);
+    }
+
+    tests::TestFolder folder;
+    SettingsTree tree{"root"};
+    const settings::core::ReleaseChangeTable releases;
+    const std::string file = folder / "settings.json";
+    SettingsChanger changer{tree, releases, file};
+};
+
+TEST_F(OddTreeTest, ChangesWhatCanBeChanged)
+{
+    EXPECT_EQ(changer.reset("Word"), 0U) << "there is no file";
+    EXPECT_THAT([&] { changer.set("Fixed", scalar(2.0)); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("read-only")));
+    EXPECT_THAT([&] { changer.set("Round", text("a")); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("leads back")));
+    EXPECT_THAT([&] { changer.set("group", text("a")); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("is a group")));
+    EXPECT_THAT([&] { changer.set("Word", "c", Notation::script); },
+                ThrowsMessage<ValueRefused>(HasSubstr("a, b")));
+
+    EXPECT_EQ(changer.set("First", "b", Notation::script).fullName(), "root.Word");
+    changer.set("Table", "[1 2; 3 4]", Notation::script);
+    EXPECT_EQ(tests::readFile(file), "{\n  \"settings\": {\n    \"root.Word\": \"b\",\n"
+                                     "    \"root.Table\": [[1, 2], [3, 4]]\n  }\n}\n");
+    Layers layers(tree, {folder / "none", file});
+    EXPECT_EQ(valueText(layers.effective(*tree.find("root.Second")).value), "b");
+    EXPECT_EQ(changer.reset("group"), 0U);
+    EXPECT_EQ(changer.reset("Second"), 1U) << "what it stands for";
+    EXPECT_EQ(changer.resetAll(), 1U);
+}
+
+TEST_F(OddTreeTest, ChecksWithoutReleases)
+{
+    const auto faults =
+        checkSettingsFile(R"({"release": "R2099b", "settings": {"root.Fixed": 1, "root.Second": "a",
+        "root.group": 1, "root.Word": [1], "root.Table": [[1, 2]]}})",
+                          tree, releases);
+    const char* const words[] = {"is read-only", "is an alias: write root.Word", "is a group", "", "2-by-2"};
+    ASSERT_EQ(faults.size(), std::size(words));
+    for (std::size_t index = 0; index < faults.size(); ++index) {
+        EXPECT_THAT(faults[index].message, HasSubstr(words[index]));
+    }
+    EXPECT_THAT([&] { static_cast<void>(migrateSettings(parseSettingsFile("{}", file), releases)); },
+                testing::Throws<std::runtime_error>());
+    EXPECT_THAT([&] { static_cast<void>(checkValue(*tree.find("root.First"), text("a"))); },
+                ThrowsMessage<std::invalid_argument>(HasSubstr("an alias of, root.Second")));
+}
+
+TEST_F(OddTreeTest, FindsFilesByUsableFoldersOnly)
+{
+    const auto filesWith = [](const char* home, const char* own, const char* shared) {
+        ::setenv("HOME", home, 1);
+        ::setenv("XDG_CONFIG_HOME", own, 1);
+        ::setenv("XDG_CONFIG_DIRS", shared, 1);
+        const LayerFiles files = defaultLayerFiles();
+        return files.personal.string() + " " + files.installation.string();
+    };
+    tests::writeFile(folder / "verdix/settings.json", "{}");
+    const std::string here = (folder / "").parent_path();
+    EXPECT_EQ(filesWith("/me", "", ""), "/me/.config/verdix/settings.json /etc/xdg/verdix/settings.json");
+    EXPECT_EQ(filesWith("/me", "not/absolute", "also:not"),
+              "/me/.config/verdix/settings.json /etc/xdg/verdix/settings.json");
+    EXPECT_EQ(filesWith("/me", "/own", "/none:/more"),
+              "/own/verdix/settings.json /none/verdix/settings.json");
+    EXPECT_EQ(filesWith("/me", "/own", ("no:/none:" + here).c_str()),
+              "/own/verdix/settings.json " + here + "/verdix/settings.json");
+}
+
+TEST(ReleaseName, IsAYearAndAHalf)
+{
+    for (const char* wrong :
+         {"", "R202a", "r2022b", "R2022c", "R2022A", "R20/2a", "R20:2a", "R-022a", "R2022ab"}) {
+        EXPECT_EQ(parseReleaseName(wrong), std::nullopt) << wrong;
+    }
+    for (const char* name : {"R2022a", "R2022b", "R0000a", "R0099b", "R9999b"}) {
+        EXPECT_EQ(toText(parseReleaseName(name).value()), name);
+    }
+    const settings::core::ReleaseChangeTable table{{0, {"soon", false, {}}}};
+    EXPECT_THAT([&] { static_cast<void>(newestRelease(table)); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("\"soon\"")));
+}
+
+TEST(OddValues, AreToldAndNotStored)
+{
+    using foundation::verdixdata::Array;
+    const Array solid = foundation::verdixdata::ArrayFactory().createArray<double>({1, 2, 3});
+    const auto nested =
+        foundation::verdixdata::ArrayFactory().createArray<foundation::verdixdata::Array>({1, 1});
+    const Array values[] = {
+        solid, nested, matrix<double>(0, 3, {}), matrix<char16_t>(2, 1, {u'a', u'b'}), {}};
+    for (const Array& value : values) {
+        EXPECT_THAT([&] { static_cast<void>(valueToJson(value)); },
+                    ThrowsMessage<std::invalid_argument>(HasSubstr("can hold no")));
+    }
+    EXPECT_EQ(valueToJson(matrix<double>(2, 2, {1, 3, 2, 4})), "[[1, 2], [3, 4]]");
+    EXPECT_EQ(valueText(matrix<double>(0, 3, {})), "[]");
+    EXPECT_EQ(describe({.elementClass = foundation::verdixdata::ArrayType::CELL}, text("")), "a cell");
+    Properties properties = tests::noProperties();
+    properties.factoryValue = row<bool>({true, false});
+    EXPECT_EQ(describeAccepted(properties), "2 logical values");
+}
+
+}  // namespace
