@@ -22,8 +22,7 @@ constexpr std::size_t valueWidth = 80;
 
 std::string accepted(const Node& setting)
 {
-    const std::string words = describeAccepted(setting.properties());
-    return words.empty() ? words : "; accepted: " + words;
+    return "; accepted: " + describeAccepted(setting.properties());
 }
 
 Array read(const Node& setting, std::string_view value, Notation notation)

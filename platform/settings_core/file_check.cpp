@@ -3,8 +3,6 @@
 #include <settings_core/release_name.hpp>
 #include <settings_core/stored_value.hpp>
 
-#include <foundation/verdixdata/text.hpp>
-
 #include <algorithm>
 #include <unordered_map>
 #include <utility>
@@ -70,13 +68,9 @@ private:
 
     void checkRelease(const JsonMember& member)
     {
-        const bool isText = member.value.kind == JsonKind::text;
-        const auto release = isText
-                                 ? parseReleaseName(foundation::verdixdata::toUtf8(decodedText(member.value)))
-                                 : std::nullopt;
+        const auto release = releaseNamed(member.value);
         if (!release) {
-            report(member.value.offset, member.name,
-                   "is no release: write R, the year and a or b, such as \"R2022b\"");
+            report(member.value.offset, member.name, std::string(noRelease));
             return;
         }
         const auto newest = newestRelease(releases_);

@@ -2,8 +2,6 @@
 #include <settings_core/migration.hpp>
 #include <settings_core/release_history.hpp>
 
-#include <foundation/verdixdata/text.hpp>
-
 #include <algorithm>
 #include <set>
 #include <stdexcept>
@@ -24,11 +22,9 @@ std::optional<ReleaseName> releaseIn(const SettingsFile& file)
     if (release == nullptr) {
         return std::nullopt;
     }
-    auto name = release->kind == JsonKind::text
-                    ? parseReleaseName(foundation::verdixdata::toUtf8(decodedText(*release)))
-                    : std::nullopt;
+    const auto name = releaseNamed(*release);
     if (!name) {
-        throw TextError(release->offset, "is no release: write R, the year and a or b, such as \"R2022b\"");
+        throw TextError(release->offset, std::string(noRelease));
     }
     return name;
 }

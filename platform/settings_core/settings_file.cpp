@@ -181,6 +181,14 @@ std::string SettingsFileEdit::text() const
     return text.substr(0, root.offset) + edit.text() + text.substr(root.end());
 }
 
+std::optional<ReleaseName> releaseNamed(const JsonValue& release)
+{
+    if (release.kind != JsonKind::text) {
+        return std::nullopt;
+    }
+    return parseReleaseName(foundation::verdixdata::toUtf8(decodedText(release)));
+}
+
 std::string emptySettingsFile(std::string_view release)
 {
     const std::string member = release.empty() ? "" : "  \"release\": " + inJson(release) + ",\n";

@@ -4,6 +4,7 @@
 
 #include <settings_core/json_object_edit.hpp>
 #include <settings_core/json_reader.hpp>
+#include <settings_core/release_name.hpp>
 
 #include <foundation/export.hpp>
 
@@ -91,5 +92,12 @@ private:
 
 /// The text of a file with no settings yet, which does not say its release when that is empty.
 [[nodiscard]] VX_API std::string emptySettingsFile(std::string_view release);
+
+/// The release that a file's "release" names; nothing when that is no release's name.
+[[nodiscard]] std::optional<ReleaseName> releaseNamed(const JsonValue& release);
+
+/// What to say where it is none.
+inline constexpr std::string_view noRelease =
+    "is no release: write R, the year and a or b, such as \"R2022b\"";
 
 }  // namespace vx::core

@@ -30,9 +30,8 @@ StoredValue readStoredValue(const Node& setting, const JsonMember& member)
         stored.value = valueFromJson(member.value, valueFormOf(setting));
         addRefusals(setting, member, stored);
     } catch (const TextError& error) {
-        const std::string accepted = describeAccepted(setting.properties());
         stored.faults.push_back(
-            {error.offset(), error.what() + (accepted.empty() ? accepted : "; accepted: " + accepted)});
+            {error.offset(), error.what() + ("; accepted: " + describeAccepted(setting.properties()))});
     }
     return stored;
 }

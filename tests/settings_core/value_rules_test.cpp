@@ -108,6 +108,8 @@ TEST(ValueRules, AreDescribedTogetherWithValidatorAndFactoryValue)
     EXPECT_EQ(described(row<double>({1, 2}), {}, {{.range = {{0, 9}}, .size = {{1, 2}}}}),
               "2 numbers from 0 to 9");
     EXPECT_EQ(described({}, {}, {}), "a value");
+    EXPECT_EQ(described({}, MValidator("elsewhere", "mustFit"), {}),
+              "a value accepted by the script function elsewhere.mustFit");
 }
 
 }  // namespace

@@ -40,6 +40,7 @@ struct OddTreeTest : testing::Test
         add("Word", [](Properties& properties) {
             properties.valueValidators = {{.allowedValues = {u"a", u"b"}}};
         });
+        add("Short", [](Properties& properties) { properties.valueValidators = {{.maximumLength = 3}}; });
         add("Table", [](Properties& properties) { properties.valueValidators = {{.size = {{2, 2}}}}; });
         add("First", [](Properties& properties) { properties.setAliasName("root.Second"); });
         add("Second", [](Properties& properties) { properties.setAliasName("root.Word"); });
@@ -79,6 +80,8 @@ TEST_F(OddTreeTest, ChangesWhatCanBeChanged)
     changer.set("Table", "[1 2; 3 4]", Notation::script);
     EXPECT_EQ(tests::readFile(file), "{\n  \"settings\": {\n    \"root.Word\": \"b\",\n"
                                      "    \"root.Table\": [[1, 2], [3, 4]]\n  }\n}\n");
+    EXPECT_THAT([&] { changer.set("Short", "long", Notation::script); },
+                ThrowsMessage<ValueRefused>(HasSubstr("at most 3")));
     Layers layers(tree, {folder / "none", file});
     EXPECT_EQ(valueText(layers.effective(*tree.find("root.Second")).value), "b");
     EXPECT_EQ(changer.reset("group"), 0U);

@@ -23,6 +23,7 @@ TEST(Nearest, FindsNamesByTheLettersThatDiffer)
     EXPECT_THAT(nearestNames("describbe", names), ElementsAre("describe"));
     EXPECT_THAT(nearestNames("lisnt", names), ElementsAre("list", "lint"));
     EXPECT_THAT(nearestNames("xyz", names), IsEmpty());
+    EXPECT_THAT(nearestNames("", names), IsEmpty());
     EXPECT_THAT(nearestNames(std::string(100000, 'x'), names), IsEmpty());
     EXPECT_EQ(vx::core::didYouMean(names), "did you mean summary, tree, list, describe, get or lint?");
     EXPECT_EQ(vx::core::didYouMean({}), "");

@@ -100,9 +100,7 @@ void addChecks(const Node& setting, Facts& facts)
     for (const auto& record : properties.valueValidators) {
         facts.add("rule", core::describe(record, properties.factoryValue));
     }
-    if (const std::string accepted = core::describeAccepted(properties); !accepted.empty()) {
-        facts.add("accepts", accepted);
-    }
+    facts.add("accepts", core::describeAccepted(properties));
     if (properties.errorHandler) {
         facts.add("refusals", "worded by an error handler of its own");
     }
