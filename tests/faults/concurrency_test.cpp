@@ -109,7 +109,8 @@ TEST_F(ConcurrencyTest, FirstUsesOfALibrary)
                 ASSERT_EQ(properties.factoryValue, cores.front()->nodes[i].properties.factoryValue) << path;
             }
         }
-        EXPECT_EQ(lookUps, 1) << "the service is looked up once";
+        const bool isLoadedAnew = VX_FRAMEWORK_EMBEDDED || round == 0;  // others keep the library
+        EXPECT_EQ(lookUps, isLoadedAnew ? 1 : 0) << "the service is looked up once";
         EXPECT_EQ(codeAnalyzer->queries, static_cast<int>(threadCount));
         cores.clear();
         bundle.Stop();

@@ -152,7 +152,6 @@ TEST(OddValues, AreToldAndNotStored)
         EXPECT_THAT([&] { static_cast<void>(valueToJson(value)); },
                     ThrowsMessage<std::invalid_argument>(HasSubstr("can hold no")));
     }
-    EXPECT_EQ(valueToJson(matrix<double>(2, 2, {1, 3, 2, 4})), "[[1, 2], [3, 4]]");
     EXPECT_EQ(valueText(matrix<double>(0, 3, {})), "[]");
     EXPECT_EQ(describe({.elementClass = foundation::verdixdata::ArrayType::CELL}, text("")), "a cell");
     Properties properties = tests::noProperties();

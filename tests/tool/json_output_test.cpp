@@ -6,15 +6,16 @@
 
 #include <string>
 #include <tests/support/files.hpp>
-#include <tests/tool/baseline.hpp>
 #include <tests/tool/process.hpp>
 #include <vector>
 
 namespace {
 
 namespace json = boost::json;
-using tests::baseline;
 using tests::runTool;
+
+/// The tree of the last release.
+const std::string baseline = VX_SOURCE_DIR "/docs/baseline/R2026a.json";
 
 struct JsonOutputTest : testing::Test
 {
@@ -75,7 +76,6 @@ TEST_F(JsonOutputTest, TellsWhatTheTextTells)
     EXPECT_EQ(got.at("source"), json::value(file));
 
     const json::object modified = run({"list", "--modified"});
-    EXPECT_EQ(modified.at("nodes").at(0).at("path"), "verdix.commandwindow.NumericFormat");
     EXPECT_EQ(modified.at("nodes").at(0).at("value").at("data"), "hex");
 
     const json::value fault = run({"check"}, 1).at("faults").at(0);
@@ -93,7 +93,6 @@ TEST_F(JsonOutputTest, TellsWhatTheTextTells)
     EXPECT_EQ(run({"set", "colors.KeywordColor", "[1 2 3]"}).at("path"), "verdix.colors.KeywordColor");
     EXPECT_EQ(run({"get", "colors.KeywordColor"}).at("value").at("data"), json::parse("[1, 2, 3]"));
     EXPECT_EQ(run({"reset", "colors"}).at("count"), 1);
-    EXPECT_EQ(run({"describe", "colors.KeywordColor"}).at("layers").as_array().size(), 1);
 }
 
 }  // namespace
