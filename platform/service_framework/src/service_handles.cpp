@@ -146,9 +146,9 @@ ServiceReferenceBase ServiceRegistrationBase::GetReference(const std::string& in
 
 void ServiceRegistrationBase::SetProperties(const ServiceProperties& properties)
 {
-    Registered().SetProperties(properties);
-    if (const auto core = CoreOf(record_->Owner())) {
-        core->Services().Reorder(*record_);
+    ServiceRecord& record = Registered();
+    if (const auto core = CoreOf(record.Owner())) {
+        core->Services().SetProperties(record, properties);
     }
 }
 

@@ -135,14 +135,18 @@ std::shared_ptr<const AnyMap> ServiceRecord::Properties() const
     return properties_;
 }
 
-void ServiceRecord::SetProperties(const ServiceProperties& properties)
+std::shared_ptr<const AnyMap> ServiceRecord::MakeReplacement(const ServiceProperties& given) const
 {
-    ServiceProperties complete = properties;
+    ServiceProperties complete = given;
     complete[Constants::SERVICE_SCOPE] = Properties()->at(Constants::SERVICE_SCOPE);
-    auto replaced = MakeProperties(complete);
-    ranking_ = rankingOf(*replaced);
+    return MakeProperties(complete);
+}
+
+void ServiceRecord::SwapProperties(std::shared_ptr<const AnyMap>& other)
+{
+    ranking_ = rankingOf(*other);
     const std::lock_guard lock(mutex_);
-    properties_.swap(replaced);
+    properties_.swap(other);
 }
 
 std::shared_ptr<BundlePrivate> ServiceRecord::Owner() const

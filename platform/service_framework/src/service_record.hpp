@@ -34,7 +34,11 @@ public:
     bool RanksBefore(const ServiceRecord& other) const noexcept;
 
     std::shared_ptr<const AnyMap> Properties() const;
-    void SetProperties(const ServiceProperties& properties);
+    /// What would stand in place of the properties; copies values, and with that runs code that is not ours.
+    std::shared_ptr<const AnyMap> MakeReplacement(const ServiceProperties& given) const;
+    /// Gives the service a replacement, its ranking included: only the registry may, as it keeps services in
+    /// order. Throws std::invalid_argument for a ranking that is no int, and changes nothing then.
+    void SwapProperties(std::shared_ptr<const AnyMap>& other);
 
     /// The registering bundle; null once the service is unregistered.
     std::shared_ptr<BundlePrivate> Owner() const;

@@ -61,11 +61,16 @@ void ServiceRegistry::Remove(const ServiceRecord& record)
     }
 }
 
-void ServiceRegistry::Reorder(const ServiceRecord& record)
+void ServiceRegistry::SetProperties(ServiceRecord& record, const ServiceProperties& properties)
 {
+    auto replaced = record.MakeReplacement(properties);
     const std::lock_guard lock(mutex_);
+    record.SwapProperties(replaced);
     for (const std::string& interfaceId : record.Interfaces()) {
-        std::ranges::sort(byInterface_[interfaceId], ranksBefore);
+        const auto found = byInterface_.find(interfaceId);
+        if (found != byInterface_.end()) {
+            std::ranges::sort(found->second, ranksBefore);
+        }
     }
 }
 
