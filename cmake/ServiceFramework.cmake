@@ -42,7 +42,7 @@ if(CppMicroServices_FOUND)
 else()
     set(VX_FRAMEWORK_EMBEDDED TRUE)
     set(VX_FRAMEWORK_NAME "Verdix embedded service framework")
-    set(VX_FRAMEWORK_VERSION "1.0.0")
+    set(VX_FRAMEWORK_VERSION "${PROJECT_VERSION}")
     set(VX_FRAMEWORK_BUNDLES "")
     add_subdirectory("${CMAKE_CURRENT_LIST_DIR}/../platform/service_framework"
                      "${CMAKE_CURRENT_BINARY_DIR}/platform/service_framework")
