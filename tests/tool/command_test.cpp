@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cstring>
 #include <string>
 #include <tests/tool/process.hpp>
 #include <vector>
