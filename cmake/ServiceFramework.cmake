@@ -39,6 +39,9 @@ if(CppMicroServices_FOUND)
     set(VX_FRAMEWORK_VERSION "${CppMicroServices_VERSION}")
     set(VX_FRAMEWORK_BUNDLES "$<TARGET_FILE:DeclarativeServices>")
     vx_use_installed_framework()
+    vx_record_dependency(CppMicroServices VERSION "${CppMicroServices_VERSION}" LICENSE Apache-2.0
+                         HOMEPAGE "https://github.com/CppMicroServices/CppMicroServices"
+                         LIBRARIES libCppMicroServices.so.* libus*.so.*)
 else()
     set(VX_FRAMEWORK_EMBEDDED TRUE)
     set(VX_FRAMEWORK_NAME "Verdix embedded service framework")
