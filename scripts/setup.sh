@@ -12,14 +12,14 @@ set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 
 packages=(
-    g++ binutils cmake ninja-build ccache pkg-config
+    g++ binutils cmake ninja-build ccache pkg-config python3
     libboost1.81-dev libboost-log1.81-dev libboost-json1.81-dev
     libcli11-dev libgtest-dev libgmock-dev libminizip-dev zlib1g-dev
 )
 check_packages=(git clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev shellcheck python3-jsonschema chromium
                 zsh fish)
 bench_packages=(
-    libbenchmark-dev valgrind python3 libglib2.0-dev libglib2.0-bin qtbase5-dev nlohmann-json3-dev
+    libbenchmark-dev valgrind libglib2.0-dev libglib2.0-bin qtbase5-dev nlohmann-json3-dev
 )
 # Whoever has Node has it from elsewhere as often as from Debian, and the two exclude each other.
 type node npm &>/dev/null || check_packages+=(nodejs npm)
