@@ -2,7 +2,7 @@
 # Installs what the project needs out of Debian's own packages; does nothing where they are installed already.
 #
 #   scripts/setup.sh             compilers and libraries, to build and to test
-#   scripts/setup.sh --ci        also what the checks need: clang, clang-format, clang-tidy, shellcheck, git,
+#   scripts/setup.sh --ci        also what the checks need: git, pre-commit, clang, clang-format, clang-tidy, shellcheck,
 #                                Chromium and Node, python3-jsonschema, the shells that completion is made for
 #   scripts/setup.sh --coverage  also what scripts/coverage.sh needs: gcovr
 #   scripts/setup.sh --bench     also what the benchmarks need: Google Benchmark, valgrind, and the libraries that they
@@ -16,7 +16,7 @@ packages=(
     libboost1.81-dev libboost-log1.81-dev libboost-json1.81-dev
     libcli11-dev libgtest-dev libgmock-dev libminizip-dev zlib1g-dev
 )
-check_packages=(git clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev shellcheck python3-jsonschema chromium
+check_packages=(git pre-commit clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev shellcheck python3-jsonschema chromium
                 zsh fish)
 bench_packages=(
     libbenchmark-dev valgrind libglib2.0-dev libglib2.0-bin qtbase5-dev nlohmann-json3-dev
