@@ -26,16 +26,16 @@ if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
 endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)
-if(VX_WARNINGS_AS_ERRORS)
+if(VERDIX_WARNINGS_AS_ERRORS)
     add_compile_options(-Werror)
 endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # Unique symbols would keep a library in memory after dlclose, and with it the bundle's state.
     add_compile_options(-fno-gnu-unique)
 endif()
-if(VX_SANITIZE)
-    add_compile_options(-fsanitize=${VX_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
-    add_link_options(-fsanitize=${VX_SANITIZE})
+if(VERDIX_SANITIZE)
+    add_compile_options(-fsanitize=${VERDIX_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${VERDIX_SANITIZE})
 else()
     # A library that misses a definition fails where it is linked. Not with sanitizers: clang leaves their run-time
     # functions to be found in the executable.

@@ -19,7 +19,7 @@ time_full_build() {
     local folder start=$EPOCHREALTIME
     folder=$(mktemp -d)
     trap 'rm -rf -- "$folder"' RETURN
-    quietly cmake -S "$project" --preset release -B "$folder" -DCCACHE_PROGRAM= -DVX_BUILD_BENCH=OFF
+    quietly cmake -S "$project" --preset release -B "$folder" -DCCACHE_PROGRAM= -DVERDIX_BUILD_BENCH=OFF
     CCACHE_DISABLE=1 quietly taskset --cpu-list 0,1 ninja -C "$folder" -j 2
     awk -v start="$start" -v end="$EPOCHREALTIME" 'BEGIN { printf "%.0f\n", end - start }'
 }
