@@ -74,7 +74,9 @@ target_include_directories(vx_framework_bundles INTERFACE "${PROJECT_BINARY_DIR}
 if(NOT VX_FRAMEWORK_EMBEDDED)
     # The component runtime needs these libraries, but has no run path to them, so a host brings them along.
     target_link_libraries(vx_framework_bundles INTERFACE usServiceComponent usAsyncWorkService)
-    target_link_options(vx_framework_bundles INTERFACE LINKER:--no-as-needed)
+    if(VX_ELF)
+        target_link_options(vx_framework_bundles INTERFACE LINKER:--no-as-needed)
+    endif()
 endif()
 add_library(vx::framework_bundles ALIAS vx_framework_bundles)
 

@@ -37,7 +37,7 @@ echo "Timing the tree and the others ..." >&2
 "$folder/bin/vx_bench_tree" --benchmark_repetitions=15 --benchmark_min_time=0.1 \
     --benchmark_enable_random_interleaving=true --benchmark_report_aggregates_only=true \
     --benchmark_out="$results/tree.json" --benchmark_out_format=json >/dev/null
-strip -o "$results/module.so" "$folder/lib/libcom_tarnwick_verdix_factory_settings.so"
+strip -o "$results/module.so" "$folder/lib/verdix/bundles/libcom_tarnwick_verdix_factory_settings.so"
 if $time_build; then
     echo "Building everything from nothing ..." >&2
     time_full_build >"$results/build_seconds"
