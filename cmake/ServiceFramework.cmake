@@ -30,7 +30,7 @@ endif()
 function(vx_use_system_framework)
     add_library(vx_service_framework INTERFACE)
     get_target_property(includes CppMicroServices INTERFACE_INCLUDE_DIRECTORIES)
-    target_include_directories(vx_service_framework SYSTEM INTERFACE ${includes})
+    target_include_directories(vx_service_framework SYSTEM INTERFACE "$<BUILD_INTERFACE:${includes}>")
     target_link_libraries(vx_service_framework INTERFACE CppMicroServices usServiceComponent Threads::Threads)
 endfunction()
 
@@ -51,7 +51,8 @@ endif()
 add_library(vx::service_framework ALIAS vx_service_framework)
 message(STATUS "Service framework: ${VX_FRAMEWORK_NAME} ${VX_FRAMEWORK_VERSION}")
 
-file(GENERATE OUTPUT "${PROJECT_BINARY_DIR}/generated/framework_bundles.hpp" CONTENT "\
+set(VX_FRAMEWORK_BUNDLES_HEADER "${PROJECT_BINARY_DIR}/generated/framework_bundles.hpp")
+file(GENERATE OUTPUT "${VX_FRAMEWORK_BUNDLES_HEADER}" CONTENT "\
 #pragma once
 
 #include <array>
@@ -70,7 +71,9 @@ $<$<BOOL:${VX_FRAMEWORK_BUNDLES}>:\"${VX_FRAMEWORK_BUNDLES}\">};
 }  // namespace vx
 ")
 add_library(vx_framework_bundles INTERFACE)
-target_include_directories(vx_framework_bundles INTERFACE "${PROJECT_BINARY_DIR}/generated")
+target_sources(vx_framework_bundles INTERFACE
+    FILE_SET HEADERS BASE_DIRS "${PROJECT_BINARY_DIR}/generated" FILES "${VX_FRAMEWORK_BUNDLES_HEADER}")
+target_link_libraries(vx_framework_bundles INTERFACE vx::service_framework)
 if(NOT VX_FRAMEWORK_EMBEDDED)
     # The component runtime needs these libraries, but has no run path to them, so a host brings them along.
     target_link_libraries(vx_framework_bundles INTERFACE usServiceComponent usAsyncWorkService)
