@@ -21,14 +21,12 @@ install(FILES "${PROJECT_BINARY_DIR}/${bundle}" COMPONENT Module
 
 function(vx_install_platform)
     set(headers "${CMAKE_INSTALL_INCLUDEDIR}/verdix-factory-settings")
-    set(libraries vx_data vx_foundation vx_settings_core)
     install(TARGETS vx_interfaces EXPORT Interfaces
         FILE_SET HEADERS DESTINATION "${headers}" COMPONENT Development
         INCLUDES DESTINATION "${headers}")  # for CMake before 3.23, which knows no file sets
     install(FILES "${PROJECT_SOURCE_DIR}/builder/factory_node.hpp" DESTINATION "${headers}/builder"
             COMPONENT Development)
     if(VX_FRAMEWORK_EMBEDDED)
-        list(APPEND libraries vx_service_framework)
         # In a folder of its own, not to be searched where CppMicroServices itself is used.
         set(framework_headers FILE_SET HEADERS DESTINATION "${headers}/service_framework" COMPONENT Development
                               INCLUDES DESTINATION "${headers}/service_framework")
@@ -40,18 +38,6 @@ function(vx_install_platform)
         FILE_SET HEADERS DESTINATION "${headers}" COMPONENT Development)
     install(TARGETS vxsavevars vxservices vxgraphics_state
         LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/verdix/native" COMPONENT Platform)
-    set_target_properties(${libraries} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
-
-    set(Interfaces vx_interfaces)
-    set(Data vx_data)
-    set(Foundation vx_foundation)
-    set(SettingsCore vx_settings_core)
-    set(ServiceFramework vx_service_framework)
-    set(FrameworkBundles vx_framework_bundles)
-    set(Platform vx_platform)
-    foreach(name Interfaces Data Foundation SettingsCore ServiceFramework FrameworkBundles Platform)
-        set_target_properties(${${name}} PROPERTIES EXPORT_NAME ${name})
-    endforeach()
     foreach(component Interfaces Platform)
         install(EXPORT ${component} FILE VerdixFactorySettings${component}.cmake NAMESPACE VerdixFactorySettings::
                 DESTINATION "${package}" COMPONENT Development)

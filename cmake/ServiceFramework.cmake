@@ -29,6 +29,7 @@ endif()
 # The two libraries that declare the interface, their headers seen as system headers.
 function(vx_use_system_framework)
     add_library(vx_service_framework INTERFACE)
+    set_target_properties(vx_service_framework PROPERTIES EXPORT_NAME ServiceFramework)
     get_target_property(includes CppMicroServices INTERFACE_INCLUDE_DIRECTORIES)
     target_include_directories(vx_service_framework SYSTEM INTERFACE "$<BUILD_INTERFACE:${includes}>")
     target_link_libraries(vx_service_framework INTERFACE CppMicroServices usServiceComponent Threads::Threads)
@@ -48,7 +49,12 @@ else()
     add_subdirectory("${CMAKE_CURRENT_LIST_DIR}/../platform/service_framework"
                      "${CMAKE_CURRENT_BINARY_DIR}/platform/service_framework")
 endif()
-add_library(vx::service_framework ALIAS vx_service_framework)
+if(VX_FRAMEWORK_EMBEDDED AND TARGET VerdixPlatform::ServiceFramework)
+    add_library(vx::service_framework ALIAS VerdixPlatform::ServiceFramework)
+    set_target_properties(vx_service_framework PROPERTIES EXCLUDE_FROM_ALL TRUE)
+else()
+    add_library(vx::service_framework ALIAS vx_service_framework)
+endif()
 message(STATUS "Service framework: ${VX_FRAMEWORK_NAME} ${VX_FRAMEWORK_VERSION}")
 
 set(VX_FRAMEWORK_BUNDLES_HEADER "${PROJECT_BINARY_DIR}/generated/framework_bundles.hpp")
@@ -71,6 +77,7 @@ $<$<BOOL:${VX_FRAMEWORK_BUNDLES}>:\"${VX_FRAMEWORK_BUNDLES}\">};
 }  // namespace vx
 ")
 add_library(vx_framework_bundles INTERFACE)
+set_target_properties(vx_framework_bundles PROPERTIES EXPORT_NAME FrameworkBundles)
 target_sources(vx_framework_bundles INTERFACE
     FILE_SET HEADERS BASE_DIRS "${PROJECT_BINARY_DIR}/generated" FILES "${VX_FRAMEWORK_BUNDLES_HEADER}")
 target_link_libraries(vx_framework_bundles INTERFACE vx::service_framework)

@@ -68,6 +68,42 @@ check_components() {
         fail "the CMake package refuses a component without saying why: $refusal"
 }
 
+# As recording_host prints it: each node with what it is, its alias target, and its value.
+recorded_tree() {
+    "$1/bin/vxsettings" export --format json | python3 -c '
+import json, sys
+
+def text(value):
+    if value is None:
+        return "unknown 0-by-0"
+    data = value["data"]
+    if value["class"] == "char":
+        data = [data]
+    elif value["class"] == "cell":
+        data = [f"(char 1-by-{len(element)} {element})" for element in data]
+    elif value["class"] != "string":
+        data = [f"{float(element):.17g}" for element in data]
+    return " ".join([value["class"], "-by-".join(map(str, value["dims"])), *data])
+
+for node in json.load(sys.stdin)["nodes"]:
+    kind = "group" if node["node"] == "group" else "setting"
+    print(node["path"], kind, node["aliasTarget"] or "", text(node["value"]))'
+}
+
+# The module alone, for a platform that has nothing of this one.
+use_other_platform() {
+    build_project "$project/tests/external_platform" "$work/platform" -DCMAKE_PREFIX_PATH="$1"
+    quietly cmake --install "$work/platform" --prefix "$work/platform_installed"
+    build_project "$project" "$work/module" -DVERDIX_PLATFORM=external \
+        -DCMAKE_PREFIX_PATH="$work/platform_installed;$1"
+    recorded_tree "$1" >"$work/expected_record"
+    "$work/platform/recording_host" "$work"/module/lib/verdix/bundles/* >"$work/record"
+    diff "$work/expected_record" "$work/record" ||
+        fail "the module built for another platform describes another tree"
+    ! ldd "$work"/module/lib/verdix/bundles/* | grep -E 'libvx(data|foundation|settingscore)' ||
+        fail "the module built for another platform is linked with the embedded one"
+}
+
 test_package() {
     [[ -e $folder/build.ninja ]] ||
         quietly cmake -S "$project" --preset release -B "$folder" -DVERDIX_BUILD_TESTS=OFF
@@ -94,7 +130,9 @@ test_package() {
     dpkg-deb --extract "$work"/package/*.deb "$work/root"
     use_command "$work/root/usr"
     use_by_cmake "$work/root/usr" "$work/consumer_of_package"
-    echo "Installed, moved and packaged: each was used by the command, by CMake and by pkg-config."
+    use_other_platform "$work/moved"
+    echo "Installed, moved and packaged: each was used by the command, by CMake and by pkg-config;" \
+        "$(wc -l <"$work/record") nodes are the same on another platform."
 }
 
 alone package test_package
