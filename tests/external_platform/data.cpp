@@ -1,93 +1,56 @@
-// Data arrays: what an element class needs stands in a table, and values are equal when their texts are.
+// Data arrays: values are equal when their texts are.
 
 #include <foundation/verdixdata/array_factory.hpp>
 #include <foundation/verdixdata/text.hpp>
 
 #include <boost/locale/encoding_utf.hpp>
+#include <boost/mp11/algorithm.hpp>
 
 #include <cstdlib>
-#include <new>
+#include <memory>
 #include <sstream>
 #include <tests/external_platform/recorded_text.hpp>
+#include <tuple>
 
 namespace foundation::verdixdata {
 
+using detail::ArrayBlock;
+
 namespace {
 
-struct Element
-{
-    const char* className;
-    std::size_t size;
-    void (*make)(void* at);
-    void (*copy)(void* at, const void* from);
-    void (*drop)(void* at);
-    void (*write)(std::ostream& out, const Array& value);
-};
+/// In the order of ArrayType, behind UNKNOWN.
+using Elements = std::tuple<bool, char16_t, String, double, std::int8_t, std::uint8_t, std::int16_t,
+                            std::uint16_t, std::int32_t, std::uint32_t, std::int64_t, std::uint64_t, Array>;
+constexpr const char* names[] = {"unknown", "logical", "char",  "string", "double", "int8",   "uint8",
+                                 "int16",   "uint16",  "int32", "uint32", "int64",  "uint64", "cell"};
 
-template <class T>
-void write(std::ostream& out, const Array& value)
+/// Calls with the elements' type and their first place.
+template <class Use>
+void useElements(ArrayType type, void* first, Use use)
 {
-    const TypedArray<T> elements(value);
-    if constexpr (std::is_same_v<T, char16_t>) {
-        out << ' ' << toUtf8({elements.begin(), elements.end()});
-        return;
-    }
-    for (const T& element : elements) {
-        if constexpr (std::is_same_v<T, Array>) {
-            out << " (" << recording::recordedText(element) << ')';
-        } else if constexpr (std::is_same_v<T, String>) {
-            out << ' ' << toUtf8(element.value_or(u"missing"));
-        } else {
-            out << ' ' << +element;
-        }
-    }
+    boost::mp11::mp_with_index<std::tuple_size_v<Elements>>(
+        static_cast<std::size_t>(type) - 1,
+        [&](auto index) { use(static_cast<std::tuple_element_t<index, Elements>*>(first)); });
 }
 
 template <class T>
-Element element(const char* name)
+void write(std::ostream& out, const T& element)
 {
-    return {name,
-            sizeof(T),
-            [](void* at) { new (at) T(); },
-            [](void* at, const void* from) { new (at) T(*static_cast<const T*>(from)); },
-            [](void* at) { static_cast<T*>(at)->~T(); },
-            write<T>};
-}
-
-const Element& elementOf(ArrayType type)
-{
-    static const Element byNumber[] = {
-        {"unknown", 0, nullptr, nullptr, nullptr, [](std::ostream&, const Array&) {}},
-        element<bool>("logical"),
-        element<char16_t>("char"),
-        element<String>("string"),
-        element<double>("double"),
-        element<std::int8_t>("int8"),
-        element<std::uint8_t>("uint8"),
-        element<std::int16_t>("int16"),
-        element<std::uint16_t>("uint16"),
-        element<std::int32_t>("int32"),
-        element<std::uint32_t>("uint32"),
-        element<std::int64_t>("int64"),
-        element<std::uint64_t>("uint64"),
-        element<Array>("cell"),
-    };
-    return byNumber[static_cast<std::size_t>(type)];
-}
-
-std::byte* elementAt(detail::ArrayBlock& block, std::size_t index)
-{
-    return static_cast<std::byte*>(block.elements()) + index * elementOf(block.type).size;
+    if constexpr (std::is_same_v<T, Array>) {
+        out << " (" << recording::recordedText(element) << ')';
+    } else if constexpr (std::is_same_v<T, String>) {
+        out << ' ' << toUtf8(element.value_or(u"missing"));
+    } else {
+        out << ' ' << +element;
+    }
 }
 
 }  // namespace
 
 void detail::destroy(ArrayBlock* block) noexcept
 {
-    while (block->count != 0) {
-        elementOf(block->type).drop(elementAt(*block, --block->count));
-    }
-    block->~ArrayBlock();
+    useElements(block->type, block->elements(), [&](auto* first) { std::destroy_n(first, block->count); });
+    std::destroy_at(block);
     std::free(block);
 }
 
@@ -104,11 +67,12 @@ const ArrayDimensions& Array::getDimensions() const noexcept
 
 void Array::detach()
 {
-    const auto shared = block_;
-    block_ = ArrayFactory().createArray(shared->type, shared->dimensions).block_;
-    for (std::size_t i = 0; i < shared->count; ++i) {
-        elementOf(shared->type).drop(elementAt(*block_, i));
-        elementOf(shared->type).copy(elementAt(*block_, i), elementAt(*shared, i));
+    if (block_->references != 1) {
+        const auto shared =
+            std::exchange(block_, ArrayFactory().createArray(getType(), getDimensions()).block_);
+        useElements(shared->type, shared->elements(), [&]<class T>(T* first) {
+            std::copy_n(first, shared->count, static_cast<T*>(block_->elements()));
+        });
     }
 }
 
@@ -119,22 +83,21 @@ bool operator==(const Array& left, const Array& right) noexcept
 
 const char* className(ArrayType type) noexcept
 {
-    return elementOf(type).className;
+    return names[static_cast<std::size_t>(type)];
 }
 
 Array ArrayFactory::createArray(ArrayType type, const ArrayDimensions& dimensions) const
 {
-    std::size_t count = 1;
-    for (const std::size_t extent : dimensions) {
-        count *= extent;
-    }
-    void* memory = std::malloc(sizeof(detail::ArrayBlock) + count * elementOf(type).size);
-    boost::intrusive_ptr<detail::ArrayBlock> block(new (memory) detail::ArrayBlock);
-    block->type = type;
-    block->dimensions = dimensions;
-    for (; block->count < count; ++block->count) {
-        elementOf(type).make(elementAt(*block, block->count));
-    }
+    boost::intrusive_ptr<ArrayBlock> block;
+    useElements(type, nullptr, [&]<class T>(T*) {
+        std::size_t count = 1;
+        for (const std::size_t extent : dimensions) {
+            count *= extent;
+        }
+        block = new (std::malloc(sizeof(ArrayBlock) + count * sizeof(T)))
+            ArrayBlock{{0}, type, count, dimensions};
+        std::uninitialized_value_construct_n(static_cast<T*>(block->elements()), count);
+    });
     return Array(std::move(block));
 }
 
@@ -163,8 +126,18 @@ std::string recording::recordedText(const Array& value)
 {
     std::ostringstream out;
     out.precision(17);
-    const auto& dimensions = value.getDimensions();
+    const ArrayDimensions& dimensions = value.getDimensions();
     out << className(value.getType()) << ' ' << dimensions[0] << "-by-" << dimensions[1];
-    elementOf(value.getType()).write(out, value);
+    if (value.getType() == ArrayType::CHAR) {
+        const TypedArray<char16_t> row(value);
+        out << ' ' << toUtf8({row.begin(), row.end()});
+    } else if (value.isAssigned()) {
+        useElements(value.getType(), nullptr, [&]<class T>(T*) {
+            const TypedArray<T> elements(value);
+            for (const T& element : elements) {
+                write(out, element);
+            }
+        });
+    }
     return out.str();
 }
