@@ -18,4 +18,5 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTOR
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 # To build against the headers, not to run.
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "libboost1.81-dev, libboost-log1.81-dev")
+set(CPACK_PRE_BUILD_SCRIPTS "${PROJECT_SOURCE_DIR}/cmake/DebianFolders.cmake")
 include(CPack)

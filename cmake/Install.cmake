@@ -12,7 +12,7 @@ include(CMakePackageConfigHelpers)
 set(package "${CMAKE_INSTALL_LIBDIR}/cmake/VerdixFactorySettings")
 set(components Module)
 set(bundle_name com_tarnwick_verdix_factory_settings)
-set(bundle_name "${CMAKE_SHARED_MODULE_PREFIX}${bundle_name}${CMAKE_SHARED_MODULE_SUFFIX}")
+set(bundle_name "${CMAKE_SHARED_LIBRARY_PREFIX}${bundle_name}${CMAKE_SHARED_LIBRARY_SUFFIX}")
 set(bundle "${CMAKE_INSTALL_LIBDIR}/verdix/bundles/${bundle_name}")
 
 # As a plain file: stripping would cut off the archive behind the library.

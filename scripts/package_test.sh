@@ -47,17 +47,18 @@ use_command() {
     ! grep -F -e "$folder/bin" -e "$folder/lib" "$work/doctor" || fail "$1/bin/vxsettings leads out of $1"
 }
 
+# check_data_files PREFIX FOLDER: zsh looks for functions in another folder on Debian
 check_data_files() {
     local data=$1/share shell file
     "$1/bin/vxsettings" export --format json-schema | cmp - "$data/verdix/settings.schema.json"
     python3 -m json.tool "$data/verdix/settings.schema.json" >/dev/null
     for shell in bash:bash-completion/completions/vxsettings fish:fish/vendor_completions.d/vxsettings.fish \
-        zsh:zsh/site-functions/_vxsettings; do
+        "zsh:zsh/$2/_vxsettings"; do
         file=$data/${shell#*:}
         "$1/bin/vxsettings" completion "${shell%%:*}" | cmp - "$file"
     done
     python3 "$project/tests/completion/completion_test.py" "$1/bin/vxsettings" zsh \
-        "fpath=('$data/zsh/site-functions' \$fpath); autoload -U compinit && compinit -u"
+        "fpath=('$data/zsh/$2' \$fpath); autoload -U compinit && compinit -u"
 }
 
 check_components() {
@@ -113,7 +114,7 @@ test_package() {
 
     quietly cmake --install "$folder" --prefix "$work/first" --strip
     use_command "$work/first"
-    check_data_files "$work/first"
+    check_data_files "$work/first" site-functions
     check_components "$work/first"
     use_by_cmake "$work/first" "$work/consumer"
     quietly cmake --build "$work/consumer" --target headers
@@ -129,6 +130,7 @@ test_package() {
     quietly cpack --config "$folder/CPackConfig.cmake" -B "$work/package"
     dpkg-deb --extract "$work"/package/*.deb "$work/root"
     use_command "$work/root/usr"
+    check_data_files "$work/root/usr" vendor-completions
     use_by_cmake "$work/root/usr" "$work/consumer_of_package"
     use_other_platform "$work/moved"
     echo "Installed, moved and packaged: each was used by the command, by CMake and by pkg-config;" \
