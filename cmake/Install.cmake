@@ -55,7 +55,8 @@ function(vx_install_tool)
 endfunction()
 
 function(vx_install_pkg_config_file)
-    file(RELATIVE_PATH to_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/.")
+    cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX OUTPUT_VARIABLE to_prefix
+               BASE_DIRECTORY "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig")
     if(VX_FRAMEWORK_EMBEDDED)
         set(framework_flags "-I\${includedir}/service_framework")
         set(framework_libraries "-lvxserviceframework")
