@@ -1,4 +1,4 @@
-# `cpack` in the build folder makes verdix-factory-settings_<version>_<architecture>.deb of everything that is installed.
+# `cpack` in the build folder makes verdix-factory-settings_<version>_<architecture>.deb of all that is installed.
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME verdix-factory-settings)
