@@ -22,8 +22,9 @@ public:
     ServiceRegistrationU Register(const std::shared_ptr<BundlePrivate>& owner,
                                   const InterfaceMapConstPtr& objects, const ServiceProperties& properties);
     void Remove(const ServiceRecord& record);
-    /// Replaces a service's properties and moves it to the place of its new ranking, both in one step: an order
-    /// in which a ranking changes meanwhile is none. Throws as ServiceRegistrationBase::SetProperties does.
+    /// Replaces a service's properties and moves it to the place of its new ranking, both in one step: an
+    /// order in which a ranking changes meanwhile is none. Throws as ServiceRegistrationBase::SetProperties
+    /// does.
     void SetProperties(ServiceRecord& record, const ServiceProperties& properties);
 
     /// The services of an interface, highest first; all, in order of registration, when it is empty.
