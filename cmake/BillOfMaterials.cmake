@@ -4,8 +4,12 @@
 #                                [LIBRARIES glob...] [RELATION relation])
 #               to be called where a dependency is found. LIBRARIES are the shared libraries of it that the product
 #               links. RELATION, of SPDX, is DEPENDS_ON unless given, e.g. TEST_DEPENDENCY_OF.
-# Function  vx_write_bill_of_materials(FILE)
+# Function  vx_write_bill_of_materials()
 #               to be called when everything is recorded. The time in it is that of SOURCE_DATE_EPOCH where that is set.
+# Variable  VX_BILL_OF_MATERIALS  the file
+
+set(VX_BILL_OF_MATERIALS
+    "${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_DATADIR}/doc/verdix-factory-settings/bill-of-materials.spdx.json")
 
 function(vx_record_dependency name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "VERSION;LICENSE;HOMEPAGE;RELATION" "LIBRARIES")
@@ -39,14 +43,14 @@ function(vx_record_dependency name)
     set_property(GLOBAL APPEND_STRING PROPERTY VX_BILL_RELATIONS ",\n    { \"spdxElementId\": ${relation} }")
 endfunction()
 
-function(vx_write_bill_of_materials file)
+function(vx_write_bill_of_materials)
     get_property(packages GLOBAL PROPERTY VX_BILL_PACKAGES)
     get_property(relations GLOBAL PROPERTY VX_BILL_RELATIONS)
     string(TIMESTAMP created "%Y-%m-%dT%H:%M:%SZ" UTC)
     # A document of other content is another document.
     string(UUID identity NAMESPACE 6ba7b811-9dad-11d1-80b4-00c04fd430c8 TYPE SHA1
            NAME "${PROJECT_VERSION}${created}${packages}${relations}")
-    file(WRITE "${file}" "\
+    file(WRITE "${VX_BILL_OF_MATERIALS}" "\
 {
   \"spdxVersion\": \"SPDX-2.3\",
   \"dataLicense\": \"CC0-1.0\",

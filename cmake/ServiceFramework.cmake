@@ -1,35 +1,37 @@
-# The service framework: an installed CppMicroServices 3.8 where there is one, else the embedded stand-in.
+# The service framework: the system's CppMicroServices 3.8 where there is one, else the embedded stand-in.
 #
-# Cache option  VX_FRAMEWORK           auto (installed if found, else embedded), installed, embedded
-# Targets       vx::service_framework  headers and libraries of the framework and of the component runtime's
-#                                      interface
-#               vx::framework_bundles  <framework_bundles.hpp>: the framework's name and version, and the bundles
-#                                      that a host must install and start before any other
+# Cache option  VERDIX_SERVICE_FRAMEWORK  auto (the system's if found, else embedded), embedded, system
+# Targets       vx::service_framework     headers and libraries of the framework and of the component runtime's
+#                                         interface
+#               vx::framework_bundles     <framework_bundles.hpp>: the framework's name and version, and the bundles
+#                                         that a host must install and start before any other
 # Function      vx_add_bundle_manifest(TARGET MANIFEST SYMBOLIC_NAME name)
-#                                      makes the shared library TARGET a bundle file with that manifest
-# Variable      VX_FRAMEWORK_EMBEDDED  true when the stand-in is used
+#                                         makes the shared library TARGET a bundle file with that manifest
+# Variable      VX_FRAMEWORK_EMBEDDED     true when the stand-in is used
 
-set(VX_FRAMEWORK auto CACHE STRING "Service framework: auto, installed or embedded")
-set_property(CACHE VX_FRAMEWORK PROPERTY STRINGS auto installed embedded)
+set(VERDIX_SERVICE_FRAMEWORK auto CACHE STRING "Service framework: auto, embedded or system")
+set_property(CACHE VERDIX_SERVICE_FRAMEWORK PROPERTY STRINGS auto embedded system)
 
-if(NOT VX_FRAMEWORK MATCHES "^(auto|installed|embedded)$")
-    message(FATAL_ERROR "VX_FRAMEWORK is \"${VX_FRAMEWORK}\"; set it to auto, installed or embedded.")
+if(NOT VERDIX_SERVICE_FRAMEWORK MATCHES "^(auto|embedded|system)$")
+    message(FATAL_ERROR "VERDIX_SERVICE_FRAMEWORK is \"${VERDIX_SERVICE_FRAMEWORK}\"; "
+                        "set it to auto, embedded or system.")
 endif()
-if(NOT VX_FRAMEWORK STREQUAL "embedded")
+if(NOT VERDIX_SERVICE_FRAMEWORK STREQUAL "embedded")
     # In this order: the component runtime's package asks for the other targets, but does not look for them.
     find_package(CppMicroServices 3.8 QUIET
         COMPONENTS Framework ServiceComponent usAsyncWorkService DeclarativeServices)
 endif()
-if(VX_FRAMEWORK STREQUAL "installed" AND NOT CppMicroServices_FOUND)
-    message(FATAL_ERROR "VX_FRAMEWORK is \"installed\", but CMake found no CppMicroServices 3.8. Add its "
-                        "installation prefix to CMAKE_PREFIX_PATH, or set VX_FRAMEWORK to embedded.")
+if(VERDIX_SERVICE_FRAMEWORK STREQUAL "system" AND NOT CppMicroServices_FOUND)
+    message(FATAL_ERROR "VERDIX_SERVICE_FRAMEWORK is \"system\", but CMake found no CppMicroServices 3.8. Add its "
+                        "installation prefix to CMAKE_PREFIX_PATH, or set VERDIX_SERVICE_FRAMEWORK to embedded.")
 endif()
 
 # The two libraries that declare the interface, their headers seen as system headers.
-function(vx_use_installed_framework)
+function(vx_use_system_framework)
     add_library(vx_service_framework INTERFACE)
+    set_target_properties(vx_service_framework PROPERTIES EXPORT_NAME ServiceFramework)
     get_target_property(includes CppMicroServices INTERFACE_INCLUDE_DIRECTORIES)
-    target_include_directories(vx_service_framework SYSTEM INTERFACE ${includes})
+    target_include_directories(vx_service_framework SYSTEM INTERFACE "$<BUILD_INTERFACE:${includes}>")
     target_link_libraries(vx_service_framework INTERFACE CppMicroServices usServiceComponent Threads::Threads)
 endfunction()
 
@@ -38,7 +40,7 @@ if(CppMicroServices_FOUND)
     set(VX_FRAMEWORK_NAME "CppMicroServices")
     set(VX_FRAMEWORK_VERSION "${CppMicroServices_VERSION}")
     set(VX_FRAMEWORK_BUNDLES "$<TARGET_FILE:DeclarativeServices>")
-    vx_use_installed_framework()
+    vx_use_system_framework()
     vx_record_dependency(CppMicroServices VERSION "${CppMicroServices_VERSION}" LICENSE Apache-2.0
                          HOMEPAGE "https://github.com/CppMicroServices/CppMicroServices"
                          LIBRARIES libCppMicroServices.so.* libus*.so.*)
@@ -50,10 +52,16 @@ else()
     add_subdirectory("${CMAKE_CURRENT_LIST_DIR}/../platform/service_framework"
                      "${CMAKE_CURRENT_BINARY_DIR}/platform/service_framework")
 endif()
-add_library(vx::service_framework ALIAS vx_service_framework)
+if(VX_FRAMEWORK_EMBEDDED AND TARGET VerdixPlatform::ServiceFramework)
+    add_library(vx::service_framework ALIAS VerdixPlatform::ServiceFramework)
+    set_target_properties(vx_service_framework PROPERTIES EXCLUDE_FROM_ALL TRUE)
+else()
+    add_library(vx::service_framework ALIAS vx_service_framework)
+endif()
 message(STATUS "Service framework: ${VX_FRAMEWORK_NAME} ${VX_FRAMEWORK_VERSION}")
 
-file(GENERATE OUTPUT "${PROJECT_BINARY_DIR}/generated/framework_bundles.hpp" CONTENT "\
+set(VX_FRAMEWORK_BUNDLES_HEADER "${PROJECT_BINARY_DIR}/generated/framework_bundles.hpp")
+file(GENERATE OUTPUT "${VX_FRAMEWORK_BUNDLES_HEADER}" CONTENT "\
 #pragma once
 
 #include <array>
@@ -72,11 +80,16 @@ $<$<BOOL:${VX_FRAMEWORK_BUNDLES}>:\"${VX_FRAMEWORK_BUNDLES}\">};
 }  // namespace vx
 ")
 add_library(vx_framework_bundles INTERFACE)
-target_include_directories(vx_framework_bundles INTERFACE "${PROJECT_BINARY_DIR}/generated")
+set_target_properties(vx_framework_bundles PROPERTIES EXPORT_NAME FrameworkBundles)
+target_sources(vx_framework_bundles INTERFACE
+    FILE_SET HEADERS BASE_DIRS "${PROJECT_BINARY_DIR}/generated" FILES "${VX_FRAMEWORK_BUNDLES_HEADER}")
+target_link_libraries(vx_framework_bundles INTERFACE vx::service_framework)
 if(NOT VX_FRAMEWORK_EMBEDDED)
     # The component runtime needs these libraries, but has no run path to them, so a host brings them along.
     target_link_libraries(vx_framework_bundles INTERFACE usServiceComponent usAsyncWorkService)
-    target_link_options(vx_framework_bundles INTERFACE LINKER:--no-as-needed)
+    if(VX_ELF)
+        target_link_options(vx_framework_bundles INTERFACE LINKER:--no-as-needed)
+    endif()
 endif()
 add_library(vx::framework_bundles ALIAS vx_framework_bundles)
 
@@ -95,11 +108,11 @@ function(vx_add_bundle_manifest target manifest)
             COMMENT "Appending the bundle manifest to ${target}"
             VERBATIM)
     else()
-        vx_append_installed_manifest(${target} "${manifest}" "${arg_SYMBOLIC_NAME}")
+        vx_append_system_manifest(${target} "${manifest}" "${arg_SYMBOLIC_NAME}")
     endif()
 endfunction()
 
-function(vx_append_installed_manifest target manifest symbolic_name)
+function(vx_append_system_manifest target manifest symbolic_name)
     # The resource compiler knows files by their name relative to its folder, so the manifest needs one of its own.
     set(folder "${CMAKE_CURRENT_BINARY_DIR}/${target}.bundle")
     configure_file("${manifest}" "${folder}/manifest.json" COPYONLY)

@@ -19,7 +19,7 @@ time_full_build() {
     local folder start=$EPOCHREALTIME
     folder=$(mktemp -d)
     trap 'rm -rf -- "$folder"' RETURN
-    quietly cmake -S "$project" --preset release -B "$folder" -DCCACHE_PROGRAM= -DVX_BUILD_BENCH=OFF
+    quietly cmake -S "$project" --preset release -B "$folder" -DCCACHE_PROGRAM= -DVERDIX_BUILD_BENCH=OFF
     CCACHE_DISABLE=1 quietly taskset --cpu-list 0,1 ninja -C "$folder" -j 2
     awk -v start="$start" -v end="$EPOCHREALTIME" 'BEGIN { printf "%.0f\n", end - start }'
 }
@@ -37,7 +37,7 @@ echo "Timing the tree and the others ..." >&2
 "$folder/bin/vx_bench_tree" --benchmark_repetitions=15 --benchmark_min_time=0.1 \
     --benchmark_enable_random_interleaving=true --benchmark_report_aggregates_only=true \
     --benchmark_out="$results/tree.json" --benchmark_out_format=json >/dev/null
-strip -o "$results/module.so" "$folder/lib/libcom_tarnwick_verdix_factory_settings.so"
+strip -o "$results/module.so" "$folder/lib/verdix/bundles/libcom_tarnwick_verdix_factory_settings.so"
 if $time_build; then
     echo "Building everything from nothing ..." >&2
     time_full_build >"$results/build_seconds"

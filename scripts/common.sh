@@ -60,7 +60,7 @@ build_benchmarks() {
     local folder="$project/build/bench"
     (($#)) || set -- bench
     "$project/scripts/setup.sh" --bench --quiet
-    [[ -e $folder/build.ninja ]] || quietly cmake -S "$project" --preset release -B "$folder" -DVX_BUILD_BENCH=ON \
-        -DVX_BUILD_TESTS=OFF
+    [[ -e $folder/build.ninja ]] || quietly cmake -S "$project" --preset release -B "$folder" -DVERDIX_BUILD_BENCH=ON \
+        -DVERDIX_BUILD_TESTS=OFF
     quietly ninja -C "$folder" "$@"
 }

@@ -86,8 +86,7 @@ std::filesystem::path executableFile()
 
 std::filesystem::path defaultBundleFile()
 {
-    return executableFile().parent_path().parent_path() / "lib" /
-           "libcom_tarnwick_verdix_factory_settings.so";
+    return (executableFile().parent_path() / VX_OWN_BUNDLE).lexically_normal();
 }
 
 RunningFramework::RunningFramework()

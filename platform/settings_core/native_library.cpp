@@ -10,7 +10,7 @@ namespace vx::core {
 
 namespace {
 
-/// The folder that holds this library.
+/// The folder for native libraries that belongs to this library.
 std::filesystem::path ownFolder()
 {
     static const int addressInThisLibrary = 0;
@@ -18,7 +18,7 @@ std::filesystem::path ownFolder()
     if (dladdr(&addressInThisLibrary, &info) == 0 || info.dli_fname == nullptr) {
         return std::filesystem::current_path();
     }
-    return std::filesystem::absolute(info.dli_fname).parent_path();
+    return std::filesystem::absolute(info.dli_fname).parent_path() / "verdix" / "native";
 }
 
 std::string loaderError()
@@ -41,13 +41,13 @@ void* load(const std::string& library)
     requirePlainName(library);
     const std::string file = library + ".so";
     const std::filesystem::path folder = ownFolder();
-    const std::filesystem::path beside = folder / file;
-    const bool isBeside = std::filesystem::exists(beside);
-    if (void* handle = dlopen(isBeside ? beside.c_str() : file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    const std::filesystem::path own = folder / file;
+    const bool isOwn = std::filesystem::exists(own);
+    if (void* handle = dlopen(isOwn ? own.c_str() : file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
         return handle;
     }
-    if (isBeside) {
-        throw std::runtime_error(beside.string() + ": cannot be loaded: " + loaderError());
+    if (isOwn) {
+        throw std::runtime_error(own.string() + ": cannot be loaded: " + loaderError());
     }
     throw std::runtime_error(file + ": not found in " + folder.string() + " nor where the system looks (" +
                              loaderError() + "): install it there.");

@@ -1,6 +1,6 @@
 """Types unfinished commands into a shell on a terminal, and looks at what they do.
 
-    completion_test.py VXSETTINGS SHELL
+    completion_test.py VXSETTINGS SHELL [COMMAND that makes the shell complete, if not the usual one]
 """
 
 import os
@@ -61,8 +61,8 @@ class Terminal:
         return self.read_until("end\r\n")
 
 
-def main(vxsettings, shell):
-    command, set_up = SHELLS[shell]
+def main(vxsettings, shell, *set_up):
+    command, usual_set_up = SHELLS[shell]
     with tempfile.TemporaryDirectory() as folder:
         with open(os.path.join(folder, "old_settings.json"), "w", encoding="utf-8") as file:
             file.write('{ "settings": {} }')
@@ -73,7 +73,7 @@ def main(vxsettings, shell):
         }
         os.chdir(folder)
         terminal = Terminal([shutil.which(command[0])] + command[1:], environment)
-        terminal.run(set_up)
+        terminal.run(*set_up or [usual_set_up])
         failures = 0
         for typed, printed in CASES:
             shown = terminal.run(typed)
@@ -85,4 +85,4 @@ def main(vxsettings, shell):
 
 
 if __name__ == "__main__":
-    sys.exit(main(os.path.realpath(sys.argv[1]), sys.argv[2]))
+    sys.exit(main(os.path.realpath(sys.argv[1]), *sys.argv[2:]))

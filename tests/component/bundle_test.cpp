@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <iostream>
-#include <set>
 #include <string>
 #include <tests/support/factory_bundle.hpp>
 #include <tests/support/memory_use.hpp>
@@ -19,31 +18,6 @@ namespace {
 using settings::core::FactorySettingsLoader;
 using tests::factoryLoader;
 using tests::OutsideCore;
-
-TEST(Bundle, BuildsTheSameTreeEveryTime)
-{
-    tests::RunningFramework framework;
-    framework.start(VX_BUNDLE_FILE);
-    const auto loader = factoryLoader(framework.context());
-    ASSERT_NE(loader, nullptr);
-
-    OutsideCore first(loader->getRootGroupName());
-    loader->createTree(first.root);
-    OutsideCore second("verdix");
-    loader->createTree(second.root);
-
-    ASSERT_EQ(first.nodes.size(), second.nodes.size());
-    std::set<std::string> paths;
-    for (std::size_t i = 0; i < first.nodes.size(); ++i) {
-        EXPECT_EQ(first.nodes[i].path, second.nodes[i].path);
-        EXPECT_EQ(first.nodes[i].properties.factoryValue, second.nodes[i].properties.factoryValue)
-            << first.nodes[i].path;
-        EXPECT_TRUE(paths.insert(first.nodes[i].path).second) << first.nodes[i].path << " twice";
-    }
-    settings::core::ReleaseChangeTable changes;
-    loader->getReleaseChanges(changes);
-    EXPECT_FALSE(changes.empty());
-}
 
 TEST(Bundle, AFailureAnywhereLeavesTheNodesMadeBefore)
 {

@@ -1,0 +1,86 @@
+# What `cmake --install` puts where, and the packages by which others find it.
+#
+# Components  Module       the bundle
+#             Platform     the libraries of the embedded platform
+#             Tool         vxsettings, with what shells, readers and editors want of it
+#             Development  headers, the CMake package VerdixFactorySettings, the pkg-config file
+#
+# What the build writes below the folder for data in the build folder, such as manual page and JSON Schema, goes to the
+# same place in the installation.
+
+include(CMakePackageConfigHelpers)
+set(package "${CMAKE_INSTALL_LIBDIR}/cmake/VerdixFactorySettings")
+set(components Module)
+set(bundle_name com_tarnwick_verdix_factory_settings)
+set(bundle_name "${CMAKE_SHARED_LIBRARY_PREFIX}${bundle_name}${CMAKE_SHARED_LIBRARY_SUFFIX}")
+set(bundle "${CMAKE_INSTALL_LIBDIR}/verdix/bundles/${bundle_name}")
+
+# As a plain file: stripping would cut off the archive behind the library.
+install(FILES "${PROJECT_BINARY_DIR}/${bundle}" COMPONENT Module
+        DESTINATION "${CMAKE_INSTALL_LIBDIR}/verdix/bundles")
+
+function(vx_install_platform)
+    set(headers "${CMAKE_INSTALL_INCLUDEDIR}/verdix-factory-settings")
+    install(TARGETS vx_interfaces EXPORT Interfaces
+        FILE_SET HEADERS DESTINATION "${headers}" COMPONENT Development
+        INCLUDES DESTINATION "${headers}")  # for CMake before 3.23, which knows no file sets
+    install(FILES "${PROJECT_SOURCE_DIR}/builder/factory_node.hpp" DESTINATION "${headers}/builder"
+            COMPONENT Development)
+    if(VX_FRAMEWORK_EMBEDDED)
+        # In a folder of its own, not to be searched where CppMicroServices itself is used.
+        set(framework_headers FILE_SET HEADERS DESTINATION "${headers}/service_framework" COMPONENT Development
+                              INCLUDES DESTINATION "${headers}/service_framework")
+    endif()
+    install(TARGETS vx_service_framework EXPORT Platform
+        LIBRARY COMPONENT Platform NAMELINK_COMPONENT Development ${framework_headers})
+    install(TARGETS vx_data vx_foundation vx_settings_core vx_framework_bundles vx_platform EXPORT Platform
+        LIBRARY COMPONENT Platform NAMELINK_COMPONENT Development
+        FILE_SET HEADERS DESTINATION "${headers}" COMPONENT Development)
+    install(TARGETS vxsavevars vxservices vxgraphics_state
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/verdix/native" COMPONENT Platform)
+    foreach(component Interfaces Platform)
+        install(EXPORT ${component} FILE VerdixFactorySettings${component}.cmake NAMESPACE VerdixFactorySettings::
+                DESTINATION "${package}" COMPONENT Development)
+    endforeach()
+endfunction()
+
+function(vx_install_tool)
+    set(data "${CMAKE_INSTALL_DATADIR}")
+    install(TARGETS vxsettings COMPONENT Tool)
+    install(DIRECTORY "${PROJECT_BINARY_DIR}/${data}/" DESTINATION "${data}" COMPONENT Tool)
+    set(scripts "${PROJECT_SOURCE_DIR}/tool/completion/vxsettings")
+    install(FILES "${scripts}.bash" DESTINATION "${data}/bash-completion/completions" RENAME vxsettings COMPONENT Tool)
+    install(FILES "${scripts}.zsh" DESTINATION "${data}/zsh/site-functions" RENAME _vxsettings COMPONENT Tool)
+    install(FILES "${scripts}.fish" DESTINATION "${data}/fish/vendor_completions.d" COMPONENT Tool)
+endfunction()
+
+function(vx_install_pkg_config_file)
+    cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX OUTPUT_VARIABLE to_prefix
+               BASE_DIRECTORY "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig")
+    if(VX_FRAMEWORK_EMBEDDED)
+        set(framework_flags "-I\${includedir}/service_framework")
+        set(framework_libraries "-lvxserviceframework")
+    else()
+        set(framework_flags "-I$<JOIN:$<TARGET_PROPERTY:CppMicroServices,INTERFACE_INCLUDE_DIRECTORIES>, -I>")
+        set(framework_libraries "$<TARGET_FILE:CppMicroServices> $<TARGET_FILE:usServiceComponent>")
+    endif()
+    configure_file(cmake/verdix-factory-settings.pc.in verdix-factory-settings.pc.in @ONLY)
+    file(GENERATE OUTPUT "${PROJECT_BINARY_DIR}/verdix-factory-settings.pc"
+         INPUT "${PROJECT_BINARY_DIR}/verdix-factory-settings.pc.in")
+    install(FILES "${PROJECT_BINARY_DIR}/verdix-factory-settings.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig"
+            COMPONENT Development)
+endfunction()
+
+if(VERDIX_PLATFORM STREQUAL "embedded")
+    list(APPEND components Interfaces Platform)
+    vx_install_platform()
+    vx_install_tool()
+    vx_install_pkg_config_file()
+endif()
+
+configure_package_config_file(cmake/VerdixFactorySettingsConfig.cmake.in VerdixFactorySettingsConfig.cmake
+    INSTALL_DESTINATION "${package}" PATH_VARS bundle)
+write_basic_package_version_file(VerdixFactorySettingsConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES "${PROJECT_BINARY_DIR}/VerdixFactorySettingsConfig.cmake"
+              "${PROJECT_BINARY_DIR}/VerdixFactorySettingsConfigVersion.cmake"
+        DESTINATION "${package}" COMPONENT Development)

@@ -1,0 +1,140 @@
+#!/usr/bin/env bash
+# Installs the project, moves the installation, makes the Debian package, and uses each as another project would; then
+# builds the module alone for another platform, and compares the trees.
+set -euo pipefail
+source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
+(($# == 0)) || fail "unknown argument '$1'; see the head of this file"
+
+"$project/scripts/setup.sh" --ci --quiet
+folder=$project/build/package
+work=$folder/try # no folder of changing name: the compiler's cache knows files by their paths
+setting=verdix.commandwindow.NumericFormat
+export XDG_CONFIG_HOME=$work/none XDG_CONFIG_DIRS=$work/none CMAKE_GENERATOR=Ninja
+
+# expect WHAT WANTED FOUND
+expect() {
+    [[ $3 == "$2" ]] || fail "$1 printed '$3' instead of '$2'"
+}
+
+# build_project SOURCE FOLDER [OPTION...]
+build_project() {
+    local launcher=()
+    type ccache &>/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+    quietly cmake -S "$1" -B "$2" "${launcher[@]}" -DCMAKE_CXX_FLAGS="-Wall -Wextra -Werror" "${@:3}"
+    quietly cmake --build "$2"
+}
+
+# use_by_cmake PREFIX FOLDER
+use_by_cmake() {
+    build_project "$project/tests/consumer" "$2" -DCMAKE_PREFIX_PATH="$1"
+    expect "the consumer built by CMake from $1" short "$("$2/consumer" "$(<"$2/bundle_file")" $setting)"
+}
+
+# use_by_pkg_config PREFIX
+use_by_pkg_config() {
+    local -x PKG_CONFIG_PATH=$1/lib/pkgconfig
+    local flags
+    read -ra flags < <(pkg-config --cflags --libs verdix-factory-settings)
+    c++ -std=c++20 "$project/tests/consumer/main.cpp" "${flags[@]}" -o "$work/plain_consumer"
+    expect "the consumer built by pkg-config from $1" short "$(LD_LIBRARY_PATH=$1/lib \
+        "$work/plain_consumer" "$(pkg-config --variable=bundle verdix-factory-settings)" $setting)"
+}
+
+# use_command PREFIX
+use_command() {
+    expect "$1/bin/vxsettings" short "$("$1/bin/vxsettings" get $setting)"
+    "$1/bin/vxsettings" doctor >"$work/doctor" || fail "$1/bin/vxsettings finds fault: $(<"$work/doctor")"
+    ! grep -F -e "$folder/bin" -e "$folder/lib" "$work/doctor" || fail "$1/bin/vxsettings leads out of $1"
+}
+
+# check_data_files PREFIX FOLDER: zsh looks for functions in another folder on Debian
+check_data_files() {
+    local data=$1/share shell file
+    "$1/bin/vxsettings" export --format json-schema | cmp - "$data/verdix/settings.schema.json"
+    python3 -m json.tool "$data/verdix/settings.schema.json" >/dev/null
+    for shell in bash:bash-completion/completions/vxsettings fish:fish/vendor_completions.d/vxsettings.fish \
+        "zsh:zsh/$2/_vxsettings"; do
+        file=$data/${shell#*:}
+        "$1/bin/vxsettings" completion "${shell%%:*}" | cmp - "$file"
+    done
+    python3 "$project/tests/completion/completion_test.py" "$1/bin/vxsettings" zsh \
+        "fpath=('$data/zsh/$2' \$fpath); autoload -U compinit && compinit -u"
+}
+
+check_components() {
+    local refusal
+    ! refusal=$(cmake -S "$project/tests/consumer" -B "$work/refused" -DCMAKE_PREFIX_PATH="$1" \
+        -DCOMPONENTS="Module;Tree" 2>&1) || fail "the CMake package takes a component that there is none of"
+    [[ $(tr -s '[:space:]' ' ' <<<"$refusal") == *"no component Tree; this installation has: Module, Interfaces, Platform"* ]] ||
+        fail "the CMake package refuses a component without saying why: $refusal"
+}
+
+# As recording_host prints it: each node with what it is, its alias target, and its value.
+recorded_tree() {
+    "$1/bin/vxsettings" export --format json | python3 -c '
+import json, sys
+
+def text(value):
+    if value is None:
+        return "unknown 0-by-0"
+    data = value["data"]
+    if value["class"] == "char":
+        data = [data]
+    elif value["class"] == "cell":
+        data = [f"(char 1-by-{len(element)} {element})" for element in data]
+    elif value["class"] != "string":
+        data = [f"{float(element):.17g}" for element in data]
+    return " ".join([value["class"], "-by-".join(map(str, value["dims"])), *data])
+
+for node in json.load(sys.stdin)["nodes"]:
+    kind = "group" if node["node"] == "group" else "setting"
+    print(node["path"], kind, node["aliasTarget"] or "", text(node["value"]))'
+}
+
+# The module alone, for a platform that has nothing of this one.
+use_other_platform() {
+    build_project "$project/tests/external_platform" "$work/platform" -DCMAKE_PREFIX_PATH="$1"
+    quietly cmake --install "$work/platform" --prefix "$work/platform_installed"
+    build_project "$project" "$work/module" -DVERDIX_PLATFORM=external \
+        -DCMAKE_PREFIX_PATH="$work/platform_installed;$1"
+    recorded_tree "$1" >"$work/expected_record"
+    "$work/platform/recording_host" "$work"/module/lib/verdix/bundles/* >"$work/record"
+    diff "$work/expected_record" "$work/record" ||
+        fail "the module built for another platform describes another tree"
+    ! ldd "$work"/module/lib/verdix/bundles/* | grep -E 'libvx(data|foundation|settingscore)' ||
+        fail "the module built for another platform is linked with the embedded one"
+}
+
+test_package() {
+    [[ -e $folder/build.ninja ]] ||
+        quietly cmake -S "$project" --preset release -B "$folder" -DVERDIX_BUILD_TESTS=OFF
+    quietly ninja -C "$folder"
+    rm -rf -- "$work"
+    mkdir -- "$work"
+
+    quietly cmake --install "$folder" --prefix "$work/first" --strip
+    use_command "$work/first"
+    check_data_files "$work/first" site-functions
+    check_components "$work/first"
+    use_by_cmake "$work/first" "$work/consumer"
+    quietly cmake --build "$work/consumer" --target headers
+    use_by_pkg_config "$work/first"
+
+    mv -- "$work/first" "$work/moved"
+    use_command "$work/moved"
+    expect "the consumer built before the installation moved" short "$(LD_LIBRARY_PATH=$work/moved/lib \
+        "$work/consumer/consumer" "$work"/moved/lib/verdix/bundles/* $setting)"
+    use_by_cmake "$work/moved" "$work/consumer_of_moved"
+    use_by_pkg_config "$work/moved"
+
+    quietly cpack --config "$folder/CPackConfig.cmake" -B "$work/package"
+    dpkg-deb --extract "$work"/package/*.deb "$work/root"
+    use_command "$work/root/usr"
+    check_data_files "$work/root/usr" vendor-completions
+    use_by_cmake "$work/root/usr" "$work/consumer_of_package"
+    use_other_platform "$work/moved"
+    echo "Installed, moved and packaged: each was used by the command, by CMake and by pkg-config;" \
+        "$(wc -l <"$work/record") nodes are the same on another platform."
+}
+
+alone package test_package

@@ -1,0 +1,7 @@
+include(CMakeFindDependencyMacro)
+find_dependency(VerdixFactorySettings 1 COMPONENTS Interfaces Platform)
+include("${CMAKE_CURRENT_LIST_DIR}/VerdixPlatformTargets.cmake")
+if(NOT TARGET VerdixPlatform::ServiceFramework)
+    add_library(VerdixPlatform::ServiceFramework INTERFACE IMPORTED)
+    target_link_libraries(VerdixPlatform::ServiceFramework INTERFACE VerdixFactorySettings::ServiceFramework)
+endif()
