@@ -54,9 +54,7 @@ void BundlePrivate::Close()
 void BundlePrivate::Start()
 {
     const std::lock_guard lock(transition_);
-    if (state_ == Bundle::STATE_UNINSTALLED) {
-        ThrowUninstalled();
-    }
+    CheckInstalled();
     if (state_ == Bundle::STATE_ACTIVE || state_ == Bundle::STATE_STARTING) {
         return;
     }
@@ -92,9 +90,7 @@ void BundlePrivate::CheckSupported() const
 void BundlePrivate::Stop()
 {
     const std::lock_guard lock(transition_);
-    if (state_ == Bundle::STATE_UNINSTALLED) {
-        ThrowUninstalled();
-    }
+    CheckInstalled();
     if (state_ != Bundle::STATE_ACTIVE) {
         return;
     }
@@ -113,9 +109,11 @@ void BundlePrivate::Uninstall()
     }
 }
 
-void BundlePrivate::ThrowUninstalled() const
+void BundlePrivate::CheckInstalled() const
 {
-    throw std::logic_error("The bundle " + manifest.symbolicName + " (" + location + ") is uninstalled");
+    if (state_ == Bundle::STATE_UNINSTALLED) {
+        throw std::logic_error("The bundle " + manifest.symbolicName + " (" + location + ") is uninstalled");
+    }
 }
 
 std::shared_ptr<SharedLibrary> BundlePrivate::LoadLibrary()
@@ -192,7 +190,7 @@ Bundle& Bundle::operator=(std::nullptr_t)
 
 bool Bundle::operator<(const Bundle& other) const
 {
-    return d && other.d ? d->id < other.d->id : d < other.d;
+    return d && (!other.d || d->id < other.d->id);
 }
 
 Bundle::State Bundle::GetState() const
@@ -232,13 +230,15 @@ const AnyMap& Bundle::GetHeaders() const
 
 std::vector<ServiceReferenceU> Bundle::GetRegisteredServices() const
 {
-    const auto core = CoreOf(GetPrivate(*this));
+    GetPrivate(*this)->CheckInstalled();
+    const auto core = d->Core();
     return core ? core->Services().RegisteredBy(*d) : std::vector<ServiceReferenceU>();
 }
 
 std::vector<ServiceReferenceU> Bundle::GetServicesInUse() const
 {
-    const auto core = CoreOf(GetPrivate(*this));
+    GetPrivate(*this)->CheckInstalled();
+    const auto core = d->Core();
     return core ? core->Services().UsedBy(*d) : std::vector<ServiceReferenceU>();
 }
 

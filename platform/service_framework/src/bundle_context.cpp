@@ -77,6 +77,16 @@ BundleContext::BundleContext() = default;
 
 BundleContext::BundleContext(std::shared_ptr<BundleContextPrivate> context) : d(std::move(context)) {}
 
+bool BundleContext::operator==(const BundleContext& other) const
+{
+    return *this ? d == other.d : !other;
+}
+
+bool BundleContext::operator<(const BundleContext& other) const
+{
+    return *this && (!other || d < other.d);
+}
+
 BundleContext& BundleContext::operator=(std::nullptr_t)
 {
     d = nullptr;
@@ -147,17 +157,15 @@ ServiceReferenceU BundleContext::GetServiceReference(const std::string& interfac
 
 std::shared_ptr<void> BundleContext::GetService(const ServiceReferenceBase& reference)
 {
-    const auto owner = ownerOf(d);
     checkReference(reference);
-    const auto objects = reference.record_->Use(owner);
+    const auto objects = reference.record_->Use(ownerOf(d));
     return {objects, ExtractInterface(objects, reference.GetInterfaceId()).get()};
 }
 
 InterfaceMapConstPtr BundleContext::GetService(const ServiceReferenceU& reference)
 {
-    const auto owner = ownerOf(d);
     checkReference(reference);
-    return reference.record_->Use(owner);
+    return reference.record_->Use(ownerOf(d));
 }
 
 ListenerToken BundleContext::AddFrameworkListener(const FrameworkListener& listener)

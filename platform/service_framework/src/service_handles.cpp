@@ -181,14 +181,27 @@ ServiceObjectsBase::ServiceObjectsBase(std::shared_ptr<BundleContextPrivate> con
     }
 }
 
-InterfaceMapConstPtr ServiceObjectsBase::GetServiceInterfaceMap() const
+InterfaceMapConstPtr ServiceObjectsBase::Use() const
 {
     return reference_ ? reference_.record_->Use(context_->Owner()) : nullptr;
 }
 
+InterfaceMapConstPtr ServiceObjectsBase::GetServiceInterfaceMap() const
+{
+    const auto objects = Use();
+    if (!objects) {
+        return nullptr;
+    }
+    auto shared = std::make_shared<InterfaceMap>();
+    for (const auto& [interfaceId, object] : *objects) {
+        shared->emplace(interfaceId, std::shared_ptr<void>(objects, object.get()));
+    }
+    return shared;
+}
+
 std::shared_ptr<void> ServiceObjectsBase::GetService() const
 {
-    const auto objects = GetServiceInterfaceMap();
+    const auto objects = Use();
     return {objects, ExtractInterface(objects, reference_.GetInterfaceId()).get()};
 }
 

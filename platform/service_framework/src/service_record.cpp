@@ -8,6 +8,7 @@
 #include <bundle_private.hpp>
 #include <core_bundle_context.hpp>
 #include <optional>
+#include <service_names.hpp>
 #include <service_record.hpp>
 #include <stdexcept>
 #include <utility>
@@ -41,7 +42,7 @@ std::vector<std::string> interfacesOf(const InterfaceMapConstPtr& objects, bool 
                                         "\"");
         }
         if (interfaceId != detail::factoryInterfaceId) {
-            interfaces.push_back(interfaceId);
+            interfaces.emplace_back(withoutLeadingColons(interfaceId));
         }
     }
     return interfaces;
@@ -229,14 +230,9 @@ InterfaceMapConstPtr ServiceRecord::Enter(const std::shared_ptr<BundlePrivate>& 
 InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePrivate>& user,
                                                 ServiceFactory& factory)
 {
-    const auto reportError = [&](const Bundle& origin, const std::string& message,
-                                 ServiceException::Type type) {
-        Report({FrameworkEvent::FRAMEWORK_ERROR, origin, message,
-                std::make_exception_ptr(ServiceException(message, type))});
-    };
     const Bundle bundle = MakeBundle(user);
     if (std::ranges::find(factoriesAtWork, this) != factoriesAtWork.end()) {
-        reportError(bundle, "A service factory asked for its own service",
+        ReportError(bundle, "A service factory asked for its own service",
                     ServiceException::FACTORY_RECURSION);
         return nullptr;
     }
@@ -244,14 +240,16 @@ InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePriv
     const std::shared_ptr<void> done(nullptr, [](void*) { factoriesAtWork.pop_back(); });
     try {
         auto objects = factory.GetService(bundle, ServiceRegistrationBase(shared_from_this()));
-        if (!objects) {
-            reportError(bundle, "A service factory made no object", ServiceException::FACTORY_ERROR);
+        if (!objects || objects->empty()) {
+            ReportError(bundle, "A service factory made no object", ServiceException::FACTORY_ERROR);
             return nullptr;
         }
         for (const std::string& interfaceId : interfaces_) {
             if (!objects->contains(interfaceId)) {
-                reportError(bundle, "A service factory made an object without the interface " + interfaceId,
-                            ServiceException::FACTORY_ERROR);
+                const std::string message =
+                    "A service factory made an object without the interface " + interfaceId;
+                Report({FrameworkEvent::FRAMEWORK_WARNING, bundle, message,
+                        std::make_exception_ptr(std::logic_error(message))});
                 return nullptr;
             }
         }
@@ -262,10 +260,7 @@ InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePriv
     } catch (const std::bad_alloc&) {
         throw;  // no defect of the factory: it may do better the next time
     } catch (const std::exception& error) {
-        reportError(bundle, error.what(), ServiceException::FACTORY_EXCEPTION);
-    } catch (...) {
-        reportError(bundle, "A service factory threw something that is no std::exception",
-                    ServiceException::FACTORY_EXCEPTION);
+        ReportError(bundle, error.what(), ServiceException::FACTORY_EXCEPTION);
     }
     return nullptr;
 }
@@ -329,10 +324,20 @@ void ServiceRecord::GiveBack(ServiceFactory& factory, const UserEntry& entry)
     }
     try {
         factory.UngetService(MakeBundle(user), ServiceRegistrationBase(shared_from_this()), entry.objects);
+    } catch (const std::exception& error) {
+        ReportError(MakeBundle(user), error.what(), ServiceException::FACTORY_EXCEPTION);
     } catch (...) {
-        Report({FrameworkEvent::FRAMEWORK_ERROR, MakeBundle(user),
-                "A service factory failed to take its object back", std::current_exception()});
+        // Must not leave here: the last pointer to the object may go in any destructor.
+        ReportError(MakeBundle(user), "A service factory threw something that is no std::exception",
+                    ServiceException::FACTORY_EXCEPTION);
     }
+}
+
+void ServiceRecord::ReportError(const Bundle& origin, const std::string& message,
+                                ServiceException::Type type) const
+{
+    Report({FrameworkEvent::FRAMEWORK_ERROR, origin, message,
+            std::make_exception_ptr(ServiceException(message, type))});
 }
 
 void ServiceRecord::Report(const FrameworkEvent& event) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cppmicroservices/AnyMap.h>
+#include <cppmicroservices/ServiceException.h>
 #include <cppmicroservices/ServiceInterface.h>
 #include <cppmicroservices/ServiceProperties.h>
 #include <cppmicroservices/ServiceReferenceBase.h>
@@ -14,6 +15,7 @@
 
 namespace cppmicroservices {
 
+class Bundle;
 class BundlePrivate;
 class FrameworkEvent;
 class SharedLibrary;
@@ -72,6 +74,7 @@ private:
     InterfaceMapConstPtr MakeObjects(const std::shared_ptr<BundlePrivate>& user, ServiceFactory& factory);
     void Release(BundlePrivate& user);
     void GiveBack(ServiceFactory& factory, const UserEntry& entry);
+    void ReportError(const Bundle& origin, const std::string& message, ServiceException::Type type) const;
     /// Tells the framework's listeners; quietly does nothing once the framework is gone.
     void Report(const FrameworkEvent& event) const;
 

@@ -1,6 +1,7 @@
 #include <cppmicroservices/LDAPFilter.h>
 
 #include <algorithm>
+#include <service_names.hpp>
 #include <service_record.hpp>
 #include <service_registry.hpp>
 
@@ -80,18 +81,24 @@ ServiceRegistry::Records ServiceRegistry::All() const
     return all_;
 }
 
-std::vector<ServiceReferenceU> ServiceRegistry::Find(const std::string& interfaceId,
+ServiceRegistry::Records ServiceRegistry::Candidates(const std::string& interfaceId) const
+{
+    const std::lock_guard lock(mutex_);
+    if (interfaceId.empty()) {
+        Records ranked = all_;
+        std::ranges::sort(ranked, ranksBefore);
+        return ranked;
+    }
+    const auto found = byInterface_.find(interfaceId);
+    return found == byInterface_.end() ? Records() : found->second;
+}
+
+std::vector<ServiceReferenceU> ServiceRegistry::Find(const std::string& interfaceName,
                                                      const std::string& filterText) const
 {
     const LDAPFilter filter = filterText.empty() ? LDAPFilter() : LDAPFilter(filterText);
-    const Records candidates = [&] {
-        const std::lock_guard lock(mutex_);
-        if (interfaceId.empty()) {
-            return all_;
-        }
-        const auto found = byInterface_.find(interfaceId);
-        return found == byInterface_.end() ? Records() : found->second;
-    }();
+    const std::string interfaceId(withoutLeadingColons(interfaceName));
+    const Records candidates = Candidates(interfaceId);
     std::vector<ServiceReferenceU> references;
     references.reserve(candidates.size());
     for (const auto& record : candidates) {
