@@ -1,0 +1,156 @@
+#include <cppmicroservices/Constants.h>
+#include <cppmicroservices/FrameworkEvent.h>
+#include <cppmicroservices/FrameworkFactory.h>
+#include <cppmicroservices/ServiceObjects.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <bundle_maker.hpp>
+#include <chrono>
+#include <framework_bundles.hpp>
+#include <functional>
+#include <greeter.hpp>
+#include <stdexcept>
+#include <tests/support/files.hpp>
+#include <tests/support/running_framework.hpp>
+
+using namespace cppmicroservices;
+using greetings::Greeter;
+
+namespace {
+
+struct OneGreeter final : Greeter
+{
+    std::string greet() const override { return "hello"; }
+};
+
+struct BundleTest : testing::Test
+{
+    tests::RunningFramework running;
+    BundleContext context = running.context();
+};
+
+TEST_F(BundleTest, goesThroughItsStates)
+{
+    auto bundle = running.install(GREETER_BUNDLE);
+    EXPECT_EQ(bundle.GetVersion().ToString(), "1.2.3");
+    EXPECT_EQ(bundle.GetHeaders().at("BUNDLE.vendor").ToString(), "Tarnwick");
+    EXPECT_EQ(running.install(GREETER_BUNDLE), bundle) << "a second time is the same bundle";
+    EXPECT_EQ(context.GetBundles(GREETER_BUNDLE), std::vector<Bundle>{bundle});
+    EXPECT_LT(Bundle(running.framework()), bundle);
+    EXPECT_LT(bundle, Bundle()) << "an empty handle is the last";
+    EXPECT_FALSE(bundle.GetBundleContext());
+    bundle.Stop();
+    EXPECT_EQ(bundle.GetState(), Bundle::STATE_INSTALLED);
+    bundle.Start();
+    EXPECT_EQ(bundle.GetState(), Bundle::STATE_ACTIVE);
+    const BundleContext first = bundle.GetBundleContext();
+    bundle.Stop();
+    EXPECT_EQ(bundle.GetState(), Bundle::STATE_RESOLVED);
+    bundle.Start();
+    EXPECT_FALSE(first == bundle.GetBundleContext()) << "each run has a context of its own";
+    EXPECT_TRUE(first == BundleContext());
+    EXPECT_LT(bundle.GetBundleContext(), first);
+
+    bundle.Uninstall();
+    EXPECT_EQ(bundle.GetState(), Bundle::STATE_UNINSTALLED);
+    EXPECT_FALSE(context.GetBundle(bundle.GetBundleId()));
+    EXPECT_THROW(bundle.Start(), std::logic_error);
+    EXPECT_THROW(bundle.Uninstall(), std::logic_error);
+    EXPECT_THROW(bundle.GetRegisteredServices(), std::logic_error);
+    EXPECT_THROW(Bundle().Start(), std::invalid_argument);
+}
+
+TEST_F(BundleTest, takesItsRunAlongWhenItStops)
+{
+    auto bundle = running.start(GREETER_BUNDLE);
+    auto own = bundle.GetBundleContext();
+    auto offered = own.RegisterService<Greeter>(std::make_shared<OneGreeter>());
+    const auto held = context.GetService(offered.GetReference());
+    const auto hosted = context.RegisterService<Greeter>(std::make_shared<OneGreeter>()).GetReference();
+    const auto used = own.GetService(hosted);
+    const auto objects = own.GetServiceObjects(hosted);
+    EXPECT_EQ(offered.GetReference().GetBundle(), bundle);
+    EXPECT_EQ(hosted.GetUsingBundles(), std::vector<Bundle>{bundle});
+
+    bundle.Stop();
+    EXPECT_THROW(offered.Unregister(), std::logic_error);
+    EXPECT_TRUE(hosted.GetUsingBundles().empty());
+    EXPECT_EQ(held->greet() + used->greet(), "hellohello");
+    const std::function<void(BundleContext)> operations[] = {
+        [](BundleContext over) { (void)over.GetProperty("any"); },
+        [](BundleContext over) { (void)over.GetBundle(); },
+        [](BundleContext over) { (void)over.GetBundles(); },
+        [](BundleContext over) { (void)over.InstallBundles(GREETER_BUNDLE); },
+        [](BundleContext over) { over.RegisterService<Greeter>(std::make_shared<OneGreeter>()); },
+        [](BundleContext over) { (void)over.GetServiceReferences<Greeter>(); },
+        [&](BundleContext over) { (void)over.GetService(hosted); },
+        [](BundleContext over) { over.AddFrameworkListener([](const FrameworkEvent&) {}); },
+    };
+    for (const auto& operation : operations) {
+        EXPECT_THROW(operation(own), IllegalStateException) << &operation - operations;
+        EXPECT_THROW(operation(BundleContext()), IllegalStateException) << &operation - operations;
+    }
+    EXPECT_THROW(objects.GetService(), IllegalStateException);
+    EXPECT_THROW(own.GetService(ServiceReferenceU()), std::invalid_argument) << "the reference counts first";
+}
+
+TEST_F(BundleTest, refusesBadFiles)
+{
+    const tests::TestFolder folder;
+    const std::string library = tests::readFile(PLAIN_LIBRARY);
+    const std::string archive = makeArchive({{"bad/manifest.json", R"({"bundle.symbolic_name": "bad"})"}});
+    for (const std::string& content :
+         {std::string(), std::string("not a library at all"), library,
+          library + makeArchive({{"bad/manifest.json", "[1, 2]"}}), library + archive.substr(0, 40)})
+    {
+        const std::string file = folder.with("bad.so", content);
+        EXPECT_THAT([&] { running.install(file); },
+                    testing::ThrowsMessage<std::runtime_error>(testing::HasSubstr(file)));
+    }
+    EXPECT_THROW(running.install(folder / "missing.so"), std::runtime_error);
+    const auto bare = running.start(folder.with("bare.so", library.substr(0, 64) + archive));
+    EXPECT_EQ(bare.GetState(), Bundle::STATE_ACTIVE) << "without components, nothing is loaded";
+}
+
+TEST(FrameworkTest, isABundleThatStartsAndStopsAgain)
+{
+    using Event = FrameworkEvent;
+    Framework framework = FrameworkFactory().NewFramework(FrameworkConfiguration{{"Own.Key", 5}});
+    const auto waited = [&](int milliseconds) {
+        return framework.WaitForStop(std::chrono::milliseconds(milliseconds)).GetType();
+    };
+    EXPECT_EQ(waited(1), Event::FRAMEWORK_ERROR) << "it never started";
+    framework.Init();
+    EXPECT_EQ(framework.GetState(), Bundle::STATE_STARTING);
+    auto context = framework.GetBundleContext();
+    std::vector<Event::Type> events;
+    context.AddFrameworkListener([&](const Event& event) { events.push_back(event.GetType()); });
+    framework.Start();
+    EXPECT_EQ(events, std::vector{Event::FRAMEWORK_STARTED});
+    EXPECT_EQ(waited(1), Event::FRAMEWORK_WAIT_TIMEDOUT);
+
+    EXPECT_EQ(framework.GetVersion().ToString(), vx::frameworkVersion);
+    EXPECT_TRUE(framework.GetHeaders().at("bundle.symbolic_name") == Constants::SYSTEM_BUNDLE_SYMBOLICNAME);
+    EXPECT_EQ(context.GetProperty(Constants::FRAMEWORK_VENDOR).ToString(), vx::frameworkName);
+    EXPECT_EQ(context.GetProperty(Constants::FRAMEWORK_VERSION).ToString(), vx::frameworkVersion);
+    EXPECT_TRUE(context.GetProperty("Own.Key") == 5);
+    EXPECT_TRUE(context.GetProperty("own.key").Empty());
+    EXPECT_THROW(framework.Uninstall(), std::runtime_error);
+    EXPECT_THROW(Framework(context.InstallBundles(GREETER_BUNDLE).at(0)), std::logic_error);
+    const auto offered = context.RegisterService<Greeter>(std::make_shared<OneGreeter>());
+    const auto held = context.GetService(offered.GetReference());
+
+    framework.Stop();
+    EXPECT_EQ(waited(0), Event::FRAMEWORK_STOPPED);
+    EXPECT_EQ(framework.GetState(), Bundle::STATE_RESOLVED);
+    EXPECT_FALSE(framework.GetBundleContext());
+    EXPECT_EQ(held->greet(), "hello");
+    framework.Start();
+    EXPECT_FALSE(context);
+    EXPECT_TRUE(framework.GetBundleContext().GetServiceReferences<Greeter>().empty());
+    framework.Stop();
+    EXPECT_EQ(waited(0), Event::FRAMEWORK_STOPPED);
+}
+
+}  // namespace
