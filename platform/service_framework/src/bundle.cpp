@@ -41,14 +41,21 @@ void BundlePrivate::Open()
 void BundlePrivate::Close()
 {
     components_.reset();
-    std::shared_ptr<BundleContextPrivate> context;
-    if (const auto core = Core()) {
+    const auto core = Core();
+    if (core) {
         core->Services().RemoveBundle(*this);
-        core->RemoveListeners(*Context());
     }
-    const std::lock_guard lock(contextMutex_);
-    context.swap(context_);
-    context->Invalidate();
+    std::shared_ptr<BundleContextPrivate> context;
+    {
+        const std::lock_guard lock(contextMutex_);
+        context.swap(context_);
+        context->Invalidate();
+    }
+    if (core) {
+        core->RemoveListeners(*context);
+        // What other threads have added while the context was still good.
+        core->Services().RemoveBundle(*this);
+    }
 }
 
 void BundlePrivate::Start()
@@ -59,9 +66,9 @@ void BundlePrivate::Start()
         return;
     }
     const auto core = Core();
-    if (!core || !core->IsOpen()) {
+    if (!core || !core->IsOpen() || core->Find(id).get() != this) {
         throw std::runtime_error("The bundle " + manifest.symbolicName + " (" + location +
-                                 ") belongs to a stopped framework");
+                                 ") belongs to a stopped framework; install it when that has started again");
     }
     CheckSupported();
     Open();

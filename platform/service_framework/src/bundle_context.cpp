@@ -140,7 +140,7 @@ std::vector<Bundle> BundleContext::InstallBundles(const std::string& location)
 ServiceRegistrationU BundleContext::RegisterService(const InterfaceMapConstPtr& service,
                                                     const ServiceProperties& properties)
 {
-    return coreOf(d)->Services().Register(ownerOf(d), service, properties);
+    return coreOf(d)->Services().Register(*d, service, properties);
 }
 
 std::vector<ServiceReferenceU> BundleContext::GetServiceReferences(const std::string& interfaceId,
@@ -170,7 +170,13 @@ InterfaceMapConstPtr BundleContext::GetService(const ServiceReferenceU& referenc
 
 ListenerToken BundleContext::AddFrameworkListener(const FrameworkListener& listener)
 {
-    return coreOf(d)->AddListener(*d, listener);
+    const auto core = coreOf(d);
+    auto token = core->AddListener(*d, listener);
+    if (!d->IsValid()) {
+        core->RemoveListener(token);  // the bundle has stopped meanwhile, and may have missed it
+        throwOver();
+    }
+    return token;
 }
 
 void BundleContext::RemoveListener(ListenerToken token)

@@ -154,11 +154,9 @@ void ServiceRegistrationBase::SetProperties(const ServiceProperties& properties)
 
 void ServiceRegistrationBase::Unregister()
 {
-    Registered();
-    if (const auto core = CoreOf(record_->Owner())) {
-        core->Services().Remove(*record_);
-    }
-    if (!record_->Unregister()) {
+    ServiceRecord& record = Registered();
+    const auto core = CoreOf(record.Owner());
+    if (!(core ? core->Services().Unregister(record) : record.Unregister())) {
         throw std::logic_error("The service is unregistered");
     }
 }

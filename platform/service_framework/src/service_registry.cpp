@@ -1,6 +1,7 @@
 #include <cppmicroservices/LDAPFilter.h>
 
 #include <algorithm>
+#include <bundle_context_private.hpp>
 #include <service_names.hpp>
 #include <service_record.hpp>
 #include <service_registry.hpp>
@@ -21,15 +22,16 @@ bool is(const std::shared_ptr<ServiceRecord>& candidate, const ServiceRecord& re
 
 }  // namespace
 
-ServiceRegistrationU ServiceRegistry::Register(const std::shared_ptr<BundlePrivate>& owner,
+ServiceRegistrationU ServiceRegistry::Register(const BundleContextPrivate& context,
                                                const InterfaceMapConstPtr& objects,
                                                const ServiceProperties& properties)
 {
-    const auto record = std::make_shared<ServiceRecord>(owner, objects, properties);
+    const auto record = std::make_shared<ServiceRecord>(context.Owner(), objects, properties);
     try {
         Add(record);
+        context.Owner();  // throws when the bundle has stopped meanwhile, and may have missed this service
     } catch (...) {
-        Remove(*record);
+        Unregister(*record);
         throw;
     }
     return ServiceRegistrationBase(record);
@@ -60,6 +62,12 @@ void ServiceRegistry::Remove(const ServiceRecord& record)
             byInterface_.erase(found);
         }
     }
+}
+
+bool ServiceRegistry::Unregister(ServiceRecord& record)
+{
+    Remove(record);
+    return record.Unregister();
 }
 
 void ServiceRegistry::SetProperties(ServiceRecord& record, const ServiceProperties& properties)
@@ -135,8 +143,7 @@ void ServiceRegistry::RemoveBundle(BundlePrivate& bundle)
 {
     while (const auto record = OneOf(bundle)) {
         if (record->Owner().get() == &bundle) {
-            Remove(*record);
-            record->Unregister();
+            Unregister(*record);
         } else {
             record->ReleaseAll(bundle);
         }

@@ -11,6 +11,7 @@
 
 namespace cppmicroservices {
 
+class BundleContextPrivate;
 class BundlePrivate;
 class ServiceRecord;
 
@@ -19,9 +20,10 @@ class ServiceRegistry
 {
 public:
     /// Throws as BundleContext::RegisterService does.
-    ServiceRegistrationU Register(const std::shared_ptr<BundlePrivate>& owner,
-                                  const InterfaceMapConstPtr& objects, const ServiceProperties& properties);
-    void Remove(const ServiceRecord& record);
+    ServiceRegistrationU Register(const BundleContextPrivate& context, const InterfaceMapConstPtr& objects,
+                                  const ServiceProperties& properties);
+    /// Takes a service out and ends its uses; false when it was unregistered already.
+    bool Unregister(ServiceRecord& record);
     /// Replaces a service's properties and moves it to the place of its new ranking, both in one step: an
     /// order in which a ranking changes meanwhile is none. Throws as ServiceRegistrationBase::SetProperties
     /// does.
@@ -40,6 +42,7 @@ private:
     using Records = std::vector<std::shared_ptr<ServiceRecord>>;
 
     void Add(const std::shared_ptr<ServiceRecord>& record);
+    void Remove(const ServiceRecord& record);
     /// The services of an interface, or all when it is empty, highest first.
     Records Candidates(const std::string& interfaceId) const;
     Records All() const;
