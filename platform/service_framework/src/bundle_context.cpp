@@ -70,7 +70,7 @@ BundleContext MakeBundleContext(const std::shared_ptr<BundleContextPrivate>& con
 
 BundleContext detail::MakeBundleContext(BundleContextPrivate* context)
 {
-    return BundleContext(context->shared_from_this());
+    return cppmicroservices::MakeBundleContext(context->shared_from_this());
 }
 
 BundleContext::BundleContext() = default;

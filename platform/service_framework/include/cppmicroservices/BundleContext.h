@@ -142,7 +142,6 @@ public:
 
 private:
     friend BundleContext MakeBundleContext(const std::shared_ptr<BundleContextPrivate>&);
-    friend BundleContext detail::MakeBundleContext(BundleContextPrivate*);
     explicit BundleContext(std::shared_ptr<BundleContextPrivate> context);
 
     std::shared_ptr<BundleContextPrivate> d;
