@@ -103,7 +103,6 @@ TEST_F(ServiceRegistry, namesInterfacesByTypeAndFindsThemByNameAndFilter)
     EXPECT_EQ(greetingsIn(context, context.GetServiceReferences<Greeter>("(volume>=10)")),
               std::vector<std::string>{"loud"});
     EXPECT_EQ(context.GetServiceReferences("", "(&(objectclass=greetings::*)(!(volume=*)))").size(), 1U);
-    EXPECT_TRUE(context.GetServiceReferences("greetings::Unknown").empty());
     EXPECT_FALSE(context.GetServiceReference("greetings::Unknown"));
     EXPECT_THROW(context.GetServiceReferences<Greeter>("(volume"), std::invalid_argument);
 }
@@ -118,15 +117,8 @@ TEST_F(ServiceRegistry, givesEachInterfaceItsOwnView)
     EXPECT_EQ(context.GetService(greeter)->greet(), "hello");
     EXPECT_EQ(ServiceReferenceBase(counter), ServiceReferenceBase(greeter));
     EXPECT_EQ(std::hash<ServiceReferenceBase>()(counter), std::hash<ServiceReferenceBase>()(greeter));
-    EXPECT_FALSE(ServiceReference<FixedGreeter>(counter)) << "the service was not offered under it";
     const auto all = context.GetService(ServiceReferenceU(counter));
     EXPECT_EQ(ExtractInterface<Counter>(all)->next(), 2);
-    EXPECT_EQ(ExtractInterface<FixedGreeter>(all), nullptr);
-
-    const InterfaceMapConstPtr map = MakeInterfaceMap<Greeter>(std::make_shared<FixedGreeter>("by map"));
-    const auto byMap = context.RegisterService(map, {{"kind", std::string("map")}});
-    EXPECT_EQ(greetingsIn(context, context.GetServiceReferences<Greeter>("(kind=map)")),
-              std::vector<std::string>{"by map"});
 }
 
 TEST_F(ServiceRegistry, refusesWhatIsEmpty)
