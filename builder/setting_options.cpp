@@ -4,7 +4,6 @@
 #include <builder/values.hpp>
 
 #include <algorithm>
-#include <array>
 #include <stdexcept>
 
 namespace verdix::settings {
@@ -23,15 +22,16 @@ using foundation::verdixdata::Array;
 Option findOption(const SettingOptions& options, std::string_view name)
 {
     using Entry = std::pair<std::string_view, Option>;
-    static constexpr std::array table{
-        Entry{"FactoryValue", Option::factoryValue},  // the most frequent first
-        Entry{"ValidationFcn", Option::validationFcn},     Entry{"Hidden", Option::hidden},
-        Entry{"ValueValidator", Option::valueValidator},   Entry{"ReadOnly", Option::readOnly},
-        Entry{"FactoryValueFcn", Option::factoryValueFcn}, Entry{"AdditionalFile", Option::additionalFile},
-        Entry{"ErrorHandler", Option::errorHandler},
+    static constexpr Entry table[] = {
+        {"FactoryValue", Option::factoryValue},  // the most frequent first
+        {"ValidationFcn", Option::validationFcn},     {"Hidden", Option::hidden},
+        {"ValueValidator", Option::valueValidator},   {"ReadOnly", Option::readOnly},
+        {"FactoryValueFcn", Option::factoryValueFcn}, {"AdditionalFile", Option::additionalFile},
+        {"ErrorHandler", Option::errorHandler},
     };
-    const auto* const entry = std::ranges::find(table, name, &Entry::first);
-    if (entry == table.end()) {
+    const auto* const entry = std::find_if(std::begin(table), std::end(table),
+                                           [&](const Entry& candidate) { return candidate.first == name; });
+    if (entry == std::end(table)) {
         throw std::logic_error(options.fullName() + ": " + std::string(name) +
                                " is not a valid input argument.");
     }

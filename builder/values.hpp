@@ -28,7 +28,8 @@ template <class T>
 {
     const foundation::verdixdata::standalone::ClientArrayFactory factory;
     auto row = factory.createArray<T>({1, values.size()});
-    std::ranges::transform(values, row.begin(), [](int value) { return boost::numeric_cast<T>(value); });
+    std::transform(values.begin(), values.end(), row.begin(),
+                   [](int value) { return boost::numeric_cast<T>(value); });
     return row;
 }
 
@@ -37,7 +38,7 @@ template <class T>
 {
     const foundation::verdixdata::standalone::ClientArrayFactory factory;
     auto row = factory.createArray<double>({1, values.size()});
-    std::ranges::copy(values, row.begin());
+    std::copy(values.begin(), values.end(), row.begin());
     return row;
 }
 

@@ -3,8 +3,7 @@
 #include <component/bundle_context.hpp>
 #include <component/factory_settings_verdix.hpp>
 
-#include <foundation/export.hpp>
-
+#include <cppmicroservices/GlobalConfig.h>
 #include <cppmicroservices/servicecomponent/detail/ComponentInstanceImpl.hpp>
 
 #include <atomic>
@@ -30,19 +29,19 @@ using cppmicroservices::service::component::detail::ComponentInstanceImpl;
 
 extern "C" {
 
-VX_API ComponentInstance* NewInstance_settings_verdix_FactorySettingsVerdix()
+US_ABI_EXPORT ComponentInstance* NewInstance_settings_verdix_FactorySettingsVerdix()
 {
     return new ComponentInstanceImpl<settings::verdix::FactorySettingsVerdix,
                                      std::tuple<settings::core::FactorySettingsLoader>>();
 }
 
-VX_API void DeleteInstance_settings_verdix_FactorySettingsVerdix(ComponentInstance* instance)
+US_ABI_EXPORT void DeleteInstance_settings_verdix_FactorySettingsVerdix(ComponentInstance* instance)
 {
     delete instance;
 }
 
 // NOLINTNEXTLINE(bugprone-reserved-identifier): the framework composes this name from the bundle's
-VX_API void _us_set_bundle_context_instance_com_tarnwick_verdix_factory_settings(
+US_ABI_EXPORT void _us_set_bundle_context_instance_com_tarnwick_verdix_factory_settings(
     cppmicroservices::BundleContextPrivate* context)
 {
     settings::verdix::bundleContext.exchange(context);

@@ -58,7 +58,8 @@ template <class T>
     return context.GetServiceObjects(chosen).GetService();
 }
 
-/// The variable's text, or nothing when it is not set. Read anew on every call.
+/// The variable's text in the encoding of the process, or nothing when it is not set. Read anew on every
+/// call; nobody in the process may change the environment meanwhile.
 [[nodiscard]] std::optional<std::string> environmentVariable(const char* name);
 
 /// Severity of the decisions that areas log.

@@ -32,14 +32,14 @@ void requirePlainName(const std::string& library)
     if (library.empty() || library.find('/') != std::string::npos) {
         throw std::runtime_error("\"" + library +
                                  "\" does not name a native library: give its file name without "
-                                 "folder and without \".so\".");
+                                 "folder and without \"" VX_NATIVE_LIBRARY_SUFFIX "\".");
     }
 }
 
 void* load(const std::string& library)
 {
     requirePlainName(library);
-    const std::string file = library + ".so";
+    const std::string file = library + VX_NATIVE_LIBRARY_SUFFIX;
     const std::filesystem::path folder = ownFolder();
     const std::filesystem::path own = folder / file;
     const bool isOwn = std::filesystem::exists(own);

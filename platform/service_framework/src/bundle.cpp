@@ -41,29 +41,34 @@ void BundlePrivate::Open()
 void BundlePrivate::Close()
 {
     components_.reset();
-    std::shared_ptr<BundleContextPrivate> context;
-    if (const auto core = Core()) {
+    const auto core = Core();
+    if (core) {
         core->Services().RemoveBundle(*this);
-        core->RemoveListeners(*Context());
     }
-    const std::lock_guard lock(contextMutex_);
-    context.swap(context_);
-    context->Invalidate();
+    std::shared_ptr<BundleContextPrivate> context;
+    {
+        const std::lock_guard lock(contextMutex_);
+        context.swap(context_);
+        context->Invalidate();
+    }
+    if (core) {
+        core->RemoveListeners(*context);
+        // What other threads have added while the context was still good.
+        core->Services().RemoveBundle(*this);
+    }
 }
 
 void BundlePrivate::Start()
 {
     const std::lock_guard lock(transition_);
-    if (state_ == Bundle::STATE_UNINSTALLED) {
-        ThrowUninstalled();
-    }
+    CheckInstalled();
     if (state_ == Bundle::STATE_ACTIVE || state_ == Bundle::STATE_STARTING) {
         return;
     }
     const auto core = Core();
-    if (!core || !core->IsOpen()) {
+    if (!core || !core->IsOpen() || core->Find(id).get() != this) {
         throw std::runtime_error("The bundle " + manifest.symbolicName + " (" + location +
-                                 ") belongs to a stopped framework");
+                                 ") belongs to a stopped framework; install it when that has started again");
     }
     CheckSupported();
     Open();
@@ -92,9 +97,7 @@ void BundlePrivate::CheckSupported() const
 void BundlePrivate::Stop()
 {
     const std::lock_guard lock(transition_);
-    if (state_ == Bundle::STATE_UNINSTALLED) {
-        ThrowUninstalled();
-    }
+    CheckInstalled();
     if (state_ != Bundle::STATE_ACTIVE) {
         return;
     }
@@ -113,9 +116,11 @@ void BundlePrivate::Uninstall()
     }
 }
 
-void BundlePrivate::ThrowUninstalled() const
+void BundlePrivate::CheckInstalled() const
 {
-    throw std::logic_error("The bundle " + manifest.symbolicName + " (" + location + ") is uninstalled");
+    if (state_ == Bundle::STATE_UNINSTALLED) {
+        throw std::logic_error("The bundle " + manifest.symbolicName + " (" + location + ") is uninstalled");
+    }
 }
 
 std::shared_ptr<SharedLibrary> BundlePrivate::LoadLibrary()
@@ -192,7 +197,7 @@ Bundle& Bundle::operator=(std::nullptr_t)
 
 bool Bundle::operator<(const Bundle& other) const
 {
-    return d && other.d ? d->id < other.d->id : d < other.d;
+    return d && (!other.d || d->id < other.d->id);
 }
 
 Bundle::State Bundle::GetState() const
@@ -232,13 +237,15 @@ const AnyMap& Bundle::GetHeaders() const
 
 std::vector<ServiceReferenceU> Bundle::GetRegisteredServices() const
 {
-    const auto core = CoreOf(GetPrivate(*this));
+    GetPrivate(*this)->CheckInstalled();
+    const auto core = d->Core();
     return core ? core->Services().RegisteredBy(*d) : std::vector<ServiceReferenceU>();
 }
 
 std::vector<ServiceReferenceU> Bundle::GetServicesInUse() const
 {
-    const auto core = CoreOf(GetPrivate(*this));
+    GetPrivate(*this)->CheckInstalled();
+    const auto core = d->Core();
     return core ? core->Services().UsedBy(*d) : std::vector<ServiceReferenceU>();
 }
 

@@ -70,12 +70,22 @@ BundleContext MakeBundleContext(const std::shared_ptr<BundleContextPrivate>& con
 
 BundleContext detail::MakeBundleContext(BundleContextPrivate* context)
 {
-    return BundleContext(context->shared_from_this());
+    return cppmicroservices::MakeBundleContext(context->shared_from_this());
 }
 
 BundleContext::BundleContext() = default;
 
 BundleContext::BundleContext(std::shared_ptr<BundleContextPrivate> context) : d(std::move(context)) {}
+
+bool BundleContext::operator==(const BundleContext& other) const
+{
+    return *this ? d == other.d : !other;
+}
+
+bool BundleContext::operator<(const BundleContext& other) const
+{
+    return *this && (!other || d < other.d);
+}
 
 BundleContext& BundleContext::operator=(std::nullptr_t)
 {
@@ -130,7 +140,7 @@ std::vector<Bundle> BundleContext::InstallBundles(const std::string& location)
 ServiceRegistrationU BundleContext::RegisterService(const InterfaceMapConstPtr& service,
                                                     const ServiceProperties& properties)
 {
-    return coreOf(d)->Services().Register(ownerOf(d), service, properties);
+    return coreOf(d)->Services().Register(*d, service, properties);
 }
 
 std::vector<ServiceReferenceU> BundleContext::GetServiceReferences(const std::string& interfaceId,
@@ -147,22 +157,26 @@ ServiceReferenceU BundleContext::GetServiceReference(const std::string& interfac
 
 std::shared_ptr<void> BundleContext::GetService(const ServiceReferenceBase& reference)
 {
-    const auto owner = ownerOf(d);
     checkReference(reference);
-    const auto objects = reference.record_->Use(owner);
+    const auto objects = reference.record_->Use(ownerOf(d));
     return {objects, ExtractInterface(objects, reference.GetInterfaceId()).get()};
 }
 
 InterfaceMapConstPtr BundleContext::GetService(const ServiceReferenceU& reference)
 {
-    const auto owner = ownerOf(d);
     checkReference(reference);
-    return reference.record_->Use(owner);
+    return reference.record_->Use(ownerOf(d));
 }
 
 ListenerToken BundleContext::AddFrameworkListener(const FrameworkListener& listener)
 {
-    return coreOf(d)->AddListener(*d, listener);
+    const auto core = coreOf(d);
+    auto token = core->AddListener(*d, listener);
+    if (!d->IsValid()) {
+        core->RemoveListener(token);  // the bundle has stopped meanwhile, and may have missed it
+        throwOver();
+    }
+    return token;
 }
 
 void BundleContext::RemoveListener(ListenerToken token)

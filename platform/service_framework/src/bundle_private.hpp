@@ -30,6 +30,8 @@ public:
     virtual void Uninstall();
 
     Bundle::State State() const noexcept { return state_; }
+    /// Throws std::logic_error when the bundle is uninstalled.
+    void CheckInstalled() const;
     /// Null unless starting, active or stopping.
     std::shared_ptr<BundleContextPrivate> Context() const;
     /// Null once the framework is gone.
@@ -55,7 +57,6 @@ protected:
     std::atomic<Bundle::State> state_ = Bundle::STATE_INSTALLED;
 
 private:
-    [[noreturn]] void ThrowUninstalled() const;
     /// Refuses what the manifest may ask for but this framework does not do.
     void CheckSupported() const;
     /// Takes the context back from the library, whose last holder has let go.

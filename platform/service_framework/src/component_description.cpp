@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <component_description.hpp>
+#include <service_names.hpp>
 #include <stdexcept>
 #include <string_view>
 
@@ -39,12 +40,6 @@ T required(const AnyMap& object, const std::string& key)
     return member(object, key, T());
 }
 
-std::string withoutLeadingColons(const std::string& name)
-{
-    const std::size_t start = name.find_first_not_of(':');
-    return start == std::string::npos ? name : name.substr(start);
-}
-
 std::vector<std::string> describeInterfaces(const AnyMap& service)
 {
     if (member(service, "scope", std::string("singleton")) != "singleton") {
@@ -56,7 +51,7 @@ std::vector<std::string> describeInterfaces(const AnyMap& service)
         if (!name || name->empty()) {
             throw std::runtime_error("\"interfaces\" is not a list of interface names");
         }
-        interfaces.push_back(withoutLeadingColons(*name));
+        interfaces.emplace_back(withoutLeadingColons(*name));
     }
     if (interfaces.empty()) {
         throw std::runtime_error("\"interfaces\" is empty");
@@ -72,8 +67,8 @@ ComponentDescription describeComponent(const Any& element)
     }
     const AnyMap& object = *members;
     ComponentDescription component;
-    component.implementationClass =
-        withoutLeadingColons(required<std::string>(object, "implementation-class"));
+    const auto implementationClass = required<std::string>(object, "implementation-class");
+    component.implementationClass = withoutLeadingColons(implementationClass);
     component.name = member(object, "name", component.implementationClass);
     const bool offersService = object.count("service") != 0;
     if (offersService) {

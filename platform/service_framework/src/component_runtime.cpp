@@ -255,8 +255,8 @@ void ComponentRuntime::Start()
                 objects->emplace(interfaceId, nullptr);
             }
             objects->emplace(detail::factoryInterfaceId, ToFactory(factory));
-            registrations_.push_back(core->Services().Register(bundle_.shared_from_this(), objects,
-                                                               factory->RegistrationProperties()));
+            registrations_.push_back(
+                core->Services().Register(*bundle_.Context(), objects, factory->RegistrationProperties()));
             reference = registrations_.back().GetReference();
         }
         if (description.immediate) {

@@ -14,8 +14,11 @@ namespace {
 
 BundleManifest systemManifest()
 {
-    return {Constants::SYSTEM_BUNDLE_SYMBOLICNAME, BundleVersion(std::string(VX_SERVICE_FRAMEWORK_VERSION)),
-            AnyMap(AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS)};
+    const std::string version = VX_SERVICE_FRAMEWORK_VERSION;
+    return {Constants::SYSTEM_BUNDLE_SYMBOLICNAME, BundleVersion(version),
+            AnyMap(AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS,
+                   {{Constants::BUNDLE_SYMBOLICNAME, Constants::SYSTEM_BUNDLE_SYMBOLICNAME},
+                    {Constants::BUNDLE_VERSION, version}})};
 }
 
 }  // namespace
@@ -103,6 +106,9 @@ void Framework::Init()
 
 FrameworkEvent Framework::WaitForStop(const std::chrono::milliseconds& timeout)
 {
+    if (GetState() == STATE_INSTALLED) {
+        return {FrameworkEvent::FRAMEWORK_ERROR, *this, "The framework has not been started"};
+    }
     const bool stopped = static_cast<SystemBundle&>(*d).WaitForStop(timeout);
     return {stopped ? FrameworkEvent::FRAMEWORK_STOPPED : FrameworkEvent::FRAMEWORK_WAIT_TIMEDOUT, *this, {}};
 }

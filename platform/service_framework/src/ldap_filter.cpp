@@ -88,12 +88,12 @@ bool matchesParts(std::string_view text, const std::vector<std::string>& parts)
     return true;
 }
 
-/// The value as one text; a wildcard counts as an asterisk where only '=' knows wildcards.
+/// The value as one text. Only '=' knows wildcards: elsewhere they are a character after all others of ASCII.
 std::string wholeValue(const Expression& comparison)
 {
     std::string value = comparison.parts.front();
     for (auto part = comparison.parts.begin() + 1; part != comparison.parts.end(); ++part) {
-        value += '*' + *part;
+        value += '\x7f' + *part;
     }
     return value;
 }
@@ -112,13 +112,22 @@ bool compareText(std::string_view text, const Expression& comparison)
     }
 }
 
+/// Sets the number that a text begins with, after blanks and a plus sign; what follows it is ignored.
+template <class T>
+bool parseNumber(std::string_view text, T& number)
+{
+    text.remove_prefix(static_cast<std::size_t>(std::ranges::find_if_not(text, isBlank) - text.begin()));
+    if (text.starts_with('+') && !text.starts_with("+-")) {
+        text.remove_prefix(1);
+    }
+    return std::from_chars(text.data(), text.data() + text.size(), number).ec == std::errc();
+}
+
 template <class T>
 bool compareNumber(T number, const Expression& comparison)
 {
-    const std::string value = wholeValue(comparison);
     T bound{};
-    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), bound);
-    if (error != std::errc() || end != value.data() + value.size()) {
+    if (!parseNumber(wholeValue(comparison), bound)) {
         return false;
     }
     switch (comparison.op) {
@@ -166,7 +175,7 @@ bool compare(const Any& value, const Expression& comparison)
             return compareText(element, comparison);
         }
     };
-    const bool presence = comparison.op == Operator::Equal && comparison.parts.size() > 1 &&
+    const bool presence = comparison.op == Operator::Equal && comparison.parts.size() == 2 &&
                           std::ranges::all_of(comparison.parts, &std::string::empty);
     if (presence) {
         return true;
@@ -207,6 +216,24 @@ const Any* findProperty(const AnyMap& properties, const std::string& key, bool m
     }
     const bool usable = found != properties.end() && (!matchCase || found->first == key);
     return usable ? &found->second : nullptr;
+}
+
+/// The properties themselves. Throws std::runtime_error when two keys differ only in case.
+const AnyMap& withDistinctKeys(const AnyMap& properties)
+{
+    if (properties.GetType() == AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS) {
+        return properties;
+    }
+    for (auto property = properties.begin(); property != properties.end(); ++property) {
+        const std::string& key = property->first;
+        if (std::any_of(properties.begin(), property,
+                        [&](const auto& other) { return equalIgnoringCase(other.first, key); }))
+        {
+            throw std::runtime_error("The properties give the key " + key +
+                                     " more than once, differing only in case");
+        }
+    }
+    return properties;
 }
 
 bool evaluate(const Expression& expression, const AnyMap& properties, bool matchCase)
@@ -277,8 +304,8 @@ public:
     Expression parse()
     {
         Expression expression = parseFilter(0);
-        skipBlanks();
-        if (position_ != text_.size()) {
+        position_ = std::min(text_.find_first_not_of(' ', position_), text_.size());
+        if (!atEnd()) {
             fail("text after the filter's end");
         }
         return expression;
@@ -430,12 +457,12 @@ bool LDAPFilter::Match(const Bundle& bundle) const
 
 bool LDAPFilter::Match(const AnyMap& properties) const
 {
-    return d && evaluate(d->root, properties, false);
+    return d && evaluate(d->root, withDistinctKeys(properties), false);
 }
 
 bool LDAPFilter::MatchCase(const AnyMap& properties) const
 {
-    return d && evaluate(d->root, properties, true);
+    return d && evaluate(d->root, withDistinctKeys(properties), true);
 }
 
 std::string LDAPFilter::ToString() const

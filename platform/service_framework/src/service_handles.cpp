@@ -154,11 +154,9 @@ void ServiceRegistrationBase::SetProperties(const ServiceProperties& properties)
 
 void ServiceRegistrationBase::Unregister()
 {
-    Registered();
-    if (const auto core = CoreOf(record_->Owner())) {
-        core->Services().Remove(*record_);
-    }
-    if (!record_->Unregister()) {
+    ServiceRecord& record = Registered();
+    const auto core = CoreOf(record.Owner());
+    if (!(core ? core->Services().Unregister(record) : record.Unregister())) {
         throw std::logic_error("The service is unregistered");
     }
 }
@@ -181,14 +179,27 @@ ServiceObjectsBase::ServiceObjectsBase(std::shared_ptr<BundleContextPrivate> con
     }
 }
 
-InterfaceMapConstPtr ServiceObjectsBase::GetServiceInterfaceMap() const
+InterfaceMapConstPtr ServiceObjectsBase::Use() const
 {
     return reference_ ? reference_.record_->Use(context_->Owner()) : nullptr;
 }
 
+InterfaceMapConstPtr ServiceObjectsBase::GetServiceInterfaceMap() const
+{
+    const auto objects = Use();
+    if (!objects) {
+        return nullptr;
+    }
+    auto shared = std::make_shared<InterfaceMap>();
+    for (const auto& [interfaceId, object] : *objects) {
+        shared->emplace(interfaceId, std::shared_ptr<void>(objects, object.get()));
+    }
+    return shared;
+}
+
 std::shared_ptr<void> ServiceObjectsBase::GetService() const
 {
-    const auto objects = GetServiceInterfaceMap();
+    const auto objects = Use();
     return {objects, ExtractInterface(objects, reference_.GetInterfaceId()).get()};
 }
 

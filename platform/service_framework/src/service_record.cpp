@@ -8,6 +8,7 @@
 #include <bundle_private.hpp>
 #include <core_bundle_context.hpp>
 #include <optional>
+#include <service_names.hpp>
 #include <service_record.hpp>
 #include <stdexcept>
 #include <utility>
@@ -41,7 +42,7 @@ std::vector<std::string> interfacesOf(const InterfaceMapConstPtr& objects, bool 
                                         "\"");
         }
         if (interfaceId != detail::factoryInterfaceId) {
-            interfaces.push_back(interfaceId);
+            interfaces.emplace_back(withoutLeadingColons(interfaceId));
         }
     }
     return interfaces;
@@ -78,8 +79,8 @@ public:
     Hold& operator=(const Hold&) = delete;
     ~Hold()
     {
-        if (const auto user = user_.lock(); user && objects) {
-            record_->Release(*user);
+        if (objects) {
+            record_->Release(user_);
         }
     }
 
@@ -159,8 +160,8 @@ std::vector<std::shared_ptr<BundlePrivate>> ServiceRecord::Users() const
 {
     std::vector<std::shared_ptr<BundlePrivate>> users;
     const std::lock_guard lock(mutex_);
-    for (const auto& [key, entry] : users_) {
-        if (auto bundle = entry.bundle.lock()) {
+    for (const auto& [user, entry] : users_) {
+        if (auto bundle = user.lock()) {
             users.push_back(std::move(bundle));
         }
     }
@@ -170,7 +171,7 @@ std::vector<std::shared_ptr<BundlePrivate>> ServiceRecord::Users() const
 bool ServiceRecord::IsUsedBy(const BundlePrivate& bundle) const
 {
     const std::lock_guard lock(mutex_);
-    return users_.contains(const_cast<BundlePrivate*>(&bundle));
+    return users_.contains(bundle.weak_from_this());
 }
 
 InterfaceMapConstPtr ServiceRecord::Use(const std::shared_ptr<BundlePrivate>& user)
@@ -188,27 +189,26 @@ InterfaceMapConstPtr ServiceRecord::Acquire(const std::shared_ptr<BundlePrivate>
         if (!objects_) {
             return nullptr;
         }
-        const auto known = users_.find(user.get());
+        const auto known = users_.find(user);
         if (!isFactory_ || known != users_.end()) {
-            UserEntry& entry = isFactory_ ? known->second : users_[user.get()];
-            entry.bundle = user;
+            UserEntry& entry = isFactory_ ? known->second : users_[user];
             ++entry.uses;
             return isFactory_ ? entry.objects : objects_;
         }
         factory = factory_;
     }
-    UserEntry made{user, 1, MakeObjects(user, *factory)};
+    const UserEntry made{1, MakeObjects(user, *factory)};
     if (!made.objects) {
         return nullptr;
     }
     try {
         auto standing = Enter(user, made);
         if (standing != made.objects) {
-            GiveBack(*factory, made);
+            GiveBack(*factory, user, made.objects);
         }
         return standing;
     } catch (const std::bad_alloc&) {
-        GiveBack(*factory, made);
+        GiveBack(*factory, user, made.objects);
         throw;
     }
 }
@@ -219,7 +219,7 @@ InterfaceMapConstPtr ServiceRecord::Enter(const std::shared_ptr<BundlePrivate>& 
     if (!objects_) {
         return nullptr;
     }
-    const auto [position, inserted] = users_.try_emplace(user.get(), made);
+    const auto [position, inserted] = users_.try_emplace(user, made);
     if (!inserted) {
         ++position->second.uses;
     }
@@ -229,14 +229,9 @@ InterfaceMapConstPtr ServiceRecord::Enter(const std::shared_ptr<BundlePrivate>& 
 InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePrivate>& user,
                                                 ServiceFactory& factory)
 {
-    const auto reportError = [&](const Bundle& origin, const std::string& message,
-                                 ServiceException::Type type) {
-        Report({FrameworkEvent::FRAMEWORK_ERROR, origin, message,
-                std::make_exception_ptr(ServiceException(message, type))});
-    };
     const Bundle bundle = MakeBundle(user);
     if (std::ranges::find(factoriesAtWork, this) != factoriesAtWork.end()) {
-        reportError(bundle, "A service factory asked for its own service",
+        ReportError(bundle, "A service factory asked for its own service",
                     ServiceException::FACTORY_RECURSION);
         return nullptr;
     }
@@ -244,14 +239,16 @@ InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePriv
     const std::shared_ptr<void> done(nullptr, [](void*) { factoriesAtWork.pop_back(); });
     try {
         auto objects = factory.GetService(bundle, ServiceRegistrationBase(shared_from_this()));
-        if (!objects) {
-            reportError(bundle, "A service factory made no object", ServiceException::FACTORY_ERROR);
+        if (!objects || objects->empty()) {
+            ReportError(bundle, "A service factory made no object", ServiceException::FACTORY_ERROR);
             return nullptr;
         }
         for (const std::string& interfaceId : interfaces_) {
             if (!objects->contains(interfaceId)) {
-                reportError(bundle, "A service factory made an object without the interface " + interfaceId,
-                            ServiceException::FACTORY_ERROR);
+                const std::string message =
+                    "A service factory made an object without the interface " + interfaceId;
+                Report({FrameworkEvent::FRAMEWORK_WARNING, bundle, message,
+                        std::make_exception_ptr(std::logic_error(message))});
                 return nullptr;
             }
         }
@@ -262,21 +259,18 @@ InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePriv
     } catch (const std::bad_alloc&) {
         throw;  // no defect of the factory: it may do better the next time
     } catch (const std::exception& error) {
-        reportError(bundle, error.what(), ServiceException::FACTORY_EXCEPTION);
-    } catch (...) {
-        reportError(bundle, "A service factory threw something that is no std::exception",
-                    ServiceException::FACTORY_EXCEPTION);
+        ReportError(bundle, error.what(), ServiceException::FACTORY_EXCEPTION);
     }
     return nullptr;
 }
 
-void ServiceRecord::Release(BundlePrivate& user)
+void ServiceRecord::Release(const User& user)
 {
     std::shared_ptr<ServiceFactory> factory;
     UserEntry released;
     {
         const std::lock_guard lock(mutex_);
-        const auto found = users_.find(&user);
+        const auto found = users_.find(user);
         if (found == users_.end() || --found->second.uses > 0) {
             return;
         }
@@ -285,7 +279,7 @@ void ServiceRecord::Release(BundlePrivate& user)
         factory = factory_;
     }
     if (factory) {
-        GiveBack(*factory, released);
+        GiveBack(*factory, user, released.objects);
     }
 }
 
@@ -293,19 +287,19 @@ void ServiceRecord::ReleaseAll(BundlePrivate& user)
 {
     {
         const std::lock_guard lock(mutex_);
-        const auto found = users_.find(&user);
+        const auto found = users_.find(user.weak_from_this());
         if (found == users_.end()) {
             return;
         }
         found->second.uses = 1;
     }
-    Release(user);
+    Release(user.weak_from_this());
 }
 
 bool ServiceRecord::Unregister()
 {
     InterfaceMapConstPtr objects;
-    std::map<BundlePrivate*, UserEntry> users;
+    decltype(users_) users;
     std::shared_ptr<ServiceFactory> factory;
     {
         const std::lock_guard lock(mutex_);
@@ -314,25 +308,35 @@ bool ServiceRecord::Unregister()
         users.swap(users_);
     }
     if (factory) {
-        for (const auto& [key, entry] : users) {
-            GiveBack(*factory, entry);
+        for (const auto& [user, entry] : users) {
+            GiveBack(*factory, user, entry.objects);
         }
     }
     return objects != nullptr;
 }
 
-void ServiceRecord::GiveBack(ServiceFactory& factory, const UserEntry& entry)
+void ServiceRecord::GiveBack(ServiceFactory& factory, const User& user, const InterfaceMapConstPtr& objects)
 {
-    const auto user = entry.bundle.lock();
-    if (!user) {
+    const auto bundle = user.lock();
+    if (!bundle) {
         return;
     }
     try {
-        factory.UngetService(MakeBundle(user), ServiceRegistrationBase(shared_from_this()), entry.objects);
+        factory.UngetService(MakeBundle(bundle), ServiceRegistrationBase(shared_from_this()), objects);
+    } catch (const std::exception& error) {
+        ReportError(MakeBundle(bundle), error.what(), ServiceException::FACTORY_EXCEPTION);
     } catch (...) {
-        Report({FrameworkEvent::FRAMEWORK_ERROR, MakeBundle(user),
-                "A service factory failed to take its object back", std::current_exception()});
+        // Must not leave here: the last pointer to the object may go in any destructor.
+        ReportError(MakeBundle(bundle), "A service factory threw something that is no std::exception",
+                    ServiceException::FACTORY_EXCEPTION);
     }
+}
+
+void ServiceRecord::ReportError(const Bundle& origin, const std::string& message,
+                                ServiceException::Type type) const
+{
+    Report({FrameworkEvent::FRAMEWORK_ERROR, origin, message,
+            std::make_exception_ptr(ServiceException(message, type))});
 }
 
 void ServiceRecord::Report(const FrameworkEvent& event) const

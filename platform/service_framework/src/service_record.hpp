@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cppmicroservices/AnyMap.h>
+#include <cppmicroservices/ServiceException.h>
 #include <cppmicroservices/ServiceInterface.h>
 #include <cppmicroservices/ServiceProperties.h>
 #include <cppmicroservices/ServiceReferenceBase.h>
@@ -14,6 +15,7 @@
 
 namespace cppmicroservices {
 
+class Bundle;
 class BundlePrivate;
 class FrameworkEvent;
 class SharedLibrary;
@@ -56,9 +58,9 @@ public:
     bool Unregister();
 
 private:
+    using User = std::weak_ptr<BundlePrivate>;
     struct UserEntry
     {
-        std::weak_ptr<BundlePrivate> bundle;
         int uses = 0;
         InterfaceMapConstPtr objects;  // what the factory made for this bundle
     };
@@ -70,8 +72,9 @@ private:
     /// stand. Null when the service is unregistered by now.
     InterfaceMapConstPtr Enter(const std::shared_ptr<BundlePrivate>& user, const UserEntry& made);
     InterfaceMapConstPtr MakeObjects(const std::shared_ptr<BundlePrivate>& user, ServiceFactory& factory);
-    void Release(BundlePrivate& user);
-    void GiveBack(ServiceFactory& factory, const UserEntry& entry);
+    void Release(const User& user);
+    void GiveBack(ServiceFactory& factory, const User& user, const InterfaceMapConstPtr& objects);
+    void ReportError(const Bundle& origin, const std::string& message, ServiceException::Type type) const;
     /// Tells the framework's listeners; quietly does nothing once the framework is gone.
     void Report(const FrameworkEvent& event) const;
 
@@ -87,7 +90,8 @@ private:
     InterfaceMapConstPtr objects_;             // null once unregistered
     std::shared_ptr<ServiceFactory> factory_;  // as well, and when there is none
     std::shared_ptr<const AnyMap> properties_;
-    std::map<BundlePrivate*, UserEntry> users_;
+    // By weak pointers, as the address of a bundle that is gone may be given to another.
+    std::map<User, UserEntry, std::owner_less<>> users_;
 };
 
 }  // namespace cppmicroservices

@@ -1,6 +1,8 @@
 #include <cppmicroservices/LDAPFilter.h>
 
 #include <algorithm>
+#include <bundle_context_private.hpp>
+#include <service_names.hpp>
 #include <service_record.hpp>
 #include <service_registry.hpp>
 
@@ -20,15 +22,16 @@ bool is(const std::shared_ptr<ServiceRecord>& candidate, const ServiceRecord& re
 
 }  // namespace
 
-ServiceRegistrationU ServiceRegistry::Register(const std::shared_ptr<BundlePrivate>& owner,
+ServiceRegistrationU ServiceRegistry::Register(const BundleContextPrivate& context,
                                                const InterfaceMapConstPtr& objects,
                                                const ServiceProperties& properties)
 {
-    const auto record = std::make_shared<ServiceRecord>(owner, objects, properties);
+    const auto record = std::make_shared<ServiceRecord>(context.Owner(), objects, properties);
     try {
         Add(record);
+        context.Owner();  // throws when the bundle has stopped meanwhile, and may have missed this service
     } catch (...) {
-        Remove(*record);
+        Unregister(*record);
         throw;
     }
     return ServiceRegistrationBase(record);
@@ -61,6 +64,12 @@ void ServiceRegistry::Remove(const ServiceRecord& record)
     }
 }
 
+bool ServiceRegistry::Unregister(ServiceRecord& record)
+{
+    Remove(record);
+    return record.Unregister();
+}
+
 void ServiceRegistry::SetProperties(ServiceRecord& record, const ServiceProperties& properties)
 {
     auto replaced = record.MakeReplacement(properties);
@@ -80,18 +89,24 @@ ServiceRegistry::Records ServiceRegistry::All() const
     return all_;
 }
 
-std::vector<ServiceReferenceU> ServiceRegistry::Find(const std::string& interfaceId,
+ServiceRegistry::Records ServiceRegistry::Candidates(const std::string& interfaceId) const
+{
+    const std::lock_guard lock(mutex_);
+    if (interfaceId.empty()) {
+        Records ranked = all_;
+        std::ranges::sort(ranked, ranksBefore);
+        return ranked;
+    }
+    const auto found = byInterface_.find(interfaceId);
+    return found == byInterface_.end() ? Records() : found->second;
+}
+
+std::vector<ServiceReferenceU> ServiceRegistry::Find(const std::string& interfaceName,
                                                      const std::string& filterText) const
 {
     const LDAPFilter filter = filterText.empty() ? LDAPFilter() : LDAPFilter(filterText);
-    const Records candidates = [&] {
-        const std::lock_guard lock(mutex_);
-        if (interfaceId.empty()) {
-            return all_;
-        }
-        const auto found = byInterface_.find(interfaceId);
-        return found == byInterface_.end() ? Records() : found->second;
-    }();
+    const std::string interfaceId(withoutLeadingColons(interfaceName));
+    const Records candidates = Candidates(interfaceId);
     std::vector<ServiceReferenceU> references;
     references.reserve(candidates.size());
     for (const auto& record : candidates) {
@@ -128,8 +143,7 @@ void ServiceRegistry::RemoveBundle(BundlePrivate& bundle)
 {
     while (const auto record = OneOf(bundle)) {
         if (record->Owner().get() == &bundle) {
-            Remove(*record);
-            record->Unregister();
+            Unregister(*record);
         } else {
             record->ReleaseAll(bundle);
         }

@@ -232,7 +232,11 @@ std::ostream& any_value_to_string(std::ostream& os, const std::map<K, V>& values
     const char* separator = "";
     for (const auto& [key, value] : values) {
         os << separator << key << " : ";
-        any_value_to_string(os, value);
+        if constexpr (std::is_same_v<V, Any>) {
+            any_value_to_string(os, value);
+        } else {
+            os << value;
+        }
         separator = ", ";
     }
     return os << '}';

@@ -74,7 +74,7 @@ public:
     size_type erase(const key_type& key) { return values_.erase(key); }
     void clear() noexcept { values_.clear(); }
 
-    bool operator==(const AnyMap& other) const { return values_ == other.values_; }
+    bool operator==(const AnyMap& other) const { return type_ == other.type_ && values_ == other.values_; }
 
 private:
     map_type type_;

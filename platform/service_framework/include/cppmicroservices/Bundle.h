@@ -46,6 +46,7 @@ public:
 
     explicit operator bool() const noexcept { return d != nullptr; }
     bool operator==(const Bundle& other) const noexcept { return d == other.d; }
+    /// By id; an empty handle comes after all others.
     bool operator<(const Bundle& other) const;
 
     State GetState() const;
@@ -58,7 +59,9 @@ public:
     /// The manifest. Objects are AnyMap, arrays std::vector<Any>, whole numbers int, or long beyond its
     /// range.
     const AnyMap& GetHeaders() const;
+    /// Throws std::logic_error when the bundle is uninstalled.
     std::vector<ServiceReferenceU> GetRegisteredServices() const;
+    /// As above.
     std::vector<ServiceReferenceU> GetServicesInUse() const;
 
     /// Starts the bundle and offers the services of its components; loads its library only when a component

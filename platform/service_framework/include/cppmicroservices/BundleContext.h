@@ -48,8 +48,9 @@ public:
     BundleContext();
 
     explicit operator bool() const;
-    bool operator==(const BundleContext& other) const noexcept { return d == other.d; }
-    bool operator<(const BundleContext& other) const noexcept { return d < other.d; }
+    /// Contexts that are empty or whose bundle has stopped are equal, and come after all others.
+    bool operator==(const BundleContext& other) const;
+    bool operator<(const BundleContext& other) const;
     BundleContext& operator=(std::nullptr_t);
 
     /// A framework property; empty when there is none.
@@ -112,7 +113,8 @@ public:
 
     /// The service object under the reference's interface, in use by this bundle until the pointer and all
     /// its copies are gone; null when the service cannot be had. Throws std::invalid_argument when the
-    /// reference is empty, SharedLibraryException when a component's library does not load.
+    /// reference is empty, SharedLibraryException when a component's library does not load, and what a
+    /// service factory throws that is no std::exception.
     std::shared_ptr<void> GetService(const ServiceReferenceBase& reference);
 
     /// All objects of the service.
@@ -140,7 +142,6 @@ public:
 
 private:
     friend BundleContext MakeBundleContext(const std::shared_ptr<BundleContextPrivate>&);
-    friend BundleContext detail::MakeBundleContext(BundleContextPrivate*);
     explicit BundleContext(std::shared_ptr<BundleContextPrivate> context);
 
     std::shared_ptr<BundleContextPrivate> d;

@@ -21,7 +21,7 @@ public:
     void Init();
 
     /// Waits until the framework has stopped; 0 waits without end.
-    /// Returns FRAMEWORK_STOPPED, or FRAMEWORK_WAIT_TIMEDOUT.
+    /// Returns FRAMEWORK_STOPPED, FRAMEWORK_WAIT_TIMEDOUT, or at once FRAMEWORK_ERROR when it never started.
     FrameworkEvent WaitForStop(const std::chrono::milliseconds& timeout);
 };
 

@@ -1,8 +1,14 @@
 #pragma once
 
+#ifdef _WIN32
+#define US_ABI_EXPORT __declspec(dllexport)
+#define US_ABI_IMPORT __declspec(dllimport)
+#define US_ABI_LOCAL
+#else
 #define US_ABI_EXPORT __attribute__((visibility("default")))
 #define US_ABI_IMPORT __attribute__((visibility("default")))
 #define US_ABI_LOCAL __attribute__((visibility("hidden")))
+#endif
 
 #define US_STR_(x) #x
 #define US_STR(x) US_STR_(x)

@@ -28,6 +28,7 @@ public:
 
     bool Match(const ServiceReferenceBase& reference) const;
     bool Match(const Bundle& bundle) const;
+    /// Throws std::runtime_error when two keys differ only in case.
     bool Match(const AnyMap& properties) const;
     /// As Match, but with regard to the case of keys.
     bool MatchCase(const AnyMap& properties) const;

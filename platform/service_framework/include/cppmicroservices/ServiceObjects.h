@@ -21,10 +21,13 @@ protected:
     ~ServiceObjectsBase();
 
     std::shared_ptr<void> GetService() const;
+    /// Each object in the map keeps the service in use, with the map or without it.
     InterfaceMapConstPtr GetServiceInterfaceMap() const;
     const ServiceReferenceBase& GetReference() const noexcept { return reference_; }
 
 private:
+    InterfaceMapConstPtr Use() const;
+
     std::shared_ptr<BundleContextPrivate> context_;
     ServiceReferenceBase reference_;
 };

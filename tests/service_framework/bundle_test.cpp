@@ -1,0 +1,247 @@
+#include <cppmicroservices/Constants.h>
+#include <cppmicroservices/FrameworkEvent.h>
+#include <cppmicroservices/FrameworkFactory.h>
+#include <cppmicroservices/ServiceObjects.h>
+#include <cppmicroservices/SharedLibraryException.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <bundle_maker.hpp>
+#include <chrono>
+#include <framework_bundles.hpp>
+#include <functional>
+#include <greeter.hpp>
+#include <lifecycle.hpp>
+#include <stdexcept>
+#include <tests/support/files.hpp>
+#include <tests/support/running_framework.hpp>
+#include <thread>
+
+using namespace cppmicroservices;
+using greetings::Counter;
+using greetings::Greeter;
+
+namespace {
+
+struct OneGreeter final : Greeter
+{
+    std::string greet() const override { return "hello"; }
+};
+
+using Events = std::vector<std::string>;
+
+/// What happened to components. A library that an earlier test has loaded may stay, with its context.
+Events takeEvents()
+{
+    Events events = lifecycle::take();
+    std::erase_if(events, [](const std::string& event) { return event.starts_with("context"); });
+    return events;
+}
+
+struct BundleTest : testing::Test
+{
+    BundleTest() { lifecycle::take(); }
+    ServiceReference<Greeter> find(const std::string& kind)
+    {
+        const auto found = context.GetServiceReferences<Greeter>("(kind=" + kind + ")");
+        return found.empty() ? ServiceReference<Greeter>() : found.front();
+    }
+
+    tests::RunningFramework running;
+    BundleContext context = running.context();
+};
+
+TEST_F(BundleTest, goesThroughItsStates)
+{
+    auto bundle = running.install(GREETER_BUNDLE);
+    EXPECT_EQ(bundle.GetHeaders().at("BUNDLE.vendor").ToString(), "Tarnwick");
+    EXPECT_EQ(running.install(GREETER_BUNDLE), bundle) << "a second time is the same bundle";
+    EXPECT_EQ(context.GetBundles(GREETER_BUNDLE), std::vector<Bundle>{bundle});
+    EXPECT_LT(Bundle(running.framework()), bundle);
+    EXPECT_LT(bundle, Bundle()) << "an empty handle is the last";
+    bundle.Stop();
+    EXPECT_EQ(bundle.GetState(), Bundle::STATE_INSTALLED);
+    bundle.Start();
+    EXPECT_EQ(bundle.GetState(), Bundle::STATE_ACTIVE);
+    const BundleContext first = bundle.GetBundleContext();
+    bundle.Stop();
+    EXPECT_EQ(bundle.GetState(), Bundle::STATE_RESOLVED);
+    bundle.Start();
+    EXPECT_FALSE(first == bundle.GetBundleContext()) << "each run has a context of its own";
+    EXPECT_TRUE(first == BundleContext());
+    EXPECT_LT(bundle.GetBundleContext(), first);
+
+    bundle.Uninstall();
+    EXPECT_EQ(bundle.GetState(), Bundle::STATE_UNINSTALLED);
+    EXPECT_FALSE(context.GetBundle(bundle.GetBundleId()));
+    EXPECT_THROW(bundle.Start(), std::logic_error);
+    EXPECT_THROW(bundle.GetRegisteredServices(), std::logic_error);
+    EXPECT_THROW(Bundle().Start(), std::invalid_argument);
+}
+
+TEST_F(BundleTest, takesItsRunAlongWhenItStops)
+{
+    auto bundle = running.start(GREETER_BUNDLE);
+    auto own = bundle.GetBundleContext();
+    auto offered = own.RegisterService<Greeter>(std::make_shared<OneGreeter>());
+    const auto held = context.GetService(offered.GetReference());
+    const auto hosted = context.RegisterService<Greeter>(std::make_shared<OneGreeter>()).GetReference();
+    const auto used = own.GetService(hosted);
+    const auto objects = own.GetServiceObjects(hosted);
+    EXPECT_EQ(offered.GetReference().GetBundle(), bundle);
+    EXPECT_EQ(hosted.GetUsingBundles(), std::vector<Bundle>{bundle});
+
+    bundle.Stop();
+    EXPECT_THROW(offered.Unregister(), std::logic_error);
+    EXPECT_TRUE(hosted.GetUsingBundles().empty());
+    EXPECT_EQ(held->greet() + used->greet(), "hellohello");
+    const std::function<void(BundleContext)> operations[] = {
+        [](BundleContext over) { (void)over.GetBundles(); },
+        [](BundleContext over) { (void)over.InstallBundles(GREETER_BUNDLE); },
+        [](BundleContext over) { over.RegisterService<Greeter>(std::make_shared<OneGreeter>()); },
+        [](BundleContext over) { (void)over.GetServiceReferences<Greeter>(); },
+        [&](BundleContext over) { (void)over.GetService(hosted); },
+        [](BundleContext over) { over.AddFrameworkListener([](const FrameworkEvent&) {}); },
+    };
+    for (const auto& operation : operations) {
+        EXPECT_THROW(operation(own), IllegalStateException) << &operation - operations;
+        EXPECT_THROW(operation(BundleContext()), IllegalStateException) << &operation - operations;
+    }
+    EXPECT_THROW(objects.GetService(), IllegalStateException);
+    EXPECT_THROW(own.GetService(ServiceReferenceU()), std::invalid_argument) << "the reference counts first";
+}
+
+TEST_F(BundleTest, refusesBadFiles)
+{
+    const tests::TestFolder folder;
+    const std::string library = tests::readFile(PLAIN_LIBRARY);
+    const std::string archive = makeArchive({{"bad/manifest.json", R"({"bundle.symbolic_name": "bad"})"}});
+    for (const std::string& content :
+         {std::string(), std::string("not a library at all"), library,
+          library + makeArchive({{"bad/manifest.json", "[1, 2]"}}), library + archive.substr(0, 40)})
+    {
+        const std::string file = folder.with("bad.so", content);
+        EXPECT_THAT([&] { running.install(file); },
+                    testing::ThrowsMessage<std::runtime_error>(testing::HasSubstr(file)));
+    }
+    EXPECT_THROW(running.install(folder / "missing.so"), std::runtime_error);
+    const auto bare = running.start(folder.with("bare.so", library.substr(0, 64) + archive));
+    EXPECT_EQ(bare.GetState(), Bundle::STATE_ACTIVE) << "without components, nothing is loaded";
+}
+
+TEST_F(BundleTest, makesAComponentAtItsFirstUse)
+{
+    auto bundle = running.start(GREETER_BUNDLE);
+    EXPECT_EQ(bundle.GetRegisteredServices().size(), 3U);
+    EXPECT_FALSE(find("disabled"));
+    EXPECT_EQ(takeEvents(), Events{}) << "nothing is loaded before the first use";
+
+    const auto reference = find("polite");
+    EXPECT_EQ(reference.GetBundle(), bundle);
+    EXPECT_EQ(reference.GetProperty("component.name").ToString(), "greetings::PoliteGreeter");
+    auto greeter = context.GetService(reference);
+    EXPECT_EQ(takeEvents(), (Events{"new", "constructed", "activated"}));
+    EXPECT_EQ(greeter->greet(), "Good morning");
+    EXPECT_EQ(bundle.GetBundleContext().GetService(reference), greeter) << "one object serves all bundles";
+    EXPECT_EQ(context.GetService(ServiceReference<Counter>(reference))->next(), 1);
+    greeter.reset();
+    EXPECT_EQ(context.GetService(ServiceReference<Counter>(reference))->next(), 2);
+    EXPECT_EQ(takeEvents(), Events{}) << "one object serves all uses";
+
+    bundle.Stop();
+    EXPECT_EQ(takeEvents(), (Events{"deactivated", "delete", "destroyed"}));
+    EXPECT_FALSE(reference);
+    EXPECT_FALSE(find("polite"));
+
+    bundle.Start();
+    lifecycle::take();
+    EXPECT_NE(find("polite"), reference);
+    EXPECT_EQ(context.GetService(find("polite"))->greet(), "Good morning");
+    EXPECT_EQ(takeEvents(), (Events{"new", "constructed", "activated"}))
+        << "a component of its own for each run";
+}
+
+TEST_F(BundleTest, givesNullForAComponentThatCannotBeMade)
+{
+    running.start(GREETER_BUNDLE);
+    for (const char* kind : {"throwing", "absent"}) {
+        EXPECT_EQ(context.GetService(find(kind)), nullptr) << kind;
+    }
+    EXPECT_EQ(running.errors().size(), 2U);
+}
+
+TEST_F(BundleTest, makesOneObjectForThreadsThatAskAtOnce)
+{
+    auto bundle = running.start(GREETER_BUNDLE);
+    const auto reference = find("polite");
+    const auto ask = [&] { EXPECT_EQ(context.GetService(reference)->greet(), "Good morning"); };
+    {
+        const std::array<std::jthread, 4> threads{std::jthread(ask), std::jthread(ask), std::jthread(ask),
+                                                  std::jthread(ask)};
+    }
+    bundle.Stop();
+    EXPECT_EQ(std::ranges::count(lifecycle::take(), "constructed"), 1);
+}
+
+TEST_F(BundleTest, endsComponentsWithTheFramework)
+{
+    running.start(GREETER_BUNDLE);
+    context.GetService(find("polite"));
+    running.stop();
+    EXPECT_EQ(std::ranges::count(lifecycle::take(), "destroyed"), 1);
+}
+
+TEST_F(BundleTest, saysThatALibraryDoesNotLoad)
+{
+    const std::string manifest = R"({"bundle.symbolic_name": "hollow", "scr": {"version": 1, "components": [
+        {"implementation-class": "a::B", "service": {"interfaces": ["greetings::Greeter"]},
+         "properties": {"kind": "hollow"}}]}})";
+    const tests::TestFolder folder;
+    const std::string head = tests::readFile(PLAIN_LIBRARY).substr(0, 64);
+    const auto file = folder.with("hollow.so", head + makeArchive({{"hollow/manifest.json", manifest}}));
+    const auto bundle = running.start(file);
+    EXPECT_THAT([&] { context.GetService(find("hollow")); },
+                testing::Throws<SharedLibraryException>(
+                    testing::AllOf(testing::Property(&SharedLibraryException::what, testing::HasSubstr(file)),
+                                   testing::Property(&SharedLibraryException::GetBundle, bundle))));
+    EXPECT_EQ(running.errors().size(), 1U);
+}
+
+TEST(FrameworkTest, isABundleThatStartsAndStopsAgain)
+{
+    using Event = FrameworkEvent;
+    Framework framework = FrameworkFactory().NewFramework(FrameworkConfiguration{{"Own.Key", 5}});
+    const auto waited = [&](int milliseconds) {
+        return framework.WaitForStop(std::chrono::milliseconds(milliseconds)).GetType();
+    };
+    EXPECT_EQ(waited(1), Event::FRAMEWORK_ERROR) << "it never started";
+    framework.Init();
+    auto context = framework.GetBundleContext();
+    std::vector<Event::Type> events;
+    context.AddFrameworkListener([&](const Event& event) { events.push_back(event.GetType()); });
+    framework.Start();
+    EXPECT_EQ(events, std::vector{Event::FRAMEWORK_STARTED});
+    EXPECT_EQ(waited(1), Event::FRAMEWORK_WAIT_TIMEDOUT);
+
+    EXPECT_TRUE(framework.GetHeaders().at("bundle.symbolic_name") == Constants::SYSTEM_BUNDLE_SYMBOLICNAME);
+    EXPECT_EQ(context.GetProperty(Constants::FRAMEWORK_VENDOR).ToString(), vx::frameworkName);
+    EXPECT_EQ(context.GetProperty(Constants::FRAMEWORK_VERSION).ToString(), vx::frameworkVersion);
+    EXPECT_TRUE(context.GetProperty("Own.Key") == 5);
+    EXPECT_THROW(framework.Uninstall(), std::runtime_error);
+    EXPECT_THROW(Framework(context.InstallBundles(GREETER_BUNDLE).at(0)), std::logic_error);
+    const auto offered = context.RegisterService<Greeter>(std::make_shared<OneGreeter>());
+    const auto held = context.GetService(offered.GetReference());
+
+    framework.Stop();
+    EXPECT_EQ(waited(0), Event::FRAMEWORK_STOPPED);
+    EXPECT_FALSE(framework.GetBundleContext());
+    EXPECT_EQ(held->greet(), "hello");
+    framework.Start();
+    EXPECT_TRUE(framework.GetBundleContext().GetServiceReferences<Greeter>().empty());
+    framework.Stop();
+    EXPECT_EQ(waited(0), Event::FRAMEWORK_STOPPED);
+}
+
+}  // namespace
