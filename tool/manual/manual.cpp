@@ -27,7 +27,7 @@ constexpr std::string_view introduction[] = {
     "other values. This command starts that module as the environment does, and works on what it describes.",
     "Values come in layers: the factory's, an installation file, a personal file. The last one that states a "
     "setting "
-    "wins. Only the personal file is changed, and only by the verbs set, reset and migrate.",
+    "wins. The verbs set and reset change the personal file; migrate changes the file that it is given.",
     "A PATH names a group or setting, such as verdix.commandwindow.NumericFormat. The root verdix may be "
     "left out. "
     "Without a verb, the command does what summary does.",
