@@ -8,7 +8,7 @@ What a fenced block holds is said by its first word:
     sh, zsh, fish   a command a line, each of which has to succeed, in that shell
     console         commands behind "$ ", each with the output that it has to print; "..." stands for anything
     console fails   the same, where the last command has to fail
-    cpp, cmake, diff, json, text   no commands
+    cpp, cmake, json, text         no commands; with a file's name behind it, the block is put into that file
 
 Any other block is an error, so that no command escapes. Blocks of one file share a home and a folder, in their order;
 blocks that call scripts or build run in the project. What cannot be run here is listed below, with the reason. Of
@@ -24,7 +24,7 @@ import sys
 import tempfile
 
 PROJECT = pathlib.Path(__file__).resolve().parent.parent
-NO_COMMANDS = {"cpp", "cmake", "diff", "json", "text"}
+NO_COMMANDS = {"cpp", "cmake", "json", "text"}
 SHELLS = {
     "sh": ["bash", "-euo", "pipefail", "-c"],
     "console": ["bash", "-c"],
@@ -65,6 +65,14 @@ class Command:
     expected: list = dataclasses.field(default_factory=list)
 
 
+@dataclasses.dataclass
+class Given:
+    """A file that the reader is taken to have."""
+
+    name: str
+    content: str
+
+
 class Faults(list):
     def add(self, place, message):
         self.append(f"{place}: {message}")
@@ -91,7 +99,9 @@ def commands_of(file, name, faults):
     commands = []
     for number, info, lines in blocks_of(file)[0]:
         kind, *rest = info.split() or [""]
-        if kind in NO_COMMANDS and not rest:
+        if kind in NO_COMMANDS and len(rest) < 2:
+            if rest:
+                commands.append([Given(rest[0], "\n".join(lines) + "\n")])
             continue
         if kind not in SHELLS or rest not in ([], ["fails"]):
             faults.add(f"{name}:{number}", f"a block of the unknown kind '{info}'; see the head of docs_commands.py")
@@ -109,7 +119,8 @@ def commands_of(file, name, faults):
                 faults.add(place, "output without a command in front of it")
         if rest and found:
             found[-1].may_fail = True
-        commands.append(found)
+        if found:
+            commands.append(found)
     return commands
 
 
@@ -137,6 +148,9 @@ class Runner:
     def run_file(self, blocks):
         with tempfile.TemporaryDirectory() as home:
             for block in blocks:
+                if isinstance(block[0], Given):
+                    pathlib.Path(home, block[0].name).write_text(block[0].content, "utf-8")
+                    continue
                 inside = any(IN_PROJECT.match(command.text) for command in block)
                 for command in block:
                     self.run(command, home, PROJECT if inside else home)

@@ -3,7 +3,8 @@
 #
 #   scripts/setup.sh             compilers and libraries, to build and to test
 #   scripts/setup.sh --ci        also what the checks need: clang, clang-format, clang-tidy, shellcheck, git,
-#                                Chromium and Node, python3-jsonschema, the shells that completion is made for
+#                                Chromium and Node, python3-jsonschema, the shells that completion is made for,
+#                                Doxygen and man
 #   scripts/setup.sh --coverage  also what scripts/coverage.sh needs: gcovr
 #   scripts/setup.sh --bench     also what the benchmarks need: Google Benchmark, valgrind, and the libraries that they
 #                                compare with: GLib, Qt, nlohmann JSON
@@ -17,7 +18,7 @@ packages=(
     libcli11-dev libgtest-dev libgmock-dev libminizip-dev zlib1g-dev
 )
 check_packages=(git clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev shellcheck python3-jsonschema chromium
-                zsh fish)
+                zsh fish doxygen groff-base man-db)
 bench_packages=(
     libbenchmark-dev valgrind python3 libglib2.0-dev libglib2.0-bin qtbase5-dev nlohmann-json3-dev
 )
