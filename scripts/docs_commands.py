@@ -110,7 +110,7 @@ def commands_of(file, name, faults):
         for offset, line in enumerate(lines, 1):
             place = f"{name}:{number + offset}"
             if kind != "console" and line.strip() and not line.startswith("#"):
-                found.append(Command(place, line, kind, False))
+                found.append(Command(place, re.sub(r"\s+# .*", "", line), kind, False))
             elif line.startswith("$ "):
                 found.append(Command(place, line[2:], kind, True))
             elif kind == "console" and found:
