@@ -4,7 +4,7 @@
 #   scripts/setup.sh             compilers and libraries, to build and to test
 #   scripts/setup.sh --ci        also what the checks need: git, pre-commit, clang, clang-format, clang-tidy, shellcheck,
 #                                Chromium and Node, python3-jsonschema, the shells that completion is made for,
-#                                dpkg-dev, MinGW-w64 and libc++
+#                                dpkg-dev, MinGW-w64, libc++, Doxygen and man
 #   scripts/setup.sh --coverage  also what scripts/coverage.sh needs: gcovr
 #   scripts/setup.sh --bench     also what the benchmarks need: Google Benchmark, valgrind, and the libraries that they
 #                                compare with: GLib, Qt, nlohmann JSON
@@ -20,6 +20,7 @@ packages=(
 check_packages=(
     git pre-commit clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev shellcheck python3-jsonschema chromium
     zsh fish dpkg-dev g++-mingw-w64-x86-64-posix libc++-14-dev libc++abi-14-dev
+    doxygen groff-base man-db
 )
 bench_packages=(
     libbenchmark-dev valgrind libglib2.0-dev libglib2.0-bin qtbase5-dev nlohmann-json3-dev

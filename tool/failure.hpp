@@ -1,7 +1,9 @@
 #pragma once
 
+#include <array>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace vx::tool {
 
@@ -13,6 +15,20 @@ enum class ExitCode : int
     usage = 2,       ///< a command line that means nothing
     notStarted = 3,  ///< bundle or framework could not be started
 };
+
+struct ExitMeaning
+{
+    ExitCode code;
+    std::string_view text;
+};
+
+/// What each exit code says to whoever called the command.
+inline constexpr std::array<ExitMeaning, 4> exitMeanings = {{
+    {ExitCode::done, "done"},
+    {ExitCode::failed, "no such path, a failed check, or a file that cannot be read or written"},
+    {ExitCode::usage, "wrong usage"},
+    {ExitCode::notStarted, "the bundle or the framework could not be started"},
+}};
 
 /// Ends the command: one line for standard error that says what, where and what to do, and the exit code.
 class Failure : public std::runtime_error

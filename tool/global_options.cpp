@@ -67,15 +67,19 @@ void addChoice(CLI::App& app, const std::string& option, Value& target,
 std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
 {
     auto options = std::make_shared<GlobalOptions>();
-    app.add_option("--bundle", options->bundleFile, "Bundle to start instead of the tool's own")
+    app.add_option("--bundle", options->bundleFile, "Bundle file to start in place of the command's own")
         ->type_name("FILE");
     const auto addFile = [&app](const char* name, std::filesystem::path& file, const char* help) {
         app.add_option_function<std::string>(
                name, [&file](const std::string& path) { file = std::filesystem::absolute(path); }, help)
             ->type_name("FILE");
     };
-    addFile("--installation", options->files.installation, "Settings file of the installation");
-    addFile("--personal", options->files.personal, "Settings file of your own, which set and reset change");
+    addFile(
+        "--installation", options->files.installation,
+        "Settings file of the installation; the first $XDG_CONFIG_DIRS/verdix/settings.json when left out");
+    addFile("--personal", options->files.personal,
+            "Settings file of your own, which set and reset change; $XDG_CONFIG_HOME/verdix/settings.json "
+            "when left out");
     app.add_option_function<std::vector<std::string>>(
            "--feature",
            [options](const std::vector<std::string>& texts) {
@@ -83,15 +87,17 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
                    options->features.push_back(parseFeature(text));
                }
            },
-           "Feature switch to set before the tree is built: on, off or a number")
+           "Feature switch to set before the tree is built: on, off or a whole number")
         ->type_name("NAME=VALUE")
         ->type_size(1)
         ->allow_extra_args(false)
         ->take_all();
     addChoice(app, "--log-level", options->logThreshold, severities,
-              "Least severity of log records on standard error");
-    addChoice(app, "--format", options->form, forms, "What to write: text, or JSON for programs");
-    addChoice(app, "--color", options->colour, colourChoices, "When to use colours");
+              "How bad something must be to be logged on standard error; warning when left out");
+    addChoice(app, "--format", options->form, forms,
+              "What to write: text for people, which is the default, or json for programs");
+    addChoice(app, "--color", options->colour, colourChoices,
+              "When to use colours; auto, the default, is on a terminal");
     return options;
 }
 

@@ -26,15 +26,24 @@ namespace vx::tool {
 namespace {
 
 constexpr const char* description =
-    "Shows the factory settings of the Verdix environment: what the real bundle, started by a service "
-    "framework, builds in a settings core.";
+    "Shows the factory settings of the Verdix environment; changes, checks and migrates settings files.";
 
-constexpr const char* footer =
-    "Examples:\n"
-    "  vxsettings tree commandwindow\n"
-    "  vxsettings list '*.suggestions.*'\n"
-    "  vxsettings get connector.InterfacesBlocklist --bundle other.so\n"
-    "Exit codes: 0 done, 1 no such path or a failed check, 2 wrong usage, 3 bundle or framework not started.";
+constexpr const char* examples = "Examples:\n"
+                                 "  vxsettings tree commandwindow\n"
+                                 "  vxsettings list '*.suggestions.*'\n"
+                                 "  vxsettings get connector.InterfacesBlocklist --bundle other.so\n";
+
+/// The end of the command's own help.
+std::string footer()
+{
+    std::string text = examples;
+    text += "Exit codes:\n";
+    for (const auto& [code, meaning] : exitMeanings) {
+        text.append("  ").append(std::to_string(static_cast<int>(code)));
+        text.append("  ").append(meaning).append("\n");
+    }
+    return text + "Each verb tells more with --help. The options above go with every verb.";
+}
 
 struct VerbEntry
 {
@@ -60,7 +69,8 @@ constexpr VerbEntry entries[] = {{"summary", addSummary},
                                  {"lint", addLint},
                                  {"doctor", addDoctor},
                                  {"completion", addCompletion},
-                                 {"complete", addComplete, true}};
+                                 {"complete", addComplete, true},
+                                 {"manual", addManual, true}};
 
 /// The verb that the command line begins with, or else all of them: to make them takes longer than to do
 /// most.
@@ -139,7 +149,8 @@ ExitCode run(int argc, const char* const* argv)
     } catch (const CLI::CallForVersion& version) {
         return print(std::string(version.what()) + "\n");
     } catch (const CLI::Success&) {
-        return print(app.help());
+        const bool isOfVerb = !app.get_subcommands().empty();
+        return print(app.help() + (isOfVerb ? "Options that go with every verb: vxsettings --help\n" : ""));
     } catch (const CLI::ParseError& error) {
         throw Failure(ExitCode::usage, usageError(app, error));
     }

@@ -40,5 +40,6 @@ Verb addLint(CLI::App& app);
 Verb addDoctor(CLI::App& app);
 Verb addCompletion(CLI::App& app);
 Verb addComplete(CLI::App& app);
+Verb addManual(CLI::App& app);
 
 }  // namespace vx::tool

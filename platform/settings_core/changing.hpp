@@ -27,7 +27,7 @@ public:
 enum class Notation : std::uint8_t
 {
     script,  ///< as parseValue reads it
-    json
+    json     ///< as settings files have it
 };
 
 /// Changes what one settings file states. A file that is not there yet is made, of the newest release; one
@@ -39,17 +39,21 @@ enum class Notation : std::uint8_t
 class VX_API SettingsChanger
 {
 public:
+    /// Changes `file`, which need not exist.
     SettingsChanger(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases,
                     std::filesystem::path file);
 
     /// States a value, given the class of the setting where that loses nothing. Paths may leave out the root;
     /// an alias changes the setting behind it, which is returned.
+    ///@{
     const Node& set(std::string_view path, foundation::verdixdata::Array value);
     const Node& set(std::string_view path, std::string_view value, Notation notation);
+    ///@}
 
     /// Takes away what the file states of this setting, or of everything in this group, also of paths that
     /// the tree does not know. Returns how many settings that were.
     std::size_t reset(std::string_view path);
+    /// Takes away everything that the file states. Returns how many settings that were.
     std::size_t resetAll();
 
 private:

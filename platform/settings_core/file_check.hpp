@@ -13,10 +13,10 @@ namespace vx::core {
 /// Something wrong in a settings file, and what to do about it.
 struct FileFault
 {
-    TextPosition position;
+    TextPosition position;  ///< where it stands in the text
     /// Of the setting it is about, or the name of the file's own member; empty for the file as a whole.
     std::string path;
-    std::string message;
+    std::string message;  ///< what is wrong, and what to do
 };
 
 /// Everything that is wrong in the text of a settings file, in the file's order; nothing but the first error

@@ -16,6 +16,7 @@
 
 namespace vx::core {
 
+/// The kinds of values that JSON has.
 enum class JsonKind : std::uint8_t
 {
     null,
@@ -31,21 +32,23 @@ struct JsonMember;
 /// A value of a JSON text, which must outlive it.
 struct JsonValue
 {
-    JsonKind kind = JsonKind::null;
-    std::size_t offset = 0;  ///< of its first byte, from the beginning of the JSON text
-    std::string_view text;   ///< as it is written
-    std::vector<JsonValue> elements;
+    JsonKind kind = JsonKind::null;   ///< what `text` is
+    std::size_t offset = 0;           ///< of its first byte, from the beginning of the JSON text
+    std::string_view text;            ///< as it is written
+    std::vector<JsonValue> elements;  ///< of an array, in their order
     std::vector<JsonMember> members;  ///< in their order, also those whose name occurs twice
 
+    /// Offset behind its last byte.
     [[nodiscard]] std::size_t end() const noexcept { return offset + text.size(); }
 };
 
+/// A member of an object, with its place in the text.
 struct JsonMember
 {
     std::size_t offset = 0;     ///< of the name's opening quote
     std::string_view nameText;  ///< the name as it is written, with its quotes
-    std::string name;
-    JsonValue value;
+    std::string name;           ///< what the name stands for, as UTF-8
+    JsonValue value;            ///< behind the colon
 };
 
 /// Reads one JSON text, strictly by the standard; a byte-order mark may precede it. Raises TextError at the

@@ -18,6 +18,7 @@
 
 namespace vx::core {
 
+/// Where a value comes from, the lowest first; a higher layer wins.
 enum class Layer : std::uint8_t
 {
     factory,
@@ -31,8 +32,8 @@ enum class Layer : std::uint8_t
 /// Where the files are; one that does not exist holds no settings.
 struct LayerFiles
 {
-    std::filesystem::path installation;
-    std::filesystem::path personal;
+    std::filesystem::path installation;  ///< for all users of a machine
+    std::filesystem::path personal;      ///< of one user
 };
 
 /// By the base directories of the desktop: verdix/settings.json in $XDG_CONFIG_HOME (~/.config), and in the
@@ -42,7 +43,7 @@ struct LayerFiles
 /// What one layer says of a setting.
 struct LayerValue
 {
-    Layer layer = Layer::factory;
+    Layer layer = Layer::factory;  ///< the one that says it
     /// Unassigned where the layer's value cannot be read, or there is none.
     foundation::verdixdata::Array value = {};
     /// "factory value", the function that computed it, or the file.
@@ -50,6 +51,7 @@ struct LayerValue
     /// Why the value does not count: "<file>:<line>:<column>: ..."; empty when it does.
     std::vector<std::string> faults = {};
 
+    /// Whether the value may hold: there is one, and nothing speaks against it.
     [[nodiscard]] bool counts() const noexcept { return value.isAssigned() && faults.empty(); }
 };
 
@@ -66,6 +68,7 @@ struct LayerValue
 class VX_API Layers
 {
 public:
+    /// Nothing is read yet.
     Layers(const SettingsTree& tree, LayerFiles files) : tree_(tree), files_(std::move(files)) {}
 
     /// What each layer says that says anything, the lowest first: the last one that counts holds. Of an

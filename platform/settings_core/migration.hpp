@@ -20,24 +20,26 @@ class SettingsTree;
 /// What a release did to one setting of a file.
 struct MigrationEvent
 {
+    /// What happened.
     enum class Kind : std::uint8_t
     {
-        moved,
+        moved,       ///< to `target`, with its value as it was written
         targetKept,  ///< dropped, because what it would have moved to is in the file already
         removed      ///< dropped, because the release did away with it
     };
 
-    Kind kind;
-    std::string release;
-    std::string path;
-    std::string target;  ///< empty for what was removed
+    Kind kind;            ///< what happened
+    std::string release;  ///< that did it: "R2022b"
+    std::string path;     ///< of the setting, before
+    std::string target;   ///< empty for what was removed
 };
 
+/// How a settings file is carried forward.
 struct Migration
 {
     /// Nothing for a file that does not say: it is older than all.
     std::optional<ReleaseName> from;
-    ReleaseName to;
+    ReleaseName to;                           ///< the release of the text afterwards
     std::vector<MigrationEvent> events = {};  ///< in the order in which they happened
     std::size_t untouched = 0;                ///< settings that no event is about
     std::string text = {};                    ///< of the file afterwards
@@ -47,7 +49,8 @@ struct Migration
 struct MigrationRange
 {
     std::optional<ReleaseName> from = std::nullopt;  ///< the release to take the file for
-    std::optional<ReleaseName> to = std::nullopt;
+    std::optional<ReleaseName> to =
+        std::nullopt;  ///< the last release to apply; the newest of the table when left out
 };
 
 /// Applies the changes of every release after `from`, up to and with `to`, the oldest first, and makes `to`

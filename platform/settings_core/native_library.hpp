@@ -8,6 +8,7 @@ namespace vx::core {
 
 namespace detail {
 
+/// The address behind nativeFunction, which raises what this raises.
 [[nodiscard]] VX_API void* nativeSymbol(const std::string& library, const std::string& function);
 
 }  // namespace detail

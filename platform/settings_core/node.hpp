@@ -13,6 +13,7 @@
 
 namespace vx::core {
 
+/// What a node is.
 enum class NodeKind : std::uint8_t
 {
     group,
@@ -27,11 +28,14 @@ class NodeIndex;
 class VX_API Node final : public ::settings::core::MSettings, public boost::enable_shared_from_this<Node>
 {
 public:
+    /// What the provider said of a node.
     using Properties = ::settings::core::detail::FactorySettingProperties;
+    /// Handles of the nodes under one.
     using Children = std::vector<boost::shared_ptr<Node>>;
 
     /// The root of a tree; SettingsTree makes it.
     Node(std::string name, NodeIndex& index);
+    /// A node under another; createFactorySetting makes it.
     Node(const Node& parent, std::string_view name, bool isSetting, const Properties& properties);
 
     /// Raises std::invalid_argument, and makes nothing, when this node is a setting, when the name is empty
@@ -39,11 +43,16 @@ public:
     boost::shared_ptr<::settings::core::MSettings>
     createFactorySetting(const std::string& name, bool isSetting, const Properties& properties) override;
 
+    /// A copy of fullName(), for providers.
     [[nodiscard]] std::string getFullName() const override { return fullName_; }
 
+    /// Names from the root down to this node, joined by ".".
     [[nodiscard]] const std::string& fullName() const noexcept { return fullName_; }
+    /// The last component of the full name.
     [[nodiscard]] std::string_view name() const noexcept;
+    /// Group, setting or alias.
     [[nodiscard]] NodeKind kind() const noexcept { return kind_; }
+    /// What the provider said when it made the node.
     [[nodiscard]] const Properties& properties() const noexcept { return properties_; }
 
     /// Null for the root.

@@ -12,9 +12,9 @@ namespace vx::core {
 /// One step in the life of a path.
 struct ReleaseStep
 {
-    std::string_view release;
-    std::string_view from;
-    std::string_view to;  ///< empty where `from` was removed
+    std::string_view release;  ///< that made it
+    std::string_view from;     ///< full path before
+    std::string_view to;       ///< empty where `from` was removed
 };
 
 /// The moves that led to this path, the latest first. The steps refer to the table.

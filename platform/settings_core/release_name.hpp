@@ -13,9 +13,10 @@ namespace vx::core {
 /// A release of the environment, two a year: R2022a, R2022b. Earlier ones are less.
 struct ReleaseName
 {
-    int year = 0;
-    char half = 'a';
+    int year = 0;     ///< 2022 of R2022b
+    char half = 'a';  ///< 'a' or 'b'
 
+    /// By year, then by half.
     // The check takes the comparison with 0 that is generated for a pointer.
     // NOLINTNEXTLINE(modernize-use-nullptr)
     [[nodiscard]] friend auto operator<=>(const ReleaseName&, const ReleaseName&) = default;
@@ -24,6 +25,7 @@ struct ReleaseName
 /// Nothing for a text that is not R, four digits and a or b.
 [[nodiscard]] VX_API std::optional<ReleaseName> parseReleaseName(std::string_view text) noexcept;
 
+/// "R2022b".
 [[nodiscard]] VX_API std::string toText(const ReleaseName& release);
 
 /// The newest release that the table has changes of; nothing for an empty table. Raises std::runtime_error

@@ -25,10 +25,11 @@ enum class MatchRank : std::uint8_t
 /// "exact", "prefix", "word", "substring", "value", "spelled alike".
 [[nodiscard]] VX_API std::string_view rankWord(MatchRank rank) noexcept;
 
+/// A node that was found, and how well.
 struct Match
 {
-    const Node* node;
-    MatchRank rank;
+    const Node* node;  ///< of the tree that was searched
+    MatchRank rank;    ///< that of the word which matches it worst
 };
 
 /// Every node that matches all the words, whatever their case, best rank first and in the tree's order within

@@ -25,10 +25,15 @@ public:
     /// Reads the text. Raises TextError where it is not JSON, or not an object with an object "settings"
     /// (which may be missing). Values and the release are taken as they come.
     explicit SettingsFile(std::string text);
+    /// What is read moves along with the text that it refers to.
+    ///@{
     SettingsFile(SettingsFile&&) noexcept = default;
     SettingsFile& operator=(SettingsFile&&) noexcept = default;
+    ///@}
 
+    /// The text as it was read.
     [[nodiscard]] const std::string& text() const noexcept { return *text_; }
+    /// The object that the text holds.
     [[nodiscard]] const JsonValue& root() const noexcept { return root_; }
 
     /// The member "release" as it is, or null.
@@ -72,6 +77,7 @@ public:
     /// Gives the setting another path in its place; the other must not be in the file.
     void rename(std::string_view path, const std::string& target);
 
+    /// Replaces the member "release", or adds it at the end.
     void setRelease(std::string_view release);
 
     /// The paths of the settings, with the changes made until now.

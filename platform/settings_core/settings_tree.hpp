@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+/// The embedded settings core: the tree of settings, and what is done with it.
 namespace vx::core {
 
 /// A tree of settings with constant-time look-up by path. One builder at a time may add to a tree; a finished
@@ -24,6 +25,7 @@ public:
     /// A tree that holds the root group alone.
     explicit SettingsTree(const std::string& rootName);
 
+    /// The root group; never null.
     [[nodiscard]] const boost::shared_ptr<Node>& root() const noexcept { return root_; }
 
     /// The node at this full path, or null.
@@ -43,8 +45,10 @@ private:
 
 /// Runs a provider: makes its root group and lets it build its tree under it. What the provider raises, this
 /// raises. The overload with a tree leaves the nodes made until then in it.
+///@{
 [[nodiscard]] VX_API SettingsTree loadTree(::settings::core::FactorySettingsLoader& loader);
 VX_API void loadTree(::settings::core::FactorySettingsLoader& loader, SettingsTree& tree);
+///@}
 
 /// The provider's table of settings moved or removed per release.
 [[nodiscard]] VX_API ::settings::core::ReleaseChangeTable

@@ -14,14 +14,14 @@ namespace vx::core {
 /// What is wrong with a value in a settings file.
 struct ValueFault
 {
-    std::size_t offset;  ///< in the file's text
-    std::string message;
+    std::size_t offset;   ///< in the file's text
+    std::string message;  ///< what is wrong, and what is accepted
 };
 
 /// A setting's value as a file has it; unassigned where it could not be read.
 struct StoredValue
 {
-    foundation::verdixdata::Array value;
+    foundation::verdixdata::Array value;  ///< in the class of the setting
     /// Every one makes the value one that does not count.
     std::vector<ValueFault> faults;
 };

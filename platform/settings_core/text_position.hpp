@@ -13,8 +13,8 @@ namespace vx::core {
 /// Where something stands in a text, both counted from 1; columns count characters, not bytes.
 struct TextPosition
 {
-    std::size_t line = 1;
-    std::size_t column = 1;
+    std::size_t line = 1;    ///< of the text
+    std::size_t column = 1;  ///< within the line
 };
 
 /// The position of a byte of a UTF-8 text. A byte-order mark takes no column.
@@ -28,6 +28,7 @@ struct TextPosition
 class VX_API TextError : public std::runtime_error
 {
 public:
+    /// `offset` is that of the part; the message does not repeat it.
     TextError(std::size_t offset, const std::string& message) : std::runtime_error(message), offset_(offset)
     {}
 

@@ -20,6 +20,7 @@ struct Verdict
     /// the word if there is one and it raises a text; else these are the failures, one a line.
     std::string message;
 
+    /// Whether the value keeps every rule that could be checked.
     [[nodiscard]] bool accepted() const noexcept { return failures.empty(); }
 };
 

@@ -21,7 +21,7 @@ namespace vx::core {
 [[nodiscard]] VX_API std::string valueText(const foundation::verdixdata::Array& value);
 
 /// The same on one line of at most `width` characters, with quotes around every text, control characters
-/// written as \n, \t or \xNN, and "…" for what was cut.
+/// written as `\n`, `\t` or `\xNN`, and "…" for what was cut.
 [[nodiscard]] VX_API std::string shortValueText(const foundation::verdixdata::Array& value,
                                                 std::size_t width);
 

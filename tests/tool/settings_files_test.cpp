@@ -90,7 +90,7 @@ TEST_F(SettingsFilesTest, MigrationShowsFirstAndKeepsTheOldFile)
                                "  \"verdix.commandwindow.EightyColumns\": \"yes\",\n"
                                "  \"verdix.desktop.help.SingleSource\": 1, \"verdix.Own\": 1 } }";
     writeFile(file, before);
-    const ToolRun shown = run({"migrate", file});
+    const ToolRun shown = run({"migrate", file, "--to", "R2026a"});
     EXPECT_EQ(shown.exitCode, 1) << "the value does not fit its new setting";
     for (const char* words :
          {"from R2020b to R2026a, 1 setting stays", "removed in R2026a",
@@ -101,13 +101,14 @@ TEST_F(SettingsFilesTest, MigrationShowsFirstAndKeepsTheOldFile)
     EXPECT_EQ(readFile(file), before);
 
     writeFile(folder / "old.json.R2020b.bak", "of before");
-    EXPECT_THAT(run({"migrate", file, "--write"}).output, HasSubstr("old.json.R2020b.2.bak"));
+    EXPECT_THAT(run({"migrate", file, "--to", "R2026a", "--write"}).output,
+                HasSubstr("old.json.R2020b.2.bak"));
     EXPECT_EQ(readFile(folder / "old.json.R2020b.bak"), "of before");
     EXPECT_EQ(readFile(folder / "old.json.R2020b.2.bak"), before);
     EXPECT_EQ(readFile(file), "{ \"release\": \"R2026a\", \"settings\": {\n"
                               "  \"verdix.commandwindow.UseEightyColumnDisplayWidth\": \"yes\",\n"
                               "  \"verdix.Own\": 1 } }");
-    EXPECT_THAT(run({"migrate", file, "--write"}).output, HasSubstr("nothing to do"));
+    EXPECT_THAT(run({"migrate", file, "--to", "R2026a", "--write"}).output, HasSubstr("nothing to do"));
     EXPECT_EQ(run({"migrate", file, "--to", "R2020b"}).exitCode, 1);
     EXPECT_EQ(run({"migrate", file, "--from", "yesterday"}).exitCode, 2);
 }

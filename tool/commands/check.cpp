@@ -56,7 +56,7 @@ Verb addCheck(CLI::App& app)
     CLI::App* parser = app.add_subcommand("check", "Every fault in a settings file, with line and column");
     auto file = std::make_shared<std::string>();
     parser->add_option("FILE", *file, "Settings file; your own when left out")->type_name("");
-    parser->footer("Example:\n  vxsettings check settings.json");
+    parser->footer("Ends with 1 when there are any.\nExample:\n  vxsettings check settings.json");
     return {parser, [file](LazySession& session, Output& out) { return check(session, *file, out); }};
 }
 

@@ -8,7 +8,6 @@
 #include <cppmicroservices/Constants.h>
 #include <cppmicroservices/ServiceReference.h>
 
-#include <array>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
@@ -23,6 +22,7 @@
 #include <vector>
 
 #include "bundle_file.hpp"
+#include "environment.hpp"
 #include "json_text.hpp"
 #include "table.hpp"
 #include "verb.hpp"
@@ -36,10 +36,6 @@ using cppmicroservices::any_cast;
 using cppmicroservices::Bundle;
 using cppmicroservices::ServiceReferenceU;
 namespace Constants = cppmicroservices::Constants;
-
-/// The environment variables that the areas of the tree read.
-constexpr std::array variables{"VX_CD_ANYWHERE_DISABLED", "VX_UI_INTERNAL_FIGURE_USEAPPSHELL",
-                               "VX_WEBWINDOW_LOGS_SPEC"};
 
 /// Findings under headings. Text is written as it comes, a document at the end, also where an exception ends
 /// the search: what was found until then is what tells why.
@@ -223,9 +219,9 @@ void reportNativeFunctions(const core::SettingsTree& tree, Report& report)
 void reportInputs(Report& report)
 {
     report.begin("inputs of the tree");
-    for (const char* variable : variables) {
-        const char* value = std::getenv(variable);
-        report.add(variable, value == nullptr ? "unset" : "set to \"" + std::string(value) + "\"");
+    for (const auto& variable : treeVariables) {
+        const char* value = std::getenv(variable.name);
+        report.add(variable.name, value == nullptr ? "unset" : "set to \"" + std::string(value) + "\"");
     }
     for (const auto& [name, value] : foundation::host::features()) {
         report.add("feature " + name, value == 0   ? "off"

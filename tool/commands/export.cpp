@@ -100,12 +100,12 @@ Verb addExport(CLI::App& app)
     CLI::App* parser = app.add_subcommand("export", "The whole tree for other programs, and for looking at");
     auto options = std::make_shared<ExportOptions>();
     limitTo(parser->add_option("--format", options->format,
-                               "json-schema is for editors, to complete and check settings files; html is a "
-                               "page that shows and searches the settings"),
+                               "What to write. json-schema is for editors, which complete and check settings "
+                               "files by it; html is a page that shows and searches the settings"),
             formatNames());
     parser->add_option("-o,--output", options->file, "File to write instead of standard output")
         ->type_name("FILE");
-    parser->footer("Example:\n  vxsettings export --format json -o settings.json\n"
+    parser->footer("Examples:\n  vxsettings export --format json -o tree.json\n"
                    "  vxsettings export --format html -o settings.html");
     return {parser,
             [options](LazySession& session, Output& out) { return exportTree(session, *options, out); }};

@@ -49,8 +49,8 @@ ExitCode history(LazySession& session, const HistoryOptions& options, Output& ou
 
 Verb addHistory(CLI::App& app)
 {
-    CLI::App* parser =
-        app.add_subcommand("history", "Whether users' settings of the last release survive this one");
+    CLI::App* parser = app.add_subcommand(
+        "history", "Whether every setting of the last release is still there, moved, or removed on purpose");
     auto options = std::make_shared<HistoryOptions>();
     parser
         ->add_option("--baseline", options->baseline, "The last release's tree, made by export --format json")
@@ -60,7 +60,7 @@ Verb addHistory(CLI::App& app)
         ->add_option("--changed-defaults", options->changedDefaults,
                      "List of the settings whose default is meant to differ")
         ->type_name("FILE");
-    parser->add_option("--tree", options->tree, "An exported tree to check in place of the live one")
+    parser->add_option("--tree", options->tree, "An exported tree to look at in place of the live one")
         ->type_name("FILE");
     parser->footer("Example:\n  vxsettings history --baseline docs/baseline/R2026a.json --changed-defaults "
                    "docs/changed-defaults");

@@ -171,7 +171,8 @@ Verb addList(CLI::App& app)
             {"group", "setting", "alias"});
     parser
         ->add_option("--validator", options->validator,
-                     "Only settings with this validator function or rule; a glob, \"none\" for those without")
+                     "Only settings checked by this function or rule, which may be a glob; \"none\" for "
+                     "settings without")
         ->type_name("VALIDATOR");
     parser->add_flag("--hidden", options->onlyHidden, "Only what is hidden, by itself or with its group");
     parser->add_flag("--read-only", options->onlyReadOnly, "Only what cannot be changed");

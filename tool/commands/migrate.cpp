@@ -199,14 +199,19 @@ ExitCode migrate(LazySession& lazy, const MigrateOptions& options, Output& out)
 Verb addMigrate(CLI::App& app)
 {
     CLI::App* parser = app.add_subcommand(
-        "migrate", "Carry a settings file of an older release forward; shows what it would do");
+        "migrate", "Carry a settings file of an older release forward; without --write, only show how");
     auto options = std::make_shared<MigrateOptions>();
     parser->add_option("FILE", options->file, "Settings file")->type_name("")->required();
-    parser->add_option("--from", options->from, "Release to take the file for")->type_name("RELEASE");
+    parser
+        ->add_option("--from", options->from,
+                     "Release to take the file for, in place of the one that it names")
+        ->type_name("RELEASE");
     parser->add_option("--to", options->to, "Release to go to; the newest when left out")
         ->type_name("RELEASE");
-    parser->add_flag("--write", options->writes, "Write the file, and keep the old one beside it");
-    parser->footer("Example:\n  vxsettings migrate settings.json --write");
+    parser->add_flag("--write", options->writes,
+                     "Write the file, and keep the old one beside it, FILE.RELEASE.bak");
+    parser->footer("Ends with 1 when a value that moved does not fit its new setting.\n"
+                   "Example:\n  vxsettings migrate settings.json --write");
     return {parser, [options](LazySession& session, Output& out) { return migrate(session, *options, out); }};
 }
 

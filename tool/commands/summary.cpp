@@ -129,7 +129,7 @@ void writeDocument(const Session& session, const std::vector<Area>& areas, Outpu
 Verb addSummary(CLI::App& app)
 {
     CLI::App* parser = app.add_subcommand(
-        "summary", "Framework, bundle and how much it describes; done when no verb is given");
+        "summary", "Which bundle was loaded, and how much each area describes; done when no verb is given");
     return {parser, [](LazySession& lazy, Output& out) {
                 const Session& session = lazy.get();
                 const auto areas = countAreas(*session.tree().root());

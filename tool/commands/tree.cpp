@@ -132,8 +132,8 @@ Verb addTree(CLI::App& app)
         app.add_subcommand("tree", "The tree, or what is under one group, with factory values");
     auto options = std::make_shared<TreeOptions>();
     parser->add_option("PATH", options->path, "Group to begin at; the root when left out")->type_name("");
-    parser->add_option("--depth", options->depth, "Levels to draw below it")
-        ->check(CLI::Range(1, deepest))
+    parser->add_option("--depth", options->depth, "Levels to draw below it, 1 to 99")
+        ->check(CLI::Range(1, deepest).description(""))
         ->type_name("N");
     parser->add_flag("--hidden", options->showsHidden, "Draw hidden groups and settings as well");
     parser->footer("Examples:\n  vxsettings tree commandwindow\n  vxsettings tree --depth 1 --hidden");

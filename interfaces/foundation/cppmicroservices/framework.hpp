@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 
+/// Access to the service framework of the process.
 namespace foundation::cppmicroservices {
 
 /// The service framework of this process. Raises std::logic_error before a host has named one.
@@ -18,6 +19,7 @@ namespace foundation::cppmicroservices {
 /// environment only.
 inline constexpr const char* perConfigProperty = "com.tarnwick.service.perconfig";
 
+/// What code that is compiled into the caller needs of the library.
 namespace detail {
 
 /// Hands a message to the process's message hook. The text is asked for only if somebody listens.

@@ -7,12 +7,13 @@
 #include <string>
 #include <string_view>
 
+/// Feature switches, by which parts of the environment are turned on and off.
 namespace foundation::feature {
 
 /// Process-wide state of one feature; lives until the process ends.
 struct FeatureState
 {
-    std::atomic<int> value{0};
+    std::atomic<int> value{0};  ///< 0 is off, everything else is on
 };
 
 /// A named feature switch. Its name is not copied: it must outlive the switch.
@@ -30,18 +31,21 @@ public:
     /// The feature's process-wide state; never null.
     [[nodiscard]] virtual FeatureState* getState() = 0;
 
+    /// The name, as UTF-16.
     [[nodiscard]] std::u16string getName() const;
 
     /// The current state as a number: 0 is off, everything else is on.
     [[nodiscard]] int get();
 
 protected:
+    /// The `length` bytes at `name`, UTF-8, have to outlive the switch.
     IFeature(const char* name, std::size_t length) noexcept;
 
 private:
     std::string_view name_;
 };
 
+/// The switches of this process.
 namespace management::process {
 
 /// The state record of the feature of this name, made on first request; the same for every caller in the

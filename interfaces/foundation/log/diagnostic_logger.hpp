@@ -5,6 +5,7 @@
 
 #include <string>
 
+/// Diagnostic records, sorted by channel and severity.
 namespace foundation::log {
 
 /// How much a record matters; the lower the number, the more.
@@ -27,6 +28,7 @@ class basic_diagnostic_logger
     using Base = boost::log::sources::severity_channel_logger_mt<int, std::basic_string<CharT>>;
 
 public:
+    /// Writes to the channel of this name, by which sinks and filters know it.
     explicit basic_diagnostic_logger(const std::basic_string<CharT>& channel)
         : Base(boost::log::keywords::channel = channel)
     {}

@@ -13,6 +13,7 @@
 #include <string>
 #include <utility>
 
+/// Data arrays: typed, shaped and cheaply shared values, as the scripting language has them.
 namespace foundation::verdixdata {
 
 /// Element class of an array. UNKNOWN belongs to an array that nothing was assigned to.
@@ -47,27 +48,31 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// How arrays keep their elements.
 namespace detail {
 
 /// Head of an array's only memory block; the elements follow it, column by column.
 struct alignas(std::max_align_t) ArrayBlock
 {
-    std::atomic<std::uint32_t> references{0};
-    ArrayType type = ArrayType::UNKNOWN;
-    std::size_t count = 0;
-    ArrayDimensions dimensions;
+    std::atomic<std::uint32_t> references{0};  ///< handles to the block
+    ArrayType type = ArrayType::UNKNOWN;       ///< class of every element
+    std::size_t count = 0;                     ///< of elements: the product of the dimensions
+    ArrayDimensions dimensions;                ///< rows first, two or more
 
+    /// The first element; its C++ type follows from `type`, see TypedArray.
     [[nodiscard]] void* elements() noexcept { return this + 1; }
 };
 
 /// Destroys the elements and frees the block.
 VX_API void destroy(ArrayBlock* block) noexcept;
 
+/// One handle more.
 inline void intrusive_ptr_add_ref(ArrayBlock* block) noexcept
 {
     block->references.fetch_add(1, std::memory_order_relaxed);
 }
 
+/// One handle less; the last one destroys the block.
 inline void intrusive_ptr_release(ArrayBlock* block) noexcept
 {
     if (block->references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
@@ -86,10 +91,13 @@ public:
     /// An array that nothing was assigned to: class UNKNOWN, 0-by-0.
     Array() noexcept = default;
 
+    /// The element class.
     [[nodiscard]] ArrayType getType() const noexcept { return block_ ? block_->type : ArrayType::UNKNOWN; }
 
+    /// Sizes along each dimension; 0-by-0 for an unassigned array.
     [[nodiscard]] const ArrayDimensions& getDimensions() const noexcept;
 
+    /// The product of the dimensions.
     [[nodiscard]] std::size_t getNumberOfElements() const noexcept { return block_ ? block_->count : 0; }
 
     /// True without elements: also for an assigned array such as the 1-by-0 text.
@@ -105,12 +113,13 @@ public:
 protected:
     friend class ArrayFactory;
 
+    /// A further handle to this block.
     explicit Array(boost::intrusive_ptr<detail::ArrayBlock> block) noexcept : block_(std::move(block)) {}
 
     /// Gives this handle elements of its own if others share them. Raises std::bad_alloc.
     void detach();
 
-    boost::intrusive_ptr<detail::ArrayBlock> block_;
+    boost::intrusive_ptr<detail::ArrayBlock> block_;  ///< null while nothing was assigned
 };
 
 /// Name of an element class as the scripting language spells it: "logical", "char", "string", "double",

@@ -15,6 +15,7 @@ public:
     /// kind std::bad_array_new_length where the size cannot be expressed).
     [[nodiscard]] Array createArray(ArrayType type, const ArrayDimensions& dimensions) const;
 
+    /// The same, ready to be written; the class is that of the C++ type T.
     template <class T>
     [[nodiscard]] TypedArray<T> createArray(const ArrayDimensions& dimensions) const
     {
@@ -25,6 +26,7 @@ public:
     [[nodiscard]] Array createScalarInternal(std::string text) const;
 };
 
+/// For processes without the environment.
 namespace standalone {
 
 /// The factory of a process that has the data-array library alone, without the environment around it.

@@ -32,6 +32,7 @@ VX_ELEMENT_CLASS(std::uint64_t, UINT64)
 VX_ELEMENT_CLASS(Array, CELL)
 #undef VX_ELEMENT_CLASS
 
+/// Raises InvalidArrayTypeException that names both classes.
 [[noreturn]] VX_API void throwWrongType(ArrayType wanted, ArrayType found);
 
 }  // namespace detail
@@ -51,14 +52,21 @@ class TypedArray : public Array
 {
 public:
     /// Raises InvalidArrayTypeException when the array is of another class.
+    ///@{
     explicit TypedArray(Array&& array) : Array(std::move(array)) { check(); }
     explicit TypedArray(const Array& array) : Array(array) { check(); }
+    ///@}
 
+    /// The reading forms copy nothing. An index counts from 0, column by column, and must lie inside the
+    /// array.
+    ///@{
     [[nodiscard]] TypedIterator<const T> begin() const noexcept { return elements(); }
     [[nodiscard]] TypedIterator<const T> end() const noexcept { return elements() + getNumberOfElements(); }
     [[nodiscard]] const T& operator[](std::size_t index) const noexcept { return elements()[index]; }
+    ///@}
 
     /// The writing forms give this handle elements of its own first. They raise std::bad_alloc.
+    ///@{
     [[nodiscard]] TypedIterator<T> begin()
     {
         detach();
@@ -66,6 +74,7 @@ public:
     }
     [[nodiscard]] TypedIterator<T> end() { return begin() + getNumberOfElements(); }
     [[nodiscard]] T& operator[](std::size_t index) { return begin()[index]; }
+    ///@}
 
 private:
     void check() const

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+/// The records behind a node.
 namespace settings::core::detail {
 
 /// A flag that remembers whether somebody wrote it, because an unwritten false and a written one differ:
@@ -22,6 +23,7 @@ public:
     /// A flag that starts as false counts as not written.
     constexpr explicit WritableFlag(bool value) noexcept : value_(value), written_(value) {}
 
+    /// Writes the flag, also when it has that value already.
     constexpr WritableFlag& operator=(bool value) noexcept
     {
         value_ = value;
@@ -29,7 +31,9 @@ public:
         return *this;
     }
 
+    /// What was written last, or what it started as.
     [[nodiscard]] constexpr bool value() const noexcept { return value_; }
+    /// Whether value() is what somebody said, and not the start.
     [[nodiscard]] constexpr bool isWritten() const noexcept { return written_; }
 
 private:
@@ -65,14 +69,16 @@ public:
     /// Path of the alias target; empty for a node that is no alias.
     [[nodiscard]] const std::string& aliasName() const noexcept { return aliasName_; }
 
-    WritableFlag visible;
-    WritableFlag readOnly;
-    foundation::verdixdata::Array factoryValue;
-    Validator validator;
-    RunTimeDefault runTimeDefault;
-    bool additionalFile;
-    bool reserved;
-    std::vector<SettingValueValidator::ConfigData> valueValidators;
+    WritableFlag visible;   ///< the node is hidden only when this was written false
+    WritableFlag readOnly;  ///< values of a setting that is read-only are not changed by users
+    foundation::verdixdata::Array factoryValue;  ///< unassigned where there is none, or it is computed
+    Validator validator;                         ///< function that checks a value
+    RunTimeDefault runTimeDefault;               ///< function that computes the factory value
+    bool additionalFile;  ///< whether the provider keeps a file of its own beside the settings
+    bool reserved;        ///< stored, without effect
+    std::vector<SettingValueValidator::ConfigData>
+        valueValidators;  ///< records that a value has to keep, all of them
+    /// Called for every value that was refused; empty for the messages of the settings core.
     ErrorHandler errorHandler = nullptr;
     /// The tree context of the provider that asked for the additional file.
     boost::shared_ptr<void> additionalFileContext = nullptr;

@@ -13,17 +13,21 @@ namespace settings::core::detail {
 class FunctionName
 {
 public:
+    /// Names `function` of `scope`; what these are depends on the kind of function.
     FunctionName(std::string scope, std::string function)
         : texts_(boost::make_shared<const Texts>(std::move(scope), std::move(function)))
     {}
 
-    // No moves, which would leave a name without texts.
+    /// A copy shares the texts. There are no moves, which would leave a name without texts.
+    ///@{
     FunctionName(const FunctionName&) = default;
     FunctionName& operator=(const FunctionName&) = default;
+    ///@}
     ~FunctionName() = default;
 
     /// Qualifying prefix, library name or class name, by the kind of function.
     [[nodiscard]] const std::string& scope() const noexcept { return texts_->first; }
+    /// The name in that place.
     [[nodiscard]] const std::string& function() const noexcept { return texts_->second; }
 
 private:

@@ -18,16 +18,18 @@ public:
     /// Bounds of every element, both included; infinite where a bound is open.
     struct Range
     {
-        double lower = -std::numeric_limits<double>::infinity();
-        double upper = std::numeric_limits<double>::infinity();
+        double lower = -std::numeric_limits<double>::infinity();  ///< -infinity where open
+        double upper = std::numeric_limits<double>::infinity();   ///< infinity where open
     };
 
+    /// The exact size of a value of two dimensions.
     struct Size
     {
-        std::size_t rows;
-        std::size_t columns;
+        std::size_t rows;     ///< along the first dimension
+        std::size_t columns;  ///< along the second
     };
 
+    /// How a colour is written.
     enum class Colour : std::uint8_t
     {
         wholeNumbers,  ///< 1-by-3, red, green, blue, each a whole number from 0 to 255
@@ -37,15 +39,16 @@ public:
     /// One record of checks; a value must pass every one that is given.
     struct ConfigData
     {
-        std::optional<Range> range = std::nullopt;
+        std::optional<Range> range = std::nullopt;  ///< for every element
         /// Allowed texts: of a text as a whole, of every element of a cell. Beside `colour`: the words that
         /// are accepted in place of a triple. Empty: not checked.
         std::vector<std::u16string> allowedValues = {};
         /// Most characters of a text, most elements of a cell.
         std::optional<std::size_t> maximumLength = std::nullopt;
-        std::optional<Size> size = std::nullopt;
-        std::optional<foundation::verdixdata::ArrayType> elementClass = std::nullopt;
-        std::optional<Colour> colour = std::nullopt;
+        std::optional<Size> size = std::nullopt;  ///< of the value as a whole
+        std::optional<foundation::verdixdata::ArrayType> elementClass =
+            std::nullopt;                             ///< of the value; CELL for a cell of texts
+        std::optional<Colour> colour = std::nullopt;  ///< the value is a colour of this form
     };
 };
 

@@ -6,6 +6,7 @@
 
 #include <string>
 
+/// What the settings core and the providers of factory settings say to each other.
 namespace settings::core {
 
 namespace detail {

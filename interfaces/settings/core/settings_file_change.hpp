@@ -19,8 +19,11 @@ public:
         : operation_(operation), from_(std::move(from)), to_(std::move(to))
     {}
 
+    /// "move" or "remove".
     [[nodiscard]] const std::string& operation() const noexcept { return operation_; }
+    /// The one full path that moves or goes.
     [[nodiscard]] const std::vector<std::string>& from() const noexcept { return from_; }
+    /// The one full path it moves to; empty for a removal.
     [[nodiscard]] const std::vector<std::string>& to() const noexcept { return to_; }
 
 private:
@@ -32,10 +35,10 @@ private:
 /// What one release changes, in the order in which the changes apply.
 struct ReleaseChangeSet
 {
-    std::string release;
+    std::string release;  ///< name of the release: "R2022b"
     /// True when a move leads from one root group to another.
     bool crossesRootGroups = false;
-    std::vector<SettingsFileChange> changes;
+    std::vector<SettingsFileChange> changes;  ///< applied from first to last
 };
 
 /// Change sets by index; the oldest release has the lowest.

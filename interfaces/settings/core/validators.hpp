@@ -36,19 +36,25 @@ public:
 class CPPValidator : public detail::FunctionName
 {
 public:
+    /// Called with the setting, its own name, and the value proposed.
     using Callable = std::function<void(const boost::shared_ptr<const Settings>& node,
                                         const std::string& name, const foundation::verdixdata::Array& value)>;
 
+    /// `scope` and `function` are only named in messages. The callable lives as long as the record does, and
+    /// so must the library that it comes from.
     CPPValidator(Callable callable, std::string scope, std::string function)
         : FunctionName(std::move(scope), std::move(function)), callable_(std::move(callable))
     {}
 
+    /// What to call.
     [[nodiscard]] const Callable& callable() const noexcept { return callable_; }
 
 private:
     Callable callable_;
 };
 
+/// How a value is checked by a function; std::monostate where none is. The order of the alternatives is
+/// fixed.
 using Validator = std::variant<std::monostate, MValidator, CValidator, JValidator, CPPValidator>;
 
 /// What a native library exports, with C linkage, for a CValidator: it refuses a value by raising an
