@@ -40,7 +40,7 @@ NOT_RUN = [
     (r"git clone ", "needs the network"),
     (r"scripts/setup\.sh", "installs packages as root; the first step of .ci/run"),
     (r"scripts/(bench|coverage)\.sh", "takes minutes of a quiet machine"),
-    (r"scripts/(fuzz|lint|instructions|page_test|package_test|format)\.sh", "is a step of .ci/run itself"),
+    (r"scripts/(fuzz|lint|instructions|page_test|package_test|portability|reproducible|format)\.sh", "is a step of .ci/run itself"),
     (r"scripts/test\.sh --preset (asan|tsan)", "is a step of .ci/run itself"),
     (r"VX_(SOAK|DAMAGE)=full ", "takes an hour"),
     (r"scripts/docs_test\.sh", "is what runs this test"),

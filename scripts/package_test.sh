@@ -6,8 +6,8 @@ source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 (($# == 0)) || fail "unknown argument '$1'; see the head of this file"
 
 "$project/scripts/setup.sh" --ci --quiet
-folder=$project/build/package
-work=$folder/try # no folder of changing name: the compiler's cache knows files by their paths
+folder=$project/build/release
+work=$project/build/package # no folder of changing name: the compiler's cache knows files by their paths
 setting=verdix.commandwindow.NumericFormat
 export XDG_CONFIG_HOME=$work/none XDG_CONFIG_DIRS=$work/none CMAKE_GENERATOR=Ninja
 
@@ -95,7 +95,7 @@ for node in json.load(sys.stdin)["nodes"]:
 use_other_platform() {
     build_project "$project/tests/external_platform" "$work/platform" -DCMAKE_PREFIX_PATH="$1"
     quietly cmake --install "$work/platform" --prefix "$work/platform_installed"
-    build_project "$project" "$work/module" -DVERDIX_PLATFORM=external \
+    build_project "$project" "$work/module" -DVERDIX_PLATFORM=external -DCMAKE_BUILD_TYPE=Debug \
         -DCMAKE_PREFIX_PATH="$work/platform_installed;$1"
     recorded_tree "$1" >"$work/expected_record"
     "$work/platform/recording_host" "$work"/module/lib/verdix/bundles/* >"$work/record"
@@ -106,8 +106,7 @@ use_other_platform() {
 }
 
 test_package() {
-    [[ -e $folder/build.ninja ]] ||
-        quietly cmake -S "$project" --preset release -B "$folder" -DVERDIX_BUILD_TESTS=OFF
+    quietly cmake -S "$project" --preset release -DVERDIX_BUILD_TESTS=OFF
     quietly ninja -C "$folder"
     rm -rf -- "$work"
     mkdir -- "$work"
@@ -137,4 +136,4 @@ test_package() {
         "$(wc -l <"$work/record") nodes are the same on another platform."
 }
 
-alone package test_package
+alone release test_package
