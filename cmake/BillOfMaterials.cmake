@@ -87,5 +87,5 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     execute_process(COMMAND getconf GNU_LIBC_VERSION OUTPUT_VARIABLE glibc OUTPUT_STRIP_TRAILING_WHITESPACE)
     string(REPLACE "glibc " "" glibc "${glibc}")
     vx_record_dependency(glibc VERSION "${glibc}" LICENSE LGPL-2.1-or-later HOMEPAGE "https://sourceware.org/glibc/"
-                         LIBRARIES libc.so.* ld-linux*)
+                         LIBRARIES libc.so.* libm.so.* ld-linux*)
 endif()

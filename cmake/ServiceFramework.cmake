@@ -43,7 +43,7 @@ if(CppMicroServices_FOUND)
     vx_use_system_framework()
     vx_record_dependency(CppMicroServices VERSION "${CppMicroServices_VERSION}" LICENSE Apache-2.0
                          HOMEPAGE "https://github.com/CppMicroServices/CppMicroServices"
-                         LIBRARIES libCppMicroServices.so.* libus*.so.*)
+                         LIBRARIES libCppMicroServices.so* libus*.so*)
 else()
     set(VX_FRAMEWORK_EMBEDDED TRUE)
     set(VX_FRAMEWORK_NAME "Verdix embedded service framework")

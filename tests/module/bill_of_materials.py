@@ -13,14 +13,18 @@ readelf, bill, *files = filter(None, sys.argv[1:])
 with open(bill, encoding="utf-8") as document:
     packages = json.load(document)["packages"]
 recorded = {
-    pattern: package["name"]
+    package["name"]: package["comment"].removeprefix("linked: ").split()
     for package in packages
-    for pattern in package.get("comment", "linked:").removeprefix("linked:").split()
+    if "comment" in package
 }
 dynamic = subprocess.run([readelf, "-d", *files], check=True, capture_output=True, text=True).stdout
 linked = {name for name in re.findall(r"NEEDED.*\[(.*)\]", dynamic) if not name.startswith("libvx")}
-unknown = [name for name in linked if not any(fnmatch.fnmatch(name, pattern) for pattern in recorded)]
-unused = [pattern for pattern in recorded if not fnmatch.filter(linked, pattern)]
+known = {
+    name: {file for pattern in patterns for file in fnmatch.filter(linked, pattern)}
+    for name, patterns in recorded.items()
+}
+unknown = linked.difference(*known.values())
+unused = [name for name, files in known.items() if not files]
 if unknown or unused or not linked:
     sys.exit(
         f"linked, but not recorded: {unknown}; recorded, but not linked: {unused}; "
