@@ -16,9 +16,7 @@ TEST(Search, RanksByWhereAWordStandsInThePath)
     vx::core::SettingsTree tree("root");
     tree.root()->createFactorySetting("LabelURLToHyperlink", true, tests::noProperties());
     tree.root()->createFactorySetting("snake_Case2", true, tests::noProperties());
-    auto valued = tests::noProperties();
-    valued.factoryValue = tests::text("loose");
-    tree.root()->createFactorySetting("Spacing", true, valued);
+    tree.root()->createFactorySetting("Spacing", true, tests::propertiesOf(tests::text("loose")));
 
     const struct
     {
