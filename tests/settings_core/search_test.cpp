@@ -3,9 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
 #include <tests/settings_core/new_setting.hpp>
-#include <vector>
 
 namespace {
 

@@ -12,7 +12,6 @@ namespace {
 
 using namespace settings::core;
 using foundation::verdixdata::Array;
-using foundation::verdixdata::ArrayType;
 using foundation::verdixdata::String;
 using testing::HasSubstr;
 using tests::NewSetting;
