@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
 #include <tests/support/outside_core.hpp>
 
 namespace {
@@ -51,15 +50,6 @@ TEST(FactoryTree, TheFirstNodeOfANameStaysInTheIndex)
     const auto second = addGroup(core.root, "x").settingsNode;
     EXPECT_NE(first, second);
     EXPECT_EQ(core.root.groups.at("x").settingsNode, first);
-}
-
-TEST(FactoryTree, AGroupTakesTheSameOptionsAndErrorsAsASetting)
-{
-    OutsideCore core("verdix");
-    EXPECT_THROW(addGroup(core.root, "x", "Hidden", 1), std::logic_error);
-    EXPECT_THROW(addGroup(core.root, "x", "hidden", true), std::logic_error);
-    EXPECT_TRUE(core.nodes.empty());
-    EXPECT_TRUE(core.root.groups.empty());
 }
 
 TEST(FactoryTree, CopiesShareTheNodeAndOwnTheirIndex)

@@ -13,10 +13,7 @@ namespace {
 
 using namespace verdix::settings;
 using foundation::verdixdata::Array;
-using foundation::verdixdata::ArrayType;
-using foundation::verdixdata::TypedArray;
 using settings::core::CPPValidator;
-using testing::ElementsAre;
 using tests::OutsideCore;
 
 struct OptionTest : testing::Test
@@ -65,29 +62,10 @@ TEST_F(OptionTest, SaysWhatIsWrongLetterByLetter)
     EXPECT_TRUE(group.settings.empty());
 }
 
-TEST_F(OptionTest, FlagsAreUnwrittenUntilGiven)
+TEST_F(OptionTest, AnAdditionalFileIsKeptWithTheContextOfItsTree)
 {
-    const auto& plain = add("FactoryValue", true);
-    EXPECT_FALSE(plain.visible.value());
-    EXPECT_FALSE(plain.visible.isWritten());
-    EXPECT_FALSE(plain.readOnly.isWritten());
-    EXPECT_FALSE(plain.additionalFile);
-    EXPECT_EQ(plain.additionalFileContext, nullptr);
-
-    const auto& written = add("Hidden", true, "AdditionalFile", true);
-    EXPECT_FALSE(written.visible.value());
-    EXPECT_TRUE(written.visible.isWritten());
-    EXPECT_EQ(written.additionalFileContext, group.treeContext);
-}
-
-TEST_F(OptionTest, TextsAreStringsAndArraysStayWhatTheyAre)
-{
-    const TypedArray<foundation::verdixdata::String> text(add("FactoryValue", "grün").factoryValue);
-    EXPECT_THAT(text.getDimensions(), ElementsAre(1U, 1U));
-    EXPECT_EQ(text[0], u"gr\u00fcn");
-
-    EXPECT_EQ(add("FactoryValue", internal::charvec(std::string("x"))).factoryValue.getType(),
-              ArrayType::CHAR);
+    EXPECT_EQ(add().additionalFileContext, nullptr);
+    EXPECT_EQ(add("AdditionalFile", true).additionalFileContext, group.treeContext);
 }
 
 TEST_F(OptionTest, CallablesArriveUnchanged)

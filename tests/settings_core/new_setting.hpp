@@ -1,6 +1,7 @@
 #pragma once
 
 #include <settings_core/settings_tree.hpp>
+#include <settings_core/value_rules.hpp>
 
 #include <tests/support/values.hpp>
 
@@ -8,9 +9,18 @@ namespace tests {
 
 using Properties = vx::core::Node::Properties;
 
+/// A setting that says no more than this.
+inline Properties propertiesOf(foundation::verdixdata::Array factoryValue,
+                               settings::core::Validator validator = {},
+                               std::vector<vx::core::ValueRules> records = {})
+{
+    return {false, false, std::move(factoryValue), std::move(validator), {},
+            false, false, std::move(records)};
+}
+
 inline Properties noProperties()
 {
-    return {false, false, {}, {}, {}, false, false, {}};
+    return propertiesOf({});
 }
 
 /// A tree "root" with the one setting "root.Setting".

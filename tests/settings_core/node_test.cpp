@@ -70,8 +70,8 @@ TEST(Node, RefusesNamesThatCannotBe)
 TEST(Node, FailedAllocationsLeaveTheTreeAsItWas)
 {
     SettingsTree tree("root");
-    tests::Properties properties = noProperties();
-    properties.valueValidators = {{.allowedValues = {u"a word longer than a string holds by itself"}}};
+    const auto properties =
+        tests::propertiesOf({}, {}, {{.allowedValues = {u"a word longer than a string holds by itself"}}});
     for (int i = 0; i < 40; ++i) {
         const std::string name = "a_name_longer_than_a_string_holds_" + std::to_string(i);
         const std::size_t failures = tests::failEveryAllocation(

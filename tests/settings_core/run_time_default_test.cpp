@@ -15,9 +15,8 @@ using foundation::verdixdata::ArrayType;
 vx::core::DefaultValue defaultOf(RunTimeDefault runTimeDefault,
                                  foundation::verdixdata::Array factoryValue = {})
 {
-    tests::Properties properties = tests::noProperties();
+    tests::Properties properties = tests::propertiesOf(std::move(factoryValue));
     properties.runTimeDefault = std::move(runTimeDefault);
-    properties.factoryValue = std::move(factoryValue);
     return vx::core::defaultValue(*tests::NewSetting(properties));
 }
 

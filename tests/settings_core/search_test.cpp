@@ -3,9 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
 #include <tests/settings_core/new_setting.hpp>
-#include <vector>
 
 namespace {
 
@@ -16,9 +14,7 @@ TEST(Search, RanksByWhereAWordStandsInThePath)
     vx::core::SettingsTree tree("root");
     tree.root()->createFactorySetting("LabelURLToHyperlink", true, tests::noProperties());
     tree.root()->createFactorySetting("snake_Case2", true, tests::noProperties());
-    auto valued = tests::noProperties();
-    valued.factoryValue = tests::text("loose");
-    tree.root()->createFactorySetting("Spacing", true, valued);
+    tree.root()->createFactorySetting("Spacing", true, tests::propertiesOf(tests::text("loose")));
 
     const struct
     {

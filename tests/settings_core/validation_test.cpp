@@ -12,7 +12,6 @@ namespace {
 
 using namespace settings::core;
 using foundation::verdixdata::Array;
-using foundation::verdixdata::ArrayType;
 using foundation::verdixdata::String;
 using testing::HasSubstr;
 using tests::NewSetting;
@@ -28,17 +27,12 @@ using Colour = SettingValueValidator::Colour;
 
 NewSetting checkedBy(Validator validator)
 {
-    Properties properties = noProperties();
-    properties.validator = std::move(validator);
-    return NewSetting(properties);
+    return NewSetting(tests::propertiesOf({}, std::move(validator)));
 }
 
 NewSetting withFactoryValue(Array value, std::vector<vx::core::ValueRules> records = {})
 {
-    Properties properties = noProperties();
-    properties.factoryValue = std::move(value);
-    properties.valueValidators = std::move(records);
-    return NewSetting(properties);
+    return NewSetting(tests::propertiesOf(std::move(value), {}, std::move(records)));
 }
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -173,10 +167,9 @@ TEST(Validation, ClassAndSizeComeFromTheFactoryValue)
 
 TEST(Validation, AllFailuresAreCollectedAndTheErrorHandlerHasTheWord)
 {
-    Properties properties = noProperties();
-    properties.factoryValue = scalar<std::int32_t>(1);
-    properties.validator = MValidator("verdix.settings", "mustBeIntegerScalar");
-    properties.valueValidators = {{.range = {{0, 3}}}, {.maximumLength = 1}};
+    Properties properties =
+        tests::propertiesOf(scalar<std::int32_t>(1), MValidator("verdix.settings", "mustBeIntegerScalar"),
+                            {{.range = {{0, 3}}}, {.maximumLength = 1}});
     EXPECT_EQ(checkValue(*NewSetting(properties), row<double>({7.5, 8})).message,
               "must be int32, 1-by-1; it is [7.5 8] (double, 1-by-2)\n"
               "must be a whole number; it is [7.5 8] (double, 1-by-2)\n"
@@ -197,15 +190,11 @@ TEST(Validation, AllFailuresAreCollectedAndTheErrorHandlerHasTheWord)
 
 TEST(Validation, ASettingsOwnValue)
 {
-    Properties properties = noProperties();
-    EXPECT_TRUE(checkDefaultValue(*NewSetting(properties)).accepted());
-    properties.valueValidators = {{.allowedValues = {u"Windows"}}};
-    properties.factoryValue = text("");
-    EXPECT_EQ(checkDefaultValue(*NewSetting(properties)).message,
+    EXPECT_TRUE(checkDefaultValue(*NewSetting(noProperties())).accepted());
+    EXPECT_EQ(checkDefaultValue(*withFactoryValue(text(""), {{.allowedValues = {u"Windows"}}})).message,
               "must be one of: Windows; it is \"\" (char, 1-by-0)");
 
-    properties = noProperties();
-    properties.validator = MValidator("verdix.settings", "mustBeStringScalar");
+    Properties properties = tests::propertiesOf({}, MValidator("verdix.settings", "mustBeStringScalar"));
     properties.runTimeDefault = CRunTimeDefault("libvxgraphics_state", "getDefaultFigureTypeForSetting");
     EXPECT_THAT(checkDefaultValue(*NewSetting(properties)).message, HasSubstr("must be a text; it is true"));
     properties.runTimeDefault = CRunTimeDefault("libabsent", "f");

@@ -86,11 +86,8 @@ TEST(ValueRules, AreDescribedTogetherWithValidatorAndFactoryValue)
 {
     using namespace settings::core;
     const auto described = [](Array factoryValue, Validator validator, std::vector<ValueRules> records) {
-        tests::Properties properties = tests::noProperties();
-        properties.factoryValue = std::move(factoryValue);
-        properties.validator = std::move(validator);
-        properties.valueValidators = std::move(records);
-        return vx::core::describeAccepted(properties);
+        return vx::core::describeAccepted(
+            tests::propertiesOf(std::move(factoryValue), std::move(validator), std::move(records)));
     };
     const MValidator integer("verdix.settings", "mustBeIntegerScalar");
     EXPECT_EQ(described(scalar(1.0), integer, {{.range = {{0, 3}}}}), "a whole number from 0 to 3");

@@ -1,6 +1,5 @@
 // Layers, changing and checking over the tree that the real bundle builds.
 
-#include <data/views.hpp>
 #include <settings_core/atomic_file.hpp>
 #include <settings_core/changing.hpp>
 #include <settings_core/file_check.hpp>
@@ -15,7 +14,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -60,40 +58,7 @@ struct LiveLayersTest : testing::Test
     vx::core::LayerFiles files{folder / "installation.json", folder / "personal/settings.json"};
 };
 
-/// Values that a setting with this one may take as well, the likeliest first.
-std::vector<Array> variations(const Array& value)
-{
-    switch (value.getType()) {
-    case ArrayType::CHAR:
-        return {text("x"), text("12px"), text("")};
-    case ArrayType::STRING:
-        return {tests::string("x \"y\"")};
-    case ArrayType::CELL:
-        return {texts({"x", "ü"}), texts({"italic"}), texts({}),
-                texts(std::vector<std::string>(value.getNumberOfElements(), "x"))};
-    case ArrayType::UNKNOWN:
-        return {};
-    default:
-        break;
-    }
-    return vx::data::visitElementType(value.getType(), [&]<class T>(std::type_identity<T>) {
-        std::vector<Array> changed;
-        if constexpr (std::is_arithmetic_v<T>) {
-            for (double (*change)(double) : {+[](double x) { return x + 1; }, +[](double x) { return x - 1; },
-                                             +[](double x) { return x / 2; }})
-            {
-                TypedArray<T> numbers(value);
-                for (T& number : numbers) {
-                    number = static_cast<T>(change(static_cast<double>(number)));
-                }
-                changed.push_back(numbers);
-            }
-        }
-        return changed;
-    });
-}
-
-/// What its rules name, then what is close to its own value, then one value of each common class.
+/// What its rules name, then values of each class and shape that settings have.
 std::vector<Array> candidates(const Node& setting, const Array& own)
 {
     std::vector<Array> values;
@@ -101,10 +66,19 @@ std::vector<Array> candidates(const Node& setting, const Array& own)
         for (const std::u16string& word : record.allowedValues) {
             values.insert(values.end(), {text(toUtf8(word)), texts({toUtf8(word)})});
         }
+        if (record.range) {
+            values.insert(values.end(), {scalar(record.range->lower), scalar(record.range->upper)});
+        }
     }
-    std::ranges::move(variations(own), std::back_inserter(values));
-    values.insert(values.end(), {scalar(false), scalar(1.0), row<double>({2, 1}), row<double>({0, .5, 1}),
-                                 row<double>({1, 2, 3, 4}), text("x"), texts({"x"})});
+    const ArrayDimensions dims = own.isEmpty() ? ArrayDimensions{1, 1} : own.getDimensions();
+    const std::size_t size = dims[0] * dims[1];
+    for (const double number : {0., 1., 40.}) {
+        values.push_back(tests::matrix<double>(dims[0], dims[1], std::vector(size, number)));
+    }
+    values.insert(values.end(),
+                  {text("x \"y\""), text("12px"), text(""), texts({"x", "ü"}), texts({"italic"}), texts({}),
+                   texts(std::vector<std::string>(size, "x")), row<bool>(std::vector(size, true)),
+                   scalar(false), row<double>({2, 1}), row<double>({0, .5, 1}), row<double>({1, 2, 3, 4})});
     return values;
 }
 

@@ -33,28 +33,29 @@ struct OddTreeTest : testing::Test
 {
     OddTreeTest()
     {
-        add("Fixed", [](Properties& properties) {
-            properties.factoryValue = scalar(1.0);
-            properties.readOnly = true;
-        });
-        add("Word", [](Properties& properties) {
-            properties.valueValidators = {{.allowedValues = {u"a", u"b"}}};
-        });
-        add("Short", [](Properties& properties) { properties.valueValidators = {{.maximumLength = 3}}; });
-        add("Table", [](Properties& properties) { properties.valueValidators = {{.size = {{2, 2}}}}; });
-        add("First", [](Properties& properties) { properties.setAliasName("root.Second"); });
-        add("Second", [](Properties& properties) { properties.setAliasName("root.Word"); });
-        add("Round", [](Properties& properties) { properties.setAliasName("root.About"); });
-        add("About", [](Properties& properties) { properties.setAliasName("root.Round"); });
+        Properties fixed = tests::propertiesOf(scalar(1.0));
+        fixed.readOnly = true;
+        add("Fixed", fixed);
+        add("Word", tests::propertiesOf({}, {}, {{.allowedValues = {u"a", u"b"}}}));
+        add("Short", tests::propertiesOf({}, {}, {{.maximumLength = 3}}));
+        add("Table", tests::propertiesOf({}, {}, {{.size = {{2, 2}}}}));
+        addAlias("First", "root.Second");
+        addAlias("Second", "root.Word");
+        addAlias("Round", "root.About");
+        addAlias("About", "root.Round");
         tree.root()->createFactorySetting("group", false, tests::noProperties());
     }
 
-    template <class Describe>
-    void add(const char* name, Describe describe)
+    void add(const char* name, const Properties& properties) const
+    {
+        tree.root()->createFactorySetting(name, true, properties);
+    }
+
+    void addAlias(const char* name, std::string target) const
     {
         Properties properties = tests::noProperties();
-        describe(properties);
-        tree.root()->createFactorySetting(name, true, properties);
+        properties.setAliasName(std::move(target));
+        add(name, properties);
     }
 
     tests::TestFolder folder;
@@ -67,14 +68,13 @@ struct OddTreeTest : testing::Test
 TEST_F(OddTreeTest, ChangesWhatCanBeChanged)
 {
     EXPECT_EQ(changer.reset("Word"), 0U) << "there is no file";
-    EXPECT_THAT([&] { changer.set("Fixed", scalar(2.0)); },
-                ThrowsMessage<std::runtime_error>(HasSubstr("read-only")));
-    EXPECT_THAT([&] { changer.set("Round", text("a")); },
-                ThrowsMessage<std::runtime_error>(HasSubstr("leads back")));
-    EXPECT_THAT([&] { changer.set("group", text("a")); },
-                ThrowsMessage<std::runtime_error>(HasSubstr("is a group")));
-    EXPECT_THAT([&] { changer.set("Word", "c", Notation::script); },
-                ThrowsMessage<ValueRefused>(HasSubstr("a, b")));
+    const auto expectRefusal = [&](const char* path, const char* value, const char* words) {
+        EXPECT_THAT([&] { changer.set(path, value, Notation::script); },
+                    ThrowsMessage<std::runtime_error>(HasSubstr(words)));
+    };
+    expectRefusal("Fixed", "2", "read-only");
+    expectRefusal("Round", "a", "leads back");
+    expectRefusal("Word", "c", "a, b");
 
     EXPECT_EQ(changer.set("First", "b", Notation::script).fullName(), "root.Word");
     changer.set("Table", "[1 2; 3 4]", Notation::script);
@@ -154,9 +154,7 @@ TEST(OddValues, AreToldAndNotStored)
     }
     EXPECT_EQ(valueText(matrix<double>(0, 3, {})), "[]");
     EXPECT_EQ(describe({.elementClass = foundation::verdixdata::ArrayType::CELL}, text("")), "a cell");
-    Properties properties = tests::noProperties();
-    properties.factoryValue = row<bool>({true, false});
-    EXPECT_EQ(describeAccepted(properties), "2 logical values");
+    EXPECT_EQ(describeAccepted(tests::propertiesOf(row<bool>({true, false}))), "2 logical values");
 }
 
 }  // namespace

@@ -12,7 +12,6 @@
 namespace {
 
 namespace json = boost::json;
-using testing::AnyOf;
 using testing::ElementsAre;
 
 std::vector<std::string> keys(const json::object& object)
@@ -33,10 +32,6 @@ json::object exportTree()
 
 void checkValue(const json::object& value)
 {
-    EXPECT_THAT(keys(value), ElementsAre("class", "dims", "data"));
-    EXPECT_THAT(std::string(value.at("class").as_string()),
-                AnyOf("logical", "double", "int8", "uint8", "int16", "uint16", "int32", "uint32", "int64",
-                      "uint64", "char", "string", "cell"));
     std::size_t product = 1;
     for (const json::value& size : value.at("dims").as_array()) {
         product *= size.to_number<std::size_t>();
@@ -46,26 +41,6 @@ void checkValue(const json::object& value)
     EXPECT_EQ(data.is_string(), value.at("class").as_string() == "char");
     // A text counts its UTF-16 units, which are its bytes when it is ASCII.
     EXPECT_EQ(data.is_string() ? data.get_string().size() : data.as_array().size(), product);
-}
-
-void checkNode(const json::object& node)
-{
-    EXPECT_THAT(keys(node),
-                ElementsAre("path", "node", "visibility", "readOnly", "value", "validator", "runTimeDefault",
-                            "valueValidators", "aliasTarget", "errorHandler", "additionalFile"));
-    if (!node.at("value").is_null()) {
-        EXPECT_EQ(node.at("node").as_string(), "setting");
-        checkValue(node.at("value").as_object());
-    }
-    for (const char* function : {"validator", "runTimeDefault"}) {
-        if (!node.at(function).is_null()) {
-            EXPECT_THAT(keys(node.at(function).as_object()), ElementsAre("kind", testing::_, "function"));
-        }
-    }
-    EXPECT_EQ(node.at("aliasTarget").is_string(), node.at("node").as_string() == "alias");
-    for (const json::value& rule : node.at("valueValidators").as_array()) {
-        EXPECT_EQ(keys(rule.as_object()).front(), "kind");
-    }
 }
 
 const json::object& nodeAt(const json::object& document, std::string_view path)
@@ -82,20 +57,23 @@ TEST(Export, EveryNodeHasTheStatedForm)
 {
     const json::object document = exportTree();
     EXPECT_THAT(keys(document), ElementsAre("root", "nodes", "releaseChanges", "settingPathList"));
-    std::set<std::string> groups{std::string(document.at("root").as_string())};
-    std::set<std::string> all;
+    std::set<std::string> paths;
     for (const json::value& entry : document.at("nodes").as_array()) {
         const json::object& node = entry.as_object();
         const std::string path(node.at("path").as_string());
         SCOPED_TRACE(path);
-        checkNode(node);
-        EXPECT_TRUE(all.insert(path).second) << "twice";
-        EXPECT_EQ(groups.count(path.substr(0, path.rfind('.'))), 1U) << "stands before its group";
-        if (node.at("node").as_string() == "group") {
-            groups.insert(path);
+        EXPECT_THAT(keys(node), ElementsAre("path", "node", "visibility", "readOnly", "value", "validator",
+                                            "runTimeDefault", "valueValidators", "aliasTarget",
+                                            "errorHandler", "additionalFile"));
+        if (!node.at("value").is_null()) {
+            checkValue(node.at("value").as_object());
         }
+        EXPECT_EQ(node.at("aliasTarget").is_string(), node.at("node").as_string() == "alias");
+        EXPECT_TRUE(paths.insert(path).second) << "twice";
+        const std::string parent = path.substr(0, path.rfind('.'));
+        EXPECT_TRUE(parent == "verdix" || paths.contains(parent)) << "stands before its group";
     }
-    EXPECT_GT(all.size(), 1000U);
+    EXPECT_GT(paths.size(), 1000U);
 }
 
 TEST(Export, WritesKindsOfValuesAndRules)
@@ -115,6 +93,10 @@ TEST(Export, WritesKindsOfValuesAndRules)
     EXPECT_EQ(text("verdix.qorv", "aliasTarget"), R"("qorv")");
     EXPECT_EQ(text("verdix.class.UseFullNameInDisplayHeader", "validator"),
               R"({"kind":"script","qualifier":"verdix.settings","function":"mustBeLogicalScalar"})");
+    EXPECT_EQ(text("verdix.desktop.workspace.savevariablestoscript.MaximumArraySize", "validator"),
+              R"({"kind":"native","library":"libvxsavevars","function":"validateMaximumArraySizeValue"})");
+    EXPECT_EQ(text("verdix.appearance.VERDIXTheme", "valueValidators"),
+              R"([{"kind":"allowedValues","values":["System","Light","Dark"]}])");
     EXPECT_EQ(
         text("verdix.ui.internal.figuretype.webfigures", "runTimeDefault"),
         R"({"kind":"native","library":"libvxgraphics_state","function":"getDefaultFigureTypeForSetting"})");

@@ -4,10 +4,10 @@
 #include <gmock/gmock.h>
 
 #include <string>
+#include <tests/settings_core/new_setting.hpp>
 
 namespace {
 
-using settings::core::detail::FactorySettingProperties;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using vx::core::nearestNames;
@@ -32,7 +32,7 @@ TEST(Nearest, FindsNamesByTheLettersThatDiffer)
 TEST(Nearest, FindsPathsByWholeOrByLastComponent)
 {
     const vx::core::SettingsTree tree("root");
-    const FactorySettingProperties none(false, false, {}, {}, {}, false, false, {});
+    const auto none = tests::noProperties();
     for (const char* group : {"editor", "desktop"}) {
         const auto node = tree.root()->createFactorySetting(group, false, none);
         node->createFactorySetting("FontSize", true, none);

@@ -10,7 +10,6 @@
 namespace {
 
 using settings::core::MValidator;
-using settings::core::ReleaseChangeSet;
 using settings::core::SettingValueValidator;
 using Properties = settings::core::detail::FactorySettingProperties;
 using verdix::settings::internal::charvec;
