@@ -27,6 +27,8 @@ namespace {
 
 using factory_settings_interface::CodeAnalyzerSettingsInterface;
 using factory_settings_interface::DateTimeSettingsInterface;
+using foundation::feature::FeatureState;
+using foundation::feature::management::process::getDataPtr;
 using tests::OutsideCore;
 
 constexpr std::size_t threadCount = 8;
@@ -122,20 +124,23 @@ TEST_F(ConcurrencyTest, FirstUsesOfALibrary)
 TEST(Concurrency, FirstUsesOfAFeatureSwitch)
 {
     const int rounds = tests::runsInFull() ? 10000 : 200;
+    FeatureState* const first = getDataPtr("race0");
     for (int round = 0; round < rounds; ++round) {
         const std::string name = "race" + std::to_string(round);
         foundation::feature::Feature<0> feature(name.c_str(), name.size());
-        std::vector<foundation::feature::FeatureState*> states(threadCount);
+        std::vector<FeatureState*> states(threadCount);
         race([&](std::size_t number) {
             if (number == 0) {
                 foundation::host::setFeature(name, 1);
             }
             states[number] = feature.getState();
+            foundation::host::setFeature(name + '.' + std::to_string(number), 2);
         });
-        ASSERT_NE(states.front(), nullptr);
-        ASSERT_EQ(states, std::vector(threadCount, states.front()));
+        ASSERT_EQ(states, std::vector(threadCount, getDataPtr(name)));
         ASSERT_EQ(feature.get(), 1);
+        ASSERT_EQ(getDataPtr(name + '.' + std::to_string(threadCount - 1))->value, 2);
     }
+    EXPECT_EQ(getDataPtr("race0"), first) << "a switch keeps its place while threads add more";
     std::cout << "rounds: " << rounds << '\n';
 }
 
