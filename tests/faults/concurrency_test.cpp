@@ -63,8 +63,6 @@ public:
         thread_.request_stop();
         thread_.join();
     }
-    Meanwhile(const Meanwhile&) = delete;
-    Meanwhile& operator=(const Meanwhile&) = delete;
 
     [[nodiscard]] std::size_t rounds() const { return rounds_; }
 

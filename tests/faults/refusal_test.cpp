@@ -12,16 +12,15 @@
 #include <boost/log/sinks/sync_frontend.hpp>
 #include <boost/smart_ptr/make_shared.hpp>
 #include <cppmicroservices/FrameworkFactory.h>
-#include <cppmicroservices/ServiceFactory.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <iostream>
 #include <memory>
 #include <new>
 #include <stdexcept>
 #include <string>
 #include <tests/faults/services.hpp>
+#include <tests/support/factory.hpp>
 #include <tests/support/factory_bundle.hpp>
 #include <tests/support/outside_core.hpp>
 #include <tests/support/running_framework.hpp>
@@ -29,6 +28,7 @@
 
 namespace {
 
+using cppmicroservices::InterfaceMapConstPtr;
 using factory_settings_interface::CodeAnalyzerSettingsInterface;
 using factory_settings_interface::DateTimeSettingsInterface;
 using tests::OutsideCore;
@@ -89,6 +89,9 @@ struct RefusalTest : testing::Test
     }
 
     tests::RunningFramework framework;
+    cppmicroservices::BundleContext context = framework.context();
+    std::shared_ptr<tests::DateTimeService> dateTime = std::make_shared<tests::DateTimeService>();
+    std::shared_ptr<tests::CodeAnalyzerService> codeAnalyzer = std::make_shared<tests::CodeAnalyzerService>();
     cppmicroservices::Bundle bundle = framework.start(VX_BUNDLE_FILE);
     std::shared_ptr<settings::core::FactorySettingsLoader> loader;
     /// The paths of all nodes.
@@ -98,11 +101,8 @@ struct RefusalTest : testing::Test
 
 TEST_F(RefusalTest, QueriesThatRaise)
 {
-    const auto dateTime = std::make_shared<tests::DateTimeService>();
-    const auto codeAnalyzer = std::make_shared<tests::CodeAnalyzerService>();
-    framework.context().RegisterService<DateTimeSettingsInterface>(dateTime);
-    framework.context().RegisterService<CodeAnalyzerSettingsInterface>(codeAnalyzer);
-
+    context.RegisterService<DateTimeSettingsInterface>(dateTime);
+    context.RegisterService<CodeAnalyzerSettingsInterface>(codeAnalyzer);
     for (auto [before, area] :
          {std::pair(&dateTime->before, dateTimeArea), std::pair(&codeAnalyzer->before, codeAnalyzerArea)})
     {
@@ -136,54 +136,36 @@ TEST_F(RefusalTest, QueriesThatRaise)
     }
 }
 
-/// Makes no service, in the way that a test wants.
-struct Factory final : cppmicroservices::ServiceFactory
-{
-    explicit Factory(std::function<void()> action) : make(std::move(action)) {}
-    cppmicroservices::InterfaceMapConstPtr
-    GetService(const cppmicroservices::Bundle&, const cppmicroservices::ServiceRegistrationBase&) override
-    {
-        make();
-        return nullptr;
-    }
-    void UngetService(const cppmicroservices::Bundle&, const cppmicroservices::ServiceRegistrationBase&,
-                      const cppmicroservices::InterfaceMapConstPtr&) override
-    {}
-    std::function<void()> make;
-};
-
 TEST_F(RefusalTest, FactoriesThatMakeNothing)
 {
-    const std::function<void()> makers[] = {[] {}, [] { throw std::runtime_error("no service today"); }};
+    const tests::Make makers[] = {
+        [](const auto&) { return nullptr; },
+        [](const auto&) -> InterfaceMapConstPtr { throw std::runtime_error("no"); }};
     for (const auto& make : makers) {
         loadAnew();
-        const auto factory = cppmicroservices::ToFactory(std::make_shared<Factory>(make));
-        auto dateTime = framework.context().RegisterService<DateTimeSettingsInterface>(factory);
-        auto codeAnalyzer = framework.context().RegisterService<CodeAnalyzerSettingsInterface>(factory);
+        const auto factory = cppmicroservices::ToFactory(std::make_shared<tests::Factory>(make));
+        auto first = context.RegisterService<DateTimeSettingsInterface>(factory);
+        auto second = context.RegisterService<CodeAnalyzerSettingsInterface>(factory);
         expectWhole();
-        dateTime.Unregister();
-        codeAnalyzer.Unregister();
+        first.Unregister();
+        second.Unregister();
         ++points;
     }
 
     // A factory that has no memory may have some the next time.
     loadAnew();
-    auto poor = framework.context().RegisterService<CodeAnalyzerSettingsInterface>(
-        cppmicroservices::ToFactory(std::make_shared<Factory>([] { throw std::bad_alloc(); })));
+    auto poor = context.RegisterService<CodeAnalyzerSettingsInterface>(
+        cppmicroservices::ToFactory(std::make_shared<tests::Factory>(
+            [](const auto&) -> InterfaceMapConstPtr { throw std::bad_alloc(); })));
     expectStopBefore<std::bad_alloc>(codeAnalyzerArea);
     poor.Unregister();
-    const auto codeAnalyzer = std::make_shared<tests::CodeAnalyzerService>();
-    framework.context().RegisterService<CodeAnalyzerSettingsInterface>(codeAnalyzer);
+    context.RegisterService<CodeAnalyzerSettingsInterface>(codeAnalyzer);
     expectWhole();
     EXPECT_EQ(codeAnalyzer->queries, 1);
 }
 
 TEST_F(RefusalTest, ServicesThatGoAway)
 {
-    const auto dateTime = std::make_shared<tests::DateTimeService>();
-    const auto codeAnalyzer = std::make_shared<tests::CodeAnalyzerService>();
-    auto context = framework.context();
-
     // Between the look-up and the use.
     const auto goWhenFound = [](auto& registration, const std::string& service) {
         foundation::host::setMessageHook([&registration, service](const std::string& message) {

@@ -9,11 +9,23 @@
 
 namespace tests {
 
-/// Called with the query's name before a service answers; what it raises, the query raises. Set it while
-/// nobody asks.
-using BeforeAnswer = std::function<void(const std::string& query)>;
+struct AskedService
+{
+    void ask(const std::string& query)
+    {
+        ++queries;
+        if (before) {
+            before(query);
+        }
+    }
 
-struct DateTimeService final : factory_settings_interface::DateTimeSettingsInterface
+    /// Called with the query's name before the service answers; what it raises, the query raises. Set it
+    /// while nobody asks.
+    std::function<void(const std::string& query)> before;
+    std::atomic<int> queries{0};
+};
+
+struct DateTimeService final : factory_settings_interface::DateTimeSettingsInterface, AskedService
 {
     factory_settings_interface::DateTimeDefaults getDefaults() override
     {
@@ -26,30 +38,15 @@ struct DateTimeService final : factory_settings_interface::DateTimeSettingsInter
     {
         ask("checkValidationWarning");
     }
-
-    void ask(const std::string& query) const
-    {
-        if (before) {
-            before(query);
-        }
-    }
-
-    BeforeAnswer before;
 };
 
-struct CodeAnalyzerService final : factory_settings_interface::CodeAnalyzerSettingsInterface
+struct CodeAnalyzerService final : factory_settings_interface::CodeAnalyzerSettingsInterface, AskedService
 {
     std::u16string getDefaultConfigurationFile() override
     {
-        ++queries;
-        if (before) {
-            before("getDefaultConfigurationFile");
-        }
+        ask("getDefaultConfigurationFile");
         return u"team.json";
     }
-
-    BeforeAnswer before;
-    std::atomic<int> queries{0};
 };
 
 }  // namespace tests
