@@ -21,7 +21,6 @@
 #include <tests/support/allocations.hpp>
 #include <tests/support/factory_bundle.hpp>
 #include <tests/support/files.hpp>
-#include <tests/support/running_framework.hpp>
 #include <tests/support/soak.hpp>
 #include <vector>
 
@@ -112,15 +111,12 @@ TEST_F(MemoryTest, WhatTheProviderGives)
 
 // What another framework does without memory is its own affair.
 #if VX_FRAMEWORK_EMBEDDED
-TEST(MemoryOfTheBundle, FromItsFileToItsFirstTreeAndBack)
+using MemoryOfTheBundle = tests::ServicesTest;
+
+TEST_F(MemoryOfTheBundle, FromItsFileToItsFirstTreeAndBack)
 {
-    tests::RunningFramework framework;
-    const auto dateTime =
-        framework.context().RegisterService<factory_settings_interface::DateTimeSettingsInterface>(
-            std::make_shared<tests::DateTimeService>());
-    const auto codeAnalyzer =
-        framework.context().RegisterService<factory_settings_interface::CodeAnalyzerSettingsInterface>(
-            std::make_shared<tests::CodeAnalyzerService>());
+    const auto offeredDateTime = context.RegisterService<tests::DateTimeSettingsInterface>(dateTime);
+    const auto offeredAnalyzer = context.RegisterService<tests::CodeAnalyzerSettingsInterface>(codeAnalyzer);
     sweep(
         "bundle", 60,
         [&] {
@@ -137,12 +133,12 @@ TEST(MemoryOfTheBundle, FromItsFileToItsFirstTreeAndBack)
                 bundle.Uninstall();
             }
             ASSERT_EQ(dlopen(VX_BUNDLE_FILE, RTLD_LAZY | RTLD_NOLOAD), nullptr) << "still loaded";
-            ASSERT_TRUE(dateTime.GetReference().GetUsingBundles().empty()) << "still in use";
-            ASSERT_TRUE(codeAnalyzer.GetReference().GetUsingBundles().empty()) << "still in use";
+            ASSERT_TRUE(offeredDateTime.GetReference().GetUsingBundles().empty()) << "still in use";
+            ASSERT_TRUE(offeredAnalyzer.GetReference().GetUsingBundles().empty()) << "still in use";
         });
 }
 
-TEST(MemoryOfTheBundle, FromItsStartToItsStop)
+TEST_F(MemoryOfTheBundle, FromItsStartToItsStop)
 {
     sweep(
         "framework", 200,
@@ -152,7 +148,6 @@ TEST(MemoryOfTheBundle, FromItsStartToItsStop)
             another.Stop();
         },
         [] {});
-    tests::RunningFramework framework;
     auto bundle = framework.context().InstallBundles(VX_BUNDLE_FILE).at(0);
     sweep(
         "start, activation and stop", 3000,

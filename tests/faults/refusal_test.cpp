@@ -23,14 +23,13 @@
 #include <tests/support/factory.hpp>
 #include <tests/support/factory_bundle.hpp>
 #include <tests/support/outside_core.hpp>
-#include <tests/support/running_framework.hpp>
 #include <vector>
 
 namespace {
 
 using cppmicroservices::InterfaceMapConstPtr;
-using factory_settings_interface::CodeAnalyzerSettingsInterface;
-using factory_settings_interface::DateTimeSettingsInterface;
+using tests::CodeAnalyzerSettingsInterface;
+using tests::DateTimeSettingsInterface;
 using tests::OutsideCore;
 
 struct NoStandardException
@@ -40,7 +39,7 @@ constexpr const char* dateTimeArea = "verdix.datetime";
 constexpr const char* codeAnalyzerArea = "verdix.codeanalyzer";
 constexpr const char* connectorArea = "verdix.connector";
 
-struct RefusalTest : testing::Test
+struct RefusalTest : tests::ServicesTest
 {
     RefusalTest()
     {
@@ -53,7 +52,6 @@ struct RefusalTest : testing::Test
     }
     ~RefusalTest() override
     {
-        foundation::host::setMessageHook(nullptr);
         foundation::host::setLogThreshold(foundation::log::warning);
         std::cout << "points tried: " << points << '\n';
     }
@@ -88,10 +86,6 @@ struct RefusalTest : testing::Test
         EXPECT_EQ(whole[core.nodes.size()], area);
     }
 
-    tests::RunningFramework framework;
-    cppmicroservices::BundleContext context = framework.context();
-    std::shared_ptr<tests::DateTimeService> dateTime = std::make_shared<tests::DateTimeService>();
-    std::shared_ptr<tests::CodeAnalyzerService> codeAnalyzer = std::make_shared<tests::CodeAnalyzerService>();
     cppmicroservices::Bundle bundle = framework.start(VX_BUNDLE_FILE);
     std::shared_ptr<settings::core::FactorySettingsLoader> loader;
     /// The paths of all nodes.

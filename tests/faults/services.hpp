@@ -2,12 +2,20 @@
 
 #include <factory_settings_interface/code_analyzer_settings_interface.hpp>
 #include <factory_settings_interface/date_time_settings_interface.hpp>
+#include <foundation/host.hpp>
+
+#include <gtest/gtest.h>
 
 #include <atomic>
 #include <functional>
+#include <memory>
 #include <string>
+#include <tests/support/running_framework.hpp>
 
 namespace tests {
+
+using factory_settings_interface::CodeAnalyzerSettingsInterface;
+using factory_settings_interface::DateTimeSettingsInterface;
 
 struct AskedService
 {
@@ -25,7 +33,7 @@ struct AskedService
     std::atomic<int> queries{0};
 };
 
-struct DateTimeService final : factory_settings_interface::DateTimeSettingsInterface, AskedService
+struct DateTimeService final : DateTimeSettingsInterface, AskedService
 {
     factory_settings_interface::DateTimeDefaults getDefaults() override
     {
@@ -40,13 +48,24 @@ struct DateTimeService final : factory_settings_interface::DateTimeSettingsInter
     }
 };
 
-struct CodeAnalyzerService final : factory_settings_interface::CodeAnalyzerSettingsInterface, AskedService
+struct CodeAnalyzerService final : CodeAnalyzerSettingsInterface, AskedService
 {
     std::u16string getDefaultConfigurationFile() override
     {
         ask("getDefaultConfigurationFile");
         return u"team.json";
     }
+};
+
+/// A framework, and services to offer in it.
+struct ServicesTest : testing::Test
+{
+    ~ServicesTest() override { foundation::host::setMessageHook(nullptr); }
+
+    RunningFramework framework;
+    cppmicroservices::BundleContext context = framework.context();
+    std::shared_ptr<DateTimeService> dateTime = std::make_shared<DateTimeService>();
+    std::shared_ptr<CodeAnalyzerService> codeAnalyzer = std::make_shared<CodeAnalyzerService>();
 };
 
 }  // namespace tests

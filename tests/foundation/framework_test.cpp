@@ -4,24 +4,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <tests/support/running_framework.hpp>
-
 namespace {
 
 namespace detail = foundation::cppmicroservices::detail;
-using foundation::cppmicroservices::getFramework;
 using foundation::host::setAssertionHook;
 using foundation::host::setMessageHook;
-
-TEST(Framework, IsThereFromTheMomentAHostNamesIt)
-{
-    EXPECT_THROW(static_cast<void>(getFramework()), std::logic_error);
-    {
-        const tests::RunningFramework framework;
-        EXPECT_NE(getFramework(), nullptr);
-    }
-    EXPECT_THROW(static_cast<void>(getFramework()), std::logic_error);
-}
 
 TEST(Framework, MessagesAreComposedForAListenerOnly)
 {
