@@ -88,8 +88,7 @@ TEST_F(ConcurrencyTest, FirstUsesOfALibrary)
         std::vector<std::unique_ptr<OutsideCore>> cores(threadCount);
         race([&](std::size_t number) {
             const auto loader = tests::factoryLoader(framework.context());
-            cores[number] = std::make_unique<OutsideCore>(loader->getRootGroupName());
-            loader->createTree(cores[number]->root);
+            cores[number] = std::make_unique<OutsideCore>(*loader);
         });
         for (const auto& core : cores) {
             ASSERT_EQ(core->nodes.size(), cores.front()->nodes.size());
@@ -136,8 +135,7 @@ TEST_F(ConcurrencyTest, EverythingAroundChanges)
 {
     auto bundle = framework.start(VX_BUNDLE_FILE);
     const auto holding = tests::factoryLoader(framework.context());
-    OutsideCore whole("verdix");
-    holding->createTree(whole.root);
+    const OutsideCore whole(*holding);
     const auto locale = [](const OutsideCore& core) {
         return core.at("verdix.datetime.DisplayLocale").properties.factoryValue;
     };
@@ -164,15 +162,13 @@ TEST_F(ConcurrencyTest, EverythingAroundChanges)
         const std::size_t builds = tests::runsInFull() ? 1000 : 10;
         race([&](std::size_t) {
             for (std::size_t build = 0; build < builds; ++build) {
-                OutsideCore core("verdix");
                 try {
-                    holding->createTree(core.root);
+                    const OutsideCore core(*holding);
+                    EXPECT_EQ(core.nodes.size(), whole.nodes.size());
+                    served += locale(core) == builtIn ? 0 : 1;
                 } catch (const std::invalid_argument&) {
                     ++interrupted;  // a service went away between look-up and use
-                    continue;
                 }
-                EXPECT_EQ(core.nodes.size(), whole.nodes.size());
-                served += locale(core) == builtIn ? 0 : 1;
             }
         });
         EXPECT_GT(services.rounds(), 0U);
@@ -181,9 +177,7 @@ TEST_F(ConcurrencyTest, EverythingAroundChanges)
                   << ", interrupted: " << interrupted << ", services: " << services.rounds()
                   << ", bundle contexts: " << contexts.rounds() << '\n';
     }
-    OutsideCore after("verdix");
-    holding->createTree(after.root);
-    EXPECT_EQ(after.nodes.size(), whole.nodes.size());
+    EXPECT_EQ(OutsideCore(*holding).nodes.size(), whole.nodes.size());
 }
 
 }  // namespace

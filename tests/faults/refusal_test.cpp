@@ -44,8 +44,7 @@ struct RefusalTest : tests::ServicesTest
     RefusalTest()
     {
         loadAnew();
-        OutsideCore core("verdix");
-        loader->createTree(core.root);
+        const OutsideCore core(*loader);
         for (const auto& node : core.nodes) {
             whole.push_back(node.path);
         }
@@ -65,12 +64,7 @@ struct RefusalTest : tests::ServicesTest
         loader = tests::factoryLoader(framework.context());
     }
 
-    void expectWhole() const
-    {
-        OutsideCore core("verdix");
-        ASSERT_NO_THROW(loader->createTree(core.root));
-        ASSERT_EQ(core.nodes.size(), whole.size());
-    }
+    void expectWhole() const { ASSERT_EQ(OutsideCore(*loader).nodes.size(), whole.size()); }
 
     /// A tree ends with this error just before the area.
     template <class Error>
@@ -200,9 +194,7 @@ TEST_F(RefusalTest, ServicesThatGoAway)
 TEST_F(RefusalTest, TheProcessAround)
 {
     foundation::host::setMessageHook([](const std::string&) { throw NoStandardException(); });
-    OutsideCore core("verdix");
-    ++points;
-    EXPECT_THROW(loader->createTree(core.root), NoStandardException);
+    EXPECT_THROW(OutsideCore{*loader}, NoStandardException);
     foundation::host::setMessageHook(nullptr);
     expectWhole();
 
@@ -221,18 +213,16 @@ TEST_F(RefusalTest, TheProcessAround)
     // No framework, and one that is over.
     const auto framed = foundation::cppmicroservices::getFramework();
     foundation::host::setFramework(nullptr);
-    OutsideCore without("verdix");
-    EXPECT_THROW(loader->createTree(without.root), std::logic_error);
+    EXPECT_THROW(OutsideCore{*loader}, std::logic_error);
     auto over =
         std::make_shared<cppmicroservices::Framework>(cppmicroservices::FrameworkFactory().NewFramework());
     over->Start();
     over->Stop();
     foundation::host::setFramework(over);
-    OutsideCore stopped("verdix");
-    EXPECT_THROW(loader->createTree(stopped.root), std::runtime_error);
+    EXPECT_THROW(OutsideCore{*loader}, std::runtime_error);
     foundation::host::setFramework(framed);
     expectWhole();
-    points += 2;
+    points += 3;
 }
 
 }  // namespace
