@@ -38,9 +38,7 @@ TEST(Bundle, AFailureAnywhereLeavesTheNodesMadeBefore)
             ASSERT_EQ(core.nodes.size(), refusedAt);
         }
     }
-    OutsideCore whole("verdix");
-    loader->createTree(whole.root);
-    EXPECT_EQ(refusedAt, whole.nodes.size()) << "every node was refused once";
+    EXPECT_EQ(refusedAt, OutsideCore(*loader).nodes.size()) << "every node was refused once";
 }
 
 TEST(Bundle, LoadsAndUnloadsAThousandTimes)
@@ -52,8 +50,7 @@ TEST(Bundle, LoadsAndUnloadsAThousandTimes)
         ASSERT_NE(loader, nullptr);
         ASSERT_EQ(loader->getRootGroupName(), "verdix");
         if (buildsTree) {
-            OutsideCore core("verdix");
-            loader->createTree(core.root);
+            const OutsideCore core(*loader);
         }
         loader.reset();
         bundle.Stop();

@@ -86,9 +86,16 @@ TEST_F(ServiceTest, TheFirstRankedServiceIsChosenAndNamed)
 
 TEST_F(ServiceTest, AServiceOfOneConfigurationIsReportedAndReturned)
 {
-    publish(std::make_shared<Greeter>(),
-            {{std::string("com.tarnwick.service.perconfig"), cppmicroservices::Any(true)}});
-    EXPECT_NE(getServiceFromContext<Greeter>(), nullptr);
+    const auto offered = [this](const cppmicroservices::Any& mark) {
+        auto registration =
+            publish(std::make_shared<Greeter>(), {{std::string("com.tarnwick.service.perconfig"), mark}});
+        EXPECT_NE(getServiceFromContext<Greeter>(), nullptr);
+        registration.Unregister();
+    };
+    offered(false);
+    offered(std::string("true"));
+    EXPECT_TRUE(assertions.empty());
+    offered(true);
     EXPECT_THAT(
         assertions,
         ElementsAre("Per-Config Service being returned from getService() call. This is likely unintended "

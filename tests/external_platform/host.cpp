@@ -22,8 +22,7 @@ int main(int, char** arguments)
     context.InstallBundles(arguments[1]).at(0).Start();
     {
         const auto loader = tests::factoryLoader(context);
-        tests::OutsideCore core(loader->getRootGroupName());
-        loader->createTree(core.root);
+        const tests::OutsideCore core(*loader);
         for (const auto& [path, isSetting, properties] : core.nodes) {
             std::cout << path << ' ' << (isSetting ? "setting " : "group ") << properties.aliasName() << ' '
                       << recording::recordedText(properties.factoryValue) << '\n';

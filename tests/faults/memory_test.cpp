@@ -20,7 +20,7 @@
 #include <tests/faults/services.hpp>
 #include <tests/support/allocations.hpp>
 #include <tests/support/factory_bundle.hpp>
-#include <tests/support/running_framework.hpp>
+#include <tests/support/files.hpp>
 #include <tests/support/soak.hpp>
 #include <vector>
 
@@ -111,15 +111,12 @@ TEST_F(MemoryTest, WhatTheProviderGives)
 
 // What another framework does without memory is its own affair.
 #if VX_FRAMEWORK_EMBEDDED
-TEST(MemoryOfTheBundle, FromItsFileToItsFirstTreeAndBack)
+using MemoryOfTheBundle = tests::ServicesTest;
+
+TEST_F(MemoryOfTheBundle, FromItsFileToItsFirstTreeAndBack)
 {
-    tests::RunningFramework framework;
-    const auto dateTime =
-        framework.context().RegisterService<factory_settings_interface::DateTimeSettingsInterface>(
-            std::make_shared<tests::DateTimeService>());
-    const auto codeAnalyzer =
-        framework.context().RegisterService<factory_settings_interface::CodeAnalyzerSettingsInterface>(
-            std::make_shared<tests::CodeAnalyzerService>());
+    const auto offeredDateTime = context.RegisterService<tests::DateTimeSettingsInterface>(dateTime);
+    const auto offeredAnalyzer = context.RegisterService<tests::CodeAnalyzerSettingsInterface>(codeAnalyzer);
     sweep(
         "bundle", 60,
         [&] {
@@ -136,12 +133,12 @@ TEST(MemoryOfTheBundle, FromItsFileToItsFirstTreeAndBack)
                 bundle.Uninstall();
             }
             ASSERT_EQ(dlopen(VX_BUNDLE_FILE, RTLD_LAZY | RTLD_NOLOAD), nullptr) << "still loaded";
-            ASSERT_TRUE(dateTime.GetReference().GetUsingBundles().empty()) << "still in use";
-            ASSERT_TRUE(codeAnalyzer.GetReference().GetUsingBundles().empty()) << "still in use";
+            ASSERT_TRUE(offeredDateTime.GetReference().GetUsingBundles().empty()) << "still in use";
+            ASSERT_TRUE(offeredAnalyzer.GetReference().GetUsingBundles().empty()) << "still in use";
         });
 }
 
-TEST(MemoryOfTheBundle, StartingActivatingAndStopping)
+TEST_F(MemoryOfTheBundle, FromItsStartToItsStop)
 {
     sweep(
         "framework", 200,
@@ -151,42 +148,21 @@ TEST(MemoryOfTheBundle, StartingActivatingAndStopping)
             another.Stop();
         },
         [] {});
-    tests::RunningFramework framework;
     auto bundle = framework.context().InstallBundles(VX_BUNDLE_FILE).at(0);
     sweep(
-        "start", 1000, [&] { bundle.Start(); }, [&] { bundle.Stop(); });
-    sweep(
-        "stop", 1000, [&] { bundle.Stop(); }, [&] { bundle.Start(); });
-    bundle.Start();
-    std::shared_ptr<settings::core::FactorySettingsLoader> loader;
-    sweep(
-        "activation", 1000,
+        "start, activation and stop", 3000,
         [&] {
-            loader = tests::factoryLoader(framework.context());
-            ASSERT_NE(loader, nullptr);
-        },
-        [&] {
-            loader.reset();
-            bundle.Stop();
             bundle.Start();
-        });
+            ASSERT_NE(tests::factoryLoader(framework.context()), nullptr);
+            bundle.Stop();
+        },
+        [&] { bundle.Stop(); });
 }
 #endif
 
 /// A settings file in a folder of its own, its content known before and after a change.
 struct MemoryOfFiles : MemoryTest
 {
-    MemoryOfFiles()
-    {
-        // Thousands of files are flushed: memory is as good for that as a disk, and a hundred times as fast.
-        const fs::path memory = "/dev/shm";
-        std::string pattern =
-            ((fs::is_directory(memory) ? memory : fs::temp_directory_path()) / "memory_XXXXXX").string();
-        folder = ::mkdtemp(pattern.data());
-        file = folder / "settings.json";
-    }
-    ~MemoryOfFiles() override { fs::remove_all(folder); }
-
     void write(const std::string& text) const { vx::core::LockedFile(file).replace(text); }
 
     /// Lets the change fail at every point: the file is as before or as after it, never anything else.
@@ -201,7 +177,7 @@ struct MemoryOfFiles : MemoryTest
         sweep(what, 100, change, [&] {
             const auto found = vx::core::readFile(file);
             ASSERT_TRUE(found == before || found == after) << what << ": " << found.value_or("gone");
-            for (const auto& entry : fs::directory_iterator(folder)) {
+            for (const auto& entry : fs::directory_iterator(file.parent_path())) {
                 const std::string name = entry.path().filename();
                 ASSERT_TRUE(name == "settings.json" || name == ".settings.json.lock" ||
                             name.ends_with(".bak"))
@@ -217,8 +193,8 @@ struct MemoryOfFiles : MemoryTest
 
     SettingsTree tree = vx::core::loadTree(*loader);
     settings::core::ReleaseChangeTable releases = vx::core::loadReleaseChanges(*loader);
-    fs::path folder;
-    fs::path file;
+    tests::TestFolder folder;
+    fs::path file = folder / "settings.json";
 };
 
 TEST_F(MemoryOfFiles, StayWholeWhileTheyAreChanged)

@@ -12,25 +12,24 @@
 #include <boost/log/sinks/sync_frontend.hpp>
 #include <boost/smart_ptr/make_shared.hpp>
 #include <cppmicroservices/FrameworkFactory.h>
-#include <cppmicroservices/ServiceFactory.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <iostream>
 #include <memory>
 #include <new>
 #include <stdexcept>
 #include <string>
 #include <tests/faults/services.hpp>
+#include <tests/support/factory.hpp>
 #include <tests/support/factory_bundle.hpp>
 #include <tests/support/outside_core.hpp>
-#include <tests/support/running_framework.hpp>
 #include <vector>
 
 namespace {
 
-using factory_settings_interface::CodeAnalyzerSettingsInterface;
-using factory_settings_interface::DateTimeSettingsInterface;
+using cppmicroservices::InterfaceMapConstPtr;
+using tests::CodeAnalyzerSettingsInterface;
+using tests::DateTimeSettingsInterface;
 using tests::OutsideCore;
 
 struct NoStandardException
@@ -40,20 +39,18 @@ constexpr const char* dateTimeArea = "verdix.datetime";
 constexpr const char* codeAnalyzerArea = "verdix.codeanalyzer";
 constexpr const char* connectorArea = "verdix.connector";
 
-struct RefusalTest : testing::Test
+struct RefusalTest : tests::ServicesTest
 {
     RefusalTest()
     {
         loadAnew();
-        OutsideCore core("verdix");
-        loader->createTree(core.root);
+        const OutsideCore core(*loader);
         for (const auto& node : core.nodes) {
             whole.push_back(node.path);
         }
     }
     ~RefusalTest() override
     {
-        foundation::host::setMessageHook(nullptr);
         foundation::host::setLogThreshold(foundation::log::warning);
         std::cout << "points tried: " << points << '\n';
     }
@@ -67,12 +64,7 @@ struct RefusalTest : testing::Test
         loader = tests::factoryLoader(framework.context());
     }
 
-    void expectWhole() const
-    {
-        OutsideCore core("verdix");
-        ASSERT_NO_THROW(loader->createTree(core.root));
-        ASSERT_EQ(core.nodes.size(), whole.size());
-    }
+    void expectWhole() const { ASSERT_EQ(OutsideCore(*loader).nodes.size(), whole.size()); }
 
     /// A tree ends with this error just before the area.
     template <class Error>
@@ -88,7 +80,6 @@ struct RefusalTest : testing::Test
         EXPECT_EQ(whole[core.nodes.size()], area);
     }
 
-    tests::RunningFramework framework;
     cppmicroservices::Bundle bundle = framework.start(VX_BUNDLE_FILE);
     std::shared_ptr<settings::core::FactorySettingsLoader> loader;
     /// The paths of all nodes.
@@ -98,11 +89,8 @@ struct RefusalTest : testing::Test
 
 TEST_F(RefusalTest, QueriesThatRaise)
 {
-    const auto dateTime = std::make_shared<tests::DateTimeService>();
-    const auto codeAnalyzer = std::make_shared<tests::CodeAnalyzerService>();
-    framework.context().RegisterService<DateTimeSettingsInterface>(dateTime);
-    framework.context().RegisterService<CodeAnalyzerSettingsInterface>(codeAnalyzer);
-
+    context.RegisterService<DateTimeSettingsInterface>(dateTime);
+    context.RegisterService<CodeAnalyzerSettingsInterface>(codeAnalyzer);
     for (auto [before, area] :
          {std::pair(&dateTime->before, dateTimeArea), std::pair(&codeAnalyzer->before, codeAnalyzerArea)})
     {
@@ -136,54 +124,36 @@ TEST_F(RefusalTest, QueriesThatRaise)
     }
 }
 
-/// Makes no service, in the way that a test wants.
-struct Factory final : cppmicroservices::ServiceFactory
-{
-    explicit Factory(std::function<void()> action) : make(std::move(action)) {}
-    cppmicroservices::InterfaceMapConstPtr
-    GetService(const cppmicroservices::Bundle&, const cppmicroservices::ServiceRegistrationBase&) override
-    {
-        make();
-        return nullptr;
-    }
-    void UngetService(const cppmicroservices::Bundle&, const cppmicroservices::ServiceRegistrationBase&,
-                      const cppmicroservices::InterfaceMapConstPtr&) override
-    {}
-    std::function<void()> make;
-};
-
 TEST_F(RefusalTest, FactoriesThatMakeNothing)
 {
-    const std::function<void()> makers[] = {[] {}, [] { throw std::runtime_error("no service today"); }};
+    const tests::Make makers[] = {
+        [](const auto&) { return nullptr; },
+        [](const auto&) -> InterfaceMapConstPtr { throw std::runtime_error("no"); }};
     for (const auto& make : makers) {
         loadAnew();
-        const auto factory = cppmicroservices::ToFactory(std::make_shared<Factory>(make));
-        auto dateTime = framework.context().RegisterService<DateTimeSettingsInterface>(factory);
-        auto codeAnalyzer = framework.context().RegisterService<CodeAnalyzerSettingsInterface>(factory);
+        const auto factory = cppmicroservices::ToFactory(std::make_shared<tests::Factory>(make));
+        auto first = context.RegisterService<DateTimeSettingsInterface>(factory);
+        auto second = context.RegisterService<CodeAnalyzerSettingsInterface>(factory);
         expectWhole();
-        dateTime.Unregister();
-        codeAnalyzer.Unregister();
+        first.Unregister();
+        second.Unregister();
         ++points;
     }
 
     // A factory that has no memory may have some the next time.
     loadAnew();
-    auto poor = framework.context().RegisterService<CodeAnalyzerSettingsInterface>(
-        cppmicroservices::ToFactory(std::make_shared<Factory>([] { throw std::bad_alloc(); })));
+    auto poor = context.RegisterService<CodeAnalyzerSettingsInterface>(
+        cppmicroservices::ToFactory(std::make_shared<tests::Factory>(
+            [](const auto&) -> InterfaceMapConstPtr { throw std::bad_alloc(); })));
     expectStopBefore<std::bad_alloc>(codeAnalyzerArea);
     poor.Unregister();
-    const auto codeAnalyzer = std::make_shared<tests::CodeAnalyzerService>();
-    framework.context().RegisterService<CodeAnalyzerSettingsInterface>(codeAnalyzer);
+    context.RegisterService<CodeAnalyzerSettingsInterface>(codeAnalyzer);
     expectWhole();
     EXPECT_EQ(codeAnalyzer->queries, 1);
 }
 
 TEST_F(RefusalTest, ServicesThatGoAway)
 {
-    const auto dateTime = std::make_shared<tests::DateTimeService>();
-    const auto codeAnalyzer = std::make_shared<tests::CodeAnalyzerService>();
-    auto context = framework.context();
-
     // Between the look-up and the use.
     const auto goWhenFound = [](auto& registration, const std::string& service) {
         foundation::host::setMessageHook([&registration, service](const std::string& message) {
@@ -224,9 +194,7 @@ TEST_F(RefusalTest, ServicesThatGoAway)
 TEST_F(RefusalTest, TheProcessAround)
 {
     foundation::host::setMessageHook([](const std::string&) { throw NoStandardException(); });
-    OutsideCore core("verdix");
-    ++points;
-    EXPECT_THROW(loader->createTree(core.root), NoStandardException);
+    EXPECT_THROW(OutsideCore{*loader}, NoStandardException);
     foundation::host::setMessageHook(nullptr);
     expectWhole();
 
@@ -245,18 +213,16 @@ TEST_F(RefusalTest, TheProcessAround)
     // No framework, and one that is over.
     const auto framed = foundation::cppmicroservices::getFramework();
     foundation::host::setFramework(nullptr);
-    OutsideCore without("verdix");
-    EXPECT_THROW(loader->createTree(without.root), std::logic_error);
+    EXPECT_THROW(OutsideCore{*loader}, std::logic_error);
     auto over =
         std::make_shared<cppmicroservices::Framework>(cppmicroservices::FrameworkFactory().NewFramework());
     over->Start();
     over->Stop();
     foundation::host::setFramework(over);
-    OutsideCore stopped("verdix");
-    EXPECT_THROW(loader->createTree(stopped.root), std::runtime_error);
+    EXPECT_THROW(OutsideCore{*loader}, std::runtime_error);
     foundation::host::setFramework(framed);
     expectWhole();
-    points += 2;
+    points += 3;
 }
 
 }  // namespace

@@ -2,12 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <string>
+#include <tests/support/files.hpp>
 #include <tests/support/soak.hpp>
 #include <tests/tool/process.hpp>
 #include <vector>
@@ -16,16 +14,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string contentOf(const fs::path& file)
-{
-    std::ifstream stream(file);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 TEST(ToolMemory, EndsWithOneLineAndWholeFiles)
 {
-    std::string pattern = (fs::temp_directory_path() / "tool_memory_XXXXXX").string();
-    const fs::path folder = ::mkdtemp(pattern.data());
+    const tests::TestFolder folder;
     const fs::path file = folder / "settings.json";
     const std::string before =
         "{\"release\": \"R2020a\", \"settings\": {\"verdix.commandwindow.EightyColumns\": true}}\n";
@@ -36,16 +27,16 @@ TEST(ToolMemory, EndsWithOneLineAndWholeFiles)
     };
     const std::size_t stride = tests::runsInFull() ? 37 : 997;
     for (const auto& verb : verbs) {
-        std::ofstream(file) << before;
+        tests::writeFile(file, before);
         const auto good = tests::runTool(verb);
-        const std::string after = contentOf(file);
+        const std::string after = tests::readFile(file);
         for (const std::string mode : {"once", "on"}) {
             std::size_t points = 0;
             for (;; ++points) {
-                for (const auto& entry : fs::directory_iterator(folder)) {
+                for (const auto& entry : fs::directory_iterator(file.parent_path())) {
                     fs::remove(entry);
                 }
-                std::ofstream(file) << before;
+                tests::writeFile(file, before);
                 const auto run =
                     tests::runTool(verb, {"LD_PRELOAD=" VX_PRELOADED_FAILURE, "VX_FAILING=" + mode,
                                           "VX_FAILING_ALLOCATION=" + std::to_string(points * stride)});
@@ -56,7 +47,7 @@ TEST(ToolMemory, EndsWithOneLineAndWholeFiles)
                     << verb.front() << ' ' << mode << ' ' << points * stride << ": " << run.errors;
                 ASSERT_EQ(run.errors, "vxsettings: out of memory: end other programs, or raise the memory "
                                       "limit of this one\n");
-                const std::string found = contentOf(file);
+                const std::string found = tests::readFile(file);
                 ASSERT_TRUE(found == before || found == after) << found;
                 ASSERT_FALSE(fs::exists(folder / ".settings.json.new"));
             }
@@ -64,7 +55,6 @@ TEST(ToolMemory, EndsWithOneLineAndWholeFiles)
             std::cout << verb.front() << ", " << mode << ": points tried: " << points << '\n';
         }
     }
-    fs::remove_all(folder);
 }
 
 }  // namespace

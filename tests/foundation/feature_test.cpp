@@ -4,36 +4,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <thread>
-
 namespace {
 
 using foundation::feature::FeatureState;
 using foundation::feature::management::process::getDataPtr;
-
-TEST(Features, KeepTheirPlaceWhileThreadsAddMore)
-{
-    constexpr int count = 300;
-    FeatureState* first = getDataPtr("threads.first");
-    std::vector<std::vector<FeatureState*>> seen(4);
-    std::vector<std::thread> threads;
-    for (auto& states : seen) {
-        threads.emplace_back([&states] {
-            for (int i = 0; i < count; ++i) {
-                states.push_back(getDataPtr("threads." + std::to_string(i)));
-                foundation::host::setFeature("threads." + std::to_string(i), i);
-            }
-        });
-    }
-    for (auto& thread : threads) {
-        thread.join();
-    }
-    for (const auto& states : seen) {
-        EXPECT_EQ(states, seen.front());
-    }
-    EXPECT_EQ(getDataPtr("threads.first"), first);
-    EXPECT_EQ(seen.front().back()->value, count - 1);
-}
 
 class Switch final : public foundation::feature::IFeature
 {

@@ -1,32 +1,14 @@
 #include <foundation/cppmicroservices/framework.hpp>
 #include <foundation/host.hpp>
 
-#include <cppmicroservices/ServiceProperties.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <tests/support/running_framework.hpp>
-
-struct Probe
-{};
 
 namespace {
 
 namespace detail = foundation::cppmicroservices::detail;
-using foundation::cppmicroservices::getFramework;
-using foundation::cppmicroservices::perConfigProperty;
 using foundation::host::setAssertionHook;
 using foundation::host::setMessageHook;
-
-TEST(Framework, IsThereFromTheMomentAHostNamesIt)
-{
-    EXPECT_THROW(static_cast<void>(getFramework()), std::logic_error);
-    {
-        const tests::RunningFramework framework;
-        EXPECT_NE(getFramework(), nullptr);
-    }
-    EXPECT_THROW(static_cast<void>(getFramework()), std::logic_error);
-}
 
 TEST(Framework, MessagesAreComposedForAListenerOnly)
 {
@@ -53,22 +35,6 @@ TEST(Framework, FailedAssertionsReachTheHookOrElseTheLog)
     testing::internal::CaptureStderr();
     detail::assertOnFalse([] { return false; }, "unheard");
     EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::HasSubstr("error: unheard"));
-}
-
-TEST(Framework, AServiceOfOneConfigurationIsMarkedByItsProperty)
-{
-    const tests::RunningFramework framework;
-    auto context = framework.context();
-    const auto marked = [&](cppmicroservices::ServiceProperties properties) {
-        auto registration = context.RegisterService<Probe>(std::make_shared<Probe>(), std::move(properties));
-        const bool result = detail::isPerConfigService(registration.GetReference());
-        registration.Unregister();
-        return result;
-    };
-    EXPECT_TRUE(marked({{perConfigProperty, true}}));
-    EXPECT_FALSE(marked({{perConfigProperty, false}}));
-    EXPECT_FALSE(marked({{perConfigProperty, std::string("true")}}));
-    EXPECT_FALSE(marked({}));
 }
 
 }  // namespace

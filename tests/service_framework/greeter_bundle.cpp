@@ -20,8 +20,6 @@ class PoliteGreeter final : public Greeter, public Counter
 public:
     PoliteGreeter() { lifecycle::note("constructed"); }
     ~PoliteGreeter() override { lifecycle::note("destroyed"); }
-    PoliteGreeter(const PoliteGreeter&) = delete;
-    PoliteGreeter& operator=(const PoliteGreeter&) = delete;
 
     void Activate(const std::shared_ptr<component::ComponentContext>& context)
     {

@@ -1,6 +1,5 @@
 #include <cppmicroservices/Constants.h>
 #include <cppmicroservices/FrameworkEvent.h>
-#include <cppmicroservices/ServiceFactory.h>
 #include <cppmicroservices/ServiceObjects.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,6 +9,7 @@
 #include <functional>
 #include <greeter.hpp>
 #include <stdexcept>
+#include <tests/support/factory.hpp>
 #include <tests/support/running_framework.hpp>
 #include <thread>
 #include <utility>
@@ -17,6 +17,8 @@
 using namespace cppmicroservices;
 using greetings::Counter;
 using greetings::Greeter;
+using tests::Factory;
+using tests::Make;
 
 namespace {
 
@@ -187,25 +189,6 @@ TEST_F(ServiceRegistry, keepsObjectsUsableAfterUnregistration)
     held.reset();
     EXPECT_TRUE(watch.expired());
 }
-
-using Make = std::function<InterfaceMapConstPtr(const ServiceRegistrationBase&)>;
-
-struct Factory final : ServiceFactory
-{
-    explicit Factory(Make making) : make(std::move(making)) {}
-    InterfaceMapConstPtr GetService(const Bundle&, const ServiceRegistrationBase& registration) override
-    {
-        return make(registration);
-    }
-    void UngetService(const Bundle&, const ServiceRegistrationBase&, const InterfaceMapConstPtr&) override
-    {
-        ++returned;
-        throw std::domain_error("does not take it back");
-    }
-
-    Make make;
-    int returned = 0;
-};
 
 InterfaceMapConstPtr made()
 {

@@ -55,7 +55,7 @@ TEST(LdapFilter, doesWhatTheListSays)
     }
 }
 
-TEST(LdapFilter, mindsTheCaseOfKeysWhenAsked)
+TEST(LdapFilter, mindsTheCaseOfKeysWhenAskedAndHasANormalForm)
 {
     const AnyMap properties(AnyMap::ORDERED_MAP, {{"Key", 1}, {"other", 2}});
     EXPECT_TRUE(LDAPFilter("(KEY=1)").Match(properties));
@@ -63,10 +63,7 @@ TEST(LdapFilter, mindsTheCaseOfKeysWhenAsked)
     EXPECT_FALSE(LDAPFilter("(KEY=1)").MatchCase(properties));
     const AnyMap ambiguous(AnyMap::UNORDERED_MAP, {{"key", 1}, {"KEY", 2}});
     EXPECT_THROW((void)LDAPFilter("(key=1)").MatchCase(ambiguous), std::runtime_error);
-}
 
-TEST(LdapFilter, hasANormalForm)
-{
     EXPECT_EQ(LDAPFilter(" (& (a = \\*x*)(!(b<=2)))").ToString(), "(&(a= \\*x*)(!(b<=2)))");
     EXPECT_FALSE(LDAPFilter());
     EXPECT_FALSE(LDAPFilter().Match(AnyMap(AnyMap::ORDERED_MAP)));

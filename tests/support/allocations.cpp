@@ -53,13 +53,11 @@ void* allocate(std::size_t size) noexcept
 // These replace the ones of the standard library for the whole program, shared libraries included.
 void* operator new(std::size_t size)
 {
-    if (shallFail()) {
+    void* const memory = shallFail() ? nullptr : allocate(size);
+    if (memory == nullptr) {
         throw std::bad_alloc();
     }
-    if (void* memory = allocate(size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
+    return memory;
 }
 
 // Asks for what the caller can do without; it never fails on purpose.

@@ -39,6 +39,12 @@ OutsideCore::OutsideCore(std::string rootName)
            std::move(rootName))
 {}
 
+OutsideCore::OutsideCore(settings::core::FactorySettingsLoader& loader)
+    : OutsideCore(loader.getRootGroupName())
+{
+    loader.createTree(root);
+}
+
 const CreatedNode& OutsideCore::at(const std::string& path) const
 {
     const auto found = std::ranges::find(nodes, path, &CreatedNode::path);

@@ -3,6 +3,7 @@
 #include <builder/factory_node.hpp>
 
 #include <settings/core/factory_setting_properties.hpp>
+#include <settings/core/factory_settings_loader.hpp>
 
 #include <cstddef>
 #include <limits>
@@ -30,6 +31,9 @@ class OutsideCore
 {
 public:
     explicit OutsideCore(std::string rootName);
+
+    /// With the tree that the provider builds; what that raises is passed on.
+    explicit OutsideCore(settings::core::FactorySettingsLoader& loader);
 
     OutsideCore(const OutsideCore&) = delete;
     OutsideCore& operator=(const OutsideCore&) = delete;

@@ -17,8 +17,6 @@ class RunningFramework
 public:
     RunningFramework();
     ~RunningFramework();
-    RunningFramework(const RunningFramework&) = delete;
-    RunningFramework& operator=(const RunningFramework&) = delete;
 
     [[nodiscard]] cppmicroservices::Framework& framework() const { return *framework_; }
     [[nodiscard]] cppmicroservices::BundleContext context() const { return framework_->GetBundleContext(); }
