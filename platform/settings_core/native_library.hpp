@@ -14,8 +14,8 @@ namespace detail {
 }  // namespace detail
 
 /// A function with C linkage of the native library "<library>.so" (elsewhere: with the system's own ending),
-/// which is looked for in the folder verdix/native beside the settings core's own library first and then where
-/// the system looks. Libraries stay loaded until the process ends; any thread may ask. Raises
+/// which is looked for in the folder verdix/native beside the settings core's own library first and then
+/// where the system looks. Libraries stay loaded until the process ends; any thread may ask. Raises
 /// std::runtime_error that says what was looked for where, and what to do.
 ///
 /// Signature is the function's type, such as settings::core::NativeValidator; nothing can check it.
