@@ -302,6 +302,32 @@
         return true;
     }
 
+    let addressAtHand = "";
+
+    /**
+     * To a setting by its link, at once: the event that tells of a new address comes later, when the keys may have gone
+     * on to another row, and would take them back.
+     */
+    function followLink(event) {
+        const link = event.target.closest("tr[id] a[href^='#']");
+        if (!link || event.ctrlKey || event.metaKey || event.shiftKey || event.altKey) {
+            return;
+        }
+        event.preventDefault();
+        if (location.hash !== link.hash) {
+            location.hash = link.hash; // pushState would not mark the row as the target
+            addressAtHand = location.href;
+        }
+        reveal();
+    }
+
+    function onAddress(event) {
+        if (event.newURL !== addressAtHand) {
+            reveal();
+        }
+        addressAtHand = "";
+    }
+
     /** To a group, as if by its link, but the focus stays in the tree. */
     function go(path) {
         setDrawer(false);
@@ -463,6 +489,7 @@
         setDrawer(event.currentTarget.getAttribute("aria-expanded") === "false"));
     search.addEventListener("keydown", onSearchKey);
     document.addEventListener("keydown", onKey);
+    main.addEventListener("click", followLink);
     main.addEventListener("pointerover", offerCopy);
     main.addEventListener("focusin", offerCopy);
     copyButton.addEventListener("click", () => copyPath(copyButton.closest("tr")));
@@ -476,7 +503,7 @@
             });
         }
     }, { capture: true, passive: true });
-    addEventListener("hashchange", reveal);
+    addEventListener("hashchange", onAddress);
     // Until the page is loaded the browser itself goes to what the address names, and takes the focus away.
     addEventListener("load", () => setTimeout(() => reveal() || followScrolling()));
 })();
