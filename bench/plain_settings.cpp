@@ -64,7 +64,7 @@ std::vector<PlainSetting> plainSettings(const vx::core::SettingsTree& tree)
 {
     std::vector<PlainSetting> settings;
     for (const vx::core::Node* node : settingsWithValue(tree)) {
-        settings.push_back({node->parent()->fullName(), std::string(node->name()),
+        settings.push_back({node->parent()->getFullName(), std::string(node->name()),
                             plainValue(node->properties().factoryValue)});
     }
     return settings;

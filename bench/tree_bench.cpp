@@ -52,7 +52,7 @@ void treeFind(benchmark::State& state)
     const auto settings = settingsWithValue(tree);
     std::vector<std::string> paths;
     for (const auto* setting : settings) {
-        paths.push_back(setting->fullName());
+        paths.push_back(setting->getFullName());
     }
     std::size_t next = 0;
     for ([[maybe_unused]] auto step : state) {

@@ -65,7 +65,7 @@ public:
 private:
     void add(const Node& node, std::string message)
     {
-        faults_.push_back({sourceFileOf(node.fullName()), node.fullName(), std::move(message)});
+        faults_.push_back({sourceFileOf(node.getFullName()), node.getFullName(), std::move(message)});
     }
 
     void addRecord(const std::string& path, std::string message)
@@ -86,9 +86,9 @@ private:
         for (const auto& child : group.children()) {
             const auto lower =
                 boost::algorithm::to_lower_copy(std::string(child->name()), std::locale::classic());
-            const auto [same, isNew] = seen.emplace(lower, child.get());
+            const auto [same, isNew] = seen.emplace(lower, child);
             if (!isNew && !isKnown(sameButForCase, child->fullName())) {
-                add(*child, "the name differs from " + same->second->fullName() +
+                add(*child, "the name differs from " + same->second->getFullName() +
                                 " by letter case alone: choose another");
             }
         }

@@ -32,7 +32,7 @@ Array read(const Node& setting, std::string_view value, Notation notation)
         return notation == Notation::json ? parseJsonValue(value, form) : parseValue(value, form);
     } catch (const TextError& error) {
         const std::size_t column = positionAt(value, error.offset()).column;
-        throw ValueRefused(setting.fullName() + " cannot be " + std::string(value) + ": column " +
+        throw ValueRefused(setting.getFullName() + " cannot be " + std::string(value) + ": column " +
                            std::to_string(column) + ": " + error.what() + accepted(setting));
     }
 }
@@ -41,7 +41,7 @@ void requireAccepted(const Node& setting, const Array& value)
 {
     const Verdict verdict = checkValue(setting, value);
     if (!verdict.accepted()) {
-        throw ValueRefused(setting.fullName() + " cannot be " + shortValueText(value, valueWidth) + ": " +
+        throw ValueRefused(setting.getFullName() + " cannot be " + shortValueText(value, valueWidth) + ": " +
                            verdict.message + accepted(setting));
     }
 }
@@ -64,7 +64,7 @@ const Node& SettingsChanger::changeable(std::string_view path) const
 {
     const Node& setting = settingBehind(tree_, nodeAt(tree_, releases_, path));
     if (setting.properties().readOnly.value()) {
-        throw std::runtime_error(setting.fullName() + " is read-only: its value cannot be changed");
+        throw std::runtime_error(setting.getFullName() + " is read-only: its value cannot be changed");
     }
     return setting;
 }
@@ -90,7 +90,7 @@ void SettingsChanger::store(const Node& setting, const Array& value)
     const SettingsFile file =
         parseSettingsFile(locked.content().value_or(emptySettingsFile(newestName(releases_))), file_);
     SettingsFileEdit edit(file);
-    edit.set(setting.fullName(), valueToJson(value));
+    edit.set(setting.getFullName(), valueToJson(value));
     locked.replace(edit.text());
 }
 

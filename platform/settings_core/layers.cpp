@@ -125,7 +125,7 @@ std::optional<LayerValue> Layers::valueIn(Layer layer, const Node& setting)
     LayerValue value{layer, std::move(stored.value), fileOf(layer).string()};
     for (const ValueFault& fault : stored.faults) {
         value.faults.push_back(
-            located(fileOf(layer), file->text(), fault.offset, setting.fullName() + ": " + fault.message));
+            located(fileOf(layer), file->text(), fault.offset, setting.getFullName() + ": " + fault.message));
     }
     return value;
 }

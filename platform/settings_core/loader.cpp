@@ -37,7 +37,7 @@ void loadTree(::settings::core::FactorySettingsLoader& loader, SettingsTree& tre
     std::string rootName = loader.getRootGroupName();
     if (rootName != tree.root()->fullName()) {
         throw std::invalid_argument("The provider builds under \"" + rootName +
-                                    "\", this tree has the root \"" + tree.root()->fullName() +
+                                    "\", this tree has the root \"" + tree.root()->getFullName() +
                                     "\": give a tree with the provider's root.");
     }
     verdix::settings::FactoryGroup root(boost::make_shared<TreeContext>(), nullptr, tree.root(),

@@ -140,7 +140,7 @@ std::vector<std::string_view> nearestPaths(std::string_view wanted, const Settin
     if (wanted.empty() || wanted.size() > longestName) {
         return {};
     }
-    const std::string prefix = tree.root()->fullName() + ".";
+    const std::string prefix = tree.root()->getFullName() + ".";
     Distance ofPath(wanted.substr(wanted.starts_with(prefix) ? prefix.size() : 0));
     Distance ofLast(lastComponent(wanted));
     Best best;

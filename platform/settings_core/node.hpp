@@ -3,10 +3,10 @@
 #include <settings/core/factory_setting_properties.hpp>
 #include <settings/core/settings.hpp>
 
-#include <boost/smart_ptr/enable_shared_from_this.hpp>
 #include <boost/smart_ptr/shared_ptr.hpp>
 
 #include <cstdint>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,22 +21,23 @@ enum class NodeKind : std::uint8_t
     alias
 };
 
-class NodeIndex;
+class NodeStore;
 
 /// A node of the embedded settings core. Nodes are made through createFactorySetting of their parent only,
-/// and never change afterwards but for gaining children.
-class VX_API Node final : public ::settings::core::MSettings, public boost::enable_shared_from_this<Node>
+/// and never change afterwards but for gaining children. They live as long as their tree, or as a handle of
+/// any of its nodes.
+class VX_API Node final : public ::settings::core::MSettings
 {
 public:
     /// What the provider said of a node.
     using Properties = ::settings::core::detail::FactorySettingProperties;
-    /// Handles of the nodes under one.
-    using Children = std::vector<boost::shared_ptr<Node>>;
+    /// The nodes under one, in creation order.
+    using Children = std::pmr::vector<const Node*>;
 
-    /// The root of a tree; SettingsTree makes it.
-    Node(std::string name, NodeIndex& index);
-    /// A node under another; createFactorySetting makes it.
-    Node(const Node& parent, std::string_view name, bool isSetting, const Properties& properties);
+    /// Made by the store of its tree. The path is the names from the root down, joined by "."; its text and
+    /// the memory are the store's. The root has no parent.
+    Node(NodeStore& store, std::pmr::memory_resource& memory, const Node* parent, std::string_view path,
+         NodeKind kind, const Properties& properties);
 
     /// Raises std::invalid_argument, and makes nothing, when this node is a setting, when the name is empty
     /// or holds a ".", or when a child of that name exists.
@@ -44,10 +45,10 @@ public:
     createFactorySetting(const std::string& name, bool isSetting, const Properties& properties) override;
 
     /// A copy of fullName(), for providers.
-    [[nodiscard]] std::string getFullName() const override { return fullName_; }
+    [[nodiscard]] std::string getFullName() const override { return std::string(path_); }
 
     /// Names from the root down to this node, joined by ".".
-    [[nodiscard]] const std::string& fullName() const noexcept { return fullName_; }
+    [[nodiscard]] std::string_view fullName() const noexcept { return path_; }
     /// The last component of the full name.
     [[nodiscard]] std::string_view name() const noexcept;
     /// Group, setting or alias.
@@ -67,13 +68,18 @@ public:
     /// Whether this node or a group above it is hidden.
     [[nodiscard]] bool isHidden() const noexcept;
 
+    /// A handle of this node, which keeps the whole tree.
+    [[nodiscard]] boost::shared_ptr<const Node> handle() const;
+
 private:
-    std::string fullName_;
+    friend class NodeStore;
+
+    NodeStore* store_;
     const Node* parent_;
+    std::string_view path_;
     NodeKind kind_;
     Properties properties_;
     Children children_;
-    NodeIndex* index_;  ///< of the tree, which may go before the last handle does
 };
 
 }  // namespace vx::core

@@ -8,8 +8,9 @@ using ::settings::core::ReleaseChangeTable;
 
 std::string fullPath(const SettingsTree& tree, std::string_view path)
 {
-    const std::string& root = tree.root()->fullName();
-    return isAtOrUnder(path, root) ? std::string(path) : root + "." + std::string(path);
+    const Node& root = *tree.root();
+    return isAtOrUnder(path, root.fullName()) ? std::string(path)
+                                              : root.getFullName() + "." + std::string(path);
 }
 
 const Node& nodeAt(const SettingsTree& tree, const ReleaseChangeTable& releases, std::string_view path)
@@ -40,16 +41,16 @@ const Node& settingBehind(const SettingsTree& tree, const Node& node)
         const std::string& target = setting->properties().aliasName();
         const Node* next = tree.find(target);
         if (next == nullptr || steps > tree.nodes().size()) {
-            throw std::runtime_error(setting->fullName() + " is an alias of " + target +
+            throw std::runtime_error(setting->getFullName() + " is an alias of " + target +
                                      (next == nullptr ? ", which is not in this tree: unresolved"
                                                       : ", which leads back to it: unresolved"));
         }
         setting = next;
     }
     if (setting->kind() == NodeKind::group) {
-        throw std::runtime_error(setting->fullName() +
+        throw std::runtime_error(setting->getFullName() +
                                  " is a group; see what is in it with: vxsettings tree " +
-                                 setting->fullName());
+                                 setting->getFullName());
     }
     return *setting;
 }

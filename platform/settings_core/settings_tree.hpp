@@ -6,7 +6,6 @@
 
 #include <boost/smart_ptr/shared_ptr.hpp>
 
-#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,13 +16,13 @@ namespace vx::core {
 
 /// A tree of settings with constant-time look-up by path. One builder at a time may add to a tree; a finished
 /// tree may be read from several threads. Callables that a provider handed over live in the provider's
-/// library: a tree must go before that library is unloaded. A node's handle that outlives the tree may only
-/// be let go.
+/// library: a tree must go before that library is unloaded, and so must the handles of its nodes, each of
+/// which keeps all of them.
 class VX_API SettingsTree
 {
 public:
     /// A tree that holds the root group alone.
-    explicit SettingsTree(const std::string& rootName);
+    explicit SettingsTree(std::string_view rootName);
 
     /// The root group; never null.
     [[nodiscard]] const boost::shared_ptr<Node>& root() const noexcept { return root_; }
@@ -35,7 +34,7 @@ public:
     [[nodiscard]] std::span<const Node* const> nodes() const noexcept;
 
 private:
-    std::shared_ptr<NodeIndex> index_;
+    boost::shared_ptr<NodeStore> store_;
     boost::shared_ptr<Node> root_;
 };
 

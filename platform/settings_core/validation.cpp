@@ -130,9 +130,8 @@ public:
     void operator()(const ::settings::core::CPPValidator& callable) const
     {
         if (callable.callable()) {
-            failIfRefused([&] {
-                callable.callable()(setting_.shared_from_this(), std::string(setting_.name()), value_);
-            });
+            failIfRefused(
+                [&] { callable.callable()(setting_.handle(), std::string(setting_.name()), value_); });
         }
     }
 
@@ -189,7 +188,7 @@ void requireSetting(const Node& node)
 {
     if (node.kind() != NodeKind::setting) {
         throw std::invalid_argument(
-            node.fullName() + " has no value of its own: " +
+            node.getFullName() + " has no value of its own: " +
             (node.kind() == NodeKind::alias
                  ? "use the setting it is an alias of, " + node.properties().aliasName() + "."
                  : "it is a group; name a setting in it."));

@@ -36,7 +36,7 @@ struct DamagedSettingsTest : testing::Test
         for (const vx::core::Node* node : tree.nodes()) {
             const auto& value = node->properties().factoryValue;
             if (value.isAssigned() && ++index % 12 == 0) {
-                settings += "    \"" + node->fullName() + "\": " + vx::core::valueToJson(value) + ",\n";
+                settings += "    \"" + node->getFullName() + "\": " + vx::core::valueToJson(value) + ",\n";
             }
         }
         return "{\n  \"release\": \"R2020a\",\n  \"settings\": {\n" + settings +

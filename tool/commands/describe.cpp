@@ -54,7 +54,7 @@ std::string visibility(const Node& node)
         return "hidden: declared so";
     }
     if (const Node* group = nearestHiddenGroup(node)) {
-        return "hidden: its group " + group->fullName() + " is";
+        return "hidden: its group " + group->getFullName() + " is";
     }
     return flag.isWritten() ? "visible: declared so" : "visible: nothing declared";
 }

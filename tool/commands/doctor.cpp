@@ -163,7 +163,7 @@ void reportTree(const Session& session, Report& report)
     const core::SettingsTree& tree = session.tree();
     report.begin("tree");
     report.add(!tree.nodes().empty(), "root",
-               tree.root()->fullName() + ", " + std::to_string(tree.nodes().size()) + " nodes under it");
+               tree.root()->getFullName() + ", " + std::to_string(tree.nodes().size()) + " nodes under it");
     for (const std::string& path : session.settingPathList()) {
         const bool exists = tree.find(path) != nullptr;
         report.add(exists, "known by name", path + (exists ? "" : ", which is not in the tree"));

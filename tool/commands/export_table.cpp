@@ -52,7 +52,7 @@ Row rowOf(const Node& node)
 {
     const auto& properties = node.properties();
     const auto& array = properties.factoryValue;
-    return {node.fullName(),
+    return {node.getFullName(),
             array.isAssigned() ? className(array.getType()) : "",
             array.isAssigned() ? core::dimensionsText(array.getDimensions()) : "",
             value(node),

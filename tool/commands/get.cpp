@@ -23,11 +23,11 @@ core::LayerValue valueOf(core::Layers& layers, const core::Node& setting)
     core::LayerValue held = layers.effective(setting);
     if (!held.value.isAssigned()) {
         throw Failure(ExitCode::failed,
-                      setting.fullName() + (held.faults.empty()
+                      setting.getFullName() + (held.faults.empty()
                                                 ? " has no factory value, and no file gives it one; see "
                                                   "what it accepts with: "
                                                   "vxsettings describe " +
-                                                      setting.fullName()
+                                                      setting.getFullName()
                                                 : ": " + firstLine(held.faults.back())));
     }
     for (const std::string& fault : held.faults) {

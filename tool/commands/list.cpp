@@ -56,10 +56,10 @@ std::vector<const Node*> nodesOf(const Session& session, const std::vector<std::
     std::vector<bool> isUsed(patterns.size());
     std::vector<const Node*> nodes;
     for (const Node* node : all) {
+        const std::string path = node->getFullName();
         bool isMatch = false;
         for (std::size_t index = 0; index < patterns.size(); ++index) {
-            if (matches(patterns[index], node->fullName()) ||
-                matches(patterns[index], node->fullName(), behindRoot)) {
+            if (matches(patterns[index], path) || matches(patterns[index], path, behindRoot)) {
                 isMatch = isUsed[index] = true;
             }
         }

@@ -59,7 +59,7 @@ struct Area
 /// What lies outside any group, then one per group under the root, then all together.
 std::vector<Area> countAreas(const Node& root)
 {
-    std::vector<Area> areas{{"(directly in " + root.fullName() + ")", {}}};
+    std::vector<Area> areas{{"(directly in " + root.getFullName() + ")", {}}};
     Counts total;
     for (const auto& child : root.children()) {
         Counts counts;

@@ -93,7 +93,7 @@ private:
         std::vector<const Node*> shown;
         for (const auto& child : node.children()) {
             if (isShown(*child, options_)) {
-                shown.push_back(child.get());
+                shown.push_back(child);
             }
         }
         for (const Node* child : shown) {

@@ -186,7 +186,7 @@ private:
     void addPaths(const Situation& situation, const std::string& word)
     {
         const core::SettingsTree& tree = session_.get().tree();
-        const std::string root = tree.root()->fullName() + ".";
+        const std::string root = tree.root()->getFullName() + ".";
         const std::string parent = word.substr(0, word.rfind('.') + 1);
         const std::string full = word.starts_with(root) ? parent : root + parent;
         const Node* group = full == root ? tree.root().get() : tree.find(full.substr(0, full.size() - 1));
