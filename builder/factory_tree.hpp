@@ -44,6 +44,17 @@ FactoryGroup addGroup(FactoryGroup& parent, std::string name, const char* option
     return detail::addRealized(parent, std::move(group), options.properties);
 }
 
+/// Creates a setting under a realized group out of what describe(SettingOptions&) applies. What that raises
+/// ends the call, and the settings core then knows nothing of the setting.
+template <class Describe>
+void addDescribed(FactoryGroup& parent, std::string name, const Describe& describe)
+{
+    FactorySetting setting = detail::makeSetting(parent, std::move(name));
+    SettingOptions options = detail::makeOptions(setting);
+    describe(options);
+    detail::addRealized(parent, std::move(setting), options.properties);
+}
+
 /// Creates a setting under a realized group. The options are pairs of a name and a value, applied from left
 /// to right (see applyOption); they are taken by value, so literals of any length are one type. The first
 /// error ends the call, and the settings core then knows nothing of the setting.
@@ -51,10 +62,8 @@ template <class... Pairs>
 void addSetting(FactoryGroup& parent, std::string name, Pairs... pairs)
 {
     static_assert(sizeof...(Pairs) % 2 == 0, "options are pairs of a name and a value");
-    FactorySetting setting = detail::makeSetting(parent, std::move(name));
-    SettingOptions options = detail::makeOptions(setting);
-    detail::applyPairs(options, std::move(pairs)...);
-    detail::addRealized(parent, std::move(setting), options.properties);
+    addDescribed(parent, std::move(name),
+                 [&](SettingOptions& options) { detail::applyPairs(options, std::move(pairs)...); });
 }
 
 /// Creates a setting that stands for the one at the target path, and has nothing of its own.

@@ -3,7 +3,7 @@
 #include <builder/validators.hpp>
 #include <builder/values.hpp>
 
-#include <algorithm>
+#include <array>
 #include <stdexcept>
 
 namespace verdix::settings {
@@ -19,26 +19,19 @@ namespace verdix::settings::detail {
 
 using foundation::verdixdata::Array;
 
-Option findOption(const SettingOptions& options, std::string_view name)
+void refuseName(const SettingOptions& options, std::string_view name)
 {
-    using Entry = std::pair<std::string_view, Option>;
-    static constexpr Entry table[] = {
-        {"FactoryValue", Option::factoryValue},  // the most frequent first
-        {"ValidationFcn", Option::validationFcn},     {"Hidden", Option::hidden},
-        {"ValueValidator", Option::valueValidator},   {"ReadOnly", Option::readOnly},
-        {"FactoryValueFcn", Option::factoryValueFcn}, {"AdditionalFile", Option::additionalFile},
-        {"ErrorHandler", Option::errorHandler},
-    };
-    const auto* const entry = std::find_if(std::begin(table), std::end(table),
-                                           [&](const Entry& candidate) { return candidate.first == name; });
-    if (entry == std::end(table)) {
-        throw std::logic_error(options.fullName() + ": " + std::string(name) +
-                               " is not a valid input argument.");
-    }
-    return entry->second;
+    throw std::logic_error(options.fullName() + ": " + std::string(name) + " is not a valid input argument.");
 }
 
 namespace {
+
+/// The logical scalars, which all settings share.
+const Array& logicalScalar(bool value)
+{
+    static const std::array scalars{internal::makeScalar<bool>(false), internal::makeScalar<bool>(true)};
+    return scalars[value ? 1 : 0];
+}
 
 const char* typeErrorText(Option option)
 {
@@ -90,7 +83,7 @@ void store(SettingOptions& options, Option option, bool value)
         options.properties.additionalFileContext = options.node.treeContext;
         return;
     case Option::factoryValue:
-        options.properties.factoryValue = internal::makeScalar<bool>(value, options.arrayFactory);
+        options.properties.factoryValue = logicalScalar(value);
         return;
     default:
         refuseType(options, option);

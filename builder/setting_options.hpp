@@ -7,6 +7,7 @@
 #include <settings/core/factory_setting_properties.hpp>
 #include <verdix/settings/internal/values.hpp>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -40,8 +41,26 @@ enum class Option : unsigned char
     errorHandler
 };
 
-/// The option of this name. Raises std::logic_error for a name that is none, letter case included.
-[[nodiscard]] Option findOption(const SettingOptions& options, std::string_view name);
+/// The option of this name, letter case included; nothing for any other name.
+[[nodiscard]] constexpr std::optional<Option> findOption(std::string_view name) noexcept
+{
+    constexpr std::pair<std::string_view, Option> table[] = {
+        {"FactoryValue", Option::factoryValue},  // the most frequent first
+        {"ValidationFcn", Option::validationFcn},     {"Hidden", Option::hidden},
+        {"ValueValidator", Option::valueValidator},   {"ReadOnly", Option::readOnly},
+        {"FactoryValueFcn", Option::factoryValueFcn}, {"AdditionalFile", Option::additionalFile},
+        {"ErrorHandler", Option::errorHandler},
+    };
+    for (const auto& [candidate, option] : table) {
+        if (candidate == name) {
+            return option;
+        }
+    }
+    return std::nullopt;
+}
+
+/// Raises the std::logic_error for a name that is no option's.
+[[noreturn]] void refuseName(const SettingOptions& options, std::string_view name);
 
 /// Raises the option's own std::logic_error for a value of a type that it does not take.
 [[noreturn]] void refuseType(const SettingOptions& options, Option option);
@@ -62,19 +81,44 @@ inline constexpr bool isOneOf = (std::is_same_v<T, Candidates> || ...);
 
 }  // namespace detail
 
+/// An option by its name, looked up once when it is a constant. Any text will do: an unknown name is refused
+/// where it is applied.
+class OptionName
+{
+public:
+    constexpr OptionName(const char* spelled) noexcept : OptionName(std::string_view(spelled)) {}
+    constexpr OptionName(std::string_view spelled) noexcept
+        : spelled_(spelled), option_(detail::findOption(spelled))
+    {}
+    OptionName(const std::string& spelled) noexcept : OptionName(std::string_view(spelled)) {}
+
+    /// Raises std::logic_error for a name that is none.
+    [[nodiscard]] detail::Option optionFor(const SettingOptions& options) const
+    {
+        if (!option_) {
+            detail::refuseName(options, spelled_);
+        }
+        return *option_;
+    }
+
+private:
+    std::string_view spelled_;
+    std::optional<detail::Option> option_;
+};
+
 /// Applies one option pair. The names are "Hidden", "ReadOnly", "AdditionalFile" (bool), "FactoryValue"
 /// (bool, int, character pointer, Array), "ValidationFcn" (character pointer, FunctionDescriptor,
 /// CPPValidator), "FactoryValueFcn" (character pointer, FunctionDescriptor), "ValueValidator" (one record,
 /// which is appended, or a vector of records, which replaces) and "ErrorHandler" (a callable). Any other
 /// combination compiles and raises std::logic_error, so that it reads like every other misuse of the tree.
 template <class Value>
-void applyOption(SettingOptions& options, std::string_view name, Value&& value)
+void applyOption(SettingOptions& options, OptionName name, Value&& value)
 {
     using foundation::verdixdata::Array;
     using ::settings::core::detail::ErrorHandler;
     using Type = std::decay_t<Value>;
 
-    const detail::Option option = detail::findOption(options, name);
+    const detail::Option option = name.optionFor(options);
     if constexpr (detail::isOneOf<Type, bool, int, const char*, FunctionDescriptor>) {
         detail::store(options, option, value);
     } else if constexpr (std::is_same_v<Type, char*>) {
@@ -98,7 +142,7 @@ namespace detail {
 inline void applyPairs(SettingOptions& /*options*/) {}
 
 template <class Value, class... Rest>
-void applyPairs(SettingOptions& options, const char* name, Value&& value, Rest&&... rest)
+void applyPairs(SettingOptions& options, OptionName name, Value&& value, Rest&&... rest)
 {
     applyOption(options, name, std::forward<Value>(value));
     applyPairs(options, std::forward<Rest>(rest)...);

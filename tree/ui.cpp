@@ -29,9 +29,10 @@ SettingValueValidator normalisedColour(std::initializer_list<std::u16string_view
             .colour = ::settings::core::SettingValueValidator::Colour::normalised};
 }
 
-void addColour(FactoryGroup& group, std::string name, const NormalisedRgb& value, SettingValueValidator rule)
+void addColour(FactoryGroup& group, std::string_view name, const NormalisedRgb& value,
+               const SettingValueValidator& rule)
 {
-    addValue(group, std::move(name), internal::makeRow(value), std::move(rule));
+    addValue(group, name, internal::makeRow(value), rule);
 }
 
 // A setting whose factory value the graphics library computes when it is asked for.

@@ -15,7 +15,6 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -126,125 +125,130 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
 
 namespace detail {
 
-inline std::tuple<const char*, bool> optionPair(Visibility visibility)
+inline void apply(SettingOptions& options, Visibility visibility)
 {
-    return {"Hidden", visibility == Hidden};
+    static constexpr OptionName hidden = "Hidden";
+    applyOption(options, hidden, visibility == Hidden);
 }
 
-inline std::tuple<const char*, const char*> optionPair(ScriptFunction function)
+inline void apply(SettingOptions& options, ScriptFunction function)
 {
-    return {"ValidationFcn", function.name};
+    static constexpr OptionName validationFcn = "ValidationFcn";
+    applyOption(options, validationFcn, function.name);
 }
 
-inline std::tuple<const char*, FunctionDescriptor> optionPair(FunctionDescriptor function)
+inline void apply(SettingOptions& options, const FunctionDescriptor& function)
 {
-    return {"ValidationFcn", std::move(function)};
+    applyOption(options, "ValidationFcn", function);
 }
 
-inline std::tuple<const char*, SettingValueValidator> optionPair(SettingValueValidator rule)
+inline void apply(SettingOptions& options, SettingValueValidator rule)
 {
-    return {"ValueValidator", std::move(rule)};
+    static constexpr OptionName valueValidator = "ValueValidator";
+    applyOption(options, valueValidator, std::move(rule));
 }
 
 }  // namespace detail
 
 /// A setting without a factory value.
 template <class... Traits>
-void addUnset(FactoryGroup& group, std::string name, Traits... traits)
+void addUnset(FactoryGroup& group, std::string_view name, Traits&&... traits)
 {
-    std::apply([&](auto... pairs) { addSetting(group, std::move(name), std::move(pairs)...); },
-               std::tuple_cat(detail::optionPair(std::move(traits))...));
+    addDescribed(group, std::string(name), [&](SettingOptions& options) {
+        (detail::apply(options, std::forward<Traits>(traits)), ...);
+    });
 }
 
 /// A setting with a ready factory value.
 template <class Value, class... Traits>
-void addValue(FactoryGroup& group, std::string name, Value value, Traits... traits)
+void addValue(FactoryGroup& group, std::string_view name, Value value, Traits&&... traits)
 {
-    std::apply(
-        [&](auto... pairs) {
-            addSetting(group, std::move(name), "FactoryValue", std::move(value), std::move(pairs)...);
-        },
-        std::tuple_cat(detail::optionPair(std::move(traits))...));
+    static constexpr OptionName factoryValue = "FactoryValue";
+    addDescribed(group, std::string(name), [&](SettingOptions& options) {
+        applyOption(options, factoryValue, std::move(value));
+        (detail::apply(options, std::forward<Traits>(traits)), ...);
+    });
 }
 
 /// A logical scalar, checked as one.
 template <class... Traits>
-void addLogical(FactoryGroup& group, std::string name, bool value, Traits... traits)
+void addLogical(FactoryGroup& group, std::string_view name, bool value, Traits&&... traits)
 {
-    addValue(group, std::move(name), value, logicalScalar, std::move(traits)...);
+    addValue(group, name, value, logicalScalar, std::forward<Traits>(traits)...);
 }
 
 /// A character vector, with no check but those given.
 template <class... Traits>
-void addCharVector(FactoryGroup& group, std::string name, std::string text, Traits... traits)
+void addCharVector(FactoryGroup& group, std::string_view name, std::string_view text, Traits&&... traits)
 {
-    addValue(group, std::move(name), internal::charvec(std::move(text)), std::move(traits)...);
+    addValue(group, name, internal::charvec(std::string(text)), std::forward<Traits>(traits)...);
 }
 
 /// A character vector, checked to be a text.
 template <class... Traits>
-void addText(FactoryGroup& group, std::string name, std::string text, Traits... traits)
+void addText(FactoryGroup& group, std::string_view name, std::string_view text, Traits&&... traits)
 {
-    addCharVector(group, std::move(name), std::move(text), stringScalar, std::move(traits)...);
+    addCharVector(group, name, text, stringScalar, std::forward<Traits>(traits)...);
 }
 
 /// A 32-bit integer scalar, with no check but those given.
 template <class... Traits>
-void addInt32(FactoryGroup& group, std::string name, int value, Traits... traits)
+void addInt32(FactoryGroup& group, std::string_view name, int value, Traits&&... traits)
 {
-    addValue(group, std::move(name), internal::makeScalar<int>(value), std::move(traits)...);
+    addValue(group, name, internal::makeScalar<int>(value), std::forward<Traits>(traits)...);
 }
 
 /// A 32-bit integer scalar, checked to be a whole number.
 template <class... Traits>
-void addInteger(FactoryGroup& group, std::string name, int value, Traits... traits)
+void addInteger(FactoryGroup& group, std::string_view name, int value, Traits&&... traits)
 {
-    addInt32(group, std::move(name), value, integerScalar, std::move(traits)...);
+    addInt32(group, name, value, integerScalar, std::forward<Traits>(traits)...);
 }
 
 /// A double scalar, with no check but those given.
 template <class... Traits>
-void addDouble(FactoryGroup& group, std::string name, int value, Traits... traits)
+void addDouble(FactoryGroup& group, std::string_view name, int value, Traits&&... traits)
 {
-    addValue(group, std::move(name), value, std::move(traits)...);
+    addValue(group, name, value, std::forward<Traits>(traits)...);
 }
 
 /// A double scalar, checked to be a number.
 template <class... Traits>
-void addNumber(FactoryGroup& group, std::string name, int value, Traits... traits)
+void addNumber(FactoryGroup& group, std::string_view name, int value, Traits&&... traits)
 {
-    addDouble(group, std::move(name), value, numericScalar, std::move(traits)...);
+    addDouble(group, name, value, numericScalar, std::forward<Traits>(traits)...);
 }
 
 /// A row of 32-bit integers.
 template <class... Traits>
-void addInt32Row(FactoryGroup& group, std::string name, std::initializer_list<int> values, Traits... traits)
+void addInt32Row(FactoryGroup& group, std::string_view name, std::initializer_list<int> values,
+                 Traits&&... traits)
 {
-    addValue(group, std::move(name), internal::makeRow<int>(values), std::move(traits)...);
+    addValue(group, name, internal::makeRow<int>(values), std::forward<Traits>(traits)...);
 }
 
 /// A row of doubles.
 template <class... Traits>
-void addDoubleRow(FactoryGroup& group, std::string name, std::initializer_list<double> values,
-                  Traits... traits)
+void addDoubleRow(FactoryGroup& group, std::string_view name, std::initializer_list<double> values,
+                  Traits&&... traits)
 {
-    addValue(group, std::move(name), internal::makeRow(values), std::move(traits)...);
+    addValue(group, name, internal::makeRow(values), std::forward<Traits>(traits)...);
 }
 
 using Rgb = std::array<int, 3>;
 
 /// A colour: red, green and blue, each from 0 to 255, checked as such.
 template <class... Traits>
-void addColour(FactoryGroup& group, std::string name, const Rgb& value, Traits... traits)
+void addColour(FactoryGroup& group, std::string_view name, const Rgb& value, Traits&&... traits)
 {
-    addValue(group, std::move(name), internal::makeRow<int>(value), colourTriple(), std::move(traits)...);
+    addValue(group, name, internal::makeRow<int>(value), colourTriple(), std::forward<Traits>(traits)...);
 }
 
 /// A cell of character vectors.
 template <class... Traits>
-void addCell(FactoryGroup& group, std::string name, std::vector<std::string> texts, Traits... traits)
+void addCell(FactoryGroup& group, std::string_view name, std::vector<std::string> texts, Traits&&... traits)
 {
-    addValue(group, std::move(name), internal::cellstr(std::move(texts)), std::move(traits)...);
+    addValue(group, name, internal::cellstr(std::move(texts)), std::forward<Traits>(traits)...);
 }
 
 }  // namespace verdix::settings::tree

@@ -38,9 +38,9 @@ bool shallFail() noexcept
     return true;
 }
 
-void* allocate(std::size_t size) noexcept
+void* allocate(std::size_t size, std::size_t alignment = alignof(std::max_align_t)) noexcept
 {
-    void* memory = std::malloc(size == 0 ? 1 : size);
+    void* memory = std::aligned_alloc(alignment, (size / alignment + 1) * alignment);
     if (memory != nullptr) {
         made += sure == 0 ? 1 : 0;
         live.fetch_add(1, std::memory_order_relaxed);
@@ -54,6 +54,15 @@ void* allocate(std::size_t size) noexcept
 void* operator new(std::size_t size)
 {
     void* const memory = shallFail() ? nullptr : allocate(size);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    return memory;
+}
+
+void* operator new(std::size_t size, std::align_val_t alignment)
+{
+    void* const memory = shallFail() ? nullptr : allocate(size, static_cast<std::size_t>(alignment));
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
@@ -75,6 +84,16 @@ void operator delete(void* memory) noexcept
 }
 
 void operator delete(void* memory, std::size_t /*size*/) noexcept
+{
+    operator delete(memory);
+}
+
+void operator delete(void* memory, std::align_val_t /*alignment*/) noexcept
+{
+    operator delete(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept
 {
     operator delete(memory);
 }

@@ -21,7 +21,8 @@ TEST(TreeMemory, StaysFlatOverManyBuilds)
     const auto build = [&] {
         const long before = tests::liveAllocations();
         const auto tree = vx::core::loadTree(component);
-        ASSERT_GT(tests::liveAllocations() - before, static_cast<long>(tree.nodes().size()))
+        // At least the values that are no logical scalars are made anew.
+        ASSERT_GT(tests::liveAllocations() - before, static_cast<long>(tree.nodes().size()) / 4)
             << "not all are counted";
     };
     for (int warmUp = 0; warmUp < 100; ++warmUp) {
