@@ -5,6 +5,7 @@
 #include <boost/smart_ptr/shared_ptr.hpp>
 
 #include <map>
+#include <memory_resource>
 #include <string>
 #include <utility>
 
@@ -74,10 +75,13 @@ public:
 class FactoryGroup : public detail::FactorySettingNode
 {
 public:
-    /// As the base class has it. The settings core makes the root group, addGroup every other.
+    /// As the base class has it. The settings core makes the root group, addGroup every other. The indexes of
+    /// children take their memory from `memory`, which must outlive the group and what is moved from it.
     FactoryGroup(detail::TreeContext context, detail::SettingsNode parent, detail::SettingsNode node,
-                 std::string&& nodeName)
-        : FactorySettingNode(std::move(context), std::move(parent), std::move(node), std::move(nodeName))
+                 std::string&& nodeName, std::pmr::memory_resource* memory = std::pmr::get_default_resource())
+        : FactorySettingNode(std::move(context), std::move(parent), std::move(node), std::move(nodeName)),
+          groups(memory),
+          settings(memory)
     {}
 
     /// Always false.
@@ -85,9 +89,9 @@ public:
 
     /// Groups made under this one, by name. The tree's order is that of creation, which the settings core
     /// keeps.
-    std::map<std::string, FactoryGroup> groups;
+    std::pmr::map<std::string, FactoryGroup> groups;
     /// Settings made under this group, by name.
-    std::map<std::string, FactorySetting> settings;
+    std::pmr::map<std::string, FactorySetting> settings;
 };
 
 }  // namespace verdix::settings

@@ -4,11 +4,7 @@ namespace verdix::settings {
 
 std::string fullName(const detail::FactorySettingNode& node)
 {
-    std::string path = node.parentSettingsNode->getFullName();
-    path.reserve(path.size() + 1 + node.name.size());
-    path += '.';
-    path += node.name;
-    return path;
+    return detail::joinPath(*node.parentSettingsNode, node.name);
 }
 
 void realize(detail::FactorySettingNode& node,
@@ -29,48 +25,50 @@ namespace {
 
 namespace detail {
 
-SettingOptions makeOptions(const FactorySettingNode& node)
+std::string joinPath(const ::settings::core::MSettings& parent, std::string_view name)
 {
-    return {defaultProperties(), {}, node};
+    std::string path = parent.getFullName();
+    path.reserve(path.size() + 1 + name.size());
+    return path.append(1, '.').append(name);
 }
 
-FactoryGroup makeGroup(const FactoryGroup& parent, std::string&& name)
+SettingOptions makeOptions(const FactoryGroup& parent, std::string_view name)
 {
-    return {parent.treeContext, parent.settingsNode, nullptr, std::move(name)};
+    return {defaultProperties(), {}, parent, name};
 }
 
-FactorySetting makeSetting(const FactoryGroup& parent, std::string&& name)
+FactoryGroup makeGroup(FactoryGroup& parent, std::string&& name,
+                       const ::settings::core::detail::FactorySettingProperties& properties)
 {
-    return {parent.treeContext, parent.settingsNode, nullptr, std::move(name)};
-}
-
-FactoryGroup addRealized(FactoryGroup& parent, FactoryGroup&& group,
-                         const ::settings::core::detail::FactorySettingProperties& properties)
-{
+    FactoryGroup group(parent.treeContext, parent.settingsNode, nullptr, std::move(name),
+                       parent.groups.get_allocator().resource());
     realize(group, properties);
     parent.groups.try_emplace(group.name, group);
-    return std::move(group);
+    return group;
 }
 
-void addRealized(FactoryGroup& parent, FactorySetting&& setting,
+void makeSetting(FactoryGroup& parent, std::string&& name,
                  const ::settings::core::detail::FactorySettingProperties& properties)
 {
-    realize(setting, properties);
-    parent.settings.try_emplace(setting.name, std::move(setting));
+    // The setting is made where it stays, in the index, and so after its node.
+    SettingsNode node = parent.settingsNode->createFactorySetting(name, true, properties);
+    std::string key = name;
+    parent.settings.try_emplace(std::move(key), parent.treeContext, parent.settingsNode, std::move(node),
+                                std::move(name));
 }
 
 }  // namespace detail
 
 FactoryGroup addGroup(FactoryGroup& parent, std::string name)
 {
-    return detail::addRealized(parent, detail::makeGroup(parent, std::move(name)), defaultProperties());
+    return detail::makeGroup(parent, std::move(name), defaultProperties());
 }
 
 void addAlias(FactoryGroup& parent, std::string name, std::string target)
 {
     auto properties = defaultProperties();
     properties.setAliasName(std::move(target));
-    detail::addRealized(parent, detail::makeSetting(parent, std::move(name)), properties);
+    detail::makeSetting(parent, std::move(name), properties);
 }
 
 }  // namespace verdix::settings

@@ -4,6 +4,7 @@
 #include <builder/setting_options.hpp>
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace verdix::settings {
@@ -17,17 +18,19 @@ void realize(detail::FactorySettingNode& node,
 
 namespace detail {
 
-/// The all-default description of a node.
-[[nodiscard]] SettingOptions makeOptions(const FactorySettingNode& node);
+/// The full name of a child, realized or not.
+[[nodiscard]] std::string joinPath(const ::settings::core::MSettings& parent, std::string_view name);
 
-[[nodiscard]] FactoryGroup makeGroup(const FactoryGroup& parent, std::string&& name);
-[[nodiscard]] FactorySetting makeSetting(const FactoryGroup& parent, std::string&& name);
+/// The all-default description of a child.
+[[nodiscard]] SettingOptions makeOptions(const FactoryGroup& parent, std::string_view name);
 
-/// Realizes the child and enters it in the parent's index, where an earlier child of that name stays.
-[[nodiscard]] FactoryGroup addRealized(FactoryGroup& parent, FactoryGroup&& group,
-                                       const ::settings::core::detail::FactorySettingProperties& properties);
-void addRealized(FactoryGroup& parent, FactorySetting&& setting,
+/// Realizes a child and enters it in the parent's index, where an earlier child of that name stays.
+///@{
+[[nodiscard]] FactoryGroup makeGroup(FactoryGroup& parent, std::string&& name,
+                                     const ::settings::core::detail::FactorySettingProperties& properties);
+void makeSetting(FactoryGroup& parent, std::string&& name,
                  const ::settings::core::detail::FactorySettingProperties& properties);
+///@}
 
 }  // namespace detail
 
@@ -38,10 +41,9 @@ FactoryGroup addGroup(FactoryGroup& parent, std::string name);
 template <class Value>
 FactoryGroup addGroup(FactoryGroup& parent, std::string name, const char* option, Value value)
 {
-    FactoryGroup group = detail::makeGroup(parent, std::move(name));
-    SettingOptions options = detail::makeOptions(group);
+    SettingOptions options = detail::makeOptions(parent, name);
     applyOption(options, option, std::move(value));
-    return detail::addRealized(parent, std::move(group), options.properties);
+    return detail::makeGroup(parent, std::move(name), options.properties);
 }
 
 /// Creates a setting under a realized group out of what describe(SettingOptions&) applies. What that raises
@@ -49,10 +51,9 @@ FactoryGroup addGroup(FactoryGroup& parent, std::string name, const char* option
 template <class Describe>
 void addDescribed(FactoryGroup& parent, std::string name, const Describe& describe)
 {
-    FactorySetting setting = detail::makeSetting(parent, std::move(name));
-    SettingOptions options = detail::makeOptions(setting);
+    SettingOptions options = detail::makeOptions(parent, name);
     describe(options);
-    detail::addRealized(parent, std::move(setting), options.properties);
+    detail::makeSetting(parent, std::move(name), options.properties);
 }
 
 /// Creates a setting under a realized group. The options are pairs of a name and a value, applied from left

@@ -10,7 +10,7 @@ namespace verdix::settings {
 
 std::string SettingOptions::fullName() const
 {
-    return settings::fullName(node);
+    return detail::joinPath(*parent.settingsNode, name);
 }
 
 }  // namespace verdix::settings
@@ -80,7 +80,7 @@ void store(SettingOptions& options, Option option, bool value)
         return;
     case Option::additionalFile:
         options.properties.additionalFile = value;
-        options.properties.additionalFileContext = options.node.treeContext;
+        options.properties.additionalFileContext = options.parent.treeContext;
         return;
     case Option::factoryValue:
         options.properties.factoryValue = logicalScalar(value);

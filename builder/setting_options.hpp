@@ -21,7 +21,8 @@ struct SettingOptions
 {
     ::settings::core::detail::FactorySettingProperties properties;
     foundation::verdixdata::standalone::ClientArrayFactory arrayFactory;
-    const detail::FactorySettingNode& node;  ///< the one that is described
+    const FactoryGroup& parent;  ///< of the node that is described
+    std::string_view name;       ///< its own
 
     /// Begins the text of every error but one; put together when there is an error to report.
     [[nodiscard]] std::string fullName() const;

@@ -1,6 +1,5 @@
 #include <builder/validators.hpp>
 
-#include <array>
 #include <stdexcept>
 
 namespace verdix::settings {
@@ -27,14 +26,6 @@ Result fromDescriptor(const FunctionDescriptor& function, const std::string& set
                            " is not a valid language for a FunctionDescriptor. It must be 'C' or 'Java'.");
 }
 
-/// Whether the text is the function's scope and name, joined by a dot.
-bool isNameOf(const ::settings::core::MValidator& validator, std::string_view name)
-{
-    const std::size_t dot = validator.scope().size();
-    return name.size() == dot + 1 + validator.function().size() && name.ends_with(validator.function()) &&
-           name.starts_with(validator.scope()) && name[dot] == '.';
-}
-
 }  // namespace
 
 std::pair<std::string, std::string> splitQualifiedName(std::string_view name)
@@ -47,14 +38,19 @@ std::pair<std::string, std::string> splitQualifiedName(std::string_view name)
 ::settings::core::Validator makeValidator(std::string_view qualifiedName)
 {
     using ::settings::core::MValidator;
-    // Those that nearly every setting names are made once, and shared.
-    static const std::array frequent{MValidator("verdix.settings", "mustBeLogicalScalar"),
-                                     MValidator("verdix.settings", "mustBeStringScalar"),
-                                     MValidator("verdix.settings", "mustBeIntegerScalar"),
-                                     MValidator("verdix.settings", "mustBeNumericScalar")};
-    for (const MValidator& each : frequent) {
-        if (isNameOf(each, qualifiedName)) {
-            return each;
+    struct Frequent
+    {
+        std::string_view name;
+        MValidator::Texts texts = splitQualifiedName(name);
+    };
+    // Those that nearly every setting names are taken apart once.
+    static const Frequent frequent[] = {{"verdix.settings.mustBeLogicalScalar"},
+                                        {"verdix.settings.mustBeStringScalar"},
+                                        {"verdix.settings.mustBeIntegerScalar"},
+                                        {"verdix.settings.mustBeNumericScalar"}};
+    for (const auto& [name, texts] : frequent) {
+        if (name == qualifiedName) {
+            return MValidator(texts);
         }
     }
     return fromQualifiedName<::settings::core::Validator, MValidator>(qualifiedName);

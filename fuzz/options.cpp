@@ -175,30 +175,29 @@ public:
         constexpr std::array<const char*, 6> usual = {"a", "b", "c", "", "a.b", "A"};
         const std::size_t choice = bytes.below(usual.size() + 1);
         std::string name = choice < usual.size() ? usual[choice] : std::string(bytes.until('\0'));
-        if (bytes.below(2) == 0) {
-            add(detail::makeSetting(root_, std::move(name)), bytes);
-        } else {
-            add(detail::makeGroup(root_, std::move(name)), bytes);
-        }
-    }
-
-private:
-    template <class Node>
-    void add(Node node, fuzz::Bytes& bytes)
-    {
-        SettingOptions options = detail::makeOptions(node);
+        const bool isGroup = bytes.below(2) != 0;
+        SettingOptions options = detail::makeOptions(root_, name);
         for (std::size_t left = bytes.below(8); left > 0; --left) {
             if (!applyNext(options, bytes)) {
                 return;
             }
         }
-        const std::string name = node.name;
+        add(name, options, isGroup);
+    }
+
+private:
+    void add(const std::string& name, const SettingOptions& options, bool isGroup)
+    {
         const std::string path = options.fullName();
         const bool isName = !name.empty() && name.find('.') == std::string::npos;
         const bool isNew = isName && names_.insert(name).second;
         bool isMade = true;
         try {
-            static_cast<void>(detail::addRealized(root_, std::move(node), options.properties));
+            if (isGroup) {
+                static_cast<void>(detail::makeGroup(root_, std::string(name), options.properties));
+            } else {
+                detail::makeSetting(root_, std::string(name), options.properties);
+            }
         } catch (const std::invalid_argument&) {
             isMade = false;
         }

@@ -26,14 +26,16 @@ T* elementsOf(detail::ArrayBlock& block) noexcept
 /// Zero as soon as one dimension is, however large the others are.
 std::size_t elementCount(const ArrayDimensions& dimensions)
 {
-    if (std::find(dimensions.begin(), dimensions.end(), 0U) != dimensions.end()) {
-        return 0;
-    }
     std::size_t count = 1;
+    bool overflows = false;
     for (const std::size_t extent : dimensions) {
-        if (__builtin_mul_overflow(count, extent, &count)) {
-            throw std::bad_array_new_length();
+        if (extent == 0) {
+            return 0;
         }
+        overflows |= __builtin_mul_overflow(count, extent, &count);
+    }
+    if (overflows) {
+        throw std::bad_array_new_length();
     }
     return count;
 }
@@ -49,7 +51,7 @@ BlockHandle allocateBlock(ArrayType type, const ArrayDimensions& dimensions, std
     {
         throw std::bad_array_new_length();
     }
-    BlockHandle block(new (::operator new(bytes)) detail::ArrayBlock);
+    BlockHandle block(new (::operator new(bytes)) detail::ArrayBlock, false);
     block->type = type;
     block->dimensions = dimensions;
     return block;

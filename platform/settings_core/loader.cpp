@@ -1,7 +1,6 @@
 #include <builder/factory_node.hpp>
+#include <settings_core/index_memory.hpp>
 #include <settings_core/settings_tree.hpp>
-
-#include <boost/smart_ptr/make_shared.hpp>
 
 #include <stdexcept>
 
@@ -16,14 +15,6 @@ void FactorySettingsLoader::migrateData(const std::u16string& /*settingsFolder*/
 }  // namespace settings::core
 
 namespace vx::core {
-
-namespace {
-
-/// What the builder hands from group to group without looking into it.
-struct TreeContext
-{};
-
-}  // namespace
 
 SettingsTree loadTree(::settings::core::FactorySettingsLoader& loader)
 {
@@ -40,8 +31,9 @@ void loadTree(::settings::core::FactorySettingsLoader& loader, SettingsTree& tre
                                     "\", this tree has the root \"" + tree.root()->getFullName() +
                                     "\": give a tree with the provider's root.");
     }
-    verdix::settings::FactoryGroup root(boost::make_shared<TreeContext>(), nullptr, tree.root(),
-                                        std::move(rootName));
+    IndexMemory memory;
+    // This settings core needs no context of its own.
+    verdix::settings::FactoryGroup root(nullptr, nullptr, tree.root(), std::move(rootName), &memory);
     loader.createTree(root);
 }
 

@@ -7,12 +7,11 @@ namespace vx::core {
 
 namespace {
 
-/// `where` are texts that follow the name in the message.
-void requireName(std::string_view name, std::string_view where, std::string_view parent = {})
+void requireName(const Node* parent, std::string_view name)
 {
     if (name.empty() || name.find('.') != std::string_view::npos) {
-        throw std::invalid_argument("\"" + std::string(name) + "\" " + std::string(where) +
-                                    std::string(parent) +
+        throw std::invalid_argument("\"" + std::string(name) + "\" " +
+                                    (parent == nullptr ? "as the root" : "under " + parent->getFullName()) +
                                     " is not the name of a node: give one component of a path, not empty and "
                                     "without dots.");
     }
@@ -38,7 +37,6 @@ void reserveOneMore(Elements& elements)
 
 NodeStore::NodeStore(std::string_view rootName) : memory_(firstBlock)
 {
-    requireName(rootName, "as the root");
     byPath_.reserve(usualNumberOfNodes);
     nodes_.reserve(usualNumberOfNodes);
     NewNode root = make(nullptr, rootName, NodeKind::group, {false, false, {}, {}, {}, false, false, {}});
@@ -53,8 +51,6 @@ NodeStore::~NodeStore()
 
 Node& NodeStore::add(Node& parent, std::string_view name, NodeKind kind, const Node::Properties& properties)
 {
-    requireName(name, "under ", parent.fullName());
-
     // Everything that can fail comes before the first change.
     NewNode node = make(&parent, name, kind, properties);
     reserveOneMore(parent.children_);
@@ -77,6 +73,7 @@ const Node* NodeStore::find(std::string_view path) const noexcept
 NodeStore::NewNode NodeStore::make(const Node* parent, std::string_view name, NodeKind kind,
                                    const Node::Properties& properties)
 {
+    requireName(parent, name);
     const std::string_view path = joinPath(parent, name);
     void* const place = memory_.allocate(sizeof(Node), alignof(Node));
     return NewNode(new (place) Node(*this, memory_, parent, path, kind, properties));

@@ -15,6 +15,10 @@ namespace {
 template <class Unit>
 Array characterRow(std::basic_string_view<Unit> text)
 {
+    if (text.empty()) {
+        static const Array empty = ArrayFactory().createArray<char16_t>({1, 0});  // for all who have no text
+        return empty;
+    }
     auto row = ArrayFactory().createArray<char16_t>({1, text.size()});
     std::copy(text.begin(), text.end(), row.begin());
     return row;

@@ -54,7 +54,7 @@ namespace detail {
 /// Head of an array's only memory block; the elements follow it, column by column.
 struct alignas(std::max_align_t) ArrayBlock
 {
-    std::atomic<std::uint32_t> references{0};  ///< handles to the block
+    std::atomic<std::uint32_t> references{1};  ///< handles to the block, the maker's first
     ArrayType type = ArrayType::UNKNOWN;       ///< class of every element
     std::size_t count = 0;                     ///< of elements: the product of the dimensions
     ArrayDimensions dimensions;                ///< rows first, two or more
