@@ -43,7 +43,7 @@ std::string show(const Array& value)
     return value.isAssigned() ? vx::core::shapeText(value) + ": " + vx::core::valueText(value) : "";
 }
 
-std::string show(const Records& records)
+std::string show(std::span<const SettingValueValidator> records)
 {
     std::string text;
     for (const SettingValueValidator& record : records) {

@@ -76,8 +76,7 @@ public:
     RunTimeDefault runTimeDefault;               ///< function that computes the factory value
     bool additionalFile;  ///< whether the provider keeps a file of its own beside the settings
     bool reserved;        ///< stored, without effect
-    std::vector<SettingValueValidator::ConfigData>
-        valueValidators;  ///< records that a value has to keep, all of them
+    SettingValueValidator::ConfigList valueValidators;  ///< records that a value has to keep, all of them
     /// Called for every value that was refused; empty for the messages of the settings core.
     ErrorHandler errorHandler = nullptr;
     /// The tree context of the provider that asked for the additional file.
