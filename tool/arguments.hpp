@@ -12,8 +12,7 @@ class Option;
 namespace vx::tool {
 
 // The words in which a verb states what may stand behind it. Few sources see the parser itself: it takes
-// longer to compile than most verbs, and each source that includes it adds to the time that the command takes
-// to start.
+// longer to compile than most verbs, and every source that includes it makes the command larger.
 //
 // A target is filled in when the command line is parsed; it keeps what it holds where the argument is left
 // out.
