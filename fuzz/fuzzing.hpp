@@ -16,7 +16,7 @@ namespace fuzz {
 
 /// Ends the process, and so the input's run, where a law does not hold. No exception: the targets catch
 /// those.
-inline void require(bool holds, const char* law, std::string_view about = {})
+inline void require(bool holds, const char* law, std::string_view about = "")
 {
     if (!holds) {
         std::fprintf(stderr, "Does not hold: %s: %.*s\n", law, static_cast<int>(about.size()), about.data());

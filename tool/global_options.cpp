@@ -6,7 +6,7 @@
 #include <map>
 #include <string_view>
 
-#include "choices.hpp"
+#include "arguments.hpp"
 
 namespace vx::tool {
 
@@ -57,7 +57,7 @@ void addChoice(CLI::App& app, const std::string& option, Value& target,
     for (const auto& [name, value] : values) {
         names.push_back(name);
     }
-    limitTo(app.add_option_function<std::string>(
+    limitTo(*app.add_option_function<std::string>(
                 option, [&target, &values](const std::string& name) { target = values.at(name); }, help),
             names);
 }

@@ -48,7 +48,7 @@ std::string footer()
 struct VerbEntry
 {
     std::string_view name;
-    Verb (*add)(CLI::App& app);
+    Action (*add)(CLI::App& verb);
     bool looksAtAll = false;  ///< its action looks at the other verbs
 };
 
@@ -72,17 +72,29 @@ constexpr VerbEntry entries[] = {{"summary", addSummary},
                                  {"complete", addComplete, true},
                                  {"manual", addManual, true}};
 
+struct Verb
+{
+    CLI::App* parser;
+    Action action;
+};
+
+Verb addVerb(CLI::App& app, const VerbEntry& entry)
+{
+    CLI::App* parser = app.add_subcommand(std::string(entry.name));
+    return {parser, entry.add(*parser)};
+}
+
 /// The verb that the command line begins with, or else all of them: to make them takes longer than to do
 /// most.
 std::vector<Verb> addVerbs(CLI::App& app, std::string_view firstWord)
 {
     const auto* named = std::ranges::find(entries, firstWord, &VerbEntry::name);
     if (named != std::end(entries) && !named->looksAtAll) {
-        return {named->add(app)};
+        return {addVerb(app, *named)};
     }
     std::vector<Verb> verbs;
     std::ranges::transform(entries, std::back_inserter(verbs),
-                           [&app](const VerbEntry& entry) { return entry.add(app); });
+                           [&app](const VerbEntry& entry) { return addVerb(app, entry); });
     return verbs;
 }
 

@@ -15,31 +15,25 @@ namespace vx::tool {
 /// What the person asked for by a verb, ready to be done.
 using Action = std::function<ExitCode(LazySession& session, Output& out)>;
 
-struct Verb
-{
-    CLI::App* parser;
-    Action action;
-};
-
-// Each adds its verb to the command line; the action reads the verb's options when it runs.
-Verb addSummary(CLI::App& app);
-Verb addTree(CLI::App& app);
-Verb addList(CLI::App& app);
-Verb addSearch(CLI::App& app);
-Verb addDescribe(CLI::App& app);
-Verb addGet(CLI::App& app);
-Verb addSet(CLI::App& app);
-Verb addReset(CLI::App& app);
-Verb addCheck(CLI::App& app);
-Verb addMigrate(CLI::App& app);
-Verb addChanges(CLI::App& app);
-Verb addExport(CLI::App& app);
-Verb addDiff(CLI::App& app);
-Verb addHistory(CLI::App& app);
-Verb addLint(CLI::App& app);
-Verb addDoctor(CLI::App& app);
-Verb addCompletion(CLI::App& app);
-Verb addComplete(CLI::App& app);
-Verb addManual(CLI::App& app);
+// Each states what its verb takes; the action reads what was given when it runs.
+Action addSummary(CLI::App& verb);
+Action addTree(CLI::App& verb);
+Action addList(CLI::App& verb);
+Action addSearch(CLI::App& verb);
+Action addDescribe(CLI::App& verb);
+Action addGet(CLI::App& verb);
+Action addSet(CLI::App& verb);
+Action addReset(CLI::App& verb);
+Action addCheck(CLI::App& verb);
+Action addMigrate(CLI::App& verb);
+Action addChanges(CLI::App& verb);
+Action addExport(CLI::App& verb);
+Action addDiff(CLI::App& verb);
+Action addHistory(CLI::App& verb);
+Action addLint(CLI::App& verb);
+Action addDoctor(CLI::App& verb);
+Action addCompletion(CLI::App& verb);
+Action addComplete(CLI::App& verb);
+Action addManual(CLI::App& verb);
 
 }  // namespace vx::tool

@@ -1,5 +1,6 @@
 #include <foundation/cppmicroservices/framework.hpp>
 #include <foundation/host.hpp>
+#include <foundation/log/diagnostic_logger.hpp>
 
 #include <boost/log/sources/record_ostream.hpp>
 

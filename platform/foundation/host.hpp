@@ -4,9 +4,6 @@
 // and failed assertions, the logging filter and the feature switches.
 
 #include <foundation/export.hpp>
-#include <foundation/log/diagnostic_logger.hpp>
-
-#include <cppmicroservices/Framework.h>
 
 #include <functional>
 #include <memory>
@@ -14,6 +11,14 @@
 #include <string_view>
 #include <utility>
 #include <vector>
+
+namespace cppmicroservices {
+class Framework;
+}
+
+namespace foundation::log {
+enum Severity : int;  // a host that sets no threshold does without the logging library's headers
+}
 
 namespace foundation::host {
 

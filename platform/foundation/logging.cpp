@@ -1,4 +1,5 @@
 #include <foundation/host.hpp>
+#include <foundation/log/diagnostic_logger.hpp>
 
 #include <boost/core/null_deleter.hpp>
 #include <boost/log/attributes/value_extraction.hpp>

@@ -6,6 +6,7 @@
 
 #include <foundation/cppmicroservices/framework.hpp>
 #include <foundation/host.hpp>
+#include <foundation/log/diagnostic_logger.hpp>
 
 #include <boost/log/core.hpp>
 #include <boost/log/sinks/basic_sink_backend.hpp>

@@ -1,4 +1,5 @@
 #include <foundation/host.hpp>
+#include <foundation/log/diagnostic_logger.hpp>
 
 #include <gtest/gtest.h>
 

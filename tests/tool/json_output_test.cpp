@@ -2,7 +2,7 @@
 
 #include <boost/json/object.hpp>
 #include <boost/json/parse.hpp>
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <string>
 #include <tests/support/files.hpp>

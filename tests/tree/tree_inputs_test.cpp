@@ -6,8 +6,8 @@
 #include <factory_settings_interface/code_analyzer_settings_interface.hpp>
 #include <factory_settings_interface/date_time_settings_interface.hpp>
 #include <foundation/host.hpp>
+#include <foundation/log/diagnostic_logger.hpp>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>

@@ -1,10 +1,9 @@
 #include <settings_core/changing.hpp>
 
-#include <CLI/CLI.hpp>
-
 #include <memory>
 #include <string>
 
+#include "arguments.hpp"
 #include "json_text.hpp"
 #include "verb.hpp"
 
@@ -61,32 +60,28 @@ ExitCode reset(LazySession& lazy, const ResetOptions& options, Output& out)
 
 }  // namespace
 
-Verb addSet(CLI::App& app)
+Action addSet(CLI::App& verb)
 {
-    CLI::App* parser = app.add_subcommand("set", "Give a setting a value in your own settings file");
+    describe(verb, "Give a setting a value in your own settings file",
+             "Examples:\n  vxsettings set commandwindow.WrapLines true\n"
+             "  vxsettings set colors.KeywordColor '[14 0 255]'");
     auto options = std::make_shared<SetOptions>();
-    parser->add_option("PATH", options->path, "Setting or alias")->type_name("")->required();
-    parser
-        ->add_option(
-            "VALUE", options->value,
-            "true, 12, [14 0 255], a text with or without quotes, or {\"a\",\"b\"}; put -- in front of a "
-            "text that begins with -")
-        ->type_name("")
-        ->required();
-    parser->add_flag("--json", options->isJson, "VALUE is JSON: 12, [14, 0, 255], \"text\", [\"a\", \"b\"]");
-    parser->footer("Examples:\n  vxsettings set commandwindow.WrapLines true\n"
-                   "  vxsettings set colors.KeywordColor '[14 0 255]'");
-    return {parser, [options](LazySession& session, Output& out) { return set(session, *options, out); }};
+    addOperand(verb, "PATH", options->path, Need::required, "Setting or alias");
+    addOperand(verb, "VALUE", options->value, Need::required,
+               "true, 12, [14 0 255], a text with or without quotes, or {\"a\",\"b\"}; put -- in front of a "
+               "text that begins with -");
+    addFlag(verb, "--json", options->isJson, "VALUE is JSON: 12, [14, 0, 255], \"text\", [\"a\", \"b\"]");
+    return [options](LazySession& session, Output& out) { return set(session, *options, out); };
 }
 
-Verb addReset(CLI::App& app)
+Action addReset(CLI::App& verb)
 {
-    CLI::App* parser = app.add_subcommand("reset", "Take values out of your own settings file");
+    describe(verb, "Take values out of your own settings file",
+             "Examples:\n  vxsettings reset commandwindow.WrapLines\n  vxsettings reset colors");
     auto options = std::make_shared<ResetOptions>();
-    parser->add_option("PATH", options->path, "Setting, or group with everything in it")->type_name("");
-    parser->add_flag("--all", options->all, "Every setting");
-    parser->footer("Examples:\n  vxsettings reset commandwindow.WrapLines\n  vxsettings reset colors");
-    return {parser, [options](LazySession& session, Output& out) { return reset(session, *options, out); }};
+    addOperand(verb, "PATH", options->path, Need::optional, "Setting, or group with everything in it");
+    addFlag(verb, "--all", options->all, "Every setting");
+    return [options](LazySession& session, Output& out) { return reset(session, *options, out); };
 }
 
 }  // namespace vx::tool

@@ -1,8 +1,8 @@
-#include <CLI/CLI.hpp>
 #include <boost/json/array.hpp>
 
 #include <utility>
 
+#include "arguments.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
 #include "table.hpp"
@@ -56,12 +56,10 @@ ExitCode changes(const ReleaseChangeTable& table, Output& out)
 
 }  // namespace
 
-Verb addChanges(CLI::App& app)
+Action addChanges(CLI::App& verb)
 {
-    CLI::App* parser =
-        app.add_subcommand("changes", "Settings that releases moved or removed, oldest release first");
-    return {parser,
-            [](LazySession& session, Output& out) { return changes(session.get().releaseChanges(), out); }};
+    describe(verb, "Settings that releases moved or removed, oldest release first");
+    return [](LazySession& session, Output& out) { return changes(session.get().releaseChanges(), out); };
 }
 
 }  // namespace vx::tool

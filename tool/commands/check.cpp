@@ -1,11 +1,10 @@
 #include <settings_core/atomic_file.hpp>
 #include <settings_core/file_check.hpp>
 
-#include <CLI/CLI.hpp>
-
 #include <memory>
 #include <string>
 
+#include "arguments.hpp"
 #include "faults.hpp"
 #include "json_text.hpp"
 #include "verb.hpp"
@@ -51,13 +50,13 @@ ExitCode check(LazySession& lazy, const std::string& named, Output& out)
 
 }  // namespace
 
-Verb addCheck(CLI::App& app)
+Action addCheck(CLI::App& verb)
 {
-    CLI::App* parser = app.add_subcommand("check", "Every fault in a settings file, with line and column");
+    describe(verb, "Every fault in a settings file, with line and column",
+             "Ends with 1 when there are any.\nExample:\n  vxsettings check settings.json");
     auto file = std::make_shared<std::string>();
-    parser->add_option("FILE", *file, "Settings file; your own when left out")->type_name("");
-    parser->footer("Ends with 1 when there are any.\nExample:\n  vxsettings check settings.json");
-    return {parser, [file](LazySession& session, Output& out) { return check(session, *file, out); }};
+    addOperand(verb, "FILE", *file, Need::optional, "Settings file; your own when left out");
+    return [file](LazySession& session, Output& out) { return check(session, *file, out); };
 }
 
 }  // namespace vx::tool

@@ -1,10 +1,8 @@
-#include <CLI/CLI.hpp>
-
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "choices.hpp"
+#include "arguments.hpp"
 #include "completion/completion.hpp"
 #include "completion/shell_scripts.hpp"
 #include "verb.hpp"
@@ -27,33 +25,31 @@ ExitCode writeCandidates(const Completion& completion, Output& out)
 
 }  // namespace
 
-Verb addComplete(CLI::App& app)
+Action addComplete(CLI::App& verb)
 {
-    CLI::App* parser = app.add_subcommand("complete", "What may stand at the end of a command line");
-    parser->group("");  // for the shells' scripts, not for people
+    describe(verb, "What may stand at the end of a command line");
+    hide(verb);  // for the shells' scripts
     auto words = std::make_shared<std::vector<std::string>>();
-    parser->add_option("WORDS", *words, "Words behind the program's name, the last one unfinished")
-        ->type_name("")
-        ->required();
-    return {parser, [words, &app](LazySession& session, Output& out) {
-                return writeCandidates(complete(app, *words, session), out);
-            }};
+    addOperand(verb, "WORDS", *words, Need::required,
+               "Words behind the program's name, the last one unfinished");
+    return [words, &app = wholeOf(verb)](LazySession& session, Output& out) {
+        return writeCandidates(complete(app, *words, session), out);
+    };
 }
 
-Verb addCompletion(CLI::App& app)
+Action addCompletion(CLI::App& verb)
 {
-    CLI::App* parser = app.add_subcommand("completion", "Script that makes a shell complete this command");
+    describe(verb, "Script that makes a shell complete this command",
+             "Examples:\n  source <(vxsettings completion bash)\n"
+             "  vxsettings completion fish > ~/.config/fish/completions/vxsettings.fish");
     auto shell = std::make_shared<std::string>();
-    limitTo(parser->add_option("SHELL", *shell, "Shell that is to read it")->required(),
-            {"bash", "zsh", "fish"});
-    parser->footer("Examples:\n  source <(vxsettings completion bash)\n"
-                   "  vxsettings completion fish > ~/.config/fish/completions/vxsettings.fish");
-    return {parser, [shell](LazySession&, Output& out) {
-                out << (*shell == "bash"  ? shell_scripts::bash
-                        : *shell == "zsh" ? shell_scripts::zsh
-                                          : shell_scripts::fish);
-                return ExitCode::done;
-            }};
+    addChoice(verb, "SHELL", *shell, {"bash", "zsh", "fish"}, "Shell that is to read it", Need::required);
+    return [shell](LazySession&, Output& out) {
+        out << (*shell == "bash"  ? shell_scripts::bash
+                : *shell == "zsh" ? shell_scripts::zsh
+                                  : shell_scripts::fish);
+        return ExitCode::done;
+    };
 }
 
 }  // namespace vx::tool

@@ -3,13 +3,13 @@
 #include <settings_core/value_rules.hpp>
 #include <settings_core/value_text.hpp>
 
-#include <CLI/CLI.hpp>
 #include <boost/json/array.hpp>
 
 #include <memory>
 #include <string>
 #include <utility>
 
+#include "arguments.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
 #include "table.hpp"
@@ -214,18 +214,17 @@ void writeDocument(LazySession& lazy, const Node& node, Output& out)
 
 }  // namespace
 
-Verb addDescribe(CLI::App& app)
+Action addDescribe(CLI::App& verb)
 {
-    CLI::App* parser =
-        app.add_subcommand("describe", "Everything about one group, setting or alias in words");
+    describe(verb, "Everything about one group, setting or alias in words",
+             "Example:\n  vxsettings describe verdix.commandwindow.NumericFormat");
     auto path = std::make_shared<std::string>();
-    parser->add_option("PATH", *path, "Path, with or without the root")->type_name("")->required();
-    parser->footer("Example:\n  vxsettings describe verdix.commandwindow.NumericFormat");
-    return {parser, [path](LazySession& lazy, Output& out) {
-                const Node& node = lazy.get().node(*path);
-                (out.isJson() ? writeDocument : writeText)(lazy, node, out);
-                return ExitCode::done;
-            }};
+    addOperand(verb, "PATH", *path, Need::required, "Path, with or without the root");
+    return [path](LazySession& lazy, Output& out) {
+        const Node& node = lazy.get().node(*path);
+        (out.isJson() ? writeDocument : writeText)(lazy, node, out);
+        return ExitCode::done;
+    };
 }
 
 }  // namespace vx::tool

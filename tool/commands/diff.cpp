@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <boost/json/array.hpp>
 
 #include <algorithm>
@@ -6,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "choices.hpp"
+#include "arguments.hpp"
 #include "json_text.hpp"
 #include "table.hpp"
 #include "tree_diff.hpp"
@@ -107,19 +106,16 @@ ExitCode diff(const DiffOptions& options, Output& out)
 
 }  // namespace
 
-Verb addDiff(CLI::App& app)
+Action addDiff(CLI::App& verb)
 {
-    CLI::App* parser = app.add_subcommand("diff", "What differs between two exported trees");
+    describe(verb, "What differs between two exported trees",
+             "Ends with 1 when a setting is lost: gone, and no record of the release table says where to.\n"
+             "Example:\n  vxsettings diff R2025b.json R2026a.json --format markdown");
     auto options = std::make_shared<DiffOptions>();
-    parser->add_option("OLD", options->older, "The older tree, made by export --format json")
-        ->type_name("")
-        ->required();
-    parser->add_option("NEW", options->newer, "The newer tree")->type_name("")->required();
-    limitTo(parser->add_option("--format", options->format, "What to write"), {"text", "json", "markdown"});
-    parser->footer(
-        "Ends with 1 when a setting is lost: gone, and no record of the release table says where to.\n"
-        "Example:\n  vxsettings diff R2025b.json R2026a.json --format markdown");
-    return {parser, [options](LazySession&, Output& out) { return diff(*options, out); }};
+    addOperand(verb, "OLD", options->older, Need::required, "The older tree, made by export --format json");
+    addOperand(verb, "NEW", options->newer, Need::required, "The newer tree");
+    addChoice(verb, "--format", options->format, {"text", "json", "markdown"}, "What to write");
+    return [options](LazySession&, Output& out) { return diff(*options, out); };
 }
 
 }  // namespace vx::tool

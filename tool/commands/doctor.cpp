@@ -2,7 +2,6 @@
 
 #include <foundation/host.hpp>
 
-#include <CLI/CLI.hpp>
 #include <boost/json/array.hpp>
 #include <cppmicroservices/Bundle.h>
 #include <cppmicroservices/Constants.h>
@@ -21,6 +20,7 @@
 #include <variant>
 #include <vector>
 
+#include "arguments.hpp"
 #include "bundle_file.hpp"
 #include "environment.hpp"
 #include "json_text.hpp"
@@ -242,24 +242,23 @@ void reportSession(const Session& session, Report& report)
 
 }  // namespace
 
-Verb addDoctor(CLI::App& app)
+Action addDoctor(CLI::App& verb)
 {
-    CLI::App* parser = app.add_subcommand(
-        "doctor", "What was loaded from where, what feeds the tree, and whether all is well");
-    parser->footer("Example:\n  vxsettings doctor --feature webui=on");
-    return {parser, [](LazySession& lazy, Output& out) {
-                Report report(out);
-                reportTool(lazy, report);
-                try {
-                    reportSession(lazy.get(), report);
-                } catch (const Failure&) {
-                    report.fail();
-                    report.finish();
-                    throw;
-                }
-                report.finish();
-                return report.isWell() ? ExitCode::done : ExitCode::failed;
-            }};
+    describe(verb, "What was loaded from where, what feeds the tree, and whether all is well",
+             "Example:\n  vxsettings doctor --feature webui=on");
+    return [](LazySession& lazy, Output& out) {
+        Report report(out);
+        reportTool(lazy, report);
+        try {
+            reportSession(lazy.get(), report);
+        } catch (const Failure&) {
+            report.fail();
+            report.finish();
+            throw;
+        }
+        report.finish();
+        return report.isWell() ? ExitCode::done : ExitCode::failed;
+    };
 }
 
 }  // namespace vx::tool

@@ -1,5 +1,3 @@
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -10,7 +8,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include "choices.hpp"
+#include "arguments.hpp"
 #include "export_json.hpp"
 #include "export_page.hpp"
 #include "export_schema.hpp"
@@ -95,20 +93,18 @@ ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& sta
 
 }  // namespace
 
-Verb addExport(CLI::App& app)
+Action addExport(CLI::App& verb)
 {
-    CLI::App* parser = app.add_subcommand("export", "The whole tree for other programs, and for looking at");
+    describe(verb, "The whole tree for other programs, and for looking at",
+             "Examples:\n  vxsettings export --format json -o tree.json\n"
+             "  vxsettings export --format html -o settings.html");
     auto options = std::make_shared<ExportOptions>();
-    limitTo(parser->add_option("--format", options->format,
-                               "What to write. json-schema is for editors, which complete and check settings "
-                               "files by it; html is a page that shows and searches the settings"),
-            formatNames());
-    parser->add_option("-o,--output", options->file, "File to write instead of standard output")
-        ->type_name("FILE");
-    parser->footer("Examples:\n  vxsettings export --format json -o tree.json\n"
-                   "  vxsettings export --format html -o settings.html");
-    return {parser,
-            [options](LazySession& session, Output& out) { return exportTree(session, *options, out); }};
+    addChoice(
+        verb, "--format", options->format, formatNames(),
+        "What to write. json-schema is for editors, which complete and check settings files by it; html is a "
+        "page that shows and searches the settings");
+    addOption(verb, "-o,--output", options->file, "FILE", "File to write instead of standard output");
+    return [options](LazySession& session, Output& out) { return exportTree(session, *options, out); };
 }
 
 }  // namespace vx::tool

@@ -2,12 +2,11 @@
 #include <settings_core/path_lookup.hpp>
 #include <settings_core/value_text.hpp>
 
-#include <CLI/CLI.hpp>
-
 #include <cstdio>
 #include <memory>
 #include <string>
 
+#include "arguments.hpp"
 #include "bundle_file.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
@@ -58,14 +57,13 @@ ExitCode get(LazySession& lazy, const std::string& path, Output& out)
 
 }  // namespace
 
-Verb addGet(CLI::App& app)
+Action addGet(CLI::App& verb)
 {
-    CLI::App* parser =
-        app.add_subcommand("get", "The value of one setting, as the scripting language writes it");
+    describe(verb, "The value of one setting, as the scripting language writes it",
+             "Example:\n  vxsettings get connector.InterfacesBlocklist");
     auto path = std::make_shared<std::string>();
-    parser->add_option("PATH", *path, "Setting or alias")->type_name("")->required();
-    parser->footer("Example:\n  vxsettings get connector.InterfacesBlocklist");
-    return {parser, [path](LazySession& session, Output& out) { return get(session, *path, out); }};
+    addOperand(verb, "PATH", *path, Need::required, "Setting or alias");
+    return [path](LazySession& session, Output& out) { return get(session, *path, out); };
 }
 
 }  // namespace vx::tool

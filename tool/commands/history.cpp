@@ -1,8 +1,7 @@
-#include <CLI/CLI.hpp>
-
 #include <memory>
 #include <string>
 
+#include "arguments.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
 #include "tree_history.hpp"
@@ -47,24 +46,18 @@ ExitCode history(LazySession& session, const HistoryOptions& options, Output& ou
 
 }  // namespace
 
-Verb addHistory(CLI::App& app)
+Action addHistory(CLI::App& verb)
 {
-    CLI::App* parser = app.add_subcommand(
-        "history", "Whether every setting of the last release is still there, moved, or removed on purpose");
+    describe(verb, "Whether every setting of the last release is still there, moved, or removed on purpose",
+             "Example:\n  vxsettings history --baseline docs/baseline/R2026a.json --changed-defaults "
+             "docs/changed-defaults");
     auto options = std::make_shared<HistoryOptions>();
-    parser
-        ->add_option("--baseline", options->baseline, "The last release's tree, made by export --format json")
-        ->type_name("FILE")
-        ->required();
-    parser
-        ->add_option("--changed-defaults", options->changedDefaults,
-                     "List of the settings whose default is meant to differ")
-        ->type_name("FILE");
-    parser->add_option("--tree", options->tree, "An exported tree to look at in place of the live one")
-        ->type_name("FILE");
-    parser->footer("Example:\n  vxsettings history --baseline docs/baseline/R2026a.json --changed-defaults "
-                   "docs/changed-defaults");
-    return {parser, [options](LazySession& session, Output& out) { return history(session, *options, out); }};
+    addOption(verb, "--baseline", options->baseline, "FILE",
+              "The last release's tree, made by export --format json", Need::required);
+    addOption(verb, "--changed-defaults", options->changedDefaults, "FILE",
+              "List of the settings whose default is meant to differ");
+    addOption(verb, "--tree", options->tree, "FILE", "An exported tree to look at in place of the live one");
+    return [options](LazySession& session, Output& out) { return history(session, *options, out); };
 }
 
 }  // namespace vx::tool

@@ -1,8 +1,8 @@
-#include <CLI/CLI.hpp>
 #include <boost/json/array.hpp>
 
 #include <utility>
 
+#include "arguments.hpp"
 #include "json_text.hpp"
 #include "tree_lint.hpp"
 #include "verb.hpp"
@@ -37,12 +37,11 @@ ExitCode lint(const Session& session, Output& out)
 
 }  // namespace
 
-Verb addLint(CLI::App& app)
+Action addLint(CLI::App& verb)
 {
-    CLI::App* parser =
-        app.add_subcommand("lint", "Mistakes in the description of the tree, each with the file to edit");
-    parser->footer("Says nothing and ends with 0 when there are none.");
-    return {parser, [](LazySession& session, Output& out) { return lint(session.get(), out); }};
+    describe(verb, "Mistakes in the description of the tree, each with the file to edit",
+             "Says nothing and ends with 0 when there are none.");
+    return [](LazySession& session, Output& out) { return lint(session.get(), out); };
 }
 
 }  // namespace vx::tool

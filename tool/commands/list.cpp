@@ -1,6 +1,5 @@
 #include <settings_core/value_text.hpp>
 
-#include <CLI/CLI.hpp>
 #include <boost/algorithm/string/join.hpp>
 #include <boost/json/array.hpp>
 
@@ -13,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "choices.hpp"
+#include "arguments.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
 #include "table.hpp"
@@ -158,29 +157,23 @@ ExitCode list(LazySession& lazy, const ListOptions& options, Output& out)
 
 }  // namespace
 
-Verb addList(CLI::App& app)
+Action addList(CLI::App& verb)
 {
-    CLI::App* parser =
-        app.add_subcommand("list", "Paths that pass all filters, one a line, in the order of the tree");
+    describe(verb, "Paths that pass all filters, one a line, in the order of the tree",
+             "Examples:\n  vxsettings list '*.suggestions.*'\n"
+             "  vxsettings list --validator range --hidden\n  vxsettings list --modified");
     auto options = std::make_shared<ListOptions>();
-    parser
-        ->add_option("PATTERN", options->patterns,
-                     "Globs over full paths, with or without the root, such as '*.suggestions.*'")
-        ->type_name("");
-    limitTo(parser->add_option("--kind", options->kind, "Only nodes of this kind"),
-            {"group", "setting", "alias"});
-    parser
-        ->add_option("--validator", options->validator,
-                     "Only settings checked by this function or rule, which may be a glob; \"none\" for "
-                     "settings without")
-        ->type_name("VALIDATOR");
-    parser->add_flag("--hidden", options->onlyHidden, "Only what is hidden, by itself or with its group");
-    parser->add_flag("--read-only", options->onlyReadOnly, "Only what cannot be changed");
-    parser->add_flag("--modified", options->onlyModified,
-                     "Only settings that differ from the factory, with value and origin");
-    parser->footer("Examples:\n  vxsettings list '*.suggestions.*'\n"
-                   "  vxsettings list --validator range --hidden\n  vxsettings list --modified");
-    return {parser, [options](LazySession& session, Output& out) { return list(session, *options, out); }};
+    addOperand(verb, "PATTERN", options->patterns, Need::optional,
+               "Globs over full paths, with or without the root, such as '*.suggestions.*'");
+    addChoice(verb, "--kind", options->kind, {"group", "setting", "alias"}, "Only nodes of this kind");
+    addOption(
+        verb, "--validator", options->validator, "VALIDATOR",
+        "Only settings checked by this function or rule, which may be a glob; \"none\" for settings without");
+    addFlag(verb, "--hidden", options->onlyHidden, "Only what is hidden, by itself or with its group");
+    addFlag(verb, "--read-only", options->onlyReadOnly, "Only what cannot be changed");
+    addFlag(verb, "--modified", options->onlyModified,
+            "Only settings that differ from the factory, with value and origin");
+    return [options](LazySession& session, Output& out) { return list(session, *options, out); };
 }
 
 }  // namespace vx::tool

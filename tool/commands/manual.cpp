@@ -1,19 +1,18 @@
 #include "manual/manual.hpp"
 
-#include <CLI/CLI.hpp>
-
+#include "arguments.hpp"
 #include "verb.hpp"
 
 namespace vx::tool {
 
-Verb addManual(CLI::App& app)
+Action addManual(CLI::App& verb)
 {
-    CLI::App* parser = app.add_subcommand("manual", "The manual page of this command, for man");
-    parser->group("");  // for those who build and package it
-    return {parser, [&app](LazySession&, Output& out) {
-                out << manualPage(app);
-                return ExitCode::done;
-            }};
+    describe(verb, "The manual page of this command, for man");
+    hide(verb);  // for those who build and package it
+    return [&app = wholeOf(verb)](LazySession&, Output& out) {
+        out << manualPage(app);
+        return ExitCode::done;
+    };
 }
 
 }  // namespace vx::tool

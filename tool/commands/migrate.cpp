@@ -3,7 +3,6 @@
 #include <settings_core/layers.hpp>
 #include <settings_core/migration.hpp>
 
-#include <CLI/CLI.hpp>
 #include <boost/json/array.hpp>
 
 #include <filesystem>
@@ -14,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "arguments.hpp"
 #include "faults.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
@@ -196,23 +196,19 @@ ExitCode migrate(LazySession& lazy, const MigrateOptions& options, Output& out)
 
 }  // namespace
 
-Verb addMigrate(CLI::App& app)
+Action addMigrate(CLI::App& verb)
 {
-    CLI::App* parser = app.add_subcommand(
-        "migrate", "Carry a settings file of an older release forward; without --write, only show how");
+    describe(verb, "Carry a settings file of an older release forward; without --write, only show how",
+             "Ends with 1 when a value that moved does not fit its new setting.\n"
+             "Example:\n  vxsettings migrate settings.json --write");
     auto options = std::make_shared<MigrateOptions>();
-    parser->add_option("FILE", options->file, "Settings file")->type_name("")->required();
-    parser
-        ->add_option("--from", options->from,
-                     "Release to take the file for, in place of the one that it names")
-        ->type_name("RELEASE");
-    parser->add_option("--to", options->to, "Release to go to; the newest when left out")
-        ->type_name("RELEASE");
-    parser->add_flag("--write", options->writes,
-                     "Write the file, and keep the old one beside it, FILE.RELEASE.bak");
-    parser->footer("Ends with 1 when a value that moved does not fit its new setting.\n"
-                   "Example:\n  vxsettings migrate settings.json --write");
-    return {parser, [options](LazySession& session, Output& out) { return migrate(session, *options, out); }};
+    addOperand(verb, "FILE", options->file, Need::required, "Settings file");
+    addOption(verb, "--from", options->from, "RELEASE",
+              "Release to take the file for, in place of the one that it names");
+    addOption(verb, "--to", options->to, "RELEASE", "Release to go to; the newest when left out");
+    addFlag(verb, "--write", options->writes,
+            "Write the file, and keep the old one beside it, FILE.RELEASE.bak");
+    return [options](LazySession& session, Output& out) { return migrate(session, *options, out); };
 }
 
 }  // namespace vx::tool

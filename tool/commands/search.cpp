@@ -1,7 +1,6 @@
 #include <settings_core/search.hpp>
 #include <settings_core/value_text.hpp>
 
-#include <CLI/CLI.hpp>
 #include <boost/algorithm/string/join.hpp>
 #include <boost/json/array.hpp>
 
@@ -10,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "arguments.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
 #include "table.hpp"
@@ -58,17 +58,13 @@ ExitCode search(const Session& session, const std::vector<std::string>& words, O
 
 }  // namespace
 
-Verb addSearch(CLI::App& app)
+Action addSearch(CLI::App& verb)
 {
-    CLI::App* parser =
-        app.add_subcommand("search", "Settings and groups by words of their path, then of their values");
+    describe(verb, "Settings and groups by words of their path, then of their values",
+             "Example:\n  vxsettings search color comment");
     auto words = std::make_shared<std::vector<std::string>>();
-    parser->add_option("WORDS", *words, "All of them have to match, in any order and case")
-        ->type_name("")
-        ->required();
-    parser->footer("Example:\n  vxsettings search color comment");
-    return {parser,
-            [words](LazySession& session, Output& out) { return search(session.get(), *words, out); }};
+    addOperand(verb, "WORDS", *words, Need::required, "All of them have to match, in any order and case");
+    return [words](LazySession& session, Output& out) { return search(session.get(), *words, out); };
 }
 
 }  // namespace vx::tool

@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <boost/json/array.hpp>
 
 #include <array>
@@ -6,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "arguments.hpp"
 #include "json_text.hpp"
 #include "table.hpp"
 #include "verb.hpp"
@@ -126,16 +126,15 @@ void writeDocument(const Session& session, const std::vector<Area>& areas, Outpu
 
 }  // namespace
 
-Verb addSummary(CLI::App& app)
+Action addSummary(CLI::App& verb)
 {
-    CLI::App* parser = app.add_subcommand(
-        "summary", "Which bundle was loaded, and how much each area describes; done when no verb is given");
-    return {parser, [](LazySession& lazy, Output& out) {
-                const Session& session = lazy.get();
-                const auto areas = countAreas(*session.tree().root());
-                (out.isJson() ? writeDocument : writeText)(session, areas, out);
-                return ExitCode::done;
-            }};
+    describe(verb, "Which bundle was loaded, and how much each area describes; done when no verb is given");
+    return [](LazySession& lazy, Output& out) {
+        const Session& session = lazy.get();
+        const auto areas = countAreas(*session.tree().root());
+        (out.isJson() ? writeDocument : writeText)(session, areas, out);
+        return ExitCode::done;
+    };
 }
 
 }  // namespace vx::tool

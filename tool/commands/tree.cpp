@@ -1,6 +1,5 @@
 #include <settings_core/value_text.hpp>
 
-#include <CLI/CLI.hpp>
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
@@ -9,6 +8,7 @@
 #include <utility>
 #include <variant>
 
+#include "arguments.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
 #include "verb.hpp"
@@ -126,28 +126,24 @@ private:
 
 }  // namespace
 
-Verb addTree(CLI::App& app)
+Action addTree(CLI::App& verb)
 {
-    CLI::App* parser =
-        app.add_subcommand("tree", "The tree, or what is under one group, with factory values");
+    describe(verb, "The tree, or what is under one group, with factory values",
+             "Examples:\n  vxsettings tree commandwindow\n  vxsettings tree --depth 1 --hidden");
     auto options = std::make_shared<TreeOptions>();
-    parser->add_option("PATH", options->path, "Group to begin at; the root when left out")->type_name("");
-    parser->add_option("--depth", options->depth, "Levels to draw below it, 1 to 99")
-        ->check(CLI::Range(1, deepest).description(""))
-        ->type_name("N");
-    parser->add_flag("--hidden", options->showsHidden, "Draw hidden groups and settings as well");
-    parser->footer("Examples:\n  vxsettings tree commandwindow\n  vxsettings tree --depth 1 --hidden");
-    return {parser, [options](LazySession& lazy, Output& out) {
-                const Session& session = lazy.get();
-                const Node& top =
-                    options->path.empty() ? *session.tree().root() : session.node(options->path);
-                if (out.isJson()) {
-                    writeJson(branchJson(top, *options, options->depth), out);
-                } else {
-                    Drawing(*options, session.tree(), out).draw(top);
-                }
-                return ExitCode::done;
-            }};
+    addOperand(verb, "PATH", options->path, Need::optional, "Group to begin at; the root when left out");
+    addOption(verb, "--depth", options->depth, 1, deepest, "N", "Levels to draw below it, 1 to 99");
+    addFlag(verb, "--hidden", options->showsHidden, "Draw hidden groups and settings as well");
+    return [options](LazySession& lazy, Output& out) {
+        const Session& session = lazy.get();
+        const Node& top = options->path.empty() ? *session.tree().root() : session.node(options->path);
+        if (out.isJson()) {
+            writeJson(branchJson(top, *options, options->depth), out);
+        } else {
+            Drawing(*options, session.tree(), out).draw(top);
+        }
+        return ExitCode::done;
+    };
 }
 
 }  // namespace vx::tool

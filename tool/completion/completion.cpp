@@ -6,14 +6,14 @@
 #include <foundation/host.hpp>
 #include <foundation/verdixdata/text.hpp>
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 
 #include <algorithm>
 #include <iterator>
 #include <set>
 #include <string_view>
 
-#include "choices.hpp"
+#include "arguments.hpp"
 #include "value_constraints.hpp"
 #include "words.hpp"
 

@@ -1,6 +1,6 @@
 #include "manual/manual.hpp"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 
 #include <span>
 #include <sstream>
