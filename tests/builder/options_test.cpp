@@ -68,6 +68,27 @@ TEST_F(OptionTest, AnAdditionalFileIsKeptWithTheContextOfItsTree)
     EXPECT_EQ(add("AdditionalFile", true).additionalFileContext, group.treeContext);
 }
 
+TEST_F(OptionTest, RulesAddUpUntilAListReplacesThem)
+{
+    using Rule = internal::SettingValueValidator;
+    const auto lengths = [](const auto& rules) {
+        std::vector<std::size_t> all;
+        for (const Rule& rule : rules) {
+            all.push_back(rule.maximumLength.value_or(0));
+        }
+        return all;
+    };
+    const Rule one{.maximumLength = 1};
+    const Rule two{.maximumLength = 2};
+    auto added = add("ValueValidator", one, "ValueValidator", two).valueValidators;
+    const auto copy = added;
+    added.push_back(Rule(one));
+    EXPECT_THAT(lengths(copy), testing::ElementsAre(1, 2));
+    EXPECT_THAT(lengths(added), testing::ElementsAre(1, 2, 1));
+    EXPECT_THAT(lengths(add("ValueValidator", one, "ValueValidator", std::vector{two}).valueValidators),
+                testing::ElementsAre(2));
+}
+
 TEST_F(OptionTest, CallablesArriveUnchanged)
 {
     int calls = 0;
