@@ -1,11 +1,13 @@
 #pragma once
 
+#include <builder/index_memory.hpp>
+
 #include <settings/core/settings.hpp>
 
 #include <boost/smart_ptr/shared_ptr.hpp>
 
+#include <functional>
 #include <map>
-#include <memory_resource>
 #include <string>
 #include <utility>
 
@@ -76,22 +78,28 @@ class FactoryGroup : public detail::FactorySettingNode
 {
 public:
     /// As the base class has it. The settings core makes the root group, addGroup every other. The indexes of
-    /// children take their memory from `memory`, which must outlive the group and what is moved from it.
+    /// children take their entries from `memory`, if any; it must outlive the group and what is moved from
+    /// it.
     FactoryGroup(detail::TreeContext context, detail::SettingsNode parent, detail::SettingsNode node,
-                 std::string&& nodeName, std::pmr::memory_resource* memory = std::pmr::get_default_resource())
+                 std::string&& nodeName, detail::IndexMemory* memory = nullptr)
         : FactorySettingNode(std::move(context), std::move(parent), std::move(node), std::move(nodeName)),
-          groups(memory),
-          settings(memory)
+          groups(Index<FactoryGroup>::allocator_type(memory)),
+          settings(Index<FactorySetting>::allocator_type(memory))
     {}
 
     /// Always false.
     [[nodiscard]] bool isSetting() const override { return false; }
 
+    /// An ordered map of children by name.
+    template <class Child>
+    using Index = std::map<std::string, Child, std::less<std::string>,
+                           detail::IndexAllocator<std::pair<const std::string, Child>>>;
+
     /// Groups made under this one, by name. The tree's order is that of creation, which the settings core
     /// keeps.
-    std::pmr::map<std::string, FactoryGroup> groups;
+    Index<FactoryGroup> groups;
     /// Settings made under this group, by name.
-    std::pmr::map<std::string, FactorySetting> settings;
+    Index<FactorySetting> settings;
 };
 
 }  // namespace verdix::settings

@@ -41,7 +41,7 @@ FactoryGroup makeGroup(FactoryGroup& parent, std::string&& name,
                        const ::settings::core::detail::FactorySettingProperties& properties)
 {
     FactoryGroup group(parent.treeContext, parent.settingsNode, nullptr, std::move(name),
-                       parent.groups.get_allocator().resource());
+                       parent.groups.get_allocator().memory());
     realize(group, properties);
     parent.groups.try_emplace(group.name, group);
     return group;

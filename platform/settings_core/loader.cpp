@@ -1,5 +1,4 @@
 #include <builder/factory_node.hpp>
-#include <settings_core/index_memory.hpp>
 #include <settings_core/settings_tree.hpp>
 
 #include <stdexcept>
@@ -31,7 +30,7 @@ void loadTree(::settings::core::FactorySettingsLoader& loader, SettingsTree& tre
                                     "\", this tree has the root \"" + tree.root()->getFullName() +
                                     "\": give a tree with the provider's root.");
     }
-    IndexMemory memory;
+    verdix::settings::detail::IndexMemory memory;
     // This settings core needs no context of its own.
     verdix::settings::FactoryGroup root(nullptr, nullptr, tree.root(), std::move(rootName), &memory);
     loader.createTree(root);
