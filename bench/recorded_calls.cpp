@@ -51,7 +51,8 @@ void RecordedCalls::replay(const Handle& root) const
 
 void createTreeUnder(settings::core::FactorySettingsLoader& loader, const Handle& group, std::string name)
 {
-    verdix::settings::FactoryGroup root(boost::make_shared<int>(0), nullptr, group, std::move(name));
+    verdix::settings::detail::IndexMemory memory;
+    verdix::settings::FactoryGroup root(nullptr, nullptr, group, std::move(name), &memory);
     loader.createTree(root);
 }
 

@@ -46,6 +46,11 @@ void* operator new(std::size_t size)
     return memory;
 }
 
+void* operator new(std::size_t size, std::align_val_t /*alignment*/)
+{
+    return operator new(size);  // nothing here asks for more than malloc gives
+}
+
 void operator delete(void* memory) noexcept
 {
     kept -= memory == nullptr ? 0 : static_cast<long>(malloc_usable_size(memory));
@@ -53,6 +58,11 @@ void operator delete(void* memory) noexcept
 }
 
 void operator delete(void* memory, std::size_t /*size*/) noexcept
+{
+    operator delete(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept
 {
     operator delete(memory);
 }

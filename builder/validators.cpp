@@ -41,16 +41,16 @@ std::pair<std::string, std::string> splitQualifiedName(std::string_view name)
     struct Frequent
     {
         std::string_view name;
-        MValidator::Texts texts = splitQualifiedName(name);
+        MValidator validator = fromQualifiedName<MValidator, MValidator>(name);
     };
-    // Those that nearly every setting names are taken apart once.
+    // Those that nearly every setting names are made once, and shared.
     static const Frequent frequent[] = {{"verdix.settings.mustBeLogicalScalar"},
                                         {"verdix.settings.mustBeStringScalar"},
                                         {"verdix.settings.mustBeIntegerScalar"},
                                         {"verdix.settings.mustBeNumericScalar"}};
-    for (const auto& [name, texts] : frequent) {
+    for (const auto& [name, validator] : frequent) {
         if (name == qualifiedName) {
-            return MValidator(texts);
+            return validator;
         }
     }
     return fromQualifiedName<::settings::core::Validator, MValidator>(qualifiedName);

@@ -8,8 +8,8 @@
 #
 # An external platform is the CMake package VerdixPlatform. Its imported targets VerdixPlatform::Data, ::Foundation and
 # ::SettingsCore are libraries that define what the headers of their part in interfaces/ declare. They carry the folders
-# of the platform's own headers: these are compiled against, not those in interfaces/. Only <builder/factory_node.hpp>
-# is the module's; this project installs it for the platform. A platform that runs in the stand-in of the service
+# of the platform's own headers: these are compiled against, not those in interfaces/. Only <builder/factory_node.hpp>,
+# with what it includes, is the module's; this project installs it for the platform. A platform that runs in the stand-in of the service
 # framework also has VerdixPlatform::ServiceFramework, so that both use one library.
 
 set(VERDIX_PLATFORM embedded CACHE STRING "Platform to build the module for: embedded or external")

@@ -18,14 +18,6 @@ public:
         : texts_(boost::make_shared<const Texts>(std::move(scope), std::move(function)))
     {}
 
-    /// What a name consists of: scope and function.
-    using Texts = std::pair<std::string, std::string>;
-
-    /// Names a function by texts that stay as they are for as long as the provider is loaded; copies of such
-    /// a name count nothing.
-    explicit FunctionName(const Texts& lasting) noexcept : texts_(boost::shared_ptr<const Texts>(), &lasting)
-    {}
-
     /// A copy shares the texts. There are no moves, which would leave a name without texts.
     ///@{
     FunctionName(const FunctionName&) = default;
@@ -39,6 +31,8 @@ public:
     [[nodiscard]] const std::string& function() const noexcept { return texts_->second; }
 
 private:
+    using Texts = std::pair<std::string, std::string>;
+
     boost::shared_ptr<const Texts> texts_;
 };
 
