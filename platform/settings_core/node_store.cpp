@@ -20,7 +20,7 @@ void requireName(const Node* parent, std::string_view name)
 /// What a provider of a whole environment makes, so that the index of its tree need not grow on the way.
 constexpr std::size_t usualNumberOfNodes = 1536;
 
-/// Bytes of the first block of nodes and paths; the blocks after it double.
+/// Bytes of the first block of nodes and paths; each block after it is larger.
 constexpr std::size_t firstBlock = 64 << 10;
 
 /// Makes the next push_back one that cannot fail.
@@ -56,7 +56,7 @@ Node& NodeStore::add(Node& parent, std::string_view name, NodeKind kind, const N
     reserveOneMore(parent.children_);
     reserveOneMore(nodes_);
     if (!byPath_.insert(IndexedNode(*node)).second) {
-        throw std::invalid_argument(std::string(node->fullName()) +
+        throw std::invalid_argument(node->getFullName() +
                                     " exists already: a name can be used once under one group, so rename "
                                     "this node or remove the other.");
     }
