@@ -74,13 +74,13 @@ TEST(Node, FailedAllocationsLeaveTheTreeAsItWas)
     for (std::size_t i = 0; i < 2000; ++i) {  // so many that the tree's memory, order and index all grow
         const std::string name = "name" + std::to_string(i);
         const std::string path = "root." + name;
-        failures += tests::failEveryAllocation(
-            [&] { tree.root()->createFactorySetting(name, true, noProperties()); },
-            [&] {
-                EXPECT_EQ(tree.nodes().size(), i);
-                EXPECT_EQ(tree.root()->children().size(), i);
-                EXPECT_EQ(tree.find(path), nullptr);
-            });
+        failures +=
+            tests::failEveryAllocation([&] { tree.root()->createFactorySetting(name, true, noProperties()); },
+                                       [&] {
+                                           EXPECT_EQ(tree.nodes().size(), i);
+                                           EXPECT_EQ(tree.root()->children().size(), i);
+                                           EXPECT_EQ(tree.find(path), nullptr);
+                                       });
         EXPECT_NE(tree.find(path), nullptr);
     }
     EXPECT_GT(failures, 3U);

@@ -23,11 +23,11 @@ core::LayerValue valueOf(core::Layers& layers, const core::Node& setting)
     if (!held.value.isAssigned()) {
         throw Failure(ExitCode::failed,
                       setting.getFullName() + (held.faults.empty()
-                                                ? " has no factory value, and no file gives it one; see "
-                                                  "what it accepts with: "
-                                                  "vxsettings describe " +
-                                                      setting.getFullName()
-                                                : ": " + firstLine(held.faults.back())));
+                                                   ? " has no factory value, and no file gives it one; see "
+                                                     "what it accepts with: "
+                                                     "vxsettings describe " +
+                                                         setting.getFullName()
+                                                   : ": " + firstLine(held.faults.back())));
     }
     for (const std::string& fault : held.faults) {
         std::fprintf(stderr, "vxsettings: passed over: %s\n", firstLine(fault).c_str());
