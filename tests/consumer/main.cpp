@@ -7,6 +7,7 @@
 #include <settings/core/factory_settings_loader.hpp>
 
 #include <cppmicroservices/BundleContext.h>
+#include <cppmicroservices/Framework.h>
 #include <cppmicroservices/FrameworkEvent.h>
 #include <cppmicroservices/FrameworkFactory.h>
 #include <cppmicroservices/ServiceReference.h>
@@ -14,6 +15,9 @@
 #include <chrono>
 #include <framework_bundles.hpp>
 #include <iostream>
+#include <memory>
+#include <string>
+#include <string_view>
 
 using settings::core::FactorySettingsLoader;
 
