@@ -62,17 +62,18 @@ private:
     std::array<Freed*, largest / sizeof(Freed) + 1> freed_{};
 };
 
-/// Has a container take its entries, one by one, from an IndexMemory; from the heap where there is none. A
-/// copy of the container is without, as nobody knows how long it lives.
+/// The standard's allocator that has a container take its entries, one by one, from an IndexMemory; from the
+/// heap where there is none. A copy of the container is without, as nobody knows how long it lives.
 template <class Entry>
 class IndexAllocator
 {
 public:
+    /// As the standard has them.
+    ///@{
     using value_type = Entry;
     using propagate_on_container_move_assignment = std::true_type;
 
     IndexAllocator() = default;
-    explicit IndexAllocator(IndexMemory* memory) noexcept : memory_(memory) {}
     template <class Other>
     IndexAllocator(const IndexAllocator<Other>& other) noexcept : memory_(other.memory())
     {}
@@ -94,9 +95,14 @@ public:
         }
     }
 
-    [[nodiscard]] IndexMemory* memory() const noexcept { return memory_; }
-
     friend bool operator==(const IndexAllocator&, const IndexAllocator&) = default;
+    ///@}
+
+    /// Takes entries from `memory`; null is the heap.
+    explicit IndexAllocator(IndexMemory* memory) noexcept : memory_(memory) {}
+
+    /// Where the entries come from; null is the heap.
+    [[nodiscard]] IndexMemory* memory() const noexcept { return memory_; }
 
 private:
     IndexMemory* memory_ = nullptr;
