@@ -83,13 +83,13 @@ private:
     void checkNames(const Node& group)
     {
         std::map<std::string, const Node*> seen;
-        for (const auto& child : group.children()) {
+        for (const Node& child : group.children()) {
             const auto lower =
-                boost::algorithm::to_lower_copy(std::string(child->name()), std::locale::classic());
-            const auto [same, isNew] = seen.emplace(lower, child);
-            if (!isNew && !isKnown(sameButForCase, child->fullName())) {
-                add(*child, "the name differs from " + same->second->getFullName() +
-                                " by letter case alone: choose another");
+                boost::algorithm::to_lower_copy(std::string(child.name()), std::locale::classic());
+            const auto [same, isNew] = seen.emplace(lower, &child);
+            if (!isNew && !isKnown(sameButForCase, child.fullName())) {
+                add(child, "the name differs from " + same->second->getFullName() +
+                               " by letter case alone: choose another");
             }
         }
     }

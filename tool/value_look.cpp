@@ -34,8 +34,8 @@ std::optional<Records::Colour> colourForm(const Node& setting)
 Array factoryValue(const Node& group, std::string_view name)
 {
     const auto found = std::find_if(group.children().begin(), group.children().end(),
-                                    [name](const auto& child) { return child->name() == name; });
-    return found == group.children().end() ? Array() : (*found)->properties().factoryValue;
+                                    [name](const Node& child) { return child.name() == name; });
+    return found == group.children().end() ? Array() : found->properties().factoryValue;
 }
 
 std::optional<double> numberOf(const Array& value)

@@ -16,9 +16,9 @@ NodeKind kindOf(bool isSetting, const Node::Properties& properties)
 
 }  // namespace
 
-Node::Node(NodeStore& store, std::pmr::memory_resource& memory, const Node* parent, std::string_view path,
-           NodeKind kind, const Properties& properties)
-    : store_(&store), parent_(parent), path_(path), kind_(kind), properties_(properties), children_(&memory)
+Node::Node(NodeStore& store, const Node* parent, std::string_view path, NodeKind kind,
+           const Properties& properties)
+    : store_(&store), parent_(parent), path_(path), kind_(kind), properties_(properties)
 {}
 
 boost::shared_ptr<::settings::core::MSettings>

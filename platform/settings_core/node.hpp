@@ -3,13 +3,12 @@
 #include <settings/core/factory_setting_properties.hpp>
 #include <settings/core/settings.hpp>
 
+#include <boost/intrusive/slist.hpp>
 #include <boost/smart_ptr/shared_ptr.hpp>
 
 #include <cstdint>
-#include <memory_resource>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace vx::core {
 
@@ -28,16 +27,22 @@ class NodeStore;
 /// any of its nodes.
 class VX_API Node final : public ::settings::core::MSettings
 {
+    using Link =
+        boost::intrusive::slist_member_hook<boost::intrusive::link_mode<boost::intrusive::normal_link>>;
+    Link next_;  ///< to the next child of the parent
+
 public:
     /// What the provider said of a node.
     using Properties = ::settings::core::detail::FactorySettingProperties;
-    /// The nodes under one, in creation order.
-    using Children = std::pmr::vector<const Node*>;
+    /// The nodes under one, in creation order; counting them takes a walk.
+    using Children = boost::intrusive::slist<Node, boost::intrusive::member_hook<Node, Link, &Node::next_>,
+                                             boost::intrusive::cache_last<true>,
+                                             boost::intrusive::constant_time_size<false>>;
 
-    /// Made by the store of its tree. The path is the names from the root down, joined by "."; its text and
-    /// the memory are the store's. The root has no parent.
-    Node(NodeStore& store, std::pmr::memory_resource& memory, const Node* parent, std::string_view path,
-         NodeKind kind, const Properties& properties);
+    /// Made by the store of its tree. The path is the names from the root down, joined by "."; its text is
+    /// the store's. The root has no parent.
+    Node(NodeStore& store, const Node* parent, std::string_view path, NodeKind kind,
+         const Properties& properties);
 
     /// Raises std::invalid_argument, and makes nothing, when this node is a setting, when the name is empty
     /// or holds a ".", or when a child of that name exists.

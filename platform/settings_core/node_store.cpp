@@ -20,28 +20,20 @@ void requireName(const Node* parent, std::string_view name)
 /// What a provider of a whole environment makes, so that the index of its tree need not grow on the way.
 constexpr std::size_t usualNumberOfNodes = 1536;
 
-/// Bytes of the first block of nodes and paths; each block after it is larger.
-constexpr std::size_t firstBlock = 64 << 10;
-
-/// Makes the next push_back one that cannot fail.
-template <class Elements>
-void reserveOneMore(Elements& elements)
-{
-    constexpr std::size_t smallest = 4;
-    if (elements.size() == elements.capacity()) {
-        elements.reserve(std::max(smallest, 2 * elements.size()));
-    }
-}
+/// Bytes of the first block of nodes and paths; each block after it is half as large again, so that a usual
+/// tree takes three.
+constexpr std::size_t firstBlock = 72 << 10;
 
 }  // namespace
 
-NodeStore::NodeStore(std::string_view rootName) : memory_(firstBlock)
+NodeStore::NodeStore(std::string_view rootName)
+    : memory_(firstBlock), byPath_(usualNumberOfNodes, PathHash{this}, SamePath{this})
 {
-    byPath_.reserve(usualNumberOfNodes);
     nodes_.reserve(usualNumberOfNodes);
+    hashes_.reserve(usualNumberOfNodes);
     NewNode root = make(nullptr, rootName, NodeKind::group, {false, false, {}, {}, {}, false, false, {}});
-    byPath_.insert(IndexedNode(*root));
-    nodes_.push_back(root.release());
+    enter(*root);
+    root.release();
 }
 
 NodeStore::~NodeStore()
@@ -51,46 +43,54 @@ NodeStore::~NodeStore()
 
 Node& NodeStore::add(Node& parent, std::string_view name, NodeKind kind, const Node::Properties& properties)
 {
-    // Everything that can fail comes before the first change.
     NewNode node = make(&parent, name, kind, properties);
-    reserveOneMore(parent.children_);
-    reserveOneMore(nodes_);
-    if (!byPath_.insert(IndexedNode(*node)).second) {
-        throw std::invalid_argument(node->getFullName() +
-                                    " exists already: a name can be used once under one group, so rename "
-                                    "this node or remove the other.");
+    enter(*node);
+    parent.children_.push_back(*node);
+    return *node.release();
+}
+
+/// Numbers a node and has it found by its path, or leaves everything as it was.
+void NodeStore::enter(Node& node)
+{
+    if (nodes_.size() == nodes_.capacity()) {  // there is never less room for hashes
+        hashes_.reserve(2 * nodes_.size());
+        nodes_.reserve(2 * nodes_.size());
     }
-    parent.children_.push_back(node.get());
-    return *nodes_.emplace_back(node.release());
+    const auto number = static_cast<Number>(nodes_.size());
+    nodes_.push_back(&node);
+    hashes_.push_back(hashOf(node.fullName()));
+    try {
+        if (!byPath_.insert(number).second) {
+            throw std::invalid_argument(node.getFullName() +
+                                        " exists already: a name can be used once under one group, so rename "
+                                        "this node or remove the other.");
+        }
+    } catch (...) {
+        nodes_.pop_back();
+        hashes_.pop_back();
+        throw;
+    }
 }
 
 const Node* NodeStore::find(std::string_view path) const noexcept
 {
     const auto found = byPath_.find(path);
-    return found == byPath_.end() ? nullptr : found->node;
+    return found == byPath_.end() ? nullptr : nodes_[*found];
 }
 
+/// A node and behind it, in the same piece of memory, its path.
 NodeStore::NewNode NodeStore::make(const Node* parent, std::string_view name, NodeKind kind,
                                    const Node::Properties& properties)
 {
     requireName(parent, name);
-    const std::string_view path = joinPath(parent, name);
-    void* const place = memory_.allocate(sizeof(Node), alignof(Node));
-    return NewNode(new (place) Node(*this, memory_, parent, path, kind, properties));
-}
-
-/// The text lives as long as the nodes do.
-std::string_view NodeStore::joinPath(const Node* parent, std::string_view name)
-{
-    const std::string_view above = parent == nullptr ? std::string_view() : parent->fullName();
-    const std::size_t start = parent == nullptr ? 0 : above.size() + 1;
-    const std::size_t size = start + name.size();
-    auto* const text = static_cast<char*>(memory_.allocate(size, 1));
+    const std::size_t above = parent == nullptr ? 0 : parent->fullName().size() + 1;
+    void* const place = memory_.allocate(sizeof(Node) + above + name.size(), alignof(Node));
+    char* const path = static_cast<char*>(place) + sizeof(Node);
     if (parent != nullptr) {
-        *std::copy(above.begin(), above.end(), text) = '.';
+        *std::copy_n(parent->fullName().data(), above - 1, path) = '.';
     }
-    std::copy(name.begin(), name.end(), text + start);
-    return {text, size};
+    std::copy_n(name.data(), name.size(), path + above);
+    return NewNode(new (place) Node(*this, parent, {path, above + name.size()}, kind, properties));
 }
 
 }  // namespace vx::core

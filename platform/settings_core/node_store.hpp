@@ -6,6 +6,7 @@
 #include <boost/unordered/unordered_flat_set.hpp>
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <memory_resource>
@@ -14,47 +15,6 @@
 #include <vector>
 
 namespace vx::core {
-
-/// A node beside the hash of its path, so that a growing index need not read the paths again.
-struct IndexedNode
-{
-    explicit IndexedNode(const Node& indexed) noexcept
-        : hash(std::hash<std::string_view>{}(indexed.fullName())), node(&indexed)
-    {}
-
-    std::size_t hash;
-    const Node* node;
-};
-
-/// A path is found as the node that has it.
-struct PathHash
-{
-    using is_transparent = void;
-
-    std::size_t operator()(const IndexedNode& indexed) const noexcept { return indexed.hash; }
-    std::size_t operator()(std::string_view path) const noexcept
-    {
-        return std::hash<std::string_view>{}(path);
-    }
-};
-
-struct SamePath
-{
-    using is_transparent = void;
-
-    bool operator()(const IndexedNode& left, const IndexedNode& right) const noexcept
-    {
-        return left.hash == right.hash && left.node->fullName() == right.node->fullName();
-    }
-    bool operator()(std::string_view path, const IndexedNode& indexed) const noexcept
-    {
-        return path == indexed.node->fullName();
-    }
-    bool operator()(const IndexedNode& indexed, std::string_view path) const noexcept
-    {
-        return path == indexed.node->fullName();
-    }
-};
 
 /// The nodes of one tree: their memory, their order, and who is found under which path. They go together,
 /// when the tree and the last handle of any of them are gone.
@@ -84,13 +44,56 @@ private:
     };
     using NewNode = std::unique_ptr<Node, Destroy>;
 
+    /// Place of a node in nodes(). Half a pointer, and enough for more nodes than memory holds: the smaller
+    /// the index, the less of a large one lies outside the processor's caches.
+    using Number = std::uint32_t;
+    using Hash = std::uint32_t;
+
+    /// A path is found as the number of the node that has it.
+    struct PathHash
+    {
+        using is_transparent = void;
+
+        std::size_t operator()(Number node) const noexcept { return store->hashes_[node]; }
+        std::size_t operator()(std::string_view path) const noexcept { return hashOf(path); }
+
+        const NodeStore* store;
+    };
+
+    struct SamePath
+    {
+        using is_transparent = void;
+
+        bool operator()(Number left, Number right) const noexcept
+        {
+            return store->hashes_[left] == store->hashes_[right] && store->path(left) == store->path(right);
+        }
+        bool operator()(std::string_view path, Number node) const noexcept
+        {
+            return path == store->path(node);
+        }
+        bool operator()(Number node, std::string_view path) const noexcept
+        {
+            return path == store->path(node);
+        }
+
+        const NodeStore* store;
+    };
+
+    static Hash hashOf(std::string_view path) noexcept
+    {
+        return static_cast<Hash>(std::hash<std::string_view>{}(path));
+    }
+    std::string_view path(Number node) const noexcept { return nodes_[node]->fullName(); }
+
     NewNode make(const Node* parent, std::string_view name, NodeKind kind,
                  const Node::Properties& properties);
-    std::string_view joinPath(const Node* parent, std::string_view name);
+    void enter(Node& node);
 
     std::pmr::monotonic_buffer_resource memory_;
-    boost::unordered_flat_set<IndexedNode, PathHash, SamePath> byPath_;
     std::vector<Node*> nodes_;
+    std::vector<Hash> hashes_;  ///< of the paths, so that a growing index need not read them again
+    boost::unordered_flat_set<Number, PathHash, SamePath> byPath_;
 };
 
 }  // namespace vx::core

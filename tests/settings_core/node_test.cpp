@@ -38,7 +38,7 @@ TEST(Node, IsFoundByItsPathAndStandsInCreationOrder)
     EXPECT_EQ(node->name(), "One");
     EXPECT_EQ(node->kind(), NodeKind::setting);
     EXPECT_EQ(node->parent(), tree.find("root.b"));
-    EXPECT_EQ(node->parent()->children().back(), node);
+    EXPECT_EQ(&node->parent()->children().back(), node);
     EXPECT_EQ(tree.find("root"), tree.root().get());
     EXPECT_EQ(tree.root()->name(), "root");
     EXPECT_EQ(tree.find("root.b.one"), nullptr);

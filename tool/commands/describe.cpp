@@ -62,10 +62,10 @@ std::string visibility(const Node& node)
 std::string contents(const Node& group)
 {
     std::size_t groups = 0;
-    for (const auto& child : group.children()) {
-        groups += child->kind() == NodeKind::group ? 1 : 0;
+    std::size_t settings = 0;
+    for (const Node& child : group.children()) {
+        ++(child.kind() == NodeKind::group ? groups : settings);
     }
-    const std::size_t settings = group.children().size() - groups;
     return std::to_string(groups) + (groups == 1 ? " group, " : " groups, ") + std::to_string(settings) +
            (settings == 1 ? " setting" : " settings");
 }

@@ -159,23 +159,23 @@ void writeRow(const Source& source, const Node& node, const std::string& font, O
 void writeGroup(const Source& source, const Node& group, Output& out)
 {
     const auto& children = group.children();
-    const auto isGroup = [](const auto& child) { return child->kind() == NodeKind::group; };
+    const auto isGroup = [](const Node& child) { return child.kind() == NodeKind::group; };
     if (children.empty() || !std::all_of(children.begin(), children.end(), isGroup)) {
         const std::string path = html(group.fullName());
         out << "<tbody id=\"" << path
             << "\">\n<tr class=\"group\"><th scope=\"rowgroup\" colspan=\"3\"><a href=\"#" << path << "\">"
             << path << "</a>" << (group.isHidden() ? badge("visibility", "hidden") : "") << "</th></tr>\n";
         const std::string font = fontOf(group);
-        for (const auto& child : children) {
+        for (const Node& child : children) {
             if (!isGroup(child)) {
-                writeRow(source, *child, child->name() == "Name" ? font : "", out);
+                writeRow(source, child, child.name() == "Name" ? font : "", out);
             }
         }
         out << "</tbody>\n";
     }
-    for (const auto& child : children) {
+    for (const Node& child : children) {
         if (isGroup(child)) {
-            writeGroup(source, *child, out);
+            writeGroup(source, child, out);
         }
     }
 }

@@ -45,8 +45,8 @@ struct Counts
 void count(const Node& node, Counts& counts)
 {
     counts.add(node);
-    for (const auto& child : node.children()) {
-        count(*child, counts);
+    for (const Node& child : node.children()) {
+        count(child, counts);
     }
 }
 
@@ -61,12 +61,12 @@ std::vector<Area> countAreas(const Node& root)
 {
     std::vector<Area> areas{{"(directly in " + root.getFullName() + ")", {}}};
     Counts total;
-    for (const auto& child : root.children()) {
+    for (const Node& child : root.children()) {
         Counts counts;
-        count(*child, counts);
+        count(child, counts);
         total += counts;
-        if (child->kind() == NodeKind::group) {
-            areas.push_back({std::string(child->name()), counts});
+        if (child.kind() == NodeKind::group) {
+            areas.push_back({std::string(child.name()), counts});
         } else {
             areas.front().counts += counts;
         }

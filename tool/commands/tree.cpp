@@ -47,9 +47,9 @@ json::object branchJson(const Node& node, const TreeOptions& options, int depth)
         branch.emplace("value", valueJson(node.properties().factoryValue));
     } else if (depth > 0) {
         json::array children;
-        for (const auto& child : node.children()) {
-            if (isShown(*child, options)) {
-                children.push_back(branchJson(*child, options, depth - 1));
+        for (const Node& child : node.children()) {
+            if (isShown(child, options)) {
+                children.push_back(branchJson(child, options, depth - 1));
             }
         }
         branch.emplace("children", std::move(children));
@@ -91,9 +91,9 @@ private:
     void drawChildren(const Node& node, const std::string& indent, int depth)
     {
         std::vector<const Node*> shown;
-        for (const auto& child : node.children()) {
-            if (isShown(*child, options_)) {
-                shown.push_back(child);
+        for (const Node& child : node.children()) {
+            if (isShown(child, options_)) {
+                shown.push_back(&child);
             }
         }
         for (const Node* child : shown) {

@@ -196,8 +196,8 @@ private:
         if (parent.empty()) {
             add(root, "everything");
         }
-        for (const auto& child : group->children()) {
-            addNode(situation, *child, parent + std::string(child->name()));
+        for (const Node& child : group->children()) {
+            addNode(situation, child, parent + std::string(child.name()));
         }
     }
 

@@ -5,6 +5,7 @@
 #include <settings/core/setting_value_validator.hpp>
 #include <settings/core/validators.hpp>
 
+#include <boost/smart_ptr/make_shared.hpp>
 #include <boost/smart_ptr/shared_ptr.hpp>
 
 #include <functional>
@@ -55,27 +56,34 @@ public:
                              bool reservedFlag, std::vector<SettingValueValidator::ConfigData> records)
         : visible(isVisible),
           readOnly(isReadOnly),
+          additionalFile(hasAdditionalFile),
+          reserved(reservedFlag),
           factoryValue(std::move(value)),
           validator(std::move(check)),
           runTimeDefault(std::move(computedDefault)),
-          additionalFile(hasAdditionalFile),
-          reserved(reservedFlag),
           valueValidators(std::move(records))
     {}
 
     /// Makes the node an alias of the setting at this path.
-    void setAliasName(std::string&& target) { aliasName_ = std::move(target); }
+    void setAliasName(std::string&& target)
+    {
+        aliasName_ = boost::make_shared<const std::string>(std::move(target));
+    }
 
     /// Path of the alias target; empty for a node that is no alias.
-    [[nodiscard]] const std::string& aliasName() const noexcept { return aliasName_; }
+    [[nodiscard]] const std::string& aliasName() const noexcept
+    {
+        static const std::string none;
+        return aliasName_ == nullptr ? none : *aliasName_;
+    }
 
     WritableFlag visible;   ///< the node is hidden only when this was written false
     WritableFlag readOnly;  ///< values of a setting that is read-only are not changed by users
-    foundation::verdixdata::Array factoryValue;  ///< unassigned where there is none, or it is computed
-    Validator validator;                         ///< function that checks a value
-    RunTimeDefault runTimeDefault;               ///< function that computes the factory value
-    bool additionalFile;  ///< whether the provider keeps a file of its own beside the settings
-    bool reserved;        ///< stored, without effect
+    bool additionalFile;    ///< whether the provider keeps a file of its own beside the settings
+    bool reserved;          ///< stored, without effect
+    foundation::verdixdata::Array factoryValue;         ///< unassigned where there is none, or it is computed
+    Validator validator;                                ///< function that checks a value
+    RunTimeDefault runTimeDefault;                      ///< function that computes the factory value
     SettingValueValidator::ConfigList valueValidators;  ///< records that a value has to keep, all of them
     /// Called for every value that was refused; empty for the messages of the settings core.
     ErrorHandler errorHandler = nullptr;
@@ -83,7 +91,7 @@ public:
     boost::shared_ptr<void> additionalFileContext = nullptr;
 
 private:
-    std::string aliasName_;
+    boost::shared_ptr<const std::string> aliasName_;  ///< few nodes have one
 };
 
 }  // namespace settings::core::detail

@@ -15,7 +15,7 @@ class FunctionName
 public:
     /// Names `function` of `scope`; what these are depends on the kind of function.
     FunctionName(std::string scope, std::string function)
-        : texts_(boost::make_shared<const Texts>(std::move(scope), std::move(function)))
+        : texts_(boost::make_shared<const Texts>(Texts{std::move(scope), std::move(function)}))
     {}
 
     /// A copy shares the texts. There are no moves, which would leave a name without texts.
@@ -26,13 +26,25 @@ public:
     ~FunctionName() = default;
 
     /// Qualifying prefix, library name or class name, by the kind of function.
-    [[nodiscard]] const std::string& scope() const noexcept { return texts_->first; }
+    [[nodiscard]] const std::string& scope() const noexcept { return texts_->scope; }
     /// The name in that place.
-    [[nodiscard]] const std::string& function() const noexcept { return texts_->second; }
+    [[nodiscard]] const std::string& function() const noexcept { return texts_->function; }
+
+protected:
+    /// What copies share.
+    struct Texts
+    {
+        std::string scope;
+        std::string function;
+    };
+
+    /// Takes over texts, to which a kind of function may have added something of its own.
+    explicit FunctionName(boost::shared_ptr<const Texts> texts) noexcept : texts_(std::move(texts)) {}
+
+    /// Never null.
+    [[nodiscard]] const Texts& texts() const noexcept { return *texts_; }
 
 private:
-    using Texts = std::pair<std::string, std::string>;
-
     boost::shared_ptr<const Texts> texts_;
 };
 

@@ -4,7 +4,10 @@
 #include <settings/core/function_name.hpp>
 #include <settings/core/settings.hpp>
 
+#include <boost/smart_ptr/make_shared.hpp>
+
 #include <functional>
+#include <string>
 #include <utility>
 #include <variant>
 
@@ -43,14 +46,22 @@ public:
     /// `scope` and `function` are only named in messages. The callable lives as long as the record does, and
     /// so must the library that it comes from.
     CPPValidator(Callable callable, std::string scope, std::string function)
-        : FunctionName(std::move(scope), std::move(function)), callable_(std::move(callable))
+        : FunctionName(boost::make_shared<const NamedCallable>(
+              NamedCallable{{std::move(scope), std::move(function)}, std::move(callable)}))
     {}
 
     /// What to call.
-    [[nodiscard]] const Callable& callable() const noexcept { return callable_; }
+    [[nodiscard]] const Callable& callable() const noexcept
+    {
+        return static_cast<const NamedCallable&>(texts()).callable;
+    }
 
 private:
-    Callable callable_;
+    /// The callable stands with its names, so that a record of another kind has no room to keep for it.
+    struct NamedCallable : Texts
+    {
+        Callable callable;
+    };
 };
 
 /// How a value is checked by a function; std::monostate where none is. The order of the alternatives is
