@@ -31,9 +31,7 @@ NodeStore::NodeStore(std::string_view rootName)
 {
     nodes_.reserve(usualNumberOfNodes);
     hashes_.reserve(usualNumberOfNodes);
-    NewNode root = make(nullptr, rootName, NodeKind::group, {false, false, {}, {}, {}, false, false, {}});
-    enter(*root);
-    root.release();
+    enter(make(nullptr, rootName, NodeKind::group, {false, false, {}, {}, {}, false, false, {}}));
 }
 
 NodeStore::~NodeStore()
@@ -43,25 +41,24 @@ NodeStore::~NodeStore()
 
 Node& NodeStore::add(Node& parent, std::string_view name, NodeKind kind, const Node::Properties& properties)
 {
-    NewNode node = make(&parent, name, kind, properties);
-    enter(*node);
-    parent.children_.push_back(*node);
-    return *node.release();
+    Node& node = enter(make(&parent, name, kind, properties));
+    parent.children_.push_back(node);
+    return node;
 }
 
 /// Numbers a node and has it found by its path, or leaves everything as it was.
-void NodeStore::enter(Node& node)
+Node& NodeStore::enter(NewNode node)
 {
     if (nodes_.size() == nodes_.capacity()) {  // there is never less room for hashes
         hashes_.reserve(2 * nodes_.size());
         nodes_.reserve(2 * nodes_.size());
     }
     const auto number = static_cast<Number>(nodes_.size());
-    nodes_.push_back(&node);
-    hashes_.push_back(hashOf(node.fullName()));
+    nodes_.push_back(node.get());
+    hashes_.push_back(hashOf(node->fullName()));
     try {
         if (!byPath_.insert(number).second) {
-            throw std::invalid_argument(node.getFullName() +
+            throw std::invalid_argument(node->getFullName() +
                                         " exists already: a name can be used once under one group, so rename "
                                         "this node or remove the other.");
         }
@@ -70,6 +67,7 @@ void NodeStore::enter(Node& node)
         hashes_.pop_back();
         throw;
     }
+    return *node.release();
 }
 
 const Node* NodeStore::find(std::string_view path) const noexcept

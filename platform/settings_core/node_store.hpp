@@ -88,7 +88,7 @@ private:
 
     NewNode make(const Node* parent, std::string_view name, NodeKind kind,
                  const Node::Properties& properties);
-    void enter(Node& node);
+    Node& enter(NewNode node);
 
     std::pmr::monotonic_buffer_resource memory_;
     std::vector<Node*> nodes_;
