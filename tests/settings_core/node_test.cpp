@@ -86,6 +86,21 @@ TEST(Node, FailedAllocationsLeaveTheTreeAsItWas)
     EXPECT_GT(failures, 3U);
 }
 
+TEST(Node, IsItselfAmongSoManyThatHashesOfPathsMeet)
+{
+    constexpr int count = 250'000;  // some seven pairs of equal hashes of 32 bits
+    SettingsTree tree("root");
+    const auto root = tree.root();
+    for (int i = 0; i < count; ++i) {
+        root->createFactorySetting(std::to_string(i), true, noProperties());
+    }
+    for (int i = 0; i < count; ++i) {
+        const std::string name = std::to_string(i);
+        const vx::core::Node* node = tree.find("root." + name);
+        ASSERT_TRUE(node != nullptr && node->name() == name) << name;
+    }
+}
+
 TEST(Node, AHandleKeepsWhatTheTreeLeaves)
 {
     SettingsTree tree("root");
