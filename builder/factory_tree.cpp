@@ -14,15 +14,6 @@ void realize(detail::FactorySettingNode& node,
         node.parentSettingsNode->createFactorySetting(node.name, node.isSetting(), properties);
 }
 
-namespace {
-
-::settings::core::detail::FactorySettingProperties defaultProperties()
-{
-    return {false, false, {}, {}, {}, false, false, {}};
-}
-
-}  // namespace
-
 namespace detail {
 
 std::string joinPath(const ::settings::core::MSettings& parent, std::string_view name)
@@ -32,9 +23,9 @@ std::string joinPath(const ::settings::core::MSettings& parent, std::string_view
     return path.append(1, '.').append(name);
 }
 
-SettingOptions makeOptions(const FactoryGroup& parent, std::string_view name)
+::settings::core::detail::FactorySettingProperties defaultProperties()
 {
-    return {defaultProperties(), {}, parent, name};
+    return {false, false, {}, {}, {}, false, false, {}};
 }
 
 FactoryGroup makeGroup(FactoryGroup& parent, std::string&& name,
@@ -61,12 +52,12 @@ void makeSetting(FactoryGroup& parent, std::string&& name,
 
 FactoryGroup addGroup(FactoryGroup& parent, std::string name)
 {
-    return detail::makeGroup(parent, std::move(name), defaultProperties());
+    return detail::makeGroup(parent, std::move(name), detail::defaultProperties());
 }
 
 void addAlias(FactoryGroup& parent, std::string name, std::string target)
 {
-    auto properties = defaultProperties();
+    auto properties = detail::defaultProperties();
     properties.setAliasName(std::move(target));
     detail::makeSetting(parent, std::move(name), properties);
 }

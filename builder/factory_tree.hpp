@@ -21,8 +21,8 @@ namespace detail {
 /// The full name of a child, realized or not.
 [[nodiscard]] std::string joinPath(const ::settings::core::MSettings& parent, std::string_view name);
 
-/// The all-default description of a child.
-[[nodiscard]] SettingOptions makeOptions(const FactoryGroup& parent, std::string_view name);
+/// What is said of a node of which nothing is said.
+[[nodiscard]] ::settings::core::detail::FactorySettingProperties defaultProperties();
 
 /// Realizes a child and enters it in the parent's index, where an earlier child of that name stays.
 ///@{
@@ -41,7 +41,7 @@ FactoryGroup addGroup(FactoryGroup& parent, std::string name);
 template <class Value>
 FactoryGroup addGroup(FactoryGroup& parent, std::string name, const char* option, Value value)
 {
-    SettingOptions options = detail::makeOptions(parent, name);
+    SettingOptions options(parent, name);
     applyOption(options, option, std::move(value));
     return detail::makeGroup(parent, std::move(name), options.properties);
 }
@@ -51,7 +51,7 @@ FactoryGroup addGroup(FactoryGroup& parent, std::string name, const char* option
 template <class Describe>
 void addDescribed(FactoryGroup& parent, std::string name, const Describe& describe)
 {
-    SettingOptions options = detail::makeOptions(parent, name);
+    SettingOptions options(parent, name);
     describe(options);
     detail::makeSetting(parent, std::move(name), options.properties);
 }

@@ -8,6 +8,10 @@
 
 namespace verdix::settings {
 
+SettingOptions::SettingOptions(const FactoryGroup& group, std::string_view child)
+    : properties(detail::defaultProperties()), parent(group), name(child)
+{}
+
 std::string SettingOptions::fullName() const
 {
     return detail::joinPath(*parent.settingsNode, name);

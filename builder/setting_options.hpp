@@ -19,6 +19,9 @@ namespace verdix::settings {
 /// What the option pairs of one node are applied to.
 struct SettingOptions
 {
+    /// Begins with the all-default description of a child of this group.
+    SettingOptions(const FactoryGroup& group, std::string_view child);
+
     ::settings::core::detail::FactorySettingProperties properties;
     foundation::verdixdata::standalone::ClientArrayFactory arrayFactory;
     const FactoryGroup& parent;  ///< of the node that is described

@@ -176,7 +176,7 @@ public:
         const std::size_t choice = bytes.below(usual.size() + 1);
         std::string name = choice < usual.size() ? usual[choice] : std::string(bytes.until('\0'));
         const bool isGroup = bytes.below(2) != 0;
-        SettingOptions options = detail::makeOptions(root_, name);
+        SettingOptions options(root_, name);
         for (std::size_t left = bytes.below(8); left > 0; --left) {
             if (!applyNext(options, bytes)) {
                 return;
