@@ -17,8 +17,12 @@ void requireName(const Node* parent, std::string_view name)
     }
 }
 
-/// What a provider of a whole environment makes, so that the index of its tree need not grow on the way.
+/// More than a provider of a whole environment makes, so that nothing needs to grow for it on the way.
 constexpr std::size_t usualNumberOfNodes = 1536;
+
+/// The index takes a few bytes of each node's hundreds, and to move its entries is dear: it may be too large
+/// for a while.
+constexpr std::size_t growthOfIndex = 8;
 
 /// Bytes of the first block of nodes and paths; each block after it is half as large again, so that a usual
 /// tree takes three.
@@ -49,23 +53,23 @@ Node& NodeStore::add(Node& parent, std::string_view name, NodeKind kind, const N
 /// Numbers a node and has it found by its path, or leaves everything as it was.
 Node& NodeStore::enter(NewNode node)
 {
-    if (nodes_.size() == nodes_.capacity()) {  // there is never less room for hashes
-        hashes_.reserve(2 * nodes_.size());
-        nodes_.reserve(2 * nodes_.size());
+    // Memory for the next steps, so that nothing fails between them.
+    const std::size_t count = nodes_.size();
+    if (count == nodes_.capacity()) {
+        hashes_.reserve(2 * count);
+        nodes_.reserve(2 * count);
     }
-    const auto number = static_cast<Number>(nodes_.size());
+    if (count == byPath_.max_load()) {
+        byPath_.reserve(growthOfIndex * count);
+    }
     nodes_.push_back(node.get());
     hashes_.push_back(hashOf(node->fullName()));
-    try {
-        if (!byPath_.insert(number).second) {
-            throw std::invalid_argument(node->getFullName() +
-                                        " exists already: a name can be used once under one group, so rename "
-                                        "this node or remove the other.");
-        }
-    } catch (...) {
+    if (!byPath_.insert(static_cast<Number>(count)).second) {
         nodes_.pop_back();
         hashes_.pop_back();
-        throw;
+        throw std::invalid_argument(node->getFullName() +
+                                    " exists already: a name can be used once under one group, so rename "
+                                    "this node or remove the other.");
     }
     return *node.release();
 }
