@@ -2,18 +2,17 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <random>
 #include <string>
 #include <string_view>
+#include <tests/support/soak.hpp>
 
 namespace tests {
 
 /// How many damaged images a test goes through.
 [[nodiscard]] inline std::size_t damagedImages()
 {
-    const char* const wanted = std::getenv("VX_DAMAGE");
-    return wanted != nullptr && wanted == std::string_view("full") ? 10000 : 1000;
+    return runsInFull() ? 10'000 : 1'000;
 }
 
 /// Damages bytes as disks, transfers and editors do, by chance but the same in each run.

@@ -34,8 +34,8 @@ protected:
     /// What copies share.
     struct Texts
     {
-        std::string scope;
-        std::string function;
+        std::string scope;     ///< as scope()
+        std::string function;  ///< as function()
     };
 
     /// Takes over texts, to which a kind of function may have added something of its own.
