@@ -48,8 +48,7 @@ const char* typeErrorText(Option option)
         return "AdditionalFile flag must be true or false.";
     case Option::validationFcn:
         return "Invalid type for ValidationFcn. Must be a string for a VERDIX function or a "
-               "FunctionDescriptor "
-               "for a C function.";
+               "FunctionDescriptor for a C function.";
     case Option::factoryValueFcn:
         return "Invalid type for FactoryValueFcn. Must be a string for a VERDIX function or a "
                "FunctionDescriptor for a C function.";

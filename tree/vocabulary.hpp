@@ -125,27 +125,30 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
 
 namespace detail {
 
+// Constants, so that the compiler looks the names up.
+inline constexpr OptionName hiddenOption = "Hidden";
+inline constexpr OptionName factoryValueOption = "FactoryValue";
+inline constexpr OptionName validationOption = "ValidationFcn";
+inline constexpr OptionName ruleOption = "ValueValidator";
+
 inline void apply(SettingOptions& options, Visibility visibility)
 {
-    static constexpr OptionName hidden = "Hidden";
-    applyOption(options, hidden, visibility == Hidden);
+    applyOption(options, hiddenOption, visibility == Hidden);
 }
 
 inline void apply(SettingOptions& options, ScriptFunction function)
 {
-    static constexpr OptionName validationFcn = "ValidationFcn";
-    applyOption(options, validationFcn, function.name);
+    applyOption(options, validationOption, function.name);
 }
 
 inline void apply(SettingOptions& options, const FunctionDescriptor& function)
 {
-    applyOption(options, "ValidationFcn", function);
+    applyOption(options, validationOption, function);
 }
 
 inline void apply(SettingOptions& options, SettingValueValidator rule)
 {
-    static constexpr OptionName valueValidator = "ValueValidator";
-    applyOption(options, valueValidator, std::move(rule));
+    applyOption(options, ruleOption, std::move(rule));
 }
 
 }  // namespace detail
@@ -163,9 +166,8 @@ void addUnset(FactoryGroup& group, std::string_view name, Traits&&... traits)
 template <class Value, class... Traits>
 void addValue(FactoryGroup& group, std::string_view name, Value value, Traits&&... traits)
 {
-    static constexpr OptionName factoryValue = "FactoryValue";
     addDescribed(group, std::string(name), [&](SettingOptions& options) {
-        applyOption(options, factoryValue, std::move(value));
+        applyOption(options, detail::factoryValueOption, std::move(value));
         (detail::apply(options, std::forward<Traits>(traits)), ...);
     });
 }
