@@ -1,6 +1,8 @@
 #include <builder/factory_node.hpp>
 #include <settings_core/settings_tree.hpp>
 
+#include <boost/smart_ptr/make_shared.hpp>
+
 #include <stdexcept>
 
 namespace settings::core {
@@ -14,6 +16,14 @@ void FactorySettingsLoader::migrateData(const std::u16string& /*settingsFolder*/
 }  // namespace settings::core
 
 namespace vx::core {
+
+namespace {
+
+/// What the builder hands from group to group without looking into it.
+struct TreeContext
+{};
+
+}  // namespace
 
 SettingsTree loadTree(::settings::core::FactorySettingsLoader& loader)
 {
@@ -31,8 +41,8 @@ void loadTree(::settings::core::FactorySettingsLoader& loader, SettingsTree& tre
                                     "\": give a tree with the provider's root.");
     }
     verdix::settings::detail::IndexMemory memory;
-    // This settings core needs no context of its own.
-    verdix::settings::FactoryGroup root(nullptr, nullptr, tree.root(), std::move(rootName), &memory);
+    verdix::settings::FactoryGroup root(boost::make_shared<TreeContext>(), nullptr, tree.root(),
+                                        std::move(rootName), &memory);
     loader.createTree(root);
 }
 

@@ -53,17 +53,16 @@ Node& NodeStore::add(Node& parent, std::string_view name, NodeKind kind, const N
 /// Numbers a node and has it found by its path, or leaves everything as it was.
 Node& NodeStore::enter(NewNode node)
 {
-    // Memory for the next steps, so that nothing fails between them.
+    // Memory can run out up to the first change, and not after it.
     const std::size_t count = nodes_.size();
     if (count == nodes_.capacity()) {
-        hashes_.reserve(2 * count);
         nodes_.reserve(2 * count);
     }
     if (count == byPath_.max_load()) {
         byPath_.reserve(growthOfIndex * count);
     }
-    nodes_.push_back(node.get());
     hashes_.push_back(hashOf(node->fullName()));
+    nodes_.push_back(node.get());
     if (!byPath_.insert(static_cast<Number>(count)).second) {
         nodes_.pop_back();
         hashes_.pop_back();

@@ -19,6 +19,7 @@ public:
         EXPECT_EQ(root.parentSettingsNode, nullptr);
         EXPECT_EQ(root.settingsNode->getFullName(), "root");
         EXPECT_EQ(root.name, "root");
+        EXPECT_NE(root.treeContext, nullptr);
     }
 
     void getReleaseChanges(settings::core::ReleaseChangeTable& /*changes*/) override {}
