@@ -21,7 +21,8 @@ inline vx::core::SettingsTree buildCopies(int copies)
     const Properties group(false, false, {}, {}, {}, false, false, {});
     for (int copy = 0; copy < copies; ++copy) {
         const std::string name = "copy" + std::to_string(copy);
-        createTreeUnder(liveLoader(), tree.root()->createFactorySetting(name, false, group), name);
+        auto root = rootGroup(tree.root()->createFactorySetting(name, false, group), name);
+        liveLoader().createTree(root);
     }
     return tree;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <builder/factory_node.hpp>
+
 #include <settings/core/factory_setting_properties.hpp>
 #include <settings/core/factory_settings_loader.hpp>
 #include <settings/core/settings.hpp>
@@ -7,7 +9,6 @@
 #include <boost/smart_ptr/shared_ptr.hpp>
 
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,27 +20,27 @@ using Properties = settings::core::detail::FactorySettingProperties;
 /// One request of a provider to the settings core.
 struct Call
 {
-    std::size_t parent;  ///< number of the request that made the parent, counted from 1; 0 is the root
+    std::size_t parent;  ///< number of the group that gets the node: groups count from 1, the root is 0
     std::string name;
     bool isSetting;
     Properties properties;
 };
 
-/// A provider's requests in their order, with names and records ready: what a settings core has to do for a
-/// tree, and no more.
+/// A provider's requests in their order, with names and properties ready.
 class RecordedCalls
 {
 public:
     explicit RecordedCalls(settings::core::FactorySettingsLoader& loader);
 
-    /// Makes the requests again, under this root.
-    void replay(const Handle& root) const;
+    /// Does what the interface between loader and provider demands for this tree, and nothing else: the
+    /// requests, one full name for each group and setting, and the indexes of the groups.
+    void buildUnder(verdix::settings::FactoryGroup root) const;
 
 private:
     std::vector<Call> calls_;
 };
 
-/// Has the provider build its tree under a group of any settings core.
-void createTreeUnder(settings::core::FactorySettingsLoader& loader, const Handle& group, std::string name);
+/// A group as the settings core's loader hands it to a provider, under any settings core.
+[[nodiscard]] verdix::settings::FactoryGroup rootGroup(const Handle& node, std::string name);
 
 }  // namespace bench

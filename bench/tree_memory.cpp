@@ -126,7 +126,8 @@ void printShares()
     vx::core::SettingsTree tree("verdix");
     const Handle root = boost::make_shared<CountedNode>(shares, tree.root());
     const Allocated before = allocated;
-    createTreeUnder(liveLoader(), root, "verdix");
+    auto group = rootGroup(root, "verdix");
+    liveLoader().createTree(group);
     const Allocated all = allocated - before;
     const double settings = settingsIn(tree);
     printShare("module", all - shares.core - shares.counting, settings);

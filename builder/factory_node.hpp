@@ -1,12 +1,9 @@
 #pragma once
 
-#include <builder/index_memory.hpp>
-
 #include <settings/core/settings.hpp>
 
 #include <boost/smart_ptr/shared_ptr.hpp>
 
-#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -77,29 +74,31 @@ public:
 class FactoryGroup : public detail::FactorySettingNode
 {
 public:
-    /// As the base class has it. The settings core makes the root group, addGroup every other. The indexes of
-    /// children take their entries from `memory`, if any; it must outlive the group and what is moved from
-    /// it.
+    /// As the base class has it. The settings core makes the root group, addGroup every other.
     FactoryGroup(detail::TreeContext context, detail::SettingsNode parent, detail::SettingsNode node,
-                 std::string&& nodeName, detail::IndexMemory* memory = nullptr)
-        : FactorySettingNode(std::move(context), std::move(parent), std::move(node), std::move(nodeName)),
-          groups(Index<FactoryGroup>::allocator_type(memory)),
-          settings(Index<FactorySetting>::allocator_type(memory))
+                 std::string&& nodeName)
+        : FactorySettingNode(std::move(context), std::move(parent), std::move(node), std::move(nodeName))
     {}
+
+    /// Copies are independent, but for the node of the settings core.
+    ///@{
+    FactoryGroup(const FactoryGroup&) = default;
+    FactoryGroup(FactoryGroup&&) = default;
+    FactoryGroup& operator=(const FactoryGroup&) = default;
+    FactoryGroup& operator=(FactoryGroup&&) = default;
+    ///@}
+
+    /// Not inline: every function of an area ends with several.
+    [[gnu::noinline]] ~FactoryGroup() override {}  // NOLINT(modernize-use-equals-default)
 
     /// Always false.
     [[nodiscard]] bool isSetting() const override { return false; }
 
-    /// An ordered map of children by name.
-    template <class Child>
-    using Index = std::map<std::string, Child, std::less<std::string>,
-                           detail::IndexAllocator<std::pair<const std::string, Child>>>;
-
-    /// Groups made under this one, by name. The tree's order is that of creation, which the settings core
-    /// keeps.
-    Index<FactoryGroup> groups;
+    /// Copies of the groups made under this one, by name, each as it was when it was made. The tree's order
+    /// is that of creation, which the settings core keeps.
+    std::map<std::string, FactoryGroup> groups;
     /// Settings made under this group, by name.
-    Index<FactorySetting> settings;
+    std::map<std::string, FactorySetting> settings;
 };
 
 }  // namespace verdix::settings

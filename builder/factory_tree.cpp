@@ -2,13 +2,16 @@
 
 namespace verdix::settings {
 
+using ::settings::core::detail::FactorySettingProperties;
+
 std::string fullName(const detail::FactorySettingNode& node)
 {
-    return detail::joinPath(*node.parentSettingsNode, node.name);
+    std::string path = node.parentSettingsNode->getFullName();
+    path.reserve(path.size() + 1 + node.name.size());
+    return path.append(1, '.').append(node.name);
 }
 
-void realize(detail::FactorySettingNode& node,
-             const ::settings::core::detail::FactorySettingProperties& properties)
+void realize(detail::FactorySettingNode& node, const FactorySettingProperties& properties)
 {
     node.settingsNode =
         node.parentSettingsNode->createFactorySetting(node.name, node.isSetting(), properties);
@@ -16,50 +19,34 @@ void realize(detail::FactorySettingNode& node,
 
 namespace detail {
 
-std::string joinPath(const ::settings::core::MSettings& parent, std::string_view name)
+FactoryGroup insert(FactoryGroup& parent, FactoryGroup group, const FactorySettingProperties& properties)
 {
-    std::string path = parent.getFullName();
-    path.reserve(path.size() + 1 + name.size());
-    return path.append(1, '.').append(name);
-}
-
-::settings::core::detail::FactorySettingProperties defaultProperties()
-{
-    return {false, false, {}, {}, {}, false, false, {}};
-}
-
-FactoryGroup makeGroup(FactoryGroup& parent, std::string&& name,
-                       const ::settings::core::detail::FactorySettingProperties& properties)
-{
-    FactoryGroup group(parent.treeContext, parent.settingsNode, nullptr, std::move(name),
-                       parent.groups.get_allocator().memory());
     realize(group, properties);
     parent.groups.try_emplace(group.name, group);
     return group;
 }
 
-void makeSetting(FactoryGroup& parent, std::string&& name,
-                 const ::settings::core::detail::FactorySettingProperties& properties)
+void insert(FactoryGroup& parent, FactorySetting&& setting, const FactorySettingProperties& properties)
 {
-    // The setting is made where it stays, in the index, and so after its node.
-    SettingsNode node = parent.settingsNode->createFactorySetting(name, true, properties);
-    std::string key = name;
-    parent.settings.try_emplace(std::move(key), parent.treeContext, parent.settingsNode, std::move(node),
-                                std::move(name));
+    realize(setting, properties);
+    parent.settings.try_emplace(setting.name, std::move(setting));
 }
 
 }  // namespace detail
 
 FactoryGroup addGroup(FactoryGroup& parent, std::string name)
 {
-    return detail::makeGroup(parent, std::move(name), detail::defaultProperties());
+    auto group = detail::makeChild<FactoryGroup>(parent, std::move(name));
+    const SettingOptions options(group);
+    return detail::insert(parent, std::move(group), options.properties);
 }
 
 void addAlias(FactoryGroup& parent, std::string name, std::string target)
 {
+    auto setting = detail::makeChild<FactorySetting>(parent, std::move(name));
     auto properties = detail::defaultProperties();
     properties.setAliasName(std::move(target));
-    detail::makeSetting(parent, std::move(name), properties);
+    detail::insert(parent, std::move(setting), properties);
 }
 
 }  // namespace verdix::settings

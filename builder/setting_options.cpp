@@ -8,14 +8,11 @@
 
 namespace verdix::settings {
 
-SettingOptions::SettingOptions(const FactoryGroup& group, std::string_view child)
-    : properties(detail::defaultProperties()), parent(group), name(child)
+SettingOptions::SettingOptions(const detail::FactorySettingNode& node)
+    : properties(detail::defaultProperties()),
+      treeContext(node.treeContext),
+      fullName(verdix::settings::fullName(node))
 {}
-
-std::string SettingOptions::fullName() const
-{
-    return detail::joinPath(*parent.settingsNode, name);
-}
 
 }  // namespace verdix::settings
 
@@ -23,9 +20,14 @@ namespace verdix::settings::detail {
 
 using foundation::verdixdata::Array;
 
+::settings::core::detail::FactorySettingProperties defaultProperties()
+{
+    return {false, false, {}, {}, {}, false, false, {}};
+}
+
 void refuseName(const SettingOptions& options, std::string_view name)
 {
-    throw std::logic_error(options.fullName() + ": " + std::string(name) + " is not a valid input argument.");
+    throw std::logic_error(options.fullName + ": " + std::string(name) + " is not a valid input argument.");
 }
 
 namespace {
@@ -69,7 +71,7 @@ void refuseType(const SettingOptions& options, Option option)
     if (option == Option::factoryValue) {
         throw std::logic_error(typeErrorText(option));
     }
-    throw std::logic_error(options.fullName() + ": " + typeErrorText(option));
+    throw std::logic_error(options.fullName + ": " + typeErrorText(option));
 }
 
 void store(SettingOptions& options, Option option, bool value)
@@ -83,7 +85,7 @@ void store(SettingOptions& options, Option option, bool value)
         return;
     case Option::additionalFile:
         options.properties.additionalFile = value;
-        options.properties.additionalFileContext = options.parent.treeContext;
+        options.properties.additionalFileContext = options.treeContext;
         return;
     case Option::factoryValue:
         options.properties.factoryValue = logicalScalar(value);
@@ -103,6 +105,9 @@ void store(SettingOptions& options, Option option, int value)
 
 void store(SettingOptions& options, Option option, const char* value)
 {
+    if (value == nullptr) {
+        refuseType(options, option);
+    }
     switch (option) {
     case Option::factoryValue:
         options.properties.factoryValue = options.arrayFactory.createScalarInternal(value);
@@ -130,10 +135,10 @@ void store(SettingOptions& options, Option option, const FunctionDescriptor& val
 {
     switch (option) {
     case Option::validationFcn:
-        options.properties.validator = makeValidator(value, options.fullName());
+        options.properties.validator = makeValidator(value, options.fullName);
         return;
     case Option::factoryValueFcn:
-        options.properties.runTimeDefault = makeRunTimeDefault(value, options.fullName());
+        options.properties.runTimeDefault = makeRunTimeDefault(value, options.fullName);
         return;
     default:
         refuseType(options, option);
@@ -166,7 +171,7 @@ void store(SettingOptions& options, Option option, std::vector<internal::Setting
 
 void store(SettingOptions& options, Option option, ::settings::core::detail::ErrorHandler&& value)
 {
-    if (option != Option::errorHandler) {
+    if (option != Option::errorHandler || !value) {
         refuseType(options, option);
     }
     options.properties.errorHandler = std::move(value);

@@ -19,19 +19,20 @@ namespace verdix::settings {
 /// What the option pairs of one node are applied to.
 struct SettingOptions
 {
-    /// Begins with the all-default description of a child of this group.
-    SettingOptions(const FactoryGroup& group, std::string_view child);
+    /// Begins with the all-default description of a node under a realized group. Throws what the getFullName
+    /// of that group's node throws.
+    explicit SettingOptions(const detail::FactorySettingNode& node);
 
     ::settings::core::detail::FactorySettingProperties properties;
     foundation::verdixdata::standalone::ClientArrayFactory arrayFactory;
-    const FactoryGroup& parent;  ///< of the node that is described
-    std::string_view name;       ///< its own
-
-    /// Begins the text of every error but one; put together when there is an error to report.
-    [[nodiscard]] std::string fullName() const;
+    detail::TreeContext treeContext;
+    std::string fullName;  ///< begins the text of every error but one
 };
 
 namespace detail {
+
+/// Properties of a node with no options set.
+[[nodiscard]] ::settings::core::detail::FactorySettingProperties defaultProperties();
 
 enum class Option : unsigned char
 {
@@ -63,13 +64,13 @@ enum class Option : unsigned char
     return std::nullopt;
 }
 
-/// Raises the std::logic_error for a name that is no option's.
+/// Throws the std::logic_error for a name that is no option's.
 [[noreturn]] void refuseName(const SettingOptions& options, std::string_view name);
 
-/// Raises the option's own std::logic_error for a value of a type that it does not take.
+/// Throws the option's own std::logic_error for a value of a type that it does not take.
 [[noreturn]] void refuseType(const SettingOptions& options, Option option);
 
-// One form per type that some option takes; each raises refuseType's error for the options that do not.
+// One form per type that some option takes; each throws refuseType's error for the options that do not.
 void store(SettingOptions& options, Option option, bool value);
 void store(SettingOptions& options, Option option, int value);
 void store(SettingOptions& options, Option option, const char* value);
@@ -85,18 +86,20 @@ inline constexpr bool isOneOf = (std::is_same_v<T, Candidates> || ...);
 
 }  // namespace detail
 
-/// An option by its name, looked up once when it is a constant. Any text will do: an unknown name is refused
-/// where it is applied.
+/// An option by its name, looked up once when it is a constant. Any string will do: an unknown name is
+/// refused where it is applied, and so is a null pointer, as the empty name.
 class OptionName
 {
 public:
-    constexpr OptionName(const char* spelled) noexcept : OptionName(std::string_view(spelled)) {}
+    constexpr OptionName(const char* spelled) noexcept
+        : OptionName(spelled == nullptr ? std::string_view() : std::string_view(spelled))
+    {}
     constexpr OptionName(std::string_view spelled) noexcept
         : spelled_(spelled), option_(detail::findOption(spelled))
     {}
     OptionName(const std::string& spelled) noexcept : OptionName(std::string_view(spelled)) {}
 
-    /// Raises std::logic_error for a name that is none.
+    /// Throws std::logic_error for a name that no option has.
     [[nodiscard]] detail::Option optionFor(const SettingOptions& options) const
     {
         if (!option_) {
@@ -113,8 +116,9 @@ private:
 /// Applies one option pair. The names are "Hidden", "ReadOnly", "AdditionalFile" (bool), "FactoryValue"
 /// (bool, int, character pointer, Array), "ValidationFcn" (character pointer, FunctionDescriptor,
 /// CPPValidator), "FactoryValueFcn" (character pointer, FunctionDescriptor), "ValueValidator" (one record,
-/// which is appended, or a vector of records, which replaces) and "ErrorHandler" (a callable). Any other
-/// combination compiles and raises std::logic_error, so that it reads like every other misuse of the tree.
+/// which is appended, or a vector of records, which replaces) and "ErrorHandler" (a callable that can be
+/// copied). Any other combination, and a null character pointer, compiles and throws std::logic_error, so
+/// that it reads like every other misuse of the tree.
 template <class Value>
 void applyOption(SettingOptions& options, OptionName name, Value&& value)
 {
@@ -134,7 +138,9 @@ void applyOption(SettingOptions& options, OptionName name, Value&& value)
                                          std::vector<internal::SettingValueValidator>>)
     {
         detail::store(options, option, Type(std::forward<Value>(value)));
-    } else if constexpr (std::is_invocable_r_v<void, Type&, const std::string&, const Array&>) {
+    } else if constexpr (std::is_invocable_r_v<void, Type&, const std::string&, const Array&> &&
+                         std::is_constructible_v<ErrorHandler, Value>)
+    {
         detail::store(options, option, ErrorHandler(std::forward<Value>(value)));
     } else {
         detail::refuseType(options, option);

@@ -24,7 +24,7 @@ function(vx_install_platform)
     install(TARGETS vx_interfaces EXPORT Interfaces
         FILE_SET HEADERS DESTINATION "${headers}" COMPONENT Development
         INCLUDES DESTINATION "${headers}")  # for CMake before 3.23, which knows no file sets
-    install(FILES "${PROJECT_SOURCE_DIR}/builder/factory_node.hpp" "${PROJECT_SOURCE_DIR}/builder/index_memory.hpp"
+    install(FILES "${PROJECT_SOURCE_DIR}/builder/factory_node.hpp"
             DESTINATION "${headers}/builder" COMPONENT Development)
     if(VX_FRAMEWORK_EMBEDDED)
         # In a folder of its own, not to be searched where CppMicroServices itself is used.

@@ -44,18 +44,18 @@ void addRules(FactoryGroup& root)
         const std::string validator = std::string("verdix.settings.mustBe") + function;
         addSetting(rules, function, "ValidationFcn", validator.c_str());
     }
-    const SettingValueValidator range{.range = {{.lower = -1, .upper = 1000}}};
+    const SettingValueValidator range{{.range = {{.lower = -1, .upper = 1000}}}};
     addSetting(rules, "range", "FactoryValue", 1, "ValueValidator", range);
-    addSetting(rules, "size", "ValueValidator", SettingValueValidator{.size = {{.rows = 2, .columns = 2}}});
+    addSetting(rules, "size", "ValueValidator", SettingValueValidator{{.size = {{.rows = 2, .columns = 2}}}});
     addSetting(rules, "words", "FactoryValue", internal::charvec(std::string("short")), "ValueValidator",
-               SettingValueValidator{.allowedValues = {u"short", u"long"}, .maximumLength = 5});
+               SettingValueValidator{{.allowedValues = {u"short", u"long"}, .maximumLength = 5}});
     addSetting(rules, "list", "FactoryValue", internal::cellstr({}), "ValueValidator",
-               SettingValueValidator{.allowedValues = {u"a", u"b"}, .maximumLength = 3});
-    addSetting(rules, "element", "ValueValidator", SettingValueValidator{.elementClass = ArrayType::UINT8});
+               SettingValueValidator{{.allowedValues = {u"a", u"b"}, .maximumLength = 3}});
+    addSetting(rules, "element", "ValueValidator", SettingValueValidator{{.elementClass = ArrayType::UINT8}});
     addSetting(rules, "whole", "FactoryValue", internal::makeRow<std::int32_t>(std::array{0, 0, 255}),
-               "ValueValidator", SettingValueValidator{.colour = Colour::wholeNumbers});
+               "ValueValidator", SettingValueValidator{{.colour = Colour::wholeNumbers}});
     addSetting(rules, "colour", "ValueValidator",
-               SettingValueValidator{.allowedValues = {u"red"}, .colour = Colour::normalised});
+               SettingValueValidator{{.allowedValues = {u"red"}, .colour = Colour::normalised}});
     addSetting(rules, "called", "FactoryValue", 1, "ValidationFcn",
                makeCppValidator([](const auto&, const std::string&, const Array&) {
                    throw std::invalid_argument("is refused");

@@ -3,7 +3,7 @@
 # input that ends a target stops the run.
 #
 #   scripts/fuzz.sh                              all targets, 20 seconds each
-#   scripts/fuzz.sh --seconds 600 value options  these targets, 10 minutes each
+#   scripts/fuzz.sh --seconds 600 value settings_file  these targets, 10 minutes each
 #   scripts/fuzz.sh --merge [TARGET...]          adds to fuzz/corpus what of those finds reaches more of the code
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"

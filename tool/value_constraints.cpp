@@ -116,7 +116,7 @@ void addFactoryShape(ValueConstraints& values, const Node::Properties& propertie
     if (!factory.isAssigned() || statesSize || type == ArrayType::CHAR || type == ArrayType::CELL) {
         return;
     }
-    const auto& dimensions = factory.getDimensions();
+    const auto dimensions = factory.getDimensions();
     require(values, dimensions.size() == 2);  // settings files hold nothing else
     restrict(values, Records::Size{dimensions[0], dimensions[1]});
 }

@@ -5,10 +5,10 @@ namespace verdix::settings::tree {
 
 void buildAccessibilityArea(FactoryGroup& root)
 {
-    auto accessibility = addGroup(root, "accessibility", "Hidden", false);
+    auto accessibility = addGroup(root, "accessibility", Visible);
     addLogical(accessibility, "AccessKeysEnabled", true, Hidden);
 
-    auto screenReader = addGroup(accessibility, "screenreader", "Hidden", false);
+    auto screenReader = addGroup(accessibility, "screenreader", Visible);
     addLogical(screenReader, "AnnounceActionCompletion", true, Visible);
 }
 

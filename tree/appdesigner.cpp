@@ -16,7 +16,7 @@ void buildWindow(FactoryGroup& appDesigner)
 {
     auto window = addGroup(appDesigner, "window");
     addLogical(window, "IsMaximized", false);
-    addInt32Row(window, "Position", {100, 100, 1400, 800}, windowPosition());
+    addIntegerRow(window, "Position", {100, 100, 1400, 800}, windowPosition());
     addLogical(window, "ShowTitleFilePath", true, Visible);
     addLogical(window, "ShowTitleFileExtension", true, Visible);
 }
@@ -24,18 +24,18 @@ void buildWindow(FactoryGroup& appDesigner)
 // Both lists of files start with one file of no name, not without any.
 void buildHistory(FactoryGroup& appDesigner)
 {
-    auto history = addGroup(appDesigner, "history", "Hidden", false);
-    addCell(history, "FileList", {""}, cellOfTexts());
+    auto history = addGroup(appDesigner, "history", Visible);
+    addCell(history, "FileList", {""}, cellOfStrings());
     addInteger(history, "MaxFileListSize", 8, Visible);
 
-    auto schemoraRealtimeApps = addGroup(history, "SchemoraRealtimeApps", "Hidden", true);
-    addCell(schemoraRealtimeApps, "RecentlyBrowsedFiles", {""}, cellOfTexts());
+    auto schemoraRealtimeApps = addGroup(history, "SchemoraRealtimeApps", Hidden);
+    addCell(schemoraRealtimeApps, "RecentlyBrowsedFiles", {""}, cellOfStrings());
 }
 
 void buildDesignView(FactoryGroup& appDesigner)
 {
-    auto designView = addGroup(appDesigner, "designview", "Hidden", false);
-    addInt32(designView, "GridInterval", 10, Visible, inRange(10, 50));
+    auto designView = addGroup(appDesigner, "designview", Visible);
+    addInteger(designView, "GridInterval", 10, unchecked, Visible, inRange(10, 50));
     addLogical(designView, "ShowAlignmentHints", true, Visible);
     addLogical(designView, "ShowAxesBanner", true);
     addLogical(designView, "ShowGrid", false, Visible);
@@ -61,8 +61,8 @@ void buildCodeView(FactoryGroup& appDesigner)
 void buildComponentLibrary(FactoryGroup& appDesigner)
 {
     auto componentLibrary = addGroup(appDesigner, "componentlibrary");
-    addCell(componentLibrary, "CategoryOrder", {}, cellOfTexts());
-    addCell(componentLibrary, "Favorites", {}, cellOfTexts());
+    addCell(componentLibrary, "CategoryOrder", {}, cellOfStrings());
+    addCell(componentLibrary, "Favorites", {}, cellOfStrings());
     addText(componentLibrary, "ViewMode", "icon_view");
 }
 
@@ -70,7 +70,7 @@ void buildComponentLibrary(FactoryGroup& appDesigner)
 
 void buildAppDesignerArea(FactoryGroup& root)
 {
-    auto appDesigner = addGroup(root, "appdesigner", "Hidden", false);
+    auto appDesigner = addGroup(root, "appdesigner", Visible);
     addLogical(appDesigner, "AutoSaveOnClickAway", false, Visible);
     addLogical(appDesigner, "EnableVdappSupport", true);
 
@@ -80,7 +80,7 @@ void buildAppDesignerArea(FactoryGroup& root)
     buildDesignView(appDesigner);
     buildCodeView(appDesigner);
 
-    auto componentBrowser = addGroup(appDesigner, "compbrowser", "Hidden", false);
+    auto componentBrowser = addGroup(appDesigner, "compbrowser", Visible);
     addLogical(componentBrowser, "IncludeComponentLabels", false, Visible);
 
     auto confirmationDialogs = addGroup(appDesigner, "confirmationdialogs");
@@ -88,7 +88,7 @@ void buildAppDesignerArea(FactoryGroup& root)
 
     buildComponentLibrary(appDesigner);
 
-    auto compatibility = addGroup(appDesigner, "compatibility", "Hidden", true);
+    auto compatibility = addGroup(appDesigner, "compatibility", Hidden);
     addLogical(compatibility, "ShowBackwardCompatibilityWarningTip", true, Hidden);
 }
 

@@ -6,12 +6,12 @@ namespace verdix::settings::tree {
 void buildAppearanceArea(FactoryGroup& root)
 {
     // The words differ in case on purpose: capitals for the desktop's theme, none for that of figures.
-    auto appearance = addGroup(root, "appearance", "Hidden", true);
-    addText(appearance, "VERDIXTheme", "System", Hidden, oneOf({u"System", u"Light", u"Dark"}));
+    auto appearance = addGroup(root, "appearance", Hidden);
+    addText(appearance, "VERDIXTheme", "System", Hidden, oneOf({"System", "Light", "Dark"}));
     addUnset(appearance, "CurrentTheme", Hidden, stringScalar);  // known once the desktop runs
 
     auto figure = addGroup(appearance, "figure");
-    addText(figure, "GraphicsTheme", "auto", Hidden, oneOf({u"auto", u"light", u"dark"}));
+    addText(figure, "GraphicsTheme", "auto", Hidden, oneOf({"auto", "light", "dark"}));
 }
 
 }  // namespace verdix::settings::tree

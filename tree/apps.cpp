@@ -5,11 +5,8 @@ namespace verdix::settings::tree {
 
 namespace {
 
-// The rule for what a tool remembers from session to session.
-SettingValueValidator rememberedState()
-{
-    return maximumLength(100000);
-}
+// For what a tool remembers from session to session.
+constexpr auto rememberedState = maximumLength(100000);
 
 void addSwitches(FactoryGroup& desktop)
 {
@@ -34,36 +31,36 @@ void addSwitches(FactoryGroup& desktop)
     addLogical(desktop, "PrewarmInDebug", false, Hidden);
     addNumber(desktop, "Zoom", 100, Hidden, inRange(25, 500));  // percent
     addNumber(desktop, "TextFontSize", 12, Hidden, inRange(1, 36));
-    addCharVector(desktop, "LayoutState", "", Hidden, rememberedState());
-    addCharVector(desktop, "Documents", "", Hidden, rememberedState());
+    addText(desktop, "LayoutState", "", unchecked, Hidden, rememberedState);
+    addText(desktop, "Documents", "", unchecked, Hidden, rememberedState);
 }
 
 void buildAddressBar(FactoryGroup& desktop)
 {
     auto addressBar = addGroup(desktop, "addressbar");
-    addCharVector(addressBar, "LocationHistory", "", Hidden, rememberedState());
+    addText(addressBar, "LocationHistory", "", unchecked, Hidden, rememberedState);
 }
 
 void buildToolstrip(FactoryGroup& desktop)
 {
     auto toolstrip = addGroup(desktop, "toolstrip");
-    addCharVector(toolstrip, "QuickAccessBar", "{}", Hidden, rememberedState());
-    addCharVector(toolstrip, "AppsGalleryState", "", Hidden, rememberedState());
-    addCharVector(toolstrip, "PlotsGalleryState", "", Hidden, rememberedState());
+    addText(toolstrip, "QuickAccessBar", "{}", unchecked, Hidden, rememberedState);
+    addText(toolstrip, "AppsGalleryState", "", unchecked, Hidden, rememberedState);
+    addText(toolstrip, "PlotsGalleryState", "", unchecked, Hidden, rememberedState);
 
     auto plotsGallery = addGroup(toolstrip, "plotsgallery");
     addLogical(plotsGallery, "NewFigurePlotOption", true, Hidden);
 }
 
 // A column view of the folder browser.
-void addFolderView(FactoryGroup& currentFolder, std::string name, std::vector<std::string> columnOrder)
+void addFolderView(FactoryGroup& currentFolder, const char* name, std::span<const char* const> columnOrder)
 {
-    const auto listOfGroups = rememberedState();
+    const auto listOfGroups = rememberedState;
     const auto listOfColumns = maximumLength(100);
 
-    auto view = addGroup(currentFolder, std::move(name));
+    auto view = addGroup(currentFolder, name);
     addCell(view, "ClosedGroups", {}, listOfGroups);
-    addCell(view, "ColumnOrder", std::move(columnOrder), listOfColumns);
+    addCell(view, "ColumnOrder", columnOrder, listOfColumns);
     addCell(view, "ColumnSizes", {}, listOfColumns);
     addText(view, "GroupColumn", "");
     addText(view, "GroupMode", "");
@@ -75,31 +72,32 @@ void addFolderView(FactoryGroup& currentFolder, std::string name, std::vector<st
 
 void buildCurrentFolderParts(FactoryGroup& currentFolder)
 {
-    const std::vector<std::string> allColumns = {"icon", "name",        "size",     "modified", "description",
-                                                 "type", "modifiedUtc", "cmStatus", "preview",  "location"};
+    static constexpr std::array allColumns = {"icon", "name",        "size",     "modified", "description",
+                                              "type", "modifiedUtc", "cmStatus", "preview",  "location"};
+    static constexpr std::span shortColumns(allColumns.data(), 6);
 
     auto autoRefresh = addGroup(currentFolder, "autorefresh");
     addLogical(autoRefresh, "Enabled", true);
-    addDouble(autoRefresh, "Interval", 3, integerScalar);
+    addNumber(autoRefresh, "Interval", 3, integerScalar);
 
-    addFolderView(currentFolder, "lastfolder", {"icon", "name", "size", "modified", "description", "type"});
+    addFolderView(currentFolder, "lastfolder", shortColumns);
     addFolderView(currentFolder, "layout", allColumns);
     addFolderView(currentFolder, "lastsearch", allColumns);
 
     auto pathAffordance = addGroup(currentFolder, "pathaffordance");
     addLogical(pathAffordance, "Enabled", true);
-    addDouble(pathAffordance, "Transparency", 40, integerScalar);
+    addNumber(pathAffordance, "Transparency", 40, integerScalar);
 
     auto detailViewer = addGroup(currentFolder, "detailviewer");
     addLogical(detailViewer, "Collapsed", false);
     addNumber(detailViewer, "Ratio", 0);
-    addDouble(detailViewer, "Size", 0, integerScalar);
+    addNumber(detailViewer, "Size", 0, integerScalar);
 }
 
 void buildCurrentFolder(FactoryGroup& desktop)
 {
     auto currentFolder = addGroup(desktop, "currentfolder");
-    addDouble(currentFolder, "CurrentFolderSize", 15000, integerScalar);
+    addNumber(currentFolder, "CurrentFolderSize", 15000, integerScalar);
     addLogical(currentFolder, "ShowHiddenFiles", false);
     addCell(currentFolder, "History", {}, maximumLength(500));
 
@@ -108,9 +106,9 @@ void buildCurrentFolder(FactoryGroup& desktop)
     buildAddressBar(desktop);
     buildToolstrip(desktop);
 
-    addDouble(currentFolder, "HistorySize", 20, integerScalar);
+    addNumber(currentFolder, "HistorySize", 20, integerScalar);
     addLogical(currentFolder, "IsJSCurrentFolderInstance", false);
-    addCell(currentFolder, "EphemeralRoots", {}, rememberedState());
+    addCell(currentFolder, "EphemeralRoots", {}, rememberedState);
 
     buildCurrentFolderParts(currentFolder);
 }
@@ -144,11 +142,11 @@ void buildPairbot(FactoryGroup& desktop)
 
 void buildDesktop(FactoryGroup& root)
 {
-    auto desktop = addGroup(root, "desktop", "Hidden", true);
+    auto desktop = addGroup(root, "desktop", Hidden);
     addSwitches(desktop);
 
     auto layout = addGroup(desktop, "layout");
-    addCharVector(layout, "CustomLayouts", "", Hidden, maximumLength(1000000));
+    addText(layout, "CustomLayouts", "", unchecked, Hidden, maximumLength(1000000));
 
     auto help = addGroup(desktop, "help");
     addText(help, "DocLanguage", "");

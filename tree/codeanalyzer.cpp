@@ -24,10 +24,10 @@ std::u16string defaultConfigurationFile()
 
 void buildCodeAnalyzerArea(FactoryGroup& root)
 {
-    auto configurationFile = internal::charvec(defaultConfigurationFile());
+    std::u16string configurationFile = defaultConfigurationFile();
 
-    auto codeAnalyzer = addGroup(root, "codeanalyzer", "Hidden", false);
-    addValue(codeAnalyzer, "ActiveConfigurationFile", std::move(configurationFile), stringScalar, Visible);
+    auto codeAnalyzer = addGroup(root, "codeanalyzer", Visible);
+    addText(codeAnalyzer, "ActiveConfigurationFile", std::move(configurationFile), Visible);
     addLogical(codeAnalyzer, "EnableIntegratedMessages", true, Visible);
     addText(codeAnalyzer, "ModifiedDefaultSettings", "");
     addInteger(codeAnalyzer, "UnderlineOption", 3, Visible, inRange(0, 3));

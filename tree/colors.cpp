@@ -7,7 +7,7 @@ namespace {
 
 void buildCommandWindow(FactoryGroup& colors)
 {
-    auto commandWindow = addGroup(colors, "commandwindow", "Hidden", false);
+    auto commandWindow = addGroup(colors, "commandwindow", Visible);
     addColour(commandWindow, "ErrorColor", {183, 49, 44}, Visible);
     addColour(commandWindow, "HyperlinkColor", {22, 86, 167}, Visible);
     addColour(commandWindow, "WarningColor", {179, 98, 5}, Visible);
@@ -15,7 +15,7 @@ void buildCommandWindow(FactoryGroup& colors)
 
 void buildProgrammingTools(FactoryGroup& colors)
 {
-    auto programmingTools = addGroup(colors, "programmingtools", "Hidden", false);
+    auto programmingTools = addGroup(colors, "programmingtools", Visible);
     addColour(programmingTools, "AutofixHighlightColor", {255, 245, 188}, Visible);
     addLogical(programmingTools, "AutomaticallyHighlightVariables", true, Visible);
     addColour(programmingTools, "CodeAnalyzerWarningColor", {237, 177, 32}, Visible);
@@ -30,7 +30,7 @@ void buildProgrammingTools(FactoryGroup& colors)
 
 void buildColorsArea(FactoryGroup& root)
 {
-    auto colors = addGroup(root, "colors", "Hidden", false);
+    auto colors = addGroup(root, "colors", Visible);
     addText(colors, "DesktopColors", "", Hidden);
     addText(colors, "SyntaxHighlightingColors", "", Hidden);
     addLogical(colors, "UseSystemColor", true);

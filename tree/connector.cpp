@@ -44,11 +44,11 @@ bool isCdAnywhereDisabled()
 void buildConnectorArea(FactoryGroup& root)
 {
     const bool cdAnywhereDisabled = isCdAnywhereDisabled();
-    const auto listOfTexts = cellOfTexts();
+    const auto anyStrings = cellOfStrings();
 
     auto connector = addGroup(root, "connector");
-    addCell(connector, "InterfacesBlocklist", {"awdl"}, listOfTexts);
-    addValue(connector, "StaticPaths", internal::cell({1, 0}), Visible, listOfTexts);
+    addCell(connector, "InterfacesBlocklist", {"awdl"}, anyStrings);
+    addValue(connector, "StaticPaths", internal::cell({1, 0}), Visible, anyStrings);
 
     auto online = addGroup(root, "online");
     addLogical(online, "cdAnywhereDisabled", cdAnywhereDisabled, Hidden);

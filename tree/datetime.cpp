@@ -1,4 +1,3 @@
-#include <builder/validators.hpp>
 #include <component/inputs.hpp>
 #include <tree/areas.hpp>
 #include <tree/vocabulary.hpp>
@@ -26,16 +25,13 @@ DateTimeDefaults defaultsOf(const Service& service)
 
 // Each setting holds the service for as long as it may be checked. Without a service there is nobody to
 // judge, and every value is accepted.
-void addServiceChecked(FactoryGroup& group, std::string name, std::u16string value, const Service& service,
-                       Check check)
+auto forwardedTo(const Service& service, Check check)
 {
-    auto forward = [service, check](const auto& node, const auto& setting, const auto& proposed) {
+    return checkedBy([service, check](const auto& node, const auto& setting, const auto& proposed) {
         if (service) {
             (service.get()->*check)(node, setting, proposed);
         }
-    };
-    addSetting(group, std::move(name), "FactoryValue", internal::charvec(std::move(value)), "ValidationFcn",
-               makeCppValidator(std::move(forward)));
+    });
 }
 
 }  // namespace
@@ -48,10 +44,12 @@ void buildDateTimeArea(FactoryGroup& root)
     auto [locale, dateFormat, dateTimeFormat] = defaultsOf(service);
 
     auto dateTime = addGroup(root, "datetime");
-    addServiceChecked(dateTime, "DefaultDateFormat", std::move(dateFormat), service, &Interface::checkFormat);
-    addServiceChecked(dateTime, "DefaultFormat", std::move(dateTimeFormat), service, &Interface::checkFormat);
-    addServiceChecked(dateTime, "DisplayLocale", std::move(locale), service, &Interface::checkLocale);
-    addServiceChecked(dateTime, "ValidationWarning", u"", service, &Interface::checkValidationWarning);
+    addText(dateTime, "DefaultDateFormat", std::move(dateFormat),
+            forwardedTo(service, &Interface::checkFormat));
+    addText(dateTime, "DefaultFormat", std::move(dateTimeFormat),
+            forwardedTo(service, &Interface::checkFormat));
+    addText(dateTime, "DisplayLocale", std::move(locale), forwardedTo(service, &Interface::checkLocale));
+    addText(dateTime, "ValidationWarning", "", forwardedTo(service, &Interface::checkValidationWarning));
 }
 
 }  // namespace verdix::settings::tree

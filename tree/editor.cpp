@@ -8,45 +8,24 @@ namespace verdix::settings::tree {
 
 namespace {
 
-SettingValueValidator figureFormat()
-{
-    return oneOf({u"png", u"jpeg", u"tiff", u"eps", u"pdf"});
-}
-
-// Dots per inch.
-SettingValueValidator figureResolution()
-{
-    return atLeast(1);
-}
-
-// Four lengths in points.
-SettingValueValidator margins()
-{
-    return {.range = {{.lower = 0}}, .size = {{1, 4}}};
-}
-
-SettingValueValidator orientation()
-{
-    return oneOf({u"Portrait", u"Landscape"});
-}
-
-SettingValueValidator paperSize()
-{
-    return oneOf(
-        {u"Letter", u"Legal", u"Tabloid", u"Executive", u"A2", u"A3", u"A4", u"A5", u"B4", u"B5", u"Custom"});
-}
+constexpr auto figureFormat = oneOf({"png", "jpeg", "tiff", "eps", "pdf"});
+constexpr auto figureResolution = atLeast(1);   // dots per inch
+constexpr auto margins = rowOf(4, atLeast(0));  // points
+constexpr auto orientation = oneOf({"Portrait", "Landscape"});
+constexpr auto paperSize =
+    oneOf({"Letter", "Legal", "Tabloid", "Executive", "A2", "A3", "A4", "A5", "B4", "B5", "Custom"});
 
 template <class... Traits>
 void addFigureResolution(FactoryGroup& group, Traits... traits)
 {
-    addValue(group, "FigureResolution", internal::makeScalar<short>(600), integerScalar, figureResolution(),
+    addValue(group, "FigureResolution", internal::makeScalar<short>(600), integerScalar, figureResolution,
              traits...);
 }
 
 void buildGeneral(FactoryGroup& editor)
 {
-    const auto liveScriptFormat = oneOf({u"M", u"m", u"VDX", u"vdx"});
-    const auto listOfFiles = cellOfTexts();
+    const auto liveScriptFormat = oneOf({"M", "m", "VDX", "vdx"});
+    const auto listOfFiles = cellOfStrings();
 
     addLogical(editor, "UseVERDIXEditor", true);
     addText(editor, "OtherEditor", "");
@@ -54,7 +33,7 @@ void buildGeneral(FactoryGroup& editor)
     addLogical(editor, "HasResetLiveScriptFormatSetting", false, Hidden);
     addLogical(editor, "HasResetWelcomeBannerR2026b", false, Hidden);
     addText(editor, "DefaultLineEnding", "CRLF");
-    addInt32(editor, "RecentFileListSize", 8, inRange(0, 100));
+    addInteger(editor, "RecentFileListSize", 8, unchecked, inRange(0, 100));
     addCell(editor, "RecentClosedFileList", {}, Hidden, listOfFiles);
     addLogical(editor, "ShowLastClosedFileNotFoundDialog", true, Hidden);
     addCell(editor, "RecentFileList", {}, Hidden, listOfFiles);
@@ -78,18 +57,18 @@ void buildGeneral(FactoryGroup& editor)
     addLogical(editor, "EnableSynchronousEvaluation", false);
     addLogical(editor, "UseLegacyEditor", false, Hidden);
     addLogical(editor, "EnableSharedBrowserForLiveScript", false, Hidden);
-    addDouble(editor, "MaxTokenizationLineLength", 10000, integerScalar, Hidden);
-    addCharVector(editor, "PreviouslyOpenedFiles", "", Hidden, maximumLength(100000));
-    addInt32(editor, "MinimumFramesForAnimation", 10, atLeast(1));
+    addNumber(editor, "MaxTokenizationLineLength", 10000, integerScalar, Hidden);
+    addText(editor, "PreviouslyOpenedFiles", "", unchecked, Hidden, maximumLength(100000));
+    addInteger(editor, "MinimumFramesForAnimation", 10, unchecked, atLeast(1));
 
-    auto equations = addGroup(editor, "equations", "Hidden", true);
-    addCharVector(equations, "EquationEditorSymbolsGalleryState", "", maximumLength(100000));
-    addCharVector(equations, "EquationEditorStructuresGalleryState", "", maximumLength(100000));
+    auto equations = addGroup(editor, "equations", Hidden);
+    addText(equations, "EquationEditorSymbolsGalleryState", "", unchecked, maximumLength(100000));
+    addText(equations, "EquationEditorStructuresGalleryState", "", unchecked, maximumLength(100000));
 
-    auto debug = addGroup(editor, "debug", "Hidden", true);
+    auto debug = addGroup(editor, "debug", Hidden);
     addLogical(debug, "EnableNestedDebuggingLiveEditor", false, Hidden);
 
-    auto print = addGroup(editor, "print", "Hidden", true);
+    auto print = addGroup(editor, "print", Hidden);
     addInteger(print, "Options", 0x2210C809, Hidden);  // print flags packed into one word
     addText(print, "TextFont", "0, 10, Monospace", Hidden);
     addText(print, "HeaderFont", "0, 10, Monospace", Hidden);
@@ -98,14 +77,14 @@ void buildGeneral(FactoryGroup& editor)
 // Margins, the same on every side, and the custom paper's width and height are in points.
 void addPage(FactoryGroup& dialog, int margin)
 {
-    const auto marginType = oneOf({u"Default", u"Narrow", u"Wide", u"Custom"});
-    const SettingValueValidator customPaperSize{.range = {{.lower = 1}}, .size = {{1, 2}}};
+    const auto marginType = oneOf({"Default", "Narrow", "Wide", "Custom"});
+    const auto customPaperSize = rowOf(2, atLeast(1));
 
-    addInt32Row(dialog, "Margins", {margin, margin, margin, margin}, Hidden, margins());
-    addCharVector(dialog, "MarginType", "Default", Hidden, marginType);
-    addText(dialog, "Orientation", "Portrait", Hidden, orientation());
-    addText(dialog, "PaperSize", "Letter", Hidden, paperSize());
-    addInt32Row(dialog, "CustomPaperSize", {612, 792}, Hidden, customPaperSize);
+    addIntegerRow(dialog, "Margins", {margin, margin, margin, margin}, Hidden, margins);
+    addText(dialog, "MarginType", "Default", unchecked, Hidden, marginType);
+    addText(dialog, "Orientation", "Portrait", Hidden, orientation);
+    addText(dialog, "PaperSize", "Letter", Hidden, paperSize);
+    addIntegerRow(dialog, "CustomPaperSize", {612, 792}, Hidden, customPaperSize);
 }
 
 // What the dialog of one file format asks for; it has no setting for what is left out.
@@ -130,20 +109,20 @@ constexpr ExportDialog exportDialogs[] = {
 
 void addExportDialog(FactoryGroup& exportDialog, const ExportDialog& asked)
 {
-    auto dialog = addGroup(exportDialog, asked.format, "Hidden", true);
+    auto dialog = addGroup(exportDialog, asked.format, Hidden);
     if (asked.figureFormat) {
-        addText(dialog, "FigureFormat", asked.figureFormat, Hidden, figureFormat());
+        addText(dialog, "FigureFormat", asked.figureFormat, Hidden, figureFormat);
         addFigureResolution(dialog, Hidden);
     }
     if (asked.margin) {
         addPage(dialog, *asked.margin);
     }
     if (asked.embedImages) {
-        addCharVector(dialog, "MediaPath", "", Hidden);
+        addText(dialog, "MediaPath", "", unchecked, Hidden);
         addLogical(dialog, "EmbedImages", *asked.embedImages, Hidden);
     }
     if (asked.outputs) {
-        addCharVector(dialog, "OutputLanguage", "", Hidden);
+        addText(dialog, "OutputLanguage", "", unchecked, Hidden);
         addLogical(dialog, "IncludeOutputs", true, Hidden);
     }
     if (asked.html) {
@@ -153,12 +132,12 @@ void addExportDialog(FactoryGroup& exportDialog, const ExportDialog& asked)
 
 void buildDialogs(FactoryGroup& editor)
 {
-    auto exportDialog = addGroup(editor, "exportDialog", "Hidden", true);
+    auto exportDialog = addGroup(editor, "exportDialog", Hidden);
     for (const ExportDialog& dialog : exportDialogs) {
         addExportDialog(exportDialog, dialog);
     }
 
-    auto printDialog = addGroup(editor, "printDialog", "Hidden", true);
+    auto printDialog = addGroup(editor, "printDialog", Hidden);
     addPage(printDialog, 28);
     addLogical(printDialog, "PageNumbers", false, Hidden);
     addLogical(printDialog, "LineNumbers", true, Hidden);
@@ -169,41 +148,41 @@ void buildDialogs(FactoryGroup& editor)
 void buildPageSetup(FactoryGroup& exports)
 {
     const auto addInherited = [](FactoryGroup& format) {
-        addUnset(format, "Orientation", stringScalar, orientation());
-        addUnset(format, "PaperSize", stringScalar, paperSize());
+        addUnset(format, "Orientation", stringScalar, orientation);
+        addUnset(format, "PaperSize", stringScalar, paperSize);
     };
 
     auto pageSetup = addGroup(exports, "pagesetup");
-    addText(pageSetup, "PaperSize", "Letter", paperSize());
-    addText(pageSetup, "Orientation", "Portrait", orientation());
-    addInt32Row(pageSetup, "Margins", {72, 72, 72, 72}, margins());
+    addText(pageSetup, "PaperSize", "Letter", paperSize);
+    addText(pageSetup, "Orientation", "Portrait", orientation);
+    addIntegerRow(pageSetup, "Margins", {72, 72, 72, 72}, margins);
 
     auto pdf = addGroup(pageSetup, "pdf");
-    addInt32Row(pdf, "Margins", {28, 28, 28, 28}, margins());
+    addIntegerRow(pdf, "Margins", {28, 28, 28, 28}, margins);
     addInherited(pdf);
 
     auto docx = addGroup(pageSetup, "docx");
-    addUnset(docx, "Margins", margins());
+    addUnset(docx, "Margins", margins);
     addInherited(docx);
 
     auto latex = addGroup(pageSetup, "latex");
-    addInt32Row(latex, "Margins", {134, 125, 134, 120}, margins());  // uneven on purpose
+    addIntegerRow(latex, "Margins", {134, 125, 134, 120}, margins);  // uneven on purpose
     addInherited(latex);
 }
 
 void buildExport(FactoryGroup& editor)
 {
     auto exports = addGroup(editor, "export");
-    addText(exports, "FigureFormat", "png", figureFormat());
+    addText(exports, "FigureFormat", "png", figureFormat);
     addFigureResolution(exports);
 
     auto pdf = addGroup(exports, "pdf");
-    addUnset(pdf, "FigureFormat", stringScalar, figureFormat());
-    addUnset(pdf, "FigureResolution", integerScalar, figureResolution());
+    addUnset(pdf, "FigureFormat", stringScalar, figureFormat);
+    addUnset(pdf, "FigureResolution", integerScalar, figureResolution);
 
     auto latex = addGroup(exports, "latex");
-    addText(latex, "FigureFormat", "eps", figureFormat());
-    addUnset(latex, "FigureResolution", integerScalar, figureResolution());
+    addText(latex, "FigureFormat", "eps", figureFormat);
+    addUnset(latex, "FigureResolution", integerScalar, figureResolution);
 
     buildPageSetup(exports);
 }
@@ -212,13 +191,12 @@ void buildDisplay(FactoryGroup& editor)
 {
     auto displaySettings = addGroup(editor, "displaysettings");
     addLogical(displaySettings, "DataTipsInEditMode", false);
-    addText(displaySettings, "DefaultView", "code", Hidden,
-            oneOf({u"code", u"inline", u"right", u"hidecode"}));
+    addText(displaySettings, "DefaultView", "code", Hidden, oneOf({"code", "inline", "right", "hidecode"}));
     addLogical(displaySettings, "EnableInlineOutputFocus", true);
     addLogical(displaySettings, "HighlightCurrentLine", false);
     addColour(displaySettings, "HighlightCurrentLineColor", {229, 250, 221});
     addLogical(displaySettings, "LiveEditorDataTips", true);
-    addText(displaySettings, "DataTipsMode", "on", Hidden, oneOf({u"on", u"off"}));
+    addText(displaySettings, "DataTipsMode", "on", Hidden, oneOf({"on", "off"}));
     addLogical(displaySettings, "ShowCodeFoldingMargin", true, Hidden);
     addLogical(displaySettings, "ShowLineNumbers", true);
     addLogical(displaySettings, "ShowOpenAsLiveScriptBanner", true);
@@ -256,7 +234,7 @@ void buildTabAndIndent(FactoryGroup& editor)
     addLogical(indent, "SmartIndentEntireDocument", false);
     addLogical(indent, "RemoveAutomaticWhitespace", true);
     addLogical(indent, "PadEmptyLines", false);
-    addDouble(indent, "AutoIndentMaxLines", 100, Hidden, atLeast(0));
+    addNumber(indent, "AutoIndentMaxLines", 100, unchecked, Hidden, atLeast(0));
 }
 
 }  // namespace

@@ -91,7 +91,7 @@ void addLanguage(FactoryGroup& language, const Language& added)
 
 void buildOwnLanguage(FactoryGroup& language)
 {
-    auto verdix = addGroup(language, "verdix", "Hidden", false);
+    auto verdix = addGroup(language, "verdix", Visible);
     addLogical(verdix, "EnableSyntaxHighlighting", true);
     addLogical(verdix, "EnableVariableAndFunctionRenaming", true);
     addText(verdix, "FunctionIndentingFormat", "MixedFunctionIndent");
@@ -107,7 +107,7 @@ void buildOwnLanguage(FactoryGroup& language)
 // Unlike those of the other languages, its colours are expressly visible.
 void buildMarkdown(FactoryGroup& language)
 {
-    auto markdown = addGroup(language, "markdown", "Hidden", false);
+    auto markdown = addGroup(language, "markdown", Visible);
     addText(markdown, "SyntaxHighlightingColors", "", Hidden);
     addColour(markdown, "HeadingColor", {192, 76, 11}, Visible);
     addColour(markdown, "HorizontalRuleColor", {192, 76, 11}, Visible);

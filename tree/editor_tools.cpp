@@ -38,9 +38,9 @@ void buildCodingAids(FactoryGroup& editor)
     auto layout = addGroup(editor, "layout");
     addLogical(layout, "Responsive", false);
 
-    auto codingUi = addGroup(editor, "codingui", "Hidden", true);
+    auto codingUi = addGroup(editor, "codingui", Hidden);
     addLogical(codingUi, "Prewarm", true);
-    addCharVector(codingUi, "LiveAppsGalleryState", "", maximumLength(100000));
+    addText(codingUi, "LiveAppsGalleryState", "", unchecked, maximumLength(100000));
     addLogical(codingUi, "EnableTaskExecutionModel", false);
 
     auto autocompletions = addGroup(editor, "autocompletions");
@@ -101,10 +101,10 @@ void buildTypingAids(FactoryGroup& editor)
 
 void buildPresentation(FactoryGroup& editor)
 {
-    auto present = addGroup(editor, "present", "Hidden", true);
+    auto present = addGroup(editor, "present", Hidden);
     addInteger(present, "DefaultPresentationZoomLevel", 200, Hidden, inRange(10, 1000));  // percent
 
-    auto automaticSlideBreaks = addGroup(present, "automaticslidebreaks", "Hidden", true);
+    auto automaticSlideBreaks = addGroup(present, "automaticslidebreaks", Hidden);
     addLogical(automaticSlideBreaks, "SectionBreak", true, Hidden);
     addLogical(automaticSlideBreaks, "Title", true, Hidden);
     addLogical(automaticSlideBreaks, "HeadingLevel1", true, Hidden);
@@ -137,12 +137,12 @@ void buildSavingAndOutputs(FactoryGroup& editor)
 void buildSpellingAndStyles(FactoryGroup& editor)
 {
     auto spelling = addGroup(editor, "spelling");
-    addText(spelling, "CheckSpelling", "auto", oneOf({u"auto", u"on", u"off"}));
+    addText(spelling, "CheckSpelling", "auto", oneOf({"auto", "on", "off"}));
     addLogical(spelling, "CheckInMonospaceText", false);
     addLogical(spelling, "CheckInCodeComments", true);
     addLogical(spelling, "CheckInCodeStrings", false);
 
-    auto styles = addGroup(editor, "styles", "Hidden", true);
+    auto styles = addGroup(editor, "styles", Hidden);
     addLogical(styles, "ApplyCustomizationsToNewScripts", false, Hidden);
     addText(styles, "Customizations", "{}", Hidden);
 }
@@ -165,20 +165,20 @@ void buildFind(FactoryGroup& editor)
 
 void buildPanels(FactoryGroup& editor)
 {
-    auto variables = addGroup(editor, "variables", "Hidden", true);
+    auto variables = addGroup(editor, "variables", Hidden);
     addLogical(variables, "TableOutputSparklines", false, Hidden);
     addLogical(variables, "TableOutputSummaryStats", false, Hidden);
 
-    auto tools = addGroup(editor, "tools", "Hidden", true);
+    auto tools = addGroup(editor, "tools", Hidden);
     addLogical(tools, "EnableProblemsPanel", false, Hidden);
     addLogical(tools, "OpenPanelOnDebugStart", true, Hidden);
 
-    auto outline = addGroup(tools, "outline", "Hidden", true);
+    auto outline = addGroup(tools, "outline", Hidden);
     addLogical(outline, "ShowOutlinePanel", false, Hidden);
     addText(outline, "SortByType", "Position", Hidden);
     addLogical(outline, "FollowCursor", false, Hidden);
 
-    auto snippet = addGroup(editor, "snippet", "Hidden", true);
+    auto snippet = addGroup(editor, "snippet", Hidden);
     addLogical(snippet, "ShowTooltip", true, Hidden);
 }
 

@@ -11,7 +11,7 @@ void buildJava(FactoryGroup& interfaces)
     addNumber(java, "HeapSize", 1728);  // megabytes
     for (const char* platform : {"glnxa64", "maca64", "maci64", "win64"}) {
         auto group = addGroup(java, platform);
-        addValue(group, "JrePath", "system", stringScalar);  // a string, unlike the texts of other settings
+        addString(group, "JrePath", "system");  // a string, unlike the texts of other settings
     }
 }
 
@@ -27,14 +27,14 @@ void buildExternalInterfacesArea(FactoryGroup& root)
     addText(python, "ExecutionMode", "InProcess");
     auto cpp = addGroup(interfaces, "cpp");
     addText(cpp, "ExecutionMode", "inprocess");
-    addCell(python, "Version", std::vector<std::string>(4), rowOf(4, cellOfTexts()));
+    addCell(python, "Version", {"", "", "", ""}, rowOf(4, cellOfStrings()));
 
     buildJava(interfaces);
 
     auto dotnet = addGroup(interfaces, "dotnet");
     addText(dotnet, "DotnetVersion", "");
     addText(dotnet, "Framework", "");
-    addCharVector(dotnet, "Version", "framework", oneOf({u"framework", u"core"}));
+    addText(dotnet, "Version", "framework", unchecked, oneOf({"framework", "core"}));
 }
 
 }  // namespace verdix::settings::tree

@@ -7,13 +7,13 @@ namespace {
 
 struct FontRules
 {
-    SettingValueValidator size = inRange(1, 100);  // points
-    SettingValueValidator style = inRange(0, 3);   // plain, bold, italic, both
+    Constraint size = inRange(1, 100);  // points
+    Constraint style = inRange(0, 3);   // plain, bold, italic, both
 };
 
 void buildCodeFont(FactoryGroup& fonts, const FontRules& rules)
 {
-    auto codeFont = addGroup(fonts, "codefont", "Hidden", false);
+    auto codeFont = addGroup(fonts, "codefont", Visible);
     addText(codeFont, "Name", "Monospaced");
     addInteger(codeFont, "Style", 0, rules.style);
     addInteger(codeFont, "Size", 10, rules.size);
@@ -23,7 +23,7 @@ void buildCustomFonts(FactoryGroup& fonts, const FontRules& rules)
 {
     auto custom = addGroup(fonts, "custom");
     auto editor = addGroup(custom, "editor");
-    addText(editor, "FontToUse", "CodeFont", oneOf({u"CodeFont", u"TextFont", u"CustomFont"}));
+    addText(editor, "FontToUse", "CodeFont", oneOf({"CodeFont", "TextFont", "CustomFont"}));
     addText(editor, "Name", "Courier");
     addInteger(editor, "Size", 9, rules.size);
     addInteger(editor, "Style", 0, rules.style);
@@ -58,15 +58,15 @@ constexpr ParagraphFont paragraphFonts[] = {
 
 void buildEditorFonts(FactoryGroup& fonts)
 {
-    const auto styles = oneOf({u"plain", u"bold", u"italic"});
+    const auto styles = oneOf({"plain", "bold", "italic"});
     const auto service = [](const char* function) { return native("libvxservices", function); };
 
-    auto editor = addGroup(fonts, "editor", "Hidden", false);
+    auto editor = addGroup(fonts, "editor", Visible);
     for (const auto& font : paragraphFonts) {
-        auto paragraph = addGroup(editor, font.paragraph, "Hidden", false);
+        auto paragraph = addGroup(editor, font.paragraph, Visible);
         addText(paragraph, "Name", font.name);
         addCell(paragraph, "Style", {font.style}, styles, service("validateFontStyle"));
-        addCharVector(paragraph, "Size", font.size, service("validateFontSize"));
+        addText(paragraph, "Size", font.size, service("validateFontSize"));
         addColour(paragraph, "Color", font.colour, service("validateFontColor"));
     }
 }
@@ -77,7 +77,7 @@ void buildFontsArea(FactoryGroup& root)
 {
     const FontRules rules;
 
-    auto fonts = addGroup(root, "fonts", "Hidden", false);
+    auto fonts = addGroup(root, "fonts", Visible);
     buildCodeFont(fonts, rules);
     buildCustomFonts(fonts, rules);
     buildTextFont(fonts, rules);

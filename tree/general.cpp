@@ -8,27 +8,27 @@ namespace verdix::settings::tree {
 
 void buildGeneralArea(FactoryGroup& root)
 {
-    const auto algorithms = oneOf({u"twister", u"philox", u"threefry", u"combRecursive", u"multFibonacci"});
+    const auto algorithms = oneOf({"twister", "philox", "threefry", "combRecursive", "multFibonacci"});
     const auto seeds = inRange(0, std::numeric_limits<std::uint32_t>::max());
 
-    auto general = addGroup(root, "general", "Hidden", false);
+    auto general = addGroup(root, "general", Visible);
 
     auto internal = addGroup(general, "internal");
     addLogical(internal, "VERDIXOnlinePrefToResync", false);
 
-    auto matFile = addGroup(general, "matfile", "Hidden", false);
+    auto matFile = addGroup(general, "matfile", Visible);
     addLogical(matFile, "EnableCompression", true);
     addLogical(matFile, "ProtectedLoading", false, Hidden);
-    addText(matFile, "SaveFormat", "v7", oneOf({u"v6", u"v7", u"v7.3"}));
+    addText(matFile, "SaveFormat", "v7", oneOf({"v6", "v7", "v7.3"}));
 
     auto verdixDrive = addGroup(general, "verdixdrive");
     addText(verdixDrive, "DefaultVisibility", "", Hidden);
 
-    auto randomNumbers = addGroup(general, "randomnumbers", "Hidden", false);
-    addCharVector(randomNumbers, "DefaultAlgorithm", "twister", algorithms);
-    addDouble(randomNumbers, "DefaultSeed", 0, seeds);
+    auto randomNumbers = addGroup(general, "randomnumbers", Visible);
+    addText(randomNumbers, "DefaultAlgorithm", "twister", unchecked, algorithms);
+    addNumber(randomNumbers, "DefaultSeed", 0, unchecked, seeds);
 
-    auto windows = addGroup(general, "windows", "Hidden", false);
+    auto windows = addGroup(general, "windows", Visible);
     addLogical(windows, "AutoCollapse", true);
 }
 

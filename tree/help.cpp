@@ -24,12 +24,12 @@ void buildHelpArea(FactoryGroup& root)
     addLogical(help, "OptionalDocInstall", true);
     addLogical(help, "DocSearchDirectConnection", false);
     addLogical(help, "DocSearchEnableIPC", true);
-    const std::vector<std::string> products = {"verdixOnline", "verdixDesktop"};
+    static constexpr std::array products = {"verdixOnline", "verdixDesktop"};
     addCell(help, "SystemBrowserForDoc", products, cellOf(products));
 
     auto csh = addGroup(help, "csh");
     auto window = addGroup(csh, "window");
-    addDoubleRow(window, "Position", {100, 100, 800, 500}, windowPosition());
+    addNumberRow(window, "Position", {100, 100, 800, 500}, windowPosition());
 }
 
 }  // namespace verdix::settings::tree

@@ -5,19 +5,19 @@ namespace verdix::settings::tree {
 
 void buildKeyboardArea(FactoryGroup& root)
 {
-    const auto platform = oneOf({u"windows", u"linux", u"mac"});
+    const auto platform = oneOf({"windows", "linux", "mac"});
 
-    auto keyboard = addGroup(root, "keyboard", "Hidden", false);
+    auto keyboard = addGroup(root, "keyboard", Visible);
 
-    auto delimiter = addGroup(keyboard, "delimiter", "Hidden", false);
+    auto delimiter = addGroup(keyboard, "delimiter", Visible);
     addLogical(delimiter, "ShowMatchesOnArrowKey", true);
     addLogical(delimiter, "ShowMatchesWhenTyping", true);
 
-    auto shortcuts = addGroup(keyboard, "shortcuts", "Hidden", true);
+    auto shortcuts = addGroup(keyboard, "shortcuts", Hidden);
     addText(shortcuts, "ActiveKeyset", "");
     addText(shortcuts, "ActivePlatform", "", platform);  // none of the words until somebody chooses one
     addText(shortcuts, "ActiveFilePath", "");
-    addCell(shortcuts, "CustomFilePath", {}, cellOfTexts());
+    addCell(shortcuts, "CustomFilePath", {}, cellOfStrings());
 }
 
 }  // namespace verdix::settings::tree

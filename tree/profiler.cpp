@@ -22,7 +22,7 @@ void buildShowFeature(FactoryGroup& profiler)
 struct SortState
 {
     const char* table;
-    std::vector<const char*> texts;
+    std::initializer_list<const char*> texts;
 };
 
 void buildTables(FactoryGroup& profiler)
@@ -50,8 +50,8 @@ void buildProfilerArea(FactoryGroup& root)
     auto profiler = addGroup(root, "profiler");
     addLogical(profiler, "EnableProfileOnButton", true);
     addLogical(profiler, "EnableProfileComparison", false);
-    addDouble(profiler, "PaginateThreshold", 1000, atLeastOne);
-    addDouble(profiler, "PaginateFunctionListingThreshold", 1000, atLeastOne);
+    addNumber(profiler, "PaginateThreshold", 1000, unchecked, atLeastOne);
+    addNumber(profiler, "PaginateFunctionListingThreshold", 1000, unchecked, atLeastOne);
     addText(profiler, "TableViewMode", "");
 
     auto functionListing = addGroup(profiler, "functionlisting");

@@ -18,8 +18,8 @@ void buildUnitTest(FactoryGroup& root)
     const auto verbosity = inRange(-1, 4);
     auto unitTest = addGroup(root, "unittest");
     addText(unitTest, "DefaultPluginsFcn", "verdix.unittest.internal.getDefaultPlugins");
-    addInt32(unitTest, "OutputDetail", -1, verbosity);
-    addInt32(unitTest, "LoggingLevel", -1, verbosity);
+    addInteger(unitTest, "OutputDetail", -1, unchecked, verbosity);
+    addInteger(unitTest, "LoggingLevel", -1, unchecked, verbosity);
     addLogical(unitTest, "ClearCommandWindow", false);
     addLogical(unitTest, "UseStrict", false);
     addLogical(unitTest, "UseParallel", false);
@@ -46,7 +46,7 @@ void buildGeneralPart(FactoryGroup& root)
     auto vexo = addGroup(root, "vexo");  // both groups are anchors: other modules fill them
     addGroup(vexo, "upgrade");
 
-    auto toolboxPathCache = addGroup(root, "toolboxpathcache", "Hidden", false);
+    auto toolboxPathCache = addGroup(root, "toolboxpathcache", Visible);
     addLogical(toolboxPathCache, "EnableToolboxPathCache", true, Visible);
 
     auto videoReader = addGroup(root, "videoreader");
@@ -57,7 +57,7 @@ void buildGeneralPart(FactoryGroup& root)
 
 void buildDiagnostics(FactoryGroup& root)
 {
-    auto diagnostics = addGroup(root, "diagnostics", "Hidden", true);
+    auto diagnostics = addGroup(root, "diagnostics", Hidden);
     addLogical(diagnostics, "ShowStackDecoration", true, Hidden);
 }
 

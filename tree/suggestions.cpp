@@ -5,21 +5,21 @@ namespace verdix::settings::tree {
 
 void buildSuggestionsArea(FactoryGroup& root)
 {
-    auto suggestions = addGroup(root, "suggestions", "Hidden", false);
+    auto suggestions = addGroup(root, "suggestions", Visible);
     addLogical(suggestions, "AcceptOnRightArrow", true, Visible);
     addLogical(suggestions, "ShowTips", true, Visible);
     addLogical(suggestions, "ShowInlineText", true, Visible);
     addLogical(suggestions, "ShowFooterDemoPopout", true, Hidden);
-    addDouble(suggestions, "HorizontalWidth", -1, Hidden);
-    addDouble(suggestions, "VerticalHeight", -1, Hidden);
-    addDouble(suggestions, "MaximumNumberOfSuggestions", 200, Hidden, inRange(1, 10000));
+    addNumber(suggestions, "HorizontalWidth", -1, unchecked, Hidden);
+    addNumber(suggestions, "VerticalHeight", -1, unchecked, Hidden);
+    addNumber(suggestions, "MaximumNumberOfSuggestions", 200, unchecked, Hidden, inRange(1, 10000));
 
-    auto commandWindow = addGroup(suggestions, "commandwindow", "Hidden", false);
+    auto commandWindow = addGroup(suggestions, "commandwindow", Visible);
     addLogical(commandWindow, "ShowAutomatically", true, Visible);
     addLogical(commandWindow, "ShowOnTab", true, Visible);
     addLogical(commandWindow, "TabAcceptsOnOneSuggestion", false, Visible);
 
-    auto editor = addGroup(suggestions, "editor", "Hidden", false);
+    auto editor = addGroup(suggestions, "editor", Visible);
     addLogical(editor, "ShowAutomatically", true, Visible);
     addLogical(editor, "ShowOnTab", true, Visible);
     addNumber(editor, "SuggestionDelay", 50, Hidden);

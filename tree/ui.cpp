@@ -13,33 +13,16 @@ namespace {
 using foundation::verdixdata::Array;
 using ::settings::verdix::environmentVariable;
 
-// Red, green and blue as real numbers from 0 to 1.
-using NormalisedRgb = std::array<double, 3>;
-
 constexpr NormalisedRgb black{0, 0, 0};
 constexpr NormalisedRgb grey{0.7, 0.7, 0.7};
 constexpr NormalisedRgb lightGrey{0.94, 0.94, 0.94};
 constexpr NormalisedRgb toolbarGrey{0.956862745098039, 0.956862745098039, 0.956862745098039};
 constexpr NormalisedRgb white{1, 1, 1};
 
-// A triple, or one of the words where there are any.
-SettingValueValidator normalisedColour(std::initializer_list<std::u16string_view> words = {})
+// A logical setting whose factory value the graphics library computes when it is asked for.
+constexpr ComputedBy computed(const char* function)
 {
-    return {.allowedValues = {words.begin(), words.end()},
-            .colour = ::settings::core::SettingValueValidator::Colour::normalised};
-}
-
-void addColour(FactoryGroup& group, std::string_view name, const NormalisedRgb& value,
-               const SettingValueValidator& rule)
-{
-    addValue(group, name, internal::makeRow(value), rule);
-}
-
-// A setting whose factory value the graphics library computes when it is asked for.
-void addComputedLogical(FactoryGroup& group, std::string name, const char* function, bool readOnly)
-{
-    addSetting(group, std::move(name), "FactoryValueFcn", native("libvxgraphics_state", function),
-               "ValidationFcn", logicalScalar.name, "ReadOnly", readOnly);
+    return computedBy("libvxgraphics_state", function);
 }
 
 // On unless whoever starts the environment says otherwise.
@@ -55,7 +38,8 @@ FactoryGroup buildInternal(FactoryGroup& ui)
     addLogical(internal, "ForceJavaMigrationWarnings", false);
 
     auto figureType = addGroup(internal, "figuretype");
-    addComputedLogical(figureType, "webfigures", "getDefaultFigureTypeForSetting", true);
+    addUnset(figureType, "webfigures", computed("getDefaultFigureTypeForSetting"), logicalScalar,
+             readOnly(true));
 
     auto grid = addGroup(internal, "grid");
     addLogical(grid, "AllowFit", false);
@@ -72,7 +56,7 @@ FactoryGroup buildInternal(FactoryGroup& ui)
             Hidden);
 
     auto viewModel = addGroup(figure, "viewmodel");
-    addComputedLogical(viewModel, "Decaf", "getDefaultSyncModeForSetting", false);
+    addUnset(viewModel, "Decaf", computed("getDefaultSyncModeForSetting"), logicalScalar, readOnly(false));
     return internal;
 }
 
@@ -95,11 +79,11 @@ Array blueToYellow()
 }
 
 // Doubles from 0 to 1, in as many rows as the map has colours.
-SettingValueValidator colourMap()
+constexpr Constraint colourMap()
 {
-    auto rule = inRange(0, 1);
-    rule.elementClass = foundation::verdixdata::ArrayType::DOUBLE;
-    return rule;
+    auto constraint = inRange(0, 1);
+    constraint.elementClass = foundation::verdixdata::ArrayType::DOUBLE;
+    return constraint;
 }
 
 void buildFigure(FactoryGroup& ui)
@@ -112,7 +96,7 @@ void buildFigure(FactoryGroup& ui)
     addLogical(figure, "MoUIFigureInUIContainer", false);
     addLogical(figure, "MoAppInUIContainer", false);
     addLogical(figure, "DockFigureInDeployment", false);
-    addColour(figure, "Color", lightGrey, normalisedColour());
+    addNormalisedColour(figure, "Color", lightGrey, normalisedColour());
     addLogical(figure, "DisableChildAxesInteractionsCreation", false);
     addValue(figure, "Colormap", blueToYellow(), colourMap());
 }
@@ -129,11 +113,9 @@ void buildDialog(FactoryGroup& ui)
     addText(uiSetColour, "RecentlyUsedColors", "ff0000-ff00ff-ffff00-00ff00-ffffff-00ffff-000000");
 }
 
-SettingValueValidator figureBackground()
-{
-    return normalisedColour({u"auto", u"none", u"red", u"green", u"blue", u"cyan", u"magenta", u"yellow",
-                             u"black", u"white", u"r", u"g", u"b", u"c", u"m", u"y", u"k", u"w"});
-}
+constexpr auto figureBackground =
+    normalisedColour({"auto", "none", "red", "green", "blue", "cyan", "magenta", "yellow", "black", "white",
+                      "r", "g", "b", "c", "m", "y", "k", "w"});
 
 [[noreturn]] void refuseFigureBackground(const std::string& /*setting*/, const Array& /*value*/)
 {
@@ -161,8 +143,8 @@ void buildCopyOptions(FactoryGroup& ui)
     addText(copyOptions, "TextSizeChangePref", "increase");
     addText(copyOptions, "TextSizeChangeTo", "20");   // points
     addText(copyOptions, "TextSizeIncrease", "140");  // percent
-    addSetting(copyOptions, "FigureBackgroundColor", "FactoryValue", internal::charvec("auto"),
-               "ValueValidator", figureBackground(), "ErrorHandler", refuseFigureBackground);
+    addText(copyOptions, "FigureBackgroundColor", "auto", unchecked, figureBackground,
+            onError(refuseFigureBackground));
     addText(copyOptions, "Width", "1000");  // in Units
     addText(copyOptions, "Height", "600");  // in Units
     addText(copyOptions, "Units", "pixels");
@@ -172,39 +154,42 @@ void buildCopyOptions(FactoryGroup& ui)
     addLogical(copyOptions, "MaintainAspectRatio", true);
 }
 
-void buildContainer(FactoryGroup& ui, const SettingValueValidator& colour)
+constexpr auto containerColour =
+    normalisedColour({"auto", "none", "green", "blue", "cyan", "magenta", "yellow", "black", "white"});
+
+void buildContainer(FactoryGroup& ui)
 {
     auto container = addGroup(ui, "container");
 
     auto menu = addGroup(container, "menu");
-    addColour(menu, "ForegroundColor", black, colour);
+    addNormalisedColour(menu, "ForegroundColor", black, containerColour);
 
     auto toolbar = addGroup(container, "toolbar");
-    addColour(toolbar, "BackgroundColor", toolbarGrey, colour);
+    addNormalisedColour(toolbar, "BackgroundColor", toolbarGrey, containerColour);
 
     auto panel = addGroup(container, "panel");
-    addColour(panel, "ForegroundColor", black, colour);
-    addColour(panel, "BackgroundColor", lightGrey, colour);
-    addColour(panel, "HighlightColor", white, colour);
-    addColour(panel, "ShadowColor", grey, colour);
+    addNormalisedColour(panel, "ForegroundColor", black, containerColour);
+    addNormalisedColour(panel, "BackgroundColor", lightGrey, containerColour);
+    addNormalisedColour(panel, "HighlightColor", white, containerColour);
+    addNormalisedColour(panel, "ShadowColor", grey, containerColour);
 
     auto tab = addGroup(container, "tab");
-    addColour(tab, "ForegroundColor", black, colour);
-    addColour(tab, "BackgroundColor", lightGrey, colour);
+    addNormalisedColour(tab, "ForegroundColor", black, containerColour);
+    addNormalisedColour(tab, "BackgroundColor", lightGrey, containerColour);
 
     auto internal = addGroup(container, "internal");
     for (const char* name : {"uicontainer", "uiflowcontainer", "uigridcontainer"}) {
         auto group = addGroup(internal, name);
-        addColour(group, "BackgroundColor", lightGrey, colour);
+        addNormalisedColour(group, "BackgroundColor", lightGrey, containerColour);
     }
 }
 
-void buildControl(FactoryGroup& ui, const SettingValueValidator& colour)
+void buildControl(FactoryGroup& ui)
 {
     auto control = addGroup(ui, "control");
     auto uiControl = addGroup(control, "uicontrol");
-    addColour(uiControl, "ForegroundColor", black, colour);
-    addColour(uiControl, "BackgroundColor", lightGrey, colour);
+    addNormalisedColour(uiControl, "ForegroundColor", black, containerColour);
+    addNormalisedColour(uiControl, "BackgroundColor", lightGrey, containerColour);
 }
 
 }  // namespace
@@ -214,9 +199,6 @@ void buildUserInterfaceArea(FactoryGroup& root)
     // Read before anything is built, so that every node sees one state of the switch.
     foundation::feature::Feature<0> webUi("webui");
     const bool isWebUi = webUi.get() != 0;
-
-    const auto colour = normalisedColour(
-        {u"auto", u"none", u"green", u"blue", u"cyan", u"magenta", u"yellow", u"black", u"white"});
 
     auto ui = addGroup(root, "ui");
     addLogical(ui, "UIFigureDebugModeEnabled", false);
@@ -229,8 +211,8 @@ void buildUserInterfaceArea(FactoryGroup& root)
 
     buildDialog(ui);
     buildCopyOptions(ui);
-    buildContainer(ui, colour);
-    buildControl(ui, colour);
+    buildContainer(ui);
+    buildControl(ui);
 }
 
 }  // namespace verdix::settings::tree

@@ -7,7 +7,7 @@ namespace {
 
 void buildPlotting(FactoryGroup& variables)
 {
-    auto plotting = addGroup(variables, "plotting", "Hidden", false);
+    auto plotting = addGroup(variables, "plotting", Visible);
     addLogical(plotting, "DockFigure", true);
     addLogical(plotting, "FocusFigure", true);
     addLogical(plotting, "LinkData", true);
@@ -18,53 +18,53 @@ void buildPlotting(FactoryGroup& variables)
 
 void buildStatistics(FactoryGroup& variables)
 {
-    auto statistics = addGroup(variables, "statistics", "Hidden", false);
+    auto statistics = addGroup(variables, "statistics", Visible);
     addLogical(statistics, "ShowStatistics", false);
     addNumber(statistics, "TextElementLimit", 500);
     addLogical(statistics, "ShowMaxTextElementDialog", true);
 
-    auto statisticalCalculations = addGroup(variables, "statisticalcalculations", "Hidden", false);
+    auto statisticalCalculations = addGroup(variables, "statisticalcalculations", Visible);
     addNumber(statisticalCalculations, "StatNumelLimit", 500000);
     addLogical(statisticalCalculations, "StatUseNaNs", true);
 }
 
 void buildStructColumns(FactoryGroup& variables)
 {
-    const std::vector<std::string> names = {"Name",  "Value", "Size",   "Class", "Min", "Max",
-                                            "Range", "Mean",  "Median", "Mode",  "Var", "Std"};
-    const std::vector<int> widths(names.size(), 75);
+    static constexpr std::array names = {"Name",  "Value", "Size",   "Class", "Min", "Max",
+                                         "Range", "Mean",  "Median", "Mode",  "Var", "Std"};
     const auto columns = cellOf(names);
 
-    auto structColumns = addGroup(variables, "structcolumns", "Hidden", false);
+    auto structColumns = addGroup(variables, "structcolumns", Visible);
     addCell(structColumns, "ColumnsShown", {"Name", "Value", "Size", "Class"}, Visible, columns);
     addCell(structColumns, "ColumnOrder", names, Visible, columns);
-    addValue(structColumns, "ColumnWidths", internal::makeRow<int>(widths), rowOf(widths.size(), atLeast(1)));
+    addIntegerRow(structColumns, "ColumnWidths", {75, 75, 75, 75, 75, 75, 75, 75, 75, 75, 75, 75},
+                  rowOf(names.size(), atLeast(1)));
 }
 
 }  // namespace
 
 void buildVariablesArea(FactoryGroup& desktop)
 {
-    const auto format = oneOf({u"short", u"long", u"shortE", u"longE", u"shortG", u"longG", u"shortEng",
-                               u"longEng", u"+", u"bank", u"hex", u"rational"});
-    const auto direction = oneOf({u"down", u"right", u"up", u"left"});
+    const auto format = oneOf({"short", "long", "shortE", "longE", "shortG", "longG", "shortEng", "longEng",
+                               "+", "bank", "hex", "rational"});
+    const auto direction = oneOf({"down", "right", "up", "left"});
 
     auto variables = addGroup(desktop, "variables");
-    addCharVector(variables, "ArrayEditor_CS_Format", "short", Visible, format);
+    addText(variables, "ArrayEditor_CS_Format", "short", unchecked, Visible, format);
 
-    auto editing = addGroup(variables, "editing", "Hidden", false);
-    addCharVector(editing, "ArrayEditorEDirection", "down", Visible, direction);
+    auto editing = addGroup(variables, "editing", Visible);
+    addText(editing, "ArrayEditorEDirection", "down", unchecked, Visible, direction);
     addLogical(editing, "ArrayEditorEMoves", true);
 
-    auto internationalNumberHandling = addGroup(variables, "internationalnumberhandling", "Hidden", false);
+    auto internationalNumberHandling = addGroup(variables, "internationalnumberhandling", Visible);
     addText(internationalNumberHandling, "SpreadsheetDecimalSeparator", ".");
 
-    auto sorting = addGroup(variables, "sorting", "Hidden", false);
-    addCharVector(sorting, "MissingValuePlacement", "auto", Visible, oneOf({u"auto", u"first", u"last"}));
+    auto sorting = addGroup(variables, "sorting", Visible);
+    addText(sorting, "MissingValuePlacement", "auto", unchecked, Visible, oneOf({"auto", "first", "last"}));
 
     buildPlotting(variables);
 
-    auto sparklines = addGroup(variables, "sparklines", "Hidden", false);
+    auto sparklines = addGroup(variables, "sparklines", Visible);
     addLogical(sparklines, "ShowSparklines", false);
 
     buildStatistics(variables);

@@ -27,7 +27,7 @@ void buildWebArea(FactoryGroup& root)
     addGroup(web, "zoom");
 
     // The platforms on which each client uses the lightweight browser.
-    const std::vector<std::string> allPlatforms = {"win64", "maci64", "glnxa64"};
+    static constexpr std::array allPlatforms = {"win64", "maci64", "glnxa64"};
     const auto platforms = cellOf(allPlatforms);
     auto cef = addGroup(web, "cef");
     addCell(cef, "liveeditor", allPlatforms, platforms);

@@ -5,26 +5,26 @@ namespace verdix::settings::tree {
 
 namespace {
 
-FunctionDescriptor checkedBy(const char* function)
+constexpr NativeFunction saveLimit(const char* function)
 {
     return native("libvxsavevars", function);
 }
 
 void buildSaveVariablesToScript(FactoryGroup& workspace)
 {
-    auto save = addGroup(workspace, "savevariablestoscript", "Hidden", false);
-    addDouble(save, "MaximumArraySize", 1000, Visible, checkedBy("validateMaximumArraySizeValue"),
+    auto save = addGroup(workspace, "savevariablestoscript", Visible);
+    addNumber(save, "MaximumArraySize", 1000, Visible, saveLimit("validateMaximumArraySizeValue"),
               atLeast(1));
-    addDouble(save, "MaximumNestingLevel", 20, Visible, checkedBy("validateMaximumNestingLevel"), atLeast(1));
-    addDouble(save, "MaximumTextWidth", 76, Visible, checkedBy("validateMaximumTextWidth"), atLeast(1));
+    addNumber(save, "MaximumNestingLevel", 20, Visible, saveLimit("validateMaximumNestingLevel"), atLeast(1));
+    addNumber(save, "MaximumTextWidth", 76, Visible, saveLimit("validateMaximumTextWidth"), atLeast(1));
     addLogical(save, "Using2Dslice", false, Visible);
-    addDoubleRow(save, "ArrayDimensionsFor2Dslice", {1, 2}, Visible, checkedBy("validateArrayDimensions"),
+    addNumberRow(save, "ArrayDimensionsFor2Dslice", {1, 2}, Visible, saveLimit("validateArrayDimensions"),
                  rowOf(2, atLeast(1)));
 }
 
 void buildStatisticalCalculations(FactoryGroup& workspace)
 {
-    auto statisticalCalculations = addGroup(workspace, "statisticalcalculations", "Hidden", false);
+    auto statisticalCalculations = addGroup(workspace, "statisticalcalculations", Visible);
     addNumber(statisticalCalculations, "WorkspaceBrowserStatNumelLimit", 500000, Visible);
     addLogical(statisticalCalculations, "WorkspaceBrowserUseNaNs", true, Visible);
 }
@@ -34,15 +34,15 @@ void buildColumns(FactoryGroup& workspace)
     // "Bytes" stands fifth among the columns to choose from, but last among those shown in order.
     const auto names = cellOf({"Name", "Value", "Size", "Class", "Bytes", "Min", "Max", "Range", "Mean",
                                "Median", "Mode", "Var", "Std"});
-    const std::vector<std::string> order = {"Name", "Value",  "Size", "Class", "Min", "Max",  "Range",
-                                            "Mean", "Median", "Mode", "Var",   "Std", "Bytes"};
-    const std::vector<int> widths(order.size(), 75);
 
-    auto columns = addGroup(workspace, "columns", "Hidden", false);
+    auto columns = addGroup(workspace, "columns", Visible);
     addCell(columns, "ColumnsShown", {"Name", "Value", "Size", "Class"}, Visible, names);
-    addCell(columns, "ColumnOrder", order, Visible, names);
-    addValue(columns, "ColumnWidths", internal::makeRow<int>(widths), Visible,
-             rowOf(widths.size(), atLeast(1)));
+    addCell(columns, "ColumnOrder",
+            {"Name", "Value", "Size", "Class", "Min", "Max", "Range", "Mean", "Median", "Mode", "Var", "Std",
+             "Bytes"},
+            Visible, names);
+    addIntegerRow(columns, "ColumnWidths", {75, 75, 75, 75, 75, 75, 75, 75, 75, 75, 75, 75, 75}, Visible,
+                  rowOf(13, atLeast(1)));
 }
 
 }  // namespace
@@ -50,11 +50,11 @@ void buildColumns(FactoryGroup& workspace)
 void buildWorkspaceArea(FactoryGroup& desktop)
 {
     auto workspace = addGroup(desktop, "workspace");
-    addDouble(workspace, "ArraySizeLimit", 100, Visible, atLeast(1));
+    addNumber(workspace, "ArraySizeLimit", 100, unchecked, Visible, atLeast(1));
     addLogical(workspace, "ArraySizeLimitEnabled", true, Visible);
     addLogical(workspace, "UseInspectorForUnregisteredObjects", false, Visible);
     addLogical(workspace, "EnableContainerExpansion", false, Visible);
-    addDouble(workspace, "GcBeta", 0, Hidden, inRange(0, 1));
+    addNumber(workspace, "GcBeta", 0, unchecked, Hidden, inRange(0, 1));
 
     buildSaveVariablesToScript(workspace);
     buildStatisticalCalculations(workspace);

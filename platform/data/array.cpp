@@ -5,17 +5,46 @@
 #include <foundation/verdixdata/text.hpp>
 
 #include <algorithm>
+#include <array>
+#include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <new>
+#include <span>
 #include <string>
 #include <utility>
 
 namespace foundation::verdixdata {
 
-namespace {
+/// Head of an array's only memory block; the elements follow it, column by column.
+struct alignas(std::max_align_t) detail::ArrayBlock
+{
+    std::atomic<std::uint32_t> references = 1;  ///< handles to the block, the maker's first
+    ArrayType type;                             ///< class of every element
+    std::size_t count = 0;                      ///< number of elements: the product of the dimensions
+    /// The dimensions of an array of two, which nearly all have.
+    std::array<std::size_t, 2> size{};
+    std::unique_ptr<const ArrayDimensions> dimensions;  ///< of an array of more; else null
 
-using BlockHandle = boost::intrusive_ptr<detail::ArrayBlock>;
+    ArrayBlock(ArrayType elementClass, const ArrayDimensions& sizes) : type(elementClass)
+    {
+        if (sizes.size() == size.size()) {
+            std::copy(sizes.begin(), sizes.end(), size.begin());
+        } else {
+            dimensions = std::make_unique<const ArrayDimensions>(sizes);
+        }
+    }
+
+    [[nodiscard]] void* elements() noexcept { return this + 1; }
+
+    [[nodiscard]] std::span<const std::size_t> sizes() const noexcept
+    {
+        return dimensions ? std::span<const std::size_t>(*dimensions) : size;
+    }
+};
+
+namespace {
 
 template <class T>
 T* elementsOf(detail::ArrayBlock& block) noexcept
@@ -40,10 +69,40 @@ std::size_t elementCount(const ArrayDimensions& dimensions)
     return count;
 }
 
+void destroyBlock(detail::ArrayBlock* block) noexcept
+{
+    vx::data::visitElementType(block->type, [block]<class T>(std::type_identity<T>) {
+        std::destroy_n(elementsOf<T>(*block), block->count);
+    });
+    std::destroy_at(block);
+    ::operator delete(block);
+}
+
+struct DestroyBlock
+{
+    void operator()(detail::ArrayBlock* block) const noexcept { destroyBlock(block); }
+};
+using NewBlock = std::unique_ptr<detail::ArrayBlock, DestroyBlock>;
+
+void addReference(detail::ArrayBlock* block) noexcept
+{
+    if (block != nullptr) {
+        block->references.fetch_add(1, std::memory_order_relaxed);
+    }
+}
+
+/// The last handle destroys the block.
+void release(detail::ArrayBlock* block) noexcept
+{
+    if (block != nullptr && block->references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        destroyBlock(block);
+    }
+}
+
 /// A block with room for the elements and none of them made yet: until then its count is 0, so that the
 /// handle alone cleans up when making them fails.
-BlockHandle allocateBlock(ArrayType type, const ArrayDimensions& dimensions, std::size_t count,
-                          std::size_t elementSize)
+NewBlock allocateBlock(ArrayType type, const ArrayDimensions& dimensions, std::size_t count,
+                       std::size_t elementSize)
 {
     std::size_t bytes = 0;
     if (__builtin_mul_overflow(count, elementSize, &bytes) ||
@@ -51,16 +110,20 @@ BlockHandle allocateBlock(ArrayType type, const ArrayDimensions& dimensions, std
     {
         throw std::bad_array_new_length();
     }
-    BlockHandle block(new (::operator new(bytes)) detail::ArrayBlock, false);
-    block->type = type;
-    block->dimensions = dimensions;
-    return block;
+    void* const memory = ::operator new(bytes);
+    try {
+        return NewBlock(new (memory) detail::ArrayBlock(type, dimensions));
+    } catch (...) {
+        ::operator delete(memory);
+        throw;
+    }
 }
 
-BlockHandle copyOf(detail::ArrayBlock& source)
+NewBlock copyOf(detail::ArrayBlock& source)
 {
     return vx::data::visitElementType(source.type, [&]<class T>(std::type_identity<T>) {
-        BlockHandle block = allocateBlock(source.type, source.dimensions, source.count, sizeof(T));
+        const auto sizes = source.sizes();
+        NewBlock block = allocateBlock(source.type, {sizes.begin(), sizes.end()}, source.count, sizeof(T));
         std::uninitialized_copy_n(elementsOf<T>(source), source.count, elementsOf<T>(*block));
         block->count = source.count;
         return block;
@@ -80,32 +143,75 @@ bool equalElement(double left, double right) noexcept
 
 }  // namespace
 
-void detail::destroy(ArrayBlock* block) noexcept
+Array::Array() noexcept : block_(nullptr) {}
+
+Array::Array(detail::ArrayBlock* block) noexcept : block_(block) {}
+
+Array::Array(const Array& other) noexcept : block_(other.block_)
 {
-    vx::data::visitElementType(block->type, [block]<class T>(std::type_identity<T>) {
-        std::destroy_n(elementsOf<T>(*block), block->count);
-    });
-    std::destroy_at(block);
-    ::operator delete(block);
+    addReference(block_);
 }
 
-void detail::throwWrongType(ArrayType wanted, ArrayType found)
+Array::Array(Array&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
+
+Array& Array::operator=(const Array& other) noexcept
 {
-    throw InvalidArrayTypeException(std::string("An array of class ") + className(found) +
-                                    " cannot be viewed as one of class " + className(wanted) + ".");
+    addReference(other.block_);  // first, for an array assigned to itself
+    release(std::exchange(block_, other.block_));
+    return *this;
 }
 
-const ArrayDimensions& Array::getDimensions() const noexcept
+Array& Array::operator=(Array&& other) noexcept
 {
-    static const ArrayDimensions unassigned{0, 0};
-    return block_ ? block_->dimensions : unassigned;
+    release(std::exchange(block_, std::exchange(other.block_, nullptr)));
+    return *this;
+}
+
+Array::~Array()
+{
+    release(block_);
+}
+
+ArrayType Array::getType() const noexcept
+{
+    return block_ == nullptr ? ArrayType::UNKNOWN : block_->type;
+}
+
+ArrayDimensions Array::getDimensions() const
+{
+    if (block_ == nullptr) {
+        return {0, 0};
+    }
+    const auto sizes = block_->sizes();
+    return {sizes.begin(), sizes.end()};
+}
+
+std::size_t Array::getNumberOfElements() const noexcept
+{
+    return block_ == nullptr ? 0 : block_->count;
+}
+
+bool Array::isEmpty() const noexcept
+{
+    return getNumberOfElements() == 0;
+}
+
+bool Array::isAssigned() const noexcept
+{
+    return block_ != nullptr;
+}
+
+void* Array::elements() const noexcept
+{
+    return block_->elements();
 }
 
 void Array::detach()
 {
     // Nobody else can gain a share while this handle holds the only one.
-    if (block_ && block_->references.load(std::memory_order_acquire) != 1) {
-        block_ = copyOf(*block_);
+    if (block_ != nullptr && block_->references.load(std::memory_order_acquire) != 1) {
+        NewBlock copy = copyOf(*block_);
+        release(std::exchange(block_, copy.release()));
     }
 }
 
@@ -114,7 +220,9 @@ bool operator==(const Array& left, const Array& right) noexcept
     if (left.block_ == right.block_) {
         return true;
     }
-    if (left.getType() != right.getType() || left.getDimensions() != right.getDimensions()) {
+    if (left.getType() != right.getType() || left.block_ == nullptr ||
+        !std::ranges::equal(left.block_->sizes(), right.block_->sizes()))
+    {
         return false;
     }
     return vx::data::visitElementType(left.getType(), [&]<class T>(std::type_identity<T>) {
@@ -132,10 +240,10 @@ Array ArrayFactory::createArray(ArrayType type, const ArrayDimensions& dimension
     }
     return vx::data::visitElementType(type, [&]<class T>(std::type_identity<T>) {
         const std::size_t count = elementCount(dimensions);
-        BlockHandle block = allocateBlock(type, dimensions, count, sizeof(T));
+        NewBlock block = allocateBlock(type, dimensions, count, sizeof(T));
         std::uninitialized_value_construct_n(elementsOf<T>(*block), count);
         block->count = count;
-        return Array(std::move(block));
+        return Array(block.release());
     });
 }
 
@@ -181,5 +289,47 @@ const char* className(ArrayType type) noexcept
     }
     return "unknown";
 }
+
+namespace {
+
+void checkClass(ArrayType wanted, ArrayType found)
+{
+    if (found != wanted) {
+        throw InvalidArrayTypeException(std::string("An array of class ") + className(found) +
+                                        " cannot be viewed as one of class " + className(wanted) + ".");
+    }
+}
+
+}  // namespace
+
+template <class T>
+TypedArray<T>::TypedArray(Array&& array) : Array(std::move(array))
+{
+    checkClass(arrayTypeOf<T>, getType());
+}
+
+template <class T>
+TypedArray<T>::TypedArray(const Array& array) : Array(array)
+{
+    checkClass(arrayTypeOf<T>, getType());
+}
+
+#define VX_TYPED_ARRAY(cppType)                                                                              \
+    template class TypedArray<cppType>;                                                                      \
+    template void detail::setElement(TypedArray<cppType>&, std::size_t, cppType);
+VX_TYPED_ARRAY(bool)
+VX_TYPED_ARRAY(char16_t)
+VX_TYPED_ARRAY(String)
+VX_TYPED_ARRAY(double)
+VX_TYPED_ARRAY(std::int8_t)
+VX_TYPED_ARRAY(std::uint8_t)
+VX_TYPED_ARRAY(std::int16_t)
+VX_TYPED_ARRAY(std::uint16_t)
+VX_TYPED_ARRAY(std::int32_t)
+VX_TYPED_ARRAY(std::uint32_t)
+VX_TYPED_ARRAY(std::int64_t)
+VX_TYPED_ARRAY(std::uint64_t)
+VX_TYPED_ARRAY(Array)
+#undef VX_TYPED_ARRAY
 
 }  // namespace foundation::verdixdata

@@ -104,19 +104,19 @@ template <class T>
 
 /// True for a two-dimensional array of this size.
 [[nodiscard]] inline bool hasSize(const foundation::verdixdata::Array& array, std::size_t rows,
-                                  std::size_t columns) noexcept
+                                  std::size_t columns)
 {
-    const auto& dimensions = array.getDimensions();
+    const auto dimensions = array.getDimensions();
     return dimensions.size() == 2 && dimensions[0] == rows && dimensions[1] == columns;
 }
 
-[[nodiscard]] inline bool isScalar(const foundation::verdixdata::Array& array) noexcept
+[[nodiscard]] inline bool isScalar(const foundation::verdixdata::Array& array)
 {
     return hasSize(array, 1, 1);
 }
 
 /// True for a 1-by-N array, N from 0 on.
-[[nodiscard]] inline bool isRow(const foundation::verdixdata::Array& array) noexcept
+[[nodiscard]] inline bool isRow(const foundation::verdixdata::Array& array)
 {
     return hasSize(array, 1, array.getNumberOfElements());
 }

@@ -40,9 +40,8 @@ void loadTree(::settings::core::FactorySettingsLoader& loader, SettingsTree& tre
                                     "\", this tree has the root \"" + tree.root()->getFullName() +
                                     "\": give a tree with the provider's root.");
     }
-    verdix::settings::detail::IndexMemory memory;
     verdix::settings::FactoryGroup root(boost::make_shared<TreeContext>(), nullptr, tree.root(),
-                                        std::move(rootName), &memory);
+                                        std::move(rootName));
     loader.createTree(root);
 }
 

@@ -49,7 +49,7 @@ Array cellstr(std::vector<std::string>&& texts)
     return cells;
 }
 
-Array cell(const foundation::verdixdata::ArrayDimensions& dimensions)
+Array cell(const std::vector<std::size_t>& dimensions)
 {
     return ArrayFactory().createArray(foundation::verdixdata::ArrayType::CELL, dimensions);
 }

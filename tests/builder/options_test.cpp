@@ -78,8 +78,8 @@ TEST_F(OptionTest, RulesAddUpUntilAListReplacesThem)
         }
         return all;
     };
-    const Rule one{.maximumLength = 1};
-    const Rule two{.maximumLength = 2};
+    const Rule one{{.maximumLength = 1}};
+    const Rule two{{.maximumLength = 2}};
     auto added = add("ValueValidator", one, "ValueValidator", two).valueValidators;
     const auto copy = added;
     added.push_back(Rule(one));

@@ -152,12 +152,12 @@ TEST(Validation, ClassAndSizeComeFromTheFactoryValue)
          {{texts({"a", "b"}), texts({})}, {text("a"), row<Array>({scalar(1.0)})}}},
         {withFactoryValue(row<double>({1, 2})),
          {{row<double>({3, 4})}, {row<double>({1, 2, 3}), scalar(1.0)}}},
-        {withFactoryValue(row<double>({1, 2}), {{.size = {{1, 3}}}}),
+        {withFactoryValue(row<double>({1, 2}), {{{.size = {{1, 3}}}}}),
          {{row<double>({1, 2, 3})}, {row<double>({1, 2})}}},
-        {withFactoryValue(text("auto"), {{.allowedValues = {u"auto"}, .colour = Colour::normalised}}),
+        {withFactoryValue(text("auto"), {{{.allowedValues = {u"auto"}, .colour = Colour::normalised}}}),
          {{text("auto"), row<double>({0, 0.5, 1})}, {text("red"), row<double>({0, 0.5, 2})}}},
         {withFactoryValue(row<double>({0, 0, 0}),
-                          {{.allowedValues = {u"auto"}, .colour = Colour::normalised}}),
+                          {{{.allowedValues = {u"auto"}, .colour = Colour::normalised}}}),
          {{text("auto"), row<double>({0, 0.5, 1})}, {row<std::int32_t>({0, 0, 1})}}},
     };
     for (std::size_t i = 0; i < std::size(cases); ++i) {
@@ -169,7 +169,7 @@ TEST(Validation, AllFailuresAreCollectedAndTheErrorHandlerHasTheWord)
 {
     Properties properties =
         tests::propertiesOf(scalar<std::int32_t>(1), MValidator("verdix.settings", "mustBeIntegerScalar"),
-                            {{.range = {{0, 3}}}, {.maximumLength = 1}});
+                            {{{.range = {{0, 3}}}}, {{.maximumLength = 1}}});
     EXPECT_EQ(checkValue(*NewSetting(properties), row<double>({7.5, 8})).message,
               "must be int32, 1-by-1; it is [7.5 8] (double, 1-by-2)\n"
               "must be a whole number; it is [7.5 8] (double, 1-by-2)\n"
@@ -191,7 +191,7 @@ TEST(Validation, AllFailuresAreCollectedAndTheErrorHandlerHasTheWord)
 TEST(Validation, ASettingsOwnValue)
 {
     EXPECT_TRUE(checkDefaultValue(*NewSetting(noProperties())).accepted());
-    EXPECT_EQ(checkDefaultValue(*withFactoryValue(text(""), {{.allowedValues = {u"Windows"}}})).message,
+    EXPECT_EQ(checkDefaultValue(*withFactoryValue(text(""), {{{.allowedValues = {u"Windows"}}}})).message,
               "must be one of: Windows; it is \"\" (char, 1-by-0)");
 
     Properties properties = tests::propertiesOf({}, MValidator("verdix.settings", "mustBeStringScalar"));

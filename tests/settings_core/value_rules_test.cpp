@@ -32,15 +32,15 @@ struct Case
 TEST(ValueRules, HoldUpToTheirBounds)
 {
     constexpr auto largest = std::numeric_limits<std::int64_t>::max();
-    const ValueRules words{.allowedValues = {u"loose", u"compact"}};
+    const ValueRules words{{.allowedValues = {u"loose", u"compact"}}};
     const Case cases[] = {
-        {{.range = {{0, 3}}},
+        {{{.range = {{0, 3}}}},
          "from 0 to 3",
          {scalar(0.0), scalar(3.0), row<std::int32_t>({0, 3}), row<double>({})},
          {scalar(-0.001), scalar(3.001), row<std::int32_t>({0, 4}), scalar(notANumber), text("1"),
           scalar(true), text(""), Array()}},
-        {{.range = {{.lower = 1}}}, "at least 1", {scalar(1.0), scalar(infinity)}, {scalar(0.5)}},
-        {{.range = {{.upper = 0x1p62}}},
+        {{{.range = {{.lower = 1}}}}, "at least 1", {scalar(1.0), scalar(infinity)}, {scalar(0.5)}},
+        {{{.range = {{.upper = 0x1p62}}}},
          "at most 4611686018427387904",
          {scalar(-infinity), scalar(largest / 2 + 1)},
          {scalar(largest / 2 + 2)}},
@@ -49,26 +49,29 @@ TEST(ValueRules, HoldUpToTheirBounds)
          {text("loose"), string("compact"), texts({"loose", "loose"}), texts({})},
          {text("Loose"), text(""), texts({"loose", "tight"}), scalar(1.0),
           row<foundation::verdixdata::String>({{}})}},
-        {{.maximumLength = 3},
+        {{{.maximumLength = 3}},
          "of at most 3 elements or characters",
          {text("abc"), string("abc"), texts({"abcd", "b", "c"}), text("")},
          {text("abcd"), string("abcd"), texts({"a", "b", "c", "d"})}},
-        {{.size = {{1, 2}}},
+        {{{.size = {{1, 2}}}},
          "1-by-2",
          {row<double>({1, 2}), text("ab")},
          {scalar(1.0), row<double>({1, 2, 3}), Array()}},
-        {{.elementClass = ArrayType::CELL}, "a cell", {texts({})}, {text("a"), Array()}},
-        {{.elementClass = ArrayType::INT32}, "of class int32", {scalar(1)}, {scalar(1.0)}},
-        {{.colour = Colour::wholeNumbers},
+        {{{.elementClass = ArrayType::CELL}}, "a cell", {texts({})}, {text("a"), Array()}},
+        {{{.elementClass = ArrayType::INT32}}, "of class int32", {scalar(1)}, {scalar(1.0)}},
+        {{{.colour = Colour::wholeNumbers}},
          "a colour: red, green and blue, each a whole number from 0 to 255",
          {row<std::int32_t>({0, 255, 7}), row<double>({0, 255, 7})},
          {row<double>({0, 0.5, 1}), row<std::int32_t>({0, 256, 7}), row<std::int32_t>({0, -1, 7}),
           row<std::int32_t>({0, 1}), text("abc")}},
-        {{.allowedValues = {u"auto", u"none"}, .colour = Colour::normalised},
+        {{{.allowedValues = {u"auto", u"none"}, .colour = Colour::normalised}},
          "a colour: red, green and blue, each a number from 0 to 1, or one of: auto, none",
          {row<double>({0, 0.5, 1}), text("auto"), string("none")},
          {row<double>({0, 0.5, 1.01}), text("red"), texts({"auto"})}},
-        {{.range = {{0, 9}}, .size = {{1, 1}}}, "from 0 to 9, 1-by-1", {scalar(9.0)}, {row<double>({1, 2})}},
+        {{{.range = {{0, 9}}, .size = {{1, 1}}}},
+         "from 0 to 9, 1-by-1",
+         {scalar(9.0)},
+         {row<double>({1, 2})}},
         {{}, "", {text("anything"), Array()}, {}},
     };
     for (const Case& each : cases) {
@@ -90,19 +93,20 @@ TEST(ValueRules, AreDescribedTogetherWithValidatorAndFactoryValue)
             tests::propertiesOf(std::move(factoryValue), std::move(validator), std::move(records)));
     };
     const MValidator integer("verdix.settings", "mustBeIntegerScalar");
-    EXPECT_EQ(described(scalar(1.0), integer, {{.range = {{0, 3}}}}), "a whole number from 0 to 3");
-    EXPECT_EQ(described(text("loose"), {}, {{.allowedValues = {u"loose"}, .maximumLength = 9}}),
+    EXPECT_EQ(described(scalar(1.0), integer, {{{.range = {{0, 3}}}}}), "a whole number from 0 to 3");
+    EXPECT_EQ(described(text("loose"), {}, {{{.allowedValues = {u"loose"}, .maximumLength = 9}}}),
               "a text, of at most 9 characters, one of: loose");
-    EXPECT_EQ(described(texts({}), {}, {{.allowedValues = {u"a", u"b"}}}),
+    EXPECT_EQ(described(texts({}), {}, {{{.allowedValues = {u"a", u"b"}}}}),
               "a cell of texts, each one of: a, b");
-    EXPECT_EQ(described(row<std::int32_t>({1, 2}), {}, {{.range = {{0, 9}}}}), "2 whole numbers from 0 to 9");
+    EXPECT_EQ(described(row<std::int32_t>({1, 2}), {}, {{{.range = {{0, 9}}}}}),
+              "2 whole numbers from 0 to 9");
     EXPECT_EQ(described(text("14px"), CValidator("libfonts", "checkSize"), {}),
               "a text accepted by checkSize of libfonts");
-    EXPECT_EQ(described(row<double>({0, 0, 0}), {}, {{.colour = Colour::normalised}}),
+    EXPECT_EQ(described(row<double>({0, 0, 0}), {}, {{{.colour = Colour::normalised}}}),
               "a colour: red, green and blue, each a number from 0 to 1");
-    EXPECT_EQ(described(scalar(1.0), CValidator("liblimits", "check"), {{.range = {{.lower = 1}}}}),
+    EXPECT_EQ(described(scalar(1.0), CValidator("liblimits", "check"), {{{.range = {{.lower = 1}}}}}),
               "a number accepted by check of liblimits, at least 1");
-    EXPECT_EQ(described(row<double>({1, 2}), {}, {{.range = {{0, 9}}, .size = {{1, 2}}}}),
+    EXPECT_EQ(described(row<double>({1, 2}), {}, {{{.range = {{0, 9}}, .size = {{1, 2}}}}}),
               "2 numbers from 0 to 9");
     EXPECT_EQ(described({}, {}, {}), "a value");
     EXPECT_EQ(described({}, MValidator("elsewhere", "mustFit"), {}),

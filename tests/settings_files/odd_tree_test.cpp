@@ -36,9 +36,9 @@ struct OddTreeTest : testing::Test
         Properties fixed = tests::propertiesOf(scalar(1.0));
         fixed.readOnly = true;
         add("Fixed", fixed);
-        add("Word", tests::propertiesOf({}, {}, {{.allowedValues = {u"a", u"b"}}}));
-        add("Short", tests::propertiesOf({}, {}, {{.maximumLength = 3}}));
-        add("Table", tests::propertiesOf({}, {}, {{.size = {{2, 2}}}}));
+        add("Word", tests::propertiesOf({}, {}, {{{.allowedValues = {u"a", u"b"}}}}));
+        add("Short", tests::propertiesOf({}, {}, {{{.maximumLength = 3}}}));
+        add("Table", tests::propertiesOf({}, {}, {{{.size = {{2, 2}}}}}));
         addAlias("First", "root.Second");
         addAlias("Second", "root.Word");
         addAlias("Round", "root.About");
@@ -153,7 +153,7 @@ TEST(OddValues, AreToldAndNotStored)
                     ThrowsMessage<std::invalid_argument>(HasSubstr("can hold no")));
     }
     EXPECT_EQ(valueText(matrix<double>(0, 3, {})), "[]");
-    EXPECT_EQ(describe({.elementClass = foundation::verdixdata::ArrayType::CELL}, text("")), "a cell");
+    EXPECT_EQ(describe({{.elementClass = foundation::verdixdata::ArrayType::CELL}}, text("")), "a cell");
     EXPECT_EQ(describeAccepted(tests::propertiesOf(row<bool>({true, false}))), "2 logical values");
 }
 

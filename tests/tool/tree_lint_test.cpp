@@ -26,10 +26,10 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
 {
     const vx::core::SettingsTree tree("verdix");
     const auto web = tree.root()->createFactorySetting("web", false, groupProperties);
-    web->createFactorySetting("Good", true, textSetting("a", {.allowedValues = {u"a"}}));
-    web->createFactorySetting("Outside", true, textSetting("b", {.allowedValues = {u"a"}}));
+    web->createFactorySetting("Good", true, textSetting("a", {{.allowedValues = {u"a"}}}));
+    web->createFactorySetting("Outside", true, textSetting("b", {{.allowedValues = {u"a"}}}));
     web->createFactorySetting("Impossible", true,
-                              {false, false, {}, {}, {}, false, false, {{.range = {{2, 1}}}}});
+                              {false, false, {}, {}, {}, false, false, {{{.range = {{2, 1}}}}}});
     web->createFactorySetting("Twice", true, textSetting(""));
     web->createFactorySetting("twice", true, textSetting(""));
     web->createFactorySetting("empty", false, groupProperties);

@@ -2,16 +2,12 @@
 
 #include <foundation/export.hpp>
 
-#include <boost/container/small_vector.hpp>
-#include <boost/smart_ptr/intrusive_ptr.hpp>
-
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <utility>
+#include <vector>
 
 /// Data arrays: typed, shaped and cheaply shared values, as the scripting language has them.
 namespace foundation::verdixdata {
@@ -36,49 +32,22 @@ enum class ArrayType : std::uint8_t
 };
 
 /// Sizes along each dimension, rows first; at least two.
-using ArrayDimensions = boost::container::small_vector<std::size_t, 2>;
+using ArrayDimensions = std::vector<std::size_t>;
 
-/// One element of a string array: UTF-16 text, or nothing where the string is missing.
+/// One element of a string array: a UTF-16 string, or nothing where the string is missing.
 using String = std::optional<std::u16string>;
 
-/// Raised when an array is viewed as another element class than it has.
+/// Thrown when an array is viewed as another element class than it has.
 class VX_API InvalidArrayTypeException : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// How arrays keep their elements.
 namespace detail {
 
-/// Head of an array's only memory block; the elements follow it, column by column.
-struct alignas(std::max_align_t) ArrayBlock
-{
-    std::atomic<std::uint32_t> references{1};  ///< handles to the block, the maker's first
-    ArrayType type = ArrayType::UNKNOWN;       ///< class of every element
-    std::size_t count = 0;                     ///< of elements: the product of the dimensions
-    ArrayDimensions dimensions;                ///< rows first, two or more
-
-    /// The first element; its C++ type follows from `type`, see TypedArray.
-    [[nodiscard]] void* elements() noexcept { return this + 1; }
-};
-
-/// Destroys the elements and frees the block.
-VX_API void destroy(ArrayBlock* block) noexcept;
-
-/// One handle more.
-inline void intrusive_ptr_add_ref(ArrayBlock* block) noexcept
-{
-    block->references.fetch_add(1, std::memory_order_relaxed);
-}
-
-/// One handle less; the last one destroys the block.
-inline void intrusive_ptr_release(ArrayBlock* block) noexcept
-{
-    if (block->references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-        destroy(block);
-    }
-}
+/// What the library keeps of an array: its class, its dimensions and its elements.
+struct ArrayBlock;
 
 }  // namespace detail
 
@@ -89,22 +58,30 @@ class VX_API Array
 {
 public:
     /// An array that nothing was assigned to: class UNKNOWN, 0-by-0.
-    Array() noexcept = default;
+    Array() noexcept;
+    /// Copies share the elements; what was moved from is unassigned.
+    ///@{
+    Array(const Array& other) noexcept;
+    Array(Array&& other) noexcept;
+    Array& operator=(const Array& other) noexcept;
+    Array& operator=(Array&& other) noexcept;
+    ///@}
+    ~Array();
 
     /// The element class.
-    [[nodiscard]] ArrayType getType() const noexcept { return block_ ? block_->type : ArrayType::UNKNOWN; }
+    [[nodiscard]] ArrayType getType() const noexcept;
 
-    /// Sizes along each dimension; 0-by-0 for an unassigned array.
-    [[nodiscard]] const ArrayDimensions& getDimensions() const noexcept;
+    /// Sizes along each dimension; 0-by-0 for an unassigned array. Throws std::bad_alloc.
+    [[nodiscard]] ArrayDimensions getDimensions() const;
 
     /// The product of the dimensions.
-    [[nodiscard]] std::size_t getNumberOfElements() const noexcept { return block_ ? block_->count : 0; }
+    [[nodiscard]] std::size_t getNumberOfElements() const noexcept;
 
-    /// True without elements: also for an assigned array such as the 1-by-0 text.
-    [[nodiscard]] bool isEmpty() const noexcept { return getNumberOfElements() == 0; }
+    /// True without elements: also for an assigned array such as the 1-by-0 character vector.
+    [[nodiscard]] bool isEmpty() const noexcept;
 
-    /// False only for a default-constructed array.
-    [[nodiscard]] bool isAssigned() const noexcept { return block_ != nullptr; }
+    /// False only for an array that nothing was assigned to.
+    [[nodiscard]] bool isAssigned() const noexcept;
 
     /// Same class, same dimensions, equal elements (cells: to any depth). It answers "has this value
     /// changed": NaN equals NaN.
@@ -113,13 +90,16 @@ public:
 protected:
     friend class ArrayFactory;
 
-    /// A further handle to this block.
-    explicit Array(boost::intrusive_ptr<detail::ArrayBlock> block) noexcept : block_(std::move(block)) {}
+    /// Takes over a handle to this block.
+    explicit Array(detail::ArrayBlock* block) noexcept;
 
-    /// Gives this handle elements of its own if others share them. Raises std::bad_alloc.
+    /// Gives this handle elements of its own if others share them. Throws std::bad_alloc.
     void detach();
 
-    boost::intrusive_ptr<detail::ArrayBlock> block_;  ///< null while nothing was assigned
+    /// The first element; its C++ type follows from the class, see TypedArray. The array must be assigned.
+    [[nodiscard]] void* elements() const noexcept;
+
+    detail::ArrayBlock* block_;  ///< null while nothing was assigned
 };
 
 /// Name of an element class as the scripting language spells it: "logical", "char", "string", "double",

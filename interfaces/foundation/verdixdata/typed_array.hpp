@@ -32,9 +32,6 @@ VX_ELEMENT_CLASS(std::uint64_t, UINT64)
 VX_ELEMENT_CLASS(Array, CELL)
 #undef VX_ELEMENT_CLASS
 
-/// Raises InvalidArrayTypeException that names both classes.
-[[noreturn]] VX_API void throwWrongType(ArrayType wanted, ArrayType found);
-
 }  // namespace detail
 
 /// The array class that holds elements of the C++ type T.
@@ -45,46 +42,36 @@ inline constexpr ArrayType arrayTypeOf = detail::ElementClass<T>::value;
 template <class T>
 using TypedIterator = T*;
 
-/// View of an array as elements of the C++ type T: bool, char16_t (UTF-16 units), String, double, the eight
-/// integer widths, or Array for a cell.
+/// View of an array as elements of the C++ type T: bool, char16_t (UTF-16 code units), String, double, the
+/// eight integer widths, or Array for a cell.
 template <class T>
 class TypedArray : public Array
 {
 public:
-    /// Raises InvalidArrayTypeException when the array is of another class.
+    /// Throws InvalidArrayTypeException when the array is of another class.
     ///@{
-    explicit TypedArray(Array&& array) : Array(std::move(array)) { check(); }
-    explicit TypedArray(const Array& array) : Array(array) { check(); }
+    explicit TypedArray(Array&& array);
+    explicit TypedArray(const Array& array);
     ///@}
 
     /// The reading forms copy nothing. An index counts from 0, column by column, and must lie inside the
     /// array.
     ///@{
-    [[nodiscard]] TypedIterator<const T> begin() const noexcept { return elements(); }
-    [[nodiscard]] TypedIterator<const T> end() const noexcept { return elements() + getNumberOfElements(); }
-    [[nodiscard]] const T& operator[](std::size_t index) const noexcept { return elements()[index]; }
+    [[nodiscard]] TypedIterator<const T> begin() const noexcept { return static_cast<const T*>(elements()); }
+    [[nodiscard]] TypedIterator<const T> end() const noexcept { return begin() + getNumberOfElements(); }
+    [[nodiscard]] const T& operator[](std::size_t index) const noexcept { return begin()[index]; }
     ///@}
 
-    /// The writing forms give this handle elements of its own first. They raise std::bad_alloc.
+    /// The writing forms give this handle elements of its own first. They throw std::bad_alloc.
     ///@{
     [[nodiscard]] TypedIterator<T> begin()
     {
         detach();
-        return elements();
+        return static_cast<T*>(elements());
     }
     [[nodiscard]] TypedIterator<T> end() { return begin() + getNumberOfElements(); }
     [[nodiscard]] T& operator[](std::size_t index) { return begin()[index]; }
     ///@}
-
-private:
-    void check() const
-    {
-        if (getType() != arrayTypeOf<T>) {
-            detail::throwWrongType(arrayTypeOf<T>, getType());
-        }
-    }
-
-    [[nodiscard]] T* elements() const noexcept { return static_cast<T*>(block_->elements()); }
 };
 
 namespace detail {
@@ -97,5 +84,24 @@ void setElement(TypedArray<T>& array, std::size_t index, T value)
 }
 
 }  // namespace detail
+
+// The library compiles the views of every element class.
+#define VX_TYPED_ARRAY(cppType)                                                                              \
+    extern template class VX_API TypedArray<cppType>;                                                        \
+    extern template VX_API void detail::setElement(TypedArray<cppType>&, std::size_t, cppType);
+VX_TYPED_ARRAY(bool)
+VX_TYPED_ARRAY(char16_t)
+VX_TYPED_ARRAY(String)
+VX_TYPED_ARRAY(double)
+VX_TYPED_ARRAY(std::int8_t)
+VX_TYPED_ARRAY(std::uint8_t)
+VX_TYPED_ARRAY(std::int16_t)
+VX_TYPED_ARRAY(std::uint16_t)
+VX_TYPED_ARRAY(std::int32_t)
+VX_TYPED_ARRAY(std::uint32_t)
+VX_TYPED_ARRAY(std::int64_t)
+VX_TYPED_ARRAY(std::uint64_t)
+VX_TYPED_ARRAY(Array)
+#undef VX_TYPED_ARRAY
 
 }  // namespace foundation::verdixdata

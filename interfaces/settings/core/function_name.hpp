@@ -1,51 +1,48 @@
 #pragma once
 
-#include <boost/smart_ptr/make_shared.hpp>
+#include <foundation/export.hpp>
+
 #include <boost/smart_ptr/shared_ptr.hpp>
 
 #include <string>
-#include <utility>
+
+/// Declares that a class of the settings core is a value, whose copies and moves the settings core compiles.
+#define VX_VALUE_CLASS(Class)                                                                                \
+    Class(const Class& other) noexcept;                                                                      \
+    Class(Class&& other) noexcept;                                                                           \
+    Class& operator=(const Class& other) noexcept;                                                           \
+    Class& operator=(Class&& other) noexcept;                                                                \
+    ~Class();
 
 namespace settings::core::detail {
 
 /// Names a function that the settings core can call: the place where it is found, and its name there. As
-/// cheap to copy as a pointer: copies share their texts, which never change.
-class FunctionName
+/// cheap to copy as a pointer: copies share their strings, which never change. What was moved from has empty
+/// strings.
+class VX_API FunctionName
 {
 public:
     /// Names `function` of `scope`; what these are depends on the kind of function.
-    FunctionName(std::string scope, std::string function)
-        : texts_(boost::make_shared<const Texts>(Texts{std::move(scope), std::move(function)}))
-    {}
-
-    /// A copy shares the texts. There are no moves, which would leave a name without texts.
-    ///@{
-    FunctionName(const FunctionName&) = default;
-    FunctionName& operator=(const FunctionName&) = default;
-    ///@}
-    ~FunctionName() = default;
+    FunctionName(std::string scope, std::string function);
+    VX_VALUE_CLASS(FunctionName)
 
     /// Qualifying prefix, library name or class name, by the kind of function.
-    [[nodiscard]] const std::string& scope() const noexcept { return texts_->scope; }
+    [[nodiscard]] const std::string& scope() const noexcept;
     /// The name in that place.
-    [[nodiscard]] const std::string& function() const noexcept { return texts_->function; }
+    [[nodiscard]] const std::string& function() const noexcept;
 
 protected:
     /// What copies share.
-    struct Texts
-    {
-        std::string scope;     ///< as scope()
-        std::string function;  ///< as function()
-    };
+    struct Names;
 
-    /// Takes over texts, to which a kind of function may have added something of its own.
-    explicit FunctionName(boost::shared_ptr<const Texts> texts) noexcept : texts_(std::move(texts)) {}
+    /// Takes over names, to which a kind of function may have added something of its own.
+    explicit FunctionName(boost::shared_ptr<const Names> names) noexcept;
 
-    /// Never null.
-    [[nodiscard]] const Texts& texts() const noexcept { return *texts_; }
+    /// Null in what was moved from.
+    [[nodiscard]] const Names* names() const noexcept { return names_.get(); }
 
 private:
-    boost::shared_ptr<const Texts> texts_;
+    boost::shared_ptr<const Names> names_;
 };
 
 }  // namespace settings::core::detail

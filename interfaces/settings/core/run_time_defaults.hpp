@@ -3,30 +3,34 @@
 #include <foundation/verdixdata/array.hpp>
 #include <settings/core/function_name.hpp>
 
+#include <string>
 #include <variant>
 
 namespace settings::core {
 
 /// A native function that computes the factory value: (library name, function name). It has the type
 /// NativeRunTimeDefault.
-class CRunTimeDefault : public detail::FunctionName
+class VX_API CRunTimeDefault : public detail::FunctionName
 {
 public:
-    using FunctionName::FunctionName;
+    CRunTimeDefault(std::string scope, std::string function);
+    VX_VALUE_CLASS(CRunTimeDefault)
 };
 
 /// A function of the scripting language that computes the factory value: (qualifying prefix, function name).
-class MRunTimeDefault : public detail::FunctionName
+class VX_API MRunTimeDefault : public detail::FunctionName
 {
 public:
-    using FunctionName::FunctionName;
+    MRunTimeDefault(std::string scope, std::string function);
+    VX_VALUE_CLASS(MRunTimeDefault)
 };
 
 /// A method of the managed runtime that computes the factory value: (class name, method name).
-class JRunTimeDefault : public detail::FunctionName
+class VX_API JRunTimeDefault : public detail::FunctionName
 {
 public:
-    using FunctionName::FunctionName;
+    JRunTimeDefault(std::string scope, std::string function);
+    VX_VALUE_CLASS(JRunTimeDefault)
 };
 
 /// The order of the alternatives differs from that of Validator; both are fixed.

@@ -1,30 +1,34 @@
 #pragma once
 
+#include <foundation/export.hpp>
+
 #include <cstdint>
 #include <map>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace settings::core {
 
 /// One change that a release makes to users' settings files.
-class SettingsFileChange
+class VX_API SettingsFileChange
 {
 public:
     /// `operation` is "move" or "remove"; a move names its one source and its one target, a removal the one
     /// path that goes and no target.
     SettingsFileChange(const std::string& operation, std::vector<std::string>&& from,
-                       std::vector<std::string>&& to)
-        : operation_(operation), from_(std::move(from)), to_(std::move(to))
-    {}
+                       std::vector<std::string>&& to);
+    SettingsFileChange(const SettingsFileChange& other);
+    SettingsFileChange(SettingsFileChange&& other) noexcept;
+    SettingsFileChange& operator=(const SettingsFileChange& other);
+    SettingsFileChange& operator=(SettingsFileChange&& other) noexcept;
+    ~SettingsFileChange();
 
     /// "move" or "remove".
-    [[nodiscard]] const std::string& operation() const noexcept { return operation_; }
+    [[nodiscard]] const std::string& operation() const noexcept;
     /// The one full path that moves or goes.
-    [[nodiscard]] const std::vector<std::string>& from() const noexcept { return from_; }
+    [[nodiscard]] const std::vector<std::string>& from() const noexcept;
     /// The one full path it moves to; empty for a removal.
-    [[nodiscard]] const std::vector<std::string>& to() const noexcept { return to_; }
+    [[nodiscard]] const std::vector<std::string>& to() const noexcept;
 
 private:
     std::string operation_;

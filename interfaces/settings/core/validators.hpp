@@ -4,39 +4,41 @@
 #include <settings/core/function_name.hpp>
 #include <settings/core/settings.hpp>
 
-#include <boost/smart_ptr/make_shared.hpp>
+#include <boost/smart_ptr/shared_ptr.hpp>
 
 #include <functional>
 #include <string>
-#include <utility>
 #include <variant>
 
 namespace settings::core {
 
 /// A function of the scripting language: (qualifying prefix, function name).
-class MValidator : public detail::FunctionName
+class VX_API MValidator : public detail::FunctionName
 {
 public:
-    using FunctionName::FunctionName;
+    MValidator(std::string scope, std::string function);
+    VX_VALUE_CLASS(MValidator)
 };
 
 /// A native function: (library name, function name). It has the type NativeValidator.
-class CValidator : public detail::FunctionName
+class VX_API CValidator : public detail::FunctionName
 {
 public:
-    using FunctionName::FunctionName;
+    CValidator(std::string scope, std::string function);
+    VX_VALUE_CLASS(CValidator)
 };
 
 /// A method of the managed runtime: (class name, method name).
-class JValidator : public detail::FunctionName
+class VX_API JValidator : public detail::FunctionName
 {
 public:
-    using FunctionName::FunctionName;
+    JValidator(std::string scope, std::string function);
+    VX_VALUE_CLASS(JValidator)
 };
 
-/// A callable of this process, with two names for messages. It refuses a value by raising an exception
+/// A callable of this process, with two names for messages. It refuses a value by throwing an exception
 /// whose text is what the user reads.
-class CPPValidator : public detail::FunctionName
+class VX_API CPPValidator : public detail::FunctionName
 {
 public:
     /// Called with the setting, its own name, and the value proposed.
@@ -45,30 +47,22 @@ public:
 
     /// `scope` and `function` are only named in messages. The callable lives as long as the record does, and
     /// so must the library that it comes from.
-    CPPValidator(Callable callable, std::string scope, std::string function)
-        : FunctionName(boost::make_shared<const NamedCallable>(
-              NamedCallable{{std::move(scope), std::move(function)}, std::move(callable)}))
-    {}
+    CPPValidator(Callable callable, std::string scope, std::string function);
+    VX_VALUE_CLASS(CPPValidator)
 
-    /// What to call.
-    [[nodiscard]] const Callable& callable() const noexcept
-    {
-        return static_cast<const NamedCallable&>(texts()).callable;
-    }
+    /// What to call; empty in what was moved from.
+    [[nodiscard]] const Callable& callable() const noexcept;
 
 private:
     /// The callable stands with its names, so that a record of another kind has no room to keep for it.
-    struct NamedCallable : Texts
-    {
-        Callable callable;
-    };
+    struct NamedCallable;
 };
 
 /// How a value is checked by a function; std::monostate where none is. The order of the alternatives is
 /// fixed.
 using Validator = std::variant<std::monostate, MValidator, CValidator, JValidator, CPPValidator>;
 
-/// What a native library exports, with C linkage, for a CValidator: it refuses a value by raising an
+/// What a native library exports, with C linkage, for a CValidator: it refuses a value by throwing an
 /// exception whose text is what the user reads.
 using NativeValidator = void(const foundation::verdixdata::Array& value);
 

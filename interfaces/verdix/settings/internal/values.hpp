@@ -4,6 +4,7 @@
 #include <foundation/verdixdata/array.hpp>
 #include <settings/core/setting_value_validator.hpp>
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -23,7 +24,6 @@ using SettingValueValidator = ::settings::core::SettingValueValidator::ConfigDat
 [[nodiscard]] VX_API foundation::verdixdata::Array cellstr(std::vector<std::string>&& texts);
 
 /// A cell of the dimensions given, its elements unassigned.
-[[nodiscard]] VX_API foundation::verdixdata::Array
-cell(const foundation::verdixdata::ArrayDimensions& dimensions);
+[[nodiscard]] VX_API foundation::verdixdata::Array cell(const std::vector<std::size_t>& dimensions);
 
 }  // namespace verdix::settings::internal
