@@ -33,6 +33,16 @@ void insert(FactoryGroup& parent, FactorySetting&& setting,
             const ::settings::core::detail::FactorySettingProperties& properties);
 ///@}
 
+/// Realizes a node whose properties need no options. The full name of its group is asked for all the same:
+/// that call is part of the interface with the settings core, and it may throw.
+///@{
+[[nodiscard]] FactoryGroup
+addReadyGroup(FactoryGroup& parent, std::string&& name,
+              const ::settings::core::detail::FactorySettingProperties& properties);
+void addReadySetting(FactoryGroup& parent, std::string&& name,
+                     const ::settings::core::detail::FactorySettingProperties& properties);
+///@}
+
 }  // namespace detail
 
 /// Creates a group under a realized group and returns it, ready to take children.
@@ -43,7 +53,7 @@ template <class Value>
 FactoryGroup addGroup(FactoryGroup& parent, std::string name, OptionName option, Value&& value)
 {
     auto group = detail::makeChild<FactoryGroup>(parent, std::move(name));
-    SettingOptions options(group);
+    SettingOptions options = detail::defaultOptions(group);
     applyOption(options, option, std::forward<Value>(value));
     return detail::insert(parent, std::move(group), options.properties);
 }
@@ -56,7 +66,7 @@ void addSetting(FactoryGroup& parent, std::string name, Pairs&&... pairs)
 {
     static_assert(sizeof...(Pairs) % 2 == 0, "options are pairs of a name and a value");
     auto setting = detail::makeChild<FactorySetting>(parent, std::move(name));
-    SettingOptions options(setting);
+    SettingOptions options = detail::defaultOptions(setting);
     detail::applyPairs(options, std::forward<Pairs>(pairs)...);
     detail::insert(parent, std::move(setting), options.properties);
 }

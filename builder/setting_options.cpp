@@ -6,16 +6,6 @@
 #include <array>
 #include <stdexcept>
 
-namespace verdix::settings {
-
-SettingOptions::SettingOptions(const detail::FactorySettingNode& node)
-    : properties(detail::defaultProperties()),
-      treeContext(node.treeContext),
-      fullName(verdix::settings::fullName(node))
-{}
-
-}  // namespace verdix::settings
-
 namespace verdix::settings::detail {
 
 using foundation::verdixdata::Array;
@@ -23,6 +13,11 @@ using foundation::verdixdata::Array;
 ::settings::core::detail::FactorySettingProperties defaultProperties()
 {
     return {false, false, {}, {}, {}, false, false, {}};
+}
+
+SettingOptions defaultOptions(const FactorySettingNode& node)
+{
+    return {defaultProperties(), {}, node.treeContext, fullName(node)};
 }
 
 void refuseName(const SettingOptions& options, std::string_view name)

@@ -19,10 +19,6 @@ namespace verdix::settings {
 /// What the option pairs of one node are applied to.
 struct SettingOptions
 {
-    /// Begins with the all-default description of a node under a realized group. Throws what the getFullName
-    /// of that group's node throws.
-    explicit SettingOptions(const detail::FactorySettingNode& node);
-
     ::settings::core::detail::FactorySettingProperties properties;
     foundation::verdixdata::standalone::ClientArrayFactory arrayFactory;
     detail::TreeContext treeContext;
@@ -33,6 +29,10 @@ namespace detail {
 
 /// Properties of a node with no options set.
 [[nodiscard]] ::settings::core::detail::FactorySettingProperties defaultProperties();
+
+/// The same, for a node under a realized group, ready for options. Throws what the getFullName of that
+/// group's node throws.
+[[nodiscard]] SettingOptions defaultOptions(const FactorySettingNode& node);
 
 enum class Option : unsigned char
 {

@@ -11,6 +11,7 @@ using detail::Parts;
 using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 using ::settings::core::MValidator;
+using ::settings::core::detail::FactorySettingProperties;
 using settings::detail::Option;
 using settings::detail::store;
 
@@ -86,36 +87,47 @@ void apply(SettingOptions& options, const Parts& parts)
     }
 }
 
-/// A setting on its way into the tree: its options are applied to it before it is realized.
-class Line
+/// Options that no name is needed for: the words leave nothing to refuse.
+SettingOptions unnamedOptions()
+{
+    return {settings::detail::defaultProperties(), {}, nullptr, {}};
+}
+
+/// Properties of nodes with a frequent value, or none, and no trait but their visibility. They are the same
+/// for all of them, so they are made once.
+class FrequentProperties
 {
 public:
-    Line(FactoryGroup& group, std::string_view name)
-        : group_(group),
-          setting_(settings::detail::makeChild<FactorySetting>(group, std::string(name))),
-          options_(setting_)
+    explicit FrequentProperties(ScriptFunction validator, const Array& value = {})
+        : validator_(validator),
+          byVisibility_{make(value, Visibility::unstated), make(value, Visibility::visible),
+                        make(value, Visibility::hidden)}
     {}
 
-    template <class Value>
-    Line& withValue(Value&& value)
+    [[nodiscard]] const FactorySettingProperties& of(Visibility visibility) const
     {
-        store(options_, Option::factoryValue, std::forward<Value>(value));
-        return *this;
+        return byVisibility_[static_cast<std::size_t>(visibility)];
     }
 
-    void finish(Flags flags, const Parts& parts)
+    /// Null where the traits say more than the visibility.
+    [[nodiscard]] const FactorySettingProperties* find(Flags flags, const Parts& parts) const
     {
-        apply(options_, flags);
-        if (&parts != &detail::noParts) {
-            apply(options_, parts);
-        }
-        insert(group_, std::move(setting_), options_.properties);
+        const bool isFrequent =
+            &parts == &detail::noParts && flags.validator == validator_ && flags.access == Access::unstated;
+        return isFrequent ? &of(flags.visibility) : nullptr;
     }
 
 private:
-    FactoryGroup& group_;
-    FactorySetting setting_;
-    SettingOptions options_;
+    [[nodiscard]] FactorySettingProperties make(const Array& value, Visibility visibility) const
+    {
+        SettingOptions options = unnamedOptions();
+        options.properties.factoryValue = value;
+        apply(options, {.validator = validator_, .visibility = visibility});
+        return std::move(options.properties);
+    }
+
+    ScriptFunction validator_;
+    std::array<FactorySettingProperties, 3> byVisibility_;
 };
 
 }  // namespace
@@ -132,28 +144,48 @@ constinit const Parts onlyColour = [] {
 
 void addUnset(FactoryGroup& group, std::string_view name, Flags flags, const Parts& parts)
 {
-    Line(group, name).finish(flags, parts);
+    addValue(group, name, Array(), flags, parts);
 }
 
 void addValue(FactoryGroup& group, std::string_view name, Array&& value, Flags flags, const Parts& parts)
 {
-    Line(group, name).withValue(std::move(value)).finish(flags, parts);
+    SettingOptions options = unnamedOptions();
+    options.properties.factoryValue = std::move(value);
+    apply(options, flags);
+    if (&parts != &noParts) {
+        apply(options, parts);
+    }
+    settings::detail::addReadySetting(group, std::string(name), options.properties);
 }
 
 void addLogical(FactoryGroup& group, std::string_view name, bool value, Flags flags, const Parts& parts)
 {
-    Line(group, name).withValue(value).finish(flags, parts);
+    static const std::array values{internal::makeScalar<bool>(false), internal::makeScalar<bool>(true)};
+    static const std::array frequent{FrequentProperties(logicalScalar, values[0]),
+                                     FrequentProperties(logicalScalar, values[1])};
+    const std::size_t index = value ? 1 : 0;
+    if (const auto* const properties = frequent[index].find(flags, parts)) {
+        return settings::detail::addReadySetting(group, std::string(name), *properties);
+    }
+    addValue(group, name, Array(values[index]), flags, parts);
 }
 
 void addText(FactoryGroup& group, std::string_view name, std::string_view value, Flags flags,
              const Parts& parts)
 {
+    static const FrequentProperties empty(stringScalar, internal::charvec(std::string()));
+    if (value.empty()) {
+        if (const auto* const properties = empty.find(flags, parts)) {
+            return settings::detail::addReadySetting(group, std::string(name), *properties);
+        }
+    }
     addValue(group, name, internal::charvec(std::string(value)), flags, parts);
 }
 
 void addString(FactoryGroup& group, std::string_view name, const char* value, Flags flags, const Parts& parts)
 {
-    Line(group, name).withValue(value).finish(flags, parts);
+    const foundation::verdixdata::standalone::ClientArrayFactory factory;
+    addValue(group, name, factory.createScalarInternal(value), flags, parts);
 }
 
 void addInteger(FactoryGroup& group, std::string_view name, int value, Flags flags, const Parts& parts)
@@ -163,7 +195,7 @@ void addInteger(FactoryGroup& group, std::string_view name, int value, Flags fla
 
 void addNumber(FactoryGroup& group, std::string_view name, int value, Flags flags, const Parts& parts)
 {
-    Line(group, name).withValue(value).finish(flags, parts);
+    addValue(group, name, internal::makeScalar<double>(value), flags, parts);
 }
 
 void addIntegerRow(FactoryGroup& group, std::string_view name, std::span<const int> values, Flags flags,
@@ -188,11 +220,8 @@ void addCell(FactoryGroup& group, std::string_view name, std::span<const char* c
 
 FactoryGroup addGroup(FactoryGroup& parent, const char* name, Visibility visibility)
 {
-    static constexpr OptionName hidden = "Hidden";
-    if (visibility == Visibility::unstated) {
-        return settings::addGroup(parent, std::string(name));
-    }
-    return settings::addGroup(parent, std::string(name), hidden, visibility == Hidden);
+    static const FrequentProperties properties(unchecked);
+    return settings::detail::addReadyGroup(parent, name, properties.of(visibility));
 }
 
 }  // namespace verdix::settings::tree
