@@ -4,6 +4,7 @@
 
 #include <foundation/verdixdata/text.hpp>
 
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -119,12 +120,19 @@ std::string_view colourForm(SettingValueValidator::Colour colour)
     return colour == SettingValueValidator::Colour::wholeNumbers ? "wholeNumbers" : "normalised";
 }
 
+/// Null where the size leaves the rows or the columns open.
+json::value countOrNull(const std::optional<std::size_t>& count)
+{
+    return count ? json::value(*count) : json::value(nullptr);
+}
+
 /// Appends one entry per rule of the record. Words beside a colour belong to the colour.
 void appendRules(json::array& rules, const SettingValueValidator::ConfigData& record)
 {
     if (record.size) {
-        rules.push_back(
-            json::object{{"kind", "size"}, {"rows", record.size->rows}, {"columns", record.size->columns}});
+        rules.push_back(json::object{{"kind", "size"},
+                                     {"rows", countOrNull(record.size->rows)},
+                                     {"columns", countOrNull(record.size->columns)}});
     }
     if (record.elementClass) {
         rules.push_back(json::object{{"kind", "elementClass"}, {"class", className(*record.elementClass)}});

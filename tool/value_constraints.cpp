@@ -27,10 +27,17 @@ void require(ValueConstraints& values, bool kept)
     values.isImpossible = values.isImpossible || !kept;
 }
 
+void restrict(ValueConstraints& values, std::optional<std::size_t>& extent,
+              const std::optional<std::size_t>& demanded)
+{
+    require(values, !extent || !demanded || extent == demanded);
+    extent = demanded ? demanded : extent;
+}
+
 void restrict(ValueConstraints& values, const Records::Size& size)
 {
-    require(values, !values.size || (values.size->rows == size.rows && values.size->columns == size.columns));
-    values.size = size;
+    restrict(values, values.size.rows, size.rows);
+    restrict(values, values.size.columns, size.columns);
 }
 
 void restrict(ValueConstraints& values, const Records::Range& range)

@@ -144,53 +144,58 @@ json::array row(const json::object& items, std::size_t least, std::size_t most)
     return {std::move(bare), std::move(nested)};
 }
 
-json::object matrixOfSize(const json::object& items, const ValueConstraints::Records::Size& size)
+/// So many elements each at most, where there are so many lines.
+std::size_t share(std::size_t elements, std::size_t lines)
 {
-    if (size.rows == 0) {
-        return acceptNothing();  // no JSON stands for it
-    }
-    if (size.rows > 1) {
-        return list(list(items, size.columns, size.columns), size.rows, size.rows);
-    }
-    json::array options = row(items, size.columns, size.columns);
-    if (size.columns == 1) {
-        options.insert(options.begin(), items);
-    }
-    return anyOf(std::move(options));
+    return elements == noLimit || lines == 0 ? noLimit : elements / lines;
 }
 
+/// A scalar stands for itself, a row in one list, and several rows in a list of lists. That these are of one
+/// length no schema can say.
 json::object matrix(ArrayType type, const ValueConstraints& values)
 {
-    const json::object items = element(type, values);
-    if (values.size) {
-        return values.size->rows * values.size->columns > values.maximumLength
-                   ? acceptNothing()
-                   : matrixOfSize(items, *values.size);
+    const auto& [rows, columns] = values.size;
+    const std::size_t leastRows = rows.value_or(1);  // no JSON stands for a matrix without rows
+    const std::size_t leastColumns = columns.value_or(0);
+    if (leastRows == 0 || leastRows * leastColumns > values.maximumLength) {
+        return acceptNothing();
     }
-    const json::object anyRow = list(items, 0, values.maximumLength);
-    return anyOf({items, anyRow, list(anyRow, 1, noLimit)});
+    const std::size_t mostRows = rows.value_or(share(values.maximumLength, leastColumns));
+    const std::size_t mostColumns = columns.value_or(share(values.maximumLength, leastRows));
+    const json::object items = element(type, values);
+    const json::object bare = list(items, leastColumns, mostColumns);
+    json::array options;
+    if (leastRows == 1 && leastColumns <= 1 && mostColumns != 0) {
+        options.emplace_back(items);
+    }
+    if (leastRows == 1) {
+        options.emplace_back(bare);
+    }
+    options.emplace_back(list(bare, leastRows, mostRows));
+    return anyOf(std::move(options));
 }
 
 json::object cell(const ValueConstraints& values)
 {
-    if (values.size && values.size->rows != 1) {
+    const auto& [rows, columns] = values.size;
+    if (rows.value_or(1) != 1) {
         return acceptNothing();
     }
     json::object items = values.texts ? oneOf(*values.texts) : json::object{{"type", "string"}};
-    return anyOf(row(items, values.size ? values.size->columns : 0,
-                     std::min(values.maximumLength, values.size ? values.size->columns : noLimit)));
+    return anyOf(row(items, columns.value_or(0), std::min(values.maximumLength, columns.value_or(noLimit))));
 }
 
 json::object text(const ValueConstraints& values)
 {
-    if (values.size && values.size->rows != 1) {
+    const auto& [rows, columns] = values.size;
+    if (rows.value_or(1) != 1) {
         return acceptNothing();
     }
     json::object schema = values.texts ? oneOf(*values.texts) : json::object{{"type", "string"}};
-    if (values.size) {
-        schema.emplace("minLength", values.size->columns);
+    if (columns) {
+        schema.emplace("minLength", *columns);
     }
-    const std::size_t most = std::min(values.maximumLength, values.size ? values.size->columns : noLimit);
+    const std::size_t most = std::min(values.maximumLength, columns.value_or(noLimit));
     if (most != noLimit) {
         schema.emplace("maxLength", most);
     }

@@ -94,10 +94,11 @@ Array blueToYellow()
     return map;
 }
 
-// Doubles from 0 to 1, in as many rows as the map has colours.
+// Red, green and blue from 0 to 1, in as many rows as the map has colours.
 SettingValueValidator colourMap()
 {
     auto rule = inRange(0, 1);
+    rule.size = {{.columns = 3}};
     rule.elementClass = foundation::verdixdata::ArrayType::DOUBLE;
     return rule;
 }

@@ -102,12 +102,13 @@ template <class T>
     return {typed.begin(), typed.getNumberOfElements()};
 }
 
-/// True for a two-dimensional array of this size.
-[[nodiscard]] inline bool hasSize(const foundation::verdixdata::Array& array, std::size_t rows,
-                                  std::size_t columns) noexcept
+/// True for a two-dimensional array of this size; any number of rows or columns where none is given.
+[[nodiscard]] inline bool hasSize(const foundation::verdixdata::Array& array, std::optional<std::size_t> rows,
+                                  std::optional<std::size_t> columns) noexcept
 {
     const auto& dimensions = array.getDimensions();
-    return dimensions.size() == 2 && dimensions[0] == rows && dimensions[1] == columns;
+    return dimensions.size() == 2 && dimensions[0] == rows.value_or(dimensions[0]) &&
+           dimensions[1] == columns.value_or(dimensions[1]);
 }
 
 [[nodiscard]] inline bool isScalar(const foundation::verdixdata::Array& array) noexcept

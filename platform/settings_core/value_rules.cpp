@@ -83,9 +83,23 @@ std::string lengthWords(std::size_t length, const Array& example)
     return "of at most " + std::to_string(length) + (example.isAssigned() ? unit : " elements or characters");
 }
 
+bool isOpen(const Rule::Size& size)
+{
+    return !size.rows || !size.columns;
+}
+
 std::string sizeWords(const Rule::Size& size)
 {
-    return dimensionsText({size.rows, size.columns});
+    const auto lines = [](std::size_t count, const char* unit) {
+        return "in " + std::to_string(count) + " " + unit + (count == 1 ? "" : "s");
+    };
+    if (!isOpen(size)) {
+        return dimensionsText({*size.rows, *size.columns});
+    }
+    if (size.rows) {
+        return lines(*size.rows, "row");
+    }
+    return size.columns ? lines(*size.columns, "column") : "in rows and columns";
 }
 
 std::string classWords(ArrayType elementClass)
@@ -101,7 +115,7 @@ std::string colourWords(Rule::Colour colour, const std::vector<std::u16string>& 
 }
 
 /// Calls visitor(words, accepts), two functions, for every rule that the record states, in a fixed order.
-/// Class and size are left out where the example shows them: it keeps them, and they need no words.
+/// Class and exact size are left out where the example shows them: it keeps them, and they need no words.
 template <class Visitor>
 void forEachRule(const ValueRules& rules, const Array& example, Visitor visitor)
 {
@@ -115,7 +129,8 @@ void forEachRule(const ValueRules& rules, const Array& example, Visitor visitor)
         visitor(lengthWords(*rules.maximumLength, example),
                 [&](const Array& value) { return lengthOf(value) <= *rules.maximumLength; });
     }
-    if (rules.size && !data::hasSize(example, rules.size->rows, rules.size->columns)) {
+    if (rules.size && (isOpen(*rules.size) || !data::hasSize(example, rules.size->rows, rules.size->columns)))
+    {
         visitor(sizeWords(*rules.size), [&](const Array& value) {
             return data::hasSize(value, rules.size->rows, rules.size->columns);
         });
@@ -135,24 +150,36 @@ void forEachRule(const ValueRules& rules, const Array& example, Visitor visitor)
     }
 }
 
-/// What a factory value says of the values that its setting takes.
-std::string kindWords(const Array& factoryValue)
+/// "a number" or "4 numbers", as many as the factory value has; "numbers" where a record leaves that open.
+std::string countWords(const Properties& properties, const char* one, const std::string& several)
 {
-    const std::size_t count = factoryValue.getNumberOfElements();
-    switch (factoryValue.getType()) {
+    const auto& records = properties.valueValidators;
+    if (std::any_of(records.begin(), records.end(),
+                    [](const ValueRules& rules) { return rules.size && isOpen(*rules.size); }))
+    {
+        return several;
+    }
+    const std::size_t count = properties.factoryValue.getNumberOfElements();
+    return count == 1 ? one : std::to_string(count) + " " + several;
+}
+
+/// What a factory value says of the values that its setting takes.
+std::string kindWords(const Properties& properties)
+{
+    switch (properties.factoryValue.getType()) {
     case ArrayType::UNKNOWN:
         return "a value";
     case ArrayType::LOGICAL:
-        return count == 1 ? "true or false" : std::to_string(count) + " logical values";
+        return countWords(properties, "true or false", "logical values");
     case ArrayType::CHAR:
     case ArrayType::STRING:
         return "a text";
     case ArrayType::CELL:
         return "a cell of texts";
     case ArrayType::DOUBLE:
-        return count == 1 ? "a number" : std::to_string(count) + " numbers";
+        return countWords(properties, "a number", "numbers");
     default:
-        return count == 1 ? "a whole number" : std::to_string(count) + " whole numbers";
+        return countWords(properties, "a whole number", "whole numbers");
     }
 }
 
@@ -163,7 +190,7 @@ std::string validatorWords(const Properties& properties)
     if (script != nullptr && findScriptFunction(*script) != nullptr) {
         return words;
     }
-    return kindWords(properties.factoryValue) + (words.empty() ? "" : " ") + words;
+    return kindWords(properties) + (words.empty() ? "" : " ") + words;
 }
 
 }  // namespace

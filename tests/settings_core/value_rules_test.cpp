@@ -57,6 +57,14 @@ TEST(ValueRules, HoldUpToTheirBounds)
          "1-by-2",
          {row<double>({1, 2}), text("ab")},
          {scalar(1.0), row<double>({1, 2, 3}), Array()}},
+        {{.size = {{.columns = 3}}},
+         "in 3 columns",
+         {row<double>({1, 2, 3}), tests::matrix<double>(2, 3, {1, 2, 3, 4, 5, 6}), text("abc")},
+         {row<double>({1, 2}), tests::matrix<double>(3, 2, {1, 2, 3, 4, 5, 6}), Array()}},
+        {{.size = {{.rows = 1}}},
+         "in 1 row",
+         {scalar(1.0), texts({"a", "b"})},
+         {tests::matrix<int>(2, 1, {1, 2})}},
         {{.elementClass = ArrayType::CELL}, "a cell", {texts({})}, {text("a"), Array()}},
         {{.elementClass = ArrayType::INT32}, "of class int32", {scalar(1)}, {scalar(1.0)}},
         {{.colour = Colour::wholeNumbers},
@@ -104,6 +112,8 @@ TEST(ValueRules, AreDescribedTogetherWithValidatorAndFactoryValue)
               "a number accepted by check of liblimits, at least 1");
     EXPECT_EQ(described(row<double>({1, 2}), {}, {{.range = {{0, 9}}, .size = {{1, 2}}}}),
               "2 numbers from 0 to 9");
+    EXPECT_EQ(described(row<double>({0, 0, 1}), {}, {{.range = {{0, 1}}, .size = {{.columns = 3}}}}),
+              "numbers from 0 to 1, in 3 columns");
     EXPECT_EQ(described({}, {}, {}), "a value");
     EXPECT_EQ(described({}, MValidator("elsewhere", "mustFit"), {}),
               "a value accepted by the script function elsewhere.mustFit");
