@@ -43,8 +43,7 @@ void restrict(ValueConstraints& values, const Records::Size& size)
 void restrict(ValueConstraints& values, const Records::Range& range)
 {
     require(values, values.form.elementClass && isNumeric(*values.form.elementClass));
-    const Records::Range before = values.range.value_or(Records::Range());
-    values.range = {std::max(before.lower, range.lower), std::min(before.upper, range.upper)};
+    values.range = {std::max(values.range.lower, range.lower), std::min(values.range.upper, range.upper)};
 }
 
 void restrict(ValueConstraints& values, const std::vector<std::u16string>& texts)

@@ -26,8 +26,8 @@ struct ValueConstraints
     /// Elements; characters of a text.
     std::size_t maximumLength = std::numeric_limits<std::size_t>::max();
 
-    /// Bounds of every number; none admits NaN.
-    std::optional<Records::Range> range = std::nullopt;
+    /// Bounds of every number; NaN is one only where both are open.
+    Records::Range range = {};
     /// Every number is whole, and so finite.
     bool isWhole = false;
 

@@ -51,11 +51,11 @@ json::object integer(const ValueConstraints& values)
 {
     using Limits = std::numeric_limits<Integer>;
     json::object schema{{"type", "integer"}, {"minimum", Limits::min()}, {"maximum", Limits::max()}};
-    if (values.range && static_cast<long double>(values.range->lower) > Limits::min()) {
-        schema["minimum"] = values.range->lower;
+    if (static_cast<long double>(values.range.lower) > Limits::min()) {
+        schema["minimum"] = values.range.lower;
     }
-    if (values.range && static_cast<long double>(values.range->upper) < Limits::max()) {
-        schema["maximum"] = values.range->upper;
+    if (static_cast<long double>(values.range.upper) < Limits::max()) {
+        schema["maximum"] = values.range.upper;
     }
     return schema;
 }
@@ -67,13 +67,16 @@ json::array notFinite(const ValueConstraints& values)
     if (values.isWhole) {
         return texts;
     }
-    if (!values.range) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    const bool isOpenBelow = values.range.lower == -infinity;
+    const bool isOpenAbove = values.range.upper == infinity;
+    if (isOpenBelow && isOpenAbove) {
         texts.emplace_back("NaN");
     }
-    if (!values.range || std::isinf(values.range->upper)) {
+    if (isOpenAbove) {
         texts.emplace_back("Inf");
     }
-    if (!values.range || std::isinf(values.range->lower)) {
+    if (isOpenBelow) {
         texts.emplace_back("-Inf");
     }
     return texts;
@@ -82,11 +85,11 @@ json::array notFinite(const ValueConstraints& values)
 json::object real(const ValueConstraints& values)
 {
     json::object number{{"type", values.isWhole ? "integer" : "number"}};
-    if (values.range && std::isfinite(values.range->lower)) {
-        number.emplace("minimum", values.range->lower);
+    if (std::isfinite(values.range.lower)) {
+        number.emplace("minimum", values.range.lower);
     }
-    if (values.range && std::isfinite(values.range->upper)) {
-        number.emplace("maximum", values.range->upper);
+    if (std::isfinite(values.range.upper)) {
+        number.emplace("maximum", values.range.upper);
     }
     json::array options{std::move(number)};
     if (json::array texts = notFinite(values); !texts.empty()) {

@@ -12,7 +12,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <initializer_list>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -65,12 +67,6 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
     return {.range = {{.lower = lower}}};
 }
 
-/// Every element is a number, whichever.
-[[nodiscard]] inline SettingValueValidator anyNumber()
-{
-    return {.range = ::settings::core::SettingValueValidator::Range{}};
-}
-
 /// A text, or every text of a cell, is one of the words.
 [[nodiscard]] inline SettingValueValidator oneOf(std::initializer_list<std::u16string_view> words)
 {
@@ -113,12 +109,12 @@ inline constexpr ScriptFunction numericScalar{"verdix.settings.mustBeNumericScal
     return {.colour = ::settings::core::SettingValueValidator::Colour::wholeNumbers};
 }
 
-/// Where a window is: four numbers, left, bottom, width and height. The first two may be negative, on a
-/// screen beside the main one. That they are numbers is said here, as not every position has a factory value
-/// whose class would say it.
+/// Where a window is, in pixels: left, bottom, width and height. The first two may be negative, on a screen
+/// beside the main one. The bounds refuse what is no place or size, NaN and the infinities.
 [[nodiscard]] inline SettingValueValidator windowPosition()
 {
-    return rowOf(4, anyNumber());
+    using Pixels = std::numeric_limits<std::int32_t>;
+    return rowOf(4, inRange(Pixels::min(), Pixels::max()));
 }
 
 // Settings

@@ -93,6 +93,12 @@ template <class Predicate>
            });
 }
 
+/// True for an array of a numeric class, whatever its elements.
+[[nodiscard]] inline bool isNumeric(const foundation::verdixdata::Array& array)
+{
+    return everyNumber(array, [](auto) { return true; });
+}
+
 /// The elements, column by column; valid as long as the array or a copy of it. Raises
 /// InvalidArrayTypeException when the array is of another class.
 template <class T>

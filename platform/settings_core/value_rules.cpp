@@ -6,7 +6,7 @@
 #include <foundation/verdixdata/text.hpp>
 
 #include <algorithm>
-#include <cmath>
+#include <limits>
 #include <utility>
 
 namespace vx::core {
@@ -17,6 +17,8 @@ using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 using Properties = ::settings::core::detail::FactorySettingProperties;
 using Rule = ::settings::core::SettingValueValidator;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
 
 bool isOneOf(const std::vector<std::u16string>& words, const Array& value)
 {
@@ -50,12 +52,17 @@ bool isColour(Rule::Colour colour, const Array& value)
            });
 }
 
+bool isOpen(const Rule::Range& range)
+{
+    return range.lower == -infinity && range.upper == infinity;
+}
+
 std::string rangeWords(const Rule::Range& range)
 {
-    if (std::isinf(range.lower)) {
-        return std::isinf(range.upper) ? "numeric" : "at most " + numberText(range.upper);
+    if (range.lower == -infinity) {
+        return "at most " + numberText(range.upper);
     }
-    if (std::isinf(range.upper)) {
+    if (range.upper == infinity) {
         return "at least " + numberText(range.lower);
     }
     return "from " + numberText(range.lower) + " to " + numberText(range.upper);
@@ -115,11 +122,16 @@ std::string colourWords(Rule::Colour colour, const std::vector<std::u16string>& 
 }
 
 /// Calls visitor(words, accepts), two functions, for every rule that the record states, in a fixed order.
-/// Class and exact size are left out where the example shows them: it keeps them, and they need no words.
+/// Class and exact size are left out where the example shows them: it keeps them, and they need no words. So
+/// is a range without bounds, which only says that values are numbers, NaN among them.
 template <class Visitor>
 void forEachRule(const ValueRules& rules, const Array& example, Visitor visitor)
 {
-    if (rules.range) {
+    if (rules.range && isOpen(*rules.range)) {
+        if (!data::isNumeric(example)) {
+            visitor("numeric", data::isNumeric);
+        }
+    } else if (rules.range) {
         visitor(rangeWords(*rules.range), [&](const Array& value) {
             return data::everyNumber(
                 value, [&](auto n) { return data::isWithin(n, rules.range->lower, rules.range->upper); });
@@ -255,8 +267,8 @@ std::string describeAccepted(const Properties& properties)
         std::any_of(records.begin(), records.end(), isColourRule) ? "" : validatorWords(properties);
     for (const ValueRules& rules : records) {
         const std::string words = describe(rules, properties.factoryValue);
-        // A range comes first in its record.
-        const char* separator = rules.range && readsOn ? " " : ", ";
+        // Bounds come first in their record.
+        const char* separator = rules.range && !isOpen(*rules.range) && readsOn ? " " : ", ";
         text += (text.empty() || words.empty() ? "" : separator) + words;
     }
     return text;

@@ -66,7 +66,7 @@ TEST(Validation, ScriptFunctions)
          {{scalar(2.0), scalar<std::int8_t>(-1), scalar<std::uint64_t>(1)},
           {scalar(2.5), scalar(infinity), scalar(notANumber), scalar(true), row<double>({1, 2}), text("1")}}},
         {"mustBeNumericScalar",
-         {{scalar(2.5), scalar(infinity), scalar<std::uint8_t>(1)},
+         {{scalar(2.5), scalar(infinity), scalar(notANumber), scalar<std::uint8_t>(1)},
           {scalar(true), row<double>({1, 2}), text("1"), row<double>({})}}},
     };
     for (const auto& [function, verdicts] : cases) {

@@ -21,7 +21,8 @@ namespace settings::core {
 class SettingValueValidator
 {
 public:
-    /// Bounds of every element, both included; infinite where a bound is open.
+    /// Bounds of every element, both included; infinite where a bound is open. An infinite element passes an
+    /// open bound, NaN only a range without any bound.
     struct Range
     {
         double lower = -std::numeric_limits<double>::infinity();  ///< -infinity where open
