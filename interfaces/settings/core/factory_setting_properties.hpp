@@ -70,6 +70,9 @@ public:
         aliasName_ = boost::make_shared<const std::string>(std::move(target));
     }
 
+    /// Whether an alias target was given, if only an empty one.
+    [[nodiscard]] bool isAlias() const noexcept { return aliasName_ != nullptr; }
+
     /// Path of the alias target; empty for a node that is no alias.
     [[nodiscard]] const std::string& aliasName() const noexcept
     {
