@@ -1,5 +1,6 @@
 #include "node_json.hpp"
 
+#include <data/views.hpp>
 #include <settings_core/array_visit.hpp>
 
 #include <foundation/verdixdata/text.hpp>
@@ -66,7 +67,7 @@ json::value elementJson(Number element)
 
 json::value dataJson(const Array& array)
 {
-    if (array.getType() == ArrayType::CHAR && array.getDimensions()[0] == 1) {
+    if (array.getType() == ArrayType::CHAR && data::isRow(array)) {
         return json::value(characters(array));
     }
     return core::visitArray(array, [](const auto& elements) {

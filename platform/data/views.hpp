@@ -108,13 +108,19 @@ template <class T>
     return {typed.begin(), typed.getNumberOfElements()};
 }
 
-/// True for a two-dimensional array of this size; any number of rows or columns where none is given.
+/// True for a two-dimensional array of this size; any number of rows or columns where none is given. The
+/// 0-by-0 array of characters is the empty character vector, and so counts as 1-by-0.
 [[nodiscard]] inline bool hasSize(const foundation::verdixdata::Array& array, std::optional<std::size_t> rows,
                                   std::optional<std::size_t> columns) noexcept
 {
     const auto& dimensions = array.getDimensions();
-    return dimensions.size() == 2 && dimensions[0] == rows.value_or(dimensions[0]) &&
-           dimensions[1] == columns.value_or(dimensions[1]);
+    if (dimensions.size() != 2) {
+        return false;
+    }
+    const bool isEmptyVector = array.getType() == foundation::verdixdata::ArrayType::CHAR &&
+                               dimensions[0] == 0 && dimensions[1] == 0;
+    const std::size_t actualRows = isEmptyVector ? 1 : dimensions[0];
+    return rows.value_or(actualRows) == actualRows && columns.value_or(dimensions[1]) == dimensions[1];
 }
 
 [[nodiscard]] inline bool isScalar(const foundation::verdixdata::Array& array) noexcept
@@ -122,7 +128,7 @@ template <class T>
     return hasSize(array, 1, 1);
 }
 
-/// True for a 1-by-N array, N from 0 on.
+/// True for a 1-by-N array, N from 0 on, and for the 0-by-0 array of characters.
 [[nodiscard]] inline bool isRow(const foundation::verdixdata::Array& array) noexcept
 {
     return hasSize(array, 1, array.getNumberOfElements());

@@ -72,7 +72,8 @@ std::string list(const std::vector<std::u16string>& words)
 {
     std::string text;
     for (const std::u16string& word : words) {
-        text += (text.empty() ? "one of: " : ", ") + foundation::verdixdata::toUtf8(word);
+        text += text.empty() ? "one of: " : ", ";
+        text += word.empty() ? "\"\"" : foundation::verdixdata::toUtf8(word);
     }
     return text;
 }

@@ -25,6 +25,11 @@ using tests::texts;
 using vx::core::checkValue;
 using Colour = SettingValueValidator::Colour;
 
+Array characters(std::size_t rows, std::size_t columns)
+{
+    return tests::matrix<char16_t>(rows, columns, {});
+}
+
 NewSetting checkedBy(Validator validator)
 {
     return NewSetting(tests::propertiesOf({}, std::move(validator)));
@@ -61,7 +66,8 @@ TEST(Validation, ScriptFunctions)
         {"mustBeLogicalScalar",
          {{scalar(true)}, {scalar(1.0), row<bool>({true, false}), row<bool>({}), text("true")}}},
         {"mustBeStringScalar",
-         {{text("a"), text(""), string("a")}, {missing, texts({"a"}), scalar(1.0), Array()}}},
+         {{text("a"), text(""), characters(0, 0), string("a")},
+          {missing, texts({"a"}), scalar(1.0), characters(0, 3), characters(2, 0), Array()}}},
         {"mustBeIntegerScalar",
          {{scalar(2.0), scalar<std::int8_t>(-1), scalar<std::uint64_t>(1)},
           {scalar(2.5), scalar(infinity), scalar(notANumber), scalar(true), row<double>({1, 2}), text("1")}}},
@@ -147,10 +153,12 @@ TEST(Validation, ClassAndSizeComeFromTheFactoryValue)
     } cases[] = {
         {withFactoryValue(scalar(true)), {{scalar(false)}, {scalar(0.0), row<bool>({true, true})}}},
         {withFactoryValue(scalar(1.0)), {{scalar(2.5)}, {scalar<std::int32_t>(1), row<double>({1, 2})}}},
-        {withFactoryValue(text("")), {{text("any length")}, {string("a"), scalar(1.0), texts({})}}},
+        {withFactoryValue(text("")),
+         {{text("any length"), characters(0, 0)}, {string("a"), scalar(1.0), texts({}), characters(2, 0)}}},
         {withFactoryValue(string("a")), {{string("longer")}, {text("a")}}},
         {withFactoryValue(texts({})),
-         {{texts({"a", "b"}), texts({})}, {text("a"), row<Array>({scalar(1.0)})}}},
+         {{texts({"a", "b"}), texts({}), row<Array>({characters(0, 0)})},
+          {text("a"), row<Array>({scalar(1.0)})}}},
         {withFactoryValue(row<double>({1, 2})),
          {{row<double>({3, 4})}, {row<double>({1, 2, 3}), scalar(1.0)}}},
         {withFactoryValue(row<double>({1, 2}), {{.size = {{1, 3}}}}),
