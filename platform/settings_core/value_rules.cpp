@@ -83,12 +83,20 @@ std::string wordsWords(const std::vector<std::u16string>& words, const Array& ex
     return (example.getType() == ArrayType::CELL ? "each " : "") + list(words);
 }
 
+/// "1 row", "3 rows".
+std::string counted(std::size_t count, const std::string& noun)
+{
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
 std::string lengthWords(std::size_t length, const Array& example)
 {
-    const char* unit = example.getType() == ArrayType::CHAR || example.getType() == ArrayType::STRING
-                           ? " characters"
-                           : " elements";
-    return "of at most " + std::to_string(length) + (example.isAssigned() ? unit : " elements or characters");
+    const bool isText = example.getType() == ArrayType::CHAR || example.getType() == ArrayType::STRING;
+    std::string words = "of at most " + counted(length, isText ? "character" : "element");
+    if (!example.isAssigned()) {
+        words += length == 1 ? " or character" : " or characters";
+    }
+    return words;
 }
 
 bool isOpen(const Rule::Size& size)
@@ -98,16 +106,13 @@ bool isOpen(const Rule::Size& size)
 
 std::string sizeWords(const Rule::Size& size)
 {
-    const auto lines = [](std::size_t count, const char* unit) {
-        return "in " + std::to_string(count) + " " + unit + (count == 1 ? "" : "s");
-    };
     if (!isOpen(size)) {
         return dimensionsText({*size.rows, *size.columns});
     }
     if (size.rows) {
-        return lines(*size.rows, "row");
+        return "in " + counted(*size.rows, "row");
     }
-    return size.columns ? lines(*size.columns, "column") : "in rows and columns";
+    return size.columns ? "in " + counted(*size.columns, "column") : "in rows and columns";
 }
 
 std::string classWords(ArrayType elementClass)

@@ -186,7 +186,7 @@ TEST(Validation, AllFailuresAreCollectedAndTheErrorHandlerHasTheWord)
               "must be int32, 1-by-1; it is [7.5 8] (double, 1-by-2)\n"
               "must be a whole number; it is [7.5 8] (double, 1-by-2)\n"
               "must be from 0 to 3; it is [7.5 8] (double, 1-by-2)\n"
-              "must be of at most 1 elements; it is [7.5 8] (double, 1-by-2)");
+              "must be of at most 1 element; it is [7.5 8] (double, 1-by-2)");
 
     properties.errorHandler = [](const std::string& name, const Array& value) {
         throw std::runtime_error(name + " refuses " + std::to_string(value.getNumberOfElements()));
