@@ -46,7 +46,7 @@ void addRules(FactoryGroup& root)
     }
     const SettingValueValidator range{{.range = {{.lower = -1, .upper = 1000}}}};
     addSetting(rules, "range", "FactoryValue", 1, "ValueValidator", range);
-    addSetting(rules, "size", "ValueValidator", SettingValueValidator{{.size = {{.rows = 2, .columns = 2}}}});
+    addSetting(rules, "size", "ValueValidator", SettingValueValidator{{.size = {{.columns = 2}}}});
     addSetting(rules, "words", "FactoryValue", internal::charvec(std::string("short")), "ValueValidator",
                SettingValueValidator{{.allowedValues = {u"short", u"long"}, .maximumLength = 5}});
     addSetting(rules, "list", "FactoryValue", internal::cellstr({}), "ValueValidator",

@@ -1,9 +1,11 @@
 #include "node_json.hpp"
 
+#include <data/views.hpp>
 #include <settings_core/array_visit.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -65,7 +67,7 @@ json::value elementJson(Number element)
 
 json::value dataJson(const Array& array)
 {
-    if (array.getType() == ArrayType::CHAR && array.getDimensions()[0] == 1) {
+    if (array.getType() == ArrayType::CHAR && data::isRow(array)) {
         return json::value(characters(array));
     }
     return core::visitArray(array, [](const auto& elements) {
@@ -119,12 +121,19 @@ std::string_view colourForm(SettingValueValidator::Colour colour)
     return colour == SettingValueValidator::Colour::wholeNumbers ? "wholeNumbers" : "normalised";
 }
 
+/// Null where the size leaves the rows or the columns open.
+json::value countOrNull(const std::optional<std::size_t>& count)
+{
+    return count ? json::value(*count) : json::value(nullptr);
+}
+
 /// Appends one entry per rule of the record. Words beside a colour belong to the colour.
 void appendRules(json::array& rules, const SettingValueValidator::ConfigData& record)
 {
     if (record.size) {
-        rules.push_back(
-            json::object{{"kind", "size"}, {"rows", record.size->rows}, {"columns", record.size->columns}});
+        rules.push_back(json::object{{"kind", "size"},
+                                     {"rows", countOrNull(record.size->rows)},
+                                     {"columns", countOrNull(record.size->columns)}});
     }
     if (record.elementClass) {
         rules.push_back(json::object{{"kind", "elementClass"}, {"class", className(*record.elementClass)}});

@@ -27,17 +27,23 @@ void require(ValueConstraints& values, bool kept)
     values.isImpossible = values.isImpossible || !kept;
 }
 
+void restrict(ValueConstraints& values, std::optional<std::size_t>& extent,
+              const std::optional<std::size_t>& demanded)
+{
+    require(values, !extent || !demanded || extent == demanded);
+    extent = demanded ? demanded : extent;
+}
+
 void restrict(ValueConstraints& values, const Records::Size& size)
 {
-    require(values, !values.size || (values.size->rows == size.rows && values.size->columns == size.columns));
-    values.size = size;
+    restrict(values, values.size.rows, size.rows);
+    restrict(values, values.size.columns, size.columns);
 }
 
 void restrict(ValueConstraints& values, const Records::Range& range)
 {
     require(values, values.form.elementClass && isNumeric(*values.form.elementClass));
-    const Records::Range before = values.range.value_or(Records::Range());
-    values.range = {std::max(before.lower, range.lower), std::min(before.upper, range.upper)};
+    values.range = {std::max(values.range.lower, range.lower), std::min(values.range.upper, range.upper)};
 }
 
 void restrict(ValueConstraints& values, const std::vector<std::u16string>& texts)

@@ -21,12 +21,13 @@ struct ValueConstraints
     /// The demands exclude each other, or the setting is read-only: no value can be written.
     bool isImpossible = false;
 
-    std::optional<Records::Size> size = std::nullopt;
+    /// Rows and columns; any number where open.
+    Records::Size size = {};
     /// Elements; characters of a text.
     std::size_t maximumLength = std::numeric_limits<std::size_t>::max();
 
-    /// Bounds of every number; none admits NaN.
-    std::optional<Records::Range> range = std::nullopt;
+    /// Bounds of every number; NaN is one only where both are open.
+    Records::Range range = {};
     /// Every number is whole, and so finite.
     bool isWhole = false;
 

@@ -57,7 +57,7 @@ std::string family(std::string_view name)
     return cssString(name) + (name == "Monospaced" || name == "Courier" ? ", monospace" : ", sans-serif");
 }
 
-/// Points where it is a number; else a number from 1 on with its unit, px or pt.
+/// Points where it is a number; else a number followed by px.
 std::string size(const Array& value)
 {
     if (const auto points = numberOf(value)) {
@@ -66,9 +66,7 @@ std::string size(const Array& value)
     const auto text = data::textOf(value);
     const std::string written = text ? toUtf8(*text) : "";
     const std::size_t unit = written.find_first_not_of("0123456789.");
-    const bool isSize = unit != 0 && unit != std::string::npos &&
-                        (written.substr(unit) == "px" || written.substr(unit) == "pt");
-    return isSize ? written : "";
+    return unit != 0 && unit != std::string::npos && written.substr(unit) == "px" ? written : "";
 }
 
 /// Plain, bold, italic or both: as a number from 0 to 3, or in words.

@@ -51,11 +51,11 @@ json::object integer(const ValueConstraints& values)
 {
     using Limits = std::numeric_limits<Integer>;
     json::object schema{{"type", "integer"}, {"minimum", Limits::min()}, {"maximum", Limits::max()}};
-    if (values.range && static_cast<long double>(values.range->lower) > Limits::min()) {
-        schema["minimum"] = values.range->lower;
+    if (static_cast<long double>(values.range.lower) > Limits::min()) {
+        schema["minimum"] = values.range.lower;
     }
-    if (values.range && static_cast<long double>(values.range->upper) < Limits::max()) {
-        schema["maximum"] = values.range->upper;
+    if (static_cast<long double>(values.range.upper) < Limits::max()) {
+        schema["maximum"] = values.range.upper;
     }
     return schema;
 }
@@ -67,13 +67,16 @@ json::array notFinite(const ValueConstraints& values)
     if (values.isWhole) {
         return texts;
     }
-    if (!values.range) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    const bool isOpenBelow = values.range.lower == -infinity;
+    const bool isOpenAbove = values.range.upper == infinity;
+    if (isOpenBelow && isOpenAbove) {
         texts.emplace_back("NaN");
     }
-    if (!values.range || std::isinf(values.range->upper)) {
+    if (isOpenAbove) {
         texts.emplace_back("Inf");
     }
-    if (!values.range || std::isinf(values.range->lower)) {
+    if (isOpenBelow) {
         texts.emplace_back("-Inf");
     }
     return texts;
@@ -82,11 +85,11 @@ json::array notFinite(const ValueConstraints& values)
 json::object real(const ValueConstraints& values)
 {
     json::object number{{"type", values.isWhole ? "integer" : "number"}};
-    if (values.range && std::isfinite(values.range->lower)) {
-        number.emplace("minimum", values.range->lower);
+    if (std::isfinite(values.range.lower)) {
+        number.emplace("minimum", values.range.lower);
     }
-    if (values.range && std::isfinite(values.range->upper)) {
-        number.emplace("maximum", values.range->upper);
+    if (std::isfinite(values.range.upper)) {
+        number.emplace("maximum", values.range.upper);
     }
     json::array options{std::move(number)};
     if (json::array texts = notFinite(values); !texts.empty()) {
@@ -144,53 +147,58 @@ json::array row(const json::object& items, std::size_t least, std::size_t most)
     return {std::move(bare), std::move(nested)};
 }
 
-json::object matrixOfSize(const json::object& items, const ValueConstraints::Records::Size& size)
+/// So many elements each at most, where there are so many lines.
+std::size_t share(std::size_t elements, std::size_t lines)
 {
-    if (size.rows == 0) {
-        return acceptNothing();  // no JSON stands for it
-    }
-    if (size.rows > 1) {
-        return list(list(items, size.columns, size.columns), size.rows, size.rows);
-    }
-    json::array options = row(items, size.columns, size.columns);
-    if (size.columns == 1) {
-        options.insert(options.begin(), items);
-    }
-    return anyOf(std::move(options));
+    return elements == noLimit || lines == 0 ? noLimit : elements / lines;
 }
 
+/// A scalar stands for itself, a row in one list, and several rows in a list of lists. That these are of one
+/// length no schema can say.
 json::object matrix(ArrayType type, const ValueConstraints& values)
 {
-    const json::object items = element(type, values);
-    if (values.size) {
-        return values.size->rows * values.size->columns > values.maximumLength
-                   ? acceptNothing()
-                   : matrixOfSize(items, *values.size);
+    const auto& [rows, columns] = values.size;
+    const std::size_t leastRows = rows.value_or(1);  // no JSON stands for a matrix without rows
+    const std::size_t leastColumns = columns.value_or(0);
+    if (leastRows == 0 || leastRows * leastColumns > values.maximumLength) {
+        return acceptNothing();
     }
-    const json::object anyRow = list(items, 0, values.maximumLength);
-    return anyOf({items, anyRow, list(anyRow, 1, noLimit)});
+    const std::size_t mostRows = rows.value_or(share(values.maximumLength, leastColumns));
+    const std::size_t mostColumns = columns.value_or(share(values.maximumLength, leastRows));
+    const json::object items = element(type, values);
+    const json::object bare = list(items, leastColumns, mostColumns);
+    json::array options;
+    if (leastRows == 1 && leastColumns <= 1 && mostColumns != 0) {
+        options.emplace_back(items);
+    }
+    if (leastRows == 1) {
+        options.emplace_back(bare);
+    }
+    options.emplace_back(list(bare, leastRows, mostRows));
+    return anyOf(std::move(options));
 }
 
 json::object cell(const ValueConstraints& values)
 {
-    if (values.size && values.size->rows != 1) {
+    const auto& [rows, columns] = values.size;
+    if (rows.value_or(1) != 1) {
         return acceptNothing();
     }
     json::object items = values.texts ? oneOf(*values.texts) : json::object{{"type", "string"}};
-    return anyOf(row(items, values.size ? values.size->columns : 0,
-                     std::min(values.maximumLength, values.size ? values.size->columns : noLimit)));
+    return anyOf(row(items, columns.value_or(0), std::min(values.maximumLength, columns.value_or(noLimit))));
 }
 
 json::object text(const ValueConstraints& values)
 {
-    if (values.size && values.size->rows != 1) {
+    const auto& [rows, columns] = values.size;
+    if (rows.value_or(1) != 1) {
         return acceptNothing();
     }
     json::object schema = values.texts ? oneOf(*values.texts) : json::object{{"type", "string"}};
-    if (values.size) {
-        schema.emplace("minLength", values.size->columns);
+    if (columns) {
+        schema.emplace("minLength", *columns);
     }
-    const std::size_t most = std::min(values.maximumLength, values.size ? values.size->columns : noLimit);
+    const std::size_t most = std::min(values.maximumLength, columns.value_or(noLimit));
     if (most != noLimit) {
         schema.emplace("maxLength", most);
     }

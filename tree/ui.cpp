@@ -78,11 +78,12 @@ Array blueToYellow()
     return map;
 }
 
-// Doubles from 0 to 1, in as many rows as the map has colours.
+// Red, green and blue from 0 to 1, in as many rows as the map has colours.
 constexpr Constraint colourMap()
 {
     auto constraint = inRange(0, 1);
     constraint.elementClass = foundation::verdixdata::ArrayType::DOUBLE;
+    constraint.columns = 3;
     return constraint;
 }
 

@@ -1,6 +1,6 @@
 #include <tree/vocabulary.hpp>
 
-#include <vector>
+#include <optional>
 
 namespace verdix::settings::tree {
 
@@ -15,6 +15,11 @@ using ::settings::core::detail::FactorySettingProperties;
 using settings::detail::Option;
 using settings::detail::store;
 
+std::optional<std::size_t> unlessOpen(std::uint32_t count)
+{
+    return count == Constraint::open ? std::nullopt : std::optional<std::size_t>(count);
+}
+
 internal::SettingValueValidator recordOf(const Constraint& constraint, std::span<const char* const> allowed)
 {
     internal::SettingValueValidator record;
@@ -25,11 +30,9 @@ internal::SettingValueValidator recordOf(const Constraint& constraint, std::span
     for (const std::string_view string : allowed) {
         record.allowedValues.emplace_back(string.begin(), string.end());
     }
-    if (constraint.maximumLength != Constraint::open) {
-        record.maximumLength = constraint.maximumLength;
-    }
-    if (constraint.columns != Constraint::open) {
-        record.size = {constraint.rows, constraint.columns};
+    record.maximumLength = unlessOpen(constraint.maximumLength);
+    if (constraint.rows != Constraint::open || constraint.columns != Constraint::open) {
+        record.size = {unlessOpen(constraint.rows), unlessOpen(constraint.columns)};
     }
     if (constraint.elementClass != ArrayType::UNKNOWN) {
         record.elementClass = constraint.elementClass;

@@ -162,12 +162,6 @@ struct ListConstraint : Constraint
     return {.lower = lower, .isNumeric = true};
 }
 
-/// Every element is a number, whichever.
-[[nodiscard]] constexpr Constraint anyNumber()
-{
-    return {.isNumeric = true};
-}
-
 /// A character vector has at most so many characters, a cell at most so many elements.
 [[nodiscard]] constexpr Constraint maximumLength(std::uint32_t length)
 {
@@ -228,12 +222,12 @@ template <std::size_t Count>
     return {normalisedColour(), std::to_array(names)};
 }
 
-/// Where a window is: four numbers, left, bottom, width and height. The first two may be negative, on a
-/// screen beside the main one. That they are numbers is said here, as not every position has a factory value
-/// whose class would say it.
+/// Where a window is, in pixels: left, bottom, width and height. The first two may be negative, on a screen
+/// beside the main one. The bounds refuse what is no place or size, NaN and the infinities.
 [[nodiscard]] constexpr Constraint windowPosition()
 {
-    return rowOf(4, anyNumber());
+    using Pixels = std::numeric_limits<std::int32_t>;
+    return rowOf(4, inRange(Pixels::min(), Pixels::max()));
 }
 
 // How a line is compiled: its traits are folded into two constants, and one call out of line does the work.

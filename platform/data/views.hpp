@@ -93,6 +93,12 @@ template <class Predicate>
            });
 }
 
+/// True for an array of a numeric class, whatever its elements.
+[[nodiscard]] inline bool isNumeric(const foundation::verdixdata::Array& array)
+{
+    return everyNumber(array, [](auto) { return true; });
+}
+
 /// The elements, column by column; valid as long as the array or a copy of it. Raises
 /// InvalidArrayTypeException when the array is of another class.
 template <class T>
@@ -102,12 +108,19 @@ template <class T>
     return {typed.begin(), typed.getNumberOfElements()};
 }
 
-/// True for a two-dimensional array of this size.
-[[nodiscard]] inline bool hasSize(const foundation::verdixdata::Array& array, std::size_t rows,
-                                  std::size_t columns)
+/// True for a two-dimensional array of this size; any number of rows or columns where none is given. The
+/// 0-by-0 array of characters is the empty character vector, and so counts as 1-by-0.
+[[nodiscard]] inline bool hasSize(const foundation::verdixdata::Array& array, std::optional<std::size_t> rows,
+                                  std::optional<std::size_t> columns)
 {
     const auto dimensions = array.getDimensions();
-    return dimensions.size() == 2 && dimensions[0] == rows && dimensions[1] == columns;
+    if (dimensions.size() != 2) {
+        return false;
+    }
+    const bool isEmptyVector = array.getType() == foundation::verdixdata::ArrayType::CHAR &&
+                               dimensions[0] == 0 && dimensions[1] == 0;
+    const std::size_t actualRows = isEmptyVector ? 1 : dimensions[0];
+    return rows.value_or(actualRows) == actualRows && columns.value_or(dimensions[1]) == dimensions[1];
 }
 
 [[nodiscard]] inline bool isScalar(const foundation::verdixdata::Array& array)
@@ -115,7 +128,7 @@ template <class T>
     return hasSize(array, 1, 1);
 }
 
-/// True for a 1-by-N array, N from 0 on.
+/// True for a 1-by-N array, N from 0 on, and for the 0-by-0 array of characters.
 [[nodiscard]] inline bool isRow(const foundation::verdixdata::Array& array)
 {
     return hasSize(array, 1, array.getNumberOfElements());

@@ -2,29 +2,37 @@
 
 #include <data/views.hpp>
 
-#include <foundation/verdixdata/text.hpp>
 #include <settings/core/validators.hpp>
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <set>
 #include <stdexcept>
-#include <string>
 #include <string_view>
 
 namespace {
 
 using foundation::verdixdata::Array;
 
-/// "<number>px" or "<number>pt", the number from 1 to 400, with decimals if need be.
-bool isFontSize(std::string_view text)
+bool isDigits(std::u16string_view text)
 {
-    double number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, number, std::chars_format::fixed);
-    const std::string_view unit(rest, static_cast<std::size_t>(end - rest));
-    return error == std::errc() && number >= 1 && number <= 400 && (unit == "px" || unit == "pt");
+    return !text.empty() && text.find_first_not_of(u"0123456789") == text.npos;
+}
+
+/// "<number>px": a decimal number above 0, with digits before and after a point and no needless zero in
+/// front.
+bool isFontSize(std::u16string_view text)
+{
+    if (!text.ends_with(u"px")) {
+        return false;
+    }
+    const std::u16string_view number = text.substr(0, text.size() - 2);
+    const std::size_t point = number.find(u'.');
+    const std::u16string_view whole = number.substr(0, point);
+    const bool hasNeedlessZero = whole.size() > 1 && whole.front() == u'0';
+    return isDigits(whole) && !hasNeedlessZero &&
+           (point == number.npos || isDigits(number.substr(point + 1))) &&
+           number.find_first_not_of(u"0.") != number.npos;
 }
 
 /// A row of different style words, "plain" only by itself.
@@ -60,8 +68,8 @@ extern "C" {
 VX_API void validateFontSize(const Array& value)
 {
     const auto text = vx::data::textOf(value);
-    require(text && isFontSize(foundation::verdixdata::toUtf8(*text)),
-            "The font size must be a number from 1 to 400 followed by px or pt, such as 14px.");
+    require(text && isFontSize(*text),
+            "The font size must be a number above 0 followed by px, such as 14px or 12.5px.");
 }
 
 VX_API void validateFontColor(const Array& value)

@@ -11,7 +11,7 @@ NodeKind kindOf(bool isSetting, const Node::Properties& properties)
     if (!isSetting) {
         return NodeKind::group;
     }
-    return properties.aliasName().empty() ? NodeKind::setting : NodeKind::alias;
+    return properties.isAlias() ? NodeKind::alias : NodeKind::setting;
 }
 
 }  // namespace
@@ -28,7 +28,14 @@ Node::createFactorySetting(const std::string& name, bool isSetting, const Proper
         throw std::invalid_argument(getFullName() + " is a setting and cannot have the child \"" + name +
                                     "\": create it under a group.");
     }
-    Node& made = store_->add(*this, name, kindOf(isSetting, properties), properties);
+    const NodeKind kind = kindOf(isSetting, properties);
+    if (kind == NodeKind::alias && properties.aliasName().empty()) {
+        throw std::invalid_argument(
+            getFullName() + "." + name +
+            " is an alias with an empty target: give the full path of the setting that "
+            "it stands for.");
+    }
+    Node& made = store_->add(*this, name, kind, properties);
     return {store_->shared_from_this(), &made};
 }
 

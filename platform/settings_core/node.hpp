@@ -45,7 +45,7 @@ public:
          const Properties& properties);
 
     /// Raises std::invalid_argument, and makes nothing, when this node is a setting, when the name is empty
-    /// or holds a ".", or when a child of that name exists.
+    /// or holds a ".", when a child of that name exists, or when an alias has an empty target.
     boost::shared_ptr<::settings::core::MSettings>
     createFactorySetting(const std::string& name, bool isSetting, const Properties& properties) override;
 

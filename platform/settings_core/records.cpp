@@ -86,6 +86,11 @@ void FactorySettingProperties::setAliasName(std::string&& target)
     aliasName_ = boost::make_shared<const std::string>(std::move(target));
 }
 
+bool FactorySettingProperties::isAlias() const noexcept
+{
+    return aliasName_ != nullptr;
+}
+
 const std::string& FactorySettingProperties::aliasName() const noexcept
 {
     return aliasName_ ? *aliasName_ : noString();

@@ -27,9 +27,10 @@ bool isIntegerScalar(const Array& value)
            data::everyNumber(value, [](auto number) { return data::isWhole(number); });
 }
 
+/// Any number, NaN and the infinities among them: what it counts or measures is for a range to say.
 bool isNumericScalar(const Array& value)
 {
-    return data::isScalar(value) && data::everyNumber(value, [](auto) { return true; });
+    return data::isScalar(value) && data::isNumeric(value);
 }
 
 constexpr std::string_view qualifier = "verdix.settings";

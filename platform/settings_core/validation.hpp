@@ -28,9 +28,9 @@ struct Verdict
 ///
 /// Where the setting has a factory value, class and shape come from it: a text takes any text of its class, a
 /// cell any row of texts, everything else the same class and size. A value-validator record that states a
-/// size or a colour decides about the size instead, and one for a colour about words in place of a triple as
-/// well. Then the validator runs, and every value-validator record. In-process and error-handling callables
-/// get the setting's node and its own name.
+/// size, if only of rows or columns, or a colour decides about the size instead, and one for a colour about
+/// words in place of a triple as well. Then the validator runs, and every value-validator record. In-process
+/// and error-handling callables get the setting's node and its own name.
 ///
 /// Raises std::invalid_argument when the node is a group or an alias.
 [[nodiscard]] VX_API Verdict checkValue(const Node& setting, const foundation::verdixdata::Array& value);

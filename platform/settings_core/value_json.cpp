@@ -142,8 +142,8 @@ std::string elementsToJson(const Array& value)
 void requireJsonForm(const Array& value)
 {
     const bool isOneRow = value.getType() == ArrayType::CHAR || value.getType() == ArrayType::CELL;
-    if (!value.isAssigned() || value.getDimensions().size() != 2 || value.getDimensions()[0] == 0 ||
-        (isOneRow && !data::isRow(value)))
+    if (!value.isAssigned() || value.getDimensions().size() != 2 ||
+        (isOneRow ? !data::isRow(value) : value.getDimensions()[0] == 0))
     {
         throw std::invalid_argument("a settings file can hold no value of this shape: " + shapeText(value));
     }

@@ -6,7 +6,7 @@
 #include <foundation/verdixdata/text.hpp>
 
 #include <algorithm>
-#include <cmath>
+#include <limits>
 #include <utility>
 
 namespace vx::core {
@@ -17,6 +17,8 @@ using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 using Properties = ::settings::core::detail::FactorySettingProperties;
 using Rule = ::settings::core::SettingValueValidator;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
 
 bool isOneOf(const std::vector<std::u16string>& words, const Array& value)
 {
@@ -50,12 +52,17 @@ bool isColour(Rule::Colour colour, const Array& value)
            });
 }
 
+bool isOpen(const Rule::Range& range)
+{
+    return range.lower == -infinity && range.upper == infinity;
+}
+
 std::string rangeWords(const Rule::Range& range)
 {
-    if (std::isinf(range.lower)) {
-        return std::isinf(range.upper) ? "numeric" : "at most " + numberText(range.upper);
+    if (range.lower == -infinity) {
+        return "at most " + numberText(range.upper);
     }
-    if (std::isinf(range.upper)) {
+    if (range.upper == infinity) {
         return "at least " + numberText(range.lower);
     }
     return "from " + numberText(range.lower) + " to " + numberText(range.upper);
@@ -65,7 +72,8 @@ std::string list(const std::vector<std::u16string>& words)
 {
     std::string text;
     for (const std::u16string& word : words) {
-        text += (text.empty() ? "one of: " : ", ") + foundation::verdixdata::toUtf8(word);
+        text += text.empty() ? "one of: " : ", ";
+        text += word.empty() ? "\"\"" : foundation::verdixdata::toUtf8(word);
     }
     return text;
 }
@@ -75,17 +83,36 @@ std::string wordsWords(const std::vector<std::u16string>& words, const Array& ex
     return (example.getType() == ArrayType::CELL ? "each " : "") + list(words);
 }
 
+/// "1 row", "3 rows".
+std::string counted(std::size_t count, const std::string& noun)
+{
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
 std::string lengthWords(std::size_t length, const Array& example)
 {
-    const char* unit = example.getType() == ArrayType::CHAR || example.getType() == ArrayType::STRING
-                           ? " characters"
-                           : " elements";
-    return "of at most " + std::to_string(length) + (example.isAssigned() ? unit : " elements or characters");
+    const bool isText = example.getType() == ArrayType::CHAR || example.getType() == ArrayType::STRING;
+    std::string words = "of at most " + counted(length, isText ? "character" : "element");
+    if (!example.isAssigned()) {
+        words += length == 1 ? " or character" : " or characters";
+    }
+    return words;
+}
+
+bool isOpen(const Rule::Size& size)
+{
+    return !size.rows || !size.columns;
 }
 
 std::string sizeWords(const Rule::Size& size)
 {
-    return dimensionsText({size.rows, size.columns});
+    if (!isOpen(size)) {
+        return dimensionsText({*size.rows, *size.columns});
+    }
+    if (size.rows) {
+        return "in " + counted(*size.rows, "row");
+    }
+    return size.columns ? "in " + counted(*size.columns, "column") : "in rows and columns";
 }
 
 std::string classWords(ArrayType elementClass)
@@ -101,11 +128,16 @@ std::string colourWords(Rule::Colour colour, const std::vector<std::u16string>& 
 }
 
 /// Calls visitor(words, accepts), two functions, for every rule that the record states, in a fixed order.
-/// Class and size are left out where the example shows them: it keeps them, and they need no words.
+/// Class and exact size are left out where the example shows them: it keeps them, and they need no words. So
+/// is a range without bounds, which only says that values are numbers, NaN among them.
 template <class Visitor>
 void forEachRule(const ValueRules& rules, const Array& example, Visitor visitor)
 {
-    if (rules.range) {
+    if (rules.range && isOpen(*rules.range)) {
+        if (!data::isNumeric(example)) {
+            visitor("numeric", data::isNumeric);
+        }
+    } else if (rules.range) {
         visitor(rangeWords(*rules.range), [&](const Array& value) {
             return data::everyNumber(
                 value, [&](auto n) { return data::isWithin(n, rules.range->lower, rules.range->upper); });
@@ -115,7 +147,8 @@ void forEachRule(const ValueRules& rules, const Array& example, Visitor visitor)
         visitor(lengthWords(*rules.maximumLength, example),
                 [&](const Array& value) { return lengthOf(value) <= *rules.maximumLength; });
     }
-    if (rules.size && !data::hasSize(example, rules.size->rows, rules.size->columns)) {
+    if (rules.size && (isOpen(*rules.size) || !data::hasSize(example, rules.size->rows, rules.size->columns)))
+    {
         visitor(sizeWords(*rules.size), [&](const Array& value) {
             return data::hasSize(value, rules.size->rows, rules.size->columns);
         });
@@ -135,24 +168,36 @@ void forEachRule(const ValueRules& rules, const Array& example, Visitor visitor)
     }
 }
 
-/// What a factory value says of the values that its setting takes.
-std::string kindWords(const Array& factoryValue)
+/// "a number" or "4 numbers", as many as the factory value has; "numbers" where a record leaves that open.
+std::string countWords(const Properties& properties, const char* one, const std::string& several)
 {
-    const std::size_t count = factoryValue.getNumberOfElements();
-    switch (factoryValue.getType()) {
+    const auto& records = properties.valueValidators;
+    if (std::any_of(records.begin(), records.end(),
+                    [](const ValueRules& rules) { return rules.size && isOpen(*rules.size); }))
+    {
+        return several;
+    }
+    const std::size_t count = properties.factoryValue.getNumberOfElements();
+    return count == 1 ? one : std::to_string(count) + " " + several;
+}
+
+/// What a factory value says of the values that its setting takes.
+std::string kindWords(const Properties& properties)
+{
+    switch (properties.factoryValue.getType()) {
     case ArrayType::UNKNOWN:
         return "a value";
     case ArrayType::LOGICAL:
-        return count == 1 ? "true or false" : std::to_string(count) + " logical values";
+        return countWords(properties, "true or false", "logical values");
     case ArrayType::CHAR:
     case ArrayType::STRING:
         return "a text";
     case ArrayType::CELL:
         return "a cell of texts";
     case ArrayType::DOUBLE:
-        return count == 1 ? "a number" : std::to_string(count) + " numbers";
+        return countWords(properties, "a number", "numbers");
     default:
-        return count == 1 ? "a whole number" : std::to_string(count) + " whole numbers";
+        return countWords(properties, "a whole number", "whole numbers");
     }
 }
 
@@ -163,7 +208,7 @@ std::string validatorWords(const Properties& properties)
     if (script != nullptr && findScriptFunction(*script) != nullptr) {
         return words;
     }
-    return kindWords(properties.factoryValue) + (words.empty() ? "" : " ") + words;
+    return kindWords(properties) + (words.empty() ? "" : " ") + words;
 }
 
 }  // namespace
@@ -228,8 +273,8 @@ std::string describeAccepted(const Properties& properties)
         std::any_of(records.begin(), records.end(), isColourRule) ? "" : validatorWords(properties);
     for (const ValueRules& rules : records) {
         const std::string words = describe(rules, properties.factoryValue);
-        // A range comes first in its record.
-        const char* separator = rules.range && readsOn ? " " : ", ";
+        // Bounds come first in their record.
+        const char* separator = rules.range && !isOpen(*rules.range) && readsOn ? " " : ", ";
         text += (text.empty() || words.empty() ? "" : separator) + words;
     }
     return text;

@@ -1,3 +1,4 @@
+#include <data/views.hpp>
 #include <settings_core/array_visit.hpp>
 #include <settings_core/value_text.hpp>
 
@@ -94,7 +95,7 @@ void appendRows(std::string& text, const TypedArray<T>& array, const Brackets& b
 
 bool isCharacterRow(const Array& value)
 {
-    return value.getType() == ArrayType::CHAR && value.getDimensions()[0] == 1;
+    return value.getType() == ArrayType::CHAR && data::isRow(value);
 }
 
 std::u16string_view rowCharacters(const TypedArray<char16_t>& row)

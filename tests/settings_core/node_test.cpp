@@ -144,6 +144,10 @@ TEST(Node, AnAliasLeadsToItsTargetOrNowhere)
     EXPECT_EQ(alias("About", "root.Round"), nullptr);
     EXPECT_EQ(vx::core::followAlias(tree, *target), target);
     EXPECT_EQ(tree.find("root.Direct")->kind(), NodeKind::alias);
+    EXPECT_THAT([&] { alias("Empty", ""); }, testing::ThrowsMessage<std::invalid_argument>(
+                                                 "root.Empty is an alias with an empty target: give "
+                                                 "the full path of the setting that it stands for."));
+    EXPECT_EQ(tree.find("root.Empty"), nullptr);
 }
 
 }  // namespace

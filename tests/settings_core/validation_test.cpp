@@ -25,6 +25,11 @@ using tests::texts;
 using vx::core::checkValue;
 using Colour = SettingValueValidator::Colour;
 
+Array characters(std::size_t rows, std::size_t columns)
+{
+    return tests::matrix<char16_t>(rows, columns, {});
+}
+
 NewSetting checkedBy(Validator validator)
 {
     return NewSetting(tests::propertiesOf({}, std::move(validator)));
@@ -61,12 +66,13 @@ TEST(Validation, ScriptFunctions)
         {"mustBeLogicalScalar",
          {{scalar(true)}, {scalar(1.0), row<bool>({true, false}), row<bool>({}), text("true")}}},
         {"mustBeStringScalar",
-         {{text("a"), text(""), string("a")}, {missing, texts({"a"}), scalar(1.0), Array()}}},
+         {{text("a"), text(""), characters(0, 0), string("a")},
+          {missing, texts({"a"}), scalar(1.0), characters(0, 3), characters(2, 0), Array()}}},
         {"mustBeIntegerScalar",
          {{scalar(2.0), scalar<std::int8_t>(-1), scalar<std::uint64_t>(1)},
           {scalar(2.5), scalar(infinity), scalar(notANumber), scalar(true), row<double>({1, 2}), text("1")}}},
         {"mustBeNumericScalar",
-         {{scalar(2.5), scalar(infinity), scalar<std::uint8_t>(1)},
+         {{scalar(2.5), scalar(infinity), scalar(notANumber), scalar<std::uint8_t>(1)},
           {scalar(true), row<double>({1, 2}), text("1"), row<double>({})}}},
     };
     for (const auto& [function, verdicts] : cases) {
@@ -89,9 +95,10 @@ TEST(Validation, NativeFunctions)
          {{row<double>({1, 2}), row<std::int32_t>({3, 1})},
           {row<double>({1, 1}), row<double>({0, 1}), row<double>({1, 2, 3}), text("ab"), Array()}}},
         {CValidator("libvxservices", "validateFontSize"),
-         {{text("14px"), text("1pt"), string("10.5px")},
-          {text("14"), text("px"), text("0px"), text("401px"), text("14 px"), text("-1px"), text("nanpx"),
-           scalar(14.0)}}},
+         {{text("14px"), text("0.5px"), string("12.50px"), text("1000px")},
+          {text("14"), text("px"), text("0px"), text("0.0px"), text("14pt"), text("14 px"), text("14.px"),
+           text(".5px"), text("1.2.3px"), text("014px"), text("-1px"), text("+1px"), text("1e1px"),
+           text("nanpx"), text("14PX"), scalar(14.0)}}},
         {CValidator("libvxservices", "validateFontColor"),
          {{row<std::int32_t>({33, 0, 255}), row<double>({1, 2, 3})},
           {row<double>({1, 2, 3.5}), row<std::int32_t>({1, 2}), text("abc")}}},
@@ -146,14 +153,19 @@ TEST(Validation, ClassAndSizeComeFromTheFactoryValue)
     } cases[] = {
         {withFactoryValue(scalar(true)), {{scalar(false)}, {scalar(0.0), row<bool>({true, true})}}},
         {withFactoryValue(scalar(1.0)), {{scalar(2.5)}, {scalar<std::int32_t>(1), row<double>({1, 2})}}},
-        {withFactoryValue(text("")), {{text("any length")}, {string("a"), scalar(1.0), texts({})}}},
+        {withFactoryValue(text("")),
+         {{text("any length"), characters(0, 0)}, {string("a"), scalar(1.0), texts({}), characters(2, 0)}}},
         {withFactoryValue(string("a")), {{string("longer")}, {text("a")}}},
         {withFactoryValue(texts({})),
-         {{texts({"a", "b"}), texts({})}, {text("a"), row<Array>({scalar(1.0)})}}},
+         {{texts({"a", "b"}), texts({}), row<Array>({characters(0, 0)})},
+          {text("a"), row<Array>({scalar(1.0)})}}},
         {withFactoryValue(row<double>({1, 2})),
          {{row<double>({3, 4})}, {row<double>({1, 2, 3}), scalar(1.0)}}},
         {withFactoryValue(row<double>({1, 2}), {{{.size = {{1, 3}}}}}),
          {{row<double>({1, 2, 3})}, {row<double>({1, 2})}}},
+        {withFactoryValue(tests::matrix<double>(2, 1, {1, 2}), {{{.size = {{.columns = 1}}}}}),
+         {{scalar(3.0), tests::matrix<double>(3, 1, {1, 2, 3})},
+          {row<double>({1, 2}), scalar<std::int32_t>(1)}}},
         {withFactoryValue(text("auto"), {{{.allowedValues = {u"auto"}, .colour = Colour::normalised}}}),
          {{text("auto"), row<double>({0, 0.5, 1})}, {text("red"), row<double>({0, 0.5, 2})}}},
         {withFactoryValue(row<double>({0, 0, 0}),
@@ -174,7 +186,7 @@ TEST(Validation, AllFailuresAreCollectedAndTheErrorHandlerHasTheWord)
               "must be int32, 1-by-1; it is [7.5 8] (double, 1-by-2)\n"
               "must be a whole number; it is [7.5 8] (double, 1-by-2)\n"
               "must be from 0 to 3; it is [7.5 8] (double, 1-by-2)\n"
-              "must be of at most 1 elements; it is [7.5 8] (double, 1-by-2)");
+              "must be of at most 1 element; it is [7.5 8] (double, 1-by-2)");
 
     properties.errorHandler = [](const std::string& name, const Array& value) {
         throw std::runtime_error(name + " refuses " + std::to_string(value.getNumberOfElements()));

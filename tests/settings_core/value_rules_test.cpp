@@ -21,6 +21,8 @@ using Colour = settings::core::SettingValueValidator::Colour;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
+constexpr settings::core::SettingValueValidator::Range anyNumber;
+
 struct Case
 {
     ValueRules rules;
@@ -39,11 +41,18 @@ TEST(ValueRules, HoldUpToTheirBounds)
          {scalar(0.0), scalar(3.0), row<std::int32_t>({0, 3}), row<double>({})},
          {scalar(-0.001), scalar(3.001), row<std::int32_t>({0, 4}), scalar(notANumber), text("1"),
           scalar(true), text(""), Array()}},
-        {{{.range = {{.lower = 1}}}}, "at least 1", {scalar(1.0), scalar(infinity)}, {scalar(0.5)}},
+        {{{.range = {{.lower = 1}}}},
+         "at least 1",
+         {scalar(1.0), scalar(infinity)},
+         {scalar(0.5), scalar(-infinity), scalar(notANumber)}},
         {{{.range = {{.upper = 0x1p62}}}},
          "at most 4611686018427387904",
          {scalar(-infinity), scalar(largest / 2 + 1)},
-         {scalar(largest / 2 + 2)}},
+         {scalar(largest / 2 + 2), scalar(infinity), scalar(notANumber)}},
+        {{{.range = anyNumber}},
+         "numeric",
+         {scalar(notANumber), scalar(-infinity), row<std::int32_t>({1, 2})},
+         {text("1"), scalar(true), Array()}},
         {words,
          "one of: loose, compact",
          {text("loose"), string("compact"), texts({"loose", "loose"}), texts({})},
@@ -57,6 +66,18 @@ TEST(ValueRules, HoldUpToTheirBounds)
          "1-by-2",
          {row<double>({1, 2}), text("ab")},
          {scalar(1.0), row<double>({1, 2, 3}), Array()}},
+        {{{.size = {{.columns = 3}}}},
+         "in 3 columns",
+         {row<double>({1, 2, 3}), tests::matrix<double>(2, 3, {1, 2, 3, 4, 5, 6}), text("abc")},
+         {row<double>({1, 2}), tests::matrix<double>(3, 2, {1, 2, 3, 4, 5, 6}), Array()}},
+        {{{.size = {{.rows = 1}}}},
+         "in 1 row",
+         {scalar(1.0), texts({"a", "b"})},
+         {tests::matrix<int>(2, 1, {1, 2})}},
+        {{{.allowedValues = {u"a", u""}, .maximumLength = 0, .size = {{1, 0}}}},
+         "of at most 0 elements or characters, 1-by-0, one of: a, \"\"",
+         {text(""), tests::matrix<char16_t>(0, 0, {})},
+         {}},
         {{{.elementClass = ArrayType::CELL}}, "a cell", {texts({})}, {text("a"), Array()}},
         {{{.elementClass = ArrayType::INT32}}, "of class int32", {scalar(1)}, {scalar(1.0)}},
         {{{.colour = Colour::wholeNumbers}},
@@ -67,7 +88,7 @@ TEST(ValueRules, HoldUpToTheirBounds)
         {{{.allowedValues = {u"auto", u"none"}, .colour = Colour::normalised}},
          "a colour: red, green and blue, each a number from 0 to 1, or one of: auto, none",
          {row<double>({0, 0.5, 1}), text("auto"), string("none")},
-         {row<double>({0, 0.5, 1.01}), text("red"), texts({"auto"})}},
+         {row<double>({0, 0.5, 1.01}), row<double>({0, notANumber, 1}), text("red"), texts({"auto"})}},
         {{{.range = {{0, 9}}, .size = {{1, 1}}}},
          "from 0 to 9, 1-by-1",
          {scalar(9.0)},
@@ -108,6 +129,11 @@ TEST(ValueRules, AreDescribedTogetherWithValidatorAndFactoryValue)
               "a number accepted by check of liblimits, at least 1");
     EXPECT_EQ(described(row<double>({1, 2}), {}, {{{.range = {{0, 9}}, .size = {{1, 2}}}}}),
               "2 numbers from 0 to 9");
+    EXPECT_EQ(described(row<double>({0, 0, 1}), {}, {{{.range = {{0, 1}}, .size = {{.columns = 3}}}}}),
+              "numbers from 0 to 1, in 3 columns");
+    EXPECT_EQ(described(row<std::int32_t>({1, 2, 3, 4}), {}, {{{.range = anyNumber, .size = {{1, 4}}}}}),
+              "4 whole numbers");
+    EXPECT_EQ(described({}, {}, {{{.range = anyNumber, .size = {{1, 4}}}}}), "a value, numeric, 1-by-4");
     EXPECT_EQ(described({}, {}, {}), "a value");
     EXPECT_EQ(described({}, MValidator("elsewhere", "mustFit"), {}),
               "a value accepted by the script function elsewhere.mustFit");

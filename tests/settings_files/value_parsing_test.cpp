@@ -148,6 +148,8 @@ TEST(ValueParsingTest, JsonHoldsEveryValueExactly)
     }
     const Array minusZero = vx::core::parseJsonValue(vx::core::valueToJson(scalar(-0.0)), {});
     EXPECT_TRUE(std::signbit(TypedArray<double>(minusZero)[0]));
+    EXPECT_EQ(vx::core::valueToJson(row<Array>({matrix<char16_t>(0, 0, {})})), R"([""])");
+    EXPECT_EQ(vx::core::valueToJson(matrix<char16_t>(0, 0, {})), R"("")");
 }
 
 TEST(JsonReaderTest, AcceptsWhatAnotherReaderAccepts)

@@ -90,6 +90,8 @@ TEST(Export, WritesKindsOfValuesAndRules)
     EXPECT_EQ(text("verdix.dump", "value"), "null");
     EXPECT_EQ(text("verdix.unittest.OutputDetail", "valueValidators"),
               R"([{"kind":"range","lower":-1,"upper":4}])");
+    EXPECT_THAT(text("verdix.ui.figure.Colormap", "valueValidators"),
+                testing::HasSubstr(R"({"kind":"size","rows":null,"columns":3})"));
     EXPECT_EQ(text("verdix.qorv", "aliasTarget"), R"("qorv")");
     EXPECT_EQ(text("verdix.class.UseFullNameInDisplayHeader", "validator"),
               R"({"kind":"script","qualifier":"verdix.settings","function":"mustBeLogicalScalar"})");

@@ -26,6 +26,7 @@ TEST(ValueText, WritesEveryShape)
     EXPECT_EQ(valueText(matrix<double>(1, 0, {})), "[]");
     EXPECT_EQ(valueText(text("a \"b\"")), "a \"b\"");
     EXPECT_EQ(valueText(text("")), "");
+    EXPECT_EQ(shortValueText(matrix<char16_t>(0, 0, {}), 40), R"("")");
     EXPECT_EQ(valueText(matrix<char16_t>(2, 2, {u'a', u'c', u'b', u'd'})), R"(["ab"; "cd"])");
     EXPECT_EQ(valueText(tests::string("héllo")), "héllo");
     EXPECT_EQ(valueText(matrix<String>(1, 2, {u"a", std::nullopt})), R"(["a" missing])");

@@ -59,7 +59,7 @@ TEST_F(LiveTreeTest, SettingsAcceptTheirOwnValueAndRefuseOthers)
         for (const auto& rule : properties.valueValidators) {
             if (rule.size) {
                 ++rows;
-                EXPECT_FALSE(accepts(tests::text(std::string(rule.size->columns, 'x'))))
+                EXPECT_FALSE(accepts(tests::text(std::string(rule.size->columns.value_or(1), 'x'))))
                     << setting->fullName() << " takes a text for a row of that length";
             }
         }

@@ -62,6 +62,9 @@ public:
     /// Makes the node an alias of the setting at this path.
     void setAliasName(std::string&& target);
 
+    /// Whether an alias target was given, if only an empty one.
+    [[nodiscard]] bool isAlias() const noexcept;
+
     /// Path of the alias target; empty for a node that is no alias.
     [[nodiscard]] const std::string& aliasName() const noexcept;
 

@@ -16,18 +16,19 @@ namespace settings::core {
 class SettingValueValidator
 {
 public:
-    /// Bounds of every element, both included; infinite where a bound is open.
+    /// Bounds of every element, both included; infinite where a bound is open. An infinite element passes an
+    /// open bound, NaN only a range without any bound.
     struct Range
     {
         double lower = -std::numeric_limits<double>::infinity();  ///< -infinity where open
         double upper = std::numeric_limits<double>::infinity();   ///< infinity where open
     };
 
-    /// The exact size of a value of two dimensions.
+    /// The size of a value of two dimensions.
     struct Size
     {
-        std::size_t rows;     ///< along the first dimension
-        std::size_t columns;  ///< along the second
+        std::optional<std::size_t> rows = std::nullopt;     ///< along the first dimension; empty where open
+        std::optional<std::size_t> columns = std::nullopt;  ///< along the second; empty where open
     };
 
     /// How a colour is written.
