@@ -39,9 +39,23 @@ std::vector<std::string> Session::settingPathList() const
 
 const core::Node& Session::node(const std::string& path) const
 {
+    if (const core::Node* found = tree_.find(core::fullPath(tree_, path))) {
+        return *found;
+    }
+    // Only an unknown path is worth the table of release changes, which the bundle builds on each request.
     try {
         return core::nodeAt(tree_, releaseChanges(), path);
     } catch (const core::UnknownPath& error) {
+        throw Failure(ExitCode::failed, error.what());
+    }
+}
+
+const core::Node& Session::setting(const std::string& path) const
+{
+    const core::Node& found = node(path);
+    try {
+        return core::settingBehind(tree_, found);
+    } catch (const std::runtime_error& error) {
         throw Failure(ExitCode::failed, error.what());
     }
 }

@@ -32,6 +32,10 @@ public:
     /// or which ones are near.
     [[nodiscard]] const core::Node& node(const std::string& path) const;
 
+    /// The setting at this path, or behind the alias there. Throws Failure as node() does, and for groups and
+    /// unresolved aliases.
+    [[nodiscard]] const core::Node& setting(const std::string& path) const;
+
 private:
     Host host_;
     core::SettingsTree tree_;
