@@ -71,6 +71,20 @@ core::LayerFiles LazySession::layerFiles() const
     return files;
 }
 
+void LazySession::leaveTree() const noexcept
+{
+    if (!session_) {
+        return;
+    }
+    try {
+        // Never destroyed, and still reachable where leaks are looked for.
+        static auto& left = *new std::vector<core::SettingsTree>;
+        left.push_back(session_->tree());
+    } catch (const std::bad_alloc&) {
+        return;  // the tree is destroyed with the session
+    }
+}
+
 core::Layers& LazySession::layers()
 {
     return layers_ ? *layers_ : layers_.emplace(get().tree(), layerFiles());
