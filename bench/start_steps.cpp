@@ -22,7 +22,9 @@ void framework()
 
 void tree()
 {
-    const vx::tool::Session session(vx::tool::defaultBundleFile());
+    vx::tool::LazySession lazy(vx::tool::defaultBundleFile(), {});
+    lazy.get();
+    lazy.leaveTree();
 }
 
 void value(const char* path)
@@ -31,6 +33,7 @@ void value(const char* path)
     const auto& session = lazy.get();
     const auto& setting = session.setting(path);
     std::puts(vx::core::valueText(lazy.layers().effective(setting).value).c_str());
+    lazy.leaveTree();
 }
 
 }  // namespace
