@@ -83,9 +83,10 @@ def table(results):
     for copies in ("10", "100"):
         rows.append(row(f"memory per setting, tree × {copies}", f"{memory['kept'][copies]} bytes",
                         f"tree × 1, {memory['kept']['1']} bytes", memory["kept"][copies] / memory["kept"]["1"], 1.3))
-    rows.append(row("`vxsettings get`, whole process", us(start["vxsettings get"]),
-                    f"`gsettings get`, {us(start['gsettings get'])}",
-                    start["vxsettings get"] / start["gsettings get"], 1))
+    for files, name in (("no settings file", ""), ("settings file", ", file")):
+        mine, theirs = start[f"vxsettings get{name}"], start[f"gsettings get{name}"]
+        rows.append(row(f"`vxsettings get`, whole process, {files}", us(mine), f"`gsettings get`, {us(theirs)}",
+                        mine / theirs, 1))
     rows.append(row("module, stripped", f"{results['moduleBytes']} bytes", "", results["moduleBytes"] / 1024, 600,
                     unit=" KiB"))
     if results["buildSeconds"]:
@@ -96,12 +97,15 @@ def table(results):
     for peer in sorted(PEERS, key=lambda peer: micro[f"peer/{peer}"]):
         time = micro[f"peer/{peer}"]
         peers.append(f"| {peer} | {us(time)} | {time / micro['tree/built']:.1f} |")
+    several = ["", "| paths | one `vxsettings get` | as many `gsettings get` |", "|---|---|---|"]
+    for paths, name in ((1, ""), (10, " 10"), (100, " 100")):
+        several.append(f"| {paths} | {us(start[f'vxsettings get{name}'])} | {us(paths * start['gsettings get'])} |")
     where = results["machine"]
     said = [f"Measured on {where['processor']}, {where['cores']} cores, with {where['compiler']}.", ""]
     module, core = memory["module"], memory["core"]
     bytes_said = ["", f"Of the bytes allocated per setting, {module['bytes']} are the module's and {core['bytes']} the "
                       "settings core's."]
-    return "\n".join(said + head + rows + bytes_said + peers) + "\n"
+    return "\n".join(said + head + rows + several + bytes_said + peers) + "\n"
 
 
 def step_costs(start):

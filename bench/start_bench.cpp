@@ -1,6 +1,7 @@
 // Whole processes, from their start to their end: `vxsettings get` and `gsettings get` of the same setting in
-// trees of the same size, and the command's steps. They take turns, so that what disturbs the machine
-// disturbs all of them. Prints one JSON object of medians in microseconds.
+// trees of the same size, without and with a settings file, `vxsettings get` of several settings, and the
+// command's steps. They take turns, so that what disturbs the machine disturbs all of them. Prints one JSON
+// object of medians in microseconds.
 //
 //   vx_bench_start ROUNDS
 
@@ -12,6 +13,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
+#include <iterator>
+#include <span>
 #include <spawn.h>
 #include <stdexcept>
 #include <sys/wait.h>
@@ -20,11 +24,25 @@ namespace bench {
 
 namespace {
 
+/// Where a command finds settings of the person who runs it.
+struct Home
+{
+    std::filesystem::path folder;
+    const char* backend;  ///< of GSettings
+};
+
+void enter(const Home& home)
+{
+    setenv("XDG_CONFIG_HOME", home.folder.c_str(), 1);
+    setenv("GSETTINGS_BACKEND", home.backend, 1);
+}
+
 struct Command
 {
     std::string name;
     std::vector<std::string> words;
-    std::vector<double> microseconds;
+    const Home& home;
+    std::vector<double> microseconds = {};
 };
 
 /// Runs the program to its end, its output thrown away.
@@ -61,17 +79,43 @@ double median(std::vector<double>& values)
     return *middle;
 }
 
-std::vector<Command> commands()
+std::vector<std::string> getCommand(std::span<const PlainSetting> settings)
 {
-    const std::string folder = vx::tool::executableFile().parent_path().string();
-    const std::string path = "verdix.commandwindow.NumericFormat";
-    const auto dot = path.rfind('.');
-    std::vector<Command> all = {
-        {"vxsettings get", {folder + "/vxsettings", "get", path}, {}},
-        {"gsettings get", {"gsettings", "get", path.substr(0, dot), path.substr(dot + 1)}, {}},
-        {"process", {"/bin/true"}, {}}};
+    std::vector<std::string> words = {(vx::tool::executableFile().parent_path() / "vxsettings").string(),
+                                      "get"};
+    std::ranges::transform(settings, std::back_inserter(words), &PlainSetting::path);
+    return words;
+}
+
+/// Has both commands write a settings file that holds another value of the setting.
+void writeSettingsFiles(const PlainSetting& setting, const Home& home)
+{
+    enter(home);
+    const std::string value = "long";
+    run({getCommand({}).front(), "set", setting.path(), value});
+    run({"gsettings", "set", setting.group, setting.name, value});
+    for (const char* file : {"verdix/settings.json", "glib-2.0/settings/keyfile"}) {
+        if (!std::filesystem::exists(home.folder / file)) {
+            throw std::runtime_error("no settings were written to " + (home.folder / file).string());
+        }
+    }
+}
+
+std::vector<Command> commands(std::span<const PlainSetting> settings, const PlainSetting& one,
+                              const Home& withoutFile, const Home& withFile)
+{
+    const std::vector<std::string> get = getCommand({&one, 1});
+    const std::vector<std::string> otherGet = {"gsettings", "get", one.group, one.name};
+    std::vector<Command> all = {{"vxsettings get", get, withoutFile},
+                                {"gsettings get", otherGet, withoutFile},
+                                {"vxsettings get, file", get, withFile},
+                                {"gsettings get, file", otherGet, withFile},
+                                {"vxsettings get 10", getCommand(settings.first(10)), withoutFile},
+                                {"vxsettings get 100", getCommand(settings.first(100)), withoutFile},
+                                {"process", {"/bin/true"}, withoutFile}};
+    const std::string steps = (vx::tool::executableFile().parent_path() / "vx_bench_start_steps").string();
     for (const char* step : {"linking", "framework", "bundle", "tree", "files"}) {
-        all.push_back({step, {folder + "/vx_bench_start_steps", step, path}, {}});
+        all.push_back({step, {steps, step, one.path()}, withoutFile});
     }
     return all;
 }
@@ -79,13 +123,18 @@ std::vector<Command> commands()
 void measure(int rounds)
 {
     const TemporaryFolder folder;
-    writeSchemaFolder(plainSettings(vx::core::loadTree(liveLoader())), folder.path());
+    const std::vector<PlainSetting> settings = plainSettings(vx::core::loadTree(liveLoader()));
+    writeSchemaFolder(settings, folder.path());
     setenv("GSETTINGS_SCHEMA_DIR", folder.path().c_str(), 1);
-    setenv("GSETTINGS_BACKEND", "memory", 1);
-    setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1);  // no settings of whoever runs this
-    std::vector<Command> all = commands();
+    const PlainSetting& one =
+        *std::ranges::find(settings, "verdix.commandwindow.NumericFormat", &PlainSetting::path);
+    const Home withoutFile = {folder.path() / "empty", "memory"};
+    const Home withFile = {folder.path() / "home", "keyfile"};
+    writeSettingsFiles(one, withFile);
+    std::vector<Command> all = commands(settings, one, withoutFile, withFile);
     for (int round = -3; round < rounds; ++round) {
         for (Command& command : all) {
+            enter(command.home);
             const double microseconds = timed(command.words);
             if (round >= 0) {
                 command.microseconds.push_back(microseconds);

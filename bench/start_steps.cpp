@@ -2,7 +2,6 @@
 // early. The difference between two steps is what the later one costs, its end included.
 
 #include <settings_core/layers.hpp>
-#include <settings_core/path_lookup.hpp>
 #include <settings_core/value_text.hpp>
 #include <tool/session.hpp>
 
@@ -23,15 +22,18 @@ void framework()
 
 void tree()
 {
-    const vx::tool::Session session(vx::tool::defaultBundleFile());
+    vx::tool::LazySession lazy(vx::tool::defaultBundleFile(), {});
+    lazy.get();
+    lazy.leaveTree();
 }
 
 void value(const char* path)
 {
     vx::tool::LazySession lazy(vx::tool::defaultBundleFile(), {});
     const auto& session = lazy.get();
-    const auto& setting = vx::core::settingBehind(session.tree(), session.node(path));
+    const auto& setting = session.setting(path);
     std::puts(vx::core::valueText(lazy.layers().effective(setting).value).c_str());
+    lazy.leaveTree();
 }
 
 }  // namespace

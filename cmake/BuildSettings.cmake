@@ -41,12 +41,9 @@ set(VX_ORIGIN "$ORIGIN")
 if(APPLE)
     set(VX_ORIGIN "@loader_path")
 endif()
-# One folder for programs and libraries alike, where one leads there from both: the loader looks for every other
-# library in each, on every start.
+# That of programs. Libraries with needs beside them set VX_ORIGIN alone: the loader tells folders apart by their
+# spelling, and searches each spelling for every other library on each start. This one is the program's.
 set(CMAKE_INSTALL_RPATH "${VX_ORIGIN}/${VX_PROGRAM_TO_LIBS}")
-if(NOT VX_PROGRAM_TO_LIBS MATCHES "^\\.\\./[^/]+$")
-    list(APPEND CMAKE_INSTALL_RPATH "${VX_ORIGIN}")
-endif()
 set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
 set(CMAKE_INSTALL_RPATH_USE_LINK_PATH ON)
 

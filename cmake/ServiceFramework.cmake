@@ -103,6 +103,7 @@ function(vx_add_bundle_manifest target manifest)
     # A changed manifest alone must link the library anew, as the archive is appended after linking.
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${manifest}")
     if(VX_FRAMEWORK_EMBEDDED)
+        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "$<TARGET_FILE:vx_append_manifest>")
         add_custom_command(TARGET ${target} POST_BUILD
             COMMAND vx_append_manifest "$<TARGET_FILE:${target}>" "${arg_SYMBOLIC_NAME}" "${manifest}"
             COMMENT "Appending the bundle manifest to ${target}"

@@ -121,6 +121,7 @@ ExitCode execute(const GlobalOptions& options, const Verb& verb)
     LazySession session(std::filesystem::absolute(bundleFile).lexically_normal(), options.files);
     const ExitCode code = verb.action(session, out);
     out.flush();
+    session.leaveTree();
     return code;
 }
 

@@ -39,9 +39,23 @@ std::vector<std::string> Session::settingPathList() const
 
 const core::Node& Session::node(const std::string& path) const
 {
+    if (const core::Node* found = tree_.find(core::fullPath(tree_, path))) {
+        return *found;
+    }
+    // Only an unknown path is worth the table of release changes, which the bundle builds on each request.
     try {
         return core::nodeAt(tree_, releaseChanges(), path);
     } catch (const core::UnknownPath& error) {
+        throw Failure(ExitCode::failed, error.what());
+    }
+}
+
+const core::Node& Session::setting(const std::string& path) const
+{
+    const core::Node& found = node(path);
+    try {
+        return core::settingBehind(tree_, found);
+    } catch (const std::runtime_error& error) {
         throw Failure(ExitCode::failed, error.what());
     }
 }
@@ -55,6 +69,20 @@ core::LayerFiles LazySession::layerFiles() const
         files.personal = files.personal.empty() ? std::move(usual.personal) : files.personal;
     }
     return files;
+}
+
+void LazySession::leaveTree() const noexcept
+{
+    if (!session_) {
+        return;
+    }
+    try {
+        // Never destroyed, and still reachable where leaks are looked for.
+        static auto& left = *new std::vector<core::SettingsTree>;
+        left.push_back(session_->tree());
+    } catch (const std::bad_alloc&) {
+        return;  // the tree is destroyed with the session
+    }
 }
 
 core::Layers& LazySession::layers()

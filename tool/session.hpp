@@ -32,6 +32,10 @@ public:
     /// or which ones are near.
     [[nodiscard]] const core::Node& node(const std::string& path) const;
 
+    /// The setting at this path, or behind the alias there. Throws Failure as node() does, and for groups and
+    /// unresolved aliases.
+    [[nodiscard]] const core::Node& setting(const std::string& path) const;
+
 private:
     Host host_;
     core::SettingsTree tree_;
@@ -62,6 +66,11 @@ public:
 
     /// The layers over the session's tree. Raises Failure.
     core::Layers& layers();
+
+    /// Leaves the tree to the end of the process, which frees its memory faster than its destructors do. For
+    /// a command that has written all its output. The session still releases the provider and stops bundle
+    /// and framework; only objects that the provider put into the tree are not destroyed.
+    void leaveTree() const noexcept;
 
 private:
     std::filesystem::path bundleFile_;

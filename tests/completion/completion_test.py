@@ -22,7 +22,7 @@ SHELLS = {
 # What is typed, where \t asks for completion, and what the command then has to print.
 CASES = [
     ("vxsettings ge\tcommandw\tNumericF\t", "short"),
-    ("vxsettings get verdix.commandw\tNumericF\t", "short"),
+    ("vxsettings get verdix.commandw\tNumericF\tcommandwindow.WindowSi\t", "[180 45]"),
     ("vxsettings set commandwindow.NumericFormat ban\t", "verdix.commandwindow.NumericFormat is set in"),
     ("vxsettings list --kind al\t", "verdix.qorv"),
     ("vxsettings --format=js\tget commandwindow.NumericF\t", '"layer": "personal"'),

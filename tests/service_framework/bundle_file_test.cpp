@@ -3,6 +3,8 @@
 
 #include <bundle_file.hpp>
 #include <bundle_maker.hpp>
+#include <cstdlib>
+#include <tests/support/files.hpp>
 
 using namespace cppmicroservices;
 
@@ -66,6 +68,15 @@ TEST(BundleFile, saysWhatIsWrong)
     for (const auto& [text, failure] : manifests) {
         expectFailure(library + makeArchive({{"a/manifest.json", text}}), "a/manifest.json: " + failure);
     }
+}
+
+TEST(BundleFile, hasItsArchiveReplaced)
+{
+    const std::string whole = tests::readFile(GREETER_BUNDLE);
+    const tests::TestFolder folder;
+    const std::string copy = folder.with("copy.so", whole);
+    ASSERT_EQ(std::system((APPEND_MANIFEST + copy + GREETER_MANIFEST).c_str()), 0);
+    EXPECT_TRUE(tests::readFile(copy) == whole);
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
     } cases[] = {
         {{"tre"}, 2, "no such verb: tre; did you mean tree?"},
         {{"get"}, 2, "PATH is required"},
-        {{"get", "a", "b"}, 2, "not expected: b"},
+        {{"describe", "a", "b"}, 2, "not expected: b"},
         {{"list", "--nonsense"}, 2, "--nonsense"},
         {{"tree", "--depth", "0"}, 2, "--depth"},
         {{"--color", "sometimes"}, 2, "--color: sometimes"},
@@ -85,10 +85,30 @@ TEST(Command, PrintsValuesInTheScriptingLanguagesForm)
 {
     EXPECT_EQ(outputOf({"get", "commandwindow.WindowSize"}), "[180 45]\n");
     EXPECT_EQ(outputOf({"get", "verdix.UserPath"}), "$documents\\VERDIX\n");
-    const auto computed = runTool({"get", "ui.internal.figuretype.webfigures"});
+    const std::string path = "ui.internal.figuretype.webfigures";
+    const std::string remark = "computed by getDefaultFigureTypeForSetting of libvxgraphics_state\n";
+    const auto computed = runTool({"get", path});
     EXPECT_EQ(computed.output, "true\n");
-    EXPECT_EQ(computed.errors,
-              "vxsettings: computed by getDefaultFigureTypeForSetting of libvxgraphics_state\n");
+    EXPECT_EQ(computed.errors, "vxsettings: " + remark);
+    const auto several = runTool({"get", "commandwindow.WindowSize", path, "commandwindow.WindowSize"});
+    EXPECT_EQ(several.output, "[180 45]\ntrue\n[180 45]\n");
+    EXPECT_EQ(several.errors, "vxsettings: verdix." + path + ": " + remark);
+}
+
+TEST(Command, PrintsNoValueUnlessEachPathHasOne)
+{
+    for (const char* form : {"text", "json"}) {
+        const auto run = runTool(
+            {"get", "class", "commandwindow.WrapLines", "comandwindow.wraplines", "dump", "--format", form});
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_EQ(run.output, "");
+        EXPECT_EQ(std::ranges::count(run.errors, '\n'), 3);
+        for (const char* words : {"verdix.class is a group", "did you mean verdix.commandwindow.WrapLines?",
+                                  "verdix.dump has no"})
+        {
+            EXPECT_THAT(run.errors, HasSubstr(words));
+        }
+    }
 }
 
 TEST(Command, DrawsTheTree)

@@ -91,7 +91,9 @@ TEST_F(JsonOutputTest, TellsWhatTheTextTells)
     EXPECT_EQ(run({"migrate", file, "--write"}, 1).at("backup"), "settings.json.R2020b.bak");
 
     EXPECT_EQ(run({"set", "colors.KeywordColor", "[1 2 3]"}).at("path"), "verdix.colors.KeywordColor");
-    EXPECT_EQ(run({"get", "colors.KeywordColor"}).at("value").at("data"), json::parse("[1, 2, 3]"));
+    const json::object several = run({"get", "colors.KeywordColor", "commandwindow.NumericFormat"});
+    EXPECT_EQ(several.at("values").at(0).at("value").at("data"), json::parse("[1, 2, 3]"));
+    EXPECT_EQ(several.at("values").at(1), got);
     EXPECT_EQ(run({"reset", "colors"}).at("count"), 1);
 }
 

@@ -41,8 +41,8 @@ TEST_F(SettingsFilesTest, ValuesGoThroughTheLayers)
     EXPECT_EQ(run({"get", "commandwindow.NumericFormat"}).output, "hex\n");
     EXPECT_EQ(run({"set", "commandwindow.NumericFormat", "bank"}).exitCode, 0);
     EXPECT_EQ(run({"set", "commandwindow.WindowSize", "--json", "[100, 50]"}).exitCode, 0);
-    EXPECT_EQ(run({"get", "commandwindow.NumericFormat"}).output, "bank\n");
-    EXPECT_EQ(run({"get", "commandwindow.WindowSize"}).output, "[100 50]\n");
+    EXPECT_EQ(run({"get", "commandwindow.NumericFormat", "commandwindow.WindowSize"}).output,
+              "bank\n[100 50]\n");
 
     const std::string described = run({"describe", "commandwindow.NumericFormat"}).output;
     for (const char* words : {"\"hex\", in ", "\"bank\", in ", "the personal value", "\"short\""}) {
@@ -60,6 +60,10 @@ TEST_F(SettingsFilesTest, ValuesGoThroughTheLayers)
     EXPECT_THAT(run({"reset", "commandwindow"}).output, HasSubstr("2 settings reset"));
     EXPECT_EQ(run({"get", "commandwindow.NumericFormat"}).output, "hex\n");
     EXPECT_EQ(run({"reset"}).exitCode, 2);
+
+    EXPECT_EQ(run({"set", "UserPath", "--json", R"("a\nb")"}).exitCode, 0);
+    EXPECT_EQ(run({"get", "UserPath"}).output, "a\nb\n");
+    EXPECT_EQ(run({"get", "UserPath", "commandwindow.WindowSize"}).output, "a\\nb\n[180 45]\n");
 }
 
 TEST_F(SettingsFilesTest, RefusalsAndDamageEndInOneLine)

@@ -1,10 +1,14 @@
 #include <settings_core/layers.hpp>
-#include <settings_core/path_lookup.hpp>
 #include <settings_core/value_text.hpp>
+
+#include <boost/algorithm/string/replace.hpp>
+#include <boost/json/array.hpp>
 
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "arguments.hpp"
 #include "bundle_file.hpp"
@@ -16,9 +20,22 @@ namespace vx::tool {
 
 namespace {
 
-/// The value that holds. What is to be said of it goes to standard error, apart from the value itself.
-core::LayerValue valueOf(core::Layers& layers, const core::Node& setting)
+struct EffectiveValue
 {
+    const core::Node& setting;
+    core::LayerValue held;
+};
+
+void say(const std::string& line)
+{
+    std::fprintf(stderr, "vxsettings: %s\n", line.c_str());
+}
+
+/// The effective value of the setting at this path. Throws Failure if there is no such setting or it has no
+/// value.
+EffectiveValue effectiveValue(const Session& session, core::Layers& layers, const std::string& path)
+{
+    const core::Node& setting = session.setting(path);
     core::LayerValue held = layers.effective(setting);
     if (!held.value.isAssigned()) {
         throw Failure(ExitCode::failed,
@@ -29,28 +46,84 @@ core::LayerValue valueOf(core::Layers& layers, const core::Node& setting)
                                                          setting.getFullName()
                                                    : ": " + firstLine(held.faults.back())));
     }
-    for (const std::string& fault : held.faults) {
-        std::fprintf(stderr, "vxsettings: passed over: %s\n", firstLine(fault).c_str());
-    }
-    if (held.layer == core::Layer::factory && !setting.properties().factoryValue.isAssigned()) {
-        std::fprintf(stderr, "vxsettings: computed by %s\n", held.source.c_str());
-    }
-    return held;
+    return {setting, std::move(held)};
 }
 
-ExitCode get(LazySession& lazy, const std::string& path, Output& out)
+/// The values at all paths. Each path that has none is named on standard error, and is missing in the result.
+std::vector<EffectiveValue> effectiveValues(LazySession& lazy, const std::vector<std::string>& paths)
 {
     const Session& session = lazy.get();
-    const core::Node& setting = core::settingBehind(session.tree(), session.node(path));
-    const core::LayerValue held = valueOf(lazy.layers(), setting);
+    core::Layers& layers = lazy.layers();
+    std::vector<EffectiveValue> values;
+    values.reserve(paths.size());
+    for (const std::string& path : paths) {
+        try {
+            values.push_back(effectiveValue(session, layers, path));
+        } catch (const Failure& failure) {
+            say(failure.what());
+        }
+    }
+    return values;
+}
+
+/// Remarks on a value go to standard error, apart from the value itself.
+void remark(const EffectiveValue& value, bool isOneOfSeveral)
+{
+    const auto& [setting, held] = value;
+    for (const std::string& fault : held.faults) {
+        say("passed over: " + firstLine(fault));
+    }
+    if (held.layer == core::Layer::factory && !setting.properties().factoryValue.isAssigned()) {
+        say((isOneOfSeveral ? setting.getFullName() + ": " : "") + "computed by " + held.source);
+    }
+}
+
+boost::json::object valueDocument(const EffectiveValue& value)
+{
+    const auto& [setting, held] = value;
+    return {{"path", setting.fullName()},
+            {"value", valueJson(held.value)},
+            {"layer", core::layerWord(held.layer)},
+            {"source", held.source}};
+}
+
+void writeText(const std::vector<EffectiveValue>& values, Output& out)
+{
+    for (const EffectiveValue& value : values) {
+        std::string text = core::valueText(value.held.value);
+        if (values.size() > 1) {
+            boost::replace_all(text, "\n", "\\n");  // readers tell several values apart by their lines
+        }
+        out << text << '\n';
+    }
+}
+
+void writeDocument(const std::vector<EffectiveValue>& values, Output& out)
+{
+    if (values.size() == 1) {
+        writeJson(valueDocument(values.front()), out);
+        return;
+    }
+    boost::json::array documents;
+    for (const EffectiveValue& value : values) {
+        documents.push_back(valueDocument(value));
+    }
+    writeJson({{"values", std::move(documents)}}, out);
+}
+
+ExitCode get(LazySession& lazy, const std::vector<std::string>& paths, Output& out)
+{
+    const std::vector<EffectiveValue> values = effectiveValues(lazy, paths);
+    if (values.size() != paths.size()) {
+        return ExitCode::failed;
+    }
+    for (const EffectiveValue& value : values) {
+        remark(value, values.size() > 1);
+    }
     if (out.isJson()) {
-        writeJson({{"path", setting.fullName()},
-                   {"value", valueJson(held.value)},
-                   {"layer", core::layerWord(held.layer)},
-                   {"source", held.source}},
-                  out);
+        writeDocument(values, out);
     } else {
-        out << core::valueText(held.value) << '\n';
+        writeText(values, out);
     }
     return ExitCode::done;
 }
@@ -59,11 +132,15 @@ ExitCode get(LazySession& lazy, const std::string& path, Output& out)
 
 Action addGet(CLI::App& verb)
 {
-    describe(verb, "The value of one setting, as the scripting language writes it",
-             "Example:\n  vxsettings get connector.InterfacesBlocklist");
-    auto path = std::make_shared<std::string>();
-    addOperand(verb, "PATH", *path, Need::required, "Setting or alias");
-    return [path](LazySession& session, Output& out) { return get(session, *path, out); };
+    describe(
+        verb, "Print the value of each setting, as the scripting language writes it",
+        "Several values are printed one per line, in the order of the paths, line breaks in them as \\n.\n"
+        "If any path has no value, each such path is named in an error, and nothing is printed.\n"
+        "Examples:\n  vxsettings get connector.InterfacesBlocklist\n"
+        "  vxsettings get commandwindow.NumericFormat commandwindow.WrapLines");
+    auto paths = std::make_shared<std::vector<std::string>>();
+    addOperand(verb, "PATH", *paths, Need::required, "Setting or alias; may be repeated");
+    return [paths](LazySession& session, Output& out) { return get(session, *paths, out); };
 }
 
 }  // namespace vx::tool

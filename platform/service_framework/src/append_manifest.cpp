@@ -33,13 +33,13 @@ std::string readFile(const std::string& file)
     return content;
 }
 
-/// Adds a zip archive with one entry at the end of the file.
-void appendArchive(const std::string& file, const std::string& entryName, const std::string& content)
+/// Writes a zip archive with one entry.
+void writeArchive(const std::string& file, const std::string& entryName, const std::string& content)
 {
     // A fixed time makes equal inputs give equal bundle files.
     zip_fileinfo information{};
     information.tmz_date = {0, 0, 0, 1, 0, 1980};
-    const zipFile archive = zipOpen(file.c_str(), APPEND_STATUS_CREATEAFTER);
+    const zipFile archive = zipOpen(file.c_str(), APPEND_STATUS_CREATE);
     if (archive == nullptr ||
         zipOpenNewFileInZip(archive, entryName.c_str(), &information, nullptr, 0, nullptr, 0, nullptr,
                             Z_DEFLATED, Z_DEFAULT_COMPRESSION) != ZIP_OK ||
@@ -48,6 +48,34 @@ void appendArchive(const std::string& file, const std::string& entryName, const 
     {
         throw std::runtime_error(file + ": cannot be written");
     }
+}
+
+/// The bytes of a zip archive with one entry. The archive has a file of its own while it is written, so that
+/// its offsets count from its own beginning: a reader takes it for all that it has to search, and the library
+/// in front of it may change its length.
+std::string makeArchive(const std::string& file, const std::string& entryName, const std::string& content)
+{
+    writeArchive(file, entryName, content);
+    std::string archive = readFile(file);
+    std::filesystem::remove(file);
+    return archive;
+}
+
+/// Length of the library without its archive.
+std::size_t libraryLength(const std::string& library)
+{
+    const std::string content = readFile(library);
+    const auto bytes = std::as_bytes(std::span(content));
+    if (!isLibrary(bytes)) {
+        throw std::runtime_error(library + ": not a shared library");
+    }
+    const std::size_t length = findArchive(bytes).value_or(content.size());
+    if (length == 0) {
+        throw std::runtime_error(library +
+                                 ": its zip archive counts offsets from the beginning of the library, "
+                                 "which does not tell where it begins; link the library again");
+    }
+    return length;
 }
 
 void appendManifest(const std::string& library, const std::string& symbolicName,
@@ -59,14 +87,13 @@ void appendManifest(const std::string& library, const std::string& symbolicName,
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(manifestFile + ": " + error.what());
     }
-    const std::string content = readFile(library);
-    const auto bytes = std::as_bytes(std::span(content));
-    if (!isLibrary(bytes)) {
-        throw std::runtime_error(library + ": not a shared library");
-    }
-    const std::size_t length = findArchive(bytes).value_or(content.size());
+    const std::size_t length = libraryLength(library);
+    const std::string archive = makeArchive(library + ".zip", symbolicName + "/manifest.json", manifest);
     std::filesystem::resize_file(library, length);
-    appendArchive(library, symbolicName + "/manifest.json", manifest);
+    std::ofstream stream(library, std::ios::binary | std::ios::app);
+    if (!stream.write(archive.data(), static_cast<std::streamsize>(archive.size())).flush()) {
+        throw std::runtime_error(library + ": cannot be written");
+    }
 }
 
 }  // namespace
