@@ -69,8 +69,8 @@ public:
     /// the framework is stopped, std::logic_error when the bundle is uninstalled.
     void Start();
 
-    /// Withdraws the bundle's services. Components end when their last user lets go, and then the library is
-    /// unloaded. Throws std::logic_error when the bundle is uninstalled.
+    /// Withdraws the bundle's services and deactivates its components. An object that is still held works on:
+    /// the library stays loaded. Throws std::logic_error when the bundle is uninstalled.
     void Stop();
 
     /// Stops the bundle and removes it. Throws std::logic_error when it is uninstalled already.
