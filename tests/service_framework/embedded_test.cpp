@@ -64,8 +64,13 @@ TEST(Embedded, refusesWhatThisFrameworkDoesNotDo)
         {component(R"(, "service": {"interfaces": []})"), "\"interfaces\" is empty"},
         {component(R"(, "service": {"interfaces": ["a::I"], "scope": "prototype"})"),
          "\"scope\" is not singleton"},
-        {component(R"(, "service": {"interfaces": ["a::I"]}, "references": [])"), "\"references\" asks for"},
-        {component(""), "exports no function DeleteInstance_a_B"},
+        {component(R"(, "name": "")"), "its name is empty"},
+        {component(R"(, "references": [])"), "\"references\" asks for"},
+        {component(R"(, "immediate": false)"), "\"immediate\" is false"},
+        {component(R"(, "configuration-policy": "require", "configuration-pid": ["$"])"),
+         "requires a configuration"},
+        {component(R"(, "service": {"interfaces": ["a::I"]}, "properties": {"service.ranking": "5"})"),
+         ", component a::B: The property service.ranking is 5 of type string; make it an int"},
     };
     int number = 0;
     for (const auto& [members, reason] : cases) {

@@ -65,7 +65,7 @@ void BundlePrivate::Start()
 {
     const std::lock_guard lock(transition_);
     CheckInstalled();
-    if (state_ == Bundle::STATE_ACTIVE || state_ == Bundle::STATE_STARTING) {
+    if (state_ == Bundle::STATE_ACTIVE) {
         return;
     }
     const auto core = Core();
@@ -74,16 +74,16 @@ void BundlePrivate::Start()
                                  ") belongs to a stopped framework; install it when that has started again");
     }
     CheckSupported();
+    auto components = std::make_unique<ComponentRuntime>(*this);
     Open();
-    state_ = Bundle::STATE_STARTING;
+    components_ = std::move(components);
+    state_ = Bundle::STATE_ACTIVE;
     try {
-        components_ = std::make_unique<ComponentRuntime>(*this);
+        components_->Start();
     } catch (...) {
-        Close();
-        state_ = Bundle::STATE_RESOLVED;
+        Stop();
         throw;
     }
-    state_ = Bundle::STATE_ACTIVE;
 }
 
 void BundlePrivate::CheckSupported() const
@@ -109,6 +109,15 @@ void BundlePrivate::Stop()
     state_ = Bundle::STATE_RESOLVED;
 }
 
+void BundlePrivate::Leave()
+{
+    const std::lock_guard lock(transition_);
+    if (state_ != Bundle::STATE_UNINSTALLED) {
+        Stop();
+        state_ = Bundle::STATE_INSTALLED;
+    }
+}
+
 void BundlePrivate::Uninstall()
 {
     const std::lock_guard lock(transition_);
@@ -128,7 +137,8 @@ void BundlePrivate::CheckInstalled() const
 
 const SharedLibrary& BundlePrivate::LoadLibrary()
 try {
-    const SharedLibrary& library = SharedLibrary::Load(location);
+    const auto options = any_cast<int>(Core()->Property(Constants::LIBRARY_LOAD_OPTIONS));
+    const SharedLibrary& library = SharedLibrary::Load(location, options);
     const std::lock_guard lock(libraryMutex_);
     if (!setContext_) {
         setContext_ =

@@ -28,6 +28,8 @@ public:
     virtual void Start();
     virtual void Stop();
     virtual void Uninstall();
+    /// Stops the bundle for good, as its framework stops.
+    void Leave();
 
     Bundle::State State() const noexcept { return state_; }
     /// Throws std::logic_error when the bundle is uninstalled.

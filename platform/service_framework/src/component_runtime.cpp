@@ -1,6 +1,7 @@
 #include <cppmicroservices/Constants.h>
 #include <cppmicroservices/FrameworkEvent.h>
 #include <cppmicroservices/ServiceFactory.h>
+#include <cppmicroservices/SharedLibraryException.h>
 #include <cppmicroservices/servicecomponent/ComponentContext.hpp>
 #include <cppmicroservices/servicecomponent/detail/ComponentInstance.hpp>
 
@@ -12,6 +13,7 @@
 #include <core_bundle_context.hpp>
 #include <mutex>
 #include <service_registry.hpp>
+#include <set>
 #include <shared_library.hpp>
 #include <stdexcept>
 #include <string>
@@ -52,10 +54,10 @@ private:
 
 ServiceProperties propertiesOf(const ComponentDescription& component)
 {
-    static std::atomic<unsigned long> nextComponentId = 0;
+    static std::atomic<unsigned long> nextComponentId = 1;
     ServiceProperties properties = component.properties;
-    properties["component.name"] = component.name;
-    properties["component.id"] = nextComponentId++;
+    properties.emplace("component.name", component.name);
+    properties.emplace("component.id", nextComponentId++);
     return properties;
 }
 
@@ -152,7 +154,7 @@ public:
     ServiceProperties RegistrationProperties() const
     {
         ServiceProperties properties = properties_;
-        properties[Constants::SERVICE_SCOPE] = Constants::SCOPE_SINGLETON;
+        properties.emplace(Constants::SERVICE_SCOPE, Constants::SCOPE_SINGLETON);
         return properties;
     }
 
@@ -201,57 +203,76 @@ private:
 
 ComponentRuntime::ComponentRuntime(BundlePrivate& bundle) : bundle_(bundle)
 {
+    std::set<std::string> names;
     for (ComponentDescription& description : describeComponents(bundle.manifest)) {
-        if (description.enabled) {
-            factories_.push_back(
-                std::make_shared<ComponentFactory>(bundle.weak_from_this(), std::move(description)));
+        if (!names.insert(description.name).second) {
+            Report(FrameworkEvent::FRAMEWORK_WARNING, "The bundle " + bundle.manifest.symbolicName +
+                                                          " has more than one component named " +
+                                                          description.name + "; only the first one counts");
+        } else if (description.enabled) {
+            components_.push_back(
+                {std::make_shared<ComponentFactory>(bundle.weak_from_this(), std::move(description)), {}});
         }
-    }
-    try {
-        Start();
-    } catch (...) {
-        Stop();
-        throw;
     }
 }
 
 ComponentRuntime::~ComponentRuntime()
 {
-    Stop();
+    for (Component& component : components_) {
+        if (component.registration) {
+            component.registration.Unregister();
+        }
+        component.factory->Close();
+    }
 }
 
 void ComponentRuntime::Start()
 {
-    const auto core = bundle_.Core();
-    for (const auto& factory : factories_) {
-        const ComponentDescription& description = factory->Description();
-        ServiceReferenceU reference;
-        if (!description.interfaces.empty()) {
-            const auto objects = std::make_shared<InterfaceMap>();
-            for (const std::string& interfaceId : description.interfaces) {
-                objects->emplace(interfaceId, nullptr);
-            }
-            objects->emplace(detail::factoryInterfaceId, ToFactory(factory));
-            registrations_.push_back(
-                core->Services().Register(*bundle_.Context(), objects, factory->RegistrationProperties()));
-            reference = registrations_.back().GetReference();
+    for (Component& component : components_) {
+        if (!component.factory->Description().interfaces.empty()) {
+            Register(component);
         }
-        if (description.immediate) {
-            factory->Activate(reference);
+        if (component.factory->Description().immediate) {
+            ActivateAtOnce(component);
         }
     }
 }
 
-void ComponentRuntime::Stop()
+void ComponentRuntime::Register(Component& component)
 {
-    for (ServiceRegistrationU& registration : registrations_) {
-        registration.Unregister();
+    const auto objects = std::make_shared<InterfaceMap>();
+    for (const std::string& interfaceId : component.factory->Description().interfaces) {
+        objects->emplace(interfaceId, nullptr);
     }
-    registrations_.clear();
-    for (const auto& factory : factories_) {
-        factory->Close();
+    objects->emplace(detail::factoryInterfaceId, ToFactory(component.factory));
+    try {
+        component.registration = bundle_.Core()->Services().Register(
+            *bundle_.Context(), objects, component.factory->RegistrationProperties());
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        throw std::runtime_error("The bundle " + bundle_.manifest.symbolicName + ", component " +
+                                 component.factory->Description().name + ": " + error.what());
     }
-    factories_.clear();
+}
+
+void ComponentRuntime::ActivateAtOnce(const Component& component)
+{
+    const auto& registration = component.registration;
+    try {
+        component.factory->Activate(registration ? registration.GetReference() : ServiceReferenceU());
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const SharedLibraryException&) {
+        throw;
+    } catch (const std::exception& error) {
+        Report(FrameworkEvent::FRAMEWORK_ERROR, error.what());
+    }
+}
+
+void ComponentRuntime::Report(FrameworkEvent::Type type, const std::string& message) const
+{
+    bundle_.Core()->Send({type, MakeBundle(bundle_.shared_from_this()), message});
 }
 
 }  // namespace cppmicroservices

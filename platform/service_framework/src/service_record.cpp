@@ -56,8 +56,10 @@ int rankingOf(const AnyMap& properties)
     }
     const int* ranking = any_cast<int>(&found->second);
     if (!ranking) {
-        throw std::invalid_argument("The property service.ranking is of type " +
-                                    detail::GetDemangledName(found->second.Type()) + "; make it an int");
+        const bool isString = any_cast<std::string>(&found->second) != nullptr;
+        throw std::invalid_argument(
+            "The property service.ranking is " + found->second.ToStringNoExcept() + " of type " +
+            (isString ? "string" : detail::GetDemangledName(found->second.Type())) + "; make it an int");
     }
     return *ranking;
 }

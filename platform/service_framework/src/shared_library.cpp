@@ -11,9 +11,9 @@ namespace cppmicroservices {
 
 namespace {
 
-void* load(const std::string& file)
+void* load(const std::string& file, int options)
 {
-    if (void* handle = dlopen(file.c_str(), RTLD_LAZY | RTLD_LOCAL)) {
+    if (void* handle = dlopen(file.c_str(), options)) {
         return handle;
     }
     const std::string reason = dlerror();
@@ -38,9 +38,11 @@ LoadedLibraries& loadedLibraries()
 
 }  // namespace
 
+const int SharedLibrary::defaultLoadOptions = RTLD_LAZY | RTLD_LOCAL;
+
 SharedLibrary::SharedLibrary(std::string file, void* handle) : file_(std::move(file)), handle_(handle) {}
 
-const SharedLibrary& SharedLibrary::Load(const std::string& file)
+const SharedLibrary& SharedLibrary::Load(const std::string& file, int options)
 {
     LoadedLibraries& libraries = loadedLibraries();
     {
@@ -51,7 +53,7 @@ const SharedLibrary& SharedLibrary::Load(const std::string& file)
         }
     }
     // Outside the lock, as it runs code of the library. Threads that load one file at once get one handle.
-    SharedLibrary loaded(file, load(file));
+    SharedLibrary loaded(file, load(file, options));
     const std::lock_guard lock(libraries.mutex);
     return libraries.byFile.emplace(file, std::move(loaded)).first->second;
 }

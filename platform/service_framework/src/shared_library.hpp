@@ -9,9 +9,13 @@ namespace cppmicroservices {
 class SharedLibrary
 {
 public:
-    /// The library of a file, loaded at the first call with its symbols kept to itself; the same one ever
-    /// after, whatever becomes of the file. Throws std::system_error with the loader's words.
-    static const SharedLibrary& Load(const std::string& file);
+    /// What dlopen is told unless the framework's configuration says otherwise: to keep the library's symbols
+    /// to itself.
+    static const int defaultLoadOptions;
+
+    /// The library of a file, loaded at the first call with these options of dlopen; the same one ever after,
+    /// whatever becomes of the file. Throws std::system_error with the loader's words.
+    static const SharedLibrary& Load(const std::string& file, int options);
 
     /// A function of the library; null when it has none of that name.
     template <class Function>
