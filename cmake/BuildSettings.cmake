@@ -60,10 +60,6 @@ endif()
 if(VERDIX_WARNINGS_AS_ERRORS)
     add_compile_options($<IF:$<BOOL:${MSVC}>,/WX,-Werror>)
 endif()
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # Unique symbols would keep a library in memory after dlclose, and with it the bundle's state.
-    add_compile_options(-fno-gnu-unique)
-endif()
 if(NOT MSVC AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
     # Equal sources give equal files, wherever they were built. A debugger needs the real folders, so not for it.
     add_compile_options("-ffile-prefix-map=${PROJECT_BINARY_DIR}=build" "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")

@@ -1,4 +1,4 @@
-# The service framework: the system's CppMicroServices 3.8 where there is one, else the embedded stand-in.
+# The service framework: the system's CppMicroServices 3.8 where there is one, else the embedded framework.
 #
 # Cache option  VERDIX_SERVICE_FRAMEWORK  auto (the system's if found, else embedded), embedded, system
 # Targets       vx::service_framework     headers and libraries of the framework and of the component runtime's
@@ -7,7 +7,7 @@
 #                                         that a host must install and start before any other
 # Function      vx_add_bundle_manifest(TARGET MANIFEST SYMBOLIC_NAME name)
 #                                         makes the shared library TARGET a bundle file with that manifest
-# Variable      VX_FRAMEWORK_EMBEDDED     true when the stand-in is used
+# Variable      VX_FRAMEWORK_EMBEDDED     true when the embedded framework is used
 
 set(VERDIX_SERVICE_FRAMEWORK auto CACHE STRING "Service framework: auto, embedded or system")
 set_property(CACHE VERDIX_SERVICE_FRAMEWORK PROPERTY STRINGS auto embedded system)
@@ -18,12 +18,25 @@ if(NOT VERDIX_SERVICE_FRAMEWORK MATCHES "^(auto|embedded|system)$")
 endif()
 if(NOT VERDIX_SERVICE_FRAMEWORK STREQUAL "embedded")
     # In this order: the component runtime's package asks for the other targets, but does not look for them.
-    find_package(CppMicroServices 3.8 QUIET
-        COMPONENTS Framework ServiceComponent usAsyncWorkService DeclarativeServices)
+    set(components Framework ServiceComponent usAsyncWorkService DeclarativeServices)
+    find_package(CppMicroServices 3.8 QUIET COMPONENTS ${components})
+    if(NOT CppMicroServices_FOUND AND CppMicroServices_CONSIDERED_CONFIGS)
+        # There is one that cannot be used: again, for CMake to say why.
+        find_package(CppMicroServices 3.8 COMPONENTS ${components})
+        string(CONCAT unusable "the CppMicroServices ${CppMicroServices_CONSIDERED_VERSIONS} that CMake found cannot be "
+                               "used, for the reason above (${CppMicroServices_CONSIDERED_CONFIGS}).")
+    endif()
 endif()
 if(VERDIX_SERVICE_FRAMEWORK STREQUAL "system" AND NOT CppMicroServices_FOUND)
+    if(unusable)
+        message(FATAL_ERROR "VERDIX_SERVICE_FRAMEWORK is \"system\", but ${unusable} Fix that installation, or set "
+                            "VERDIX_SERVICE_FRAMEWORK to embedded.")
+    endif()
     message(FATAL_ERROR "VERDIX_SERVICE_FRAMEWORK is \"system\", but CMake found no CppMicroServices 3.8. Add its "
                         "installation prefix to CMAKE_PREFIX_PATH, or set VERDIX_SERVICE_FRAMEWORK to embedded.")
+elseif(unusable)
+    message(WARNING "The embedded service framework is used, as ${unusable} Set VERDIX_SERVICE_FRAMEWORK to embedded "
+                    "if that is wanted.")
 endif()
 
 # The two libraries that declare the interface, their headers seen as system headers.

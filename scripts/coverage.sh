@@ -9,7 +9,7 @@ set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 
 # Only memory would be judged by these, and at great length.
-long='StaysFlat|LoadsAndUnloads'
+long=StaysFlat
 
 run_tests() {
     local name

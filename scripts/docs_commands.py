@@ -33,13 +33,14 @@ SHELLS = {
 }
 SET_UP = {"zsh": "autoload -U compinit && compinit -u; "}
 
-# Commands that take long or change the machine; all but the last are run for real by other steps of .ci/run.
+# Commands that take long or change the machine; most are run for real by other steps of .ci/run.
 NOT_RUN = [
     (r"\.ci/run\b", "is what runs this test"),
     (r"(sudo )?apt(-get)? ", "installs packages as root"),
     (r"git clone ", "needs the network"),
     (r"scripts/setup\.sh", "installs packages as root; the first step of .ci/run"),
     (r"scripts/(bench|coverage)\.sh", "takes minutes of a quiet machine"),
+    (r"scripts/conformance\.sh", "needs an installed CppMicroServices"),
     (r"scripts/(fuzz|lint|instructions|page_test|package_test|portability|reproducible|format)\.sh", "is a step of .ci/run itself"),
     (r"scripts/test\.sh --preset (asan|tsan)", "is a step of .ci/run itself"),
     (r"VX_SOAK=full ", "takes minutes"),

@@ -26,21 +26,24 @@ struct CloseLibrary
     void operator()(void* library) const noexcept { ::dlclose(library); }
 };
 
-/// Names of the components' classes; none where the manifest has another form.
-std::vector<std::string> componentClasses(const AnyMap& manifest)
+/// The components' names, which are their classes' unless the manifest says otherwise; none where it has
+/// another form.
+std::vector<std::string> componentNames(const AnyMap& manifest)
 {
-    std::vector<std::string> classes;
+    std::vector<std::string> names;
     try {
         const auto runtime = any_cast<AnyMap>(manifest.at("scr"));
-        for (const Any& component : any_cast<std::vector<Any>>(runtime.at("components"))) {
-            classes.push_back(any_cast<std::string>(any_cast<AnyMap>(component).at("implementation-class")));
+        for (const Any& element : any_cast<std::vector<Any>>(runtime.at("components"))) {
+            const auto component = any_cast<AnyMap>(element);
+            const char* const key = component.count("name") != 0 ? "name" : "implementation-class";
+            names.push_back(any_cast<std::string>(component.at(key)));
         }
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception&) {
-        classes.clear();
+        names.clear();
     }
-    return classes;
+    return names;
 }
 
 /// a::b::C as part of the name of an export: a_b_C.
@@ -92,7 +95,7 @@ std::string findComponentDefect(const cppmicroservices::Bundle& bundle)
     if (!library) {
         return "its library does not load: " + firstLine(::dlerror());
     }
-    for (const std::string& name : componentClasses(bundle.GetHeaders())) {
+    for (const std::string& name : componentNames(bundle.GetHeaders())) {
         for (const char* prefix : {"NewInstance_", "DeleteInstance_"}) {
             const std::string symbol = prefix + exportSuffix(name);
             if (::dlsym(library.get(), symbol.c_str()) == nullptr) {

@@ -15,9 +15,8 @@
 namespace vx::core {
 
 /// A tree of settings with constant-time look-up by path. One builder at a time may add to a tree; a finished
-/// tree may be read from several threads. Callables that a provider handed over live in the provider's
-/// library: a tree must go before that library is unloaded, and so must the handles of its nodes, each of
-/// which keeps all of them.
+/// tree may be read from several threads. Callables that a provider handed over need the provider's code: its
+/// library has to stay loaded, as the service framework sees to for bundles.
 class VX_API SettingsTree
 {
 public:

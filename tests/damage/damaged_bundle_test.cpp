@@ -19,6 +19,7 @@ struct DamagedBundleTest : testing::Test
     /// read.
     [[nodiscard]] bool install(const std::string& image, bool isToBeLoaded) const
     {
+        std::filesystem::remove(copy);  // never written over: the process runs the first one's code
         tests::writeFile(copy, image);
         tests::RunningFramework framework;
         auto context = framework.context();

@@ -59,9 +59,9 @@ struct RefusalTest : tests::ServicesTest
     /// The library's first uses are all before it again.
     void loadAnew()
     {
-        loader.reset();
-        bundle.Stop();
-        bundle.Start();
+        bundle.Uninstall();
+        const tests::BundleCopy copy(VX_BUNDLE_FILE);
+        bundle = framework.start(copy.file());
         loader = tests::factoryLoader(framework.context());
     }
 

@@ -10,6 +10,8 @@
 #include <array>
 #include <bundle_maker.hpp>
 #include <chrono>
+#include <dlfcn.h>
+#include <filesystem>
 #include <framework_bundles.hpp>
 #include <functional>
 #include <greeter.hpp>
@@ -32,7 +34,7 @@ struct OneGreeter final : Greeter
 
 using Events = std::vector<std::string>;
 
-/// What happened to components. A library that an earlier test has loaded may stay, with its context.
+/// What happened to components. Who gives the library its context, and how often, is the framework's affair.
 Events takeEvents()
 {
     Events events = lifecycle::take();
@@ -49,6 +51,17 @@ struct BundleTest : testing::Test
         return found.empty() ? ServiceReference<Greeter>() : found.front();
     }
 
+    /// The code of the greeter bundle with another manifest.
+    std::string greeterWith(const std::string& members) const
+    {
+        const std::string original = tests::readFile(GREETER_BUNDLE);
+        return folder.with("greeter.so", original.substr(0, original.rfind("PK\x03\x04")) +
+                                             makeArchive({{"test_greeter/manifest.json",
+                                                           R"({"bundle.symbolic_name": "test_greeter", )" +
+                                                               members + "}"}}));
+    }
+
+    const tests::TestFolder folder;
     tests::RunningFramework running;
     BundleContext context = running.context();
 };
@@ -92,6 +105,11 @@ TEST_F(BundleTest, takesItsRunAlongWhenItStops)
     const auto objects = own.GetServiceObjects(hosted);
     EXPECT_EQ(offered.GetReference().GetBundle(), bundle);
     EXPECT_EQ(hosted.GetUsingBundles(), std::vector<Bundle>{bundle});
+    auto other = context.RegisterService<Greeter>(std::make_shared<OneGreeter>());
+    const auto usedOther = own.GetService(other.GetReference());
+    EXPECT_EQ(bundle.GetServicesInUse().size(), 2U);
+    other.Unregister();
+    EXPECT_EQ(bundle.GetServicesInUse().size(), 1U) << "nothing of the one that is gone";
 
     bundle.Stop();
     EXPECT_THROW(offered.Unregister(), std::logic_error);
@@ -115,7 +133,6 @@ TEST_F(BundleTest, takesItsRunAlongWhenItStops)
 
 TEST_F(BundleTest, refusesBadFiles)
 {
-    const tests::TestFolder folder;
     const std::string library = tests::readFile(PLAIN_LIBRARY);
     const std::string archive = makeArchive({{"bad/manifest.json", R"({"bundle.symbolic_name": "bad"})"}});
     for (const std::string& content :
@@ -136,11 +153,12 @@ TEST_F(BundleTest, makesAComponentAtItsFirstUse)
     auto bundle = running.start(GREETER_BUNDLE);
     EXPECT_EQ(bundle.GetRegisteredServices().size(), 3U);
     EXPECT_FALSE(find("disabled"));
+    EXPECT_FALSE(find("twin")) << "of a name that another component has";
     EXPECT_EQ(takeEvents(), Events{}) << "nothing is loaded before the first use";
 
     const auto reference = find("polite");
     EXPECT_EQ(reference.GetBundle(), bundle);
-    EXPECT_EQ(reference.GetProperty("component.name").ToString(), "greetings::PoliteGreeter");
+    EXPECT_EQ(reference.GetProperty("component.name").ToString(), "greetings::Polite");
     auto greeter = context.GetService(reference);
     EXPECT_EQ(takeEvents(), (Events{"new", "constructed", "activated"}));
     EXPECT_EQ(greeter->greet(), "Good morning");
@@ -150,17 +168,72 @@ TEST_F(BundleTest, makesAComponentAtItsFirstUse)
     EXPECT_EQ(context.GetService(ServiceReference<Counter>(reference))->next(), 2);
     EXPECT_EQ(takeEvents(), Events{}) << "one object serves all uses";
 
+    greeter = context.GetService(reference);
     bundle.Stop();
-    EXPECT_EQ(takeEvents(), (Events{"deactivated", "delete", "destroyed"}));
+    EXPECT_EQ(takeEvents(), (Events{"deactivated", "delete"}));
     EXPECT_FALSE(reference);
     EXPECT_FALSE(find("polite"));
+    EXPECT_EQ(greeter->greet(), "Good morning") << "a held object outlives its bundle's stop";
 
     bundle.Start();
-    lifecycle::take();
     EXPECT_NE(find("polite"), reference);
     EXPECT_EQ(context.GetService(find("polite"))->greet(), "Good morning");
     EXPECT_EQ(takeEvents(), (Events{"new", "constructed", "activated"}))
         << "a component of its own for each run";
+    greeter.reset();
+    EXPECT_EQ(takeEvents(), Events{"destroyed"});
+}
+
+TEST_F(BundleTest, keepsALibraryLoaded)
+{
+    auto bundle = running.start(GREETER_BUNDLE);
+    context.GetService(find("polite"));
+    bundle.Uninstall();
+    void* const library = dlopen(GREETER_BUNDLE, RTLD_LAZY | RTLD_NOLOAD);
+    ASSERT_NE(library, nullptr);
+    dlclose(library);
+}
+
+TEST_F(BundleTest, activatesImmediateComponentsOnceItIsActive)
+{
+    const auto immediate = [](const std::string& name) {
+        return R"({"implementation-class": ")" + name + R"(", "immediate": true, "unknown": 1,
+            "properties": {"greeting": "Good day"}, "service": {"interfaces": ["greetings::Greeter"]}})";
+    };
+    auto bundle = running.start(greeterWith(
+        R"("scr": {"version": 1, "components": [)" + immediate("greetings::ThrowingGreeter") + ", " +
+        immediate("greetings::AbsentGreeter") + ", " + immediate("greetings::Polite") + "]}"));
+    EXPECT_EQ(bundle.GetState(), Bundle::STATE_ACTIVE) << "whatever one of them throws";
+    EXPECT_EQ(takeEvents(), (Events{"new", "constructed", "activated"}));
+    EXPECT_EQ(bundle.GetRegisteredServices().size(), 3U);
+    running.stop();
+    EXPECT_EQ(takeEvents(), (Events{"deactivated", "delete", "destroyed"}));
+}
+
+TEST_F(BundleTest, keepsWhatItWasInstalledFrom)
+{
+    const std::string file = greeterWith(R"("bundle.version": "1.0.0")");
+    auto bundle = running.install(file);
+    std::filesystem::remove(file);
+    EXPECT_EQ(running.install(file), bundle) << "the file is gone";
+    EXPECT_EQ(greeterWith(R"("bundle.version": "2.0.0")"), file);
+    EXPECT_EQ(running.install(file), bundle) << "another file took its place";
+    EXPECT_EQ(bundle.GetVersion().ToString(), "1.0.0");
+    bundle.Uninstall();
+    EXPECT_EQ(running.install(file).GetVersion().ToString(), "2.0.0");
+}
+
+TEST_F(BundleTest, readsTheValuesOfAManifest)
+{
+    const AnyMap headers = running
+                               .install(greeterWith(R"("none": null, "beyond": 2147483648, "real": 1e3,
+        "largest": 2147483647, "list": [1, null, -3000000000, true, "x"], "object": {"key": "%word"})"))
+                               .GetHeaders();
+    EXPECT_EQ(headers.count("none") + headers.count("beyond"), 0U);
+    EXPECT_EQ(headers.at("REAL"), 1000.0);
+    EXPECT_EQ(headers.at("largest"), 2147483647);
+    EXPECT_EQ(headers.at("list"), (std::vector<Any>{1, true, std::string("x")}));
+    EXPECT_EQ(any_cast<AnyMap>(headers.at("object")).at("key"), std::string("word"));
 }
 
 TEST_F(BundleTest, givesNullForAComponentThatCannotBeMade)
@@ -192,7 +265,6 @@ TEST_F(BundleTest, saysThatALibraryDoesNotLoad)
     const std::string manifest = R"({"bundle.symbolic_name": "hollow", "scr": {"version": 1, "components": [
         {"implementation-class": "a::B", "service": {"interfaces": ["greetings::Greeter"]},
          "properties": {"kind": "hollow"}}]}})";
-    const tests::TestFolder folder;
     const std::string head = tests::readFile(PLAIN_LIBRARY).substr(0, 64);
     const auto file = folder.with("hollow.so", head + makeArchive({{"hollow/manifest.json", manifest}}));
     const auto bundle = running.start(file);
@@ -206,7 +278,8 @@ TEST_F(BundleTest, saysThatALibraryDoesNotLoad)
 TEST(FrameworkTest, isABundleThatStartsAndStopsAgain)
 {
     using Event = FrameworkEvent;
-    Framework framework = FrameworkFactory().NewFramework(FrameworkConfiguration{{"Own.Key", 5}});
+    Framework framework = FrameworkFactory().NewFramework(
+        FrameworkConfiguration{{"Own.Key", 5}, {Constants::LIBRARY_LOAD_OPTIONS, std::string("now")}});
     const auto waited = [&](int milliseconds) {
         return framework.WaitForStop(std::chrono::milliseconds(milliseconds)).GetType();
     };
@@ -223,16 +296,25 @@ TEST(FrameworkTest, isABundleThatStartsAndStopsAgain)
     EXPECT_EQ(context.GetProperty(Constants::FRAMEWORK_VENDOR).ToString(), vx::frameworkName);
     EXPECT_EQ(context.GetProperty(Constants::FRAMEWORK_VERSION).ToString(), vx::frameworkVersion);
     EXPECT_TRUE(context.GetProperty("Own.Key") == 5);
+    EXPECT_TRUE(context.GetProperty(Constants::LIBRARY_LOAD_OPTIONS) == (RTLD_LAZY | RTLD_LOCAL));
+    EXPECT_EQ(context.GetProperty(Constants::FRAMEWORK_WORKING_DIR).ToString(),
+              std::filesystem::current_path());
+    EXPECT_EQ(context.GetProperty(Constants::FRAMEWORK_STORAGE).ToString(), "fwdir");
+    const std::string uuid = context.GetProperty(Constants::FRAMEWORK_UUID).ToString();
     EXPECT_THROW(framework.Uninstall(), std::runtime_error);
-    EXPECT_THROW(Framework(context.InstallBundles(GREETER_BUNDLE).at(0)), std::logic_error);
+    auto bundle = context.InstallBundles(GREETER_BUNDLE).at(0);
+    bundle.Start();
+    EXPECT_THROW(Framework{bundle}, std::logic_error);
     const auto offered = context.RegisterService<Greeter>(std::make_shared<OneGreeter>());
     const auto held = context.GetService(offered.GetReference());
 
     framework.Stop();
     EXPECT_EQ(waited(0), Event::FRAMEWORK_STOPPED);
     EXPECT_FALSE(framework.GetBundleContext());
+    EXPECT_EQ(bundle.GetState(), Bundle::STATE_INSTALLED);
     EXPECT_EQ(held->greet(), "hello");
     framework.Start();
+    EXPECT_NE(framework.GetBundleContext().GetProperty(Constants::FRAMEWORK_UUID).ToString(), uuid);
     EXPECT_TRUE(framework.GetBundleContext().GetServiceReferences<Greeter>().empty());
     framework.Stop();
     EXPECT_EQ(waited(0), Event::FRAMEWORK_STOPPED);

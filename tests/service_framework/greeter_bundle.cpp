@@ -1,5 +1,8 @@
-// A bundle with three components: one that works, one that throws when it is made, one without exports.
+// A bundle with three components: one that works until it is deactivated, one that throws when it is made,
+// one without exports.
 
+#include <cppmicroservices/Bundle.h>
+#include <cppmicroservices/BundleContext.h>
 #include <cppmicroservices/BundleInitialization.h>
 #include <cppmicroservices/servicecomponent/detail/ComponentInstanceImpl.hpp>
 
@@ -24,9 +27,15 @@ public:
     void Activate(const std::shared_ptr<component::ComponentContext>& context)
     {
         greeting_ = context->GetProperties().at("greeting").ToString();
-        lifecycle::note("activated");
+        const bool isActive =
+            context->GetBundleContext().GetBundle().GetState() == cppmicroservices::Bundle::STATE_ACTIVE;
+        lifecycle::note(isActive ? "activated" : "activated too early");
     }
-    void Deactivate(const std::shared_ptr<component::ComponentContext>&) { lifecycle::note("deactivated"); }
+    void Deactivate(const std::shared_ptr<component::ComponentContext>&)
+    {
+        lifecycle::note("deactivated");
+        throw std::runtime_error("no rest");
+    }
 
     std::string greet() const override { return greeting_; }
     int next() override { return ++count_; }
@@ -51,13 +60,13 @@ using Throwing = ComponentInstanceImpl<greetings::ThrowingGreeter, std::tuple<gr
 
 extern "C" {
 
-US_ABI_EXPORT ComponentInstance* NewInstance_greetings_PoliteGreeter()
+US_ABI_EXPORT ComponentInstance* NewInstance_greetings_Polite()
 {
     lifecycle::note("new");
     return new Polite();
 }
 
-US_ABI_EXPORT void DeleteInstance_greetings_PoliteGreeter(ComponentInstance* instance)
+US_ABI_EXPORT void DeleteInstance_greetings_Polite(ComponentInstance* instance)
 {
     lifecycle::note("delete");
     delete instance;

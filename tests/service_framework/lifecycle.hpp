@@ -5,8 +5,7 @@
 
 namespace lifecycle {
 
-/// Notes what happens inside the test bundles, in a library of its own: a bundle may be unloaded before the
-/// test looks.
+/// Notes what happens inside the test bundles, in a library that they share with the test.
 __attribute__((visibility("default"))) void note(const std::string& event);
 
 /// The events so far, and a clean slate.

@@ -45,6 +45,9 @@ void BundlePrivate::Close()
     if (core) {
         core->Services().RemoveBundle(*this);
     }
+    if (setContext_) {
+        std::exchange(setContext_, nullptr)(nullptr);
+    }
     std::shared_ptr<BundleContextPrivate> context;
     {
         const std::lock_guard lock(contextMutex_);
@@ -62,7 +65,7 @@ void BundlePrivate::Start()
 {
     const std::lock_guard lock(transition_);
     CheckInstalled();
-    if (state_ == Bundle::STATE_ACTIVE || state_ == Bundle::STATE_STARTING) {
+    if (state_ == Bundle::STATE_ACTIVE) {
         return;
     }
     const auto core = Core();
@@ -71,16 +74,16 @@ void BundlePrivate::Start()
                                  ") belongs to a stopped framework; install it when that has started again");
     }
     CheckSupported();
+    auto components = std::make_unique<ComponentRuntime>(*this);
     Open();
-    state_ = Bundle::STATE_STARTING;
+    components_ = std::move(components);
+    state_ = Bundle::STATE_ACTIVE;
     try {
-        components_ = std::make_unique<ComponentRuntime>(*this);
+        components_->Start();
     } catch (...) {
-        Close();
-        state_ = Bundle::STATE_RESOLVED;
+        Stop();
         throw;
     }
-    state_ = Bundle::STATE_ACTIVE;
 }
 
 void BundlePrivate::CheckSupported() const
@@ -106,6 +109,15 @@ void BundlePrivate::Stop()
     state_ = Bundle::STATE_RESOLVED;
 }
 
+void BundlePrivate::Leave()
+{
+    const std::lock_guard lock(transition_);
+    if (state_ != Bundle::STATE_UNINSTALLED) {
+        Stop();
+        state_ = Bundle::STATE_INSTALLED;
+    }
+}
+
 void BundlePrivate::Uninstall()
 {
     const std::lock_guard lock(transition_);
@@ -123,44 +135,21 @@ void BundlePrivate::CheckInstalled() const
     }
 }
 
-std::shared_ptr<SharedLibrary> BundlePrivate::LoadLibrary()
-{
+const SharedLibrary& BundlePrivate::LoadLibrary()
+try {
+    const auto options = any_cast<int>(Core()->Property(Constants::LIBRARY_LOAD_OPTIONS));
+    const SharedLibrary& library = SharedLibrary::Load(location, options);
     const std::lock_guard lock(libraryMutex_);
-    auto library = library_.lock();
-    if (!library) {
-        try {
-            auto loaded =
-                std::make_unique<SharedLibrary>(location, US_STR(US_SET_CTX_PREFIX) + manifest.symbolicName);
-            library.reset(loaded.release(), [weak = weak_from_this()](SharedLibrary* ended) {
-                const std::unique_ptr<SharedLibrary> owned(ended);
-                if (const auto bundle = weak.lock()) {
-                    bundle->BeforeUnloading(*owned);
-                } else {
-                    owned->SetContext(nullptr);
-                }
-            });
-        } catch (const std::system_error& error) {
-            throw SharedLibraryException(error.code(), error.what(), MakeBundle(shared_from_this()));
+    if (!setContext_) {
+        setContext_ =
+            library.Find<void(BundleContextPrivate*)>(US_STR(US_SET_CTX_PREFIX) + manifest.symbolicName);
+        if (setContext_) {
+            setContext_(Context().get());
         }
-        library_ = library;
     }
-    library->SetContext(Context());
     return library;
-}
-
-void BundlePrivate::BeforeUnloading(SharedLibrary& library) const
-{
-    // Another thread may have loaded the library anew meanwhile; then the context in it is the new one.
-    const std::lock_guard lock(libraryMutex_);
-    if (library_.expired()) {
-        library.SetContext(nullptr);
-    }
-}
-
-std::shared_ptr<SharedLibrary> BundlePrivate::LoadedLibrary() const
-{
-    const std::lock_guard lock(libraryMutex_);
-    return library_.lock();
+} catch (const std::system_error& error) {
+    throw SharedLibraryException(error.code(), error.what(), MakeBundle(shared_from_this()));
 }
 
 Bundle MakeBundle(const std::shared_ptr<BundlePrivate>& bundle)

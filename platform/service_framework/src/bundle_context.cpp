@@ -100,9 +100,7 @@ BundleContext::operator bool() const
 
 Any BundleContext::GetProperty(const std::string& key) const
 {
-    const auto core = coreOf(d);
-    const auto found = core->Properties().find(key);
-    return found == core->Properties().end() ? Any() : found->second;
+    return coreOf(d)->Property(key);
 }
 
 AnyMap BundleContext::GetProperties() const
@@ -122,9 +120,7 @@ Bundle BundleContext::GetBundle(long id) const
 
 std::vector<Bundle> BundleContext::GetBundles(const std::string& location) const
 {
-    auto bundles = coreOf(d)->All();
-    std::erase_if(bundles, [&](const auto& bundle) { return bundle->location != location; });
-    return asBundles(bundles);
+    return asBundles(coreOf(d)->AllFrom(location));
 }
 
 std::vector<Bundle> BundleContext::GetBundles() const

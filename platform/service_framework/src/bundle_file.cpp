@@ -1,4 +1,4 @@
-#include <boost/json.hpp>
+#include <boost/json/basic_parser_impl.hpp>
 #include <cppmicroservices/Constants.h>
 
 #include <algorithm>
@@ -140,75 +140,124 @@ std::vector<BundleManifest> readArchive(std::span<const std::byte> bytes)
     return manifests;
 }
 
-json::value parseJson(std::string_view text)
+/// Makes what a manifest's headers are of the parser's events. Null, and whole numbers that are no int, are
+/// left out; so is the % at a string's beginning, which marks it for translation.
+class HeaderBuilder
 {
-    json::parser parser;
+public:
+    static constexpr std::size_t max_object_size = static_cast<std::size_t>(-1);
+    static constexpr std::size_t max_array_size = max_object_size;
+    static constexpr std::size_t max_key_size = max_object_size;
+    static constexpr std::size_t max_string_size = max_object_size;
+
+    /// The headers once all is read; null when the JSON was no object.
+    AnyMap* Headers() { return any_cast<AnyMap>(&root_); }
+
+    bool on_document_begin(json::error_code&) { return true; }
+    bool on_document_end(json::error_code&) { return true; }
+    bool on_object_begin(json::error_code&)
+    {
+        return Begin(AnyMap(AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS));
+    }
+    bool on_object_end(std::size_t, json::error_code&) { return End(); }
+    bool on_array_begin(json::error_code&) { return Begin(std::vector<Any>()); }
+    bool on_array_end(std::size_t, json::error_code&) { return End(); }
+    bool on_key_part(json::string_view part, std::size_t, json::error_code&) { return Append(part); }
+    bool on_key(json::string_view part, std::size_t, json::error_code&)
+    {
+        Append(part);
+        open_.back().key = std::exchange(text_, {});
+        return true;
+    }
+    bool on_string_part(json::string_view part, std::size_t, json::error_code&) { return Append(part); }
+    bool on_string(json::string_view part, std::size_t, json::error_code&)
+    {
+        Append(part);
+        std::string text = std::exchange(text_, {});
+        return Add(text.starts_with('%') ? text.substr(1) : std::move(text));
+    }
+    bool on_number_part(json::string_view, json::error_code&) { return true; }
+    bool on_int64(std::int64_t number, json::string_view, json::error_code&)
+    {
+        return !std::in_range<int>(number) || Add(static_cast<int>(number));
+    }
+    bool on_uint64(std::uint64_t, json::string_view, json::error_code&) { return true; }
+    bool on_double(double number, json::string_view, json::error_code&)
+    {
+        // What the parser makes of one with too large an exponent.
+        if (!std::isfinite(number)) {
+            throw std::runtime_error("a number is too large: write one of at most 1.8e308 in size");
+        }
+        return Add(number);
+    }
+    bool on_bool(bool value, json::error_code&) { return Add(value); }
+    bool on_null(json::error_code&) { return true; }
+    bool on_comment_part(json::string_view, json::error_code&) { return true; }
+    bool on_comment(json::string_view, json::error_code&) { return true; }
+
+private:
+    /// An object or array that is still read, and in an object the key of the value to come.
+    struct Open
+    {
+        Any value;
+        std::string key;
+    };
+
+    bool Append(json::string_view part)
+    {
+        text_.append(part.data(), part.size());
+        return true;
+    }
+
+    bool Begin(Any value)
+    {
+        open_.push_back({std::move(value), {}});
+        return true;
+    }
+
+    bool End()
+    {
+        Any value = std::move(open_.back().value);
+        open_.pop_back();
+        return Add(std::move(value));
+    }
+
+    bool Add(Any value)
+    {
+        if (open_.empty()) {
+            root_ = std::move(value);
+        } else if (auto* const list = any_cast<std::vector<Any>>(&open_.back().value)) {
+            list->push_back(std::move(value));
+        } else if (!any_cast<AnyMap>(&open_.back().value)->emplace(open_.back().key, std::move(value)).second)
+        {
+            throw std::runtime_error("the key \"" + open_.back().key + "\" is given more than once");
+        }
+        return true;
+    }
+
+    Any root_;
+    std::vector<Open> open_;
+    std::string text_;  // the parts of a key or string so far
+};
+
+AnyMap parseHeaders(std::string_view text)
+{
+    json::basic_parser<HeaderBuilder> parser{json::parse_options()};
     json::error_code error;
-    const std::size_t parsed = parser.write_some(text.data(), text.size(), error);
-    if (!error && parsed == text.size()) {
-        return parser.release();
+    const std::size_t parsed = parser.write_some(false, text.data(), text.size(), error);
+    if (error || parsed != text.size()) {
+        const std::string_view before = text.substr(0, parsed);
+        const auto line = 1 + std::ranges::count(before, '\n');
+        const std::size_t lineStart = before.rfind('\n') + 1;
+        throw std::runtime_error("line " + std::to_string(line) + ", column " +
+                                 std::to_string(before.size() - lineStart + 1) + ": " +
+                                 (error ? error.message() : "text after the manifest's end"));
     }
-    const std::string_view before = text.substr(0, parsed);
-    const auto line = 1 + std::ranges::count(before, '\n');
-    const std::size_t lineStart = before.rfind('\n') + 1;
-    throw std::runtime_error("line " + std::to_string(line) + ", column " +
-                             std::to_string(before.size() - lineStart + 1) + ": " +
-                             (error ? error.message() : "text after the manifest's end"));
-}
-
-double finite(double number)
-{
-    // What the parser makes of one with too large an exponent.
-    if (!std::isfinite(number)) {
-        throw std::runtime_error("a number is too large: write one of at most 1.8e308 in size");
+    AnyMap* headers = parser.handler().Headers();
+    if (!headers) {
+        throw std::runtime_error("the manifest is not a JSON object");
     }
-    return number;
-}
-
-Any toAny(const json::value& value);
-
-AnyMap toAnyMap(const json::object& object)
-{
-    AnyMap map(AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS);
-    for (const auto& [key, value] : object) {
-        if (value.is_null()) {
-            continue;
-        }
-        if (!map.emplace(std::string(key), toAny(value)).second) {
-            throw std::runtime_error("the key \"" + std::string(key) + "\" is given more than once");
-        }
-    }
-    return map;
-}
-
-Any toAny(const json::value& value)
-{
-    switch (value.kind()) {
-    case json::kind::object:
-        return toAnyMap(value.get_object());
-    case json::kind::array: {
-        std::vector<Any> elements;
-        for (const json::value& element : value.get_array()) {
-            elements.push_back(toAny(element));
-        }
-        return elements;
-    }
-    case json::kind::string:
-        return std::string(value.get_string());
-    case json::kind::bool_:
-        return value.get_bool();
-    case json::kind::int64: {
-        const std::int64_t number = value.get_int64();
-        return std::in_range<int>(number) ? Any(static_cast<int>(number)) : Any(static_cast<long>(number));
-    }
-    case json::kind::uint64:
-        return value.get_uint64();
-    case json::kind::double_:
-        return finite(value.get_double());
-    case json::kind::null:
-        break;
-    }
-    return {};
+    return std::move(*headers);
 }
 
 BundleVersion versionIn(const AnyMap& headers)
@@ -260,12 +309,7 @@ std::optional<std::size_t> findArchive(std::span<const std::byte> bytes)
 
 BundleManifest readManifest(std::string_view text, const std::string& symbolicName)
 {
-    const json::value root = parseJson(text);
-    const json::object* object = root.if_object();
-    if (!object) {
-        throw std::runtime_error("the manifest is not a JSON object");
-    }
-    AnyMap headers = toAnyMap(*object);
+    AnyMap headers = parseHeaders(text);
     const auto name = headers.find(Constants::BUNDLE_SYMBOLICNAME);
     if (name == headers.end()) {
         throw std::runtime_error("the manifest does not give " + Constants::BUNDLE_SYMBOLICNAME);

@@ -22,8 +22,8 @@ struct BundleManifest
 {
     std::string symbolicName;
     BundleVersion version;
-    /// The whole manifest: objects are AnyMap, arrays std::vector<Any>, whole numbers int, or long beyond its
-    /// range; null members are left out.
+    /// The whole manifest: objects are AnyMap, arrays std::vector<Any>, whole numbers int. Null, and whole
+    /// numbers beyond int, are left out.
     AnyMap headers;
 };
 

@@ -28,6 +28,8 @@ public:
     virtual void Start();
     virtual void Stop();
     virtual void Uninstall();
+    /// Stops the bundle for good, as its framework stops.
+    void Leave();
 
     Bundle::State State() const noexcept { return state_; }
     /// Throws std::logic_error when the bundle is uninstalled.
@@ -37,11 +39,9 @@ public:
     /// Null once the framework is gone.
     std::shared_ptr<CoreBundleContext> Core() const { return core_.lock(); }
 
-    /// The bundle's library, loaded on first use and until the last holder lets go.
-    /// Throws SharedLibraryException when it does not load.
-    std::shared_ptr<SharedLibrary> LoadLibrary();
-    /// The library if it is loaded, else null.
-    std::shared_ptr<SharedLibrary> LoadedLibrary() const;
+    /// The bundle's library, which has this run's context. Throws SharedLibraryException when it does not
+    /// load.
+    const SharedLibrary& LoadLibrary();
 
     const long id;
     const std::string location;
@@ -59,8 +59,6 @@ protected:
 private:
     /// Refuses what the manifest may ask for but this framework does not do.
     void CheckSupported() const;
-    /// Takes the context back from the library, whose last holder has let go.
-    void BeforeUnloading(SharedLibrary& library) const;
 
     const std::weak_ptr<CoreBundleContext> core_;
     std::unique_ptr<ComponentRuntime> components_;
@@ -68,9 +66,10 @@ private:
     mutable std::mutex contextMutex_;
     std::shared_ptr<BundleContextPrivate> context_;
 
-    // Recursive, as a library's static initialisation may come back to its bundle.
-    mutable std::recursive_mutex libraryMutex_;
-    std::weak_ptr<SharedLibrary> library_;
+    // Recursive, as a library that is given its context may ask for a component of its bundle.
+    std::recursive_mutex libraryMutex_;
+    // The library's function that takes the context; null while the library does not have that of this run.
+    void (*setContext_)(BundleContextPrivate*) = nullptr;
 };
 
 /// A handle that keeps the framework running; empty for null.

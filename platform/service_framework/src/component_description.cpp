@@ -1,19 +1,16 @@
 #include <boost/algorithm/string/replace.hpp>
 
-#include <algorithm>
 #include <array>
 #include <component_description.hpp>
 #include <service_names.hpp>
 #include <stdexcept>
-#include <string_view>
 
 namespace cppmicroservices {
 
 namespace {
 
-constexpr std::array<std::string_view, 8> knownMembers = {
-    "implementation-class", "name",    "enabled", "immediate", "service", "properties",
-    "inject-references",    "activate"};
+/// Members that ask for what this framework does not do. Unknown ones ask for nothing.
+constexpr std::array<const char*, 3> unsupportedMembers = {"references", "factory", "factory-properties"};
 
 /// A member of a JSON object; the fallback when it is missing. Throws when it is of another type than T.
 template <class T>
@@ -67,22 +64,34 @@ ComponentDescription describeComponent(const Any& element)
     }
     const AnyMap& object = *members;
     ComponentDescription component;
-    const auto implementationClass = required<std::string>(object, "implementation-class");
-    component.implementationClass = withoutLeadingColons(implementationClass);
-    component.name = member(object, "name", component.implementationClass);
+    component.name = member(object, "name", required<std::string>(object, "implementation-class"));
+    if (component.name.empty()) {
+        throw std::runtime_error("its name is empty");
+    }
     const bool offersService = object.count("service") != 0;
     if (offersService) {
         component.interfaces = describeInterfaces(required<AnyMap>(object, "service"));
     }
     component.enabled = member(object, "enabled", true);
     component.immediate = member(object, "immediate", !offersService);
+    if (!offersService && !component.immediate) {
+        throw std::runtime_error("\"immediate\" is false, but without a \"service\" nothing else makes it");
+    }
     for (const auto& [key, value] : member(object, "properties", AnyMap())) {
         component.properties.emplace(key, value);
     }
-    for (const auto& [key, value] : object) {
-        if (std::ranges::find(knownMembers, key) == knownMembers.end()) {
-            throw std::runtime_error("\"" + key + "\" asks for what this framework does not do");
+    for (const char* unsupported : unsupportedMembers) {
+        if (object.count(unsupported) != 0) {
+            throw std::runtime_error('"' + std::string(unsupported) +
+                                     "\" asks for what this framework does not do");
         }
+    }
+    // A policy without a list of configurations counts for nothing.
+    if (object.count("configuration-pid") != 0 &&
+        member(object, "configuration-policy", std::string()) == "require")
+    {
+        throw std::runtime_error(
+            "\"configuration-policy\" requires a configuration, but this framework has none");
     }
     return component;
 }
@@ -91,7 +100,7 @@ ComponentDescription describeComponent(const Any& element)
 
 std::string ComponentDescription::FunctionName(const std::string& prefix) const
 {
-    return prefix + boost::algorithm::replace_all_copy(implementationClass, "::", "_");
+    return prefix + boost::algorithm::replace_all_copy(name, "::", "_");
 }
 
 std::vector<ComponentDescription> describeComponents(const BundleManifest& manifest)

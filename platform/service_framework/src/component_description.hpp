@@ -11,14 +11,13 @@ namespace cppmicroservices {
 /// One component of a manifest's scr section.
 struct ComponentDescription
 {
-    std::string implementationClass;
     std::string name;
     std::vector<std::string> interfaces;  // empty: the component offers no service
     ServiceProperties properties;
     bool enabled = true;
     bool immediate = false;
 
-    /// prefix, such as "NewInstance_", and the class with underscores for its colons.
+    /// prefix, such as "NewInstance_", and the name with an underscore for each "::".
     std::string FunctionName(const std::string& prefix) const;
 };
 

@@ -1,6 +1,7 @@
 #include <cppmicroservices/Constants.h>
 #include <cppmicroservices/FrameworkEvent.h>
 #include <cppmicroservices/ServiceFactory.h>
+#include <cppmicroservices/SharedLibraryException.h>
 #include <cppmicroservices/servicecomponent/ComponentContext.hpp>
 #include <cppmicroservices/servicecomponent/detail/ComponentInstance.hpp>
 
@@ -12,6 +13,7 @@
 #include <core_bundle_context.hpp>
 #include <mutex>
 #include <service_registry.hpp>
+#include <set>
 #include <shared_library.hpp>
 #include <stdexcept>
 #include <string>
@@ -52,48 +54,23 @@ private:
 
 ServiceProperties propertiesOf(const ComponentDescription& component)
 {
-    static std::atomic<unsigned long> nextComponentId = 0;
+    static std::atomic<unsigned long> nextComponentId = 1;
     ServiceProperties properties = component.properties;
-    properties["component.name"] = component.name;
-    properties["component.id"] = nextComponentId++;
+    properties.emplace("component.name", component.name);
+    properties.emplace("component.id", nextComponentId++);
     return properties;
 }
 
-/// One component object at work, with its wrapper and the library that holds their code.
+/// One component object at work, with its wrapper.
 class ActiveComponent
 {
 public:
-    /// Throws std::runtime_error, naming the component, when the library lacks a function or the component
-    /// throws, and std::bad_alloc. What came from the library must not leave here, as the library may be
-    /// unloaded after it.
+    /// Throws SharedLibraryException, std::bad_alloc, and std::runtime_error naming the component when the
+    /// library lacks a function or the component throws.
     ActiveComponent(const std::shared_ptr<BundlePrivate>& bundle, const ComponentDescription& description,
                     std::shared_ptr<ComponentContext> context)
-        : bundle_(bundle),
-          name_(description.name),
-          library_(bundle->LoadLibrary()),
-          context_(std::move(context)),
-          instance_(nullptr,
-                    library_->Get<void(ComponentInstance*)>(description.FunctionName("DeleteInstance_")))
-    {
-        auto* const create = library_->Get<ComponentInstance*()>(description.FunctionName("NewInstance_"));
-        try {
-            instance_.reset(create());
-            if (!instance_) {
-                throw std::runtime_error("NewInstance made no component");
-            }
-            instance_->CreateInstance(context_);
-            instance_->BindReferences(context_);
-            instance_->Activate();
-            CollectObjects(description);
-        } catch (const std::bad_alloc&) {
-            instance_.reset();
-            throw std::bad_alloc();
-        } catch (const std::exception& error) {
-            Fail(error.what());
-        } catch (...) {
-            Fail("it threw something that is no std::exception");
-        }
-    }
+        : ActiveComponent(bundle, description, std::move(context), bundle->LoadLibrary())
+    {}
 
     ActiveComponent(const ActiveComponent&) = delete;
     ActiveComponent& operator=(const ActiveComponent&) = delete;
@@ -110,35 +87,39 @@ public:
         }
     }
 
-    /// The objects by interface; each keeps the component at work.
-    static InterfaceMapConstPtr Objects(const std::shared_ptr<ActiveComponent>& self)
-    {
-        auto objects = std::make_shared<InterfaceMap>();
-        for (const auto& [interfaceId, object] : self->objects_) {
-            objects->emplace(interfaceId, std::shared_ptr<void>(self, object));
-        }
-        return objects;
-    }
+    /// The object by interface.
+    InterfaceMapConstPtr Objects() const { return instance_->GetInterfaceMap(); }
 
 private:
-    [[noreturn]] void Fail(const std::string& reason)
+    ActiveComponent(const std::shared_ptr<BundlePrivate>& bundle, const ComponentDescription& description,
+                    std::shared_ptr<ComponentContext> context, const SharedLibrary& library)
+        : bundle_(bundle),
+          name_(description.name),
+          context_(std::move(context)),
+          instance_(nullptr,
+                    library.Get<void(ComponentInstance*)>(description.FunctionName("DeleteInstance_")))
     {
-        // Copied before the exception that it comes from, and the component, are gone.
-        const std::string message = "The component " + name_ + " cannot be activated: " + reason;
-        instance_.reset();
-        throw std::runtime_error(message);
+        auto* const create = library.Get<ComponentInstance*()>(description.FunctionName("NewInstance_"));
+        try {
+            instance_.reset(create());
+            if (!instance_) {
+                throw std::runtime_error("NewInstance made no component");
+            }
+            instance_->CreateInstance(context_);
+            instance_->BindReferences(context_);
+            instance_->Activate();
+        } catch (const std::bad_alloc&) {
+            throw;
+        } catch (const std::exception& error) {
+            Fail(error.what());
+        } catch (...) {
+            Fail("it threw something that is no std::exception");
+        }
     }
 
-    void CollectObjects(const ComponentDescription& description)
+    [[noreturn]] void Fail(const std::string& reason) const
     {
-        const InterfaceMapPtr map = instance_->GetInterfaceMap();
-        for (const std::string& interfaceId : description.interfaces) {
-            const auto object = ExtractInterface(map, interfaceId);
-            if (!object) {
-                throw std::runtime_error("it does not provide the interface " + interfaceId);
-            }
-            objects_.emplace_back(interfaceId, object.get());
-        }
+        throw std::runtime_error("The component " + name_ + " cannot be activated: " + reason);
     }
 
     void Report(const std::string& reason) const
@@ -152,10 +133,8 @@ private:
 
     const std::weak_ptr<BundlePrivate> bundle_;
     const std::string name_;
-    const std::shared_ptr<SharedLibrary> library_;
     const std::shared_ptr<ComponentContext> context_;
     std::unique_ptr<ComponentInstance, void (*)(ComponentInstance*)> instance_;
-    std::vector<std::pair<std::string, void*>> objects_;
 };
 
 }  // namespace
@@ -175,20 +154,19 @@ public:
     ServiceProperties RegistrationProperties() const
     {
         ServiceProperties properties = properties_;
-        properties[Constants::SERVICE_SCOPE] = Constants::SCOPE_SINGLETON;
+        properties.emplace(Constants::SERVICE_SCOPE, Constants::SCOPE_SINGLETON);
         return properties;
     }
 
     InterfaceMapConstPtr GetService(const Bundle&, const ServiceRegistrationBase& registration) override
     {
-        const auto component = Activate(registration.GetReference());
-        return component ? ActiveComponent::Objects(component) : nullptr;
+        return Activate(registration.GetReference());
     }
 
     void UngetService(const Bundle&, const ServiceRegistrationBase&, const InterfaceMapConstPtr&) override {}
 
-    /// The component; null once closed.
-    std::shared_ptr<ActiveComponent> Activate(const ServiceReferenceBase& reference)
+    /// The component's objects; null once closed.
+    InterfaceMapConstPtr Activate(const ServiceReferenceBase& reference)
     {
         // Held while the component is made: who asks at the same time waits for the one object.
         const std::lock_guard lock(mutex_);
@@ -199,14 +177,15 @@ public:
         if (!active_) {
             auto context = std::make_shared<ComponentContextImpl>(
                 properties_, MakeBundleContext(bundle->Context()), reference);
-            active_ = std::make_shared<ActiveComponent>(bundle, description_, std::move(context));
+            active_ = std::make_unique<ActiveComponent>(bundle, description_, std::move(context));
         }
-        return active_;
+        return active_->Objects();
     }
 
+    /// Ends the component. Its objects stay with those who hold them.
     void Close()
     {
-        std::shared_ptr<ActiveComponent> released;
+        std::unique_ptr<ActiveComponent> released;
         const std::lock_guard lock(mutex_);
         closed_ = true;
         released.swap(active_);
@@ -219,62 +198,81 @@ private:
 
     std::mutex mutex_;
     bool closed_ = false;
-    std::shared_ptr<ActiveComponent> active_;
+    std::unique_ptr<ActiveComponent> active_;
 };
 
 ComponentRuntime::ComponentRuntime(BundlePrivate& bundle) : bundle_(bundle)
 {
+    std::set<std::string> names;
     for (ComponentDescription& description : describeComponents(bundle.manifest)) {
-        if (description.enabled) {
-            factories_.push_back(
-                std::make_shared<ComponentFactory>(bundle.weak_from_this(), std::move(description)));
+        if (!names.insert(description.name).second) {
+            Report(FrameworkEvent::FRAMEWORK_WARNING, "The bundle " + bundle.manifest.symbolicName +
+                                                          " has more than one component named " +
+                                                          description.name + "; only the first one counts");
+        } else if (description.enabled) {
+            components_.push_back(
+                {std::make_shared<ComponentFactory>(bundle.weak_from_this(), std::move(description)), {}});
         }
-    }
-    try {
-        Start();
-    } catch (...) {
-        Stop();
-        throw;
     }
 }
 
 ComponentRuntime::~ComponentRuntime()
 {
-    Stop();
+    for (Component& component : components_) {
+        if (component.registration) {
+            component.registration.Unregister();
+        }
+        component.factory->Close();
+    }
 }
 
 void ComponentRuntime::Start()
 {
-    const auto core = bundle_.Core();
-    for (const auto& factory : factories_) {
-        const ComponentDescription& description = factory->Description();
-        ServiceReferenceU reference;
-        if (!description.interfaces.empty()) {
-            const auto objects = std::make_shared<InterfaceMap>();
-            for (const std::string& interfaceId : description.interfaces) {
-                objects->emplace(interfaceId, nullptr);
-            }
-            objects->emplace(detail::factoryInterfaceId, ToFactory(factory));
-            registrations_.push_back(
-                core->Services().Register(*bundle_.Context(), objects, factory->RegistrationProperties()));
-            reference = registrations_.back().GetReference();
+    for (Component& component : components_) {
+        if (!component.factory->Description().interfaces.empty()) {
+            Register(component);
         }
-        if (description.immediate) {
-            factory->Activate(reference);
+        if (component.factory->Description().immediate) {
+            ActivateAtOnce(component);
         }
     }
 }
 
-void ComponentRuntime::Stop()
+void ComponentRuntime::Register(Component& component)
 {
-    for (ServiceRegistrationU& registration : registrations_) {
-        registration.Unregister();
+    const auto objects = std::make_shared<InterfaceMap>();
+    for (const std::string& interfaceId : component.factory->Description().interfaces) {
+        objects->emplace(interfaceId, nullptr);
     }
-    registrations_.clear();
-    for (const auto& factory : factories_) {
-        factory->Close();
+    objects->emplace(detail::factoryInterfaceId, ToFactory(component.factory));
+    try {
+        component.registration = bundle_.Core()->Services().Register(
+            *bundle_.Context(), objects, component.factory->RegistrationProperties());
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        throw std::runtime_error("The bundle " + bundle_.manifest.symbolicName + ", component " +
+                                 component.factory->Description().name + ": " + error.what());
     }
-    factories_.clear();
+}
+
+void ComponentRuntime::ActivateAtOnce(const Component& component)
+{
+    const auto& registration = component.registration;
+    try {
+        component.factory->Activate(registration ? registration.GetReference() : ServiceReferenceU());
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const SharedLibraryException&) {
+        throw;
+    } catch (const std::exception& error) {
+        Report(FrameworkEvent::FRAMEWORK_ERROR, error.what());
+    }
+}
+
+void ComponentRuntime::Report(FrameworkEvent::Type type, const std::string& message) const
+{
+    bundle_.Core()->Send({type, MakeBundle(bundle_.shared_from_this()), message});
 }
 
 }  // namespace cppmicroservices

@@ -1,3 +1,5 @@
+#include <boost/uuid/random_generator.hpp>
+#include <boost/uuid/uuid_io.hpp>
 #include <cppmicroservices/Constants.h>
 #include <cppmicroservices/FrameworkEvent.h>
 
@@ -5,8 +7,10 @@
 #include <bundle_context_private.hpp>
 #include <bundle_file.hpp>
 #include <core_bundle_context.hpp>
+#include <filesystem>
 #include <iterator>
 #include <limits>
+#include <shared_library.hpp>
 #include <stdexcept>
 #include <system_bundle.hpp>
 #include <utility>
@@ -34,9 +38,18 @@ struct RunningFramework
     const std::shared_ptr<CoreBundleContext> core;
 };
 
-AnyMap withOwnProperties(const FrameworkConfiguration& configuration)
+AnyMap completed(const FrameworkConfiguration& configuration)
 {
     AnyMap properties(configuration);
+    properties.emplace(Constants::FRAMEWORK_LOG, false);
+    properties.emplace(Constants::FRAMEWORK_STORAGE, std::string("fwdir"));
+    std::error_code ignored;  // a folder that is gone has no name
+    properties.emplace(Constants::FRAMEWORK_WORKING_DIR, std::filesystem::current_path(ignored).string());
+    Any& loadOptions = properties[Constants::LIBRARY_LOAD_OPTIONS];
+    if (!any_cast<int>(&loadOptions)) {
+        loadOptions = SharedLibrary::defaultLoadOptions;
+    }
+    properties[Constants::FRAMEWORK_THREADING_SUPPORT] = std::string("multi");
     properties[Constants::FRAMEWORK_VENDOR] = std::string(VX_SERVICE_FRAMEWORK_NAME);
     properties[Constants::FRAMEWORK_VERSION] = std::string(VX_SERVICE_FRAMEWORK_VERSION);
     return properties;
@@ -55,7 +68,7 @@ std::shared_ptr<CoreBundleContext> CoreBundleContext::Create(const FrameworkConf
 }
 
 CoreBundleContext::CoreBundleContext(const FrameworkConfiguration& configuration)
-    : properties_(withOwnProperties(configuration))
+    : properties_(completed(configuration))
 {}
 
 std::shared_ptr<CoreBundleContext> CoreBundleContext::Running()
@@ -64,9 +77,24 @@ std::shared_ptr<CoreBundleContext> CoreBundleContext::Running()
     return running ? running : shared_from_this();
 }
 
-void CoreBundleContext::Open()
+AnyMap CoreBundleContext::Properties() const
 {
     const std::lock_guard lock(mutex_);
+    return properties_;
+}
+
+Any CoreBundleContext::Property(const std::string& key) const
+{
+    const std::lock_guard lock(mutex_);
+    const auto found = properties_.find(key);
+    return found == properties_.end() ? Any() : found->second;
+}
+
+void CoreBundleContext::Open()
+{
+    const std::string uuid = to_string(boost::uuids::random_generator()());
+    const std::lock_guard lock(mutex_);
+    properties_[Constants::FRAMEWORK_UUID] = uuid;
     bundles_[systemBundle_->id] = systemBundle_;
     open_ = true;
 }
@@ -77,7 +105,7 @@ void CoreBundleContext::Close()
     for (auto bundle = LastBefore(std::numeric_limits<long>::max()); bundle != systemBundle_;
          bundle = LastBefore(bundle->id))
     {
-        bundle->Stop();
+        bundle->Leave();
     }
     std::map<long, std::shared_ptr<BundlePrivate>> forgotten;
     const std::lock_guard lock(mutex_);
@@ -86,8 +114,11 @@ void CoreBundleContext::Close()
 
 std::vector<std::shared_ptr<BundlePrivate>> CoreBundleContext::Install(const std::string& location)
 {
+    std::vector<std::shared_ptr<BundlePrivate>> installed = AllFrom(location);
+    if (!installed.empty()) {
+        return installed;
+    }
     std::vector<BundleManifest> manifests = readBundleFile(location);
-    std::vector<std::shared_ptr<BundlePrivate>> installed;
     const std::lock_guard lock(mutex_);
     for (BundleManifest& manifest : manifests) {
         const auto sameName = std::ranges::find_if(bundles_, [&](const auto& entry) {
@@ -138,6 +169,13 @@ std::vector<std::shared_ptr<BundlePrivate>> CoreBundleContext::All() const
         all.push_back(bundle);
     }
     return all;
+}
+
+std::vector<std::shared_ptr<BundlePrivate>> CoreBundleContext::AllFrom(const std::string& location) const
+{
+    auto bundles = All();
+    std::erase_if(bundles, [&](const auto& bundle) { return bundle->location != location; });
+    return bundles;
 }
 
 ListenerToken CoreBundleContext::AddListener(const BundleContextPrivate& owner,

@@ -32,7 +32,9 @@ public:
     /// This framework, kept running as Create does.
     std::shared_ptr<CoreBundleContext> Running();
 
-    const AnyMap& Properties() const noexcept { return properties_; }
+    AnyMap Properties() const;
+    /// Empty when there is none of that name.
+    Any Property(const std::string& key) const;
     ServiceRegistry& Services() noexcept { return services_; }
 
     /// True between initialisation and stop.
@@ -49,6 +51,8 @@ public:
     std::shared_ptr<BundlePrivate> Find(long bundleId) const;
     /// In order of installation, the system bundle first.
     std::vector<std::shared_ptr<BundlePrivate>> All() const;
+    /// Those that were installed from this file.
+    std::vector<std::shared_ptr<BundlePrivate>> AllFrom(const std::string& location) const;
 
     ListenerToken AddListener(const BundleContextPrivate& owner, const FrameworkListener& listener);
     void RemoveListener(const ListenerToken& token);
@@ -69,13 +73,13 @@ private:
         std::shared_ptr<const FrameworkListener> call;
     };
 
-    const AnyMap properties_;
     ServiceRegistry services_;
     std::shared_ptr<BundlePrivate> systemBundle_;
     std::weak_ptr<CoreBundleContext> running_;
     std::atomic<bool> open_ = false;
 
     mutable std::mutex mutex_;
+    AnyMap properties_;
     std::map<long, std::shared_ptr<BundlePrivate>> bundles_;
     long nextBundleId_ = 1;
     std::map<ListenerTokenId, Listener> listeners_;

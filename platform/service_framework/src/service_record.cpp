@@ -56,8 +56,10 @@ int rankingOf(const AnyMap& properties)
     }
     const int* ranking = any_cast<int>(&found->second);
     if (!ranking) {
-        throw std::invalid_argument("The property service.ranking is of type " +
-                                    detail::GetDemangledName(found->second.Type()) + "; make it an int");
+        const bool isString = any_cast<std::string>(&found->second) != nullptr;
+        throw std::invalid_argument(
+            "The property service.ranking is " + found->second.ToStringNoExcept() + " of type " +
+            (isString ? "string" : detail::GetDemangledName(found->second.Type())) + "; make it an int");
     }
     return *ranking;
 }
@@ -67,8 +69,7 @@ thread_local std::vector<const ServiceRecord*> factoriesAtWork;
 
 }  // namespace
 
-/// One use of a service by a bundle. The members' order matters: the objects go before the record, and with
-/// it the library that holds their code.
+/// One use of a service by a bundle.
 class ServiceRecord::Hold
 {
 public:
@@ -84,12 +85,11 @@ public:
         }
     }
 
+    InterfaceMapConstPtr objects;  // null while the use has not begun
+
 private:
     const std::shared_ptr<ServiceRecord> record_;
     const std::weak_ptr<BundlePrivate> user_;
-
-public:
-    InterfaceMapConstPtr objects;  // null while the use has not begun
 };
 
 ServiceRecord::ServiceRecord(const std::shared_ptr<BundlePrivate>& owner, InterfaceMapConstPtr objects,
@@ -97,7 +97,6 @@ ServiceRecord::ServiceRecord(const std::shared_ptr<BundlePrivate>& owner, Interf
     : id_(nextServiceId()),
       isFactory_(objects && objects->contains(detail::factoryInterfaceId)),
       interfaces_(interfacesOf(objects, isFactory_)),
-      library_(owner->LoadedLibrary()),
       owner_(owner),
       objects_(std::move(objects)),
       factory_(factoryOf(objects_)),

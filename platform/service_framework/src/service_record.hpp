@@ -18,7 +18,6 @@ namespace cppmicroservices {
 class Bundle;
 class BundlePrivate;
 class FrameworkEvent;
-class SharedLibrary;
 
 /// One registered service: its objects, properties and users. References keep the record after the service is
 /// unregistered, so that its properties stay readable. Threads may share it; no lock is held while a service
@@ -82,8 +81,6 @@ private:
     const bool isFactory_;
     std::vector<std::string> interfaces_;
     std::atomic<int> ranking_ = 0;
-    // The code that the objects and the properties may come from.
-    const std::shared_ptr<SharedLibrary> library_;
 
     mutable std::mutex mutex_;
     std::weak_ptr<BundlePrivate> owner_;

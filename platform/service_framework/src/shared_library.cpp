@@ -1,5 +1,7 @@
 #include <dlfcn.h>
 #include <filesystem>
+#include <map>
+#include <mutex>
 #include <shared_library.hpp>
 #include <stdexcept>
 #include <system_error>
@@ -9,9 +11,9 @@ namespace cppmicroservices {
 
 namespace {
 
-void* load(const std::string& file)
+void* load(const std::string& file, int options)
 {
-    if (void* handle = dlopen(file.c_str(), RTLD_LAZY | RTLD_LOCAL)) {
+    if (void* handle = dlopen(file.c_str(), options)) {
         return handle;
     }
     const std::string reason = dlerror();
@@ -21,33 +23,49 @@ void* load(const std::string& file)
     throw std::system_error(std::make_error_code(code), "Cannot load the library " + file + ": " + reason);
 }
 
-}  // namespace
-
-SharedLibrary::SharedLibrary(const std::string& file, const std::string& setterName)
-    : file_(file),
-      handle_(load(file)),
-      setContext_(reinterpret_cast<void (*)(BundleContextPrivate*)>(dlsym(handle_, setterName.c_str())))
-{}
-
-SharedLibrary::~SharedLibrary()
+/// The libraries of the process. Never destroyed: components may still end while the process does.
+struct LoadedLibraries
 {
-    dlclose(handle_);
+    std::mutex mutex;
+    std::map<std::string, SharedLibrary> byFile;
+};
+
+LoadedLibraries& loadedLibraries()
+{
+    static auto& libraries = *new LoadedLibraries();
+    return libraries;
 }
 
-void SharedLibrary::SetContext(std::shared_ptr<BundleContextPrivate> context)
+}  // namespace
+
+const int SharedLibrary::defaultLoadOptions = RTLD_LAZY | RTLD_LOCAL;
+
+SharedLibrary::SharedLibrary(std::string file, void* handle) : file_(std::move(file)), handle_(handle) {}
+
+const SharedLibrary& SharedLibrary::Load(const std::string& file, int options)
 {
-    if (context == context_) {
-        return;
+    LoadedLibraries& libraries = loadedLibraries();
+    {
+        const std::lock_guard lock(libraries.mutex);
+        const auto found = libraries.byFile.find(file);
+        if (found != libraries.byFile.end()) {
+            return found->second;
+        }
     }
-    if (setContext_) {
-        setContext_(context.get());
-    }
-    context_ = std::move(context);
+    // Outside the lock, as it runs code of the library. Threads that load one file at once get one handle.
+    SharedLibrary loaded(file, load(file, options));
+    const std::lock_guard lock(libraries.mutex);
+    return libraries.byFile.emplace(file, std::move(loaded)).first->second;
 }
 
 void* SharedLibrary::Symbol(const std::string& name) const
 {
-    void* symbol = dlsym(handle_, name.c_str());
+    return dlsym(handle_, name.c_str());
+}
+
+void* SharedLibrary::RequiredSymbol(const std::string& name) const
+{
+    void* symbol = Symbol(name);
     if (!symbol) {
         throw std::runtime_error("The library " + file_ + " exports no function " + name);
     }

@@ -56,8 +56,8 @@ public:
     std::string GetLocation() const;
     std::string GetSymbolicName() const;
     BundleVersion GetVersion() const;
-    /// The manifest. Objects are AnyMap, arrays std::vector<Any>, whole numbers int, or long beyond its
-    /// range.
+    /// The manifest. Objects are AnyMap, arrays std::vector<Any>, whole numbers int. Null, and whole numbers
+    /// beyond int, are left out.
     const AnyMap& GetHeaders() const;
     /// Throws std::logic_error when the bundle is uninstalled.
     std::vector<ServiceReferenceU> GetRegisteredServices() const;
@@ -65,12 +65,14 @@ public:
     std::vector<ServiceReferenceU> GetServicesInUse() const;
 
     /// Starts the bundle and offers the services of its components; loads its library only when a component
-    /// is immediate. Throws std::runtime_error when the manifest asks for what this framework cannot do or
-    /// the framework is stopped, std::logic_error when the bundle is uninstalled.
+    /// is immediate. An immediate component that throws is reported as a FRAMEWORK_ERROR, and is tried again when
+    /// its service is asked for. Throws std::runtime_error when the manifest asks for what this framework cannot
+    /// do or the framework is stopped, SharedLibraryException when the library does not load,
+    /// std::logic_error when the bundle is uninstalled.
     void Start();
 
-    /// Withdraws the bundle's services. Components end when their last user lets go, and then the library is
-    /// unloaded. Throws std::logic_error when the bundle is uninstalled.
+    /// Withdraws the bundle's services and deactivates its components. An object that is still held works on:
+    /// the library stays loaded. Throws std::logic_error when the bundle is uninstalled.
     void Stop();
 
     /// Stops the bundle and removes it. Throws std::logic_error when it is uninstalled already.

@@ -63,9 +63,9 @@ public:
     std::vector<Bundle> GetBundles(const std::string& location) const;
     std::vector<Bundle> GetBundles() const;
 
-    /// Installs what a bundle file (shared library with a zip archive appended) holds; bundles installed from
-    /// it before are returned as they are. Throws std::runtime_error naming the file and what is wrong with
-    /// it.
+    /// Installs what a bundle file (shared library with a zip archive appended) holds. While bundles from it
+    /// are installed, they are returned as they are, whatever became of the file. Throws std::runtime_error
+    /// naming the file and what is wrong with it.
     std::vector<Bundle> InstallBundles(const std::string& location);
 
     /// Offers objects, or a factory under its key, by interface identifier. Throws std::invalid_argument when

@@ -14,7 +14,18 @@ US_Framework_EXPORT extern const std::string BUNDLE_ACTIVATOR;
 US_Framework_EXPORT extern const std::string BUNDLE_SYMBOLICNAME;
 US_Framework_EXPORT extern const std::string BUNDLE_VERSION;
 
-/// Framework properties (BundleContext::GetProperty): who made the running framework, and its version.
+/// Framework properties (BundleContext::GetProperty) that a configuration may give; each has a default.
+/// int: what dlopen is told when a bundle's library is loaded.
+US_Framework_EXPORT extern const std::string LIBRARY_LOAD_OPTIONS;
+/// These three are for bundles: this framework writes no log and stores nothing.
+US_Framework_EXPORT extern const std::string FRAMEWORK_LOG;
+US_Framework_EXPORT extern const std::string FRAMEWORK_STORAGE;
+US_Framework_EXPORT extern const std::string FRAMEWORK_WORKING_DIR;
+
+/// Framework properties that the framework gives itself: the name of this run of it, that threads may use it, who
+/// made it, and its version.
+US_Framework_EXPORT extern const std::string FRAMEWORK_UUID;
+US_Framework_EXPORT extern const std::string FRAMEWORK_THREADING_SUPPORT;
 US_Framework_EXPORT extern const std::string FRAMEWORK_VENDOR;
 US_Framework_EXPORT extern const std::string FRAMEWORK_VERSION;
 
