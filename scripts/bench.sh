@@ -31,6 +31,10 @@ rm -f -- "$results"/*
 
 echo "Counting what a tree allocates ..." >&2
 "$folder/bin/vx_bench_memory" >"$results/memory.json"
+echo "Timing first trees ..." >&2
+for ((round = 0; round < 101; ++round)); do
+    "$folder/bin/vx_bench_first_tree"
+done >"$results/first_tree.txt"
 echo "Timing whole processes ..." >&2
 "$folder/bin/vx_bench_start" 200 >"$results/start.json"
 echo "Timing the tree and the others ..." >&2
