@@ -9,38 +9,21 @@ namespace {
 using namespace verdix::settings;
 using tests::OutsideCore;
 
-TEST(FactoryTree, NodesReachTheSettingsCoreInTheOrderOfTheCalls)
+TEST(FactoryTree, GroupsAndAliasesAreDescribedByWhatTheyAreGiven)
 {
     OutsideCore core("verdix");
     FactoryGroup editor = addGroup(core.root, "editor");
-    addSetting(editor, "Zoom", "FactoryValue", 1);
     FactoryGroup tab = addGroup(editor, "tab", "Hidden", true);
-    addAlias(tab, "Size", "verdix.editor.Zoom");
-    addSetting(editor, "Alpha");
-
-    std::vector<std::pair<std::string, bool>> created;
-    for (const auto& node : core.nodes) {
-        created.emplace_back(node.path, node.isSetting);
-    }
-    const std::vector<std::pair<std::string, bool>> expected = {{"verdix.editor", false},
-                                                                {"verdix.editor.Zoom", true},
-                                                                {"verdix.editor.tab", false},
-                                                                {"verdix.editor.tab.Size", true},
-                                                                {"verdix.editor.Alpha", true}};
-    EXPECT_EQ(created, expected);
     EXPECT_TRUE(core.at("verdix.editor.tab").properties.visible.isWritten());
-    EXPECT_EQ(fullName(tab), "verdix.editor.tab");
+    EXPECT_EQ(editor.groups.at("tab").settingsNode, tab.settingsNode);
     EXPECT_EQ(tab.treeContext, core.root.treeContext);
+    EXPECT_EQ(fullName(tab), "verdix.editor.tab");
 
+    addAlias(tab, "Size", "verdix.editor.Zoom");
     const auto& alias = core.at("verdix.editor.tab.Size").properties;
     EXPECT_EQ(alias.aliasName(), "verdix.editor.Zoom");
     EXPECT_FALSE(alias.factoryValue.isAssigned());
     EXPECT_EQ(alias.validator.index(), 0U);
-
-    EXPECT_TRUE(editor.settings.at("Zoom").isSetting());
-    EXPECT_FALSE(editor.isSetting());
-    EXPECT_EQ(editor.groups.at("tab").settingsNode, tab.settingsNode);
-    EXPECT_EQ(core.root.groups.at("editor").settingsNode->getFullName(), "verdix.editor");
 }
 
 TEST(FactoryTree, TheFirstNodeOfANameStaysInTheIndex)
@@ -52,15 +35,12 @@ TEST(FactoryTree, TheFirstNodeOfANameStaysInTheIndex)
     EXPECT_EQ(core.root.groups.at("x").settingsNode, first);
 }
 
-TEST(FactoryTree, CopiesShareTheNodeAndOwnTheirIndex)
+TEST(FactoryTree, TheNameIsAskedForBeforeAnOptionIsApplied)
 {
     OutsideCore core("verdix");
-    FactoryGroup group = addGroup(core.root, "group");
-    FactoryGroup copy = group;
-    addSetting(copy, "S");
-    EXPECT_EQ(copy.settingsNode, group.settingsNode);
-    EXPECT_EQ(copy.settings.size(), 1U);
-    EXPECT_TRUE(group.settings.empty());
+    core.refuseAt = 0;
+    EXPECT_THROW(addSetting(core.root, "S", "Hidden", 1), tests::Refused);
+    EXPECT_THROW(addGroup(core.root, "g", "Hidden", 1), tests::Refused);
 }
 
 }  // namespace

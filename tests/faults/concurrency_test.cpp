@@ -94,7 +94,7 @@ TEST_F(ConcurrencyTest, FirstUsesOfALibrary)
         for (const auto& core : cores) {
             ASSERT_EQ(core->nodes.size(), cores.front()->nodes.size());
             for (std::size_t i = 0; i < core->nodes.size(); ++i) {
-                const auto& [path, isSetting, properties] = core->nodes[i];
+                const auto& [path, isSetting, properties, handle] = core->nodes[i];
                 ASSERT_EQ(path, cores.front()->nodes[i].path);
                 ASSERT_EQ(properties.factoryValue, cores.front()->nodes[i].properties.factoryValue) << path;
             }
