@@ -14,11 +14,11 @@ WEAK _ZN5boost13serialization16singleton_module8get_lockEv
 WEAK _ZN5boost13serialization16singleton_module9is_lockedEv'
 
 # Columns: number, value, size, type, binding, visibility, section, name.
-actual=$("$1" --dyn-syms --wide "$2" | awk '$4 ~ /FUNC$/ && $7 != "UND" { sub(/@.*/, "", $8); print $5, $8 }')
+actual=$("$1" --dyn-syms --wide "$2" | awk '$4 ~ /FUNC$|OBJECT/ && $7 != "UND" { sub(/@.*/, "", $8); print $5, $8 }')
 
 difference=$(diff <(sort <<<"$expected") <(sort <<<"$actual")) || true
 if [[ -n $difference ]]; then
-    echo "$2: exported functions differ from what they have to be (mend: component/exports.map)"
+    echo "$2: exported symbols differ from what they have to be (mend: component/exports.map)"
     sed -n 's/^< /missing: /p; s/^> /not wanted: /p' <<<"$difference"
     exit 1
 fi
