@@ -8,7 +8,6 @@
 #include <chrono>
 #include <framework_bundles.hpp>
 #include <iostream>
-#include <tests/external_platform/recorded_text.hpp>
 #include <tests/support/factory_bundle.hpp>
 #include <tests/support/outside_core.hpp>
 
@@ -23,9 +22,9 @@ int main(int, char** arguments)
     {
         const auto loader = tests::factoryLoader(context);
         const tests::OutsideCore core(*loader);
-        for (const auto& [path, isSetting, properties] : core.nodes) {
-            std::cout << path << ' ' << (isSetting ? "setting " : "group ") << properties.aliasName() << ' '
-                      << recording::recordedText(properties.factoryValue) << '\n';
+        for (const tests::CreatedNode& node : core.nodes) {
+            std::cout << node.path << (node.isSetting ? " setting " : " group ")
+                      << node.properties.aliasName() << '\n';
         }
     }
     framework->Stop();
