@@ -139,7 +139,7 @@ void applyOption(SettingOptions& options, OptionName name, Value&& value)
     {
         detail::store(options, option, Type(std::forward<Value>(value)));
     } else if constexpr (std::is_invocable_r_v<void, Type&, const std::string&, const Array&> &&
-                         std::is_constructible_v<ErrorHandler, Value>)
+                         std::is_copy_constructible_v<Type>)
     {
         detail::store(options, option, ErrorHandler(std::forward<Value>(value)));
     } else {

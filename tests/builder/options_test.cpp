@@ -5,9 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <tests/support/outside_core.hpp>
+#include <typeinfo>
+#include <vector>
 
 namespace {
 
@@ -60,6 +64,80 @@ TEST_F(OptionTest, SaysWhatIsWrongLetterByLetter)
     }
     EXPECT_EQ(core.nodes.size(), 1U) << "a refused setting reached the settings core";
     EXPECT_TRUE(group.settings.empty());
+}
+
+/// Names of the options whose properties are not those of a node with no options set.
+std::set<std::string> changedOptions(const settings::core::detail::FactorySettingProperties& properties)
+{
+    std::set<std::string> changed;
+    const auto note = [&](bool isChanged, const char* option) {
+        if (isChanged) {
+            changed.insert(option);
+        }
+    };
+    note(properties.visible.isWritten(), "Hidden");
+    note(properties.readOnly.isWritten(), "ReadOnly");
+    note(properties.additionalFile || properties.additionalFileContext, "AdditionalFile");
+    note(properties.factoryValue.isAssigned(), "FactoryValue");
+    note(properties.validator.index() != 0, "ValidationFcn");
+    note(properties.runTimeDefault.index() != 0, "FactoryValueFcn");
+    note(!properties.valueValidators.empty(), "ValueValidator");
+    note(static_cast<bool>(properties.errorHandler), "ErrorHandler");
+    return changed;
+}
+
+/// Gives the value to each option of its own node.
+template <class Value>
+void expectTakers(const FactoryGroup& group, Value value, const std::set<std::string>& takers)
+{
+    const FactorySetting setting(group.treeContext, group.settingsNode, nullptr, "Setting");
+    for (const char* option : {"Hidden", "ReadOnly", "AdditionalFile", "FactoryValue", "ValidationFcn",
+                               "FactoryValueFcn", "ValueValidator", "ErrorHandler"})
+    {
+        SCOPED_TRACE(std::string(typeid(Value).name()) + " given to " + option);
+        SettingOptions options = detail::defaultOptions(setting);
+        bool isTaken = true;
+        try {
+            applyOption(options, option, value);
+        } catch (const std::logic_error&) {
+            isTaken = false;
+        }
+        EXPECT_EQ(isTaken, takers.contains(option));
+        EXPECT_EQ(changedOptions(options.properties),
+                  isTaken ? std::set<std::string>{option} : std::set<std::string>{});
+    }
+}
+
+TEST_F(OptionTest, EachTakesItsOwnTypesAndChangesItselfAlone)
+{
+    using Handler = void(const std::string&, const Array&);
+    using Record = internal::SettingValueValidator;
+    const std::set<std::string> functions{"ValidationFcn", "FactoryValueFcn"};
+    std::set<std::string> strings = functions;
+    strings.insert("FactoryValue");
+
+    expectTakers(group, true, {"Hidden", "ReadOnly", "AdditionalFile", "FactoryValue"});
+    expectTakers(group, 1, {"FactoryValue"});
+    expectTakers(group, "a.b", strings);
+    expectTakers(group, internal::charvec(std::string("a")), {"FactoryValue"});
+    expectTakers(group, FunctionDescriptor{"f", "Java", "Class"}, functions);
+    expectTakers(group, makeCppValidator([](const auto&, const auto&, const auto&) {}), {"ValidationFcn"});
+    expectTakers(group, Record(), {"ValueValidator"});
+    expectTakers(group, std::vector{Record()}, {"ValueValidator"});
+    expectTakers(group, [](const std::string&, const Array&) {}, {"ErrorHandler"});
+
+    expectTakers(group, static_cast<const char*>(nullptr), {});
+    expectTakers(group, nullptr, {});
+    expectTakers(group, static_cast<Handler*>(nullptr), {});
+    expectTakers(group, std::string("a.b"), {});
+    expectTakers(group, 1L, {});
+    expectTakers(group, std::make_unique<int>(1), {});
+    const auto moveOnly = [owned = std::make_unique<int>(1)](const std::string&, const Array&) {};
+    expectTakers(group, std::cref(moveOnly), {"ErrorHandler"});
+    EXPECT_THROW(addSetting(group, "S", "ErrorHandler",
+                            [owned = std::make_unique<int>(1)](const std::string&, const Array&) {}),
+                 std::logic_error);
+    EXPECT_THROW(addSetting(group, "S", static_cast<const char*>(nullptr), 1), std::logic_error);
 }
 
 TEST_F(OptionTest, AnAdditionalFileIsKeptWithTheContextOfItsTree)
