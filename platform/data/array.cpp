@@ -156,8 +156,8 @@ Array::Array(Array&& other) noexcept : block_(std::exchange(other.block_, nullpt
 
 Array& Array::operator=(const Array& other) noexcept
 {
-    addReference(other.block_);  // first, for an array assigned to itself
-    release(std::exchange(block_, other.block_));
+    Array copy(other);
+    std::swap(block_, copy.block_);
     return *this;
 }
 

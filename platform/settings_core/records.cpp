@@ -8,6 +8,7 @@
 // The records that providers hand to the settings core. Everything that a record needs is compiled here, so
 // that it outlives whatever library made it, but for the callables it holds.
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the argument is the name of a class.
 #define VX_DEFINE_VALUE_CLASS(Class)                                                                         \
     Class::Class(const Class&) noexcept = default;                                                           \
     Class::Class(Class&&) noexcept = default;                                                                \
@@ -20,6 +21,7 @@
         : FunctionName(std::move(scope), std::move(function))                                                \
     {}                                                                                                       \
     VX_DEFINE_VALUE_CLASS(Class)
+// NOLINTEND(bugprone-macro-parentheses)
 
 namespace settings::core {
 

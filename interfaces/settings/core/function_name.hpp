@@ -6,14 +6,6 @@
 
 #include <string>
 
-/// Declares that a class of the settings core is a value, whose copies and moves the settings core compiles.
-#define VX_VALUE_CLASS(Class)                                                                                \
-    Class(const Class& other) noexcept;                                                                      \
-    Class(Class&& other) noexcept;                                                                           \
-    Class& operator=(const Class& other) noexcept;                                                           \
-    Class& operator=(Class&& other) noexcept;                                                                \
-    ~Class();
-
 namespace settings::core::detail {
 
 /// Names a function that the settings core can call: the place where it is found, and its name there. As
@@ -24,7 +16,11 @@ class VX_API FunctionName
 public:
     /// Names `function` of `scope`; what these are depends on the kind of function.
     FunctionName(std::string scope, std::string function);
-    VX_VALUE_CLASS(FunctionName)
+    FunctionName(const FunctionName& other) noexcept;
+    FunctionName(FunctionName&& other) noexcept;
+    FunctionName& operator=(const FunctionName& other) noexcept;
+    FunctionName& operator=(FunctionName&& other) noexcept;
+    ~FunctionName();
 
     /// Qualifying prefix, library name or class name, by the kind of function.
     [[nodiscard]] const std::string& scope() const noexcept;

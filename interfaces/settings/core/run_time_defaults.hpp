@@ -14,7 +14,11 @@ class VX_API CRunTimeDefault : public detail::FunctionName
 {
 public:
     CRunTimeDefault(std::string scope, std::string function);
-    VX_VALUE_CLASS(CRunTimeDefault)
+    CRunTimeDefault(const CRunTimeDefault& other) noexcept;
+    CRunTimeDefault(CRunTimeDefault&& other) noexcept;
+    CRunTimeDefault& operator=(const CRunTimeDefault& other) noexcept;
+    CRunTimeDefault& operator=(CRunTimeDefault&& other) noexcept;
+    ~CRunTimeDefault();
 };
 
 /// A function of the scripting language that computes the factory value: (qualifying prefix, function name).
@@ -22,7 +26,11 @@ class VX_API MRunTimeDefault : public detail::FunctionName
 {
 public:
     MRunTimeDefault(std::string scope, std::string function);
-    VX_VALUE_CLASS(MRunTimeDefault)
+    MRunTimeDefault(const MRunTimeDefault& other) noexcept;
+    MRunTimeDefault(MRunTimeDefault&& other) noexcept;
+    MRunTimeDefault& operator=(const MRunTimeDefault& other) noexcept;
+    MRunTimeDefault& operator=(MRunTimeDefault&& other) noexcept;
+    ~MRunTimeDefault();
 };
 
 /// A method of the managed runtime that computes the factory value: (class name, method name).
@@ -30,7 +38,11 @@ class VX_API JRunTimeDefault : public detail::FunctionName
 {
 public:
     JRunTimeDefault(std::string scope, std::string function);
-    VX_VALUE_CLASS(JRunTimeDefault)
+    JRunTimeDefault(const JRunTimeDefault& other) noexcept;
+    JRunTimeDefault(JRunTimeDefault&& other) noexcept;
+    JRunTimeDefault& operator=(const JRunTimeDefault& other) noexcept;
+    JRunTimeDefault& operator=(JRunTimeDefault&& other) noexcept;
+    ~JRunTimeDefault();
 };
 
 /// The order of the alternatives differs from that of Validator; both are fixed.

@@ -17,7 +17,11 @@ class VX_API MValidator : public detail::FunctionName
 {
 public:
     MValidator(std::string scope, std::string function);
-    VX_VALUE_CLASS(MValidator)
+    MValidator(const MValidator& other) noexcept;
+    MValidator(MValidator&& other) noexcept;
+    MValidator& operator=(const MValidator& other) noexcept;
+    MValidator& operator=(MValidator&& other) noexcept;
+    ~MValidator();
 };
 
 /// A native function: (library name, function name). It has the type NativeValidator.
@@ -25,7 +29,11 @@ class VX_API CValidator : public detail::FunctionName
 {
 public:
     CValidator(std::string scope, std::string function);
-    VX_VALUE_CLASS(CValidator)
+    CValidator(const CValidator& other) noexcept;
+    CValidator(CValidator&& other) noexcept;
+    CValidator& operator=(const CValidator& other) noexcept;
+    CValidator& operator=(CValidator&& other) noexcept;
+    ~CValidator();
 };
 
 /// A method of the managed runtime: (class name, method name).
@@ -33,7 +41,11 @@ class VX_API JValidator : public detail::FunctionName
 {
 public:
     JValidator(std::string scope, std::string function);
-    VX_VALUE_CLASS(JValidator)
+    JValidator(const JValidator& other) noexcept;
+    JValidator(JValidator&& other) noexcept;
+    JValidator& operator=(const JValidator& other) noexcept;
+    JValidator& operator=(JValidator&& other) noexcept;
+    ~JValidator();
 };
 
 /// A callable of this process, with two names for messages. It refuses a value by throwing an exception
@@ -48,7 +60,11 @@ public:
     /// `scope` and `function` are only named in messages. The callable lives as long as the record does, and
     /// so must the library that it comes from.
     CPPValidator(Callable callable, std::string scope, std::string function);
-    VX_VALUE_CLASS(CPPValidator)
+    CPPValidator(const CPPValidator& other) noexcept;
+    CPPValidator(CPPValidator&& other) noexcept;
+    CPPValidator& operator=(const CPPValidator& other) noexcept;
+    CPPValidator& operator=(CPPValidator&& other) noexcept;
+    ~CPPValidator();
 
     /// What to call; empty in what was moved from.
     [[nodiscard]] const Callable& callable() const noexcept;
