@@ -1,10 +1,8 @@
 #include <atomic>
 #include <cstdlib>
 #include <dlfcn.h>
-#include <fstream>
 #include <limits>
 #include <tests/support/allocations.hpp>
-#include <unistd.h>
 
 namespace {
 
@@ -122,15 +120,6 @@ long liveAllocations() noexcept
 std::size_t allocationsMade() noexcept
 {
     return made;
-}
-
-long residentKilobytes()
-{
-    std::ifstream statm("/proc/self/statm");
-    long total = 0;
-    long resident = 0;
-    statm >> total >> resident;
-    return resident * (sysconf(_SC_PAGESIZE) / 1024);
 }
 
 FailingAllocation::FailingAllocation(std::size_t index, Failing failing) noexcept
