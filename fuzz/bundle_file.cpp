@@ -1,12 +1,8 @@
 // Any bytes as what follows a library's code in a bundle file, or as one manifest, whose headers can be
-// copied, shown, and written as JSON that reads back the same. The first byte chooses.
+// copied and shown. The first byte chooses.
 
-#include <boost/json.hpp>
-
-#include <algorithm>
 #include <bundle_file.hpp>
 #include <fuzz/fuzzing.hpp>
-#include <iterator>
 #include <optional>
 #include <stdexcept>
 
@@ -42,45 +38,6 @@ std::optional<BundleManifest> readText(std::string_view text)
     }
 }
 
-boost::json::value toJson(const Any& value)
-{
-    if (const auto* elements = any_cast<std::vector<Any>>(&value)) {
-        boost::json::array list;
-        std::ranges::transform(*elements, std::back_inserter(list), toJson);
-        return list;
-    }
-    if (const auto* members = any_cast<AnyMap>(&value)) {
-        boost::json::object object;
-        for (const auto& [name, member] : *members) {
-            object[name] = toJson(member);
-        }
-        return object;
-    }
-    boost::json::value json;
-    const auto isA = [&]<class Type>(const Type* held) {
-        if (held != nullptr) {
-            json = *held;
-        }
-        return held != nullptr;
-    };
-    const bool isKnown = isA(any_cast<std::string>(&value)) || isA(any_cast<bool>(&value)) ||
-                         isA(any_cast<int>(&value)) || isA(any_cast<long>(&value)) ||
-                         isA(any_cast<unsigned long>(&value)) || isA(any_cast<double>(&value));
-    require(isKnown || value.Empty(), "a manifest's values are of few types", value.Type().name());
-    return json;
-}
-
-/// The parser may miss the nearest double by a unit in the last place.
-bool holdsDouble(const Any& value)
-{
-    const auto* elements = any_cast<std::vector<Any>>(&value);
-    const auto* members = any_cast<AnyMap>(&value);
-    return any_cast<double>(&value) != nullptr ||
-           (elements != nullptr && std::ranges::any_of(*elements, holdsDouble)) ||
-           (members != nullptr &&
-            std::ranges::any_of(*members, [](const auto& member) { return holdsDouble(member.second); }));
-}
-
 void checkManifest(const BundleManifest& manifest)
 {
     require(manifest.symbolicName == "a" && manifest.headers.at("bundle.symbolic_name") == std::string("a"),
@@ -91,10 +48,6 @@ void checkManifest(const BundleManifest& manifest)
     const Any copy = headers;
     require(copy == headers && copy.Type() == headers.Type(), "a copy is equal");
     require(copy.ToString() == headers.ToStringNoExcept(), "a value that is no null has a text");
-    const std::string json = boost::json::serialize(toJson(copy));
-    const auto again = readText(json);
-    require(again && (holdsDouble(copy) || again->headers == manifest.headers),
-            "headers written as JSON read back the same", json);
 }
 
 }  // namespace

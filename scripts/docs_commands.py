@@ -6,7 +6,8 @@
 What a fenced block holds is said by its first word:
 
     sh, zsh, fish   a command a line, each of which has to succeed, in that shell
-    console         commands behind "$ ", each with the output that it has to print; "..." stands for anything
+    console         commands behind "$ ", each with the output that it has to print; "..." stands for anything,
+                    though not for all of it
     console fails   the same, where the last command has to fail
     cpp, cmake, json, text         no commands; with a file's name behind it, the block is put into that file
 
@@ -118,6 +119,9 @@ def commands_of(file, name, faults):
                 found[-1].expected.append(line)
             elif line.strip() and not line.startswith("#"):
                 faults.add(place, "output without a command in front of it")
+        for command in found:
+            if command.expected and all(line.strip() in ("...", "") for line in command.expected):
+                faults.add(command.place, "the output shown is only '...', which any output is: show a line of it, or use sh")
         if rest and found:
             found[-1].may_fail = True
         if found:

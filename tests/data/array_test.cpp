@@ -7,7 +7,6 @@
 #include <cmath>
 #include <limits>
 #include <tests/support/allocations.hpp>
-#include <thread>
 
 namespace {
 
@@ -120,22 +119,6 @@ TEST(Array, FailedAllocationsLeaveTheArrayAsItWas)
                                    });
     EXPECT_GE(failures, 7U) << "the block and its texts";
     EXPECT_FALSE(copy == original);
-}
-
-TEST(Array, HandlesToOneArrayMayBeUsedFromSeveralThreads)
-{
-    auto shared = factory.createArray<double>({1, 100});
-    const auto work = [](TypedArray<double> mine, double value) {
-        for (int round = 0; round < 500; ++round) {
-            TypedArray<double> copy = mine;
-            copy[0] = value;
-            EXPECT_EQ(std::as_const(mine)[0], 0);
-        }
-    };
-    std::thread other(work, shared, 1);
-    work(shared, 2);
-    other.join();
-    EXPECT_EQ(std::as_const(shared)[0], 0);
 }
 
 }  // namespace

@@ -10,9 +10,7 @@ TEST(Text, ConvertsBothWays)
 {
     const std::pair<std::string, std::u16string> texts[] = {
         {"", u""},
-        {"plain", u"plain"},
         {"gr\xC3\xBC\xC3\x9F", u"gr\u00FC\u00DF"},
-        {"\xE2\x82\xAC 5", u"\u20AC 5"},
         {"a\xF0\x9F\x98\x80z", u"a\U0001F600z"},
         {std::string("a\0b", 3), std::u16string(u"a\0b", 3)},
     };

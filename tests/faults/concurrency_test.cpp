@@ -136,11 +136,6 @@ TEST_F(ConcurrencyTest, EverythingAroundChanges)
     auto bundle = framework.start(VX_BUNDLE_FILE);
     const auto holding = tests::factoryLoader(framework.context());
     const OutsideCore whole(*holding);
-    const auto locale = [](const OutsideCore& core) {
-        return core.at("verdix.datetime.DisplayLocale").properties.factoryValue;
-    };
-    const auto builtIn = locale(whole);
-    std::atomic<std::size_t> served{0};
     std::atomic<std::size_t> interrupted{0};
     {
         const Meanwhile services([&] {
@@ -165,7 +160,6 @@ TEST_F(ConcurrencyTest, EverythingAroundChanges)
                 try {
                     const OutsideCore core(*holding);
                     EXPECT_EQ(core.nodes.size(), whole.nodes.size());
-                    served += locale(core) == builtIn ? 0 : 1;
                 } catch (const std::invalid_argument&) {
                     ++interrupted;  // a service went away between look-up and use
                 }
@@ -173,9 +167,8 @@ TEST_F(ConcurrencyTest, EverythingAroundChanges)
         });
         EXPECT_GT(services.rounds(), 0U);
         EXPECT_GT(contexts.rounds(), 0U);
-        std::cout << "trees: " << builds * threadCount - interrupted << ", with a service: " << served
-                  << ", interrupted: " << interrupted << ", services: " << services.rounds()
-                  << ", bundle contexts: " << contexts.rounds() << '\n';
+        std::cout << "trees: " << builds * threadCount - interrupted << ", interrupted: " << interrupted
+                  << '\n';
     }
     EXPECT_EQ(OutsideCore(*holding).nodes.size(), whole.nodes.size());
 }

@@ -21,7 +21,6 @@ TEST(ToolMemory, EndsWithOneLineAndWholeFiles)
     const std::string before =
         "{\"release\": \"R2020a\", \"settings\": {\"verdix.commandwindow.EightyColumns\": true}}\n";
     const std::vector<std::string> verbs[] = {
-        {"set", "commandwindow.WrapLines", "false", "--personal", file},
         {"check", file},
         {"migrate", file, "--write"},
     };

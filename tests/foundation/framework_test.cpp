@@ -7,7 +7,6 @@
 namespace {
 
 namespace detail = foundation::cppmicroservices::detail;
-using foundation::host::setAssertionHook;
 using foundation::host::setMessageHook;
 
 TEST(Framework, MessagesAreComposedForAListenerOnly)
@@ -23,18 +22,12 @@ TEST(Framework, MessagesAreComposedForAListenerOnly)
     EXPECT_THAT(heard, testing::ElementsAre("1"));
 }
 
-TEST(Framework, FailedAssertionsReachTheHookOrElseTheLog)
+TEST(Framework, FailedAssertionsThatNobodyHearsReachTheLog)
 {
-    std::vector<std::string> heard;
-    setAssertionHook([&heard](const std::string& message) { heard.push_back(message); });
-    detail::assertOnFalse([] { return true; }, "kept");
-    detail::assertOnFalse([] { return false; }, "broken");
-    setAssertionHook(nullptr);
-    EXPECT_THAT(heard, testing::ElementsAre("broken"));
-
     testing::internal::CaptureStderr();
+    detail::assertOnFalse([] { return true; }, "kept");
     detail::assertOnFalse([] { return false; }, "unheard");
-    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::HasSubstr("error: unheard"));
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::EndsWith("error: unheard\n"));
 }
 
 }  // namespace

@@ -2,10 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
-#include <string>
-#include <utility>
-
 namespace {
 
 using namespace settings::verdix;
@@ -49,20 +45,6 @@ TEST(ReleaseChanges, FillingReplacesItsOwnEntriesAndNoOthers)
     EXPECT_EQ(table.at(0).changes.size(), records);
     EXPECT_FALSE(table.at(0).crossesRootGroups);
     EXPECT_EQ(table.at(99).release, "mine");
-}
-
-TEST(ReleaseChanges, ReleasesRunFromOldToNewAndNameAPathOnce)
-{
-    ReleaseChangeTable table;
-    fillReleaseChanges(table);
-    std::string previousRelease;
-    for (const auto& [index, set] : table) {
-        EXPECT_LT(std::exchange(previousRelease, set.release), set.release);
-        std::set<std::string> sources;
-        for (const auto& change : set.changes) {
-            EXPECT_TRUE(sources.insert(change.from().front()).second) << change.from().front() << " twice";
-        }
-    }
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # exported_symbols.sh READELF LIBRARY
 #
-# The bundle shows the loader these functions and no other: the service framework finds the first three by name, the
-# last four are merged with the copies in other libraries, which takes weak symbols.
+# The bundle shows the loader these functions and no other symbol, no data either: the service framework finds the
+# first three by name, the last four are merged with the copies in other libraries, which takes weak symbols.
 set -euo pipefail
 
 expected='GLOBAL DeleteInstance_settings_verdix_FactorySettingsVerdix
@@ -14,7 +14,7 @@ WEAK _ZN5boost13serialization16singleton_module8get_lockEv
 WEAK _ZN5boost13serialization16singleton_module9is_lockedEv'
 
 # Columns: number, value, size, type, binding, visibility, section, name.
-actual=$("$1" --dyn-syms --wide "$2" | awk '$4 ~ /FUNC$|OBJECT/ && $7 != "UND" { sub(/@.*/, "", $8); print $5, $8 }')
+actual=$("$1" --dyn-syms --wide "$2" | awk '$1 ~ /^[0-9]+:$/ && $7 != "UND" { sub(/@.*/, "", $8); print $5, $8 }')
 
 difference=$(diff <(sort <<<"$expected") <(sort <<<"$actual")) || true
 if [[ -n $difference ]]; then

@@ -65,6 +65,25 @@ TEST(BundleFile, saysWhatIsWrong)
     }
 }
 
+TEST(BundleFile, isReadRightOrRefusedWhereItIsDamaged)
+{
+    const std::string good =
+        library + makeArchive({{"a/manifest.json", R"({"bundle.symbolic_name": "a", "key": ["value", 1]})"}});
+    const AnyMap headers = read(good).front().headers;
+    std::size_t refused = 0;
+    for (std::size_t bit = library.size() * 8; bit < good.size() * 8; ++bit) {
+        std::string damaged = good;
+        damaged[bit / 8] = static_cast<char>(damaged[bit / 8] ^ (1 << bit % 8));
+        try {
+            EXPECT_TRUE(read(damaged).front().headers == headers) << "bit " << bit;
+        } catch (const std::runtime_error& error) {
+            EXPECT_THAT(error.what(), testing::StartsWith("lib.so: "));
+            ++refused;
+        }
+    }
+    EXPECT_GT(refused, 0U);
+}
+
 TEST(BundleFile, hasItsArchiveReplaced)
 {
     const std::string whole = tests::readFile(GREETER_BUNDLE);

@@ -86,18 +86,6 @@ TEST(Any, writesItsValueAsText)
     EXPECT_EQ(Any().ToStringNoExcept(), "");
 }
 
-TEST(Any, givesItsValueByItsExactType)
-{
-    Any number = 42;
-    EXPECT_THROW(any_cast<long>(number), BadAnyCastException);
-    EXPECT_THROW(any_cast<int>(Any()), BadAnyCastException);
-    const Any copy = number;
-    ref_any_cast<int>(number) = 7;
-    EXPECT_EQ(any_cast<int>(number), 7);
-    EXPECT_TRUE(copy == Any(42));
-    EXPECT_FALSE(copy == 42L);
-}
-
 TEST(AnyMap, mindsTheCaseOfKeysByItsType)
 {
     AnyMap ignoring(AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS, {{"Key", 1}});

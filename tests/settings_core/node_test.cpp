@@ -109,22 +109,6 @@ TEST(Node, AHandleKeepsWhatTheTreeLeaves)
     EXPECT_EQ(group->createFactorySetting("Late", true, noProperties())->getFullName(), "root.g.Late");
 }
 
-TEST(Node, IsHiddenByItsWrittenFlagOrAGroupAbove)
-{
-    SettingsTree tree("root");
-    auto hidden = noProperties();
-    hidden.visible = false;
-    auto shown = noProperties();
-    shown.visible = true;
-    const auto group = tree.root()->createFactorySetting("g", false, hidden);
-    group->createFactorySetting("Inside", true, shown);
-    tree.root()->createFactorySetting("Unsaid", true, noProperties());
-    EXPECT_TRUE(tree.find("root.g")->isHiddenItself());
-    EXPECT_FALSE(tree.find("root.g.Inside")->isHiddenItself());
-    EXPECT_TRUE(tree.find("root.g.Inside")->isHidden());
-    EXPECT_FALSE(tree.find("root.Unsaid")->isHidden());
-}
-
 TEST(Node, AnAliasLeadsToItsTargetOrNowhere)
 {
     SettingsTree tree("root");
@@ -137,11 +121,8 @@ TEST(Node, AnAliasLeadsToItsTargetOrNowhere)
     };
     const vx::core::Node* target = tree.find("root.Target");
     EXPECT_EQ(alias("Direct", "root.Target"), target);
-    EXPECT_EQ(alias("OverAnother", "root.Direct"), target);
     EXPECT_EQ(alias("Outside", "elsewhere.Target"), nullptr);
     EXPECT_EQ(alias("Itself", "root.Itself"), nullptr);
-    EXPECT_EQ(alias("Round", "root.About"), nullptr);
-    EXPECT_EQ(alias("About", "root.Round"), nullptr);
     EXPECT_EQ(vx::core::followAlias(tree, *target), target);
     EXPECT_EQ(tree.find("root.Direct")->kind(), NodeKind::alias);
     EXPECT_THAT([&] { alias("Empty", ""); }, testing::ThrowsMessage<std::invalid_argument>(

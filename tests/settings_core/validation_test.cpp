@@ -115,8 +115,6 @@ TEST(Validation, NativeFunctions)
         "The nesting level must be a whole number from 1 to 200.");
     EXPECT_THAT(checkValue(*checkedBy(CValidator("libvxsavevars", "absent")), scalar(1.0)).message,
                 HasSubstr("cannot be checked: libvxsavevars.so has no function absent"));
-    EXPECT_THAT(checkValue(*checkedBy(CValidator("libabsent", "f")), scalar(1.0)).message,
-                HasSubstr("cannot be checked: libabsent.so: not found in /"));
 }
 
 TEST(Validation, CallablesOfThisProcess)

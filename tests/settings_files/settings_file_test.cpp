@@ -35,10 +35,8 @@ struct
     {"{\n  \"release\": \"R2026a\",\n  \"settings\": {}\n}\n",
      "{\n  \"release\": \"R2026a\",\n  \"settings\": {\n    \"v.N\": 1\n  }\n}\n"},
     {"{\"settings\":{}}", "{\"settings\":{\"v.N\":1}}"},
-    {"{ \"settings\": { } }", "{ \"settings\": { \"v.N\": 1 } }"},
     {"{\n\t\"settings\" : {\n\t}\n}", "{\n\t\"settings\" : {\n\t\"v.N\" : 1\n\t}\n}"},
     {"{\"settings\":{\"a\":[1,\n2]}}", "{\"settings\":{\"a\":[1,\n2],\"v.N\":1}}"},
-    {"{\"settings\":{ \"a\" : 1 }}", "{\"settings\":{ \"a\" : 1, \"v.N\" : 1 }}"},
     {"\xEF\xBB\xBF{\r\n\t\"settings\": {\r\n\t\t\"a\": {},\r\n\t\t\"b\": \"}\"\r\n\t}\r\n}",
      "\xEF\xBB\xBF{\r\n\t\"settings\": {\r\n\t\t\"a\": {},\r\n\t\t\"b\": \"}\",\r\n\t\t\"v.N\": "
      "1\r\n\t}\r\n}"},

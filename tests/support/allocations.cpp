@@ -1,10 +1,8 @@
 #include <atomic>
 #include <cstdlib>
 #include <dlfcn.h>
-#include <fstream>
 #include <limits>
 #include <tests/support/allocations.hpp>
-#include <unistd.h>
 
 namespace {
 
@@ -98,11 +96,6 @@ void operator delete(void* memory, std::size_t /*size*/, std::align_val_t /*alig
     operator delete(memory);
 }
 
-void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept
-{
-    operator delete(memory);
-}
-
 // By the language, an exception in the initialisation of a library ends the program; so nothing fails in
 // there.
 extern "C" [[gnu::visibility("default")]] void* dlopen(const char* file, int flags) noexcept
@@ -122,15 +115,6 @@ long liveAllocations() noexcept
 std::size_t allocationsMade() noexcept
 {
     return made;
-}
-
-long residentKilobytes()
-{
-    std::ifstream statm("/proc/self/statm");
-    long total = 0;
-    long resident = 0;
-    statm >> total >> resident;
-    return resident * (sysconf(_SC_PAGESIZE) / 1024);
 }
 
 FailingAllocation::FailingAllocation(std::size_t index, Failing failing) noexcept

@@ -14,9 +14,6 @@ namespace tests {
 /// Allocations that this thread ever made, but for those that were sure to succeed.
 [[nodiscard]] std::size_t allocationsMade() noexcept;
 
-/// Memory of the process that is not swapped out.
-[[nodiscard]] long residentKilobytes();
-
 enum class Failing : std::uint8_t
 {
     once,
