@@ -1,5 +1,5 @@
-// The first tree of a process beside one built when code and memory have been used before. Prints the times
-// of both in microseconds and the page faults of the first.
+// Compares building the first tree of a process, cold, with building later ones, warm. Prints both times in
+// microseconds and the number of page faults of the first.
 
 #include <algorithm>
 #include <array>
@@ -10,7 +10,7 @@
 
 namespace {
 
-struct Measured
+struct Measurement
 {
     double microseconds;
     long pageFaults;
@@ -23,8 +23,8 @@ long pageFaults()
     return usage.ru_minflt + usage.ru_majflt;
 }
 
-/// Taking the tree down is not timed.
-Measured buildTree()
+/// Times building a tree, but not destroying it.
+Measurement buildTree()
 {
     auto& loader = bench::liveLoader();
     const long faults = pageFaults();
@@ -39,7 +39,7 @@ Measured buildTree()
 int main()
 {
     bench::liveLoader();
-    const Measured first = buildTree();
+    const Measurement first = buildTree();
     std::array<double, 15> warm{};
     std::ranges::generate(warm, [] { return buildTree().microseconds; });
     std::ranges::nth_element(warm, warm.begin() + warm.size() / 2);

@@ -1,5 +1,5 @@
-// Run under callgrind with collection off at the start: collects the instructions of one tree, built after
-// one that has resolved all symbols and filled all function-local statics.
+// For callgrind, with collection off at the start: counts the instructions for building a tree. Another tree
+// is built before, to bind all symbols and initialise all function-local static variables.
 
 #include <bench/live_bundle.hpp>
 #include <valgrind/callgrind.h>

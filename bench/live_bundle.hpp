@@ -7,14 +7,14 @@
 
 namespace bench {
 
-/// The bundle as the command runs it, started once for the whole program.
+/// Returns the loader of the bundle, started once per program in the same way as the command does.
 inline settings::core::FactorySettingsLoader& liveLoader()
 {
     static const vx::tool::Host host(vx::tool::defaultBundleFile());
     return host.loader();
 }
 
-/// A tree that holds the bundle's so many times, each under a group of its own.
+/// Returns a tree with several copies of the bundle's tree, each in a separate group.
 inline vx::core::SettingsTree buildCopies(int copies)
 {
     vx::core::SettingsTree tree("verdix");
@@ -27,7 +27,7 @@ inline vx::core::SettingsTree buildCopies(int copies)
     return tree;
 }
 
-/// The paths of all settings that have a factory value.
+/// Returns all settings that have a factory value.
 inline std::vector<const vx::core::Node*> settingsWithValue(const vx::core::SettingsTree& tree)
 {
     std::vector<const vx::core::Node*> settings;

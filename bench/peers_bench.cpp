@@ -1,5 +1,5 @@
-// The same settings, plain values only, loaded by others: what their own writers wrote is read back. Letting
-// go what was loaded is not timed.
+// Times how other libraries load the same settings, as plain values, from files that they wrote themselves.
+// Destroying the loaded objects is not timed.
 
 #include <benchmark/benchmark.h>
 #include <boost/json.hpp>
@@ -35,7 +35,7 @@ struct Unref
 template <class T>
 using Owned = std::unique_ptr<T, Unref>;
 
-/// What all of them load, in each one's form.
+/// The settings in the formats of all libraries.
 struct Peers
 {
     TemporaryFolder folder;
@@ -43,7 +43,7 @@ struct Peers
     std::vector<std::string> groups;
     std::string json;
     std::string info;
-    /// More copies than QSettings keeps parsed in memory, so that each is read anew.
+    /// More copies than QSettings caches, so that every load parses a file.
     std::vector<QString> iniFiles;
 
     Peers();
@@ -63,8 +63,8 @@ QVariant qtValue(const PlainValue& value)
                 return QString::fromStdString(each);
             } else if constexpr (std::is_same_v<T, std::vector<std::string>>) {
                 QStringList list;
-                for (const std::string& text : each) {
-                    list.append(QString::fromStdString(text));
+                for (const std::string& string : each) {
+                    list.append(QString::fromStdString(string));
                 }
                 return list;
             } else if constexpr (std::is_arithmetic_v<T>) {
@@ -119,9 +119,9 @@ Peers::Peers()
     std::ranges::sort(groups);
     groups.erase(std::unique(groups.begin(), groups.end()), groups.end());
     json = boost::json::serialize(object);
-    std::ostringstream text;
-    boost::property_tree::write_info(text, propertyTree(settings));
-    info = text.str();
+    std::ostringstream stream;
+    boost::property_tree::write_info(stream, propertyTree(settings));
+    info = stream.str();
     for (int copy = 0; copy < 64; ++copy) {
         iniFiles.push_back(
             QString::fromStdString((folder.path() / (std::to_string(copy) + ".ini")).string()));
@@ -146,7 +146,7 @@ void timeLoading(benchmark::State& state, Load load)
     }
 }
 
-/// The compiled schema opened, a GSettings made for each group, and each key's default read.
+/// Opens the compiled schema, creates a GSettings for each group and reads the default of each key.
 void gsettings(benchmark::State& state)
 {
     const Peers& all = peers();
@@ -173,7 +173,7 @@ void gsettings(benchmark::State& state)
     g_object_unref(backend);
 }
 
-/// g_settings_get_default_value alone: the key's GSettings is at hand.
+/// Calls g_settings_get_default_value only; the GSettings objects exist already.
 void gsettingsFind(benchmark::State& state)
 {
     const Peers& all = peers();
@@ -228,9 +228,9 @@ void nlohmannJson(benchmark::State& state)
 void propertyTreeInfo(benchmark::State& state)
 {
     timeLoading(state, [&] {
-        std::istringstream text(peers().info);
+        std::istringstream stream(peers().info);
         boost::property_tree::ptree tree;
-        boost::property_tree::read_info(text, tree);
+        boost::property_tree::read_info(stream, tree);
         return tree;
     });
 }

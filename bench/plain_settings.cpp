@@ -20,13 +20,13 @@ std::string textOf(const Array& array)
     return foundation::verdixdata::toUtf8(vx::data::textOf(array).value_or(u""));
 }
 
-std::vector<std::string> textsOf(const Array& cell)
+std::vector<std::string> stringsOf(const Array& cell)
 {
-    std::vector<std::string> texts;
+    std::vector<std::string> strings;
     for (const Array& element : vx::data::elementsOf<Array>(cell)) {
-        texts.push_back(textOf(element));
+        strings.push_back(textOf(element));
     }
-    return texts;
+    return strings;
 }
 
 template <class Number>
@@ -46,7 +46,7 @@ PlainValue plainValue(const Array& array)
 {
     return vx::data::visitElementType(array.getType(), [&]<class T>(std::type_identity<T>) -> PlainValue {
         if constexpr (std::same_as<T, Array>) {
-            return textsOf(array);
+            return stringsOf(array);
         } else if constexpr (std::same_as<T, char16_t> || std::same_as<T, foundation::verdixdata::String>) {
             return textOf(array);
         } else if constexpr (std::same_as<T, bool>) {

@@ -8,11 +8,12 @@
 
 namespace bench {
 
-/// A factory value in the types that all formats know.
+/// A factory value in the types that all formats support.
 using PlainValue = std::variant<bool, int, double, std::string, std::vector<int>, std::vector<double>,
                                 std::vector<std::string>>;
 
-/// A setting as the other formats know it: a name and a value, without rules, visibility or class.
+/// A setting with what the other formats support: name and value, without constraints, visibility and element
+/// class.
 struct PlainSetting
 {
     std::string group;  ///< full path
@@ -22,8 +23,7 @@ struct PlainSetting
     [[nodiscard]] std::string path() const { return group + "." + name; }
 };
 
-/// All settings of a tree that have a factory value, in the tree's order, so that those of a group which are
-/// made together stand together.
+/// Returns all settings of a tree that have a factory value, in the order of the tree.
 [[nodiscard]] std::vector<PlainSetting> plainSettings(const vx::core::SettingsTree& tree);
 
 }  // namespace bench

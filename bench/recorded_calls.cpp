@@ -10,7 +10,7 @@ namespace {
 using verdix::settings::FactoryGroup;
 using verdix::settings::FactorySetting;
 
-/// Calls, and the number of groups that they made.
+/// The recorded calls, and the number of groups that they create.
 struct Recording
 {
     std::vector<Call>& calls;
@@ -40,7 +40,7 @@ private:
     std::string path_;
 };
 
-/// Computes the full name of a child, as a provider has to before it describes one.
+/// Computes the full name of a child, as a provider must before it applies options.
 void joinFullName(const FactoryGroup& parent, const std::string& name)
 {
     std::string path = parent.settingsNode->getFullName();

@@ -17,30 +17,30 @@ namespace bench {
 using Handle = boost::shared_ptr<settings::core::MSettings>;
 using Properties = settings::core::detail::FactorySettingProperties;
 
-/// One request of a provider to the settings core.
+/// A call of createFactorySetting.
 struct Call
 {
-    std::size_t parent;  ///< number of the group that gets the node: groups count from 1, the root is 0
+    std::size_t parent;  ///< index of the parent in order of creation; 0 is the root
     std::string name;
     bool isSetting;
     Properties properties;
 };
 
-/// A provider's requests in their order, with names and properties ready.
+/// The calls with which a provider builds its tree, recorded with names and properties.
 class RecordedCalls
 {
 public:
     explicit RecordedCalls(settings::core::FactorySettingsLoader& loader);
 
-    /// Does what the interface between loader and provider demands for this tree, and nothing else: the
-    /// requests, one full name for each group and setting, and the indexes of the groups.
+    /// Replays the minimum that the interface between loader and provider demands for this tree: the recorded
+    /// calls, one full name for each group and setting, and the maps of the groups.
     void buildUnder(verdix::settings::FactoryGroup root) const;
 
 private:
     std::vector<Call> calls_;
 };
 
-/// A group as the settings core's loader hands it to a provider, under any settings core.
+/// Returns a root group as the loader of a settings core passes it to a provider.
 [[nodiscard]] verdix::settings::FactoryGroup rootGroup(const Handle& node, std::string name);
 
 }  // namespace bench

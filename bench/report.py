@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Gathers what one run of the benchmarks measured into bench/results.json, and writes the table and the picture of
-docs/performance.md from it.
+"""Collects the results of a benchmark run in bench/results.json and writes the table and the picture in
+docs/performance.md.
 
     report.py BUILD_FOLDER PROJECT
 """
@@ -19,24 +19,24 @@ BEGIN, END = "<!-- measured: begin -->\n", "<!-- measured: end -->\n"
 
 
 def medians(file):
-    """Name to median processor time, in microseconds."""
+    """Returns the median processor times by name, in microseconds."""
     unit = {"ns": 1e-3, "us": 1, "ms": 1e3}
     runs = [run for run in json.loads(file.read_text())["benchmarks"] if run["aggregate_name"] == "median"]
-    faults = [run["name"] for run in runs if run.get("error_occurred")]
-    if faults:
-        sys.exit(f"failed while it was measured: {', '.join(faults)}")
+    failed = [run["name"] for run in runs if run.get("error_occurred")]
+    if failed:
+        sys.exit(f"benchmarks failed: {', '.join(failed)}")
     return {run["run_name"]: run["cpu_time"] * unit[run["time_unit"]] for run in runs}
 
 
 def first_tree(file):
-    """Medians over processes: the first tree and a later one in microseconds, and the page faults of the first."""
+    """Returns medians over processes: times of the first and later trees in microseconds, page faults of the first."""
     runs = [map(float, line.split()) for line in file.read_text().splitlines()]
     first, warm, faults = map(statistics.median, zip(*runs))
     return {"first": first, "warm": warm, "pageFaults": faults}
 
 
 def machine(build):
-    """Processor, cores and compiler, as they are."""
+    """Returns processor, cores and compiler of this machine."""
     model = re.search(r"^model name\s*: (.*)$", pathlib.Path("/proc/cpuinfo").read_text(), re.M)
     compiler = re.search(r"^CMAKE_CXX_COMPILER:[^=]*=(.*)$", (build / "CMakeCache.txt").read_text(), re.M)[1]
     version = subprocess.run([compiler, "--version"], capture_output=True, text=True, check=True).stdout
@@ -45,7 +45,7 @@ def machine(build):
 
 
 def gather(build, previous):
-    """The results of this run. The build's time is only measured on request, so the last one is kept."""
+    """Returns the results of this run. The build time is only measured on request, else the previous one is kept."""
     results = build / "results"
     seconds = results / "build_seconds"
     return {
@@ -60,7 +60,7 @@ def gather(build, previous):
 
 
 def row(what, measured, against, value, goal, at_most=True, unit=""):
-    """One line of the table; value and goal are what is compared."""
+    """Returns a row of the table; value is compared with goal."""
     met = value <= goal if at_most else value >= goal
     digits = 0 if value >= 20 else 2
     return (f"| {what} | {measured} | {against} | {value:.{digits}f}{unit} | {'≤' if at_most else '≥'} {goal}{unit} "
@@ -68,7 +68,7 @@ def row(what, measured, against, value, goal, at_most=True, unit=""):
 
 
 def table(results):
-    """The goals, one a line."""
+    """Returns the tables of results as Markdown."""
     micro, memory, start = results["microseconds"], results["memory"], results["start"]
     fastest = min((peer for peer in PEERS if peer != "Boost.JSON"), key=lambda peer: micro[f"peer/{peer}"])
     first = results["firstTree"]
@@ -113,15 +113,15 @@ def table(results):
     for paths, name in ((1, ""), (10, " 10"), (100, " 100")):
         several.append(f"| {paths} | {us(start[f'vxsettings get{name}'])} | {us(paths * start['gsettings get'])} |")
     where = results["machine"]
-    said = [f"Measured on {where['processor']}, {where['cores']} cores, with {where['compiler']}.", ""]
+    introduction = [f"Measured on {where['processor']}, {where['cores']} cores, with {where['compiler']}.", ""]
     module, core = memory["module"], memory["core"]
-    bytes_said = ["", f"Of the bytes allocated per setting, {module['bytes']} are the module's and {core['bytes']} the "
+    bytes_note = ["", f"Of the bytes allocated per setting, {module['bytes']} are the module's and {core['bytes']} the "
                       "settings core's."]
-    return "\n".join(said + head + rows + several + bytes_said + peers) + "\n"
+    return "\n".join(introduction + head + rows + several + bytes_note + peers) + "\n"
 
 
 def step_costs(start):
-    """What each step adds to the process; what the command does beyond the last step is its command line."""
+    """Returns the cost of each step in microseconds; the rest of `vxsettings get` is the step "command line"."""
     costs, before = [], 0
     for name, total in [(step, start[step]) for step in STEPS[:-1]] + [(STEPS[-1], start["vxsettings get"])]:
         costs.append((name, max(0, total - before)))
@@ -130,7 +130,7 @@ def step_costs(start):
 
 
 def picture(start):
-    """Where the time of one `vxsettings get` goes, as bars, with `gsettings get` below."""
+    """Returns an SVG bar chart of the steps of one `vxsettings get`, with `gsettings get` for comparison."""
     costs = step_costs(start)
     scale = 520 / max(start["vxsettings get"], start["gsettings get"])
     rows, x = [], 0.0
@@ -152,7 +152,7 @@ def picture(start):
 
 
 def main():
-    """Reads the build folder's results, writes those of the project."""
+    """Reads the results in the build folder and updates those in the project."""
     build, project = map(pathlib.Path, sys.argv[1:])
     record = project / "bench/results.json"
     previous = json.loads(record.read_text()) if record.exists() else {}

@@ -51,12 +51,12 @@ GVariant* variantOf(const std::vector<T>& values)
 std::string keyElement(const PlainSetting& setting)
 {
     GVariant* value = std::visit([](const auto& each) { return variantOf(each); }, setting.value);
-    gchar* text = g_variant_print(value, FALSE);
+    gchar* printed = g_variant_print(value, FALSE);
     gchar* element = g_markup_printf_escaped("    <key name=\"%s\" type=\"%s\"><default>%s</default></key>\n",
-                                             setting.name.c_str(), g_variant_get_type_string(value), text);
+                                             setting.name.c_str(), g_variant_get_type_string(value), printed);
     std::string result(element);
     g_free(element);
-    g_free(text);
+    g_free(printed);
     g_variant_unref(value);
     return result;
 }
@@ -79,10 +79,10 @@ void writeSchemaFolder(std::span<const PlainSetting> settings, const std::filesy
     }
     file << "</schemalist>\n";
     file.close();
-    // Our names are upper camel case, which GSettings takes when told to.
+    // GSettings rejects names in upper camel case without --allow-any-name.
     const std::string command = "glib-compile-schemas --strict --allow-any-name '" + folder.string() + "'";
     if (!file || std::system(command.c_str()) != 0) {
-        throw std::runtime_error("cannot make a compiled schema in " + folder.string());
+        throw std::runtime_error("cannot compile a schema in " + folder.string());
     }
 }
 

@@ -6,8 +6,8 @@
 
 namespace bench {
 
-/// Writes the settings as a GSettings schema, one schema a group and one key a setting, and compiles it into
-/// the folder. Raises std::runtime_error.
+/// Writes the settings as GSettings schemas, one per group with one key per setting, and compiles them in the
+/// folder. Throws std::runtime_error.
 void writeSchemaFolder(std::span<const PlainSetting> settings, const std::filesystem::path& folder);
 
 }  // namespace bench

@@ -1,7 +1,7 @@
-// Whole processes, from their start to their end: `vxsettings get` and `gsettings get` of the same setting in
-// trees of the same size, without and with a settings file, `vxsettings get` of several settings, and the
-// command's steps. They take turns, so that what disturbs the machine disturbs all of them. Prints one JSON
-// object of medians in microseconds.
+// Times whole processes: `vxsettings get` and `gsettings get` of the same setting in trees of the same size,
+// without and with a settings file, `vxsettings get` of several settings, and the steps of the command. The
+// processes run alternately, so that other load affects all of them equally. Prints the medians in
+// microseconds as a JSON object.
 //
 //   vx_bench_start ROUNDS
 
@@ -24,14 +24,14 @@ namespace bench {
 
 namespace {
 
-/// Where a command finds settings of the person who runs it.
+/// Where a command finds the user's settings.
 struct Home
 {
     std::filesystem::path folder;
     const char* backend;  ///< of GSettings
 };
 
-void enter(const Home& home)
+void useHome(const Home& home)
 {
     setenv("XDG_CONFIG_HOME", home.folder.c_str(), 1);
     setenv("GSETTINGS_BACKEND", home.backend, 1);
@@ -40,35 +40,35 @@ void enter(const Home& home)
 struct Command
 {
     std::string name;
-    std::vector<std::string> words;
+    std::vector<std::string> arguments;
     const Home& home;
     std::vector<double> microseconds = {};
 };
 
-/// Runs the program to its end, its output thrown away.
-void run(const std::vector<std::string>& words)
+/// Runs a program until it exits and discards its output. Throws std::runtime_error when it fails.
+void run(const std::vector<std::string>& arguments)
 {
-    std::vector<char*> arguments;
-    for (const std::string& word : words) {
-        arguments.push_back(const_cast<char*>(word.c_str()));
+    std::vector<char*> argv;
+    for (const std::string& argument : arguments) {
+        argv.push_back(const_cast<char*>(argument.c_str()));
     }
-    arguments.push_back(nullptr);
+    argv.push_back(nullptr);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
     pid_t child = 0;
-    const int error = posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
+    const int error = posix_spawnp(&child, argv[0], &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     int status = 0;
     if (error != 0 || waitpid(child, &status, 0) != child || status != 0) {
-        throw std::runtime_error("cannot run " + words.front());
+        throw std::runtime_error("cannot run " + arguments.front());
     }
 }
 
-double timed(const std::vector<std::string>& words)
+double timed(const std::vector<std::string>& arguments)
 {
     const auto start = std::chrono::steady_clock::now();
-    run(words);
+    run(arguments);
     return std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - start).count();
 }
 
@@ -81,16 +81,16 @@ double median(std::vector<double>& values)
 
 std::vector<std::string> getCommand(std::span<const PlainSetting> settings)
 {
-    std::vector<std::string> words = {(vx::tool::executableFile().parent_path() / "vxsettings").string(),
-                                      "get"};
-    std::ranges::transform(settings, std::back_inserter(words), &PlainSetting::path);
-    return words;
+    std::vector<std::string> arguments = {(vx::tool::executableFile().parent_path() / "vxsettings").string(),
+                                          "get"};
+    std::ranges::transform(settings, std::back_inserter(arguments), &PlainSetting::path);
+    return arguments;
 }
 
-/// Has both commands write a settings file that holds another value of the setting.
+/// Lets both commands write a settings file with another value of the setting.
 void writeSettingsFiles(const PlainSetting& setting, const Home& home)
 {
-    enter(home);
+    useHome(home);
     const std::string value = "long";
     run({getCommand({}).front(), "set", setting.path(), value});
     run({"gsettings", "set", setting.group, setting.name, value});
@@ -134,8 +134,8 @@ void measure(int rounds)
     std::vector<Command> all = commands(settings, one, withoutFile, withFile);
     for (int round = -3; round < rounds; ++round) {
         for (Command& command : all) {
-            enter(command.home);
-            const double microseconds = timed(command.words);
+            useHome(command.home);
+            const double microseconds = timed(command.arguments);
             if (round >= 0) {
                 command.microseconds.push_back(microseconds);
             }

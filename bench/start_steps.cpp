@@ -1,5 +1,5 @@
-// The command's start, up to one step: what `vxsettings get` does, of the same sources and libraries, ended
-// early. The difference between two steps is what the later one costs, its end included.
+// Runs `vxsettings get` up to one of its steps, with the same sources and libraries. The difference between
+// the times of two steps is the cost of the later one, including its clean-up.
 
 #include <settings_core/layers.hpp>
 #include <settings_core/value_text.hpp>

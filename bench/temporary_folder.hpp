@@ -7,7 +7,7 @@
 
 namespace bench {
 
-/// A new folder, removed with all it holds at the end.
+/// A new folder, which the destructor removes with its contents.
 class TemporaryFolder
 {
 public:
@@ -15,7 +15,7 @@ public:
     {
         std::string name = (std::filesystem::temp_directory_path() / "vx_bench_XXXXXX").string();
         if (mkdtemp(name.data()) == nullptr) {
-            throw std::runtime_error("cannot make a folder like " + name);
+            throw std::runtime_error("cannot create a folder such as " + name);
         }
         path_ = name;
     }

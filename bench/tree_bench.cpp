@@ -1,5 +1,5 @@
-// How long the tree takes to build, beside what the interface between loader and module demands of any
-// module, and how long a look-up by path takes. Taking a tree down is not timed.
+// Times building the tree, building it with the minimum that the interface between loader and module demands,
+// and looking up a path. Destroying a tree is not timed.
 
 #include <benchmark/benchmark.h>
 
@@ -12,7 +12,7 @@ namespace bench {
 
 namespace {
 
-/// Times `make`, whose result is let go while the clock stands.
+/// Times make(), but not the destruction of its result.
 template <class Make>
 void timeMaking(benchmark::State& state, Make make)
 {
@@ -72,10 +72,9 @@ BENCHMARK(treeFind)->Name("tree/find");
 
 int main(int argc, char** argv)
 {
-    // Memory once taken from the system stays, so that nobody is timed for asking again for what the last
-    // round gave back.
+    // Never return memory to the system, so that no iteration pays for memory that the previous one returned.
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
-    mallopt(M_MMAP_THRESHOLD, 32 << 20);  // the highest there is
+    mallopt(M_MMAP_THRESHOLD, 32 << 20);  // the maximum
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;

@@ -1,5 +1,5 @@
-// Counts what one tree allocates, apart for the module and for the settings core, and what a tree keeps.
-// Prints one JSON object.
+// Counts the allocations for one tree, separately for the module and for the settings core, and the memory
+// that a tree keeps. Prints a JSON object.
 
 #include <boost/smart_ptr/make_shared.hpp>
 
@@ -34,7 +34,8 @@ long kept = 0;
 
 }  // namespace
 
-// Those of the whole program, shared libraries included, which allocate with one thread only.
+// These replace the operators of the whole program including shared libraries. Only one thread allocates, so
+// no lock is needed.
 void* operator new(std::size_t size)
 {
     void* memory = std::malloc(size == 0 ? 1 : size);
@@ -48,7 +49,7 @@ void* operator new(std::size_t size)
 
 void* operator new(std::size_t size, std::align_val_t /*alignment*/)
 {
-    return operator new(size);  // nothing here asks for more than malloc gives
+    return operator new(size);  // nothing here needs more than the alignment of malloc
 }
 
 void operator delete(void* memory) noexcept
@@ -74,10 +75,10 @@ namespace {
 struct Shares
 {
     Allocated core;
-    Allocated counting;  ///< what only exists because of the counting
+    Allocated counting;  ///< allocations for the counting itself
 };
 
-/// Passes everything on to a node of the settings core, and counts what that allocates.
+/// Forwards all calls to a node of the settings core and counts its allocations.
 class CountedNode final : public settings::core::MSettings
 {
 public:
@@ -95,11 +96,11 @@ public:
                                 const Properties& properties) override
     {
         const Allocated before = allocated;
-        Handle made = node_->createFactorySetting(name, isSetting, properties);
-        const Allocated made_ = allocated;
-        Handle counted = boost::make_shared<CountedNode>(shares_, std::move(made));
-        shares_.core += made_ - before;
-        shares_.counting += allocated - made_;
+        Handle node = node_->createFactorySetting(name, isSetting, properties);
+        const Allocated after = allocated;
+        Handle counted = boost::make_shared<CountedNode>(shares_, std::move(node));
+        shares_.core += after - before;
+        shares_.counting += allocated - after;
         return counted;
     }
 
@@ -154,7 +155,7 @@ void printKept()
 
 int main()
 {
-    static_cast<void>(vx::core::loadTree(bench::liveLoader()));  // what is made once and kept
+    static_cast<void>(vx::core::loadTree(bench::liveLoader()));  // initialises what is allocated only once
     std::printf("{");
     bench::printShares();
     bench::printKept();

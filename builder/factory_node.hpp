@@ -8,36 +8,35 @@
 #include <string>
 #include <utility>
 
-/// The nodes of which a provider builds its tree.
+/// The nodes from which a provider builds its tree.
 namespace verdix::settings {
 
-/// What groups and settings have in common.
+/// Implementation of the base class of groups and settings.
 namespace detail {
 
 /// Handle of a node of the settings core.
 using SettingsNode = boost::shared_ptr<::settings::core::MSettings>;
-/// What the settings core hands to a provider for its own use; opaque.
+/// Opaque data of the settings core, passed through the tree.
 using TreeContext = boost::shared_ptr<void>;
 
-/// A node of the factory tree while it is being described. It mirrors the settings core's own node, which is
-/// made the moment this one is realized, and only shares it. The settings core's loader makes the root one
-/// and hands it in, so fields and virtual operations keep their order.
+/// A node of the factory tree. Realizing it creates the corresponding node of the settings core, of which it
+/// shares ownership. The loader of the settings core creates the root node, so the order of fields and
+/// virtual functions is part of the interface.
 class FactorySettingNode
 {
 public:
-    /// Tells a setting (true) from a group.
+    /// Returns true for a setting, false for a group.
     [[nodiscard]] virtual bool isSetting() const = 0;
     virtual ~FactorySettingNode() = default;
 
-    SettingsNode settingsNode;        ///< empty until the node is realized
-    SettingsNode parentSettingsNode;  ///< under which this node is created
-    TreeContext treeContext;          ///< handed from every group to its children, never looked into
-    std::string name;                 ///< one component of a path, no dots
-    std::string annotation;           ///< travels with the node; nothing here sets or reads it
+    SettingsNode settingsNode;        ///< null until the node is realized
+    SettingsNode parentSettingsNode;  ///< the parent of settingsNode
+    TreeContext treeContext;          ///< the same for all nodes of a tree; never used here
+    std::string name;                 ///< one component of a path, without dots
+    std::string annotation;           ///< copied with the node, but neither set nor read here
 
 protected:
-    /// Takes over the handles; `nodeName` is one component of a path. `node` may be empty until the node is
-    /// realized.
+    /// `nodeName` is one component of a path. `node` may be null until the node is realized.
     FactorySettingNode(TreeContext context, SettingsNode parent, SettingsNode node, std::string&& nodeName)
         : settingsNode(std::move(node)),
           parentSettingsNode(std::move(parent)),
@@ -45,7 +44,7 @@ protected:
           name(std::move(nodeName))
     {}
 
-    /// A copy is another description of the same node of the settings core.
+    /// Copies refer to the same node of the settings core.
     ///@{
     FactorySettingNode(const FactorySettingNode&) = default;
     FactorySettingNode(FactorySettingNode&&) noexcept = default;
@@ -56,11 +55,11 @@ protected:
 
 }  // namespace detail
 
-/// A setting while it is being described: what addSetting returns.
+/// A setting of the factory tree.
 class FactorySetting : public detail::FactorySettingNode
 {
 public:
-    /// As the base class has it.
+    /// As the constructor of the base class.
     FactorySetting(detail::TreeContext context, detail::SettingsNode parent, detail::SettingsNode node,
                    std::string&& nodeName)
         : FactorySettingNode(std::move(context), std::move(parent), std::move(node), std::move(nodeName))
@@ -70,17 +69,17 @@ public:
     [[nodiscard]] bool isSetting() const override { return true; }
 };
 
-/// A group while it is being described, with the groups and settings made under it so far.
+/// A group of the factory tree, with the groups and settings created in it so far.
 class FactoryGroup : public detail::FactorySettingNode
 {
 public:
-    /// As the base class has it. The settings core makes the root group, addGroup every other.
+    /// As the constructor of the base class. The settings core creates the root group, addGroup all others.
     FactoryGroup(detail::TreeContext context, detail::SettingsNode parent, detail::SettingsNode node,
                  std::string&& nodeName)
         : FactorySettingNode(std::move(context), std::move(parent), std::move(node), std::move(nodeName))
     {}
 
-    /// Copies are independent, but for the node of the settings core.
+    /// Copies have their own children, but refer to the same node of the settings core.
     ///@{
     FactoryGroup(const FactoryGroup&) = default;
     FactoryGroup(FactoryGroup&&) = default;
@@ -88,16 +87,16 @@ public:
     FactoryGroup& operator=(FactoryGroup&&) = default;
     ///@}
 
-    /// Not inline: every function of an area ends with several.
+    /// Not inline, because every function of an area destroys several groups at its end.
     [[gnu::noinline]] ~FactoryGroup() override {}  // NOLINT(modernize-use-equals-default)
 
     /// Always false.
     [[nodiscard]] bool isSetting() const override { return false; }
 
-    /// Copies of the groups made under this one, by name, each as it was when it was made. The tree's order
-    /// is that of creation, which the settings core keeps.
+    /// Copies of the child groups by name, taken when they were created. The order of the tree is the order
+    /// of creation, which the settings core keeps.
     std::map<std::string, FactoryGroup> groups;
-    /// Settings made under this group, by name.
+    /// The settings of this group by name.
     std::map<std::string, FactorySetting> settings;
 };
 

@@ -8,24 +8,25 @@
 
 namespace verdix::settings {
 
-/// Returns the full name of the node's parent, ".", and the node's name, whether or not the node is realized.
-/// Throws what the parent's getFullName throws.
+/// Returns the full path of a node, whether or not it is realized. Passes on what getFullName of its parent
+/// throws.
 [[nodiscard]] std::string fullName(const detail::FactorySettingNode& node);
 
-/// Has the settings core create the node, and keeps the handle. What the settings core throws is passed on.
+/// Creates the node in the settings core and stores its handle. Passes on what the settings core throws.
 void realize(detail::FactorySettingNode& node,
              const ::settings::core::detail::FactorySettingProperties& properties);
 
 namespace detail {
 
-/// Returns a node under this group that is not realized yet.
+/// Returns a child node that is not realized yet.
 template <class Node>
 [[nodiscard]] Node makeChild(const FactoryGroup& parent, std::string&& name)
 {
     return Node(parent.treeContext, parent.settingsNode, nullptr, std::move(name));
 }
 
-/// Realizes a child and enters it in the parent's index, where an earlier child of that name stays.
+/// Realizes a child and inserts it into the parent's map of groups or settings, unless a child with that name
+/// is already there.
 ///@{
 [[nodiscard]] FactoryGroup insert(FactoryGroup& parent, FactoryGroup group,
                                   const ::settings::core::detail::FactorySettingProperties& properties);
@@ -33,8 +34,8 @@ void insert(FactoryGroup& parent, FactorySetting&& setting,
             const ::settings::core::detail::FactorySettingProperties& properties);
 ///@}
 
-/// Realizes a node whose properties need no options. The full name of its group is asked for all the same:
-/// that call is part of the interface with the settings core, and it may throw.
+/// Adds a node with complete properties. Calls getFullName of its parent even though no option needs it: the
+/// call is part of the interface with the settings core, and it may throw.
 ///@{
 [[nodiscard]] FactoryGroup
 addReadyGroup(FactoryGroup& parent, std::string&& name,
@@ -45,10 +46,10 @@ void addReadySetting(FactoryGroup& parent, std::string&& name,
 
 }  // namespace detail
 
-/// Creates a group under a realized group and returns it, ready to take children.
+/// Creates a group in a realized group and returns it.
 FactoryGroup addGroup(FactoryGroup& parent, std::string name);
 
-/// The same with one option, as of addSetting.
+/// As above, with one option; see addSetting.
 template <class Value>
 FactoryGroup addGroup(FactoryGroup& parent, std::string name, OptionName option, Value&& value)
 {
@@ -58,9 +59,9 @@ FactoryGroup addGroup(FactoryGroup& parent, std::string name, OptionName option,
     return detail::insert(parent, std::move(group), options.properties);
 }
 
-/// Creates a setting under a realized group. The options are pairs of a name and a value, applied from left
-/// to right (see applyOption). The first error ends the call, and the settings core then knows nothing of the
-/// setting.
+/// Creates a setting in a realized group. The options are pairs of a name and a value, applied from left to
+/// right; see applyOption. If an option is invalid, throws and does not create the setting in the settings
+/// core.
 template <class... Pairs>
 void addSetting(FactoryGroup& parent, std::string name, Pairs&&... pairs)
 {
@@ -71,7 +72,7 @@ void addSetting(FactoryGroup& parent, std::string name, Pairs&&... pairs)
     detail::insert(parent, std::move(setting), options.properties);
 }
 
-/// Creates a setting that stands for the one at the target path, and has nothing of its own.
+/// Creates an alias: a setting that refers to the setting at the target path.
 void addAlias(FactoryGroup& parent, std::string name, std::string target);
 
 }  // namespace verdix::settings

@@ -4,12 +4,12 @@
 
 namespace verdix::settings {
 
-/// Names a function in another language.
+/// The name of a function in another language.
 struct FunctionDescriptor
 {
     std::string function;
-    std::string language;  ///< "C" or "Java", exactly
-    std::string owner;     ///< the library for "C", the class for "Java"
+    std::string language;  ///< "C" or "Java", case-sensitive
+    std::string owner;     ///< library for "C", class for "Java"
 };
 
 }  // namespace verdix::settings

@@ -20,21 +20,21 @@ SettingOptions defaultOptions(const FactorySettingNode& node)
     return {defaultProperties(), {}, node.treeContext, fullName(node)};
 }
 
-void refuseName(const SettingOptions& options, std::string_view name)
+void throwInvalidName(const SettingOptions& options, std::string_view name)
 {
     throw std::logic_error(options.fullName + ": " + std::string(name) + " is not a valid input argument.");
 }
 
 namespace {
 
-/// The logical scalars, which all settings share.
+/// Returns a logical scalar whose elements are shared by all settings.
 const Array& logicalScalar(bool value)
 {
     static const std::array scalars{internal::makeScalar<bool>(false), internal::makeScalar<bool>(true)};
     return scalars[value ? 1 : 0];
 }
 
-const char* typeErrorText(Option option)
+const char* typeErrorMessage(Option option)
 {
     switch (option) {
     case Option::hidden:
@@ -61,12 +61,12 @@ const char* typeErrorText(Option option)
 
 }  // namespace
 
-void refuseType(const SettingOptions& options, Option option)
+void throwInvalidType(const SettingOptions& options, Option option)
 {
     if (option == Option::factoryValue) {
-        throw std::logic_error(typeErrorText(option));
+        throw std::logic_error(typeErrorMessage(option));
     }
-    throw std::logic_error(options.fullName + ": " + typeErrorText(option));
+    throw std::logic_error(options.fullName + ": " + typeErrorMessage(option));
 }
 
 void store(SettingOptions& options, Option option, bool value)
@@ -86,14 +86,14 @@ void store(SettingOptions& options, Option option, bool value)
         options.properties.factoryValue = logicalScalar(value);
         return;
     default:
-        refuseType(options, option);
+        throwInvalidType(options, option);
     }
 }
 
 void store(SettingOptions& options, Option option, int value)
 {
     if (option != Option::factoryValue) {
-        refuseType(options, option);
+        throwInvalidType(options, option);
     }
     options.properties.factoryValue = internal::makeScalar<double>(value, options.arrayFactory);
 }
@@ -101,7 +101,7 @@ void store(SettingOptions& options, Option option, int value)
 void store(SettingOptions& options, Option option, const char* value)
 {
     if (value == nullptr) {
-        refuseType(options, option);
+        throwInvalidType(options, option);
     }
     switch (option) {
     case Option::factoryValue:
@@ -114,14 +114,14 @@ void store(SettingOptions& options, Option option, const char* value)
         options.properties.runTimeDefault = makeRunTimeDefault(value);
         return;
     default:
-        refuseType(options, option);
+        throwInvalidType(options, option);
     }
 }
 
 void store(SettingOptions& options, Option option, Array&& value)
 {
     if (option != Option::factoryValue) {
-        refuseType(options, option);
+        throwInvalidType(options, option);
     }
     options.properties.factoryValue = std::move(value);
 }
@@ -136,14 +136,14 @@ void store(SettingOptions& options, Option option, const FunctionDescriptor& val
         options.properties.runTimeDefault = makeRunTimeDefault(value, options.fullName);
         return;
     default:
-        refuseType(options, option);
+        throwInvalidType(options, option);
     }
 }
 
 void store(SettingOptions& options, Option option, ::settings::core::CPPValidator&& value)
 {
     if (option != Option::validationFcn) {
-        refuseType(options, option);
+        throwInvalidType(options, option);
     }
     options.properties.validator = std::move(value);
 }
@@ -151,7 +151,7 @@ void store(SettingOptions& options, Option option, ::settings::core::CPPValidato
 void store(SettingOptions& options, Option option, internal::SettingValueValidator&& value)
 {
     if (option != Option::valueValidator) {
-        refuseType(options, option);
+        throwInvalidType(options, option);
     }
     options.properties.valueValidators.push_back(std::move(value));
 }
@@ -159,7 +159,7 @@ void store(SettingOptions& options, Option option, internal::SettingValueValidat
 void store(SettingOptions& options, Option option, std::vector<internal::SettingValueValidator>&& value)
 {
     if (option != Option::valueValidator) {
-        refuseType(options, option);
+        throwInvalidType(options, option);
     }
     options.properties.valueValidators = std::move(value);
 }
@@ -167,7 +167,7 @@ void store(SettingOptions& options, Option option, std::vector<internal::Setting
 void store(SettingOptions& options, Option option, ::settings::core::detail::ErrorHandler&& value)
 {
     if (option != Option::errorHandler || !value) {
-        refuseType(options, option);
+        throwInvalidType(options, option);
     }
     options.properties.errorHandler = std::move(value);
 }

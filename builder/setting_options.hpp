@@ -16,22 +16,22 @@
 
 namespace verdix::settings {
 
-/// What the option pairs of one node are applied to.
+/// The properties of a node while its options are applied.
 struct SettingOptions
 {
     ::settings::core::detail::FactorySettingProperties properties;
     foundation::verdixdata::standalone::ClientArrayFactory arrayFactory;
     detail::TreeContext treeContext;
-    std::string fullName;  ///< begins the text of every error but one
+    std::string fullName;  ///< for error messages
 };
 
 namespace detail {
 
-/// Properties of a node with no options set.
+/// Returns the properties of a node with no options set.
 [[nodiscard]] ::settings::core::detail::FactorySettingProperties defaultProperties();
 
-/// The same, for a node under a realized group, ready for options. Throws what the getFullName of that
-/// group's node throws.
+/// Returns the options of a node under a realized group, with default properties. Passes on what getFullName
+/// of the parent throws.
 [[nodiscard]] SettingOptions defaultOptions(const FactorySettingNode& node);
 
 enum class Option : unsigned char
@@ -46,11 +46,11 @@ enum class Option : unsigned char
     errorHandler
 };
 
-/// The option of this name, letter case included; nothing for any other name.
+/// Returns the option with this case-sensitive name; std::nullopt if there is none.
 [[nodiscard]] constexpr std::optional<Option> findOption(std::string_view name) noexcept
 {
     constexpr std::pair<std::string_view, Option> table[] = {
-        {"FactoryValue", Option::factoryValue},  // the most frequent first
+        {"FactoryValue", Option::factoryValue},  // first, because it is the most frequent
         {"ValidationFcn", Option::validationFcn},     {"Hidden", Option::hidden},
         {"ValueValidator", Option::valueValidator},   {"ReadOnly", Option::readOnly},
         {"FactoryValueFcn", Option::factoryValueFcn}, {"AdditionalFile", Option::additionalFile},
@@ -64,13 +64,14 @@ enum class Option : unsigned char
     return std::nullopt;
 }
 
-/// Throws the std::logic_error for a name that is no option's.
-[[noreturn]] void refuseName(const SettingOptions& options, std::string_view name);
+/// Throws std::logic_error: `name` is not the name of an option.
+[[noreturn]] void throwInvalidName(const SettingOptions& options, std::string_view name);
 
-/// Throws the option's own std::logic_error for a value of a type that it does not take.
-[[noreturn]] void refuseType(const SettingOptions& options, Option option);
+/// Throws std::logic_error: the type of the value is invalid for the option.
+[[noreturn]] void throwInvalidType(const SettingOptions& options, Option option);
 
-// One form per type that some option takes; each throws refuseType's error for the options that do not.
+// One overload for each type that an option can have. Each throws as throwInvalidType does if the option does
+// not have that type.
 void store(SettingOptions& options, Option option, bool value);
 void store(SettingOptions& options, Option option, int value);
 void store(SettingOptions& options, Option option, const char* value);
@@ -86,39 +87,37 @@ inline constexpr bool isOneOf = (std::is_same_v<T, Candidates> || ...);
 
 }  // namespace detail
 
-/// An option by its name, looked up once when it is a constant. Any string will do: an unknown name is
-/// refused where it is applied, and so is a null pointer, as the empty name.
+/// The name of an option. If the name is a constant, it is looked up at compile time. An unknown name only
+/// throws when it is applied; a null pointer counts as an empty, unknown name.
 class OptionName
 {
 public:
-    constexpr OptionName(const char* spelled) noexcept
-        : OptionName(spelled == nullptr ? std::string_view() : std::string_view(spelled))
+    constexpr OptionName(const char* name) noexcept
+        : OptionName(name == nullptr ? std::string_view() : std::string_view(name))
     {}
-    constexpr OptionName(std::string_view spelled) noexcept
-        : spelled_(spelled), option_(detail::findOption(spelled))
-    {}
-    OptionName(const std::string& spelled) noexcept : OptionName(std::string_view(spelled)) {}
+    constexpr OptionName(std::string_view name) noexcept : name_(name), option_(detail::findOption(name)) {}
+    OptionName(const std::string& name) noexcept : OptionName(std::string_view(name)) {}
 
-    /// Throws std::logic_error for a name that no option has.
+    /// Returns the option. Throws std::logic_error when there is no option with this name.
     [[nodiscard]] detail::Option optionFor(const SettingOptions& options) const
     {
         if (!option_) {
-            detail::refuseName(options, spelled_);
+            detail::throwInvalidName(options, name_);
         }
         return *option_;
     }
 
 private:
-    std::string_view spelled_;
+    std::string_view name_;
     std::optional<detail::Option> option_;
 };
 
-/// Applies one option pair. The names are "Hidden", "ReadOnly", "AdditionalFile" (bool), "FactoryValue"
-/// (bool, int, character pointer, Array), "ValidationFcn" (character pointer, FunctionDescriptor,
-/// CPPValidator), "FactoryValueFcn" (character pointer, FunctionDescriptor), "ValueValidator" (one record,
-/// which is appended, or a vector of records, which replaces) and "ErrorHandler" (a callable that can be
-/// copied). Any other combination, and a null character pointer, compiles and throws std::logic_error, so
-/// that it reads like every other misuse of the tree.
+/// Applies one option. The names, with the types of their values, are "Hidden", "ReadOnly", "AdditionalFile"
+/// (bool), "FactoryValue" (bool, int, character pointer, Array), "ValidationFcn" (character pointer,
+/// FunctionDescriptor, CPPValidator), "FactoryValueFcn" (character pointer, FunctionDescriptor),
+/// "ValueValidator" (a value validator, which is appended, or a vector of value validators, which replaces
+/// the existing ones) and "ErrorHandler" (a copyable callable). Any other combination compiles, but throws
+/// std::logic_error; so does a null character pointer.
 template <class Value>
 void applyOption(SettingOptions& options, OptionName name, Value&& value)
 {
@@ -143,7 +142,7 @@ void applyOption(SettingOptions& options, OptionName name, Value&& value)
     {
         detail::store(options, option, ErrorHandler(std::forward<Value>(value)));
     } else {
-        detail::refuseType(options, option);
+        detail::throwInvalidType(options, option);
     }
 }
 

@@ -31,7 +31,7 @@ Result fromDescriptor(const FunctionDescriptor& function, const std::string& set
 std::pair<std::string, std::string> splitQualifiedName(std::string_view name)
 {
     const std::size_t dot = name.rfind('.');
-    // Without a dot npos + 1 wraps to 0: the whole name is both halves.
+    // Without a dot, npos + 1 is 0, so both parts are the whole name.
     return {std::string(name.substr(0, dot)), std::string(name.substr(dot + 1))};
 }
 
@@ -43,7 +43,7 @@ std::pair<std::string, std::string> splitQualifiedName(std::string_view name)
         std::string_view name;
         MValidator validator = fromQualifiedName<MValidator, MValidator>(name);
     };
-    // Those that nearly every setting names are made once, and shared.
+    // Nearly all settings use one of these, so they share one object each.
     static const Frequent frequent[] = {{"verdix.settings.mustBeLogicalScalar"},
                                         {"verdix.settings.mustBeStringScalar"},
                                         {"verdix.settings.mustBeIntegerScalar"},

@@ -11,24 +11,24 @@
 
 namespace verdix::settings {
 
-/// Splits a dotted name at its last dot into (prefix, function name): "a.b.f" into ("a.b", "f"). A name
-/// without a dot is both.
+/// Splits a qualified name at its last dot into prefix and function name: "a.b.f" into ("a.b", "f"). Without
+/// a dot, both are the whole name.
 [[nodiscard]] std::pair<std::string, std::string> splitQualifiedName(std::string_view name);
 
-/// A validator in the scripting language out of its dotted name.
+/// Returns a validator in the scripting language.
 [[nodiscard]] ::settings::core::Validator makeValidator(std::string_view qualifiedName);
 
-/// A native or managed validator. Raises std::logic_error, which begins with the setting's full name, when
-/// the language is neither "C" nor "Java".
+/// Returns a native or managed validator. Throws std::logic_error, naming the setting, when the language is
+/// neither "C" nor "Java".
 [[nodiscard]] ::settings::core::Validator makeValidator(const FunctionDescriptor& function,
                                                         const std::string& settingName);
 
-/// The same two for functions that compute a factory value.
+/// As makeValidator, for functions that compute a factory value.
 [[nodiscard]] ::settings::core::RunTimeDefault makeRunTimeDefault(std::string_view qualifiedName);
 [[nodiscard]] ::settings::core::RunTimeDefault makeRunTimeDefault(const FunctionDescriptor& function,
                                                                   const std::string& settingName);
 
-/// A validator that runs in this process.
+/// Returns a validator that runs in this process.
 [[nodiscard]] ::settings::core::CPPValidator
 makeCppValidator(::settings::core::CPPValidator::Callable callable);
 

@@ -10,7 +10,7 @@
 
 namespace verdix::settings::internal {
 
-/// A 1-by-1 array of T: bool, double or an integer width.
+/// Returns a 1-by-1 array; T is bool, double or an integer type.
 template <class T>
 [[nodiscard]] foundation::verdixdata::Array
 makeScalar(std::type_identity_t<T> value, const foundation::verdixdata::ArrayFactory& factory =
@@ -21,8 +21,8 @@ makeScalar(std::type_identity_t<T> value, const foundation::verdixdata::ArrayFac
     return array;
 }
 
-/// A 1-by-N row of T out of whole numbers; 1-by-0 out of none. Raises boost::numeric::negative_overflow or
-/// boost::numeric::positive_overflow for the first number that T cannot hold.
+/// Converts integers to a 1-by-N array of T. Throws boost::numeric::negative_overflow or
+/// boost::numeric::positive_overflow when a number is out of the range of T.
 template <class T>
 [[nodiscard]] foundation::verdixdata::Array makeRow(std::span<const int> values)
 {
@@ -33,7 +33,7 @@ template <class T>
     return row;
 }
 
-/// A 1-by-N row of doubles.
+/// Returns a 1-by-N array of doubles.
 [[nodiscard]] inline foundation::verdixdata::Array makeRow(std::span<const double> values)
 {
     const foundation::verdixdata::standalone::ClientArrayFactory factory;

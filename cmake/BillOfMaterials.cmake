@@ -1,11 +1,11 @@
-# The software bill of materials: what the build was made of, as an SPDX 2.3 document.
+# The software bill of materials: the dependencies of the build, as an SPDX 2.3 document.
 #
 # Function  vx_record_dependency(NAME VERSION version LICENSE SPDX-expression HOMEPAGE url
 #                                [LIBRARIES glob...] [RELATION relation])
-#               to be called where a dependency is found. LIBRARIES are the shared libraries of it that the product
-#               links. RELATION, of SPDX, is DEPENDS_ON unless given, e.g. TEST_DEPENDENCY_OF.
+#               records a dependency after find_package. LIBRARIES are its shared libraries that the product links.
+#               RELATION is the SPDX relationship, e.g. TEST_DEPENDENCY_OF (DEPENDS_ON).
 # Function  vx_write_bill_of_materials()
-#               to be called when everything is recorded. The time in it is that of SOURCE_DATE_EPOCH where that is set.
+#               writes the document after all dependencies were recorded. SOURCE_DATE_EPOCH overrides the time in it.
 # Variable  VX_BILL_OF_MATERIALS  the file
 
 set(VX_BILL_OF_MATERIALS
@@ -14,8 +14,8 @@ set(VX_BILL_OF_MATERIALS
 function(vx_record_dependency name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "VERSION;LICENSE;HOMEPAGE;RELATION" "LIBRARIES")
     if(NOT arg_VERSION OR NOT arg_LICENSE OR NOT arg_HOMEPAGE OR arg_UNPARSED_ARGUMENTS)
-        message(FATAL_ERROR "vx_record_dependency(${name} ...): VERSION, LICENSE and HOMEPAGE are needed, each with "
-                            "a value; version \"${arg_VERSION}\".")
+        message(FATAL_ERROR "vx_record_dependency(${name} ...): VERSION, LICENSE and HOMEPAGE must not be empty; "
+                            "VERSION is \"${arg_VERSION}\".")
     endif()
     set(id "SPDXRef-${name}")
     set(comment "")
@@ -47,7 +47,7 @@ function(vx_write_bill_of_materials)
     get_property(packages GLOBAL PROPERTY VX_BILL_PACKAGES)
     get_property(relations GLOBAL PROPERTY VX_BILL_RELATIONS)
     string(TIMESTAMP created "%Y-%m-%dT%H:%M:%SZ" UTC)
-    # A document of other content is another document.
+    # SPDX demands a unique identifier for each document, so it is derived from the content.
     string(UUID identity NAMESPACE 6ba7b811-9dad-11d1-80b4-00c04fd430c8 TYPE SHA1
            NAME "${PROJECT_VERSION}${created}${packages}${relations}")
     file(WRITE "${VX_BILL_OF_MATERIALS}" "\
@@ -77,7 +77,7 @@ function(vx_write_bill_of_materials)
 ")
 endfunction()
 
-# What every program brings along, whatever else it uses.
+# Dependencies of every program.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     vx_record_dependency(libstdc++ VERSION "${CMAKE_CXX_COMPILER_VERSION}"
                          LICENSE "GPL-3.0-or-later WITH GCC-exception-3.1" HOMEPAGE "https://gcc.gnu.org/"

@@ -1,10 +1,10 @@
-# Language level, warnings, sanitizers and folders: the same for every target of the project.
+# Language level, warnings, sanitizers and folders of all targets.
 #
-# Variables  VX_ELF              true where libraries are ELF files, and so the options of their linkers are known
-#            VX_LIBSTDCXX        true where the C++ library is GNU's
-#            VX_ORIGIN           how a run path names the folder of the file that it stands in
-#            VX_PROGRAM_TO_LIBS  from the folder of the programs to that of the libraries
-# Function   vx_export_only(TARGET MAP)  lets the library TARGET give the symbols named in a version script, no others
+# Variables  VX_ELF              true if libraries are ELF files, so that options of ELF linkers can be used
+#            VX_LIBSTDCXX        true if the C++ standard library is libstdc++
+#            VX_ORIGIN           $ORIGIN, or its equivalent, for run paths
+#            VX_PROGRAM_TO_LIBS  relative path from the folder of the programs to the folder of the libraries
+# Function   vx_export_only(TARGET MAP)  restricts the exported symbols of a library to those in a version script
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -24,8 +24,8 @@ if(UNIX AND NOT APPLE)
     set(VX_ELF TRUE)
 endif()
 
-# The build folder is laid out as an installation is: what finds its parts in one finds them in the other, wherever
-# that was moved to, and files are installed as they were linked.
+# The build folder has the layout of an installation. Programs find their parts by relative paths in both, an
+# installation can be moved, and files are installed as they were linked.
 include(GNUInstallDirs)
 foreach(folder BINDIR LIBDIR INCLUDEDIR DATADIR)
     if(IS_ABSOLUTE "${CMAKE_INSTALL_${folder}}")
@@ -41,8 +41,8 @@ set(VX_ORIGIN "$ORIGIN")
 if(APPLE)
     set(VX_ORIGIN "@loader_path")
 endif()
-# That of programs. Libraries with needs beside them set VX_ORIGIN alone: the loader tells folders apart by their
-# spelling, and searches each spelling for every other library on each start. This one is the program's.
+# Run path of programs. Libraries that need other libraries in the same folder use VX_ORIGIN. Every distinct spelling
+# of a folder costs time at each start, because the dynamic linker searches each of them for all libraries.
 set(CMAKE_INSTALL_RPATH "${VX_ORIGIN}/${VX_PROGRAM_TO_LIBS}")
 set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
 set(CMAKE_INSTALL_RPATH_USE_LINK_PATH ON)
@@ -61,20 +61,21 @@ if(VERDIX_WARNINGS_AS_ERRORS)
     add_compile_options($<IF:$<BOOL:${MSVC}>,/WX,-Werror>)
 endif()
 if(NOT MSVC AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
-    # Equal sources give equal files, wherever they were built. A debugger needs the real folders, so not for it.
+    # Reproducible builds: object files do not depend on the folder. Not for Debug, because debuggers need the real
+    # paths.
     add_compile_options("-ffile-prefix-map=${PROJECT_BINARY_DIR}=build" "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
 endif()
 if(VERDIX_SANITIZE)
     add_compile_options(-fsanitize=${VERDIX_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${VERDIX_SANITIZE})
 elseif(VX_ELF)
-    # A library that misses a definition fails where it is linked. Not with sanitizers: clang leaves their run-time
-    # functions to be found in the executable.
+    # Report undefined symbols when a library is linked. Not with sanitizers, because clang links their run-time
+    # functions into the executable only.
     add_link_options(LINKER:--no-undefined)
 endif()
 
-# Templates of the standard library are visible whatever the compiler is told; the linker has the last word. Where
-# there are no version scripts, hidden visibility has to do.
+# Templates of the standard library have default visibility despite the compiler options, so the linker must hide
+# them. Without version scripts, they stay visible.
 function(vx_export_only target map)
     if(VX_ELF)
         cmake_path(ABSOLUTE_PATH map BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}")

@@ -1,4 +1,4 @@
-# `cpack` in the build folder makes verdix-factory-settings_<version>_<architecture>.deb of all that is installed.
+# `cpack` in the build folder creates verdix-factory-settings_<version>_<architecture>.deb with all components.
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME verdix-factory-settings)
@@ -12,11 +12,11 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION libs)
-# The libraries in the package need each other, and others may link them.
+# The libraries in the package depend on each other, and other packages may link them.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
-# To build against the headers, not to run.
+# Only needed to build against the headers.
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "libboost1.81-dev, libboost-log1.81-dev")
 set(CPACK_PRE_BUILD_SCRIPTS "${PROJECT_SOURCE_DIR}/cmake/DebianFolders.cmake")
 include(CPack)

@@ -1,12 +1,12 @@
-# What `cmake --install` puts where, and the packages by which others find it.
+# Installation, and the CMake and pkg-config packages for other projects.
 #
 # Components  Module       the bundle
 #             Platform     the libraries of the embedded platform
-#             Tool         vxsettings, with what shells, readers and editors want of it
+#             Tool         vxsettings, with completions, manual page and JSON Schema
 #             Development  headers, the CMake package VerdixFactorySettings, the pkg-config file
 #
-# What the build writes below the folder for data in the build folder, such as manual page and JSON Schema, goes to the
-# same place in the installation.
+# Files that the build writes to the data folder in the build folder, such as the manual page and the JSON Schema, are
+# installed in the same place of the installation.
 
 include(CMakePackageConfigHelpers)
 set(package "${CMAKE_INSTALL_LIBDIR}/cmake/VerdixFactorySettings")
@@ -15,7 +15,7 @@ set(bundle_name com_tarnwick_verdix_factory_settings)
 set(bundle_name "${CMAKE_SHARED_LIBRARY_PREFIX}${bundle_name}${CMAKE_SHARED_LIBRARY_SUFFIX}")
 set(bundle "${CMAKE_INSTALL_LIBDIR}/verdix/bundles/${bundle_name}")
 
-# As a plain file: stripping would cut off the archive behind the library.
+# Installed as a plain file, because stripping a library removes the archive appended to it.
 install(FILES "${PROJECT_BINARY_DIR}/${bundle}" COMPONENT Module
         DESTINATION "${CMAKE_INSTALL_LIBDIR}/verdix/bundles")
 
@@ -23,11 +23,11 @@ function(vx_install_platform)
     set(headers "${CMAKE_INSTALL_INCLUDEDIR}/verdix-factory-settings")
     install(TARGETS vx_interfaces EXPORT Interfaces
         FILE_SET HEADERS DESTINATION "${headers}" COMPONENT Development
-        INCLUDES DESTINATION "${headers}")  # for CMake before 3.23, which knows no file sets
+        INCLUDES DESTINATION "${headers}")  # for projects with CMake before 3.23, which has no file sets
     install(FILES "${PROJECT_SOURCE_DIR}/builder/factory_node.hpp"
             DESTINATION "${headers}/builder" COMPONENT Development)
     if(VX_FRAMEWORK_EMBEDDED)
-        # In a folder of its own, not to be searched where CppMicroServices itself is used.
+        # In a separate folder, which projects that use an installed CppMicroServices must not search.
         set(framework_headers FILE_SET HEADERS DESTINATION "${headers}/service_framework" COMPONENT Development
                               INCLUDES DESTINATION "${headers}/service_framework")
     endif()

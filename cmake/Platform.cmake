@@ -1,16 +1,16 @@
-# The platform that the module is linked with: the embedded one, or one that a package brings.
+# The platform that the module is linked with: the embedded platform, or an external one from a CMake package.
 #
-# Cache option  VERDIX_PLATFORM    embedded, external (the module is all that is built then)
-# Targets       vx::interfaces     the declarations that the module is written against
+# Cache option  VERDIX_PLATFORM    embedded, or external (builds the module only) Targets
+# vx::interfaces     the declarations that the module is written against
 #               vx::data           data arrays
 #               vx::foundation     feature switches, logging, access to the service framework
 #               vx::settings_core  the settings core
 #
 # An external platform is the CMake package VerdixPlatform. Its imported targets VerdixPlatform::Data, ::Foundation and
-# ::SettingsCore are libraries that define what the headers of their part in interfaces/ declare. They carry the folders
-# of the platform's own headers: these are compiled against, not those in interfaces/. Only <builder/factory_node.hpp>,
-# with what it includes, is the module's; this project installs it for the platform. A platform that runs in the stand-in of the service
-# framework also has VerdixPlatform::ServiceFramework, so that both use one library.
+# ::SettingsCore are libraries that define what the corresponding headers in interfaces/ declare. Their include folders
+# have the platform's own versions of these headers, and the module is compiled with those. Only
+# <builder/factory_node.hpp> belongs to the module; this project installs it for the platform. A platform that uses the
+# embedded service framework also has the target VerdixPlatform::ServiceFramework, so that both use the same library.
 
 set(VERDIX_PLATFORM embedded CACHE STRING "Platform to build the module for: embedded or external")
 set_property(CACHE VERDIX_PLATFORM PROPERTY STRINGS embedded external)
@@ -24,7 +24,7 @@ function(vx_require_external_platform)
     foreach(part Data Foundation SettingsCore)
         if(NOT TARGET VerdixPlatform::${part})
             message(FATAL_ERROR "The package VerdixPlatform in ${VerdixPlatform_DIR} has no target "
-                                "VerdixPlatform::${part}; ask its maker for one that has.")
+                                "VerdixPlatform::${part}; install a version of the platform that has it.")
         endif()
     endforeach()
 endfunction()

@@ -1,7 +1,7 @@
-# The service framework: the system's CppMicroServices 3.8 where there is one, else the embedded framework.
+# The service framework: an installed CppMicroServices 3.8 if CMake finds one, else the embedded framework.
 #
-# Cache option  VERDIX_SERVICE_FRAMEWORK  auto (the system's if found, else embedded), embedded, system
-# Targets       vx::service_framework     headers and libraries of the framework and of the component runtime's
+# Cache option  VERDIX_SERVICE_FRAMEWORK  auto (installed if found, else embedded), embedded, system Targets
+# vx::service_framework     headers and libraries of the framework and of the component runtime's
 #                                         interface
 #               vx::framework_bundles     <framework_bundles.hpp>: the framework's name and version, and the bundles
 #                                         that a host must install and start before any other
@@ -17,11 +17,11 @@ if(NOT VERDIX_SERVICE_FRAMEWORK MATCHES "^(auto|embedded|system)$")
                         "set it to auto, embedded or system.")
 endif()
 if(NOT VERDIX_SERVICE_FRAMEWORK STREQUAL "embedded")
-    # In this order: the component runtime's package asks for the other targets, but does not look for them.
+    # The order matters: the package of the component runtime uses the other targets without searching for them.
     set(components Framework ServiceComponent usAsyncWorkService DeclarativeServices)
     find_package(CppMicroServices 3.8 QUIET COMPONENTS ${components})
     if(NOT CppMicroServices_FOUND AND CppMicroServices_CONSIDERED_CONFIGS)
-        # There is one that cannot be used: again, for CMake to say why.
+        # An unusable package was found: repeat without QUIET, so that CMake prints the reason.
         find_package(CppMicroServices 3.8 COMPONENTS ${components})
         string(CONCAT unusable "the CppMicroServices ${CppMicroServices_CONSIDERED_VERSIONS} that CMake found cannot be "
                                "used, for the reason above (${CppMicroServices_CONSIDERED_CONFIGS}).")
@@ -35,11 +35,11 @@ if(VERDIX_SERVICE_FRAMEWORK STREQUAL "system" AND NOT CppMicroServices_FOUND)
     message(FATAL_ERROR "VERDIX_SERVICE_FRAMEWORK is \"system\", but CMake found no CppMicroServices 3.8. Add its "
                         "installation prefix to CMAKE_PREFIX_PATH, or set VERDIX_SERVICE_FRAMEWORK to embedded.")
 elseif(unusable)
-    message(WARNING "The embedded service framework is used, as ${unusable} Set VERDIX_SERVICE_FRAMEWORK to embedded "
-                    "if that is wanted.")
+    message(WARNING "Using the embedded service framework: ${unusable} Set VERDIX_SERVICE_FRAMEWORK to embedded to "
+                    "suppress this warning.")
 endif()
 
-# The two libraries that declare the interface, their headers seen as system headers.
+# Uses the two libraries that declare the interface, with their headers as system headers.
 function(vx_use_system_framework)
     add_library(vx_service_framework INTERFACE)
     set_target_properties(vx_service_framework PROPERTIES EXPORT_NAME ServiceFramework)
@@ -82,7 +82,7 @@ file(GENERATE OUTPUT "${VX_FRAMEWORK_BUNDLES_HEADER}" CONTENT "\
 
 namespace vx {
 
-/// The service framework that this program was built for, as its framework properties give it too.
+/// Name and version of the service framework, as in its framework properties.
 inline constexpr std::string_view frameworkName = \"${VX_FRAMEWORK_NAME}\";
 inline constexpr std::string_view frameworkVersion = \"${VX_FRAMEWORK_VERSION}\";
 
@@ -98,7 +98,7 @@ target_sources(vx_framework_bundles INTERFACE
     FILE_SET HEADERS BASE_DIRS "${PROJECT_BINARY_DIR}/generated" FILES "${VX_FRAMEWORK_BUNDLES_HEADER}")
 target_link_libraries(vx_framework_bundles INTERFACE vx::service_framework)
 if(NOT VX_FRAMEWORK_EMBEDDED)
-    # The component runtime needs these libraries, but has no run path to them, so a host brings them along.
+    # The component runtime needs these libraries, but has no run path to them, so hosts must link them.
     target_link_libraries(vx_framework_bundles INTERFACE usServiceComponent usAsyncWorkService)
     if(VX_ELF)
         target_link_options(vx_framework_bundles INTERFACE LINKER:--no-as-needed)
@@ -113,7 +113,7 @@ function(vx_add_bundle_manifest target manifest)
     endif()
     cmake_path(ABSOLUTE_PATH manifest BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}" NORMALIZE)
     target_compile_definitions(${target} PRIVATE "US_BUNDLE_NAME=${arg_SYMBOLIC_NAME}")
-    # A changed manifest alone must link the library anew, as the archive is appended after linking.
+    # A changed manifest must cause relinking, because the archive is appended after linking.
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${manifest}")
     if(VX_FRAMEWORK_EMBEDDED)
         set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "$<TARGET_FILE:vx_append_manifest>")
@@ -127,7 +127,7 @@ function(vx_add_bundle_manifest target manifest)
 endfunction()
 
 function(vx_append_system_manifest target manifest symbolic_name)
-    # The resource compiler knows files by their name relative to its folder, so the manifest needs one of its own.
+    # The resource compiler names files relative to its working folder, so the manifest needs a separate folder.
     set(folder "${CMAKE_CURRENT_BINARY_DIR}/${target}.bundle")
     configure_file("${manifest}" "${folder}/manifest.json" COPYONLY)
     usFunctionEmbedResources(TARGET ${target} BUNDLE_NAME "${symbolic_name}" WORKING_DIRECTORY "${folder}"

@@ -1,11 +1,11 @@
-# Run by vx_embed_text: writes the C++ source that holds the texts.
+# Run by vx_embed_text: writes the C++ source with the contents of the files.
 set(content "#include \"${HEADER}\"\n\nnamespace ${NAMESPACE} {\n")
-foreach(text IN LISTS TEXTS)
-    string(REGEX MATCH "^([^=]*)=(.*)$" both "${text}")
+foreach(named_file IN LISTS NAMED_FILES)
+    string(REGEX MATCH "^([^=]*)=(.*)$" both "${named_file}")
     set(name "${CMAKE_MATCH_1}")
     file(READ "${CMAKE_MATCH_2}" literal)
     if(literal MATCHES "[)]text\"")
-        message(FATAL_ERROR "${CMAKE_MATCH_2} holds the mark that ends its C++ literal: )text\"")
+        message(FATAL_ERROR "${CMAKE_MATCH_2} contains the sequence that ends its C++ string literal: )text\"")
     endif()
     string(APPEND content "\nconst std::string_view ${name} = R\"text(${literal})text\";\n")
 endforeach()

@@ -6,7 +6,7 @@ class BundleContextPrivate;
 
 namespace settings::verdix {
 
-/// The context that the framework gave this bundle, or null while the bundle is not started.
+/// Returns the context that the framework set for this bundle; null while the bundle is not started.
 [[nodiscard]] cppmicroservices::BundleContextPrivate* getBundleContext();
 
 }  // namespace settings::verdix

@@ -1,4 +1,4 @@
-// What the service framework finds by name in the bundle's library.
+// The functions that the service framework looks up by name in the library of the bundle.
 
 #include <component/bundle_context.hpp>
 #include <component/factory_settings_verdix.hpp>
@@ -40,7 +40,7 @@ US_ABI_EXPORT void DeleteInstance_settings_verdix_FactorySettingsVerdix(Componen
     delete instance;
 }
 
-// NOLINTNEXTLINE(bugprone-reserved-identifier): the framework composes this name from the bundle's
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the framework derives this name from that of the bundle
 US_ABI_EXPORT void _us_set_bundle_context_instance_com_tarnwick_verdix_factory_settings(
     cppmicroservices::BundleContextPrivate* context)
 {

@@ -7,8 +7,8 @@
 
 namespace settings::verdix {
 
-/// Provides the factory settings of everything under "verdix". Holds no state: each call builds anew, and
-/// what goes wrong while it builds is passed on to the caller.
+/// Provides the factory settings under "verdix". Stateless: each call of createTree builds a new tree and
+/// passes exceptions on to the caller.
 class FactorySettingsVerdix final : public ::settings::core::FactorySettingsLoader
 {
 public:

@@ -12,7 +12,7 @@ namespace settings::verdix {
 
 namespace {
 
-// Lives as long as the module is loaded.
+// Exists as long as the module is loaded.
 foundation::log::basic_diagnostic_logger<char> diagnosticLogger("connector::desktop::userDir");
 
 }  // namespace
@@ -23,9 +23,9 @@ std::optional<std::string> environmentVariable(const char* name)
     return value == nullptr ? std::nullopt : std::optional<std::string>(value);
 }
 
-void logDecision(std::string_view text, std::string_view detail)
+void logDecision(std::string_view message, std::string_view detail)
 {
-    BOOST_LOG_SEV(diagnosticLogger, decisionSeverity) << text << detail;
+    BOOST_LOG_SEV(diagnosticLogger, decisionSeverity) << message << detail;
 }
 
 }  // namespace settings::verdix

@@ -1,7 +1,7 @@
 #pragma once
 
-// What the areas of the tree may ask of the process around them: services, feature switches, the
-// environment, and the diagnostic log in which they say what they made of it.
+// The inputs of the areas from the process: services, feature switches and environment variables; and the
+// diagnostic log in which areas explain decisions based on them.
 
 #include <foundation/cppmicroservices/framework.hpp>
 #include <foundation/feature/ifeature.hpp>
@@ -21,7 +21,7 @@
 
 namespace settings::verdix {
 
-/// Reports through the assertion hook when the service behind the reference is one of a single configuration.
+/// Reports a failed assertion if the service is registered for a single configuration of the environment.
 template <class T>
 void assertIfPerConfigService(const cppmicroservices::ServiceReference<T>& reference)
 {
@@ -32,8 +32,8 @@ void assertIfPerConfigService(const cppmicroservices::ServiceReference<T>& refer
         "behavior. If intended, please use getPerConfigService API");
 }
 
-/// The service of this interface that the process's framework ranks first, or null when there is none. Raises
-/// cppmicroservices::ServiceException for an interface without an identifier.
+/// Returns the service with interface T that has the highest ranking; null when there is none. Throws
+/// cppmicroservices::ServiceException when T has no interface identifier.
 template <class T>
 [[nodiscard]] std::shared_ptr<T> getServiceFromContext()
 {
@@ -58,16 +58,15 @@ template <class T>
     return context.GetServiceObjects(chosen).GetService();
 }
 
-/// The variable's text in the encoding of the process, or nothing when it is not set. Read anew on every
-/// call; nobody in the process may change the environment meanwhile.
+/// Returns the current value of an environment variable; std::nullopt when it is not set. No other thread may
+/// change the environment during the call.
 [[nodiscard]] std::optional<std::string> environmentVariable(const char* name);
 
-/// Severity of the decisions that areas log.
+/// Severity of logged decisions: debug.
 inline constexpr int decisionSeverity = 4;
 
-/// Writes the text, directly followed by the detail, to the module's diagnostic log, if that is enabled and
-/// takes records of decisionSeverity.
-void logDecision(std::string_view text, std::string_view detail = {});
+/// Logs message and detail, without a separator, with decisionSeverity.
+void logDecision(std::string_view message, std::string_view detail = {});
 
 }  // namespace settings::verdix
 
@@ -76,12 +75,13 @@ namespace foundation::feature {
 template <int Tag>
 class Feature;
 
-/// A feature switch of the environment, by its name.
+/// A feature switch of the environment.
 template <>
 class Feature<0> final : public IFeature
 {
 public:
-    /// Raises std::logic_error unless the name ends at `length`. The name is not copied.
+    /// `name` must have a terminating null character at `length`, else throws std::logic_error. It is not
+    /// copied.
     Feature(const char* name, std::size_t length);
 
     template <std::size_t Size>

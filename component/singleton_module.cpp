@@ -1,6 +1,6 @@
-// Every module that serializes carries the lock functions of Boost's singleton module, and the loader binds
-// all of them to one copy. This module serializes nothing, but is among those that the others were linked
-// with, so it keeps its copy of the four.
+// Modules that use Boost.Serialization export the lock functions of its singleton_module as weak symbols,
+// which the dynamic linker binds to one definition in the process. This module serializes nothing, but other
+// modules were linked with it, so it keeps exporting these four functions.
 
 #include <boost/serialization/singleton.hpp>
 
@@ -15,7 +15,7 @@ struct LockFunctions
     bool (singleton_module::*isLocked)();
 };
 
-// The fourth, get_lock, is private; Boost itself marks it as used.
+// The fourth one, get_lock, is private; Boost itself makes sure that it is emitted.
 [[gnu::used]] const LockFunctions lockFunctions = {&singleton_module::lock, &singleton_module::unlock,
                                                    &singleton_module::is_locked};
 

@@ -11,18 +11,18 @@ using ::settings::core::ReleaseChangeTable;
 
 namespace {
 
-/// A record of one release: a move to the target, or a removal where there is none.
+/// A change in a release: a move to the target, or a removal if there is no target.
 struct Change
 {
     std::string_view path;
     std::string_view target = {};
 };
 
-// Users' files are carried forward one release after the other, each list from top to bottom. A list never
-// changes once its release is out: what was wrong in it is put right by a later one.
+// Users' settings files are migrated release by release, applying each list from top to bottom. The list of a
+// published release never changes; errors in it are fixed by a later list.
 
 constexpr Change r2020b[] = {
-    // The old name said less than it did: it always was the spacing, never the number format.
+    // The old name was misleading: the setting is the line spacing, not the number format.
     {"verdix.commandwindow.NumericDisplay", "verdix.commandwindow.DisplayLineSpacing"},
     {"verdix.colors.programmingtools.WarningsColor",
      "verdix.colors.programmingtools.CodeAnalyzerWarningColor"},
@@ -56,7 +56,7 @@ constexpr Change r2023a[] = {
     {"verdix.keyboard.suggestions"},
 };
 
-// What both editors share went to the top of the suggestions area, the rest to the part it belongs to.
+// Settings that editor and command window share moved to the suggestions group, the others to its subgroups.
 constexpr Change r2025b[] = {
     {"verdix.editor.suggestions.ShowTips", "verdix.suggestions.ShowTips"},
     {"verdix.editor.suggestions.AcceptOnRightArrow", "verdix.suggestions.AcceptOnRightArrow"},
@@ -74,7 +74,7 @@ constexpr Change r2025b[] = {
      "verdix.suggestions.commandwindow.TabAcceptsOnOneSuggestion"},
 };
 
-// A group goes before its members, so that files in which only members are left are still cleared.
+// Groups and their members are listed both, so that files that only contain members are cleaned up, too.
 constexpr Change r2026a[] = {
     {"verdix.desktop.help.SingleSource"},
     {"verdix.editor.suggestions"},
@@ -103,7 +103,7 @@ constexpr Release releases[] = {
     {"R2023a", r2023a}, {"R2025b", r2025b}, {"R2026a", r2026a},
 };
 
-std::string_view firstSegment(std::string_view path)
+std::string_view rootGroupOf(std::string_view path)
 {
     return path.substr(0, path.find('.'));
 }
@@ -117,7 +117,7 @@ std::vector<std::string> onePath(std::string_view path)
 
 void addMove(ReleaseChangeSet& set, std::string_view source, std::string_view target)
 {
-    set.crossesRootGroups = set.crossesRootGroups || firstSegment(source) != firstSegment(target);
+    set.crossesRootGroups = set.crossesRootGroups || rootGroupOf(source) != rootGroupOf(target);
     set.changes.emplace_back("move", onePath(source), onePath(target));
 }
 

@@ -6,14 +6,14 @@
 
 namespace settings::verdix {
 
-/// Appends a move, and notes when it leads from one root group to another.
+/// Appends a move and sets crossesRootGroups if the target is in another root group.
 void addMove(::settings::core::ReleaseChangeSet& set, std::string_view source, std::string_view target);
 
-/// Appends a removal: of a setting, or of a group with everything under it.
+/// Appends the removal of a setting, or of a group with all of its members.
 void addRemove(::settings::core::ReleaseChangeSet& set, std::string_view path);
 
-/// Puts every release's moves and removals into the table, one entry a release, the oldest with index 0.
-/// Entries of these indexes are replaced, others left alone.
+/// Sets one entry of the table for each release, the oldest at index 0. Replaces existing entries with these
+/// indices and keeps all others.
 void fillReleaseChanges(::settings::core::ReleaseChangeTable& table);
 
 }  // namespace settings::verdix

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Measures speed and size, and writes what it found into bench/results.json, docs/performance.md and its pictures.
+# Measures speed and size, and writes the results to bench/results.json, docs/performance.md and its pictures.
 #
-#   scripts/bench.sh           sets up, builds, measures; two to three minutes on a quiet machine
-#   scripts/bench.sh --build   also times a build from nothing with the tests, on two cores and without ccache
+#   scripts/bench.sh           sets up, builds, measures; takes two to three minutes on an idle machine
+#   scripts/bench.sh --build   also times a full build with the tests, on two cores and without ccache
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 
@@ -14,7 +14,7 @@ esac
 
 build_benchmarks
 
-# Whatever else a build does, it does here: configuring, compiling, linking, and finding out the tests.
+# Includes everything that a build does: configuring, compiling, linking, and discovering the tests.
 time_full_build() {
     local folder start=$EPOCHREALTIME
     folder=$(mktemp -d)
@@ -29,7 +29,7 @@ results=$folder/results
 mkdir -p -- "$results"
 rm -f -- "$results"/*
 
-echo "Counting what a tree allocates ..." >&2
+echo "Counting allocations ..." >&2
 "$folder/bin/vx_bench_memory" >"$results/memory.json"
 echo "Timing first trees ..." >&2
 for ((round = 0; round < 101; ++round)); do
@@ -37,13 +37,13 @@ for ((round = 0; round < 101; ++round)); do
 done >"$results/first_tree.txt"
 echo "Timing whole processes ..." >&2
 "$folder/bin/vx_bench_start" 200 >"$results/start.json"
-echo "Timing the tree and the others ..." >&2
+echo "Timing the tree and other libraries ..." >&2
 "$folder/bin/vx_bench_tree" --benchmark_repetitions=15 --benchmark_min_time=0.1 \
     --benchmark_enable_random_interleaving=true --benchmark_report_aggregates_only=true \
     --benchmark_out="$results/tree.json" --benchmark_out_format=json >/dev/null
 strip -o "$results/module.so" "$folder/lib/verdix/bundles/libcom_tarnwick_verdix_factory_settings.so"
 if $time_build; then
-    echo "Building everything from nothing ..." >&2
+    echo "Timing a full build ..." >&2
     time_full_build >"$results/build_seconds"
 fi
 "$project/bench/report.py" "$folder" "$project"

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Shared by the scripts beside it: source it, do not run it.
+# Functions for the other scripts: source it, do not run it.
 
 project=$(dirname -- "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")")
 
@@ -8,7 +8,7 @@ fail() {
     exit 1
 }
 
-# quietly COMMAND [ARGUMENT...]: progress is for people at a terminal; elsewhere only a failure is worth reading.
+# quietly COMMAND [ARGUMENT...]: shows the output on a terminal; elsewhere only if the command fails.
 quietly() {
     if [[ -t 2 ]]; then
         "$@" </dev/null >&2
@@ -24,7 +24,7 @@ quietly() {
     return "$status"
 }
 
-# alone PRESET COMMAND [ARGUMENT...]: whoever else works on the preset's build folder waits meanwhile.
+# alone PRESET COMMAND [ARGUMENT...]: runs the command while holding the lock of the preset's build folder.
 alone() {
     local folder="$project/build/$1"
     shift
@@ -35,17 +35,17 @@ alone() {
     ) 9>"$folder/.lock"
 }
 
-# configure PRESET: only where there is no usable configuration yet; ninja itself watches the CMake files.
+# configure PRESET: runs CMake unless there is a usable configuration; ninja reconfigures when CMake files change.
 configure() {
     local folder="$project/build/$1"
     if ! grep -qsxF "CMAKE_HOME_DIRECTORY:INTERNAL=$project" "$folder/CMakeCache.txt"; then
-        quietly cmake -S "$project" --preset "$1" --fresh # also after the checkout was moved
+        quietly cmake -S "$project" --preset "$1" --fresh # needed after the checkout was moved
     elif [[ ! -e $folder/build.ninja || $project/CMakePresets.json -nt $folder/build.ninja ]]; then
         quietly cmake -S "$project" --preset "$1"
     fi
 }
 
-# build PRESET [TARGET...]: without a TARGET, everything.
+# build PRESET [TARGET...]: builds the targets (all).
 build() {
     local folder="$project/build/$1"
     configure "$1"
@@ -55,7 +55,7 @@ build() {
     fi
 }
 
-# build_benchmarks [TARGET...]: into build/bench, as people get it; without a TARGET, all benchmarks.
+# build_benchmarks [TARGET...]: builds the targets (all benchmarks) in build/bench with the preset release.
 build_benchmarks() {
     local folder="$project/build/bench"
     (($#)) || set -- bench

@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
 # Builds against an installed CppMicroServices instead of the embedded framework, and runs all tests on it.
-# docs/service-framework.md says what the installation needs.
+# docs/service-framework.md lists the requirements for the installation.
 #
-#   scripts/conformance.sh PREFIX   the folder that it was installed to
+#   scripts/conformance.sh PREFIX   PREFIX is the installation prefix
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 
-[[ $# == 1 && -d $1 ]] || fail "give the folder that CppMicroServices is installed to; see the head of this file"
+[[ $# == 1 && -d $1 ]] || fail "give the installation prefix of CppMicroServices; see the head of this file"
 prefix=$(realpath -- "$1")
 folder=$project/build/conformance
 
-# run_tests WHAT [ARGUMENT...]: those that ctest chooses by the arguments; prints how many there were.
+# run_tests WHAT [ARGUMENT...]: runs the tests that ctest selects with the arguments and prints their number.
 run_tests() {
     local what=$1 log=$folder/${1// /_}.log
     shift

@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
-# Reports which branches of the module and the settings core the tests take, and the lines of those they do not.
-# Branches that the compiler makes do not count: for exceptions, for what cannot be reached, and on lines without a
-# decision, where temporaries are cleaned up and statics are made.
+# Reports the branch coverage of the module and the settings core, with the lines of the branches that no test takes.
+# Branches that the compiler generates are excluded: for exceptions, for unreachable code, and on lines without a
+# decision, where temporaries are destroyed and static variables are initialised.
 #
 #   scripts/coverage.sh          builds everything, runs all tests, reports
-#   scripts/coverage.sh TEST...  builds and runs these test executables alone
+#   scripts/coverage.sh TEST...  builds and runs only these test executables
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 
-# Only memory would be judged by these, and at great length.
+# These tests only measure memory, and take long.
 long=StaysFlat
 
 run_tests() {
@@ -23,9 +23,9 @@ run_tests() {
 
 "$project/scripts/setup.sh" --coverage --quiet
 cd -- "$project"
-# Bundles and native libraries are opened by name.
+# Bundles and native libraries are loaded at run time, so the test executables do not depend on them.
 alone coverage build coverage "$@" ${1:+com_tarnwick_verdix_factory_settings vxsavevars vxservices vxgraphics_state}
-find build/coverage -name '*.gcda' -delete # of earlier runs
+find build/coverage -name '*.gcda' -delete # from earlier runs
 quietly run_tests "$@"
 no_decision='(?!.*(\b(if|while|for|switch|case)\b|&&|\|\||\?)).*'
 report=(gcovr --root . --object-directory build/coverage --exclude-throw-branches --exclude-unreachable-branches

@@ -1,19 +1,19 @@
 #!/usr/bin/env python3
-"""Runs what the documentation tells people to run, and compares what it shows with what is printed.
+"""Runs the commands in the documentation and compares their output with what is shown.
 
     docs_commands.py BIN FILE...     BIN: the folder with the built vxsettings
 
-What a fenced block holds is said by its first word:
+The info string of a fenced block gives its kind:
 
-    sh, zsh, fish   a command a line, each of which has to succeed, in that shell
-    console         commands behind "$ ", each with the output that it has to print; "..." stands for anything,
-                    though not for all of it
-    console fails   the same, where the last command has to fail
-    cpp, cmake, json, text         no commands; with a file's name behind it, the block is put into that file
+    sh, zsh, fish           one command per line, run in that shell; each must succeed
+    console                 commands after "$ ", each followed by its expected output; "..." matches
+                            anything, but may not be all of it
+    console fails           the same, but the last command must fail
+    cpp, cmake, json, text  no commands; if a file name follows, the block is written to that file
 
-Any other block is an error, so that no command escapes. Blocks of one file share a home and a folder, in their order;
-blocks that call scripts or build run in the project. What cannot be run here is listed below, with the reason. Of
-commands inside sentences and tables, verbs, options and names of scripts are looked up.
+Other kinds are errors, so that no command is missed. The blocks of a page share a home folder, in which they run in
+order; blocks that call scripts or build run in the project. Commands that cannot be run here are listed below, with the
+reason. In inline code, the names of commands, options and scripts are verified.
 """
 
 import dataclasses
@@ -34,22 +34,22 @@ SHELLS = {
 }
 SET_UP = {"zsh": "autoload -U compinit && compinit -u; "}
 
-# Commands that take long or change the machine; most are run for real by other steps of .ci/run.
+# Commands that take long or change the machine; other steps of .ci/run cover most of them.
 NOT_RUN = [
-    (r"\.ci/run\b", "is what runs this test"),
+    (r"\.ci/run\b", "runs this test"),
     (r"(sudo )?apt(-get)? ", "installs packages as root"),
     (r"git clone ", "needs the network"),
     (r"scripts/setup\.sh", "installs packages as root; the first step of .ci/run"),
-    (r"scripts/(bench|coverage)\.sh", "takes minutes of a quiet machine"),
+    (r"scripts/(bench|coverage)\.sh", "takes minutes on an idle machine"),
     (r"scripts/conformance\.sh", "needs an installed CppMicroServices"),
     (r"scripts/(fuzz|lint|instructions|page_test|package_test|portability|reproducible|format)\.sh", "is a step of .ci/run itself"),
     (r"scripts/test\.sh --preset (asan|tsan)", "is a step of .ci/run itself"),
     (r"VX_SOAK=full ", "takes minutes"),
-    (r"scripts/docs_test\.sh", "is what runs this test"),
-    (r"doxygen\b", "was run by scripts/docs_test.sh before"),
-    (r"build/fuzz/", "needs an input that ends a target"),
+    (r"scripts/docs_test\.sh", "runs this test"),
+    (r"doxygen\b", "is run by scripts/docs_test.sh"),
+    (r"build/fuzz/", "needs an input that crashes a target"),
 ]
-# Commands that are run in a cheaper form.
+# Commands that are replaced by cheaper ones.
 CHEAPER = [
     (r"scripts/test\.sh$", "scripts/test.sh -N", "lists the tests; .ci/run runs them"),
     (r"ctest --preset dev$", "ctest --preset dev -N", "lists the tests; .ci/run runs them"),
@@ -59,7 +59,7 @@ IN_PROJECT = re.compile(r"(scripts/|cmake |ctest |cpack |dpkg|build/|man build/)
 
 @dataclasses.dataclass
 class Command:
-    place: str
+    location: str
     text: str
     shell: str
     has_output: bool
@@ -68,20 +68,20 @@ class Command:
 
 
 @dataclasses.dataclass
-class Given:
-    """A file that the reader is taken to have."""
+class InputFile:
+    """A file that is assumed to exist."""
 
     name: str
     content: str
 
 
-class Faults(list):
-    def add(self, place, message):
-        self.append(f"{place}: {message}")
+class Diagnostics(list):
+    def add(self, location, message):
+        self.append(f"{location}: {message}")
 
 
 def blocks_of(file):
-    """(line, info string, lines) of each fenced block, and the text around them."""
+    """Returns the fenced blocks as (line, info string, lines), and the other lines with their numbers."""
     blocks, prose, block = [], [], None
     for number, line in enumerate(file.read_text("utf-8").splitlines(), 1):
         fence = re.match(r"\s*```+(.*)$", line)
@@ -97,31 +97,32 @@ def blocks_of(file):
     return blocks, prose
 
 
-def commands_of(file, name, faults):
+def commands_of(file, name, diagnostics):
     commands = []
     for number, info, lines in blocks_of(file)[0]:
         kind, *rest = info.split() or [""]
         if kind in NO_COMMANDS and len(rest) < 2:
             if rest:
-                commands.append([Given(rest[0], "\n".join(lines) + "\n")])
+                commands.append([InputFile(rest[0], "\n".join(lines) + "\n")])
             continue
         if kind not in SHELLS or rest not in ([], ["fails"]):
-            faults.add(f"{name}:{number}", f"a block of the unknown kind '{info}'; see the head of docs_commands.py")
+            diagnostics.add(f"{name}:{number}", f"unknown kind of block: '{info}'; see the head of docs_commands.py")
             continue
         found = []
         for offset, line in enumerate(lines, 1):
-            place = f"{name}:{number + offset}"
+            location = f"{name}:{number + offset}"
             if kind != "console" and line.strip() and not line.startswith("#"):
-                found.append(Command(place, re.sub(r"\s+# .*", "", line), kind, False))
+                found.append(Command(location, re.sub(r"\s+# .*", "", line), kind, False))
             elif line.startswith("$ "):
-                found.append(Command(place, line[2:], kind, True))
+                found.append(Command(location, line[2:], kind, True))
             elif kind == "console" and found:
                 found[-1].expected.append(line)
             elif line.strip() and not line.startswith("#"):
-                faults.add(place, "output without a command in front of it")
+                diagnostics.add(location, "output without a preceding command")
         for command in found:
             if command.expected and all(line.strip() in ("...", "") for line in command.expected):
-                faults.add(command.place, "the output shown is only '...', which any output is: show a line of it, or use sh")
+                diagnostics.add(command.location, "the expected output is only '...', which matches any output: show a "
+                                                  "line of it, or use sh")
         if rest and found:
             found[-1].may_fail = True
         if found:
@@ -134,14 +135,14 @@ def first_match(table, text):
 
 
 def matches(expected, printed):
-    """Whether the output is what is shown, in which "..." stands for anything, also for whole lines."""
+    """Returns whether the output matches; "..." in expected matches anything, including line breaks."""
     pattern = re.escape("\n".join(expected).strip()).replace(re.escape("..."), "(?s:.*)")
     return re.fullmatch(pattern, printed.strip()) is not None
 
 
 class Runner:
-    def __init__(self, tool_folder, faults):
-        self.tool_folder, self.faults = tool_folder, faults
+    def __init__(self, tool_folder, diagnostics):
+        self.tool_folder, self.diagnostics = tool_folder, diagnostics
         self.ran, self.compared, self.skipped = 0, 0, {}
 
     def environment(self, home):
@@ -153,7 +154,7 @@ class Runner:
     def run_file(self, blocks):
         with tempfile.TemporaryDirectory() as home:
             for block in blocks:
-                if isinstance(block[0], Given):
+                if isinstance(block[0], InputFile):
                     pathlib.Path(home, block[0].name).write_text(block[0].content, "utf-8")
                     continue
                 inside = any(IN_PROJECT.match(command.text) for command in block)
@@ -173,21 +174,21 @@ class Runner:
                                 stderr=subprocess.STDOUT, text=True, check=False)
         self.ran += 1
         if (result.returncode != 0) != command.may_fail:
-            self.faults.add(command.place, f"'{text}' ended with {result.returncode}:\n{result.stdout}")
+            self.diagnostics.add(command.location, f"'{text}' exited with {result.returncode}:\n{result.stdout}")
         elif command.has_output:
             self.compared += 1
             if not matches(command.expected, result.stdout):
                 shown = "\n".join(command.expected)
-                self.faults.add(command.place, f"'{text}' prints\n{result.stdout}but is shown to print\n{shown}")
+                self.diagnostics.add(command.location, f"'{text}' prints\n{result.stdout}but the page shows\n{shown}")
 
 
 class Mentions:
-    """Commands in sentences and tables: what is named has to exist."""
+    """Verifies that commands, options and scripts in inline code exist."""
 
-    def __init__(self, tool, faults):
-        self.tool, self.faults, self.count = tool, faults, 0
+    def __init__(self, tool, diagnostics):
+        self.tool, self.diagnostics, self.count = tool, diagnostics, 0
         self.help = self.ask("--help")
-        self.verbs = set(re.findall(r"^  ([a-z]+)  ", self.help.split("Subcommands:")[1], re.MULTILINE))
+        self.commands = set(re.findall(r"^  ([a-z]+)  ", self.help.split("Subcommands:")[1], re.MULTILINE))
 
     def ask(self, *arguments):
         return subprocess.run([self.tool, *arguments], capture_output=True, text=True, check=True).stdout
@@ -197,54 +198,54 @@ class Mentions:
             for span in re.findall(r"`([^`]+)`", line):
                 words = span.replace("\\|", " ").split()
                 if words[0] == "vxsettings" and len(words) > 1:
-                    self.check_verb(f"{name}:{number}", words[1:])
-                elif words[0] in self.verbs and len(words) > 1:
-                    self.check_verb(f"{name}:{number}", words)
+                    self.check_command(f"{name}:{number}", words[1:])
+                elif words[0] in self.commands and len(words) > 1:
+                    self.check_command(f"{name}:{number}", words)
                 elif words[0].startswith("scripts/"):
                     self.check_script(f"{name}:{number}", words)
 
-    def check_options(self, place, words, known, owner):
+    def check_options(self, location, words, known, owner):
         self.count += 1
         for option in re.findall(r"--[a-z][a-z-]*", " ".join(words)):
             if not re.search(re.escape(option) + r"\b(?!-)", known):
-                self.faults.add(place, f"{owner} has no option {option}")
+                self.diagnostics.add(location, f"{owner} has no option {option}")
 
-    def check_verb(self, place, words):
-        verb = words[0]
-        if verb in self.verbs:
-            self.check_options(place, words, self.ask(verb, "--help") + self.help, f"vxsettings {verb}")
-        elif not verb.startswith("-") and verb != "VERB":
-            self.faults.add(place, f"vxsettings has no verb {verb}")
+    def check_command(self, location, words):
+        command = words[0]
+        if command in self.commands:
+            self.check_options(location, words, self.ask(command, "--help") + self.help, f"vxsettings {command}")
+        elif not command.startswith("-") and command not in ("COMMAND", "VERB"):
+            self.diagnostics.add(location, f"vxsettings has no command {command}")
         else:
-            self.check_options(place, words, self.help + "--help", "vxsettings")
+            self.check_options(location, words, self.help + "--help", "vxsettings")
 
-    def check_script(self, place, words):
+    def check_script(self, location, words):
         script = PROJECT / words[0]
         if not script.is_file() and not script.is_dir():
-            self.faults.add(place, f"there is no {words[0]}")
+            self.diagnostics.add(location, f"{words[0]} does not exist")
         elif script.is_file():
             known = script.read_text("utf-8") + (subprocess.run(["ctest", "--help"], capture_output=True, text=True,
                                                                 check=True).stdout if script.stem == "test" else "")
-            self.check_options(place, words, known, words[0])
+            self.check_options(location, words, known, words[0])
 
 
 def main(tool_folder, *names):
-    faults = Faults()
+    diagnostics = Diagnostics()
     tool_folder = pathlib.Path(tool_folder).resolve()
-    runner, mentions = Runner(tool_folder, faults), Mentions(tool_folder / "vxsettings", faults)
+    runner, mentions = Runner(tool_folder, diagnostics), Mentions(tool_folder / "vxsettings", diagnostics)
     for name in names:
         file = PROJECT / name
-        runner.run_file(commands_of(file, name, faults))
+        runner.run_file(commands_of(file, name, diagnostics))
         mentions.look_up(file, name)
     skipped = sum(map(len, runner.skipped.values()))
     print(f"{len(names)} pages: {runner.ran} commands run, {runner.compared} of them with their output compared, "
-          f"{mentions.count} mentions looked up; {skipped} not run as they stand:")
+          f"{mentions.count} mentions verified; {skipped} not run as shown:")
     for reason, commands in sorted(runner.skipped.items()):
         print(f"  {reason}:")
         for command in commands:
-            print(f"    {command.place}: {command.text}")
-    if faults:
-        sys.exit("\n".join(["", *faults, f"{len(faults)} faults"]))
+            print(f"    {command.location}: {command.text}")
+    if diagnostics:
+        sys.exit("\n".join(["", *diagnostics, f"{len(diagnostics)} problems"]))
 
 
 main(*sys.argv[1:])

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Holds the documentation to what is there: every public name has its words, the manual page is well-formed, and the
-# commands that README and docs show do what they are shown to do.
+# Tests the documentation: every public name is documented, the manual page is well-formed, and the commands in README
+# and docs work and print what is shown.
 #
 #   scripts/docs_test.sh             all pages
-#   scripts/docs_test.sh FILE...     the commands of these pages alone
+#   scripts/docs_test.sh FILE...     only the commands on these pages
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 
@@ -17,6 +17,6 @@ if (($# == 0)); then
     page=$project/build/dev/share/man/man1/vxsettings.1
     complaints=$(groff -man -ww -Tutf8 "$page" 2>&1 >/dev/null)
     [[ -z $complaints ]] || fail "the manual page is not well-formed: $complaints"
-    lexgrog "$page" >/dev/null || fail "the manual page has no line that names the command and says what it does"
+    lexgrog "$page" >/dev/null || fail "the manual page has no line with the name and a description of the command"
 fi
 scripts/docs_commands.py build/dev/bin "$@"

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Brings the C++ sources into the project's form.
+# Formats the C++ sources.
 #
-#   scripts/format.sh          rewrites what differs
-#   scripts/format.sh --check  changes nothing, lists what differs and fails if anything does
+#   scripts/format.sh          formats the files in place
+#   scripts/format.sh --check  changes nothing; lists differences and fails if there are any
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 

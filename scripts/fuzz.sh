@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Builds the fuzz targets and runs each for a while, two at a time. What they find new is kept under build/fuzz; only an
-# input that ends a target stops the run.
+# Builds the fuzz targets and runs them, two at a time. New inputs are kept in build/fuzz/found. Fails if an input
+# crashes a target.
 #
 #   scripts/fuzz.sh                              all targets, 20 seconds each
 #   scripts/fuzz.sh --seconds 600 value settings_file  these targets, 10 minutes each
-#   scripts/fuzz.sh --merge [TARGET...]          adds to fuzz/corpus what of those finds reaches more of the code
+#   scripts/fuzz.sh --merge [TARGET...]          adds the new inputs that increase coverage to fuzz/corpus
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 
@@ -38,7 +38,7 @@ alone fuzz build fuzz fuzzers
 found=$project/build/fuzz/found
 export UBSAN_OPTIONS=print_stacktrace=1
 
-# run TARGET: on a finding, shows what libFuzzer says and names the input.
+# run TARGET: if an input crashes the target, shows the report of libFuzzer and the path of the input.
 run() {
     local target=$1 log=$found/$1.log dictionary=()
     local corpus=$project/fuzz/corpus/$target reproducer=$found/$target.reproducer

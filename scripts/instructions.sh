@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Counts the instructions that building the tree takes, which is the same from run to run as time is not.
+# Counts the instructions for building the tree, which vary less than the time.
 #
-#   scripts/instructions.sh --check    fails when there are 3 % more than bench/instructions.txt says
-#   scripts/instructions.sh --record   writes the count there
+#   scripts/instructions.sh --check    fails if the count is more than 3 % above bench/instructions.txt
+#   scripts/instructions.sh --record   writes the count to that file
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 
@@ -10,13 +10,13 @@ source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 record=$project/bench/instructions.txt
 folder=$project/build/bench
 
-# The C library picks its string functions by processor; these hold it to those that all have.
+# glibc selects string functions by processor; GLIBC_TUNABLES restricts it to those that all processors have.
 count() {
     local log
     log=$(mktemp)
     GLIBC_TUNABLES=glibc.cpu.hwcaps=-AVX2,-AVX512F,-AVX512VL,-AVX512BW,-ERMS,-FSRM \
         valgrind --tool=callgrind --instr-atstart=no --collect-atstart=no --callgrind-out-file=/dev/null \
-        "$folder/bin/vx_bench_instructions" >"$log" 2>&1 || { cat -- "$log" >&2; fail "the count failed"; }
+        "$folder/bin/vx_bench_instructions" >"$log" 2>&1 || { cat -- "$log" >&2; fail "valgrind failed"; }
     sed -n 's/^==.*Collected : //p' "$log"
     rm -f -- "$log"
 }
@@ -24,7 +24,7 @@ count() {
 build_benchmarks vx_bench_instructions
 compiler=$("$(sed -n 's/^CMAKE_CXX_COMPILER:[^=]*=//p' "$folder/CMakeCache.txt")" -dumpfullversion)
 instructions=$(count)
-[[ $instructions =~ ^[1-9][0-9]*$ ]] || fail "valgrind gave no count, but '$instructions'"
+[[ $instructions =~ ^[1-9][0-9]*$ ]] || fail "valgrind printed '$instructions' instead of a count"
 
 if [[ $1 == --record ]]; then
     printf 'compiler %s\ninstructions %s\n' "$compiler" "$instructions" >"$record"
@@ -40,6 +40,6 @@ recorded=$(sed -n 's/^instructions //p' "$record")
 echo "Building the tree takes $instructions instructions; recorded: $recorded."
 if ((instructions * 100 > recorded * 103)); then
     fail "building the tree takes $(((instructions - recorded) * 100 / recorded)) % more instructions than recorded" \
-        "in bench/instructions.txt: look with callgrind_annotate where they went; if settings were added or the cost" \
-        "is meant, run scripts/instructions.sh --record and say why in the commit"
+        "in bench/instructions.txt: find the cause with callgrind_annotate; if settings were added or the cost is" \
+        "intended, run scripts/instructions.sh --record and give the reason in the commit message"
 fi

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Runs clang-tidy over the product's sources, and over the project's headers they include. The tests are left out: the
-# test framework's macros would take most of the time and their findings are not ours.
+# Runs clang-tidy on the sources of the product and the headers that they include. Tests are excluded, because the
+# macros of the test framework would take most of the time and cause irrelevant warnings.
 #
 #   scripts/lint.sh                  all sources
-#   scripts/lint.sh --changed [REF]  those that differ from REF (default: main), or include a header that does
-#   scripts/lint.sh FILE...          these
+#   scripts/lint.sh --changed [REF]  sources that differ from REF (main), or include a header that does
+#   scripts/lint.sh FILE...          these sources
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 

@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Installs the project, moves the installation, makes the Debian package, and uses each as another project would; then
-# builds the module alone for another platform, and compares the trees.
+# Installs the project, moves the installation, builds the Debian package, and uses each of them from another project;
+# then builds only the module for an external platform and compares the trees.
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 (($# == 0)) || fail "unknown argument '$1'; see the head of this file"
 
 "$project/scripts/setup.sh" --ci --quiet
 folder=$project/build/release
-work=$project/build/package # no folder of changing name: the compiler's cache knows files by their paths
+work=$project/build/package # a fixed name, because ccache depends on paths
 setting=verdix.commandwindow.NumericFormat
 export XDG_CONFIG_HOME=$work/none XDG_CONFIG_DIRS=$work/none CMAKE_GENERATOR=Ninja
 
@@ -43,11 +43,11 @@ use_by_pkg_config() {
 # use_command PREFIX
 use_command() {
     expect "$1/bin/vxsettings" short "$("$1/bin/vxsettings" get $setting)"
-    "$1/bin/vxsettings" doctor >"$work/doctor" || fail "$1/bin/vxsettings finds fault: $(<"$work/doctor")"
-    ! grep -F -e "$folder/bin" -e "$folder/lib" "$work/doctor" || fail "$1/bin/vxsettings leads out of $1"
+    "$1/bin/vxsettings" doctor >"$work/doctor" || fail "$1/bin/vxsettings reports a problem: $(<"$work/doctor")"
+    ! grep -F -e "$folder/bin" -e "$folder/lib" "$work/doctor" || fail "$1/bin/vxsettings uses files of the build folder"
 }
 
-# check_data_files PREFIX FOLDER: zsh looks for functions in another folder on Debian
+# check_data_files PREFIX FOLDER: FOLDER is that of the zsh functions, which differs on Debian
 check_data_files() {
     local data=$1/share shell file
     "$1/bin/vxsettings" export --format json-schema | cmp - "$data/verdix/settings.schema.json"
@@ -64,12 +64,12 @@ check_data_files() {
 check_components() {
     local refusal
     ! refusal=$(cmake -S "$project/tests/consumer" -B "$work/refused" -DCMAKE_PREFIX_PATH="$1" \
-        -DCOMPONENTS="Module;Tree" 2>&1) || fail "the CMake package takes a component that there is none of"
+        -DCOMPONENTS="Module;Tree" 2>&1) || fail "the CMake package accepts a component that does not exist"
     [[ $(tr -s '[:space:]' ' ' <<<"$refusal") == *"no component Tree; this installation has: Module, Interfaces, Platform"* ]] ||
-        fail "the CMake package refuses a component without saying why: $refusal"
+        fail "the error for a missing component does not list the components: $refusal"
 }
 
-# As recording_host prints it: each node with what it is, and its alias target.
+# Prints the tree in the format of recording_host: path, kind and alias target of each node.
 recorded_tree() {
     "$1/bin/vxsettings" export --format json | python3 -c '
 import json, sys
@@ -79,7 +79,7 @@ for node in json.load(sys.stdin)["nodes"]:
     print(node["path"], kind, node["aliasTarget"] or "")'
 }
 
-# The module alone, linked with none of this platform's libraries.
+# Builds only the module, for an external platform.
 use_other_platform() {
     build_project "$project/tests/external_platform" "$work/platform" -DCMAKE_PREFIX_PATH="$1"
     quietly cmake --install "$work/platform" --prefix "$work/platform_installed"
@@ -88,9 +88,9 @@ use_other_platform() {
     recorded_tree "$1" >"$work/expected_record"
     "$work/platform/recording_host" "$work"/module/lib/verdix/bundles/* >"$work/record"
     diff "$work/expected_record" "$work/record" ||
-        fail "the module built for another platform describes another tree"
+        fail "the tree of the module differs on the external platform"
     ! ldd "$work"/module/lib/verdix/bundles/* | grep -E 'libvx(data|foundation|settingscore)' ||
-        fail "the module built for another platform is linked with the embedded one"
+        fail "the module built for an external platform is linked with the embedded platform"
 }
 
 test_package() {
@@ -120,8 +120,8 @@ test_package() {
     check_data_files "$work/root/usr" vendor-completions
     use_by_cmake "$work/root/usr" "$work/consumer_of_package"
     use_other_platform "$work/moved"
-    echo "Installed, moved and packaged: each was used by the command, by CMake and by pkg-config;" \
-        "$(wc -l <"$work/record") nodes are the same on another platform."
+    echo "Tested the installation, the moved installation and the package with the command, CMake and pkg-config;" \
+        "$(wc -l <"$work/record") nodes are the same on the external platform."
 }
 
 alone release test_package

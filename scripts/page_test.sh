@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Exports the page of settings and tries it in Debian's Chromium.
+# Exports the HTML page of settings and tests it in Debian's Chromium.
 #
 #   scripts/page_test.sh                 with the preset dev
 #   scripts/page_test.sh --preset asan   with another preset of CMakePresets.json

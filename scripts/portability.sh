@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Compiles the module, without linking it, for what Debian can stand in for: Windows (MinGW-w64) and libc++.
-# docs/portability.md says what that proves.
+# Compiles the module, without linking, for Windows (MinGW-w64) and with libc++. docs/portability.md describes what
+# this covers.
 #
 #   scripts/portability.sh
 set -euo pipefail
@@ -10,12 +10,12 @@ source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 "$project/scripts/setup.sh" --ci --quiet
 cd -- "$project"
 
-# Of the system's headers only Boost's, which are the same for every system.
+# Boost's headers are the only system headers that can be used for all targets.
 headers=$(mktemp -d)
 trap 'rm -rf -- "$headers"' EXIT
 ln -s /usr/include/boost "$headers/boost"
 
-# All sources of the module as one, as most of the time goes into the headers that they share.
+# Compiles all sources of the module as one, because most of the time is spent on the headers that they share.
 compile() {
     printf '#include <%s>\n' builder/*.cpp migration/*.cpp tree/*.cpp component/*.cpp |
         "$@" -std=c++20 -x c++ -fsyntax-only -Wall -Wextra -Wpedantic -Werror -I. -Iinterfaces \

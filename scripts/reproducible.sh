@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the bundle a second time, in another folder, time zone and language and without ccache, and compares it byte for
-# byte with that of build/release.
+# Builds the bundle again, in another folder, with another locale and time zone and without ccache, and compares it
+# byte for byte with the one in build/release.
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 (($# == 0)) || fail "unknown argument '$1'; see the head of this file"
@@ -16,5 +16,5 @@ export LC_ALL=C.UTF-8 TZ=Asia/Kolkata CCACHE_DISABLE=1
 quietly cmake -S "$copy" --preset release -B "$copy/elsewhere" -DVERDIX_BUILD_TESTS=OFF -DCCACHE_PROGRAM=
 quietly ninja -C "$copy/elsewhere" com_tarnwick_verdix_factory_settings
 cmp -- "$project/build/release/$bundle" "$copy/elsewhere/$bundle" ||
-    fail "two builds of one checkout differ: look for paths, times or an order that changes (diffoscope shows where)"
-sha256sum -- "$copy/elsewhere/$bundle" | sed "s|  .*|  $bundle, twice|"
+    fail "two builds of the same sources differ: look for paths, times or unstable orders (diffoscope shows where)"
+sha256sum -- "$copy/elsewhere/$bundle" | sed "s|  .*|  $bundle, reproduced|"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds what is not built yet, and runs: vxsettings ARGUMENTS. Standard output holds the command's output only.
+# Builds vxsettings if necessary and runs it with the arguments. Standard output has only the output of the command.
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 

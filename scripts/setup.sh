@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
-# Installs what the project needs out of Debian's own packages; does nothing where they are installed already.
+# Installs the Debian packages that the project needs; does nothing if they are installed.
 #
 #   scripts/setup.sh             compilers and libraries, to build and to test
-#   scripts/setup.sh --ci        also what the checks need: git, pre-commit, clang, clang-format, clang-tidy, shellcheck,
-#                                Chromium and Node, python3-jsonschema, the shells that completion is made for,
+#   scripts/setup.sh --ci        also what the CI needs: git, pre-commit, clang, clang-format, clang-tidy, shellcheck,
+#                                Chromium and Node, python3-jsonschema, the shells with completion support,
 #                                dpkg-dev, MinGW-w64, libc++, Doxygen and man
 #   scripts/setup.sh --coverage  also what scripts/coverage.sh needs: gcovr
-#   scripts/setup.sh --bench     also what the benchmarks need: Google Benchmark, valgrind, and the libraries that they
-#                                compare with: GLib, Qt, nlohmann JSON
-#   scripts/setup.sh --quiet     says nothing when there is nothing to install
+#   scripts/setup.sh --bench     also what the benchmarks need: Google Benchmark, valgrind, and GLib, Qt and
+#                                nlohmann JSON for comparison
+#   scripts/setup.sh --quiet     prints nothing if there is nothing to install
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 
@@ -25,7 +25,7 @@ check_packages=(
 bench_packages=(
     libbenchmark-dev valgrind libglib2.0-dev libglib2.0-bin qtbase5-dev nlohmann-json3-dev
 )
-# Whoever has Node has it from elsewhere as often as from Debian, and the two exclude each other.
+# Node is often installed from another source, which conflicts with Debian's package.
 type node npm &>/dev/null || check_packages+=(nodejs npm)
 
 quiet=false
@@ -46,12 +46,12 @@ find_missing() {
     mapfile -t missing < <(comm -23 <(printf '%s\n' "${packages[@]}" | sort) <(sort <<<"$installed"))
 }
 
-# The commands after this one run as root, or through sudo.
+# Sets as_root, the prefix for commands that need root.
 choose_privilege() {
     as_root=()
     if ((EUID != 0)); then
         command -v sudo >/dev/null ||
-            fail "not root, and there is no sudo; have an administrator install: ${missing[*]}"
+            fail "sudo is not installed and you are not root; ask an administrator to install: ${missing[*]}"
         as_root=(sudo)
     fi
 }
@@ -61,11 +61,11 @@ install_missing() {
     quietly "${as_root[@]}" apt-get update -qq
     quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
         apt-get install -qq --yes --no-install-recommends "${missing[@]}" ||
-        fail "apt-get could not install the packages (the project is made for Debian 12): ${missing[*]}"
+        fail "apt-get cannot install these packages (the project supports Debian 12): ${missing[*]}"
 }
 
 type dpkg-query apt-get &>/dev/null ||
-    fail "this is not Debian: install by other means what corresponds to: ${packages[*]}; then use cmake --preset dev"
+    fail "this is not Debian: install the equivalents of: ${packages[*]}; then use cmake --preset dev"
 
 find_missing
 if ((${#missing[@]} == 0)); then

@@ -3,8 +3,8 @@
 #
 #   scripts/test.sh                    with the preset dev
 #   scripts/test.sh --preset asan      with another preset of CMakePresets.json
-#   scripts/test.sh --target NAME      builds that test executable alone; the others' tests fail, so choose some
-#   scripts/test.sh -R exported        further arguments go to ctest
+#   scripts/test.sh --target NAME      builds only that test executable; select its tests with -R, others fail
+#   scripts/test.sh -R exported        passes other arguments to ctest
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 

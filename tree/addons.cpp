@@ -19,8 +19,8 @@ void buildAddOnsArea(FactoryGroup& root)
     auto addOns = addGroup(root, "addons");
     addLogical(addOns, "AddLegacyAddOnFolders", true);
     addLogical(addOns, "Enabled", true);
-    addText(addOns, "InstallationFolder", "");
-    addText(addOns, "LastFolderPath", "");
+    addCharvec(addOns, "InstallationFolder", "");
+    addCharvec(addOns, "LastFolderPath", "");
 
     addWindow(addOns, "explorer");
     addWindow(addOns, "manager");

@@ -8,7 +8,7 @@ namespace {
 void buildFileFormat(FactoryGroup& appDesigner)
 {
     auto fileFormat = addGroup(appDesigner, "fileformat");
-    addText(fileFormat, "CreateNewAppsAs", "vdapp");
+    addCharvec(fileFormat, "CreateNewAppsAs", "vdapp");
     addLogical(fileFormat, "ShowNewPlainTextInfoMessage", true, Hidden);
 }
 
@@ -21,7 +21,7 @@ void buildWindow(FactoryGroup& appDesigner)
     addLogical(window, "ShowTitleFileExtension", true, Visible);
 }
 
-// Both lists of files start with one file of no name, not without any.
+// Both lists of files initially have one element, an empty string.
 void buildHistory(FactoryGroup& appDesigner)
 {
     auto history = addGroup(appDesigner, "history", Visible);
@@ -35,7 +35,7 @@ void buildHistory(FactoryGroup& appDesigner)
 void buildDesignView(FactoryGroup& appDesigner)
 {
     auto designView = addGroup(appDesigner, "designview", Visible);
-    addInteger(designView, "GridInterval", 10, unchecked, Visible, inRange(10, 50));
+    addInteger(designView, "GridInterval", 10, noValidator, Visible, inRange(10, 50));
     addLogical(designView, "ShowAlignmentHints", true, Visible);
     addLogical(designView, "ShowAxesBanner", true);
     addLogical(designView, "ShowGrid", false, Visible);
@@ -55,7 +55,7 @@ void buildCodeView(FactoryGroup& appDesigner)
     addLogical(codeView, "ShowUserComponentCodeViewTips", true);
     addLogical(codeView, "ShowProgrammingTips", true);
     addColour(codeView, "ReadonlyBackgroundColor", {241, 241, 241}, Visible);
-    addText(codeView, "ThemedReadonlyBackgroundColor", "", Hidden);
+    addCharvec(codeView, "ThemedReadonlyBackgroundColor", "", Hidden);
 }
 
 void buildComponentLibrary(FactoryGroup& appDesigner)
@@ -63,7 +63,7 @@ void buildComponentLibrary(FactoryGroup& appDesigner)
     auto componentLibrary = addGroup(appDesigner, "componentlibrary");
     addCell(componentLibrary, "CategoryOrder", {}, cellOfStrings());
     addCell(componentLibrary, "Favorites", {}, cellOfStrings());
-    addText(componentLibrary, "ViewMode", "icon_view");
+    addCharvec(componentLibrary, "ViewMode", "icon_view");
 }
 
 }  // namespace

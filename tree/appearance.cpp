@@ -5,13 +5,13 @@ namespace verdix::settings::tree {
 
 void buildAppearanceArea(FactoryGroup& root)
 {
-    // The words differ in case on purpose: capitals for the desktop's theme, none for that of figures.
+    // The values of the two themes differ in case on purpose: their readers are case-sensitive.
     auto appearance = addGroup(root, "appearance", Hidden);
-    addText(appearance, "VERDIXTheme", "System", Hidden, oneOf({"System", "Light", "Dark"}));
-    addUnset(appearance, "CurrentTheme", Hidden, stringScalar);  // known once the desktop runs
+    addCharvec(appearance, "VERDIXTheme", "System", Hidden, oneOf({"System", "Light", "Dark"}));
+    addUnset(appearance, "CurrentTheme", Hidden, stringScalar);  // set by the desktop when it starts
 
     auto figure = addGroup(appearance, "figure");
-    addText(figure, "GraphicsTheme", "auto", Hidden, oneOf({"auto", "light", "dark"}));
+    addCharvec(figure, "GraphicsTheme", "auto", Hidden, oneOf({"auto", "light", "dark"}));
 }
 
 }  // namespace verdix::settings::tree

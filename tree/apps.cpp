@@ -5,7 +5,7 @@ namespace verdix::settings::tree {
 
 namespace {
 
-// For what a tool remembers from session to session.
+// For state that a tool saves between sessions.
 constexpr auto rememberedState = maximumLength(100000);
 
 void addSwitches(FactoryGroup& desktop)
@@ -31,28 +31,28 @@ void addSwitches(FactoryGroup& desktop)
     addLogical(desktop, "PrewarmInDebug", false, Hidden);
     addNumber(desktop, "Zoom", 100, Hidden, inRange(25, 500));  // percent
     addNumber(desktop, "TextFontSize", 12, Hidden, inRange(1, 36));
-    addText(desktop, "LayoutState", "", unchecked, Hidden, rememberedState);
-    addText(desktop, "Documents", "", unchecked, Hidden, rememberedState);
+    addCharvec(desktop, "LayoutState", "", noValidator, Hidden, rememberedState);
+    addCharvec(desktop, "Documents", "", noValidator, Hidden, rememberedState);
 }
 
 void buildAddressBar(FactoryGroup& desktop)
 {
     auto addressBar = addGroup(desktop, "addressbar");
-    addText(addressBar, "LocationHistory", "", unchecked, Hidden, rememberedState);
+    addCharvec(addressBar, "LocationHistory", "", noValidator, Hidden, rememberedState);
 }
 
 void buildToolstrip(FactoryGroup& desktop)
 {
     auto toolstrip = addGroup(desktop, "toolstrip");
-    addText(toolstrip, "QuickAccessBar", "{}", unchecked, Hidden, rememberedState);
-    addText(toolstrip, "AppsGalleryState", "", unchecked, Hidden, rememberedState);
-    addText(toolstrip, "PlotsGalleryState", "", unchecked, Hidden, rememberedState);
+    addCharvec(toolstrip, "QuickAccessBar", "{}", noValidator, Hidden, rememberedState);
+    addCharvec(toolstrip, "AppsGalleryState", "", noValidator, Hidden, rememberedState);
+    addCharvec(toolstrip, "PlotsGalleryState", "", noValidator, Hidden, rememberedState);
 
     auto plotsGallery = addGroup(toolstrip, "plotsgallery");
     addLogical(plotsGallery, "NewFigurePlotOption", true, Hidden);
 }
 
-// A column view of the folder browser.
+// Adds a column view of the folder browser.
 void addFolderView(FactoryGroup& currentFolder, const char* name, std::span<const char* const> columnOrder)
 {
     const auto listOfGroups = rememberedState;
@@ -62,10 +62,10 @@ void addFolderView(FactoryGroup& currentFolder, const char* name, std::span<cons
     addCell(view, "ClosedGroups", {}, listOfGroups);
     addCell(view, "ColumnOrder", columnOrder, listOfColumns);
     addCell(view, "ColumnSizes", {}, listOfColumns);
-    addText(view, "GroupColumn", "");
-    addText(view, "GroupMode", "");
+    addCharvec(view, "GroupColumn", "");
+    addCharvec(view, "GroupMode", "");
     addCell(view, "OpenGroups", {}, listOfGroups);
-    addText(view, "SortColumn", "name");
+    addCharvec(view, "SortColumn", "name");
     addLogical(view, "SortDescending", false);
     addCell(view, "VisibleColumns", {}, listOfColumns);
 }
@@ -101,8 +101,8 @@ void buildCurrentFolder(FactoryGroup& desktop)
     addLogical(currentFolder, "ShowHiddenFiles", false);
     addCell(currentFolder, "History", {}, maximumLength(500));
 
-    // These two siblings come between the settings of the current folder: the order of creation is that of
-    // the whole tree.
+    // The order of creation is the order of the tree, so these sibling groups are created between settings of
+    // currentfolder.
     buildAddressBar(desktop);
     buildToolstrip(desktop);
 
@@ -116,19 +116,19 @@ void buildCurrentFolder(FactoryGroup& desktop)
 void buildLogin(FactoryGroup& desktop)
 {
     auto login = addGroup(desktop, "login");
-    addText(login, "CachedUsername", "");
+    addCharvec(login, "CachedUsername", "");
     addLogical(login, "DebugLog", false);
-    addText(login, "DisplayName", "");
-    addText(login, "EmailAddress", "");
-    addText(login, "FirstName", "");
-    addText(login, "IdentityToken", "");
-    addText(login, "LastName", "");
-    addText(login, "Level", "0");
-    addText(login, "ProfileId", "");
+    addCharvec(login, "DisplayName", "");
+    addCharvec(login, "EmailAddress", "");
+    addCharvec(login, "FirstName", "");
+    addCharvec(login, "IdentityToken", "");
+    addCharvec(login, "LastName", "");
+    addCharvec(login, "Level", "0");
+    addCharvec(login, "ProfileId", "");
     addLogical(login, "RememberMe", true);
-    addText(login, "SessionId", "");
-    addText(login, "SourceId", "");
-    addText(login, "UserId", "");
+    addCharvec(login, "SessionId", "");
+    addCharvec(login, "SourceId", "");
+    addCharvec(login, "UserId", "");
 }
 
 void buildPairbot(FactoryGroup& desktop)
@@ -146,10 +146,10 @@ void buildDesktop(FactoryGroup& root)
     addSwitches(desktop);
 
     auto layout = addGroup(desktop, "layout");
-    addText(layout, "CustomLayouts", "", unchecked, Hidden, maximumLength(1000000));
+    addCharvec(layout, "CustomLayouts", "", noValidator, Hidden, maximumLength(1000000));
 
     auto help = addGroup(desktop, "help");
-    addText(help, "DocLanguage", "");
+    addCharvec(help, "DocLanguage", "");
 
     addGroup(desktop, "displayedroots");
     buildCurrentFolder(desktop);
@@ -172,7 +172,7 @@ void buildDesktop(FactoryGroup& root)
 void buildAppsArea(FactoryGroup& root)
 {
     auto apps = addGroup(root, "apps");
-    addText(apps, "AppsInstallFolder", "");
+    addCharvec(apps, "AppsInstallFolder", "");
 
     buildDesktop(root);
 }

@@ -4,10 +4,10 @@
 
 namespace verdix::settings::tree {
 
-/// Builds everything under the root group "verdix", area by area. The order of the nodes is that of creation.
+/// Builds the tree under the root group "verdix", area by area. Nodes are ordered by creation.
 void buildRootTree(FactoryGroup& root);
 
-// One builder per area, in the order in which the root calls them. Each makes its groups under the root.
+// One function for each area, in the order in which buildRootTree calls them.
 void buildAddOnsArea(FactoryGroup& root);
 void buildAppDesignerArea(FactoryGroup& root);
 void buildAppearanceArea(FactoryGroup& root);
@@ -42,7 +42,7 @@ void buildUserInterfaceArea(FactoryGroup& root);
 void buildWebArea(FactoryGroup& root);
 void buildSuggestionsArea(FactoryGroup& root);
 
-// Builders that the apps area calls for the group "desktop".
+// Parts of the apps area under the group "desktop".
 void buildVariablesArea(FactoryGroup& desktop);
 void buildWorkspaceArea(FactoryGroup& desktop);
 void buildCommandHistoryArea(FactoryGroup& desktop);

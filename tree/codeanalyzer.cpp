@@ -14,7 +14,7 @@ std::u16string defaultConfigurationFile()
 {
     using factory_settings_interface::CodeAnalyzerSettingsInterface;
 
-    // Asked for once per process: what is registered after the first tree was built is not seen.
+    // Looked up once per process: services that are registered after the first tree was built are ignored.
     static const std::shared_ptr<CodeAnalyzerSettingsInterface> service =
         ::settings::verdix::getServiceFromContext<CodeAnalyzerSettingsInterface>();
     return service ? service->getDefaultConfigurationFile() : std::u16string();
@@ -27,12 +27,12 @@ void buildCodeAnalyzerArea(FactoryGroup& root)
     std::u16string configurationFile = defaultConfigurationFile();
 
     auto codeAnalyzer = addGroup(root, "codeanalyzer", Visible);
-    addText(codeAnalyzer, "ActiveConfigurationFile", std::move(configurationFile), Visible);
+    addCharvec(codeAnalyzer, "ActiveConfigurationFile", std::move(configurationFile), Visible);
     addLogical(codeAnalyzer, "EnableIntegratedMessages", true, Visible);
-    addText(codeAnalyzer, "ModifiedDefaultSettings", "");
+    addCharvec(codeAnalyzer, "ModifiedDefaultSettings", "");
     addInteger(codeAnalyzer, "UnderlineOption", 3, Visible, inRange(0, 3));
     addLogical(codeAnalyzer, "shouldResetUnderlineOption", true, Hidden);
-    addText(codeAnalyzer, "ConfigsList", "");
+    addCharvec(codeAnalyzer, "ConfigsList", "");
     addInteger(codeAnalyzer, "ActiveSettings", 0, Hidden);
 }
 

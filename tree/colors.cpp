@@ -31,8 +31,8 @@ void buildProgrammingTools(FactoryGroup& colors)
 void buildColorsArea(FactoryGroup& root)
 {
     auto colors = addGroup(root, "colors", Visible);
-    addText(colors, "DesktopColors", "", Hidden);
-    addText(colors, "SyntaxHighlightingColors", "", Hidden);
+    addCharvec(colors, "DesktopColors", "", Hidden);
+    addCharvec(colors, "SyntaxHighlightingColors", "", Hidden);
     addLogical(colors, "UseSystemColor", true);
     addColour(colors, "BackgroundColor", {255, 255, 255});
     addColour(colors, "ForegroundColor", {33, 33, 33});

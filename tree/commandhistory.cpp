@@ -20,11 +20,11 @@ void buildCommandHistoryArea(FactoryGroup& desktop)
     addLogical(commandHistory, "ShowMatchBarWhenDocked", false);
     addLogical(commandHistory, "ShowMatchLocations", false);
     addLogical(commandHistory, "ShowExecutionTime", false);
-    addInteger(commandHistory, "ShowFavoriteCommands", 1);  // a number that serves as a switch, as the next
+    addInteger(commandHistory, "ShowFavoriteCommands", 1);  // 0 or 1, like the next one
     addInteger(commandHistory, "ShowFavoriteCommandsWhenDocked", 0);
     addInteger(commandHistory, "PopupWidth", -1);
     addInteger(commandHistory, "PopupHeight", -1);
-    addText(commandHistory, "DisplayMode", "popup");
+    addCharvec(commandHistory, "DisplayMode", "popup");
 }
 
 }  // namespace verdix::settings::tree

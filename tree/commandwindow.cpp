@@ -18,10 +18,10 @@ void buildCommandWindowArea(FactoryGroup& root)
     addLogical(commandWindow, "SuppressCellBraces", false, Hidden);
     addLogical(commandWindow, "UseTrueFalseForLogical", false, Hidden);
     addLogical(commandWindow, "GettingStarted", true);
-    addInteger(commandWindow, "NumberOfLinesInScrollBuffer", 5000, unchecked, inRange(1000, 25000));
+    addInteger(commandWindow, "NumberOfLinesInScrollBuffer", 5000, noValidator, inRange(1000, 25000));
     addLogical(commandWindow, "WarnIfRoot", true);
-    addText(commandWindow, "DisplayLineSpacing", "loose", Visible, oneOf({"loose", "compact"}));
-    addText(commandWindow, "NumericFormat", "short", Visible, numericFormat);
+    addCharvec(commandWindow, "DisplayLineSpacing", "loose", Visible, oneOf({"loose", "compact"}));
+    addCharvec(commandWindow, "NumericFormat", "short", Visible, numericFormat);
     addLogical(commandWindow, "ShowTypoSuggestions", true);
     addLogical(commandWindow, "ShowEnhancedOutput", true, Hidden);
     addLogical(commandWindow, "EnableRichOutputInteractiveView", false, Hidden);

@@ -12,30 +12,30 @@ namespace {
 
 using ::settings::verdix::logDecision;
 
-// Whoever starts the environment may switch the online working folder off for the whole process.
+// Returns true if the environment variable disables the online working folder for the process.
 bool isCdAnywhereDisabled()
 {
-    const auto text = ::settings::verdix::environmentVariable("VX_CD_ANYWHERE_DISABLED").value_or("");
-    if (text.empty()) {
+    const auto value = ::settings::verdix::environmentVariable("VX_CD_ANYWHERE_DISABLED").value_or("");
+    if (value.empty()) {
         logDecision(
             "s.verdix.online.cdAnywhereDisabled set to false, because env var VX_CD_ANYWHERE_DISABLED was "
             "unset.");
         return false;
     }
     const std::locale locale;
-    if (boost::algorithm::iequals(text, "true", locale)) {
+    if (boost::algorithm::iequals(value, "true", locale)) {
         logDecision(
             "s.verdix.online.cdAnywhereDisabled set to true, based on value of VX_CD_ANYWHERE_DISABLED.");
         return true;
     }
-    if (boost::algorithm::iequals(text, "false", locale)) {
+    if (boost::algorithm::iequals(value, "false", locale)) {
         logDecision(
             "s.verdix.online.cdAnywhereDisabled set to false, based on value of VX_CD_ANYWHERE_DISABLED.");
         return false;
     }
     logDecision("s.verdix.online.cdAnywhereDisabled set to false, because VX_CD_ANYWHERE_DISABLED wasn't "
                 "true/false. It was: ",
-                text);
+                value);
     return false;
 }
 

@@ -14,8 +14,9 @@ using factory_settings_interface::DateTimeDefaults;
 using factory_settings_interface::DateTimeSettingsInterface;
 
 using Service = std::shared_ptr<DateTimeSettingsInterface>;
-using Check = void (DateTimeSettingsInterface::*)(const DateTimeSettingsInterface::Node&, const std::string&,
-                                                  const DateTimeSettingsInterface::Array&);
+using CheckFunction = void (DateTimeSettingsInterface::*)(const DateTimeSettingsInterface::Node&,
+                                                          const std::string&,
+                                                          const DateTimeSettingsInterface::Array&);
 
 DateTimeDefaults defaultsOf(const Service& service)
 {
@@ -23,11 +24,11 @@ DateTimeDefaults defaultsOf(const Service& service)
                    : DateTimeDefaults{u"en_US", u"dd-MMM-uuuu", u"dd-MMM-uuuu HH:mm:ss"};
 }
 
-// Each setting holds the service for as long as it may be checked. Without a service there is nobody to
-// judge, and every value is accepted.
-auto forwardedTo(const Service& service, Check check)
+// Returns a validator that calls a check function of the service. Each setting shares ownership of the
+// service. Without a service, all values are valid.
+auto forwardTo(const Service& service, CheckFunction check)
 {
-    return checkedBy([service, check](const auto& node, const auto& setting, const auto& proposed) {
+    return validatedBy([service, check](const auto& node, const auto& setting, const auto& proposed) {
         if (service) {
             (service.get()->*check)(node, setting, proposed);
         }
@@ -44,12 +45,12 @@ void buildDateTimeArea(FactoryGroup& root)
     auto [locale, dateFormat, dateTimeFormat] = defaultsOf(service);
 
     auto dateTime = addGroup(root, "datetime");
-    addText(dateTime, "DefaultDateFormat", std::move(dateFormat),
-            forwardedTo(service, &Interface::checkFormat));
-    addText(dateTime, "DefaultFormat", std::move(dateTimeFormat),
-            forwardedTo(service, &Interface::checkFormat));
-    addText(dateTime, "DisplayLocale", std::move(locale), forwardedTo(service, &Interface::checkLocale));
-    addText(dateTime, "ValidationWarning", "", forwardedTo(service, &Interface::checkValidationWarning));
+    addCharvec(dateTime, "DefaultDateFormat", std::move(dateFormat),
+               forwardTo(service, &Interface::checkFormat));
+    addCharvec(dateTime, "DefaultFormat", std::move(dateTimeFormat),
+               forwardTo(service, &Interface::checkFormat));
+    addCharvec(dateTime, "DisplayLocale", std::move(locale), forwardTo(service, &Interface::checkLocale));
+    addCharvec(dateTime, "ValidationWarning", "", forwardTo(service, &Interface::checkValidationWarning));
 }
 
 }  // namespace verdix::settings::tree

@@ -28,12 +28,12 @@ void buildGeneral(FactoryGroup& editor)
     const auto listOfFiles = cellOfStrings();
 
     addLogical(editor, "UseVERDIXEditor", true);
-    addText(editor, "OtherEditor", "");
-    addText(editor, "LiveScriptFormat", "M", liveScriptFormat);
+    addCharvec(editor, "OtherEditor", "");
+    addCharvec(editor, "LiveScriptFormat", "M", liveScriptFormat);
     addLogical(editor, "HasResetLiveScriptFormatSetting", false, Hidden);
     addLogical(editor, "HasResetWelcomeBannerR2026b", false, Hidden);
-    addText(editor, "DefaultLineEnding", "CRLF");
-    addInteger(editor, "RecentFileListSize", 8, unchecked, inRange(0, 100));
+    addCharvec(editor, "DefaultLineEnding", "CRLF");
+    addInteger(editor, "RecentFileListSize", 8, noValidator, inRange(0, 100));
     addCell(editor, "RecentClosedFileList", {}, Hidden, listOfFiles);
     addLogical(editor, "ShowLastClosedFileNotFoundDialog", true, Hidden);
     addCell(editor, "RecentFileList", {}, Hidden, listOfFiles);
@@ -50,7 +50,7 @@ void buildGeneral(FactoryGroup& editor)
     addLogical(editor, "DisableNavigationButtons", false, Hidden);
     addLogical(editor, "InitializeAtStartup", true);
     addLogical(editor, "InitializeBrowserAtStartup", false);
-    addLogical(editor, "DeferedFigureRendering", false, Hidden);  // its readers spell it so
+    addLogical(editor, "DeferedFigureRendering", false, Hidden);  // misspelled, but its readers expect it
     addLogical(editor, "EnablePagination", true);
     addLogical(editor, "EnableSplitScreen", true);
     addLogical(editor, "EnableSplitScreenLiveEditor", false);
@@ -58,36 +58,36 @@ void buildGeneral(FactoryGroup& editor)
     addLogical(editor, "UseLegacyEditor", false, Hidden);
     addLogical(editor, "EnableSharedBrowserForLiveScript", false, Hidden);
     addNumber(editor, "MaxTokenizationLineLength", 10000, integerScalar, Hidden);
-    addText(editor, "PreviouslyOpenedFiles", "", unchecked, Hidden, maximumLength(100000));
-    addInteger(editor, "MinimumFramesForAnimation", 10, unchecked, atLeast(1));
+    addCharvec(editor, "PreviouslyOpenedFiles", "", noValidator, Hidden, maximumLength(100000));
+    addInteger(editor, "MinimumFramesForAnimation", 10, noValidator, atLeast(1));
 
     auto equations = addGroup(editor, "equations", Hidden);
-    addText(equations, "EquationEditorSymbolsGalleryState", "", unchecked, maximumLength(100000));
-    addText(equations, "EquationEditorStructuresGalleryState", "", unchecked, maximumLength(100000));
+    addCharvec(equations, "EquationEditorSymbolsGalleryState", "", noValidator, maximumLength(100000));
+    addCharvec(equations, "EquationEditorStructuresGalleryState", "", noValidator, maximumLength(100000));
 
     auto debug = addGroup(editor, "debug", Hidden);
     addLogical(debug, "EnableNestedDebuggingLiveEditor", false, Hidden);
 
     auto print = addGroup(editor, "print", Hidden);
-    addInteger(print, "Options", 0x2210C809, Hidden);  // print flags packed into one word
-    addText(print, "TextFont", "0, 10, Monospace", Hidden);
-    addText(print, "HeaderFont", "0, 10, Monospace", Hidden);
+    addInteger(print, "Options", 0x2210C809, Hidden);  // bit field of print options
+    addCharvec(print, "TextFont", "0, 10, Monospace", Hidden);
+    addCharvec(print, "HeaderFont", "0, 10, Monospace", Hidden);
 }
 
-// Margins, the same on every side, and the custom paper's width and height are in points.
+// Margins (the same on all sides) and the custom paper size are in points.
 void addPage(FactoryGroup& dialog, int margin)
 {
     const auto marginType = oneOf({"Default", "Narrow", "Wide", "Custom"});
     const auto customPaperSize = rowOf(2, atLeast(1));
 
     addIntegerRow(dialog, "Margins", {margin, margin, margin, margin}, Hidden, margins);
-    addText(dialog, "MarginType", "Default", unchecked, Hidden, marginType);
-    addText(dialog, "Orientation", "Portrait", Hidden, orientation);
-    addText(dialog, "PaperSize", "Letter", Hidden, paperSize);
+    addCharvec(dialog, "MarginType", "Default", noValidator, Hidden, marginType);
+    addCharvec(dialog, "Orientation", "Portrait", Hidden, orientation);
+    addCharvec(dialog, "PaperSize", "Letter", Hidden, paperSize);
     addIntegerRow(dialog, "CustomPaperSize", {612, 792}, Hidden, customPaperSize);
 }
 
-// What the dialog of one file format asks for; it has no setting for what is left out.
+// The contents of the export dialog for a file format. Settings whose member is not set are not created.
 struct ExportDialog
 {
     const char* format;
@@ -107,25 +107,25 @@ constexpr ExportDialog exportDialogs[] = {
     {.format = "ipy", .figureFormat = "png", .embedImages = true, .outputs = true},
 };
 
-void addExportDialog(FactoryGroup& exportDialog, const ExportDialog& asked)
+void addExportDialog(FactoryGroup& exportDialog, const ExportDialog& options)
 {
-    auto dialog = addGroup(exportDialog, asked.format, Hidden);
-    if (asked.figureFormat) {
-        addText(dialog, "FigureFormat", asked.figureFormat, Hidden, figureFormat);
+    auto dialog = addGroup(exportDialog, options.format, Hidden);
+    if (options.figureFormat) {
+        addCharvec(dialog, "FigureFormat", options.figureFormat, Hidden, figureFormat);
         addFigureResolution(dialog, Hidden);
     }
-    if (asked.margin) {
-        addPage(dialog, *asked.margin);
+    if (options.margin) {
+        addPage(dialog, *options.margin);
     }
-    if (asked.embedImages) {
-        addText(dialog, "MediaPath", "", unchecked, Hidden);
-        addLogical(dialog, "EmbedImages", *asked.embedImages, Hidden);
+    if (options.embedImages) {
+        addCharvec(dialog, "MediaPath", "", noValidator, Hidden);
+        addLogical(dialog, "EmbedImages", *options.embedImages, Hidden);
     }
-    if (asked.outputs) {
-        addText(dialog, "OutputLanguage", "", unchecked, Hidden);
+    if (options.outputs) {
+        addCharvec(dialog, "OutputLanguage", "", noValidator, Hidden);
         addLogical(dialog, "IncludeOutputs", true, Hidden);
     }
-    if (asked.html) {
+    if (options.html) {
         addLogical(dialog, "AcceptHTML", false, Hidden);
     }
 }
@@ -144,7 +144,8 @@ void buildDialogs(FactoryGroup& editor)
     addLogical(printDialog, "WrapCodeLines", true, Hidden);
 }
 
-// A setting without a value stands for the one of its name a group up, here as in the next function.
+// Settings without a value inherit the value of the setting with the same name in the parent group, here and
+// in buildExport.
 void buildPageSetup(FactoryGroup& exports)
 {
     const auto addInherited = [](FactoryGroup& format) {
@@ -153,8 +154,8 @@ void buildPageSetup(FactoryGroup& exports)
     };
 
     auto pageSetup = addGroup(exports, "pagesetup");
-    addText(pageSetup, "PaperSize", "Letter", paperSize);
-    addText(pageSetup, "Orientation", "Portrait", orientation);
+    addCharvec(pageSetup, "PaperSize", "Letter", paperSize);
+    addCharvec(pageSetup, "Orientation", "Portrait", orientation);
     addIntegerRow(pageSetup, "Margins", {72, 72, 72, 72}, margins);
 
     auto pdf = addGroup(pageSetup, "pdf");
@@ -166,14 +167,14 @@ void buildPageSetup(FactoryGroup& exports)
     addInherited(docx);
 
     auto latex = addGroup(pageSetup, "latex");
-    addIntegerRow(latex, "Margins", {134, 125, 134, 120}, margins);  // uneven on purpose
+    addIntegerRow(latex, "Margins", {134, 125, 134, 120}, margins);  // unequal on purpose
     addInherited(latex);
 }
 
 void buildExport(FactoryGroup& editor)
 {
     auto exports = addGroup(editor, "export");
-    addText(exports, "FigureFormat", "png", figureFormat);
+    addCharvec(exports, "FigureFormat", "png", figureFormat);
     addFigureResolution(exports);
 
     auto pdf = addGroup(exports, "pdf");
@@ -181,7 +182,7 @@ void buildExport(FactoryGroup& editor)
     addUnset(pdf, "FigureResolution", integerScalar, figureResolution);
 
     auto latex = addGroup(exports, "latex");
-    addText(latex, "FigureFormat", "eps", figureFormat);
+    addCharvec(latex, "FigureFormat", "eps", figureFormat);
     addUnset(latex, "FigureResolution", integerScalar, figureResolution);
 
     buildPageSetup(exports);
@@ -191,12 +192,13 @@ void buildDisplay(FactoryGroup& editor)
 {
     auto displaySettings = addGroup(editor, "displaysettings");
     addLogical(displaySettings, "DataTipsInEditMode", false);
-    addText(displaySettings, "DefaultView", "code", Hidden, oneOf({"code", "inline", "right", "hidecode"}));
+    addCharvec(displaySettings, "DefaultView", "code", Hidden,
+               oneOf({"code", "inline", "right", "hidecode"}));
     addLogical(displaySettings, "EnableInlineOutputFocus", true);
     addLogical(displaySettings, "HighlightCurrentLine", false);
     addColour(displaySettings, "HighlightCurrentLineColor", {229, 250, 221});
     addLogical(displaySettings, "LiveEditorDataTips", true);
-    addText(displaySettings, "DataTipsMode", "on", Hidden, oneOf({"on", "off"}));
+    addCharvec(displaySettings, "DataTipsMode", "on", Hidden, oneOf({"on", "off"}));
     addLogical(displaySettings, "ShowCodeFoldingMargin", true, Hidden);
     addLogical(displaySettings, "ShowLineNumbers", true);
     addLogical(displaySettings, "ShowOpenAsLiveScriptBanner", true);
@@ -234,7 +236,7 @@ void buildTabAndIndent(FactoryGroup& editor)
     addLogical(indent, "SmartIndentEntireDocument", false);
     addLogical(indent, "RemoveAutomaticWhitespace", true);
     addLogical(indent, "PadEmptyLines", false);
-    addNumber(indent, "AutoIndentMaxLines", 100, unchecked, Hidden, atLeast(0));
+    addNumber(indent, "AutoIndentMaxLines", 100, noValidator, Hidden, atLeast(0));
 }
 
 }  // namespace

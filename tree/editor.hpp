@@ -4,12 +4,12 @@
 
 namespace verdix::settings::tree {
 
-// The pieces of the editor area that have a source of their own, in the order in which the area calls them.
+// Parts of the editor area, in the order in which buildEditorArea calls them.
 
-/// The group "language": one group for each language that the editor highlights and indents.
+/// Builds the group "language", with a group for each language that the editor supports.
 void buildEditorLanguages(FactoryGroup& editor);
 
-/// Code folding, the aids to writing and presenting, and the tool panels.
+/// Builds the groups for code folding, writing aids, presentations and tool panels.
 void buildEditorTools(FactoryGroup& editor);
 
 }  // namespace verdix::settings::tree

@@ -13,7 +13,8 @@ struct TokenColour
     Rgb value;
 };
 
-// What several languages share. "String" and "Strings" both stay: each language is read under its own word.
+// Colours of several languages. Both "String" and "Strings" are needed, because the readers of each language
+// expect one of them.
 constexpr TokenColour keyword{"KeywordColor", {14, 0, 255}};
 constexpr TokenColour comment{"CommentColor", {0, 128, 19}};
 constexpr TokenColour string{"StringColor", {167, 9, 245}};
@@ -58,7 +59,7 @@ constexpr std::initializer_list<TokenColour> markupColours{
 struct Language
 {
     const char* name;
-    const char* extensions;  // of the files in it, without dots, separated by ";"; null where there are none
+    const char* extensions;  // file name extensions, without dots, separated by ";"; null for no setting
     std::initializer_list<TokenColour> colours;
     bool indents = true;
     bool coloursLast = false;
@@ -73,19 +74,19 @@ void addLanguage(FactoryGroup& language, const Language& added)
         }
     };
 
-    addText(group, "SyntaxHighlightingColors", "", Hidden);
+    addCharvec(group, "SyntaxHighlightingColors", "", Hidden);
     if (!added.coloursLast) {
         addColours();
     }
     addLogical(group, "EnableSyntaxHighlighting", true);
     if (added.indents) {
-        addText(group, "SmartIndentWhileTyping", "SmartIndent");
+        addCharvec(group, "SmartIndentWhileTyping", "SmartIndent");
     }
     if (added.coloursLast) {
         addColours();
     }
     if (added.extensions) {
-        addText(group, "Extensions", added.extensions, Hidden);
+        addCharvec(group, "Extensions", added.extensions, Hidden);
     }
 }
 
@@ -94,9 +95,9 @@ void buildOwnLanguage(FactoryGroup& language)
     auto verdix = addGroup(language, "verdix", Visible);
     addLogical(verdix, "EnableSyntaxHighlighting", true);
     addLogical(verdix, "EnableVariableAndFunctionRenaming", true);
-    addText(verdix, "FunctionIndentingFormat", "MixedFunctionIndent");
-    addText(verdix, "SmartIndentWhileTyping", "SmartIndent");
-    addText(verdix, "Extensions", "m;vdx", Hidden);
+    addCharvec(verdix, "FunctionIndentingFormat", "MixedFunctionIndent");
+    addCharvec(verdix, "SmartIndentWhileTyping", "SmartIndent");
+    addCharvec(verdix, "Extensions", "m;vdx", Hidden);
 
     auto comments = addGroup(verdix, "comments");
     addLogical(comments, "FromCommentStart", false);
@@ -104,11 +105,11 @@ void buildOwnLanguage(FactoryGroup& language)
     addLogical(comments, "WrapAutomatically", true);
 }
 
-// Unlike those of the other languages, its colours are expressly visible.
+// Unlike the colours of other languages, these are explicitly visible.
 void buildMarkdown(FactoryGroup& language)
 {
     auto markdown = addGroup(language, "markdown", Visible);
-    addText(markdown, "SyntaxHighlightingColors", "", Hidden);
+    addCharvec(markdown, "SyntaxHighlightingColors", "", Hidden);
     addColour(markdown, "HeadingColor", {192, 76, 11}, Visible);
     addColour(markdown, "HorizontalRuleColor", {192, 76, 11}, Visible);
     addColour(markdown, "ListColor", {14, 0, 255}, Visible);
@@ -120,7 +121,7 @@ void buildMarkdown(FactoryGroup& language)
     addColour(markdown, "CommentColor", {0, 128, 19}, Visible);
     addColour(markdown, "BlockQuoteColor", {0, 128, 19}, Visible);
     addLogical(markdown, "EnableSyntaxHighlighting", true);
-    addText(markdown, "Extensions", "md", Hidden);
+    addCharvec(markdown, "Extensions", "md", Hidden);
     addLogical(markdown, "ShowPreview", true);
 }
 

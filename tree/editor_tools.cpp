@@ -5,7 +5,7 @@ namespace verdix::settings::tree {
 
 namespace {
 
-// A construct of the language that the editor can fold away.
+// A language construct that the editor can fold.
 struct Construct
 {
     const char* name;
@@ -40,11 +40,12 @@ void buildCodingAids(FactoryGroup& editor)
 
     auto codingUi = addGroup(editor, "codingui", Hidden);
     addLogical(codingUi, "Prewarm", true);
-    addText(codingUi, "LiveAppsGalleryState", "", unchecked, maximumLength(100000));
+    addCharvec(codingUi, "LiveAppsGalleryState", "", noValidator, maximumLength(100000));
     addLogical(codingUi, "EnableTaskExecutionModel", false);
 
     auto autocompletions = addGroup(editor, "autocompletions");
-    addInteger(autocompletions, "EnableAutocompletions", 1, Visible, inRange(0, 2));  // a number on purpose
+    addInteger(autocompletions, "EnableAutocompletions", 1, Visible,
+               inRange(0, 2));  // an integer, although it looks like a switch
     addLogical(autocompletions, "ShowPopout", true, Hidden);
     addLogical(autocompletions, "AnnounceDisclaimer", true, Hidden);
     addInteger(autocompletions, "CacheMaxSize", 5, Hidden, inRange(0, 100));
@@ -55,16 +56,16 @@ void buildBackup(FactoryGroup& editor)
     auto backup = addGroup(editor, "backup");
     addLogical(backup, "DeleteOnClose", true);
     addLogical(backup, "EnableFileBackup", true);
-    addText(backup, "FileExtensionToAppend", "~");
-    addText(backup, "FileExtensionToReplace", "asv");
+    addCharvec(backup, "FileExtensionToAppend", "~");
+    addCharvec(backup, "FileExtensionToReplace", "asv");
     addNumber(backup, "Frequency", 5);
     addLogical(backup, "SaveIntoSourceFolder", true);
-    addText(backup, "SaveToFolder", "");
+    addCharvec(backup, "SaveToFolder", "");
     addLogical(backup, "SaveUntitled", false);
     addLogical(backup, "ReplaceExtension", true);
 }
 
-// What is rewritten or completed while one types: texts in the first group, code in the second.
+// Automatic formatting of text (first group) and automatic completion of code (second group) during typing.
 void buildTypingAids(FactoryGroup& editor)
 {
     auto autoFormat = addGroup(editor, "autoformat");
@@ -137,21 +138,21 @@ void buildSavingAndOutputs(FactoryGroup& editor)
 void buildSpellingAndStyles(FactoryGroup& editor)
 {
     auto spelling = addGroup(editor, "spelling");
-    addText(spelling, "CheckSpelling", "auto", oneOf({"auto", "on", "off"}));
+    addCharvec(spelling, "CheckSpelling", "auto", oneOf({"auto", "on", "off"}));
     addLogical(spelling, "CheckInMonospaceText", false);
     addLogical(spelling, "CheckInCodeComments", true);
     addLogical(spelling, "CheckInCodeStrings", false);
 
     auto styles = addGroup(editor, "styles", Hidden);
     addLogical(styles, "ApplyCustomizationsToNewScripts", false, Hidden);
-    addText(styles, "Customizations", "{}", Hidden);
+    addCharvec(styles, "Customizations", "{}", Hidden);
 }
 
 void buildFind(FactoryGroup& editor)
 {
     auto find = addGroup(editor, "find");
-    addText(find, "state", "", Hidden);  // its readers begin it, as the next, with a small letter
-    addText(find, "isOpened", "", Hidden);
+    addCharvec(find, "state", "", Hidden);  // lower case, like the next one, because its readers expect it
+    addCharvec(find, "isOpened", "", Hidden);
     addLogical(find, "ShowPanel", true, Hidden);
     addLogical(find, "WrapAround", true);
     addLogical(find, "MoveCursorOnType", true);
@@ -175,7 +176,7 @@ void buildPanels(FactoryGroup& editor)
 
     auto outline = addGroup(tools, "outline", Hidden);
     addLogical(outline, "ShowOutlinePanel", false, Hidden);
-    addText(outline, "SortByType", "Position", Hidden);
+    addCharvec(outline, "SortByType", "Position", Hidden);
     addLogical(outline, "FollowCursor", false, Hidden);
 
     auto snippet = addGroup(editor, "snippet", Hidden);

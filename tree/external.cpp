@@ -11,7 +11,7 @@ void buildJava(FactoryGroup& interfaces)
     addNumber(java, "HeapSize", 1728);  // megabytes
     for (const char* platform : {"glnxa64", "maca64", "maci64", "win64"}) {
         auto group = addGroup(java, platform);
-        addString(group, "JrePath", "system");  // a string, unlike the texts of other settings
+        addString(group, "JrePath", "system");  // a string scalar, other than in other settings
     }
 }
 
@@ -22,19 +22,19 @@ void buildExternalInterfacesArea(FactoryGroup& root)
     auto external = addGroup(root, "external");
     auto interfaces = addGroup(external, "interfaces");
 
-    // The spellings of the mode differ: each interface reads its own.
+    // The spellings of the mode differ, because each interface expects its own.
     auto python = addGroup(interfaces, "python");
-    addText(python, "ExecutionMode", "InProcess");
+    addCharvec(python, "ExecutionMode", "InProcess");
     auto cpp = addGroup(interfaces, "cpp");
-    addText(cpp, "ExecutionMode", "inprocess");
+    addCharvec(cpp, "ExecutionMode", "inprocess");
     addCell(python, "Version", {"", "", "", ""}, rowOf(4, cellOfStrings()));
 
     buildJava(interfaces);
 
     auto dotnet = addGroup(interfaces, "dotnet");
-    addText(dotnet, "DotnetVersion", "");
-    addText(dotnet, "Framework", "");
-    addText(dotnet, "Version", "framework", unchecked, oneOf({"framework", "core"}));
+    addCharvec(dotnet, "DotnetVersion", "");
+    addCharvec(dotnet, "Framework", "");
+    addCharvec(dotnet, "Version", "framework", noValidator, oneOf({"framework", "core"}));
 }
 
 }  // namespace verdix::settings::tree

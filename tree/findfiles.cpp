@@ -7,14 +7,14 @@ void buildFindFilesArea(FactoryGroup& root)
 {
     auto findFiles = addGroup(root, "findfiles");
     addLogical(findFiles, "JsEnabled", false);
-    addText(findFiles, "LookInPathHistory", "", unchecked, maximumLength(100000), Hidden);
+    addCharvec(findFiles, "LookInPathHistory", "", noValidator, maximumLength(100000), Hidden);
     addLogical(findFiles, "MatchCase", false, Hidden);
     addLogical(findFiles, "MatchWholeword", false, Hidden);
     addLogical(findFiles, "SearchFilename", true, Hidden);
     addLogical(findFiles, "SearchContentInFile", true, Hidden);
-    addText(findFiles, "SearchScope", "Current folder", Hidden);
+    addCharvec(findFiles, "SearchScope", "Current folder", Hidden);
     addLogical(findFiles, "IncludeSubfolders", true, Hidden);
-    addText(findFiles, "FiletypeFilter", "", Hidden);
+    addCharvec(findFiles, "FiletypeFilter", "", Hidden);
 }
 
 }  // namespace verdix::settings::tree

@@ -5,37 +5,37 @@ namespace verdix::settings::tree {
 
 namespace {
 
-struct FontRules
+struct FontConstraints
 {
     Constraint size = inRange(1, 100);  // points
     Constraint style = inRange(0, 3);   // plain, bold, italic, both
 };
 
-void buildCodeFont(FactoryGroup& fonts, const FontRules& rules)
+void buildCodeFont(FactoryGroup& fonts, const FontConstraints& constraints)
 {
     auto codeFont = addGroup(fonts, "codefont", Visible);
-    addText(codeFont, "Name", "Monospaced");
-    addInteger(codeFont, "Style", 0, rules.style);
-    addInteger(codeFont, "Size", 10, rules.size);
+    addCharvec(codeFont, "Name", "Monospaced");
+    addInteger(codeFont, "Style", 0, constraints.style);
+    addInteger(codeFont, "Size", 10, constraints.size);
 }
 
-void buildCustomFonts(FactoryGroup& fonts, const FontRules& rules)
+void buildCustomFonts(FactoryGroup& fonts, const FontConstraints& constraints)
 {
     auto custom = addGroup(fonts, "custom");
     auto editor = addGroup(custom, "editor");
-    addText(editor, "FontToUse", "CodeFont", oneOf({"CodeFont", "TextFont", "CustomFont"}));
-    addText(editor, "Name", "Courier");
-    addInteger(editor, "Size", 9, rules.size);
-    addInteger(editor, "Style", 0, rules.style);
+    addCharvec(editor, "FontToUse", "CodeFont", oneOf({"CodeFont", "TextFont", "CustomFont"}));
+    addCharvec(editor, "Name", "Courier");
+    addInteger(editor, "Size", 9, constraints.size);
+    addInteger(editor, "Style", 0, constraints.style);
 }
 
-void buildTextFont(FactoryGroup& fonts, const FontRules& rules)
+void buildTextFont(FactoryGroup& fonts, const FontConstraints& constraints)
 {
     auto textFont = addGroup(fonts, "textfont");
     addLogical(textFont, "UseSystemFont", true);
-    addText(textFont, "Name", "Helvetica");
-    addInteger(textFont, "Size", 9, rules.size);
-    addInteger(textFont, "Style", 0, rules.style);
+    addCharvec(textFont, "Name", "Helvetica");
+    addInteger(textFont, "Size", 9, constraints.size);
+    addInteger(textFont, "Style", 0, constraints.style);
 }
 
 struct ParagraphFont
@@ -64,9 +64,9 @@ void buildEditorFonts(FactoryGroup& fonts)
     auto editor = addGroup(fonts, "editor", Visible);
     for (const auto& font : paragraphFonts) {
         auto paragraph = addGroup(editor, font.paragraph, Visible);
-        addText(paragraph, "Name", font.name);
+        addCharvec(paragraph, "Name", font.name);
         addCell(paragraph, "Style", {font.style}, styles, service("validateFontStyle"));
-        addText(paragraph, "Size", font.size, service("validateFontSize"));
+        addCharvec(paragraph, "Size", font.size, service("validateFontSize"));
         addColour(paragraph, "Color", font.colour, service("validateFontColor"));
     }
 }
@@ -75,12 +75,12 @@ void buildEditorFonts(FactoryGroup& fonts)
 
 void buildFontsArea(FactoryGroup& root)
 {
-    const FontRules rules;
+    const FontConstraints constraints;
 
     auto fonts = addGroup(root, "fonts", Visible);
-    buildCodeFont(fonts, rules);
-    buildCustomFonts(fonts, rules);
-    buildTextFont(fonts, rules);
+    buildCodeFont(fonts, constraints);
+    buildCustomFonts(fonts, constraints);
+    buildTextFont(fonts, constraints);
     buildEditorFonts(fonts);
 }
 

@@ -19,14 +19,14 @@ void buildGeneralArea(FactoryGroup& root)
     auto matFile = addGroup(general, "matfile", Visible);
     addLogical(matFile, "EnableCompression", true);
     addLogical(matFile, "ProtectedLoading", false, Hidden);
-    addText(matFile, "SaveFormat", "v7", oneOf({"v6", "v7", "v7.3"}));
+    addCharvec(matFile, "SaveFormat", "v7", oneOf({"v6", "v7", "v7.3"}));
 
     auto verdixDrive = addGroup(general, "verdixdrive");
-    addText(verdixDrive, "DefaultVisibility", "", Hidden);
+    addCharvec(verdixDrive, "DefaultVisibility", "", Hidden);
 
     auto randomNumbers = addGroup(general, "randomnumbers", Visible);
-    addText(randomNumbers, "DefaultAlgorithm", "twister", unchecked, algorithms);
-    addNumber(randomNumbers, "DefaultSeed", 0, unchecked, seeds);
+    addCharvec(randomNumbers, "DefaultAlgorithm", "twister", noValidator, algorithms);
+    addNumber(randomNumbers, "DefaultSeed", 0, noValidator, seeds);
 
     auto windows = addGroup(general, "windows", Visible);
     addLogical(windows, "AutoCollapse", true);

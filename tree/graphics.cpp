@@ -12,7 +12,7 @@ void buildGraphicsArea(FactoryGroup& root)
     addLogical(machineSpecific, "showlegacydatastatsapp", false);
     addLogical(machineSpecific, "showlegacylinkedplotdialog", false);
     addLogical(machineSpecific, "showlegacycolormapeditor", false);
-    addText(machineSpecific, "showinteractioninfobarreleaseset", "");
+    addCharvec(machineSpecific, "showinteractioninfobarreleaseset", "");
 }
 
 }  // namespace verdix::settings::tree

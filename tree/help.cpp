@@ -6,18 +6,18 @@ namespace verdix::settings::tree {
 void buildHelpArea(FactoryGroup& root)
 {
     auto help = addGroup(root, "help");
-    addText(help, "DocLocation", "WEB");
-    addText(help, "DocProjectRoot", "");
-    addText(help, "DocRoot", "");
-    addText(help, "DocDataRoot", "");
-    addText(help, "DocRelease", "");
-    addText(help, "DocCenterDomain", "");
-    addText(help, "InstalledProductFilter", "");
+    addCharvec(help, "DocLocation", "WEB");
+    addCharvec(help, "DocProjectRoot", "");
+    addCharvec(help, "DocRoot", "");
+    addCharvec(help, "DocDataRoot", "");
+    addCharvec(help, "DocRelease", "");
+    addCharvec(help, "DocCenterDomain", "");
+    addCharvec(help, "InstalledProductFilter", "");
     addLogical(help, "PopupShowsBrowser", false);
     addLogical(help, "SearchStemming", true);
     addLogical(help, "Show3pDocInBrowser", true);
     addLogical(help, "ShowUninstalledProducts", false);
-    addText(help, "UninstalledProductFilter", "");
+    addCharvec(help, "UninstalledProductFilter", "");
     addLogical(help, "UseDocForProjects", false);
     addLogical(help, "UseJavaScriptHelpBrowser", true);
     addLogical(help, "DebugProjectDoc", false);

@@ -6,7 +6,7 @@ namespace verdix::settings::tree {
 void buildImportToolArea(FactoryGroup& root)
 {
     auto importTool = addGroup(root, "importtool");
-    addText(importTool, "ImportToolTextType", "string");
+    addCharvec(importTool, "ImportToolTextType", "string");
     addLogical(importTool, "Decaf", false);
 }
 

@@ -7,9 +7,9 @@ void buildImageDisplayArea(FactoryGroup& root)
 {
     auto imshow = addGroup(root, "imshow");
     addLogical(imshow, "AlwaysUseFitMagnification", false);
-    addText(imshow, "BorderStyle", "loose", oneOf({"loose", "tight"}));
+    addCharvec(imshow, "BorderStyle", "loose", oneOf({"loose", "tight"}));
     addNumber(imshow, "InitialMagnification", 100);  // percent
-    addText(imshow, "InitialMagnificationStyle", "numeric", oneOf({"numeric", "fit"}));
+    addCharvec(imshow, "InitialMagnificationStyle", "numeric", oneOf({"numeric", "fit"}));
     addLogical(imshow, "ShowAxes", false);
 }
 

@@ -14,9 +14,9 @@ void buildKeyboardArea(FactoryGroup& root)
     addLogical(delimiter, "ShowMatchesWhenTyping", true);
 
     auto shortcuts = addGroup(keyboard, "shortcuts", Hidden);
-    addText(shortcuts, "ActiveKeyset", "");
-    addText(shortcuts, "ActivePlatform", "", platform);  // none of the words until somebody chooses one
-    addText(shortcuts, "ActiveFilePath", "");
+    addCharvec(shortcuts, "ActiveKeyset", "");
+    addCharvec(shortcuts, "ActivePlatform", "", platform);  // empty until the user selects one of them
+    addCharvec(shortcuts, "ActiveFilePath", "");
     addCell(shortcuts, "CustomFilePath", {}, cellOfStrings());
 }
 

@@ -6,7 +6,7 @@ namespace verdix::settings::tree {
 void buildLiveEditorArea(FactoryGroup& root)
 {
     auto liveEditor = addGroup(root, "liveeditor");
-    addText(liveEditor, "LiveEditorInteractiveOutputs", "50");  // a number, kept as a text
+    addCharvec(liveEditor, "LiveEditorInteractiveOutputs", "50");  // a number as a character vector
     addLogical(liveEditor, "LiveEditorRemoveFigureCloning", false, Hidden);
     addLogical(liveEditor, "AutoEvaluateSymbolicSuggestions", true, Hidden);
     addLogical(liveEditor, "SuggestionsNotifierSetting", true, Hidden);

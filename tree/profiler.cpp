@@ -18,11 +18,11 @@ void buildShowFeature(FactoryGroup& profiler)
     addLogical(showFeature, "ShowMPIPlots", true);
 }
 
-// How a table of the report is sorted: by a column, and by what its texts say.
+// The settings that store how a table of the report is sorted, besides the column number.
 struct SortState
 {
     const char* table;
-    std::initializer_list<const char*> texts;
+    std::initializer_list<const char*> settings;
 };
 
 void buildTables(FactoryGroup& profiler)
@@ -32,11 +32,11 @@ void buildTables(FactoryGroup& profiler)
         {"busylinestable", {"SortingOrder", "SortByField"}},
         {"childrentable", {"SortingOrder"}},
     };
-    for (const auto& [name, texts] : sortStates) {
+    for (const auto& [name, settings] : sortStates) {
         auto table = addGroup(profiler, name);
         addNumber(table, "SortingColumnNumber", 0);
-        for (const char* text : texts) {
-            addText(table, text, "");
+        for (const char* setting : settings) {
+            addCharvec(table, setting, "");
         }
     }
 }
@@ -50,12 +50,12 @@ void buildProfilerArea(FactoryGroup& root)
     auto profiler = addGroup(root, "profiler");
     addLogical(profiler, "EnableProfileOnButton", true);
     addLogical(profiler, "EnableProfileComparison", false);
-    addNumber(profiler, "PaginateThreshold", 1000, unchecked, atLeastOne);
-    addNumber(profiler, "PaginateFunctionListingThreshold", 1000, unchecked, atLeastOne);
-    addText(profiler, "TableViewMode", "");
+    addNumber(profiler, "PaginateThreshold", 1000, noValidator, atLeastOne);
+    addNumber(profiler, "PaginateFunctionListingThreshold", 1000, noValidator, atLeastOne);
+    addCharvec(profiler, "TableViewMode", "");
 
     auto functionListing = addGroup(profiler, "functionlisting");
-    addText(functionListing, "HighlightMode", "");
+    addCharvec(functionListing, "HighlightMode", "");
 
     buildShowFeature(profiler);
     buildTables(profiler);

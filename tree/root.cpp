@@ -8,18 +8,18 @@ namespace {
 void buildWorkingFolder(FactoryGroup& root)
 {
     auto workingFolder = addGroup(root, "workingfolder");
-    addText(workingFolder, "CustomFolderPath", "");
-    addText(workingFolder, "InitialWorkingFolder", "");
-    addText(workingFolder, "LastFolderPath", "");
+    addCharvec(workingFolder, "CustomFolderPath", "");
+    addCharvec(workingFolder, "InitialWorkingFolder", "");
+    addCharvec(workingFolder, "LastFolderPath", "");
 }
 
 void buildUnitTest(FactoryGroup& root)
 {
     const auto verbosity = inRange(-1, 4);
     auto unitTest = addGroup(root, "unittest");
-    addText(unitTest, "DefaultPluginsFcn", "verdix.unittest.internal.getDefaultPlugins");
-    addInteger(unitTest, "OutputDetail", -1, unchecked, verbosity);
-    addInteger(unitTest, "LoggingLevel", -1, unchecked, verbosity);
+    addCharvec(unitTest, "DefaultPluginsFcn", "verdix.unittest.internal.getDefaultPlugins");
+    addInteger(unitTest, "OutputDetail", -1, noValidator, verbosity);
+    addInteger(unitTest, "LoggingLevel", -1, noValidator, verbosity);
     addLogical(unitTest, "ClearCommandWindow", false);
     addLogical(unitTest, "UseStrict", false);
     addLogical(unitTest, "UseParallel", false);
@@ -27,12 +27,12 @@ void buildUnitTest(FactoryGroup& root)
     addLogical(unitTest, "UseTestBrowser", true);
 }
 
-// Settings and small groups that belong to no area.
-void buildGeneralPart(FactoryGroup& root)
+// Settings and small groups that do not belong to an area.
+void buildMiscellaneous(FactoryGroup& root)
 {
     addLogical(root, "DeleteFilesPermanently", true);
-    addText(root, "G11nLanguagePref", "");
-    addText(root, "UserPath", "$documents\\VERDIX");  // whoever reads it puts the folder in for $documents
+    addCharvec(root, "G11nLanguagePref", "");
+    addCharvec(root, "UserPath", "$documents\\VERDIX");  // its readers replace $documents by the folder
     addUnset(root, "dump", logicalScalar);
     buildWorkingFolder(root);
     addAlias(root, "qorv", "qorv");
@@ -41,9 +41,9 @@ void buildGeneralPart(FactoryGroup& root)
     addLogical(classDisplay, "UseFullNameInDisplayHeader", false);
 
     auto string = addGroup(root, "string");
-    addText(string, "DefaultTextType", "char");
+    addCharvec(string, "DefaultTextType", "char");
 
-    auto vexo = addGroup(root, "vexo");  // both groups are anchors: other modules fill them
+    auto vexo = addGroup(root, "vexo");  // other modules add settings to both groups
     addGroup(vexo, "upgrade");
 
     auto toolboxPathCache = addGroup(root, "toolboxpathcache", Visible);
@@ -65,7 +65,7 @@ void buildDiagnostics(FactoryGroup& root)
 
 void buildRootTree(FactoryGroup& root)
 {
-    buildGeneralPart(root);
+    buildMiscellaneous(root);
     buildAddOnsArea(root);
     buildAppDesignerArea(root);
     buildAppearanceArea(root);
@@ -92,7 +92,7 @@ void buildRootTree(FactoryGroup& root)
     buildKeyboardArea(root);
     buildLiveEditorArea(root);
     buildProfilerArea(root);
-    addGroup(root, "project");  // an anchor, as is sourcecontrol
+    addGroup(root, "project");  // other modules add settings to it and to sourcecontrol
     buildRequirementsArea(root);
     buildAccessibilityArea(root);
     buildStartupPluginsArea(root);

@@ -6,8 +6,8 @@ namespace verdix::settings::tree {
 void buildSupportPackageRootArea(FactoryGroup& root)
 {
     auto supportPackageRoot = addGroup(root, "supportpackageroot");
-    // A mark for whoever reads it, not a path.
-    addText(supportPackageRoot, "SupportPackageRootPath", "__DEFAULT__");
+    // Not a path: readers of the setting replace this marker.
+    addCharvec(supportPackageRoot, "SupportPackageRootPath", "__DEFAULT__");
 }
 
 }  // namespace verdix::settings::tree

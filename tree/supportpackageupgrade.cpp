@@ -6,7 +6,7 @@ namespace verdix::settings::tree {
 void buildSupportPackageUpgradeArea(FactoryGroup& root)
 {
     auto supportPackageUpgrade = addGroup(root, "supportpackageupgrade");
-    addText(supportPackageUpgrade, "ShowUpgradeUI", "new");  // the component reports this path by name
+    addCharvec(supportPackageUpgrade, "ShowUpgradeUI", "new");  // getSettingPathList returns this path
 }
 
 }  // namespace verdix::settings::tree

@@ -19,17 +19,17 @@ constexpr NormalisedRgb lightGrey{0.94, 0.94, 0.94};
 constexpr NormalisedRgb toolbarGrey{0.956862745098039, 0.956862745098039, 0.956862745098039};
 constexpr NormalisedRgb white{1, 1, 1};
 
-// A logical setting whose factory value the graphics library computes when it is asked for.
+// Returns a trait: the native graphics library computes the factory value.
 constexpr ComputedBy computed(const char* function)
 {
     return computedBy("libvxgraphics_state", function);
 }
 
-// On unless whoever starts the environment says otherwise.
+// Returns true unless the environment variable disables it.
 bool usesAppShell()
 {
-    const auto text = environmentVariable("VX_UI_INTERNAL_FIGURE_USEAPPSHELL");
-    return !text || text->starts_with('1');
+    const auto value = environmentVariable("VX_UI_INTERNAL_FIGURE_USEAPPSHELL");
+    return !value || value->starts_with('1');
 }
 
 FactoryGroup buildInternal(FactoryGroup& ui)
@@ -52,15 +52,16 @@ FactoryGroup buildInternal(FactoryGroup& ui)
     addLogical(figure, "UseAppShell", usesAppShell(), Hidden);
 
     auto webWindow = addGroup(figure, "webwindow");
-    addText(webWindow, "LifecycleLogs", environmentVariable("VX_WEBWINDOW_LOGS_SPEC").value_or("none"),
-            Hidden);
+    addCharvec(webWindow, "LifecycleLogs", environmentVariable("VX_WEBWINDOW_LOGS_SPEC").value_or("none"),
+               Hidden);
 
     auto viewModel = addGroup(figure, "viewmodel");
     addUnset(viewModel, "Decaf", computed("getDefaultSyncModeForSetting"), logicalScalar, readOnly(false));
     return internal;
 }
 
-// 256 colours from a dark blue to yellow: brightness rises from row to row, so the order survives in grey.
+// Returns 256 colours from dark blue to yellow. Their brightness increases, so that the order is visible in
+// greyscale as well.
 Array blueToYellow()
 {
     constexpr std::size_t count = 256;
@@ -78,7 +79,7 @@ Array blueToYellow()
     return map;
 }
 
-// Red, green and blue from 0 to 1, in as many rows as the map has colours.
+// Constraint for a colour map: a row of red, green and blue from 0 to 1 for each colour.
 constexpr Constraint colourMap()
 {
     auto constraint = inRange(0, 1);
@@ -110,15 +111,15 @@ void buildDialog(FactoryGroup& ui)
     addLogical(fileIO, "ShowInWebApps", false);
 
     auto uiSetColour = addGroup(dialog, "uisetcolor");
-    addText(uiSetColour, "ControllerName", "verdix.ui.internal.dialog.WebColorChooser");
-    addText(uiSetColour, "RecentlyUsedColors", "ff0000-ff00ff-ffff00-00ff00-ffffff-00ffff-000000");
+    addCharvec(uiSetColour, "ControllerName", "verdix.ui.internal.dialog.WebColorChooser");
+    addCharvec(uiSetColour, "RecentlyUsedColors", "ff0000-ff00ff-ffff00-00ff00-ffffff-00ffff-000000");
 }
 
 constexpr auto figureBackground =
     normalisedColour({"auto", "none", "red", "green", "blue", "cyan", "magenta", "yellow", "black", "white",
                       "r", "g", "b", "c", "m", "y", "k", "w"});
 
-[[noreturn]] void refuseFigureBackground(const std::string& /*setting*/, const Array& /*value*/)
+[[noreturn]] void throwInvalidFigureBackground(const std::string& /*setting*/, const Array& /*value*/)
 {
     throw std::runtime_error(
         "Value must be a normalized RGB triplet, 'auto', 'none', or color name. Valid color "
@@ -129,11 +130,11 @@ constexpr auto figureBackground =
 void buildCopyOptions(FactoryGroup& ui)
 {
     auto copyOptions = addGroup(ui, "copyoptions");
-    addText(copyOptions, "FigureBackground", "auto");
-    addText(copyOptions, "FigureFormat", "auto");
+    addCharvec(copyOptions, "FigureBackground", "auto");
+    addCharvec(copyOptions, "FigureFormat", "auto");
     addLogical(copyOptions, "LinesStyleChange", false);
-    addText(copyOptions, "LinesStylePref", "auto");
-    addText(copyOptions, "LinesWidth", "2");  // points, as a text like all sizes of this group
+    addCharvec(copyOptions, "LinesStylePref", "auto");
+    addCharvec(copyOptions, "LinesWidth", "2");  // points; all sizes in this group are character vectors
     addLogical(copyOptions, "LinesWidthCustom", false);
     addLogical(copyOptions, "LockAxesAndTickLabels", true);
     addLogical(copyOptions, "MatchFigureScreen", true);
@@ -141,16 +142,16 @@ void buildCopyOptions(FactoryGroup& ui)
     addLogical(copyOptions, "TextBW", false);
     addLogical(copyOptions, "TextBold", false);
     addLogical(copyOptions, "TextSizeChange", false);
-    addText(copyOptions, "TextSizeChangePref", "increase");
-    addText(copyOptions, "TextSizeChangeTo", "20");   // points
-    addText(copyOptions, "TextSizeIncrease", "140");  // percent
-    addText(copyOptions, "FigureBackgroundColor", "auto", unchecked, figureBackground,
-            onError(refuseFigureBackground));
-    addText(copyOptions, "Width", "1000");  // in Units
-    addText(copyOptions, "Height", "600");  // in Units
-    addText(copyOptions, "Units", "pixels");
-    addText(copyOptions, "ContentType", "image");
-    addText(copyOptions, "Resolution", "150");  // dots per inch
+    addCharvec(copyOptions, "TextSizeChangePref", "increase");
+    addCharvec(copyOptions, "TextSizeChangeTo", "20");   // points
+    addCharvec(copyOptions, "TextSizeIncrease", "140");  // percent
+    addCharvec(copyOptions, "FigureBackgroundColor", "auto", noValidator, figureBackground,
+               onError(throwInvalidFigureBackground));
+    addCharvec(copyOptions, "Width", "1000");  // in Units
+    addCharvec(copyOptions, "Height", "600");  // in Units
+    addCharvec(copyOptions, "Units", "pixels");
+    addCharvec(copyOptions, "ContentType", "image");
+    addCharvec(copyOptions, "Resolution", "150");  // dots per inch
     addLogical(copyOptions, "Grayscale", false);
     addLogical(copyOptions, "MaintainAspectRatio", true);
 }
@@ -197,7 +198,7 @@ void buildControl(FactoryGroup& ui)
 
 void buildUserInterfaceArea(FactoryGroup& root)
 {
-    // Read before anything is built, so that every node sees one state of the switch.
+    // Read once at the beginning, so that all nodes see the same value.
     foundation::feature::Feature<0> webUi("webui");
     const bool isWebUi = webUi.get() != 0;
 

@@ -50,17 +50,18 @@ void buildVariablesArea(FactoryGroup& desktop)
     const auto direction = oneOf({"down", "right", "up", "left"});
 
     auto variables = addGroup(desktop, "variables");
-    addText(variables, "ArrayEditor_CS_Format", "short", unchecked, Visible, format);
+    addCharvec(variables, "ArrayEditor_CS_Format", "short", noValidator, Visible, format);
 
     auto editing = addGroup(variables, "editing", Visible);
-    addText(editing, "ArrayEditorEDirection", "down", unchecked, Visible, direction);
+    addCharvec(editing, "ArrayEditorEDirection", "down", noValidator, Visible, direction);
     addLogical(editing, "ArrayEditorEMoves", true);
 
     auto internationalNumberHandling = addGroup(variables, "internationalnumberhandling", Visible);
-    addText(internationalNumberHandling, "SpreadsheetDecimalSeparator", ".");
+    addCharvec(internationalNumberHandling, "SpreadsheetDecimalSeparator", ".");
 
     auto sorting = addGroup(variables, "sorting", Visible);
-    addText(sorting, "MissingValuePlacement", "auto", unchecked, Visible, oneOf({"auto", "first", "last"}));
+    addCharvec(sorting, "MissingValuePlacement", "auto", noValidator, Visible,
+               oneOf({"auto", "first", "last"}));
 
     buildPlotting(variables);
 

@@ -15,35 +15,36 @@ using ::settings::core::detail::FactorySettingProperties;
 using settings::detail::Option;
 using settings::detail::store;
 
-std::optional<std::size_t> unlessOpen(std::uint32_t count)
+std::optional<std::size_t> toOptional(std::uint32_t count)
 {
     return count == Constraint::open ? std::nullopt : std::optional<std::size_t>(count);
 }
 
-internal::SettingValueValidator recordOf(const Constraint& constraint, std::span<const char* const> allowed)
+internal::SettingValueValidator makeValueValidator(const Constraint& constraint,
+                                                   std::span<const char* const> allowed)
 {
-    internal::SettingValueValidator record;
+    internal::SettingValueValidator validator;
     if (constraint.isNumeric) {
-        record.range = {constraint.lower, constraint.upper};
+        validator.range = {constraint.lower, constraint.upper};
     }
-    record.allowedValues.reserve(allowed.size());
+    validator.allowedValues.reserve(allowed.size());
     for (const std::string_view string : allowed) {
-        record.allowedValues.emplace_back(string.begin(), string.end());
+        validator.allowedValues.emplace_back(string.begin(), string.end());
     }
-    record.maximumLength = unlessOpen(constraint.maximumLength);
+    validator.maximumLength = toOptional(constraint.maximumLength);
     if (constraint.rows != Constraint::open || constraint.columns != Constraint::open) {
-        record.size = {unlessOpen(constraint.rows), unlessOpen(constraint.columns)};
+        validator.size = {toOptional(constraint.rows), toOptional(constraint.columns)};
     }
     if (constraint.elementClass != ArrayType::UNKNOWN) {
-        record.elementClass = constraint.elementClass;
+        validator.elementClass = constraint.elementClass;
     }
     if (constraint.isColour) {
-        record.colour = constraint.isNormalised ? Colour::normalised : Colour::wholeNumbers;
+        validator.colour = constraint.isNormalised ? Colour::normalised : Colour::wholeNumbers;
     }
-    return record;
+    return validator;
 }
 
-/// Nearly every setting has one of these validators: they are made once, and shared.
+/// Nearly all settings use one of these validators, so they share one object each.
 const MValidator& validatorOf(ScriptFunction function)
 {
     static const std::array validators{MValidator("verdix.settings", "mustBeLogicalScalar"),
@@ -63,10 +64,10 @@ void apply(SettingOptions& options, Flags flags)
     if (flags.validator != ScriptFunction::none) {
         options.properties.validator.emplace<MValidator>(validatorOf(flags.validator));
     }
-    if (flags.visibility != Visibility::unstated) {
+    if (flags.visibility != Visibility::unspecified) {
         store(options, Option::hidden, flags.visibility == Hidden);
     }
-    if (flags.access != Access::unstated) {
+    if (flags.access != Access::unspecified) {
         store(options, Option::readOnly, flags.access == Access::readOnly);
     }
 }
@@ -74,7 +75,7 @@ void apply(SettingOptions& options, Flags flags)
 void apply(SettingOptions& options, const Parts& parts)
 {
     if (parts.constraint != nullptr) {
-        store(options, Option::valueValidator, recordOf(*parts.constraint, parts.allowed));
+        store(options, Option::valueValidator, makeValueValidator(*parts.constraint, parts.allowed));
     }
     if (parts.validator != nullptr) {
         store(options, Option::validationFcn, descriptorOf(*parts.validator));
@@ -90,20 +91,21 @@ void apply(SettingOptions& options, const Parts& parts)
     }
 }
 
-/// Options that no name is needed for: the words leave nothing to refuse.
-SettingOptions unnamedOptions()
+/// Returns options without a full name, which is only used in error messages: invalid options do not compile
+/// here.
+SettingOptions emptyOptions()
 {
     return {settings::detail::defaultProperties(), {}, nullptr, {}};
 }
 
-/// Properties of nodes with a frequent value, or none, and no trait but their visibility. They are the same
-/// for all of them, so they are made once.
+/// The properties of nodes that have a common factory value, or none, and no trait except visibility. Shared,
+/// because many nodes have exactly these properties.
 class FrequentProperties
 {
 public:
     explicit FrequentProperties(ScriptFunction validator, const Array& value = {})
         : validator_(validator),
-          byVisibility_{make(value, Visibility::unstated), make(value, Visibility::visible),
+          byVisibility_{make(value, Visibility::unspecified), make(value, Visibility::visible),
                         make(value, Visibility::hidden)}
     {}
 
@@ -112,18 +114,19 @@ public:
         return byVisibility_[static_cast<std::size_t>(visibility)];
     }
 
-    /// Null where the traits say more than the visibility.
+    /// Returns the shared properties for a line with these traits; null if it has a trait other than
+    /// visibility.
     [[nodiscard]] const FactorySettingProperties* find(Flags flags, const Parts& parts) const
     {
-        const bool isFrequent =
-            &parts == &detail::noParts && flags.validator == validator_ && flags.access == Access::unstated;
+        const bool isFrequent = &parts == &detail::noParts && flags.validator == validator_ &&
+                                flags.access == Access::unspecified;
         return isFrequent ? &of(flags.visibility) : nullptr;
     }
 
 private:
     [[nodiscard]] FactorySettingProperties make(const Array& value, Visibility visibility) const
     {
-        SettingOptions options = unnamedOptions();
+        SettingOptions options = emptyOptions();
         options.properties.factoryValue = value;
         apply(options, {.validator = validator_, .visibility = visibility});
         return std::move(options.properties);
@@ -152,7 +155,7 @@ void addUnset(FactoryGroup& group, std::string_view name, Flags flags, const Par
 
 void addValue(FactoryGroup& group, std::string_view name, Array&& value, Flags flags, const Parts& parts)
 {
-    SettingOptions options = unnamedOptions();
+    SettingOptions options = emptyOptions();
     options.properties.factoryValue = std::move(value);
     apply(options, flags);
     if (&parts != &noParts) {
@@ -173,8 +176,8 @@ void addLogical(FactoryGroup& group, std::string_view name, bool value, Flags fl
     addValue(group, name, Array(values[index]), flags, parts);
 }
 
-void addText(FactoryGroup& group, std::string_view name, std::string_view value, Flags flags,
-             const Parts& parts)
+void addCharvec(FactoryGroup& group, std::string_view name, std::string_view value, Flags flags,
+                const Parts& parts)
 {
     static const FrequentProperties empty(stringScalar, internal::charvec(std::string()));
     if (value.empty()) {
@@ -223,7 +226,7 @@ void addCell(FactoryGroup& group, std::string_view name, std::span<const char* c
 
 FactoryGroup addGroup(FactoryGroup& parent, const char* name, Visibility visibility)
 {
-    static const FrequentProperties properties(unchecked);
+    static const FrequentProperties properties(noValidator);
     return settings::detail::addReadyGroup(parent, name, properties.of(visibility));
 }
 

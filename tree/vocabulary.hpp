@@ -1,16 +1,16 @@
 #pragma once
 
-// The words in which the areas of the tree are written. A line creates one setting: the group, the setting's
-// name, its factory value, and then, in any order, its traits:
+// The functions with which the areas declare the tree. Each call creates one setting. Its arguments are the
+// group, the name, the factory value and then, in any order, traits:
 //
-//   Visible, Hidden        the visibility is stated (a node with neither is visible)
-//   readOnly(true)         whether users can change it is stated
+//   Visible, Hidden        sets the option Hidden to false or true; without it, the node is visible
+//   readOnly(true)         sets the option ReadOnly; without it, users can change the value
 //   inRange(1, 100), ...   a constraint; see "Constraints"
-//   integerScalar, ...     the validator, where it is not the one that the word implies; see "Validators"
+//   integerScalar, ...     a validator that replaces the default validator of the function; see "Validators"
 //   computedBy(...)        a function that computes the factory value
-//   onError(...)           what is called for a refused value
+//   onError(...)           a function that is called for invalid values
 //
-// Each word takes values of its own type only, and a trait of each kind once; anything else does not compile.
+// A factory value of another type, or two traits of one kind, do not compile.
 
 #include <builder/factory_tree.hpp>
 #include <builder/validators.hpp>
@@ -34,7 +34,7 @@ namespace verdix::settings::tree {
 
 enum class Visibility : std::uint8_t
 {
-    unstated,
+    unspecified,
     visible,
     hidden
 };
@@ -44,7 +44,7 @@ inline constexpr Visibility Hidden = Visibility::hidden;
 
 enum class Access : std::uint8_t
 {
-    unstated,
+    unspecified,
     writable,
     readOnly
 };
@@ -56,7 +56,7 @@ enum class Access : std::uint8_t
 
 // Validators
 
-/// A function of the scripting language, or none.
+/// A validator in the scripting language, or none.
 enum class ScriptFunction : std::uint8_t
 {
     none,
@@ -66,9 +66,9 @@ enum class ScriptFunction : std::uint8_t
     numericScalar
 };
 
-/// In place of the validator that the word implies.
+/// Validators that replace the default one.
 ///@{
-inline constexpr ScriptFunction unchecked = ScriptFunction::none;
+inline constexpr ScriptFunction noValidator = ScriptFunction::none;
 inline constexpr ScriptFunction logicalScalar = ScriptFunction::logicalScalar;
 inline constexpr ScriptFunction stringScalar = ScriptFunction::stringScalar;
 inline constexpr ScriptFunction integerScalar = ScriptFunction::integerScalar;
@@ -81,15 +81,15 @@ struct NativeFunction
     const char* function;
 };
 
-/// A validator in a native library.
+/// Returns a validator in a native library.
 [[nodiscard]] constexpr NativeFunction native(const char* library, const char* function)
 {
     return {library, function};
 }
 
-/// A validator that runs in this process; see CPPValidator::Callable.
+/// Returns a validator that runs in this process; see CPPValidator::Callable.
 [[nodiscard]] inline ::settings::core::CPPValidator
-checkedBy(::settings::core::CPPValidator::Callable callable)
+validatedBy(::settings::core::CPPValidator::Callable callable)
 {
     return makeCppValidator(std::move(callable));
 }
@@ -99,7 +99,7 @@ struct ComputedBy
     NativeFunction function;
 };
 
-/// A function in a native library that computes the factory value when it is asked for.
+/// Returns a function in a native library that computes the factory value when it is read.
 [[nodiscard]] constexpr ComputedBy computedBy(const char* library, const char* function)
 {
     return {{library, function}};
@@ -107,7 +107,8 @@ struct ComputedBy
 
 // Error handlers
 
-/// What is called with the setting's name and a value that was refused; what it throws is the message.
+/// A function that is called with the name of a setting and an invalid value. If it throws, the message of
+/// the exception is shown to the user.
 using ErrorHandler = void(const std::string& setting, const foundation::verdixdata::Array& value);
 
 struct OnError
@@ -124,12 +125,12 @@ struct OnError
 
 using Colour = ::settings::core::SettingValueValidator::Colour;
 
-/// What a value must satisfy, as a constant; see SettingValueValidator::Constraints.
+/// A constraint as a compile-time constant; see SettingValueValidator::Constraints.
 struct Constraint
 {
     static constexpr std::uint32_t open = std::numeric_limits<std::uint32_t>::max();
 
-    /// Of every element, both included.
+    /// Inclusive bounds of every element.
     ///@{
     double lower = -std::numeric_limits<double>::infinity();
     double upper = std::numeric_limits<double>::infinity();
@@ -137,38 +138,38 @@ struct Constraint
     std::uint32_t maximumLength = open;
     std::uint32_t rows = open;
     std::uint32_t columns = open;
-    bool isNumeric = false;  ///< the bounds count
+    bool isNumeric = false;  ///< whether the bounds apply
     bool isNormalised = false;
     bool isColour = false;
     foundation::verdixdata::ArrayType elementClass = foundation::verdixdata::ArrayType::UNKNOWN;
 };
 
-/// A constraint with a list of plain ASCII strings.
+/// A constraint with a list of ASCII strings.
 template <std::size_t Count>
 struct ListConstraint : Constraint
 {
     std::array<const char*, Count> allowed;
 };
 
-/// Every element lies between the bounds or on them.
+/// Every element is in the range from lower to upper, inclusive.
 [[nodiscard]] constexpr Constraint inRange(double lower, double upper)
 {
     return {.lower = lower, .upper = upper, .isNumeric = true};
 }
 
-/// Every element is this or more.
+/// Every element is at least lower.
 [[nodiscard]] constexpr Constraint atLeast(double lower)
 {
     return {.lower = lower, .isNumeric = true};
 }
 
-/// A character vector has at most so many characters, a cell at most so many elements.
+/// A character vector has at most `length` characters, a cell at most `length` elements.
 [[nodiscard]] constexpr Constraint maximumLength(std::uint32_t length)
 {
     return {.maximumLength = length};
 }
 
-/// A row of so many elements, each of which satisfies the constraint.
+/// The value is a row with this number of columns, and every element satisfies the constraint.
 [[nodiscard]] constexpr Constraint rowOf(std::uint32_t columns, Constraint elements)
 {
     elements.rows = 1;
@@ -182,14 +183,14 @@ struct ListConstraint : Constraint
     return {.elementClass = foundation::verdixdata::ArrayType::CELL};
 }
 
-/// A character vector is one of these strings, or every element of a cell is.
+/// A character vector, or every element of a cell, is one of these strings.
 template <std::size_t Count>
 [[nodiscard]] constexpr ListConstraint<Count> oneOf(const char* const (&allowed)[Count])
 {
     return {{}, std::to_array(allowed)};
 }
 
-/// The value is a cell, and each element one of these strings.
+/// The value is a cell, and every element is one of these strings.
 ///@{
 template <std::size_t Count>
 [[nodiscard]] constexpr ListConstraint<Count> cellOf(const std::array<const char*, Count>& allowed)
@@ -215,38 +216,40 @@ template <std::size_t Count>
     return {.isNormalised = true, .isColour = true};
 }
 
-/// The same, or one of these names.
+/// Red, green and blue as real numbers from 0 to 1, or one of these names.
 template <std::size_t Count>
 [[nodiscard]] constexpr ListConstraint<Count> normalisedColour(const char* const (&names)[Count])
 {
     return {normalisedColour(), std::to_array(names)};
 }
 
-/// Where a window is, in pixels: left, bottom, width and height. The first two may be negative, on a screen
-/// beside the main one. The bounds refuse what is no place or size, NaN and the infinities.
+/// Position and size of a window in pixels: left, bottom, width, height. left and bottom may be negative on a
+/// secondary screen. The bounds exclude NaN and infinities.
 [[nodiscard]] constexpr Constraint windowPosition()
 {
     using Pixels = std::numeric_limits<std::int32_t>;
     return rowOf(4, inRange(Pixels::min(), Pixels::max()));
 }
 
-// How a line is compiled: its traits are folded into two constants, and one call out of line does the work.
+// Implementation. The traits of a line are combined into two constants and passed to one function that is not
+// inline, which keeps the code of the areas small.
 
 namespace detail {
 
-/// Traits that fit into a register.
+/// The traits that fit into a register.
 struct Flags
 {
     ScriptFunction validator = ScriptFunction::none;
-    Visibility visibility = Visibility::unstated;
-    Access access = Access::unstated;
+    Visibility visibility = Visibility::unspecified;
+    Access access = Access::unspecified;
 };
 
-/// The other traits; null where a line has none of a kind. They live as long as the line.
+/// Pointers to the other traits, null if a line has none of a kind. The traits live until the end of the full
+/// expression.
 struct Parts
 {
     const Constraint* constraint = nullptr;
-    std::span<const char* const> allowed;  ///< belongs to the constraint
+    std::span<const char* const> allowed;  ///< allowed strings of the constraint
     const NativeFunction* validator = nullptr;
     const NativeFunction* runTimeDefault = nullptr;
     const ::settings::core::CPPValidator* callable = nullptr;
@@ -283,7 +286,7 @@ inline constexpr Kind kindOf<OnError> = Kind::errorHandler;
 template <Kind kind, class... Traits>
 inline constexpr bool has = ((kindOf<Traits> == kind) || ...);
 
-/// Whether no kind occurs twice: the sum of distinct bits is their union.
+/// True if no kind occurs twice: the sum of bits equals their union only if they are distinct.
 template <class... Traits>
 inline constexpr bool areOfDistinctKinds = ((1U << static_cast<unsigned>(kindOf<Traits>)) + ... + 0U) ==
                                            ((1U << static_cast<unsigned>(kindOf<Traits>)) | ... | 0U);
@@ -302,11 +305,11 @@ constexpr void add(Flags& flags, ScriptFunction validator)
 }
 constexpr void add(Flags& /*flags*/, const auto& /*trait*/) {}
 
-/// A validator among the traits replaces the one implied.
+/// Combines the traits that are flags. A validator among the traits replaces the implied one.
 template <class... Traits>
 constexpr Flags flagsOf(ScriptFunction implied, const Traits&... traits)
 {
-    static_assert(areOfDistinctKinds<Traits...>, "two traits of a line say the same thing");
+    static_assert(areOfDistinctKinds<Traits...>, "a line has two traits of the same kind");
     Flags flags{.validator = has<Kind::validator, Traits...> ? ScriptFunction::none : implied};
     (add(flags, traits), ...);
     return flags;
@@ -347,7 +350,7 @@ extern const Parts noParts;
 template <class Trait>
 inline constexpr bool isFlag = std::is_enum_v<Trait>;
 
-/// What the traits hold apart from flags; it refers to them.
+/// Combines the traits that are not flags; the result points to them.
 template <class... Traits>
 constexpr decltype(auto) partsOf(const Traits&... traits)
 {
@@ -360,7 +363,7 @@ constexpr decltype(auto) partsOf(const Traits&... traits)
     }
 }
 
-/// The constraint of every colour of whole numbers.
+/// The constraint that addColour implies.
 extern const Constraint anyColour;
 extern const Parts onlyColour;
 
@@ -374,13 +377,13 @@ constexpr decltype(auto) colourParts(const Traits&... traits)
     }
 }
 
-// One per type of factory value.
+// One function for each type of factory value.
 void addUnset(FactoryGroup& group, std::string_view name, Flags flags, const Parts& parts);
 void addValue(FactoryGroup& group, std::string_view name, foundation::verdixdata::Array&& value, Flags flags,
               const Parts& parts);
 void addLogical(FactoryGroup& group, std::string_view name, bool value, Flags flags, const Parts& parts);
-void addText(FactoryGroup& group, std::string_view name, std::string_view value, Flags flags,
-             const Parts& parts);
+void addCharvec(FactoryGroup& group, std::string_view name, std::string_view value, Flags flags,
+                const Parts& parts);
 void addString(FactoryGroup& group, std::string_view name, const char* value, Flags flags,
                const Parts& parts);
 void addInteger(FactoryGroup& group, std::string_view name, int value, Flags flags, const Parts& parts);
@@ -396,31 +399,32 @@ void addCell(FactoryGroup& group, std::string_view name, std::span<const char* c
 
 // Groups
 
-/// A group.
-FactoryGroup addGroup(FactoryGroup& parent, const char* name, Visibility visibility = Visibility::unstated);
+/// Adds a group.
+FactoryGroup addGroup(FactoryGroup& parent, const char* name,
+                      Visibility visibility = Visibility::unspecified);
 
 // Settings
 
-/// A setting without a factory value, or with one that is computed.
+/// Adds a setting without a factory value, or with a computed one.
 template <class... Traits>
 void addUnset(FactoryGroup& group, std::string_view name, const Traits&... traits)
 {
     static_assert(detail::has<detail::Kind::constraint, Traits...> ||
                       detail::has<detail::Kind::validator, Traits...>,
-                  "without a factory value, only a constraint or a validator can refuse anything");
-    detail::addUnset(group, name, detail::flagsOf(unchecked, traits...), detail::partsOf(traits...));
+                  "a setting without a factory value needs a constraint or a validator");
+    detail::addUnset(group, name, detail::flagsOf(noValidator, traits...), detail::partsOf(traits...));
 }
 
-/// A setting with a ready factory value.
+/// Adds a setting with any factory value.
 template <class... Traits>
 void addValue(FactoryGroup& group, std::string_view name, foundation::verdixdata::Array value,
               const Traits&... traits)
 {
-    detail::addValue(group, name, std::move(value), detail::flagsOf(unchecked, traits...),
+    detail::addValue(group, name, std::move(value), detail::flagsOf(noValidator, traits...),
                      detail::partsOf(traits...));
 }
 
-/// A logical scalar; implies logicalScalar.
+/// Adds a logical scalar; implies logicalScalar.
 template <class... Traits>
 void addLogical(FactoryGroup& group, std::string_view name, std::same_as<bool> auto value,
                 const Traits&... traits)
@@ -429,22 +433,23 @@ void addLogical(FactoryGroup& group, std::string_view name, std::same_as<bool> a
                        detail::partsOf(traits...));
 }
 
-/// A character vector; implies stringScalar.
+/// Adds a character vector (from UTF-8); implies stringScalar.
 template <class... Traits>
-void addText(FactoryGroup& group, std::string_view name, std::string_view value, const Traits&... traits)
+void addCharvec(FactoryGroup& group, std::string_view name, std::string_view value, const Traits&... traits)
 {
-    detail::addText(group, name, value, detail::flagsOf(stringScalar, traits...), detail::partsOf(traits...));
+    detail::addCharvec(group, name, value, detail::flagsOf(stringScalar, traits...),
+                       detail::partsOf(traits...));
 }
 
-/// The same, out of UTF-16.
+/// Adds a character vector from UTF-16; implies stringScalar.
 template <class... Traits>
-void addText(FactoryGroup& group, std::string_view name, std::u16string&& value, const Traits&... traits)
+void addCharvec(FactoryGroup& group, std::string_view name, std::u16string&& value, const Traits&... traits)
 {
     detail::addValue(group, name, internal::charvec(std::move(value)),
                      detail::flagsOf(stringScalar, traits...), detail::partsOf(traits...));
 }
 
-/// A string scalar; implies stringScalar.
+/// Adds a string scalar; implies stringScalar.
 template <class... Traits>
 void addString(FactoryGroup& group, std::string_view name, const char* value, const Traits&... traits)
 {
@@ -452,7 +457,7 @@ void addString(FactoryGroup& group, std::string_view name, const char* value, co
                       detail::partsOf(traits...));
 }
 
-/// An int32 scalar; implies integerScalar.
+/// Adds an int32 scalar; implies integerScalar.
 template <class... Traits>
 void addInteger(FactoryGroup& group, std::string_view name, std::same_as<int> auto value,
                 const Traits&... traits)
@@ -461,7 +466,7 @@ void addInteger(FactoryGroup& group, std::string_view name, std::same_as<int> au
                        detail::partsOf(traits...));
 }
 
-/// A double scalar; implies numericScalar.
+/// Adds a double scalar; implies numericScalar.
 template <class... Traits>
 void addNumber(FactoryGroup& group, std::string_view name, std::same_as<int> auto value,
                const Traits&... traits)
@@ -470,58 +475,61 @@ void addNumber(FactoryGroup& group, std::string_view name, std::same_as<int> aut
                       detail::partsOf(traits...));
 }
 
-/// A row of int32.
+/// Adds a row of int32.
 template <class... Traits>
 void addIntegerRow(FactoryGroup& group, std::string_view name, std::initializer_list<int> values,
                    const Traits&... traits)
 {
-    detail::addIntegerRow(group, name, values, detail::flagsOf(unchecked, traits...),
+    detail::addIntegerRow(group, name, values, detail::flagsOf(noValidator, traits...),
                           detail::partsOf(traits...));
 }
 
-/// A row of doubles.
+/// Adds a row of doubles.
 template <class... Traits>
 void addNumberRow(FactoryGroup& group, std::string_view name, std::initializer_list<double> values,
                   const Traits&... traits)
 {
-    detail::addNumberRow(group, name, values, detail::flagsOf(unchecked, traits...),
+    detail::addNumberRow(group, name, values, detail::flagsOf(noValidator, traits...),
                          detail::partsOf(traits...));
 }
 
 using Rgb = std::array<int, 3>;
 using NormalisedRgb = std::array<double, 3>;
 
-/// A colour: red, green and blue as int32, each from 0 to 255, and constrained to that.
+/// Adds a colour: red, green and blue as int32 from 0 to 255; implies colourTriple().
 template <class... Traits>
 void addColour(FactoryGroup& group, std::string_view name, const Rgb& value, const Traits&... traits)
 {
-    detail::addIntegerRow(group, name, value, detail::flagsOf(unchecked, traits...),
+    detail::addIntegerRow(group, name, value, detail::flagsOf(noValidator, traits...),
                           detail::colourParts(traits...));
 }
 
-/// A colour: red, green and blue as doubles, each from 0 to 1. The constraint is a trait.
+/// Adds a colour: red, green and blue as doubles from 0 to 1. Needs normalisedColour(...) as a trait.
 template <class... Traits>
 void addNormalisedColour(FactoryGroup& group, std::string_view name, const NormalisedRgb& value,
                          const Traits&... traits)
 {
-    static_assert(detail::has<detail::Kind::constraint, Traits...>, "say normalisedColour(...)");
-    detail::addNumberRow(group, name, value, detail::flagsOf(unchecked, traits...),
+    static_assert(detail::has<detail::Kind::constraint, Traits...>,
+                  "a normalised colour needs normalisedColour(...) as a trait");
+    detail::addNumberRow(group, name, value, detail::flagsOf(noValidator, traits...),
                          detail::partsOf(traits...));
 }
 
-/// A cell of character vectors.
+/// Adds a cell of character vectors.
 ///@{
 template <class... Traits>
 void addCell(FactoryGroup& group, std::string_view name, std::initializer_list<const char*> strings,
              const Traits&... traits)
 {
-    detail::addCell(group, name, strings, detail::flagsOf(unchecked, traits...), detail::partsOf(traits...));
+    detail::addCell(group, name, strings, detail::flagsOf(noValidator, traits...),
+                    detail::partsOf(traits...));
 }
 template <class... Traits>
 void addCell(FactoryGroup& group, std::string_view name, std::span<const char* const> strings,
              const Traits&... traits)
 {
-    detail::addCell(group, name, strings, detail::flagsOf(unchecked, traits...), detail::partsOf(traits...));
+    detail::addCell(group, name, strings, detail::flagsOf(noValidator, traits...),
+                    detail::partsOf(traits...));
 }
 ///@}
 

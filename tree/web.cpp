@@ -8,25 +8,25 @@ void buildWebArea(FactoryGroup& root)
     auto web = addGroup(root, "web");
     addInteger(web, "BrowserTabMaximum", 30);
     addLogical(web, "ExternalLinkIsOk", false);
-    addText(web, "FindPanel", "small");
+    addCharvec(web, "FindPanel", "small");
     addNumber(web, "MaxFileSize", 1500000);  // bytes
-    addText(web, "ProxyHost", "");
-    addText(web, "ProxyPassword", "");
-    addText(web, "ProxyPort", "");
-    addText(web, "ProxyUsername", "");
-    addText(web, "SystemBrowser", "firefox");
-    addText(web, "SystemBrowserOptions", "");
+    addCharvec(web, "ProxyHost", "");
+    addCharvec(web, "ProxyPassword", "");
+    addCharvec(web, "ProxyPort", "");
+    addCharvec(web, "ProxyUsername", "");
+    addCharvec(web, "SystemBrowser", "firefox");
+    addCharvec(web, "SystemBrowserOptions", "");
     addLogical(web, "UseProxy", false);
     addLogical(web, "UseProxyAuthentication", false);
     addInteger(web, "Zoom", 100);  // percent
-    addText(web, "ChromiumDirLinux", "");
-    addText(web, "LightweightBrowserDefaultType", "cef");
+    addCharvec(web, "ChromiumDirLinux", "");
+    addCharvec(web, "LightweightBrowserDefaultType", "cef");
     addLogical(web, "SystemBrowserForExternalSites", true);
     addLogical(web, "RedirectExternalSites", true);
 
     addGroup(web, "zoom");
 
-    // The platforms on which each client uses the lightweight browser.
+    // The platforms on which a client uses the lightweight browser.
     static constexpr std::array allPlatforms = {"win64", "maci64", "glnxa64"};
     const auto platforms = cellOf(allPlatforms);
     auto cef = addGroup(web, "cef");

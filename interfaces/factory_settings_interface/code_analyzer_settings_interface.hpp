@@ -6,13 +6,13 @@
 
 namespace factory_settings_interface {
 
-/// Service that knows the code analyzer's configurations.
+/// Service with the configurations of the code analyzer.
 class VX_API CodeAnalyzerSettingsInterface
 {
 public:
     virtual ~CodeAnalyzerSettingsInterface() = default;
 
-    /// Path of the configuration file that is active unless the user chooses another.
+    /// Returns the path of the default configuration file.
     [[nodiscard]] virtual std::u16string getDefaultConfigurationFile() = 0;
 };
 

@@ -8,10 +8,10 @@
 
 #include <string>
 
-/// Services of other modules that the tree asks for defaults and checks.
+/// Services of other modules that supply factory values and validators to the tree.
 namespace factory_settings_interface {
 
-/// The platform's defaults for dates and times, as patterns and a locale name.
+/// The platform's default locale and patterns for dates and times.
 struct DateTimeDefaults
 {
     std::u16string locale;          ///< language and country: "en_US"
@@ -19,25 +19,25 @@ struct DateTimeDefaults
     std::u16string dateTimeFormat;  ///< pattern of a date with its time
 };
 
-/// Service that knows the platform's date and time conventions. Each check raises an exception, whose text is
-/// what the user reads, to refuse the value proposed for the setting of that name.
+/// Service with the platform's date and time conventions. Each check function validates a value for the
+/// setting `name` and throws an exception if the value is invalid; its message is shown to the user.
 class VX_API DateTimeSettingsInterface
 {
 public:
-    /// The setting that a value is proposed for.
+    /// The setting whose value is validated.
     using Node = boost::shared_ptr<const settings::core::Settings>;
-    /// The value proposed.
+    /// The value to validate.
     using Array = foundation::verdixdata::Array;
 
     virtual ~DateTimeSettingsInterface() = default;
 
-    /// What the settings have as factory values.
+    /// Returns the factory values of the settings.
     [[nodiscard]] virtual DateTimeDefaults getDefaults() = 0;
-    /// Refuses what is no pattern of dates and times.
+    /// Throws if the value is not a date and time pattern.
     virtual void checkFormat(const Node& node, const std::string& name, const Array& value) = 0;
-    /// Refuses what is no name of a locale.
+    /// Throws if the value is not a locale name.
     virtual void checkLocale(const Node& node, const std::string& name, const Array& value) = 0;
-    /// Refuses what does not say when to warn of a doubtful pattern.
+    /// Throws if the value is not an option for when to warn about a questionable pattern.
     virtual void checkValidationWarning(const Node& node, const std::string& name, const Array& value) = 0;
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Marks what a platform library offers to others; everything else is hidden. VX_EXPORTS is defined where
-/// such a library is built; only Windows has to know who offers and who takes.
+/// Marks the exported symbols of a platform library; all others are hidden. VX_EXPORTS is defined while such
+/// a library is built, because Windows distinguishes exporting from importing.
 #if !defined(_WIN32)
 #define VX_API __attribute__((visibility("default")))
 #elif defined(VX_EXPORTS)

@@ -17,15 +17,15 @@
 
 namespace foundation::verdixdata {
 
-/// Head of an array's only memory block; the elements follow it, column by column.
+/// Header of the memory block of an array. The elements follow it, in column-major order.
 struct alignas(std::max_align_t) detail::ArrayBlock
 {
-    std::atomic<std::uint32_t> references = 1;  ///< handles to the block, the maker's first
-    ArrayType type;                             ///< class of every element
+    std::atomic<std::uint32_t> references = 1;  ///< reference count; 1 for the Array that creates the block
+    ArrayType type;                             ///< element class
     std::size_t count = 0;                      ///< number of elements: the product of the dimensions
-    /// The dimensions of an array of two, which nearly all have.
+    /// Size of a two-dimensional array. Nearly all arrays have two dimensions, which need no allocation.
     std::array<std::size_t, 2> size{};
-    std::unique_ptr<const ArrayDimensions> dimensions;  ///< of an array of more; else null
+    std::unique_ptr<const ArrayDimensions> dimensions;  ///< of an array with more than two; else null
 
     ArrayBlock(ArrayType elementClass, const ArrayDimensions& sizes) : type(elementClass)
     {
@@ -52,7 +52,8 @@ T* elementsOf(detail::ArrayBlock& block) noexcept
     return static_cast<T*>(block.elements());
 }
 
-/// Zero as soon as one dimension is, however large the others are.
+/// Returns the product of the dimensions. 0 if any dimension is 0, even when the product of the others
+/// overflows; throws std::bad_array_new_length on any other overflow.
 std::size_t elementCount(const ArrayDimensions& dimensions)
 {
     std::size_t count = 1;
@@ -91,7 +92,7 @@ void addReference(detail::ArrayBlock* block) noexcept
     }
 }
 
-/// The last handle destroys the block.
+/// Drops a reference and destroys the block with the last one.
 void release(detail::ArrayBlock* block) noexcept
 {
     if (block != nullptr && block->references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
@@ -99,8 +100,8 @@ void release(detail::ArrayBlock* block) noexcept
     }
 }
 
-/// A block with room for the elements and none of them made yet: until then its count is 0, so that the
-/// handle alone cleans up when making them fails.
+/// Allocates a block for the elements without constructing them. Its count stays 0 until the caller has
+/// constructed all, so that the block can be destroyed when a constructor throws.
 NewBlock allocateBlock(ArrayType type, const ArrayDimensions& dimensions, std::size_t count,
                        std::size_t elementSize)
 {
@@ -208,7 +209,7 @@ void* Array::elements() const noexcept
 
 void Array::detach()
 {
-    // Nobody else can gain a share while this handle holds the only one.
+    // When the count is 1, only this Array refers to the block, so no other thread can increase it.
     if (block_ != nullptr && block_->references.load(std::memory_order_acquire) != 1) {
         NewBlock copy = copyOf(*block_);
         release(std::exchange(block_, copy.release()));
@@ -247,11 +248,11 @@ Array ArrayFactory::createArray(ArrayType type, const ArrayDimensions& dimension
     });
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes the text by value.
-Array ArrayFactory::createScalarInternal(std::string text) const
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes the string by value.
+Array ArrayFactory::createScalarInternal(std::string utf8) const
 {
     auto scalar = createArray<String>({1, 1});
-    scalar[0] = toUtf16(text);
+    scalar[0] = toUtf16(utf8);
     return scalar;
 }
 

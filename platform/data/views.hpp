@@ -1,6 +1,6 @@
 #pragma once
 
-// Ways to look at an array whose element class is known only at run time.
+// Functions for arrays whose element class is only known at run time.
 
 #include <foundation/verdixdata/typed_array.hpp>
 
@@ -16,8 +16,8 @@
 
 namespace vx::data {
 
-/// Calls visitor(std::type_identity<T>) with the C++ type of an element class; every call must return the
-/// same type. Raises std::invalid_argument for UNKNOWN.
+/// Calls visitor(std::type_identity<T>()) with the C++ type T of an element class and returns the result,
+/// whose type must not depend on T. Throws std::invalid_argument for UNKNOWN.
 template <class Visitor>
 decltype(auto) visitElementType(foundation::verdixdata::ArrayType type, Visitor&& visitor)
 {
@@ -55,7 +55,8 @@ decltype(auto) visitElementType(foundation::verdixdata::ArrayType type, Visitor&
     throw std::invalid_argument("An array that nothing was assigned to has no elements to work on.");
 }
 
-/// Element types of the numeric classes: double and the eight integer widths, neither logical nor text.
+/// The element types of the numeric classes: double and the eight integer types. bool and char16_t are not
+/// numeric.
 template <class T>
 concept Number =
     (std::integral<T> && !std::same_as<T, bool> && !std::same_as<T, char16_t>) || std::same_as<T, double>;
@@ -70,7 +71,7 @@ template <Number T>
     }
 }
 
-/// Whether lower <= number <= upper, exactly also for integers that no double can express.
+/// Returns true if lower <= number <= upper. Exact even for 64-bit integers that a double cannot represent.
 template <Number T>
 [[nodiscard]] bool isWithin(T number, double lower, double upper) noexcept
 {
@@ -78,8 +79,8 @@ template <Number T>
     return lower <= exact && exact <= upper;
 }
 
-/// True for a numeric array whose every element the predicate accepts. Without elements there is nothing to
-/// refuse, but the class still counts.
+/// Returns true if the array is numeric and the predicate is true for all of its elements; true for an empty
+/// numeric array.
 template <class Predicate>
 [[nodiscard]] bool everyNumber(const foundation::verdixdata::Array& array, Predicate accepts)
 {
@@ -93,14 +94,14 @@ template <class Predicate>
            });
 }
 
-/// True for an array of a numeric class, whatever its elements.
+/// Returns true if the element class is numeric.
 [[nodiscard]] inline bool isNumeric(const foundation::verdixdata::Array& array)
 {
     return everyNumber(array, [](auto) { return true; });
 }
 
-/// The elements, column by column; valid as long as the array or a copy of it. Raises
-/// InvalidArrayTypeException when the array is of another class.
+/// Returns the elements in column-major order, valid while the array or a copy of it exists. Throws
+/// InvalidArrayTypeException when the array has another element class.
 template <class T>
 [[nodiscard]] std::span<const T> elementsOf(const foundation::verdixdata::Array& array)
 {
@@ -108,8 +109,8 @@ template <class T>
     return {typed.begin(), typed.getNumberOfElements()};
 }
 
-/// True for a two-dimensional array of this size; any number of rows or columns where none is given. The
-/// 0-by-0 array of characters is the empty character vector, and so counts as 1-by-0.
+/// Returns true if the array is two-dimensional and has this size; std::nullopt allows any number of rows or
+/// columns. A 0-by-0 char array is an empty character vector and is treated as 1-by-0.
 [[nodiscard]] inline bool hasSize(const foundation::verdixdata::Array& array, std::optional<std::size_t> rows,
                                   std::optional<std::size_t> columns)
 {
@@ -128,14 +129,14 @@ template <class T>
     return hasSize(array, 1, 1);
 }
 
-/// True for a 1-by-N array, N from 0 on, and for the 0-by-0 array of characters.
+/// Returns true for a 1-by-N array, N >= 0, and for the 0-by-0 char array.
 [[nodiscard]] inline bool isRow(const foundation::verdixdata::Array& array)
 {
     return hasSize(array, 1, array.getNumberOfElements());
 }
 
-/// The text of a character row or of a 1-by-1 string that is not missing; nothing for any other array. The
-/// view is valid as long as the array or a copy of it.
+/// Returns the characters of a character vector or of a string scalar that is not missing; std::nullopt for
+/// any other array. The view is valid while the array or a copy of it exists.
 [[nodiscard]] inline std::optional<std::u16string_view> textOf(const foundation::verdixdata::Array& array)
 {
     using foundation::verdixdata::ArrayType;

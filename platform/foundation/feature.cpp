@@ -9,14 +9,15 @@ namespace foundation::feature {
 
 namespace {
 
-/// Every feature that was asked for or set. The map never moves or drops a state.
+/// The states of all features that were requested or set. Pointers to them stay valid, because the map never
+/// moves or removes an element.
 struct Registry
 {
     std::mutex mutex;
     std::map<std::string, FeatureState> states;
 };
 
-/// Never destroyed: modules may ask until the process ends.
+/// Never destroyed, because modules may request a feature until the process exits.
 Registry& registry()
 {
     static auto& instance = *new Registry;

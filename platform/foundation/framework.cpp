@@ -12,7 +12,7 @@ namespace foundation {
 
 namespace {
 
-/// A value that a host sets and any thread reads.
+/// A thread-safe variable: set by the host, read by any thread.
 template <class T>
 class Guarded
 {
@@ -69,16 +69,16 @@ FrameworkHandle getFramework()
     if (FrameworkHandle framework = processFramework().get()) {
         return framework;
     }
-    throw std::logic_error("This process has no service framework yet: its host has to start one and name it "
-                           "with foundation::host::setFramework first.");
+    throw std::logic_error("This process has no service framework: its host must start one and pass it to "
+                           "foundation::host::setFramework first.");
 }
 
 namespace detail {
 
-void logMessage(const std::function<std::string()>& text)
+void logMessage(const std::function<std::string()>& makeMessage)
 {
     if (const host::MessageHook hook = messageHook().get()) {
-        hook(text());
+        hook(makeMessage());
     }
 }
 

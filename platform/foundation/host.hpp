@@ -1,7 +1,7 @@
 #pragma once
 
-// What the process that hosts the environment's modules sets up: the service framework, hooks for messages
-// and failed assertions, the logging filter and the feature switches.
+// Functions with which a host process sets up the environment of the modules: the service framework, hooks
+// for messages and failed assertions, the log threshold and the feature switches.
 
 #include <foundation/export.hpp>
 
@@ -17,32 +17,32 @@ class Framework;
 }
 
 namespace foundation::log {
-enum Severity : int;  // a host that sets no threshold does without the logging library's headers
+enum Severity : int;  // declared here, so that not every host includes the headers of Boost.Log
 }
 
 namespace foundation::host {
 
-/// Names the process-wide framework; null takes it back.
+/// Sets the framework that foundation::cppmicroservices::getFramework returns; null clears it.
 VX_API void setFramework(std::shared_ptr<::cppmicroservices::Framework> framework);
 
 using MessageHook = std::function<void(const std::string& message)>;
 
-/// Receives the messages of service look-ups. Without a hook they are not even composed. Returns the hook
-/// that was there before.
+/// Sets the function that receives messages about service lookups; without one, the messages are not built.
+/// Returns the previous hook.
 VX_API MessageHook setMessageHook(MessageHook hook);
 
-/// Receives the messages of failed assertions; without one they are written to the diagnostic log as errors.
-/// Returns the hook that was there before.
+/// Sets the function that receives the messages of failed assertions; without one, they are logged as errors.
+/// Returns the previous hook.
 VX_API MessageHook setAssertionHook(MessageHook hook);
 
-/// Lets records of this severity and worse through to standard error, and drops the others before their text
-/// is composed. The process starts with `warning`.
+/// Sets the minimum severity that is logged to standard error. Less severe messages are discarded before they
+/// are formatted. The default is `warning`.
 VX_API void setLogThreshold(log::Severity threshold);
 
 /// Sets a feature switch for the whole process.
 VX_API void setFeature(const std::string& name, int value);
 
-/// Every feature that was set or asked for so far, by name.
+/// Returns the values of all features that were set or requested so far, ordered by name.
 [[nodiscard]] VX_API std::vector<std::pair<std::string, int>> features();
 
 }  // namespace foundation::host

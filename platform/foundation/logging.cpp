@@ -20,10 +20,10 @@ namespace {
 
 std::atomic<int> threshold{log::warning};
 
-const char* severityWord(int severity)
+const char* severityName(int severity)
 {
-    static constexpr std::array words{"fatal", "error", "warning", "information", "debug", "trace"};
-    return words[static_cast<std::size_t>(std::clamp(severity, 0, static_cast<int>(words.size()) - 1))];
+    static constexpr std::array names{"fatal", "error", "warning", "information", "debug", "trace"};
+    return names[static_cast<std::size_t>(std::clamp(severity, 0, static_cast<int>(names.size()) - 1))];
 }
 
 bool passesThreshold(const boost::log::attribute_value_set& values)
@@ -32,23 +32,23 @@ bool passesThreshold(const boost::log::attribute_value_set& values)
     return !severity || *severity <= threshold.load(std::memory_order_relaxed);
 }
 
-/// One line a record, whatever its text holds: "channel: severity: text".
+/// Writes a log record as one line, "channel: severity: message". Line breaks in the message become spaces.
 void writeRecord(const boost::log::record_view& record, boost::log::formatting_ostream& out)
 {
     if (const auto channel = boost::log::extract<std::string>("Channel", record)) {
         out << *channel << ": ";
     }
     if (const auto severity = boost::log::extract<int>("Severity", record)) {
-        out << severityWord(*severity) << ": ";
+        out << severityName(*severity) << ": ";
     }
-    if (const auto text = boost::log::extract<std::string>("Message", record)) {
-        std::string line = *text;
+    if (const auto message = boost::log::extract<std::string>("Message", record)) {
+        std::string line = *message;
         std::replace(line.begin(), line.end(), '\n', ' ');
         out << line;
     }
 }
 
-/// Without any sink the logging core would write every record to standard output.
+/// Without a sink, Boost.Log would write all records to standard output.
 bool installSink()
 {
     using Backend = boost::log::sinks::text_ostream_backend;
@@ -61,7 +61,8 @@ bool installSink()
     return true;
 }
 
-/// Installed while the library is loaded, which is before anything that links it can log.
+/// Initialised when the library is loaded, so that the sink exists before anything that links to the library
+/// can log.
 const bool sinkInstalled = installSink();
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Defaults that the graphics system decides when they are asked for.
+// Run-time defaults of the graphics system.
 
 #include <foundation/verdixdata/array_factory.hpp>
 #include <settings/core/run_time_defaults.hpp>
@@ -18,15 +18,16 @@ Array logicalScalar(bool value)
 
 extern "C" {
 
-/// Whether figures are web figures. Always: they need no windowing system, so they are the one kind that
-/// works on every desktop and without one.
+/// Sets value to whether figures are web figures. Always true: they need no windowing system, so they also
+/// work without a desktop.
 VX_API void getDefaultFigureTypeForSetting(Array& value)
 {
     value = logicalScalar(true);
 }
 
-/// Whether a figure's view model is brought up to date with every change rather than when it is next drawn.
-/// Never: drawing is what makes a change visible, and one update for many changes is cheaper.
+/// Sets value to whether a figure's view model is updated after every change instead of before the next
+/// redraw. Always false: changes only become visible when the figure is redrawn, and one update for many
+/// changes is faster.
 VX_API void getDefaultSyncModeForSetting(Array& value)
 {
     value = logicalScalar(false);

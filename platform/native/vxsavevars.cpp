@@ -1,4 +1,4 @@
-// Limits of saving variables as a script.
+// Validators of the limits for saving variables as a script.
 
 #include <data/views.hpp>
 
@@ -11,7 +11,8 @@ namespace {
 
 using foundation::verdixdata::Array;
 
-/// Raises std::invalid_argument that begins with `what` unless the value is one whole number in the range.
+/// Throws std::invalid_argument, with a message that begins with `what`, unless the value is a scalar whole
+/// number from lower to upper.
 void requireWholeNumber(const Array& value, const char* what, int lower, int upper)
 {
     const auto accepts = [=](auto number) {
@@ -27,25 +28,27 @@ void requireWholeNumber(const Array& value, const char* what, int lower, int upp
 
 extern "C" {
 
-/// Most elements of an array that is written out as text; a script with larger ones is hard to open.
+/// Maximum number of elements of an array that is written into the script; scripts with larger arrays are
+/// slow to open.
 VX_API void validateMaximumArraySizeValue(const Array& value)
 {
     requireWholeNumber(value, "The largest number of elements to save", 1, 10000);
 }
 
-/// How deep structures and cells may nest before they are left out.
+/// Maximum nesting depth of structures and cells; deeper ones are left out.
 VX_API void validateMaximumNestingLevel(const Array& value)
 {
     requireWholeNumber(value, "The nesting level", 1, 200);
 }
 
-/// Characters in a line of the script. Below 32 hardly a statement fits, above 256 nobody reads it.
+/// Maximum characters per line of the script. Few statements fit into less than 32, and more than 256 are
+/// hard to read.
 VX_API void validateMaximumTextWidth(const Array& value)
 {
     requireWholeNumber(value, "The text width", 32, 256);
 }
 
-/// The two dimensions along which a larger array is cut into matrices, counted from 1.
+/// The two dimensions, counted from 1, of the matrices into which a larger array is sliced.
 VX_API void validateArrayDimensions(const Array& value)
 {
     const auto accepts = [](auto number) { return vx::data::isWhole(number) && number >= 1; };

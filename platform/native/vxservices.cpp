@@ -1,4 +1,4 @@
-// Fonts of the rich-text editor.
+// Validators of the fonts of the rich-text editor.
 
 #include <data/views.hpp>
 
@@ -14,50 +14,51 @@ namespace {
 
 using foundation::verdixdata::Array;
 
-bool isDigits(std::u16string_view text)
+bool isDigits(std::u16string_view string)
 {
-    return !text.empty() && text.find_first_not_of(u"0123456789") == text.npos;
+    return !string.empty() && string.find_first_not_of(u"0123456789") == string.npos;
 }
 
-/// "<number>px": a decimal number above 0, with digits before and after a point and no needless zero in
-/// front.
-bool isFontSize(std::u16string_view text)
+/// Returns true for "<number>px", where number is above 0, has digits on both sides of the decimal point, if
+/// there is one, and no redundant leading zero.
+bool isFontSize(std::u16string_view string)
 {
-    if (!text.ends_with(u"px")) {
+    if (!string.ends_with(u"px")) {
         return false;
     }
-    const std::u16string_view number = text.substr(0, text.size() - 2);
+    const std::u16string_view number = string.substr(0, string.size() - 2);
     const std::size_t point = number.find(u'.');
     const std::u16string_view whole = number.substr(0, point);
-    const bool hasNeedlessZero = whole.size() > 1 && whole.front() == u'0';
-    return isDigits(whole) && !hasNeedlessZero &&
+    const bool hasLeadingZero = whole.size() > 1 && whole.front() == u'0';
+    return isDigits(whole) && !hasLeadingZero &&
            (point == number.npos || isDigits(number.substr(point + 1))) &&
            number.find_first_not_of(u"0.") != number.npos;
 }
 
-/// A row of different style words, "plain" only by itself.
+/// Returns true for a row of distinct styles; "plain" cannot be combined with others.
 bool isFontStyle(const Array& value)
 {
-    static constexpr std::array<std::u16string_view, 3> known{u"plain", u"bold", u"italic"};
+    static constexpr std::array<std::u16string_view, 3> allowedStyles{u"plain", u"bold", u"italic"};
     if (value.getType() != foundation::verdixdata::ArrayType::CELL || value.isEmpty() ||
         !vx::data::isRow(value)) {
         return false;
     }
-    std::set<std::u16string_view> words;
+    std::set<std::u16string_view> styles;
     for (const Array& element : vx::data::elementsOf<Array>(value)) {
-        const auto word = vx::data::textOf(element);
-        if (!word || std::find(known.begin(), known.end(), *word) == known.end() ||
-            !words.insert(*word).second) {
+        const auto style = vx::data::textOf(element);
+        if (!style || std::find(allowedStyles.begin(), allowedStyles.end(), *style) == allowedStyles.end() ||
+            !styles.insert(*style).second)
+        {
             return false;
         }
     }
-    return words.size() == 1 || words.count(known[0]) == 0;
+    return styles.size() == 1 || styles.count(allowedStyles[0]) == 0;
 }
 
-void require(bool accepted, const char* otherwise)
+void require(bool isValid, const char* message)
 {
-    if (!accepted) {
-        throw std::invalid_argument(otherwise);
+    if (!isValid) {
+        throw std::invalid_argument(message);
     }
 }
 
@@ -67,8 +68,8 @@ extern "C" {
 
 VX_API void validateFontSize(const Array& value)
 {
-    const auto text = vx::data::textOf(value);
-    require(text && isFontSize(*text),
+    const auto string = vx::data::textOf(value);
+    require(string && isFontSize(*string),
             "The font size must be a number above 0 followed by px, such as 14px or 12.5px.");
 }
 

@@ -48,7 +48,7 @@ TEST(BundleFile, saysWhatIsWrong)
     const std::pair<std::string, std::string> manifests[] = {
         {"{\n \"a\": oops }", "line 2, column 7: syntax error"},
         {"{\"a\": 1", "line 1, column 8: incomplete JSON"},
-        {"{} x", "line 1, column 4: text after the manifest's end"},
+        {"{} x", "line 1, column 4: unexpected content after the manifest"},
         {"[]", "the manifest is not a JSON object"},
         {"{}", "the manifest does not give bundle.symbolic_name"},
         {R"({"bundle.symbolic_name": "b"})", "bundle.symbolic_name is \"b\"" + elsewhere},

@@ -65,7 +65,7 @@ TEST(Embedded, refusesWhatThisFrameworkDoesNotDo)
         {component(R"(, "service": {"interfaces": ["a::I"], "scope": "prototype"})"),
          "\"scope\" is not singleton"},
         {component(R"(, "name": "")"), "its name is empty"},
-        {component(R"(, "references": [])"), "\"references\" asks for"},
+        {component(R"(, "references": [])"), "\"references\" is not supported"},
         {component(R"(, "immediate": false)"), "\"immediate\" is false"},
         {component(R"(, "configuration-policy": "require", "configuration-pid": ["$"])"),
          "requires a configuration"},

@@ -12,25 +12,25 @@
 /// Access to the service framework of the process.
 namespace foundation::cppmicroservices {
 
-/// The service framework of this process. Raises std::logic_error before a host has named one.
+/// Returns the service framework of this process. Throws std::logic_error when the host has not set one.
 [[nodiscard]] VX_API std::shared_ptr<::cppmicroservices::Framework> getFramework();
 
-/// Service property that marks, with the bool value true, a service published for one configuration of the
-/// environment only.
+/// Service property of type bool: true for a service that is registered for a single configuration of the
+/// environment.
 inline constexpr const char* perConfigProperty = "com.tarnwick.service.perconfig";
 
-/// What code that is compiled into the caller needs of the library.
+/// Functions for inline code in other headers; not for direct use.
 namespace detail {
 
-/// Hands a message to the process's message hook. The text is asked for only if somebody listens.
-VX_API void logMessage(const std::function<std::string()>& text);
+/// Passes a message to the message hook of the process. makeMessage is only called when a hook is set.
+VX_API void logMessage(const std::function<std::string()>& makeMessage);
 
-/// Evaluates the predicate and hands the message to the process's assertion hook when it is false. Whether
-/// that ends the process is the hook's decision.
+/// Passes the message to the assertion hook of the process if the predicate returns false. The hook decides
+/// whether the process is terminated.
 VX_API void assertOnFalse(const std::function<bool()>& predicate, const std::string& message);
 
-/// True when a service is published for one configuration of the environment only, and so should not be
-/// shared by the whole process.
+/// Returns true if a service is registered for a single configuration of the environment, and so must not be
+/// used for the whole process.
 [[nodiscard]] VX_API bool isPerConfigService(const ::cppmicroservices::ServiceReferenceBase& reference);
 
 }  // namespace detail

@@ -7,10 +7,10 @@
 #include <string>
 #include <string_view>
 
-/// Feature switches, by which parts of the environment are turned on and off.
+/// Feature switches, which enable and disable parts of the environment.
 namespace foundation::feature {
 
-/// Process-wide state of one feature; lives until the process ends.
+/// Process-wide state of a feature; exists until the process exits.
 struct FeatureState
 {
     std::atomic<int> value{0};  ///< 0 is off, everything else is on
@@ -25,31 +25,31 @@ public:
 
     virtual ~IFeature();
 
-    /// The state that a feature has before anybody sets it: 0, off.
+    /// Returns the value of a feature that was never set: 0, off.
     [[nodiscard]] virtual int defaultValue() const noexcept;
 
-    /// The feature's process-wide state; never null.
+    /// Returns the process-wide state of the feature; never null.
     [[nodiscard]] virtual FeatureState* getState() = 0;
 
-    /// The name, as UTF-16.
+    /// Returns the name in UTF-16.
     [[nodiscard]] std::u16string getName() const;
 
-    /// The current state as a number: 0 is off, everything else is on.
+    /// Returns the current value: 0 is off, everything else is on.
     [[nodiscard]] int get();
 
 protected:
-    /// The `length` bytes at `name`, UTF-8, have to outlive the switch.
+    /// `name` points to `length` bytes of UTF-8, which must outlive the switch.
     IFeature(const char* name, std::size_t length) noexcept;
 
 private:
     std::string_view name_;
 };
 
-/// The switches of this process.
+/// Access to the feature states of this process.
 namespace management::process {
 
-/// The state record of the feature of this name, made on first request; the same for every caller in the
-/// process. Raises std::bad_alloc. Any thread may call it.
+/// Returns the state of a feature, creating it at the first request. All callers in the process get the same
+/// pointer. Thread-safe. Throws std::bad_alloc.
 [[nodiscard]] VX_API FeatureState* getDataPtr(const std::string& name);
 
 }  // namespace management::process

@@ -5,10 +5,10 @@
 
 #include <string>
 
-/// Diagnostic records, sorted by channel and severity.
+/// Logging of diagnostic records with channel and severity.
 namespace foundation::log {
 
-/// How much a record matters; the lower the number, the more.
+/// Severity of a record; lower numbers are more severe.
 enum Severity : int
 {
     fatal = 0,
@@ -19,8 +19,8 @@ enum Severity : int
     trace = 5
 };
 
-/// Source of diagnostic records of one channel. A record is opened only while logging is enabled in the
-/// core and the record passes its filters; any thread may write.
+/// Logger for one channel. A record is only formatted when logging is enabled in the core and the record
+/// passes its filters. Thread-safe.
 template <class CharT>
 class basic_diagnostic_logger
     : public boost::log::sources::severity_channel_logger_mt<int, std::basic_string<CharT>>
@@ -28,7 +28,7 @@ class basic_diagnostic_logger
     using Base = boost::log::sources::severity_channel_logger_mt<int, std::basic_string<CharT>>;
 
 public:
-    /// Writes to the channel of this name, by which sinks and filters know it.
+    /// Creates a logger for the channel; sinks and filters can refer to its name.
     explicit basic_diagnostic_logger(const std::basic_string<CharT>& channel)
         : Base(boost::log::keywords::channel = channel)
     {}

@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-/// Data arrays: typed, shaped and cheaply shared values, as the scripting language has them.
+/// Data arrays: the values of the scripting language, with an element class and dimensions.
 namespace foundation::verdixdata {
 
-/// Element class of an array. UNKNOWN belongs to an array that nothing was assigned to.
+/// Element class of an array. UNKNOWN is the class of an unassigned array.
 enum class ArrayType : std::uint8_t
 {
     UNKNOWN,
@@ -34,10 +34,10 @@ enum class ArrayType : std::uint8_t
 /// Sizes along each dimension, rows first; at least two.
 using ArrayDimensions = std::vector<std::size_t>;
 
-/// One element of a string array: a UTF-16 string, or nothing where the string is missing.
+/// An element of a string array: a UTF-16 string, or std::nullopt for a missing string.
 using String = std::optional<std::u16string>;
 
-/// Thrown when an array is viewed as another element class than it has.
+/// Thrown when a TypedArray is constructed from an array of another element class.
 class VX_API InvalidArrayTypeException : public std::runtime_error
 {
 public:
@@ -46,20 +46,20 @@ public:
 
 namespace detail {
 
-/// What the library keeps of an array: its class, its dimensions and its elements.
+/// Storage of an array: element class, dimensions and elements.
 struct ArrayBlock;
 
 }  // namespace detail
 
-/// A data array: a shared handle, as cheap to copy as a pointer, to elements of one class in two or more
-/// dimensions. Copies share their elements until one of them is written through a TypedArray, which then
-/// takes elements of its own. Handles to one array may be used from several threads; one handle may not.
+/// A data array: elements of one class in two or more dimensions. Reference-counted with copy-on-write:
+/// copies share their elements until one of them is written through a TypedArray. Copies that share elements
+/// may be used in different threads; concurrent use of one object needs a lock.
 class VX_API Array
 {
 public:
-    /// An array that nothing was assigned to: class UNKNOWN, 0-by-0.
+    /// Creates an unassigned array: class UNKNOWN, 0-by-0.
     Array() noexcept;
-    /// Copies share the elements; what was moved from is unassigned.
+    /// Copies share the elements; a moved-from array is unassigned.
     ///@{
     Array(const Array& other) noexcept;
     Array(Array&& other) noexcept;
@@ -68,41 +68,42 @@ public:
     ///@}
     ~Array();
 
-    /// The element class.
+    /// Returns the element class.
     [[nodiscard]] ArrayType getType() const noexcept;
 
-    /// Sizes along each dimension; 0-by-0 for an unassigned array. Throws std::bad_alloc.
+    /// Returns the size along each dimension; 0-by-0 for an unassigned array. Throws std::bad_alloc.
     [[nodiscard]] ArrayDimensions getDimensions() const;
 
-    /// The product of the dimensions.
+    /// Returns the number of elements: the product of the dimensions.
     [[nodiscard]] std::size_t getNumberOfElements() const noexcept;
 
-    /// True without elements: also for an assigned array such as the 1-by-0 character vector.
+    /// Returns true if there are no elements, as in an unassigned array or a 1-by-0 character vector.
     [[nodiscard]] bool isEmpty() const noexcept;
 
-    /// False only for an array that nothing was assigned to.
+    /// Returns false for an unassigned array, as created by the default constructor.
     [[nodiscard]] bool isAssigned() const noexcept;
 
-    /// Same class, same dimensions, equal elements (cells: to any depth). It answers "has this value
-    /// changed": NaN equals NaN.
+    /// Returns true if class, dimensions and elements are equal; cells are compared recursively. NaN equals
+    /// NaN, because the comparison serves to detect changed values.
     friend VX_API bool operator==(const Array& left, const Array& right) noexcept;
 
 protected:
     friend class ArrayFactory;
 
-    /// Takes over a handle to this block.
+    /// Takes ownership of one reference to the block.
     explicit Array(detail::ArrayBlock* block) noexcept;
 
-    /// Gives this handle elements of its own if others share them. Throws std::bad_alloc.
+    /// Copies the elements if they are shared. Throws std::bad_alloc.
     void detach();
 
-    /// The first element; its C++ type follows from the class, see TypedArray. The array must be assigned.
+    /// Returns a pointer to the first element; TypedArray lists its C++ type for each class. The array must
+    /// be assigned.
     [[nodiscard]] void* elements() const noexcept;
 
-    detail::ArrayBlock* block_;  ///< null while nothing was assigned
+    detail::ArrayBlock* block_;  ///< null for an unassigned array
 };
 
-/// Name of an element class as the scripting language spells it: "logical", "char", "string", "double",
+/// Returns the name of an element class in the scripting language: "logical", "char", "string", "double",
 /// "int8" to "uint64", "cell"; "unknown" for UNKNOWN.
 [[nodiscard]] VX_API const char* className(ArrayType type) noexcept;
 

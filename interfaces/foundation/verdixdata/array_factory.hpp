@@ -6,30 +6,30 @@
 
 namespace foundation::verdixdata {
 
-/// Makes arrays. Holds nothing, so one factory may serve several threads.
+/// Creates arrays. Stateless and therefore thread-safe.
 class VX_API ArrayFactory
 {
 public:
-    /// An array of the class and dimensions given, its elements zero, false, missing or unassigned.
-    /// Raises std::invalid_argument for fewer than two dimensions or the class UNKNOWN, std::bad_alloc (its
-    /// kind std::bad_array_new_length where the size cannot be expressed).
+    /// Creates an array whose elements are 0, false, missing strings or unassigned arrays. Throws
+    /// std::invalid_argument for fewer than two dimensions or the class UNKNOWN, std::bad_alloc, or
+    /// std::bad_array_new_length when the size in bytes overflows.
     [[nodiscard]] Array createArray(ArrayType type, const ArrayDimensions& dimensions) const;
 
-    /// The same, ready to be written; the class is that of the C++ type T.
+    /// As above, for the class with elements of the C++ type T.
     template <class T>
     [[nodiscard]] TypedArray<T> createArray(const ArrayDimensions& dimensions) const
     {
         return TypedArray<T>(createArray(arrayTypeOf<T>, dimensions));
     }
 
-    /// A 1-by-1 string array that holds the UTF-8 text as UTF-16. Bytes that are not UTF-8 become U+FFFD.
-    [[nodiscard]] Array createScalarInternal(std::string text) const;
+    /// Creates a string scalar from a UTF-8 string. Each invalid byte becomes U+FFFD.
+    [[nodiscard]] Array createScalarInternal(std::string utf8) const;
 };
 
-/// For processes without the environment.
+/// Array factory for processes without the environment.
 namespace standalone {
 
-/// The factory of a process that has the data-array library alone, without the environment around it.
+/// Array factory for a process that uses the data arrays without the environment.
 class ClientArrayFactory : public ArrayFactory
 {};
 

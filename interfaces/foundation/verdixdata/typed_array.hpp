@@ -34,35 +34,34 @@ VX_ELEMENT_CLASS(Array, CELL)
 
 }  // namespace detail
 
-/// The array class that holds elements of the C++ type T.
+/// The element class for the C++ type T.
 template <class T>
 inline constexpr ArrayType arrayTypeOf = detail::ElementClass<T>::value;
 
-/// Walks the elements of an array column by column.
+/// Random-access iterator over the elements of an array in column-major order.
 template <class T>
 using TypedIterator = T*;
 
-/// View of an array as elements of the C++ type T: bool, char16_t (UTF-16 code units), String, double, the
-/// eight integer widths, or Array for a cell.
+/// An array with typed access to its elements. T is bool, char16_t (UTF-16 code units), String, double, an
+/// integer type of 8 to 64 bits, or Array for a cell.
 template <class T>
 class TypedArray : public Array
 {
 public:
-    /// Throws InvalidArrayTypeException when the array is of another class.
+    /// Throws InvalidArrayTypeException when the array has another element class.
     ///@{
     explicit TypedArray(Array&& array);
     explicit TypedArray(const Array& array);
     ///@}
 
-    /// The reading forms copy nothing. An index counts from 0, column by column, and must lie inside the
-    /// array.
+    /// Read access, without a copy. Indices are zero-based in column-major order and must be in range.
     ///@{
     [[nodiscard]] TypedIterator<const T> begin() const noexcept { return static_cast<const T*>(elements()); }
     [[nodiscard]] TypedIterator<const T> end() const noexcept { return begin() + getNumberOfElements(); }
     [[nodiscard]] const T& operator[](std::size_t index) const noexcept { return begin()[index]; }
     ///@}
 
-    /// The writing forms give this handle elements of its own first. They throw std::bad_alloc.
+    /// Write access. Copies the elements first if they are shared. Throws std::bad_alloc.
     ///@{
     [[nodiscard]] TypedIterator<T> begin()
     {
@@ -76,7 +75,7 @@ public:
 
 namespace detail {
 
-/// Writes one element, counted from 0 column by column; the index must lie inside the array.
+/// Writes one element. The index is zero-based in column-major order and must be in range.
 template <class T>
 void setElement(TypedArray<T>& array, std::size_t index, T value)
 {
@@ -85,7 +84,7 @@ void setElement(TypedArray<T>& array, std::size_t index, T value)
 
 }  // namespace detail
 
-// The library compiles the views of every element class.
+// Instantiated in the data array library.
 #define VX_TYPED_ARRAY(cppType)                                                                              \
     extern template class VX_API TypedArray<cppType>;                                                        \
     extern template VX_API void detail::setElement(TypedArray<cppType>&, std::size_t, cppType);

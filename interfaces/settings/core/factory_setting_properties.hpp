@@ -12,18 +12,18 @@
 #include <string>
 #include <vector>
 
-/// The records behind a node.
+/// Data of a node.
 namespace settings::core::detail {
 
-/// A flag that remembers whether somebody wrote it, because an unwritten false and a written one differ:
-/// a node whose visibility was never written is visible.
+/// A bool that records whether it was ever assigned: a node is hidden only if its visibility was explicitly
+/// set to false, not if false is the initial value.
 class WritableFlag
 {
 public:
-    /// A flag that starts as false counts as not written.
+    /// Initialises the flag. Initial false counts as not written, initial true as written.
     constexpr explicit WritableFlag(bool value) noexcept : value_(value), written_(value) {}
 
-    /// Writes the flag, also when it has that value already.
+    /// Sets the value and marks the flag as written, even when the value does not change.
     constexpr WritableFlag& operator=(bool value) noexcept
     {
         value_ = value;
@@ -31,9 +31,9 @@ public:
         return *this;
     }
 
-    /// What was written last, or what it started as.
+    /// Returns the current value.
     [[nodiscard]] constexpr bool value() const noexcept { return value_; }
-    /// Whether value() is what somebody said, and not the start.
+    /// Returns true if the flag was assigned or initialised with true.
     [[nodiscard]] constexpr bool isWritten() const noexcept { return written_; }
 
 private:
@@ -41,15 +41,16 @@ private:
     bool written_;
 };
 
-/// Refuses or reports a value that a setting did not accept; called with the setting's name and the value.
-/// What it throws is the message that the user reads.
+/// Called with the name of a setting and a value that its constraints rejected. If it throws, the message of
+/// the exception is shown to the user.
 using ErrorHandler = std::function<void(const std::string& name, const foundation::verdixdata::Array& value)>;
 
-/// The description of one node.
+/// The properties of one node.
 class VX_API FactorySettingProperties
 {
 public:
-    /// `reservedFlag` is stored and has no effect. An unassigned `value` means that there is none.
+    /// `reservedFlag` is stored but has no effect. An unassigned `value` means that there is no factory
+    /// value.
     FactorySettingProperties(bool isVisible, bool isReadOnly, foundation::verdixdata::Array value,
                              Validator function, RunTimeDefault computedDefault, bool hasAdditionalFile,
                              bool reservedFlag, std::vector<SettingValueValidator::ConfigData> records);
@@ -62,28 +63,28 @@ public:
     /// Makes the node an alias of the setting at this path.
     void setAliasName(std::string&& target);
 
-    /// Whether an alias target was given, if only an empty one.
+    /// Returns true if an alias target was set, even an empty one.
     [[nodiscard]] bool isAlias() const noexcept;
 
-    /// Path of the alias target; empty for a node that is no alias.
+    /// Returns the path of the alias target; empty for a node that is not an alias.
     [[nodiscard]] const std::string& aliasName() const noexcept;
 
-    WritableFlag visible;   ///< the node is hidden only when this was written false
-    WritableFlag readOnly;  ///< values of a setting that is read-only are not changed by users
-    bool additionalFile;    ///< whether the provider keeps a file of its own beside the settings
-    bool reserved;          ///< stored, without effect
-    foundation::verdixdata::Array factoryValue;  ///< unassigned where there is none, or it is computed
-    Validator validator;                         ///< function that checks a value
+    WritableFlag visible;   ///< the node is hidden only if false was written
+    WritableFlag readOnly;  ///< users cannot change the value of a read-only setting
+    bool additionalFile;    ///< whether the provider keeps an additional file besides the settings file
+    bool reserved;          ///< stored, but has no effect
+    foundation::verdixdata::Array factoryValue;  ///< unassigned if there is none, or if it is computed
+    Validator validator;                         ///< function that validates a value
     RunTimeDefault runTimeDefault;               ///< function that computes the factory value
-    /// Value validators, in the order in which they were given; a value must pass all of them.
+    /// Value validators in the order in which they were added; a value must satisfy all of them.
     std::vector<SettingValueValidator::ConfigData> valueValidators;
-    /// Called for every value that was refused; empty for the messages of the settings core.
+    /// Called for each invalid value; if empty, the user gets the message of the settings core.
     ErrorHandler errorHandler;
-    /// The tree context of the provider that asked for the additional file.
+    /// The tree context of the provider that keeps the additional file.
     boost::shared_ptr<void> additionalFileContext;
 
 private:
-    boost::shared_ptr<const std::string> aliasName_;  ///< few nodes have one
+    boost::shared_ptr<const std::string> aliasName_;  ///< a pointer, because few nodes are aliases
 };
 
 }  // namespace settings::core::detail

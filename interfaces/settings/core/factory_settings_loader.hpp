@@ -12,8 +12,8 @@ class FactoryGroup;
 
 namespace settings::core {
 
-/// Service interface through which the settings core asks a provider for its part of the tree. The order of
-/// the virtual operations is part of the interface.
+/// Service interface with which the settings core requests the part of the tree that a provider describes.
+/// The order of the virtual functions is part of the interface.
 class VX_API FactorySettingsLoader
 {
 public:
@@ -21,26 +21,26 @@ public:
     FactorySettingsLoader(const FactorySettingsLoader&) = delete;
     FactorySettingsLoader& operator=(const FactorySettingsLoader&) = delete;
 
-    /// Name of the group under which the provider builds; the settings core makes that group.
+    /// Returns the name of the root group of the provider, which the settings core creates.
     [[nodiscard]] virtual std::string getRootGroupName() const = 0;
 
-    /// Reserved by the settings core; a provider without a reason to do otherwise answers false.
+    /// Reserved for the settings core; providers return false.
     [[nodiscard]] virtual bool queryFlag() = 0;
 
     virtual ~FactorySettingsLoader();
 
-    /// Builds the provider's tree under the group given. An exception leaves the nodes made before in place.
+    /// Builds the provider's tree under the root group. If it throws, the nodes created before remain.
     virtual void createTree(::verdix::settings::FactoryGroup& root) = 0;
 
-    /// Fills the table of settings moved or removed per release.
+    /// Adds the settings that each release moved or removed.
     virtual void getReleaseChanges(ReleaseChangeTable& changes) = 0;
 
-    /// Called for a user's settings folder (UTF-16 path) that was carried over from an older release, after
-    /// the release changes were applied, for providers that keep data beside their settings. The inherited
-    /// form does nothing: most have none.
+    /// Migrates data that the provider keeps besides its settings. Called after the release changes were
+    /// applied to settingsFolder (a UTF-16 path), which was copied from an older release. Does nothing by
+    /// default.
     virtual void migrateData(const std::u16string& settingsFolder);
 
-    /// Appends paths of settings that the settings core is to know by name.
+    /// Appends the paths of settings that the settings core itself uses.
     virtual void getSettingPathList(std::vector<std::string>& paths) = 0;
 };
 

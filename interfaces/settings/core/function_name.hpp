@@ -8,13 +8,12 @@
 
 namespace settings::core::detail {
 
-/// Names a function that the settings core can call: the place where it is found, and its name there. As
-/// cheap to copy as a pointer: copies share their strings, which never change. What was moved from has empty
-/// strings.
+/// The name of a function that the settings core can call, and the scope that contains it. Copies share their
+/// strings, which are immutable. A moved-from object has empty strings.
 class VX_API FunctionName
 {
 public:
-    /// Names `function` of `scope`; what these are depends on the kind of function.
+    /// Names `function` in `scope`; the derived classes say what these are.
     FunctionName(std::string scope, std::string function);
     FunctionName(const FunctionName& other) noexcept;
     FunctionName(FunctionName&& other) noexcept;
@@ -22,19 +21,19 @@ public:
     FunctionName& operator=(FunctionName&& other) noexcept;
     ~FunctionName();
 
-    /// Qualifying prefix, library name or class name, by the kind of function.
+    /// Returns the qualifying prefix, library name or class name, depending on the kind of function.
     [[nodiscard]] const std::string& scope() const noexcept;
-    /// The name in that place.
+    /// Returns the name of the function within its scope.
     [[nodiscard]] const std::string& function() const noexcept;
 
 protected:
-    /// What copies share.
+    /// The data that copies share.
     struct Names;
 
-    /// Takes over names, to which a kind of function may have added something of its own.
+    /// Takes names, which may be of a derived class with additional data.
     explicit FunctionName(boost::shared_ptr<const Names> names) noexcept;
 
-    /// Null in what was moved from.
+    /// Returns null for a moved-from object.
     [[nodiscard]] const Names* names() const noexcept { return names_.get(); }
 
 private:

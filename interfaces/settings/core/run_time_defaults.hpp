@@ -8,8 +8,8 @@
 
 namespace settings::core {
 
-/// A native function that computes the factory value: (library name, function name). It has the type
-/// NativeRunTimeDefault.
+/// A native function of type NativeRunTimeDefault that computes the factory value: (library name, function
+/// name).
 class VX_API CRunTimeDefault : public detail::FunctionName
 {
 public:
@@ -48,7 +48,8 @@ public:
 /// The order of the alternatives differs from that of Validator; both are fixed.
 using RunTimeDefault = std::variant<std::monostate, CRunTimeDefault, MRunTimeDefault, JRunTimeDefault>;
 
-/// What a native library exports, with C linkage, for a CRunTimeDefault: it assigns the value.
+/// Type of the function that a native library exports, with C linkage, for a CRunTimeDefault. It assigns the
+/// factory value to `value`.
 using NativeRunTimeDefault = void(foundation::verdixdata::Array& value);
 
 }  // namespace settings::core

@@ -12,54 +12,56 @@
 
 namespace settings::core {
 
-/// Declarative checks of a value, which the settings core runs.
+/// Declarative constraints for the value of a setting, which the settings core enforces.
 class SettingValueValidator
 {
 public:
-    /// Bounds of every element, both included; infinite where a bound is open. An infinite element passes an
-    /// open bound, NaN only a range without any bound.
+    /// Inclusive bounds of every element; an infinite bound does not limit anything. Infinite elements
+    /// satisfy an infinite bound; NaN satisfies only a range with two infinite bounds.
     struct Range
     {
-        double lower = -std::numeric_limits<double>::infinity();  ///< -infinity where open
-        double upper = std::numeric_limits<double>::infinity();   ///< infinity where open
+        double lower = -std::numeric_limits<double>::infinity();  ///< -infinity: no lower bound
+        double upper = std::numeric_limits<double>::infinity();   ///< infinity: no upper bound
     };
 
-    /// The size of a value of two dimensions.
+    /// The size of a two-dimensional value.
     struct Size
     {
-        std::optional<std::size_t> rows = std::nullopt;     ///< along the first dimension; empty where open
-        std::optional<std::size_t> columns = std::nullopt;  ///< along the second; empty where open
+        std::optional<std::size_t> rows = std::nullopt;     ///< any number if std::nullopt
+        std::optional<std::size_t> columns = std::nullopt;  ///< any number if std::nullopt
     };
 
-    /// How a colour is written.
+    /// Representation of a colour.
     enum class Colour : std::uint8_t
     {
         wholeNumbers,  ///< 1-by-3, red, green, blue, each a whole number from 0 to 255
         normalised     ///< 1-by-3, red, green, blue, each a real number from 0 to 1
     };
 
-    /// What one record demands of a value; a value must satisfy every constraint that is given.
+    /// The constraints of one value validator. A value must satisfy all that are set.
     struct Constraints
     {
         std::optional<Range> range = std::nullopt;  ///< for every element
-        /// Allowed strings: of a character vector or string as a whole, of every element of a cell. Beside
-        /// `colour`: the names that are accepted in place of a triple. Empty: not checked.
+        /// Allowed strings, for a character vector or string scalar as a whole or for every element of a
+        /// cell. With `colour`, the names that are allowed instead of a triple. Empty: all strings are
+        /// allowed.
         std::vector<std::u16string> allowedValues = {};
-        /// Most characters of a character vector or string, most elements of a cell.
+        /// Maximum number of characters of a character vector or string, or of elements of a cell.
         std::optional<std::size_t> maximumLength = std::nullopt;
         std::optional<Size> size = std::nullopt;  ///< of the value as a whole
         std::optional<foundation::verdixdata::ArrayType> elementClass =
-            std::nullopt;                             ///< of the value; CELL for a cell of character vectors
-        std::optional<Colour> colour = std::nullopt;  ///< the value is a colour of this form
+            std::nullopt;                             ///< CELL stands for a cell of character vectors
+        std::optional<Colour> colour = std::nullopt;  ///< the value is a colour in this representation
     };
 
-    /// One record, as nodes keep it.
+    /// A value validator of a node.
     class VX_API ConfigData : public Constraints
     {
     public:
-        /// Without constraints.
+        /// Creates a value validator without constraints.
         ConfigData() noexcept;
-        /// Takes the constraints over; implicit, so that a record can be written as the list of them.
+        /// Takes the constraints; implicit, so that a value validator can be written as a braced list of
+        /// constraints.
         ConfigData(Constraints&& constraints) noexcept;
         ConfigData(const ConfigData& other);
         ConfigData(ConfigData&& other) noexcept;

@@ -6,7 +6,7 @@
 
 #include <string>
 
-/// What the settings core and the providers of factory settings say to each other.
+/// The interface between the settings core and the providers of factory settings.
 namespace settings::core {
 
 namespace detail {
@@ -22,7 +22,7 @@ public:
     Settings& operator=(const Settings&) = delete;
     virtual ~Settings() = default;
 
-    /// Names from the root down to this node, joined by ".".
+    /// Returns the names from the root to this node, joined with ".".
     [[nodiscard]] virtual std::string getFullName() const = 0;
 };
 
@@ -30,9 +30,9 @@ public:
 class VX_API MSettings : public Settings
 {
 public:
-    /// Creates a node under this one and returns its handle. `isSetting` tells a setting from a group.
-    /// The settings core takes what it needs out of the properties; the caller keeps its record.
-    /// Raises std::invalid_argument when this node already has a child of that name or cannot have children.
+    /// Creates a child node, a setting if `isSetting` is true, else a group, and returns its handle. The
+    /// settings core copies what it needs from `properties`. Throws std::invalid_argument when this node
+    /// already has a child with that name or cannot have children.
     virtual boost::shared_ptr<MSettings>
     createFactorySetting(const std::string& name, bool isSetting,
                          const detail::FactorySettingProperties& properties) = 0;

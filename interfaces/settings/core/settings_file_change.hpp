@@ -9,12 +9,12 @@
 
 namespace settings::core {
 
-/// One change that a release makes to users' settings files.
+/// A change that a release makes to users' settings files.
 class VX_API SettingsFileChange
 {
 public:
-    /// `operation` is "move" or "remove"; a move names its one source and its one target, a removal the one
-    /// path that goes and no target.
+    /// `operation` is "move" or "remove". `from` has one path; `to` has one path for a move and is empty for
+    /// a removal.
     SettingsFileChange(const std::string& operation, std::vector<std::string>&& from,
                        std::vector<std::string>&& to);
     SettingsFileChange(const SettingsFileChange& other);
@@ -23,11 +23,11 @@ public:
     SettingsFileChange& operator=(SettingsFileChange&& other) noexcept;
     ~SettingsFileChange();
 
-    /// "move" or "remove".
+    /// Returns "move" or "remove".
     [[nodiscard]] const std::string& operation() const noexcept;
-    /// The one full path that moves or goes.
+    /// Returns the one full path that is moved or removed.
     [[nodiscard]] const std::vector<std::string>& from() const noexcept;
-    /// The one full path it moves to; empty for a removal.
+    /// Returns the one full path that is the target of a move; empty for a removal.
     [[nodiscard]] const std::vector<std::string>& to() const noexcept;
 
 private:
@@ -36,16 +36,16 @@ private:
     std::vector<std::string> to_;
 };
 
-/// What one release changes, in the order in which the changes apply.
+/// The changes of one release.
 struct ReleaseChangeSet
 {
     std::string release;  ///< name of the release: "R2022b"
-    /// True when a move leads from one root group to another.
+    /// True if a change moves a path to another root group.
     bool crossesRootGroups = false;
-    std::vector<SettingsFileChange> changes;  ///< applied from first to last
+    std::vector<SettingsFileChange> changes;  ///< applied in this order
 };
 
-/// Change sets by index; the oldest release has the lowest.
+/// Change sets by index; older releases have lower indices.
 using ReleaseChangeTable = std::map<std::uint64_t, ReleaseChangeSet>;
 
 }  // namespace settings::core

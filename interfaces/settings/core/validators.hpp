@@ -24,7 +24,7 @@ public:
     ~MValidator();
 };
 
-/// A native function: (library name, function name). It has the type NativeValidator.
+/// A native function of type NativeValidator: (library name, function name).
 class VX_API CValidator : public detail::FunctionName
 {
 public:
@@ -48,17 +48,17 @@ public:
     ~JValidator();
 };
 
-/// A callable of this process, with two names for messages. It refuses a value by throwing an exception
-/// whose text is what the user reads.
+/// A callable in this process, with two names for messages. If a value is invalid, the callable throws an
+/// exception whose message is shown to the user.
 class VX_API CPPValidator : public detail::FunctionName
 {
 public:
-    /// Called with the setting, its own name, and the value proposed.
+    /// Called with the setting, the last component of its path, and the value to validate.
     using Callable = std::function<void(const boost::shared_ptr<const Settings>& node,
                                         const std::string& name, const foundation::verdixdata::Array& value)>;
 
-    /// `scope` and `function` are only named in messages. The callable lives as long as the record does, and
-    /// so must the library that it comes from.
+    /// `scope` and `function` are only used in messages. The library that defines the callable must stay
+    /// loaded as long as any copy of this object exists.
     CPPValidator(Callable callable, std::string scope, std::string function);
     CPPValidator(const CPPValidator& other) noexcept;
     CPPValidator(CPPValidator&& other) noexcept;
@@ -66,20 +66,21 @@ public:
     CPPValidator& operator=(CPPValidator&& other) noexcept;
     ~CPPValidator();
 
-    /// What to call; empty in what was moved from.
+    /// Returns the callable; empty for a moved-from object.
     [[nodiscard]] const Callable& callable() const noexcept;
 
 private:
-    /// The callable stands with its names, so that a record of another kind has no room to keep for it.
+    /// Stored together with the names on the heap, so that the other alternatives of Validator are no larger
+    /// because of the callable.
     struct NamedCallable;
 };
 
-/// How a value is checked by a function; std::monostate where none is. The order of the alternatives is
+/// The function that validates a value; std::monostate if there is none. The order of the alternatives is
 /// fixed.
 using Validator = std::variant<std::monostate, MValidator, CValidator, JValidator, CPPValidator>;
 
-/// What a native library exports, with C linkage, for a CValidator: it refuses a value by throwing an
-/// exception whose text is what the user reads.
+/// Type of the function that a native library exports, with C linkage, for a CValidator. If the value is
+/// invalid, it throws an exception whose message is shown to the user.
 using NativeValidator = void(const foundation::verdixdata::Array& value);
 
 }  // namespace settings::core

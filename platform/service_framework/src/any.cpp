@@ -24,7 +24,7 @@ std::ostream& any_value_to_string(std::ostream& os, const Any& value)
 std::string Any::ToString() const
 {
     if (Empty()) {
-        throw std::logic_error("An empty Any has no text");
+        throw std::logic_error("An empty Any cannot be converted to a string");
     }
     return content_->ToString();
 }

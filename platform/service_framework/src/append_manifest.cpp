@@ -1,5 +1,5 @@
-// Appends a zip archive with a bundle's manifest to its linked library, in place of one that is there
-// already.
+// Appends a zip archive with the bundle manifest to a linked library. An archive that is already there is
+// replaced.
 //
 //     vx_append_manifest LIBRARY SYMBOLIC_NAME MANIFEST
 
@@ -36,7 +36,7 @@ std::string readFile(const std::string& file)
 /// Writes a zip archive with one entry.
 void writeArchive(const std::string& file, const std::string& entryName, const std::string& content)
 {
-    // A fixed time makes equal inputs give equal bundle files.
+    // A fixed modification time makes the output reproducible.
     zip_fileinfo information{};
     information.tmz_date = {0, 0, 0, 1, 0, 1980};
     const zipFile archive = zipOpen(file.c_str(), APPEND_STATUS_CREATE);
@@ -50,9 +50,9 @@ void writeArchive(const std::string& file, const std::string& entryName, const s
     }
 }
 
-/// The bytes of a zip archive with one entry. The archive has a file of its own while it is written, so that
-/// its offsets count from its own beginning: a reader takes it for all that it has to search, and the library
-/// in front of it may change its length.
+/// Returns the bytes of a zip archive with one entry. The archive is written to a temporary file, so that its
+/// offsets are relative to its own beginning: a reader needs no more than the archive, and the length of the
+/// library in front of it does not matter.
 std::string makeArchive(const std::string& file, const std::string& entryName, const std::string& content)
 {
     writeArchive(file, entryName, content);
@@ -61,7 +61,7 @@ std::string makeArchive(const std::string& file, const std::string& entryName, c
     return archive;
 }
 
-/// Length of the library without its archive.
+/// Returns the length of the library in bytes, without its archive.
 std::size_t libraryLength(const std::string& library)
 {
     const std::string content = readFile(library);
@@ -71,9 +71,9 @@ std::size_t libraryLength(const std::string& library)
     }
     const std::size_t length = findArchive(bytes).value_or(content.size());
     if (length == 0) {
-        throw std::runtime_error(library +
-                                 ": its zip archive counts offsets from the beginning of the library, "
-                                 "which does not tell where it begins; link the library again");
+        throw std::runtime_error(
+            library + ": the offsets in its zip archive are relative to the library, so the end of the "
+                      "library cannot be found; link the library again");
     }
     return length;
 }

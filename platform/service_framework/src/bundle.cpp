@@ -56,7 +56,7 @@ void BundlePrivate::Close()
     }
     if (core) {
         core->RemoveListeners(*context);
-        // What other threads have added while the context was still good.
+        // Other threads may have added services while the context was still valid.
         core->Services().RemoveBundle(*this);
     }
 }
@@ -70,8 +70,9 @@ void BundlePrivate::Start()
     }
     const auto core = Core();
     if (!core || !core->IsOpen() || core->Find(id).get() != this) {
-        throw std::runtime_error("The bundle " + manifest.symbolicName + " (" + location +
-                                 ") belongs to a stopped framework; install it when that has started again");
+        throw std::runtime_error(
+            "The bundle " + manifest.symbolicName + " (" + location +
+            ") belongs to a stopped framework; start the framework and install the bundle again");
     }
     CheckSupported();
     auto components = std::make_unique<ComponentRuntime>(*this);
@@ -109,7 +110,7 @@ void BundlePrivate::Stop()
     state_ = Bundle::STATE_RESOLVED;
 }
 
-void BundlePrivate::Leave()
+void BundlePrivate::StopWithFramework()
 {
     const std::lock_guard lock(transition_);
     if (state_ != Bundle::STATE_UNINSTALLED) {

@@ -11,7 +11,7 @@ namespace cppmicroservices {
 
 namespace {
 
-[[noreturn]] void throwOver()
+[[noreturn]] void throwInvalidContext()
 {
     throw IllegalStateException("The bundle context is no longer valid");
 }
@@ -19,7 +19,7 @@ namespace {
 std::shared_ptr<BundlePrivate> ownerOf(const std::shared_ptr<BundleContextPrivate>& context)
 {
     if (!context) {
-        throwOver();
+        throwInvalidContext();
     }
     return context->Owner();
 }
@@ -28,7 +28,7 @@ std::shared_ptr<CoreBundleContext> coreOf(const std::shared_ptr<BundleContextPri
 {
     auto core = ownerOf(context)->Core();
     if (!core) {
-        throwOver();
+        throwInvalidContext();
     }
     return core;
 }
@@ -58,7 +58,7 @@ std::shared_ptr<BundlePrivate> BundleContextPrivate::Owner() const
 {
     auto owner = owner_.lock();
     if (!valid_ || !owner) {
-        throwOver();
+        throwInvalidContext();
     }
     return owner;
 }
@@ -169,8 +169,9 @@ ListenerToken BundleContext::AddFrameworkListener(const FrameworkListener& liste
     const auto core = coreOf(d);
     auto token = core->AddListener(*d, listener);
     if (!d->IsValid()) {
-        core->RemoveListener(token);  // the bundle has stopped meanwhile, and may have missed it
-        throwOver();
+        // The bundle may have removed its listeners before this one was added.
+        core->RemoveListener(token);
+        throwInvalidContext();
     }
     return token;
 }

@@ -9,7 +9,7 @@ namespace cppmicroservices {
 
 class BundlePrivate;
 
-/// One run of a bundle, from its start to its stop.
+/// The context of one run of a bundle, from its start to its stop.
 class BundleContextPrivate : public std::enable_shared_from_this<BundleContextPrivate>
 {
 public:
@@ -18,7 +18,7 @@ public:
     bool IsValid() const noexcept { return valid_; }
     void Invalidate() noexcept { valid_ = false; }
 
-    /// Throws IllegalStateException when the run is over.
+    /// Returns the bundle. Throws IllegalStateException when the run has ended.
     std::shared_ptr<BundlePrivate> Owner() const;
 
 private:

@@ -23,7 +23,7 @@ namespace json = boost::json;
 
 constexpr std::string_view manifestName = "/manifest.json";
 
-/// The record at the end of each zip archive: 22 bytes and a comment, all numbers little endian.
+/// The end-of-central-directory record of a zip archive: 22 bytes, then a comment; numbers are little-endian.
 constexpr std::array<unsigned char, 4> endRecordSignature = {'P', 'K', 5, 6};
 constexpr std::size_t endRecordSize = 22;
 constexpr std::size_t maximumCommentSize = 0xffff;
@@ -48,7 +48,7 @@ std::uint32_t littleEndian32(std::span<const std::byte> bytes)
 
 using Archive = std::unique_ptr<void, int (*)(unzFile)>;
 
-/// The bytes have to stay as long as the archive.
+/// Opens a zip archive in memory. The bytes must outlive the result.
 Archive openArchive(std::span<const std::byte>& bytes)
 {
     zlib_filefunc64_def functions;
@@ -65,49 +65,49 @@ Archive openArchive(std::span<const std::byte>& bytes)
     return archive;
 }
 
-/// Raises for what a call of the zip library answered, unless that is no error.
-void requireIntact(int answer)
+/// Throws std::runtime_error when a status of the zip library is an error.
+void checkZipStatus(int status)
 {
-    if (answer < 0) {
-        throw std::runtime_error(answer == UNZ_CRCERROR ? "its check sum is wrong"
+    if (status < 0) {
+        throw std::runtime_error(status == UNZ_CRCERROR ? "its checksum is wrong"
                                                         : "it cannot be read: the zip archive is damaged");
     }
 }
 
-/// The entry at which the archive stands.
+/// Returns the contents of the current entry of an archive.
 std::string readEntry(unzFile archive)
 {
-    requireIntact(unzOpenCurrentFile(archive));
-    // The size that the archive states is not to be trusted, so the text grows as it is read.
-    std::string text;
+    checkZipStatus(unzOpenCurrentFile(archive));
+    // The size stated in the archive cannot be trusted, so it is not used to allocate memory.
+    std::string content;
     std::array<char, 4096> block{};
     for (;;) {
         const int count = unzReadCurrentFile(archive, block.data(), block.size());
-        requireIntact(count);
+        checkZipStatus(count);
         if (count == 0) {
-            requireIntact(unzCloseCurrentFile(archive));
-            return text;
+            checkZipStatus(unzCloseCurrentFile(archive));
+            return content;
         }
-        text.append(block.data(), static_cast<std::size_t>(count));
-        if (text.size() > maximumManifestSize) {
+        content.append(block.data(), static_cast<std::size_t>(count));
+        if (content.size() > maximumManifestSize) {
             throw std::runtime_error("it is larger than " + std::to_string(maximumManifestSize) + " bytes");
         }
     }
 }
 
-/// The name of the entry at which the archive stands.
+/// Returns the name of the current entry of an archive.
 std::string entryName(unzFile archive)
 {
     unz_file_info64 entry;
-    requireIntact(unzGetCurrentFileInfo64(archive, &entry, nullptr, 0, nullptr, 0, nullptr, 0));
+    checkZipStatus(unzGetCurrentFileInfo64(archive, &entry, nullptr, 0, nullptr, 0, nullptr, 0));
     std::string name(entry.size_filename, '\0');
-    requireIntact(
+    checkZipStatus(
         unzGetCurrentFileInfo64(archive, &entry, name.data(), entry.size_filename, nullptr, 0, nullptr, 0));
     return name;
 }
 
-/// The symbolic name in "<symbolic name>/manifest.json"; empty for any other entry.
-std::string_view bundleOf(std::string_view entryName)
+/// Returns the symbolic name in "<symbolic name>/manifest.json"; empty for any other entry.
+std::string_view symbolicNameIn(std::string_view entryName)
 {
     const std::size_t slash = entryName.find('/');
     return slash != std::string_view::npos && entryName.substr(slash) == manifestName
@@ -121,7 +121,7 @@ std::vector<BundleManifest> readArchive(std::span<const std::byte> bytes)
     std::vector<BundleManifest> manifests;
     int found = unzGoToFirstFile(archive.get());
     for (; found == UNZ_OK; found = unzGoToNextFile(archive.get())) {
-        const std::string symbolicName(bundleOf(entryName(archive.get())));
+        const std::string symbolicName(symbolicNameIn(entryName(archive.get())));
         if (symbolicName.empty()) {
             continue;
         }
@@ -140,8 +140,8 @@ std::vector<BundleManifest> readArchive(std::span<const std::byte> bytes)
     return manifests;
 }
 
-/// Makes what a manifest's headers are of the parser's events. Null, and whole numbers that are no int, are
-/// left out; so is the % at a string's beginning, which marks it for translation.
+/// A Boost.JSON parser handler that builds the headers of a manifest. Leaves out null values, integers
+/// outside the range of int, and the % that marks a string for translation.
 class HeaderBuilder
 {
 public:
@@ -150,7 +150,7 @@ public:
     static constexpr std::size_t max_key_size = max_object_size;
     static constexpr std::size_t max_string_size = max_object_size;
 
-    /// The headers once all is read; null when the JSON was no object.
+    /// Returns the headers after parsing; null when the JSON is not an object.
     AnyMap* Headers() { return any_cast<AnyMap>(&root_); }
 
     bool on_document_begin(json::error_code&) { return true; }
@@ -166,15 +166,15 @@ public:
     bool on_key(json::string_view part, std::size_t, json::error_code&)
     {
         Append(part);
-        open_.back().key = std::exchange(text_, {});
+        open_.back().key = std::exchange(partial_, {});
         return true;
     }
     bool on_string_part(json::string_view part, std::size_t, json::error_code&) { return Append(part); }
     bool on_string(json::string_view part, std::size_t, json::error_code&)
     {
         Append(part);
-        std::string text = std::exchange(text_, {});
-        return Add(text.starts_with('%') ? text.substr(1) : std::move(text));
+        std::string value = std::exchange(partial_, {});
+        return Add(value.starts_with('%') ? value.substr(1) : std::move(value));
     }
     bool on_number_part(json::string_view, json::error_code&) { return true; }
     bool on_int64(std::int64_t number, json::string_view, json::error_code&)
@@ -184,7 +184,7 @@ public:
     bool on_uint64(std::uint64_t, json::string_view, json::error_code&) { return true; }
     bool on_double(double number, json::string_view, json::error_code&)
     {
-        // What the parser makes of one with too large an exponent.
+        // The parser returns infinity for a number with too large an exponent.
         if (!std::isfinite(number)) {
             throw std::runtime_error("a number is too large: write one of at most 1.8e308 in size");
         }
@@ -196,7 +196,7 @@ public:
     bool on_comment(json::string_view, json::error_code&) { return true; }
 
 private:
-    /// An object or array that is still read, and in an object the key of the value to come.
+    /// An unfinished object or array. In an object, key belongs to the next value.
     struct Open
     {
         Any value;
@@ -205,7 +205,7 @@ private:
 
     bool Append(json::string_view part)
     {
-        text_.append(part.data(), part.size());
+        partial_.append(part.data(), part.size());
         return true;
     }
 
@@ -237,21 +237,21 @@ private:
 
     Any root_;
     std::vector<Open> open_;
-    std::string text_;  // the parts of a key or string so far
+    std::string partial_;  // the key or string read so far
 };
 
-AnyMap parseHeaders(std::string_view text)
+AnyMap parseHeaders(std::string_view content)
 {
     json::basic_parser<HeaderBuilder> parser{json::parse_options()};
     json::error_code error;
-    const std::size_t parsed = parser.write_some(false, text.data(), text.size(), error);
-    if (error || parsed != text.size()) {
-        const std::string_view before = text.substr(0, parsed);
+    const std::size_t parsed = parser.write_some(false, content.data(), content.size(), error);
+    if (error || parsed != content.size()) {
+        const std::string_view before = content.substr(0, parsed);
         const auto line = 1 + std::ranges::count(before, '\n');
         const std::size_t lineStart = before.rfind('\n') + 1;
         throw std::runtime_error("line " + std::to_string(line) + ", column " +
                                  std::to_string(before.size() - lineStart + 1) + ": " +
-                                 (error ? error.message() : "text after the manifest's end"));
+                                 (error ? error.message() : "unexpected content after the manifest"));
     }
     AnyMap* headers = parser.handler().Headers();
     if (!headers) {
@@ -266,12 +266,12 @@ BundleVersion versionIn(const AnyMap& headers)
     if (found == headers.end()) {
         return BundleVersion::EmptyVersion();
     }
-    const auto* text = any_cast<std::string>(&found->second);
-    if (!text) {
-        throw std::runtime_error(Constants::BUNDLE_VERSION + " is not a text");
+    const auto* version = any_cast<std::string>(&found->second);
+    if (!version) {
+        throw std::runtime_error(Constants::BUNDLE_VERSION + " is not a string");
     }
     try {
-        return {*text};
+        return {*version};
     } catch (const std::invalid_argument& error) {
         throw std::runtime_error(Constants::BUNDLE_VERSION + ": " + error.what());
     }
@@ -294,7 +294,7 @@ std::optional<std::size_t> findArchive(std::span<const std::byte> bytes)
     for (std::size_t position = last;; --position) {
         const auto record = bytes.subspan(position);
         if (startsWith(record, endRecordSignature)) {
-            // The archive counts positions from its own beginning, which is where the file without it ended.
+            // Positions are relative to the beginning of the archive, which is what is to be found.
             const std::uint64_t length = std::uint64_t{littleEndian32(record.subspan(directorySizeOffset))} +
                                          littleEndian32(record.subspan(directoryPositionOffset));
             if (length <= position) {
@@ -307,9 +307,9 @@ std::optional<std::size_t> findArchive(std::span<const std::byte> bytes)
     }
 }
 
-BundleManifest readManifest(std::string_view text, const std::string& symbolicName)
+BundleManifest readManifest(std::string_view content, const std::string& symbolicName)
 {
-    AnyMap headers = parseHeaders(text);
+    AnyMap headers = parseHeaders(content);
     const auto name = headers.find(Constants::BUNDLE_SYMBOLICNAME);
     if (name == headers.end()) {
         throw std::runtime_error("the manifest does not give " + Constants::BUNDLE_SYMBOLICNAME);

@@ -14,34 +14,35 @@
 /// <symbolic name>/manifest.json.
 namespace cppmicroservices {
 
-/// A manifest that is larger is refused; real ones have a few hundred bytes.
+/// Maximum size of a manifest in bytes. Real ones have a few hundred.
 inline constexpr std::size_t maximumManifestSize = std::size_t{1} << 20U;
 
-/// What a bundle says of itself.
+/// The contents of a bundle's manifest.json.
 struct BundleManifest
 {
     std::string symbolicName;
     BundleVersion version;
-    /// The whole manifest: objects are AnyMap, arrays std::vector<Any>, whole numbers int. Null, and whole
-    /// numbers beyond int, are left out.
+    /// The whole manifest: objects are AnyMap, arrays std::vector<Any>, integers int. Null values and
+    /// integers outside the range of int are left out.
     AnyMap headers;
 };
 
-/// Reads the manifests of a bundle file, in the archive's order. Throws std::runtime_error, naming the file
-/// and the reason, when it is missing, not a library, or has no readable archive with a valid manifest.
+/// Reads the manifests in a bundle file, in the order of the archive. Throws std::runtime_error, naming the
+/// file and the reason, when the file is missing or not a shared library, or has no readable archive with a
+/// valid manifest.
 std::vector<BundleManifest> readBundleFile(const std::string& file);
 
-/// The same over the bytes of such a file; the name only serves the messages. Safe with any bytes.
+/// As above, for the contents of a bundle file; the name is only used in messages. Safe for arbitrary bytes.
 std::vector<BundleManifest> readBundleFile(std::span<const std::byte> bytes, const std::string& file);
 
-/// Reads one manifest. Throws std::runtime_error, with line and column where it is no JSON, when it is not an
-/// object, its bundle.symbolic_name is not the expected one, or its bundle.version is no version.
-BundleManifest readManifest(std::string_view json, const std::string& symbolicName);
+/// Parses a manifest. Throws std::runtime_error when it is malformed JSON (with line and column) or not an
+/// object, bundle.symbolic_name is not symbolicName, or bundle.version is not a version.
+BundleManifest readManifest(std::string_view content, const std::string& symbolicName);
 
-/// Where the archive begins at the end of a file's bytes; nothing when there is none.
+/// Returns the offset of the archive at the end of a file's bytes; std::nullopt when there is none.
 std::optional<std::size_t> findArchive(std::span<const std::byte> bytes);
 
-/// True when the bytes begin as a shared library of this system does.
+/// Returns true if the bytes begin with the magic number of a shared library.
 bool isLibrary(std::span<const std::byte> bytes);
 
 }  // namespace cppmicroservices

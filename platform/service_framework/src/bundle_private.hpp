@@ -15,7 +15,7 @@ class ComponentRuntime;
 class CoreBundleContext;
 class SharedLibrary;
 
-/// One installed bundle. Threads may share it; starting and stopping one bundle are serialised.
+/// An installed bundle. Thread-safe; starts and stops of one bundle are serialised.
 class BundlePrivate : public std::enable_shared_from_this<BundlePrivate>
 {
 public:
@@ -28,19 +28,19 @@ public:
     virtual void Start();
     virtual void Stop();
     virtual void Uninstall();
-    /// Stops the bundle for good, as its framework stops.
-    void Leave();
+    /// Stops the bundle and marks it as INSTALLED, because its framework stops.
+    void StopWithFramework();
 
     Bundle::State State() const noexcept { return state_; }
     /// Throws std::logic_error when the bundle is uninstalled.
     void CheckInstalled() const;
-    /// Null unless starting, active or stopping.
+    /// Returns null unless the bundle is starting, active or stopping.
     std::shared_ptr<BundleContextPrivate> Context() const;
-    /// Null once the framework is gone.
+    /// Returns null after the framework is destroyed.
     std::shared_ptr<CoreBundleContext> Core() const { return core_.lock(); }
 
-    /// The bundle's library, which has this run's context. Throws SharedLibraryException when it does not
-    /// load.
+    /// Loads the bundle's library, if necessary, and sets its bundle context to that of this run. Throws
+    /// SharedLibraryException when the library cannot be loaded.
     const SharedLibrary& LoadLibrary();
 
     const long id;
@@ -48,16 +48,17 @@ public:
     const BundleManifest manifest;
 
 protected:
-    /// Opens a new context.
+    /// Creates the context of a new run.
     void Open();
-    /// Withdraws everything the bundle offers, uses and listens to, and makes its context invalid.
+    /// Ends the run: removes the components, services, uses and listeners of the bundle, and invalidates its
+    /// context.
     void Close();
 
     std::recursive_mutex transition_;
     std::atomic<Bundle::State> state_ = Bundle::STATE_INSTALLED;
 
 private:
-    /// Refuses what the manifest may ask for but this framework does not do.
+    /// Throws std::runtime_error when the manifest needs a feature that this framework lacks.
     void CheckSupported() const;
 
     const std::weak_ptr<CoreBundleContext> core_;
@@ -66,17 +67,17 @@ private:
     mutable std::mutex contextMutex_;
     std::shared_ptr<BundleContextPrivate> context_;
 
-    // Recursive, as a library that is given its context may ask for a component of its bundle.
+    // Recursive, because a library that receives its context may request a component of its bundle.
     std::recursive_mutex libraryMutex_;
-    // The library's function that takes the context; null while the library does not have that of this run.
+    // The library's function that sets its bundle context; null until it is called in this run.
     void (*setContext_)(BundleContextPrivate*) = nullptr;
 };
 
-/// A handle that keeps the framework running; empty for null.
+/// Returns a handle, which shares ownership of the framework; an empty handle for null.
 Bundle MakeBundle(const std::shared_ptr<BundlePrivate>& bundle);
 std::shared_ptr<BundlePrivate> GetPrivate(const Bundle& bundle);
 
-/// Null for null, and once the framework is gone.
+/// Returns the framework of a bundle; null for null, or after the framework is destroyed.
 inline std::shared_ptr<CoreBundleContext> CoreOf(const std::shared_ptr<BundlePrivate>& bundle)
 {
     return bundle ? bundle->Core() : nullptr;

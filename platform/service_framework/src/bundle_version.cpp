@@ -12,17 +12,17 @@ namespace cppmicroservices {
 
 namespace {
 
-bool isQualifier(std::string_view text)
+bool isQualifier(std::string_view string)
 {
-    return std::ranges::all_of(text, [](char c) {
+    return std::ranges::all_of(string, [](char c) {
         return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
                c == '-';
     });
 }
 
-[[noreturn]] void throwNoVersion(std::string_view text)
+[[noreturn]] void throwInvalidVersion(std::string_view string)
 {
-    throw std::invalid_argument("\"" + std::string(text) +
+    throw std::invalid_argument("\"" + std::string(string) +
                                 "\" is not a version: write major.minor.micro.qualifier, such as 1.2.3.beta");
 }
 
@@ -33,7 +33,7 @@ BundleVersion::BundleVersion(unsigned int majorVersion, unsigned int minorVersio
     : major_(majorVersion), minor_(minorVersion), micro_(microVersion), qualifier_(std::move(qualifier))
 {
     if (!isQualifier(qualifier_)) {
-        throwNoVersion(ToString());
+        throwInvalidVersion(ToString());
     }
 }
 
@@ -43,30 +43,31 @@ BundleVersion::BundleVersion(const std::string& version) : BundleVersion(0, 0, 0
     for (unsigned int* part : {&major_, &minor_, &micro_}) {
         const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), *part);
         if (error != std::errc()) {
-            throwNoVersion(version);
+            throwInvalidVersion(version);
         }
         rest.remove_prefix(static_cast<std::size_t>(end - rest.data()));
         if (rest.empty()) {
             return;
         }
         if (rest.front() != '.') {
-            throwNoVersion(version);
+            throwInvalidVersion(version);
         }
         rest.remove_prefix(1);
     }
     if (rest.empty() || !isQualifier(rest)) {
-        throwNoVersion(version);
+        throwInvalidVersion(version);
     }
     qualifier_ = rest;
 }
 
 std::string BundleVersion::ToString() const
 {
-    std::string text = std::to_string(major_) + "." + std::to_string(minor_) + "." + std::to_string(micro_);
+    std::string version =
+        std::to_string(major_) + "." + std::to_string(minor_) + "." + std::to_string(micro_);
     if (!qualifier_.empty()) {
-        text += "." + qualifier_;
+        version += "." + qualifier_;
     }
-    return text;
+    return version;
 }
 
 int BundleVersion::Compare(const BundleVersion& other) const

@@ -9,10 +9,11 @@ namespace cppmicroservices {
 
 namespace {
 
-/// Members that ask for what this framework does not do. Unknown ones ask for nothing.
+/// Members that need a feature that this framework lacks. Unknown members are ignored.
 constexpr std::array<const char*, 3> unsupportedMembers = {"references", "factory", "factory-properties"};
 
-/// A member of a JSON object; the fallback when it is missing. Throws when it is of another type than T.
+/// Returns a member of a JSON object, or fallback when it is missing. Throws std::runtime_error when its type
+/// is not T.
 template <class T>
 T member(const AnyMap& object, const std::string& key, T fallback)
 {
@@ -27,7 +28,8 @@ T member(const AnyMap& object, const std::string& key, T fallback)
     return *value;
 }
 
-/// A member that must be there. Throws when it is missing or of another type than T.
+/// Returns a required member of a JSON object. Throws std::runtime_error when it is missing or its type is
+/// not T.
 template <class T>
 T required(const AnyMap& object, const std::string& key)
 {
@@ -37,10 +39,10 @@ T required(const AnyMap& object, const std::string& key)
     return member(object, key, T());
 }
 
-std::vector<std::string> describeInterfaces(const AnyMap& service)
+std::vector<std::string> readInterfaces(const AnyMap& service)
 {
     if (member(service, "scope", std::string("singleton")) != "singleton") {
-        throw std::runtime_error("\"scope\" is not singleton, the only one that this framework does");
+        throw std::runtime_error("\"scope\" is not singleton, the only scope that this framework supports");
     }
     std::vector<std::string> interfaces;
     for (const Any& interface : required<std::vector<Any>>(service, "interfaces")) {
@@ -56,7 +58,7 @@ std::vector<std::string> describeInterfaces(const AnyMap& service)
     return interfaces;
 }
 
-ComponentDescription describeComponent(const Any& element)
+ComponentDescription readComponent(const Any& element)
 {
     const auto* members = any_cast<AnyMap>(&element);
     if (!members) {
@@ -70,12 +72,13 @@ ComponentDescription describeComponent(const Any& element)
     }
     const bool offersService = object.count("service") != 0;
     if (offersService) {
-        component.interfaces = describeInterfaces(required<AnyMap>(object, "service"));
+        component.interfaces = readInterfaces(required<AnyMap>(object, "service"));
     }
     component.enabled = member(object, "enabled", true);
     component.immediate = member(object, "immediate", !offersService);
     if (!offersService && !component.immediate) {
-        throw std::runtime_error("\"immediate\" is false, but without a \"service\" nothing else makes it");
+        throw std::runtime_error(
+            "\"immediate\" is false, but a component without \"service\" is never activated otherwise");
     }
     for (const auto& [key, value] : member(object, "properties", AnyMap())) {
         component.properties.emplace(key, value);
@@ -83,10 +86,10 @@ ComponentDescription describeComponent(const Any& element)
     for (const char* unsupported : unsupportedMembers) {
         if (object.count(unsupported) != 0) {
             throw std::runtime_error('"' + std::string(unsupported) +
-                                     "\" asks for what this framework does not do");
+                                     "\" is not supported by this framework");
         }
     }
-    // A policy without a list of configurations counts for nothing.
+    // A policy without configurations has no effect.
     if (object.count("configuration-pid") != 0 &&
         member(object, "configuration-policy", std::string()) == "require")
     {
@@ -103,26 +106,26 @@ std::string ComponentDescription::FunctionName(const std::string& prefix) const
     return prefix + boost::algorithm::replace_all_copy(name, "::", "_");
 }
 
-std::vector<ComponentDescription> describeComponents(const BundleManifest& manifest)
+std::vector<ComponentDescription> readComponents(const BundleManifest& manifest)
 {
     std::vector<ComponentDescription> components;
     if (manifest.headers.count("scr") == 0) {
         return components;
     }
-    std::string place = "The bundle " + manifest.symbolicName + ", manifest section scr";
+    std::string location = "The bundle " + manifest.symbolicName + ", manifest section scr";
     try {
         const auto section = required<AnyMap>(manifest.headers, "scr");
         if (required<int>(section, "version") != 1) {
-            throw std::runtime_error("\"version\" is not 1, the only one that this framework reads");
+            throw std::runtime_error("\"version\" is not 1, the only version that this framework supports");
         }
         const auto list = required<std::vector<Any>>(section, "components");
-        const std::string sectionPlace = place;
+        const std::string sectionLocation = location;
         for (const Any& element : list) {
-            place = sectionPlace + ", component " + std::to_string(components.size() + 1);
-            components.push_back(describeComponent(element));
+            location = sectionLocation + ", component " + std::to_string(components.size() + 1);
+            components.push_back(readComponent(element));
         }
     } catch (const std::runtime_error& error) {
-        throw std::runtime_error(place + ": " + error.what());
+        throw std::runtime_error(location + ": " + error.what());
     }
     return components;
 }

@@ -8,7 +8,7 @@
 
 namespace cppmicroservices {
 
-/// One component of a manifest's scr section.
+/// A component in the scr section of a manifest.
 struct ComponentDescription
 {
     std::string name;
@@ -17,12 +17,13 @@ struct ComponentDescription
     bool enabled = true;
     bool immediate = false;
 
-    /// prefix, such as "NewInstance_", and the name with an underscore for each "::".
+    /// Returns the name of an exported function: prefix, such as "NewInstance_", then the component name with
+    /// each "::" replaced by "_".
     std::string FunctionName(const std::string& prefix) const;
 };
 
-/// The components of a manifest; none when it has no scr section. Throws std::runtime_error, naming bundle,
-/// component and member, when the section is malformed or asks for what this framework does not do.
-std::vector<ComponentDescription> describeComponents(const BundleManifest& manifest);
+/// Reads the components of a manifest; none when it has no scr section. Throws std::runtime_error, naming
+/// bundle, component and member, when the section is malformed or needs a feature that this framework lacks.
+std::vector<ComponentDescription> readComponents(const BundleManifest& manifest);
 
 }  // namespace cppmicroservices

@@ -61,12 +61,13 @@ ServiceProperties propertiesOf(const ComponentDescription& component)
     return properties;
 }
 
-/// One component object at work, with its wrapper.
+/// An activated component object with its wrapper. Deactivates the component when it is destroyed.
 class ActiveComponent
 {
 public:
-    /// Throws SharedLibraryException, std::bad_alloc, and std::runtime_error naming the component when the
-    /// library lacks a function or the component throws.
+    /// Creates and activates the component. Throws SharedLibraryException when the library cannot be loaded,
+    /// std::runtime_error naming the component when the library lacks a function or the component throws,
+    /// std::bad_alloc.
     ActiveComponent(const std::shared_ptr<BundlePrivate>& bundle, const ComponentDescription& description,
                     std::shared_ptr<ComponentContext> context)
         : ActiveComponent(bundle, description, std::move(context), bundle->LoadLibrary())
@@ -83,11 +84,11 @@ public:
         } catch (const std::exception& error) {
             Report(error.what());
         } catch (...) {
-            Report("something that is no std::exception");
+            Report("an exception that is not a std::exception");
         }
     }
 
-    /// The object by interface.
+    /// Returns the component object by interface identifier.
     InterfaceMapConstPtr Objects() const { return instance_->GetInterfaceMap(); }
 
 private:
@@ -103,7 +104,7 @@ private:
         try {
             instance_.reset(create());
             if (!instance_) {
-                throw std::runtime_error("NewInstance made no component");
+                throw std::runtime_error("NewInstance returned null");
             }
             instance_->CreateInstance(context_);
             instance_->BindReferences(context_);
@@ -113,7 +114,7 @@ private:
         } catch (const std::exception& error) {
             Fail(error.what());
         } catch (...) {
-            Fail("it threw something that is no std::exception");
+            Fail("it threw an exception that is not a std::exception");
         }
     }
 
@@ -127,7 +128,7 @@ private:
         const auto bundle = bundle_.lock();
         if (const auto core = CoreOf(bundle)) {
             core->Send({FrameworkEvent::FRAMEWORK_ERROR, MakeBundle(bundle),
-                        "The component " + name_ + " threw at its deactivation: " + reason});
+                        "The component " + name_ + " threw while it was deactivated: " + reason});
         }
     }
 
@@ -139,7 +140,7 @@ private:
 
 }  // namespace
 
-/// Makes one component at the first request and keeps it until it is closed.
+/// Creates a component at the first request and keeps it until Close().
 class ComponentFactory final : public ServiceFactory
 {
 public:
@@ -165,10 +166,10 @@ public:
 
     void UngetService(const Bundle&, const ServiceRegistrationBase&, const InterfaceMapConstPtr&) override {}
 
-    /// The component's objects; null once closed.
+    /// Returns the component object by interface identifier, created if necessary; null after Close().
     InterfaceMapConstPtr Activate(const ServiceReferenceBase& reference)
     {
-        // Held while the component is made: who asks at the same time waits for the one object.
+        // Held while the component is created, so that concurrent requests get the same object.
         const std::lock_guard lock(mutex_);
         const auto bundle = bundle_.lock();
         if (closed_ || !bundle) {
@@ -182,7 +183,7 @@ public:
         return active_->Objects();
     }
 
-    /// Ends the component. Its objects stay with those who hold them.
+    /// Deactivates the component. Pointers to its object that callers hold stay valid.
     void Close()
     {
         std::unique_ptr<ActiveComponent> released;
@@ -204,11 +205,11 @@ private:
 ComponentRuntime::ComponentRuntime(BundlePrivate& bundle) : bundle_(bundle)
 {
     std::set<std::string> names;
-    for (ComponentDescription& description : describeComponents(bundle.manifest)) {
+    for (ComponentDescription& description : readComponents(bundle.manifest)) {
         if (!names.insert(description.name).second) {
             Report(FrameworkEvent::FRAMEWORK_WARNING, "The bundle " + bundle.manifest.symbolicName +
                                                           " has more than one component named " +
-                                                          description.name + "; only the first one counts");
+                                                          description.name + "; only the first one is used");
         } else if (description.enabled) {
             components_.push_back(
                 {std::make_shared<ComponentFactory>(bundle.weak_from_this(), std::move(description)), {}});
@@ -233,7 +234,7 @@ void ComponentRuntime::Start()
             Register(component);
         }
         if (component.factory->Description().immediate) {
-            ActivateAtOnce(component);
+            ActivateImmediate(component);
         }
     }
 }
@@ -256,7 +257,7 @@ void ComponentRuntime::Register(Component& component)
     }
 }
 
-void ComponentRuntime::ActivateAtOnce(const Component& component)
+void ComponentRuntime::ActivateImmediate(const Component& component)
 {
     const auto& registration = component.registration;
     try {

@@ -12,31 +12,32 @@ namespace cppmicroservices {
 class BundlePrivate;
 class ComponentFactory;
 
-/// The components of one bundle that starts. Each is made when its service is first asked for, or at once
-/// when it is immediate, and ends with this object.
+/// The components of one running bundle. A component is created when its service is first requested, or at
+/// the start when it is immediate, and deactivated when this object is destroyed.
 class ComponentRuntime
 {
 public:
-    /// Reads what the manifest says of components. Throws as Bundle::Start does.
+    /// Reads the components in the bundle's manifest. Throws as Bundle::Start does.
     explicit ComponentRuntime(BundlePrivate& bundle);
     ComponentRuntime(const ComponentRuntime&) = delete;
     ComponentRuntime& operator=(const ComponentRuntime&) = delete;
-    /// Withdraws and ends one component after the other, in the manifest's order.
+    /// Unregisters and deactivates one component after the other, in the order of the manifest.
     ~ComponentRuntime();
 
-    /// Offers the components' services. Throws as Bundle::Start does.
+    /// Registers the components' services and activates immediate components. Throws as Bundle::Start does.
     void Start();
 
 private:
     struct Component
     {
         std::shared_ptr<ComponentFactory> factory;
-        ServiceRegistrationU registration;  // empty while the component offers no service
+        ServiceRegistrationU registration;  // empty unless the component has a registered service
     };
 
     void Register(Component& component);
-    /// What the component throws is reported, and keeps neither its bundle nor the others from starting.
-    void ActivateAtOnce(const Component& component);
+    /// Activates an immediate component. If the component throws, the error is reported, and the bundle
+    /// starts nevertheless.
+    void ActivateImmediate(const Component& component);
     void Report(FrameworkEvent::Type type, const std::string& message) const;
 
     BundlePrivate& bundle_;

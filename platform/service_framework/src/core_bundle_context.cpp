@@ -19,16 +19,16 @@ namespace cppmicroservices {
 
 namespace {
 
-/// Stops the framework when nobody can reach it any more. It is still whole then, for the components that
-/// end.
-struct RunningFramework
+/// Owns the framework and stops it on destruction, while all of its parts still exist: components that are
+/// deactivated may use them.
+struct FrameworkOwner
 {
-    explicit RunningFramework(const FrameworkConfiguration& configuration)
+    explicit FrameworkOwner(const FrameworkConfiguration& configuration)
         : core(std::make_shared<CoreBundleContext>(configuration))
     {}
-    RunningFramework(const RunningFramework&) = delete;
-    RunningFramework& operator=(const RunningFramework&) = delete;
-    ~RunningFramework()
+    FrameworkOwner(const FrameworkOwner&) = delete;
+    FrameworkOwner& operator=(const FrameworkOwner&) = delete;
+    ~FrameworkOwner()
     {
         if (const auto bundle = core->SystemBundle()) {
             bundle->Stop();
@@ -38,12 +38,12 @@ struct RunningFramework
     const std::shared_ptr<CoreBundleContext> core;
 };
 
-AnyMap completed(const FrameworkConfiguration& configuration)
+AnyMap withDefaults(const FrameworkConfiguration& configuration)
 {
     AnyMap properties(configuration);
     properties.emplace(Constants::FRAMEWORK_LOG, false);
     properties.emplace(Constants::FRAMEWORK_STORAGE, std::string("fwdir"));
-    std::error_code ignored;  // a folder that is gone has no name
+    std::error_code ignored;  // the working directory may have been deleted
     properties.emplace(Constants::FRAMEWORK_WORKING_DIR, std::filesystem::current_path(ignored).string());
     Any& loadOptions = properties[Constants::LIBRARY_LOAD_OPTIONS];
     if (!any_cast<int>(&loadOptions)) {
@@ -59,7 +59,7 @@ AnyMap completed(const FrameworkConfiguration& configuration)
 
 std::shared_ptr<CoreBundleContext> CoreBundleContext::Create(const FrameworkConfiguration& configuration)
 {
-    const auto owner = std::make_shared<RunningFramework>(configuration);
+    const auto owner = std::make_shared<FrameworkOwner>(configuration);
     CoreBundleContext& core = *owner->core;
     std::shared_ptr<CoreBundleContext> running(owner, &core);
     core.running_ = running;
@@ -68,7 +68,7 @@ std::shared_ptr<CoreBundleContext> CoreBundleContext::Create(const FrameworkConf
 }
 
 CoreBundleContext::CoreBundleContext(const FrameworkConfiguration& configuration)
-    : properties_(completed(configuration))
+    : properties_(withDefaults(configuration))
 {}
 
 std::shared_ptr<CoreBundleContext> CoreBundleContext::Running()
@@ -105,11 +105,11 @@ void CoreBundleContext::Close()
     for (auto bundle = LastBefore(std::numeric_limits<long>::max()); bundle != systemBundle_;
          bundle = LastBefore(bundle->id))
     {
-        bundle->Leave();
+        bundle->StopWithFramework();
     }
-    std::map<long, std::shared_ptr<BundlePrivate>> forgotten;
+    std::map<long, std::shared_ptr<BundlePrivate>> removed;
     const std::lock_guard lock(mutex_);
-    forgotten.swap(bundles_);
+    removed.swap(bundles_);
 }
 
 std::vector<std::shared_ptr<BundlePrivate>> CoreBundleContext::Install(const std::string& location)
@@ -212,13 +212,13 @@ void CoreBundleContext::RemoveListeners(const BundleContextPrivate& owner)
 
 void CoreBundleContext::Send(const FrameworkEvent& event) const
 {
-    ListenerTokenId heard = 0;
+    ListenerTokenId lastCalled = 0;
     const ListenerTokenId end = EndOfListeners();
-    while (const auto call = NextCall(heard, end)) {
+    while (const auto call = NextListener(lastCalled, end)) {
         try {
             (*call)(event);
         } catch (...) {
-            // Nobody is left to tell: the listeners are the ones who hear of errors.
+            // Errors are reported to listeners, so an error in a listener cannot be reported.
             continue;
         }
     }
@@ -230,15 +230,15 @@ ListenerTokenId CoreBundleContext::EndOfListeners() const
     return nextListenerId_;
 }
 
-std::shared_ptr<const FrameworkListener> CoreBundleContext::NextCall(ListenerTokenId& heard,
-                                                                     ListenerTokenId end) const
+std::shared_ptr<const FrameworkListener> CoreBundleContext::NextListener(ListenerTokenId& lastCalled,
+                                                                         ListenerTokenId end) const
 {
     const std::lock_guard lock(mutex_);
-    const auto next = listeners_.upper_bound(heard);
+    const auto next = listeners_.upper_bound(lastCalled);
     if (next == listeners_.end() || next->first >= end) {
         return nullptr;
     }
-    heard = next->first;
+    lastCalled = next->first;
     return next->second.call;
 }
 

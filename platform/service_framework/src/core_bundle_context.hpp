@@ -19,53 +19,55 @@ class BundleContextPrivate;
 class BundlePrivate;
 class FrameworkEvent;
 
-/// What the bundles of one framework share: the installed bundles, the services, the listeners, the
-/// properties.
+/// The state that the bundles of one framework share: bundles, services, listeners and properties.
 class CoreBundleContext : public std::enable_shared_from_this<CoreBundleContext>
 {
 public:
-    /// A framework with its system bundle. The result keeps it running: when the last copy goes, it stops.
+    /// Creates a framework with its system bundle. The framework stops when the last copy of the result is
+    /// destroyed.
     static std::shared_ptr<CoreBundleContext> Create(const FrameworkConfiguration& configuration);
 
     explicit CoreBundleContext(const FrameworkConfiguration& configuration);
 
-    /// This framework, kept running as Create does.
+    /// Returns a pointer that shares ownership with the result of Create.
     std::shared_ptr<CoreBundleContext> Running();
 
     AnyMap Properties() const;
-    /// Empty when there is none of that name.
+    /// Returns an empty value when there is no such property.
     Any Property(const std::string& key) const;
     ServiceRegistry& Services() noexcept { return services_; }
 
-    /// True between initialisation and stop.
+    /// Returns true between initialisation and stop.
     bool IsOpen() const noexcept { return open_; }
     void Open();
-    /// Stops all bundles, the last installed first, and forgets them. Needs no memory.
+    /// Stops all bundles, the last installed first, and removes them. Allocates no memory.
     void Close();
 
-    /// As BundleContext::InstallBundles does.
+    /// Implements BundleContext::InstallBundles.
     std::vector<std::shared_ptr<BundlePrivate>> Install(const std::string& location);
     void Remove(long bundleId);
     std::shared_ptr<BundlePrivate> SystemBundle() const { return systemBundle_; }
-    /// Null when there is none.
+    /// Returns null when there is no such bundle.
     std::shared_ptr<BundlePrivate> Find(long bundleId) const;
-    /// In order of installation, the system bundle first.
+    /// Returns the bundles in order of installation, the system bundle first.
     std::vector<std::shared_ptr<BundlePrivate>> All() const;
-    /// Those that were installed from this file.
+    /// Returns the bundles that were installed from this file.
     std::vector<std::shared_ptr<BundlePrivate>> AllFrom(const std::string& location) const;
 
     ListenerToken AddListener(const BundleContextPrivate& owner, const FrameworkListener& listener);
     void RemoveListener(const ListenerToken& token);
     void RemoveListeners(const BundleContextPrivate& owner);
-    /// Calls the listeners, outside all locks. Needs no memory itself.
+    /// Calls the listeners without holding a lock. Allocates no memory itself.
     void Send(const FrameworkEvent& event) const;
 
 private:
-    /// The bundle installed last before this one; at the end the system bundle.
+    /// Returns the bundle that was installed before this one, and finally the system bundle.
     std::shared_ptr<BundlePrivate> LastBefore(long bundleId) const;
     ListenerTokenId EndOfListeners() const;
-    /// What the first listener after `heard` is called by; null when there is none before `end`.
-    std::shared_ptr<const FrameworkListener> NextCall(ListenerTokenId& heard, ListenerTokenId end) const;
+    /// Returns the first listener whose id is above `lastCalled` and below `end`, and sets `lastCalled` to
+    /// its id; null when there is none.
+    std::shared_ptr<const FrameworkListener> NextListener(ListenerTokenId& lastCalled,
+                                                          ListenerTokenId end) const;
 
     struct Listener
     {

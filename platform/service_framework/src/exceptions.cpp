@@ -4,7 +4,8 @@
 
 #include <utility>
 
-// The destructors stand here so that each exception type has one home, and a catch finds it across libraries.
+// The destructors are defined out of line, so that each exception type has one type_info object and can be
+// caught across shared libraries.
 namespace cppmicroservices {
 
 ServiceException::ServiceException(const std::string& message, const Type& type)

@@ -17,10 +17,10 @@ namespace cppmicroservices {
 
 namespace {
 
-/// Deep enough for any filter written by hand or by a program; bounds the recursion on hostile ones.
+/// Maximum nesting depth; bounds the recursion for malicious filters.
 constexpr int maximumDepth = 100;
 
-bool isBlank(char c)
+bool isWhitespace(char c)
 {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
@@ -49,46 +49,47 @@ enum class Operator
 struct Expression
 {
     Operator op;
-    std::vector<Expression> operands;  // of And, Or and Not
-    std::string key;                   // of the comparisons
-    // The value, cut at its wildcards: "a*b" is {"a", "b"}, "*" is {"", ""}.
+    std::vector<Expression> operands;  // for And, Or and Not
+    std::string key;                   // for comparisons
+    // The value of a comparison, split at wildcards: {"a", "b"} for "a*b", {"", ""} for "*".
     std::vector<std::string> parts;
 };
 
-std::string withoutBlanksAndCase(std::string_view text)
+std::string lowerWithoutWhitespace(std::string_view input)
 {
     std::string result;
-    for (const char c : text) {
-        if (!isBlank(c)) {
+    for (const char c : input) {
+        if (!isWhitespace(c)) {
             result += lowered(c);
         }
     }
     return result;
 }
 
-bool matchesParts(std::string_view text, const std::vector<std::string>& parts)
+bool matchesParts(std::string_view input, const std::vector<std::string>& parts)
 {
     const std::string& first = parts.front();
     const std::string& last = parts.back();
     if (parts.size() == 1) {
-        return text == first;
+        return input == first;
     }
-    if (text.size() < first.size() + last.size() || !text.starts_with(first) || !text.ends_with(last)) {
+    if (input.size() < first.size() + last.size() || !input.starts_with(first) || !input.ends_with(last)) {
         return false;
     }
-    text.remove_prefix(first.size());
-    text.remove_suffix(last.size());
+    input.remove_prefix(first.size());
+    input.remove_suffix(last.size());
     for (auto part = parts.begin() + 1; part != parts.end() - 1; ++part) {
-        const std::size_t found = text.find(*part);
+        const std::size_t found = input.find(*part);
         if (found == std::string_view::npos) {
             return false;
         }
-        text.remove_prefix(found + part->size());
+        input.remove_prefix(found + part->size());
     }
     return true;
 }
 
-/// The value as one text. Only '=' knows wildcards: elsewhere they are a character after all others of ASCII.
+/// Returns the value as one string. Only '=' supports wildcards: for other operators each is a DEL character,
+/// which compares above all other ASCII characters.
 std::string wholeValue(const Expression& comparison)
 {
     std::string value = comparison.parts.front();
@@ -98,29 +99,31 @@ std::string wholeValue(const Expression& comparison)
     return value;
 }
 
-bool compareText(std::string_view text, const Expression& comparison)
+bool compareString(std::string_view input, const Expression& comparison)
 {
     switch (comparison.op) {
     case Operator::Equal:
-        return matchesParts(text, comparison.parts);
+        return matchesParts(input, comparison.parts);
     case Operator::Approximate:
-        return withoutBlanksAndCase(text) == withoutBlanksAndCase(wholeValue(comparison));
+        return lowerWithoutWhitespace(input) == lowerWithoutWhitespace(wholeValue(comparison));
     case Operator::LessOrEqual:
-        return text <= wholeValue(comparison);
+        return input <= wholeValue(comparison);
     default:
-        return text >= wholeValue(comparison);
+        return input >= wholeValue(comparison);
     }
 }
 
-/// Sets the number that a text begins with, after blanks and a plus sign; what follows it is ignored.
+/// Parses the number at the beginning of a string, after whitespace and a plus sign, and ignores the rest.
+/// Returns false when there is no number.
 template <class T>
-bool parseNumber(std::string_view text, T& number)
+bool parseNumber(std::string_view input, T& number)
 {
-    text.remove_prefix(static_cast<std::size_t>(std::ranges::find_if_not(text, isBlank) - text.begin()));
-    if (text.starts_with('+') && !text.starts_with("+-")) {
-        text.remove_prefix(1);
+    input.remove_prefix(
+        static_cast<std::size_t>(std::ranges::find_if_not(input, isWhitespace) - input.begin()));
+    if (input.starts_with('+') && !input.starts_with("+-")) {
+        input.remove_prefix(1);
     }
-    return std::from_chars(text.data(), text.data() + text.size(), number).ec == std::errc();
+    return std::from_chars(input.data(), input.data() + input.size(), number).ec == std::errc();
 }
 
 template <class T>
@@ -150,7 +153,7 @@ bool compareBool(bool flag, const Expression& comparison)
     return !ordering && equalIgnoringCase(wholeValue(comparison), flag ? "true" : "false");
 }
 
-/// Sets result when the value is one of the number types Ts.
+/// Compares the value and sets result when its type is one of the number types Ts; else returns false.
 template <class... Ts>
 bool compareAsNumber(const Any& value, const Expression& comparison, bool& result)
 {
@@ -172,28 +175,28 @@ bool compare(const Any& value, const Expression& comparison)
         if constexpr (std::is_same_v<std::decay_t<decltype(element)>, Any>) {
             return compare(element, comparison);
         } else {
-            return compareText(element, comparison);
+            return compareString(element, comparison);
         }
     };
-    const bool presence = comparison.op == Operator::Equal && comparison.parts.size() == 2 &&
-                          std::ranges::all_of(comparison.parts, &std::string::empty);
-    if (presence) {
+    const bool isPresenceTest = comparison.op == Operator::Equal && comparison.parts.size() == 2 &&
+                                std::ranges::all_of(comparison.parts, &std::string::empty);
+    if (isPresenceTest) {
         return true;
     }
-    if (const auto* text = any_cast<std::string>(&value)) {
-        return compareText(*text, comparison);
+    if (const auto* string = any_cast<std::string>(&value)) {
+        return compareString(*string, comparison);
     }
     if (const auto* literal = any_cast<const char*>(&value)) {
-        return compareText(*literal, comparison);
+        return compareString(*literal, comparison);
     }
     if (const auto* character = any_cast<char>(&value)) {
-        return compareText({character, 1}, comparison);
+        return compareString({character, 1}, comparison);
     }
-    if (const auto* texts = any_cast<std::vector<std::string>>(&value)) {
-        return std::ranges::any_of(*texts, compareElement);
+    if (const auto* strings = any_cast<std::vector<std::string>>(&value)) {
+        return std::ranges::any_of(*strings, compareElement);
     }
-    if (const auto* textList = any_cast<std::list<std::string>>(&value)) {
-        return std::ranges::any_of(*textList, compareElement);
+    if (const auto* stringList = any_cast<std::list<std::string>>(&value)) {
+        return std::ranges::any_of(*stringList, compareElement);
     }
     if (const auto* values = any_cast<std::vector<Any>>(&value)) {
         return std::ranges::any_of(*values, compareElement);
@@ -218,7 +221,7 @@ const Any* findProperty(const AnyMap& properties, const std::string& key, bool m
     return usable ? &found->second : nullptr;
 }
 
-/// The properties themselves. Throws std::runtime_error when two keys differ only in case.
+/// Returns the properties unchanged. Throws std::runtime_error when two keys differ only in case.
 const AnyMap& withDistinctKeys(const AnyMap& properties)
 {
     if (properties.GetType() == AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS) {
@@ -253,7 +256,7 @@ bool evaluate(const Expression& expression, const AnyMap& properties, bool match
     }
 }
 
-std::string_view operatorText(Operator op)
+std::string_view operatorSymbol(Operator op)
 {
     switch (op) {
     case Operator::And:
@@ -274,13 +277,13 @@ std::string_view operatorText(Operator op)
     return "";
 }
 
-void write(std::string& out, const Expression& expression)
+void append(std::string& out, const Expression& expression)
 {
     out += '(';
     out += expression.key;
-    out += operatorText(expression.op);
+    out += operatorSymbol(expression.op);
     for (const Expression& operand : expression.operands) {
-        write(out, operand);
+        append(out, operand);
     }
     for (std::size_t i = 0; i < expression.parts.size(); ++i) {
         if (i > 0) {
@@ -299,14 +302,14 @@ void write(std::string& out, const Expression& expression)
 class Parser
 {
 public:
-    explicit Parser(std::string_view text) : text_(text) {}
+    explicit Parser(std::string_view input) : input_(input) {}
 
     Expression parse()
     {
         Expression expression = parseFilter(0);
-        position_ = std::min(text_.find_first_not_of(' ', position_), text_.size());
+        position_ = std::min(input_.find_first_not_of(' ', position_), input_.size());
         if (!atEnd()) {
-            fail("text after the filter's end");
+            fail("unexpected content after the filter");
         }
         return expression;
     }
@@ -314,30 +317,30 @@ public:
 private:
     [[noreturn]] void fail(const std::string& reason) const
     {
-        throw std::invalid_argument("Malformed LDAP filter \"" + std::string(text_) + "\": " + reason +
+        throw std::invalid_argument("Malformed LDAP filter \"" + std::string(input_) + "\": " + reason +
                                     " at position " + std::to_string(position_));
     }
 
-    bool atEnd() const { return position_ == text_.size(); }
+    bool atEnd() const { return position_ == input_.size(); }
 
     char peek() const
     {
         if (atEnd()) {
             fail("unexpected end");
         }
-        return text_[position_];
+        return input_[position_];
     }
 
-    void skipBlanks()
+    void skipWhitespace()
     {
-        while (!atEnd() && isBlank(text_[position_])) {
+        while (!atEnd() && isWhitespace(input_[position_])) {
             ++position_;
         }
     }
 
     bool accept(std::string_view token)
     {
-        const bool found = text_.substr(position_).starts_with(token);
+        const bool found = input_.substr(position_).starts_with(token);
         position_ += found ? token.size() : 0;
         return found;
     }
@@ -355,9 +358,9 @@ private:
         if (depth > maximumDepth) {
             fail("nested deeper than " + std::to_string(maximumDepth));
         }
-        skipBlanks();
+        skipWhitespace();
         expect('(');
-        skipBlanks();
+        skipWhitespace();
         Expression expression = parseBody(depth);
         expect(')');
         return expression;
@@ -366,7 +369,7 @@ private:
     Expression parseBody(int depth)
     {
         for (const Operator op : {Operator::And, Operator::Or, Operator::Not}) {
-            if (accept(operatorText(op))) {
+            if (accept(operatorSymbol(op))) {
                 return {op, parseOperands(op, depth), {}, {}};
             }
         }
@@ -374,7 +377,7 @@ private:
         for (const Operator op :
              {Operator::Equal, Operator::Approximate, Operator::LessOrEqual, Operator::GreaterOrEqual})
         {
-            if (accept(operatorText(op))) {
+            if (accept(operatorSymbol(op))) {
                 return {op, {}, std::move(key), parseValue()};
             }
         }
@@ -387,7 +390,7 @@ private:
         std::vector<Expression> operands;
         do {
             operands.push_back(parseFilter(depth + 1));
-            skipBlanks();
+            skipWhitespace();
         } while (op != Operator::Not && peek() == '(');
         return operands;
     }
@@ -398,8 +401,8 @@ private:
         while (std::string_view("()<>=~").find(peek()) == std::string_view::npos) {
             ++position_;
         }
-        std::string_view key = text_.substr(start, position_ - start);
-        while (!key.empty() && isBlank(key.back())) {
+        std::string_view key = input_.substr(start, position_ - start);
+        while (!key.empty() && isWhitespace(key.back())) {
             key.remove_suffix(1);
         }
         if (key.empty()) {
@@ -408,7 +411,7 @@ private:
         return std::string(key);
     }
 
-    /// A backslash takes the next character as it is; parentheses may stand unescaped in pairs.
+    /// A backslash escapes the next character; balanced parentheses need no escape.
     std::vector<std::string> parseValue()
     {
         std::vector<std::string> parts(1);
@@ -427,7 +430,7 @@ private:
         return parts;
     }
 
-    std::string_view text_;
+    std::string_view input_;
     std::size_t position_ = 0;
 };
 
@@ -436,7 +439,7 @@ private:
 class LDAPFilterData
 {
 public:
-    explicit LDAPFilterData(std::string_view text) : root(Parser(text).parse()) {}
+    explicit LDAPFilterData(std::string_view input) : root(Parser(input).parse()) {}
 
     Expression root;
 };
@@ -467,11 +470,11 @@ bool LDAPFilter::MatchCase(const AnyMap& properties) const
 
 std::string LDAPFilter::ToString() const
 {
-    std::string text;
+    std::string result;
     if (d) {
-        write(text, d->root);
+        append(result, d->root);
     }
-    return text;
+    return result;
 }
 
 std::ostream& operator<<(std::ostream& os, const LDAPFilter& filter)

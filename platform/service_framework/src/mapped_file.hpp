@@ -11,7 +11,8 @@
 
 namespace cppmicroservices {
 
-/// A file's bytes, read only. Throws std::runtime_error naming the file when it cannot be read.
+/// A file mapped read-only into memory. The constructor throws std::runtime_error naming the file when it
+/// cannot be read.
 class MappedFile
 {
 public:

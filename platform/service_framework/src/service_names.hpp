@@ -5,7 +5,8 @@
 
 namespace cppmicroservices {
 
-/// A class name as services and components are known by: "::a::B" is a::B.
+/// Returns a class name without leading colons, the form in which services are registered: "a::B" for
+/// "::a::B".
 inline std::string_view withoutLeadingColons(std::string_view name)
 {
     name.remove_prefix(std::min(name.find_first_not_of(':'), name.size()));

@@ -23,7 +23,7 @@ long nextServiceId()
     return next++;
 }
 
-/// Null for a service without one.
+/// Returns the factory in an interface map; null when there is none.
 std::shared_ptr<ServiceFactory> factoryOf(const InterfaceMapConstPtr& objects)
 {
     const auto found = objects->find(detail::factoryInterfaceId);
@@ -64,28 +64,29 @@ int rankingOf(const AnyMap& properties)
     return *ranking;
 }
 
-/// The factories that are at work on this thread; a factory that asks for its own service is found here.
-thread_local std::vector<const ServiceRecord*> factoriesAtWork;
+/// The services whose factories are running on this thread, to detect a factory that requests its own
+/// service.
+thread_local std::vector<const ServiceRecord*> activeFactories;
 
 }  // namespace
 
-/// One use of a service by a bundle.
-class ServiceRecord::Hold
+/// A use of a service by a bundle, which ends on destruction.
+class ServiceRecord::Usage
 {
 public:
-    Hold(std::shared_ptr<ServiceRecord> record, std::weak_ptr<BundlePrivate> user)
+    Usage(std::shared_ptr<ServiceRecord> record, std::weak_ptr<BundlePrivate> user)
         : record_(std::move(record)), user_(std::move(user))
     {}
-    Hold(const Hold&) = delete;
-    Hold& operator=(const Hold&) = delete;
-    ~Hold()
+    Usage(const Usage&) = delete;
+    Usage& operator=(const Usage&) = delete;
+    ~Usage()
     {
         if (objects) {
             record_->Release(user_);
         }
     }
 
-    InterfaceMapConstPtr objects;  // null while the use has not begun
+    InterfaceMapConstPtr objects;  // null until the use begins
 
 private:
     const std::shared_ptr<ServiceRecord> record_;
@@ -123,7 +124,8 @@ std::shared_ptr<const AnyMap> ServiceRecord::MakeProperties(const ServicePropert
     }
     (*properties)[Constants::SERVICE_ID] = id_;
     (*properties)[Constants::OBJECTCLASS] = interfaces_;
-    // The component runtime registers its factories as singletons: one object serves all bundles.
+    // The component runtime sets "singleton" for its factories, because one component object serves all
+    // bundles.
     properties->emplace(Constants::SERVICE_SCOPE,
                         isFactory_ ? Constants::SCOPE_BUNDLE : Constants::SCOPE_SINGLETON);
     return properties;
@@ -175,9 +177,9 @@ bool ServiceRecord::IsUsedBy(const BundlePrivate& bundle) const
 
 InterfaceMapConstPtr ServiceRecord::Use(const std::shared_ptr<BundlePrivate>& user)
 {
-    const auto hold = std::make_shared<Hold>(shared_from_this(), user);
-    hold->objects = Acquire(user);
-    return hold->objects ? InterfaceMapConstPtr(hold, hold->objects.get()) : nullptr;
+    const auto usage = std::make_shared<Usage>(shared_from_this(), user);
+    usage->objects = Acquire(user);
+    return usage->objects ? InterfaceMapConstPtr(usage, usage->objects.get()) : nullptr;
 }
 
 InterfaceMapConstPtr ServiceRecord::Acquire(const std::shared_ptr<BundlePrivate>& user)
@@ -201,18 +203,18 @@ InterfaceMapConstPtr ServiceRecord::Acquire(const std::shared_ptr<BundlePrivate>
         return nullptr;
     }
     try {
-        auto standing = Enter(user, made);
-        if (standing != made.objects) {
+        auto current = AddUser(user, made);
+        if (current != made.objects) {
             GiveBack(*factory, user, made.objects);
         }
-        return standing;
+        return current;
     } catch (const std::bad_alloc&) {
         GiveBack(*factory, user, made.objects);
         throw;
     }
 }
 
-InterfaceMapConstPtr ServiceRecord::Enter(const std::shared_ptr<BundlePrivate>& user, const UserEntry& made)
+InterfaceMapConstPtr ServiceRecord::AddUser(const std::shared_ptr<BundlePrivate>& user, const UserEntry& made)
 {
     const std::lock_guard lock(mutex_);
     if (!objects_) {
@@ -229,23 +231,23 @@ InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePriv
                                                 ServiceFactory& factory)
 {
     const Bundle bundle = MakeBundle(user);
-    if (std::ranges::find(factoriesAtWork, this) != factoriesAtWork.end()) {
-        ReportError(bundle, "A service factory asked for its own service",
+    if (std::ranges::find(activeFactories, this) != activeFactories.end()) {
+        ReportError(bundle, "A service factory requested its own service",
                     ServiceException::FACTORY_RECURSION);
         return nullptr;
     }
-    factoriesAtWork.push_back(this);
-    const std::shared_ptr<void> done(nullptr, [](void*) { factoriesAtWork.pop_back(); });
+    activeFactories.push_back(this);
+    const std::shared_ptr<void> done(nullptr, [](void*) { activeFactories.pop_back(); });
     try {
         auto objects = factory.GetService(bundle, ServiceRegistrationBase(shared_from_this()));
         if (!objects || objects->empty()) {
-            ReportError(bundle, "A service factory made no object", ServiceException::FACTORY_ERROR);
+            ReportError(bundle, "A service factory returned no object", ServiceException::FACTORY_ERROR);
             return nullptr;
         }
         for (const std::string& interfaceId : interfaces_) {
             if (!objects->contains(interfaceId)) {
                 const std::string message =
-                    "A service factory made an object without the interface " + interfaceId;
+                    "A service factory returned no object for the interface " + interfaceId;
                 Report({FrameworkEvent::FRAMEWORK_WARNING, bundle, message,
                         std::make_exception_ptr(std::logic_error(message))});
                 return nullptr;
@@ -256,7 +258,7 @@ InterfaceMapConstPtr ServiceRecord::MakeObjects(const std::shared_ptr<BundlePriv
         Report({FrameworkEvent::FRAMEWORK_ERROR, error.GetBundle(), error.what(), std::current_exception()});
         throw;
     } catch (const std::bad_alloc&) {
-        throw;  // no defect of the factory: it may do better the next time
+        throw;  // not an error of the factory: the caller may try again
     } catch (const std::exception& error) {
         ReportError(bundle, error.what(), ServiceException::FACTORY_EXCEPTION);
     }
@@ -325,8 +327,8 @@ void ServiceRecord::GiveBack(ServiceFactory& factory, const User& user, const In
     } catch (const std::exception& error) {
         ReportError(MakeBundle(bundle), error.what(), ServiceException::FACTORY_EXCEPTION);
     } catch (...) {
-        // Must not leave here: the last pointer to the object may go in any destructor.
-        ReportError(MakeBundle(bundle), "A service factory threw something that is no std::exception",
+        // The last pointer to the object may be released in a destructor, so nothing may be thrown.
+        ReportError(MakeBundle(bundle), "A service factory threw an exception that is not a std::exception",
                     ServiceException::FACTORY_EXCEPTION);
     }
 }

@@ -19,9 +19,9 @@ class Bundle;
 class BundlePrivate;
 class FrameworkEvent;
 
-/// One registered service: its objects, properties and users. References keep the record after the service is
-/// unregistered, so that its properties stay readable. Threads may share it; no lock is held while a service
-/// factory runs.
+/// A registered service: its objects, properties and users. References share ownership of the record, so that
+/// the properties stay readable after the service is unregistered. Thread-safe; no lock is held while a
+/// service factory runs.
 class ServiceRecord : public std::enable_shared_from_this<ServiceRecord>
 {
 public:
@@ -31,29 +31,31 @@ public:
 
     const std::vector<std::string>& Interfaces() const noexcept { return interfaces_; }
 
-    /// True when this service comes before the other in a look-up.
+    /// Returns true if a lookup returns this service before the other.
     bool RanksBefore(const ServiceRecord& other) const noexcept;
 
     std::shared_ptr<const AnyMap> Properties() const;
-    /// What would stand in place of the properties; copies values, and with that runs code that is not ours.
+    /// Returns the properties for SwapProperties. Copies values, which may run code of other libraries, so
+    /// call it without holding a lock.
     std::shared_ptr<const AnyMap> MakeReplacement(const ServiceProperties& given) const;
-    /// Gives the service a replacement, its ranking included: only the registry may, as it keeps services in
-    /// order. Throws std::invalid_argument for a ranking that is no int, and changes nothing then.
+    /// Replaces the properties and the ranking. Only for the registry, which keeps services ordered by
+    /// ranking. Throws std::invalid_argument, and changes nothing, when the ranking is not an int.
     void SwapProperties(std::shared_ptr<const AnyMap>& other);
 
-    /// The registering bundle; null once the service is unregistered.
+    /// Returns the bundle that registered the service; null after it is unregistered.
     std::shared_ptr<BundlePrivate> Owner() const;
     std::vector<std::shared_ptr<BundlePrivate>> Users() const;
     bool IsUsedBy(const BundlePrivate& bundle) const;
 
-    /// The service's objects for a bundle, which is a user until the result and all its copies are gone; null
-    /// when there are none. Throws SharedLibraryException when a component's library does not load.
+    /// Returns the service's objects for a bundle, which is a user until all copies of the result are
+    /// destroyed; null when there are none. Throws SharedLibraryException when a component's library cannot
+    /// be loaded.
     InterfaceMapConstPtr Use(const std::shared_ptr<BundlePrivate>& user);
 
     /// Ends all uses by a bundle.
     void ReleaseAll(BundlePrivate& user);
 
-    /// Empties the record; false when it was empty already.
+    /// Unregisters the service; returns false when it was already unregistered.
     bool Unregister();
 
 private:
@@ -61,20 +63,20 @@ private:
     struct UserEntry
     {
         int uses = 0;
-        InterfaceMapConstPtr objects;  // what the factory made for this bundle
+        InterfaceMapConstPtr objects;  // created by the factory for this bundle
     };
-    class Hold;
+    class Usage;
 
     std::shared_ptr<const AnyMap> MakeProperties(const ServiceProperties& given) const;
     InterfaceMapConstPtr Acquire(const std::shared_ptr<BundlePrivate>& user);
-    /// Makes the bundle a user of the objects made for it, unless another thread was faster: the objects that
-    /// stand. Null when the service is unregistered by now.
-    InterfaceMapConstPtr Enter(const std::shared_ptr<BundlePrivate>& user, const UserEntry& made);
+    /// Makes the bundle a user of the objects created for it, unless another thread has done so in the
+    /// meantime. Returns the objects in use; null when the service is unregistered.
+    InterfaceMapConstPtr AddUser(const std::shared_ptr<BundlePrivate>& user, const UserEntry& made);
     InterfaceMapConstPtr MakeObjects(const std::shared_ptr<BundlePrivate>& user, ServiceFactory& factory);
     void Release(const User& user);
     void GiveBack(ServiceFactory& factory, const User& user, const InterfaceMapConstPtr& objects);
     void ReportError(const Bundle& origin, const std::string& message, ServiceException::Type type) const;
-    /// Tells the framework's listeners; quietly does nothing once the framework is gone.
+    /// Sends an event to the framework's listeners; does nothing after the framework is destroyed.
     void Report(const FrameworkEvent& event) const;
 
     const long id_;
@@ -84,10 +86,10 @@ private:
 
     mutable std::mutex mutex_;
     std::weak_ptr<BundlePrivate> owner_;
-    InterfaceMapConstPtr objects_;             // null once unregistered
-    std::shared_ptr<ServiceFactory> factory_;  // as well, and when there is none
+    InterfaceMapConstPtr objects_;             // null after the service is unregistered
+    std::shared_ptr<ServiceFactory> factory_;  // null as well for a service without a factory
     std::shared_ptr<const AnyMap> properties_;
-    // By weak pointers, as the address of a bundle that is gone may be given to another.
+    // Keyed by weak pointers, because the address of a destroyed bundle may be reused.
     std::map<User, UserEntry, std::owner_less<>> users_;
 };
 

@@ -15,11 +15,6 @@ bool ranksBefore(const std::shared_ptr<ServiceRecord>& left, const std::shared_p
     return left->RanksBefore(*right);
 }
 
-bool is(const std::shared_ptr<ServiceRecord>& candidate, const ServiceRecord& record)
-{
-    return candidate.get() == &record;
-}
-
 }  // namespace
 
 ServiceRegistrationU ServiceRegistry::Register(const BundleContextPrivate& context,
@@ -29,7 +24,8 @@ ServiceRegistrationU ServiceRegistry::Register(const BundleContextPrivate& conte
     const auto record = std::make_shared<ServiceRecord>(context.Owner(), objects, properties);
     try {
         Add(record);
-        context.Owner();  // throws when the bundle has stopped meanwhile, and may have missed this service
+        context
+            .Owner();  // throws when the bundle has stopped, perhaps before it could unregister this service
     } catch (...) {
         Unregister(*record);
         throw;
@@ -49,15 +45,15 @@ void ServiceRegistry::Add(const std::shared_ptr<ServiceRecord>& record)
 
 void ServiceRegistry::Remove(const ServiceRecord& record)
 {
-    const auto isIt = [&](const auto& candidate) { return is(candidate, record); };
+    const auto isRecord = [&](const auto& candidate) { return candidate.get() == &record; };
     const std::lock_guard lock(mutex_);
-    std::erase_if(all_, isIt);
+    std::erase_if(all_, isRecord);
     for (const std::string& interfaceId : record.Interfaces()) {
         const auto found = byInterface_.find(interfaceId);
         if (found == byInterface_.end()) {
             continue;
         }
-        std::erase_if(found->second, isIt);
+        std::erase_if(found->second, isRecord);
         if (found->second.empty()) {
             byInterface_.erase(found);
         }
@@ -141,7 +137,7 @@ std::vector<ServiceReferenceU> ServiceRegistry::UsedBy(const BundlePrivate& bund
 
 void ServiceRegistry::RemoveBundle(BundlePrivate& bundle)
 {
-    while (const auto record = OneOf(bundle)) {
+    while (const auto record = FindServiceOf(bundle)) {
         if (record->Owner().get() == &bundle) {
             Unregister(*record);
         } else {
@@ -150,7 +146,7 @@ void ServiceRegistry::RemoveBundle(BundlePrivate& bundle)
     }
 }
 
-std::shared_ptr<ServiceRecord> ServiceRegistry::OneOf(const BundlePrivate& bundle) const
+std::shared_ptr<ServiceRecord> ServiceRegistry::FindServiceOf(const BundlePrivate& bundle) const
 {
     const std::lock_guard lock(mutex_);
     const auto found = std::ranges::find_if(all_, [&](const auto& record) {

@@ -23,7 +23,8 @@ void* load(const std::string& file, int options)
     throw std::system_error(std::make_error_code(code), "Cannot load the library " + file + ": " + reason);
 }
 
-/// The libraries of the process. Never destroyed: components may still end while the process does.
+/// The libraries loaded by the process. Never destroyed, because components may be deactivated during process
+/// exit.
 struct LoadedLibraries
 {
     std::mutex mutex;
@@ -52,7 +53,8 @@ const SharedLibrary& SharedLibrary::Load(const std::string& file, int options)
             return found->second;
         }
     }
-    // Outside the lock, as it runs code of the library. Threads that load one file at once get one handle.
+    // Not under the lock, because it runs initialisers of the library. dlopen returns the same handle to
+    // threads that load the same file concurrently.
     SharedLibrary loaded(file, load(file, options));
     const std::lock_guard lock(libraries.mutex);
     return libraries.byFile.emplace(file, std::move(loaded)).first->second;

@@ -4,27 +4,26 @@
 
 namespace cppmicroservices {
 
-/// A bundle's library. Once loaded it stays until the process ends: what came from its code may be kept
-/// anywhere, and what it keeps itself is still there when its bundle starts again.
+/// A bundle's library. It stays loaded until the process exits: others may hold objects that use its code,
+/// and its static variables keep their values when the bundle is started again.
 class SharedLibrary
 {
 public:
-    /// What dlopen is told unless the framework's configuration says otherwise: to keep the library's symbols
-    /// to itself.
+    /// Default flags for dlopen: lazy binding, symbols not visible to other libraries.
     static const int defaultLoadOptions;
 
-    /// The library of a file, loaded at the first call with these options of dlopen; the same one ever after,
-    /// whatever becomes of the file. Throws std::system_error with the loader's words.
+    /// Loads a library. options are flags for dlopen. Later calls with the same file name return the same
+    /// library, even if the file has changed. Throws std::system_error with the message of dlerror.
     static const SharedLibrary& Load(const std::string& file, int options);
 
-    /// A function of the library; null when it has none of that name.
+    /// Returns an exported function of the library; null when there is none with that name.
     template <class Function>
     Function* Find(const std::string& name) const
     {
         return reinterpret_cast<Function*>(Symbol(name));
     }
 
-    /// As above. Throws std::runtime_error naming file and function when it has none.
+    /// As above, but throws std::runtime_error naming file and function when there is none.
     template <class Function>
     Function* Get(const std::string& name) const
     {

@@ -7,7 +7,7 @@
 
 namespace cppmicroservices {
 
-/// The framework as a bundle: its start and stop are the framework's.
+/// The framework as a bundle: starting and stopping it starts and stops the framework.
 class SystemBundle final : public BundlePrivate
 {
 public:
@@ -18,7 +18,7 @@ public:
     void Stop() override;
     void Uninstall() override;
 
-    /// False when the time has passed first; 0 waits without end.
+    /// Waits until the framework has stopped; a timeout of 0 waits without limit. Returns false on a timeout.
     bool WaitForStop(std::chrono::milliseconds timeout);
 
 private:

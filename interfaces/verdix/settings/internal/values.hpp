@@ -8,22 +8,22 @@
 #include <string>
 #include <vector>
 
-/// Factory values and rules, made in one call.
+/// Functions that create factory values.
 namespace verdix::settings::internal {
 
-/// One declarative value-validator record, as the settings core keeps it.
+/// A value validator of a setting.
 using SettingValueValidator = ::settings::core::SettingValueValidator::ConfigData;
 
-/// A character vector: a 1-by-N row of UTF-16 units, 1-by-0 for the empty text. The narrow form takes UTF-8.
+/// Creates a character vector, 1-by-N UTF-16 code units, from UTF-8 or UTF-16; 1-by-0 for an empty string.
 ///@{
 [[nodiscard]] VX_API foundation::verdixdata::Array charvec(std::string&& text);
 [[nodiscard]] VX_API foundation::verdixdata::Array charvec(std::u16string&& text);
 ///@}
 
-/// A 1-by-N cell of character vectors out of UTF-8 texts.
+/// Creates a 1-by-N cell of character vectors from UTF-8 strings.
 [[nodiscard]] VX_API foundation::verdixdata::Array cellstr(std::vector<std::string>&& texts);
 
-/// A cell of the dimensions given, its elements unassigned.
+/// Creates a cell with unassigned elements.
 [[nodiscard]] VX_API foundation::verdixdata::Array cell(const std::vector<std::size_t>& dimensions);
 
 }  // namespace verdix::settings::internal

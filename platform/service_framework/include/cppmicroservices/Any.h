@@ -18,7 +18,8 @@ namespace cppmicroservices {
 
 class Any;
 
-/// Writes a value as text; found by argument-dependent look-up, so a type of your own may bring its overload.
+/// Writes a value to a stream. Any calls it by argument-dependent lookup, so an overload for a user-defined
+/// type is found in the namespace of that type.
 template <class T>
 std::ostream& any_value_to_string(std::ostream& os, const T& value)
 {
@@ -50,7 +51,7 @@ class US_Framework_EXPORT Any
 public:
     Any() = default;
 
-    // Implicit, as property lists are written {{"key", value}}.
+    // Implicit, so that property lists can be written as {{"key", value}}.
     template <class T, class = std::enable_if_t<!std::is_same_v<std::remove_cvref_t<T>, Any>>>
     Any(T&& value) : content_(std::make_unique<Holder<std::remove_cvref_t<T>>>(std::forward<T>(value)))
     {}
@@ -69,13 +70,13 @@ public:
 
     bool Empty() const noexcept { return !content_; }
 
-    /// The type of the value; void when empty.
+    /// Returns the type of the value; void when empty.
     const std::type_info& Type() const noexcept { return content_ ? content_->Type() : typeid(void); }
 
-    /// The value as text. Throws std::logic_error when empty.
+    /// Returns the value as a string. Throws std::logic_error when empty.
     std::string ToString() const;
 
-    /// The value as text; "" when empty.
+    /// Returns the value as a string; "" when empty.
     std::string ToStringNoExcept() const;
 
     bool operator==(const Any& other) const
@@ -83,7 +84,7 @@ public:
         return content_ && other.content_ ? content_->Equals(other) : Empty() && other.Empty();
     }
 
-    /// True when a T equal to the given one is held; never true for types that cannot be compared.
+    /// Returns true if this holds a T that equals value. Always false when T is not equality comparable.
     template <class T>
     bool operator==(const T& value) const;
 
@@ -103,9 +104,9 @@ private:
         explicit Holder(T initial) : value(std::move(initial)) {}
         std::string ToString() const override
         {
-            std::ostringstream text;
-            any_value_to_string(text, value);
-            return text.str();
+            std::ostringstream stream;
+            any_value_to_string(stream, value);
+            return stream.str();
         }
         const std::type_info& Type() const noexcept override { return typeid(T); }
         std::unique_ptr<Placeholder> Clone() const override { return std::make_unique<Holder>(value); }
@@ -138,7 +139,7 @@ namespace detail {
                                                                const std::type_info& target);
 }
 
-/// The value when a T is held, else null.
+/// Returns a pointer to the value; null when it is not a T.
 template <class T>
 T* any_cast(Any* operand) noexcept
 {
@@ -153,7 +154,7 @@ const T* any_cast(const Any* operand) noexcept
     return any_cast<T>(const_cast<Any*>(operand));
 }
 
-/// The value itself, without a copy. Throws BadAnyCastException when no T is held.
+/// Returns a reference to the value. Throws BadAnyCastException when it is not a T.
 template <class T>
 const T& ref_any_cast(const Any& operand)
 {
@@ -169,7 +170,7 @@ T& ref_any_cast(Any& operand)
     return const_cast<T&>(ref_any_cast<T>(std::as_const(operand)));
 }
 
-/// A copy of the value. Throws BadAnyCastException when no T is held.
+/// Returns a copy of the value. Throws BadAnyCastException when it is not a T.
 template <class T>
 T any_cast(const Any& operand)
 {

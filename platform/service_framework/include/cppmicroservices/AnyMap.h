@@ -13,7 +13,7 @@ namespace cppmicroservices {
 
 namespace detail {
 
-/// Orders keys as they are or without regard to the case of ASCII letters.
+/// Orders keys bytewise, optionally ignoring the case of ASCII letters.
 struct US_Framework_EXPORT AnyMapLess
 {
     bool ignoreCase = false;
@@ -22,8 +22,8 @@ struct US_Framework_EXPORT AnyMapLess
 
 }  // namespace detail
 
-/// Text keys to values; a manifest's headers and a service's properties. Iterates in key order, whatever the
-/// map type says.
+/// Maps strings to values, for the headers of a manifest and the properties of a service. Iterates in key
+/// order, even as UNORDERED_MAP.
 class US_Framework_EXPORT AnyMap
 {
     using Storage = std::map<std::string, Any, detail::AnyMapLess>;

@@ -21,8 +21,8 @@ template <class S>
 class ServiceReference;
 using ServiceReferenceU = ServiceReference<void>;
 
-/// A handle to an installed bundle. Handles to one bundle are equal; an empty handle tests false, and its
-/// operations throw std::invalid_argument.
+/// A handle to an installed bundle. Handles to the same bundle are equal. An empty handle tests false, and
+/// its operations throw std::invalid_argument.
 class US_Framework_EXPORT Bundle
 {
 public:
@@ -46,36 +46,37 @@ public:
 
     explicit operator bool() const noexcept { return d != nullptr; }
     bool operator==(const Bundle& other) const noexcept { return d == other.d; }
-    /// By id; an empty handle comes after all others.
+    /// Orders handles by bundle id, empty handles last.
     bool operator<(const Bundle& other) const;
 
     State GetState() const;
-    /// Empty unless the bundle is starting, active or stopping.
+    /// Returns an empty context unless the bundle is starting, active or stopping.
     BundleContext GetBundleContext() const;
     long GetBundleId() const;
     std::string GetLocation() const;
     std::string GetSymbolicName() const;
     BundleVersion GetVersion() const;
-    /// The manifest. Objects are AnyMap, arrays std::vector<Any>, whole numbers int. Null, and whole numbers
-    /// beyond int, are left out.
+    /// Returns the manifest. Objects are AnyMap, arrays std::vector<Any>, integers int. Null values and
+    /// integers outside the range of int are left out.
     const AnyMap& GetHeaders() const;
     /// Throws std::logic_error when the bundle is uninstalled.
     std::vector<ServiceReferenceU> GetRegisteredServices() const;
-    /// As above.
+    /// Throws std::logic_error when the bundle is uninstalled.
     std::vector<ServiceReferenceU> GetServicesInUse() const;
 
-    /// Starts the bundle and offers the services of its components; loads its library only when a component
-    /// is immediate. An immediate component that throws is reported as a FRAMEWORK_ERROR, and is tried again when
-    /// its service is asked for. Throws std::runtime_error when the manifest asks for what this framework cannot
-    /// do or the framework is stopped, SharedLibraryException when the library does not load,
-    /// std::logic_error when the bundle is uninstalled.
+    /// Starts the bundle and registers the services of its components. Loads its library only when a
+    /// component is immediate. If an immediate component throws, a FRAMEWORK_ERROR event is sent, and the
+    /// next request for its service activates it again. Throws std::runtime_error when the manifest needs a
+    /// feature that this framework lacks or the framework is stopped, SharedLibraryException when the library
+    /// cannot be loaded, std::logic_error when the bundle is uninstalled.
     void Start();
 
-    /// Withdraws the bundle's services and deactivates its components. An object that is still held works on:
-    /// the library stays loaded. Throws std::logic_error when the bundle is uninstalled.
+    /// Unregisters the bundle's services and deactivates its components. Service objects that callers still
+    /// hold stay usable, because the library stays loaded. Throws std::logic_error when the bundle is
+    /// uninstalled.
     void Stop();
 
-    /// Stops the bundle and removes it. Throws std::logic_error when it is uninstalled already.
+    /// Stops the bundle and removes it. Throws std::logic_error when it is already uninstalled.
     void Uninstall();
 
 protected:

@@ -24,7 +24,7 @@ class ServiceObjects;
 
 namespace detail {
 
-/// The identifier of S. Throws ServiceException when it is empty.
+/// Returns the interface identifier of S. Throws ServiceException when it is empty.
 template <class S>
 const std::string& DeclaredInterfaceId()
 {
@@ -40,37 +40,39 @@ US_Framework_EXPORT BundleContext MakeBundleContext(BundleContextPrivate* contex
 
 }  // namespace detail
 
-/// What a running bundle may do. Every operation throws IllegalStateException when the context is empty or
-/// its bundle has stopped.
+/// The access of a running bundle to the framework. Every operation throws IllegalStateException when the
+/// context is empty or its bundle has stopped.
 class US_Framework_EXPORT BundleContext
 {
 public:
     BundleContext();
 
     explicit operator bool() const;
-    /// Contexts that are empty or whose bundle has stopped are equal, and come after all others.
+    /// Contexts that are empty or whose bundle has stopped are equal to each other and ordered after all
+    /// others.
     bool operator==(const BundleContext& other) const;
     bool operator<(const BundleContext& other) const;
     BundleContext& operator=(std::nullptr_t);
 
-    /// A framework property; empty when there is none.
+    /// Returns a framework property; empty when there is none.
     Any GetProperty(const std::string& key) const;
     AnyMap GetProperties() const;
 
     Bundle GetBundle() const;
-    /// Empty when there is no bundle of that id.
+    /// Returns an empty handle when there is no bundle with that id.
     Bundle GetBundle(long id) const;
     std::vector<Bundle> GetBundles(const std::string& location) const;
     std::vector<Bundle> GetBundles() const;
 
-    /// Installs what a bundle file (shared library with a zip archive appended) holds. While bundles from it
-    /// are installed, they are returned as they are, whatever became of the file. Throws std::runtime_error
-    /// naming the file and what is wrong with it.
+    /// Installs the bundles in a bundle file (a shared library with a zip archive appended) and returns them.
+    /// If bundles from this file are already installed, returns them without reading the file again. Throws
+    /// std::runtime_error naming the file and the reason.
     std::vector<Bundle> InstallBundles(const std::string& location);
 
-    /// Offers objects, or a factory under its key, by interface identifier. Throws std::invalid_argument when
-    /// the map is empty or holds a null object or when service.ranking is not an int, std::runtime_error when
-    /// two keys differ only in case.
+    /// Registers service objects by interface identifier; for a service factory, the map also has the key
+    /// "org.cppmicroservices.factory". Throws std::invalid_argument when the map is empty or holds a null
+    /// object or when service.ranking is not an int, std::runtime_error when two property keys differ only in
+    /// case.
     [[nodiscard]] ServiceRegistrationU RegisterService(const InterfaceMapConstPtr& service,
                                                        const ServiceProperties& properties = {});
 
@@ -89,12 +91,13 @@ public:
                                properties);
     }
 
-    /// References to the services of an interface (all when it is empty) that the LDAP filter admits, highest
-    /// first. Throws std::invalid_argument when the filter is malformed.
+    /// Returns references to the services of an interface (of all interfaces when interfaceId is empty) that
+    /// match the LDAP filter, highest ranking first. Throws std::invalid_argument when the filter is
+    /// malformed.
     std::vector<ServiceReferenceU> GetServiceReferences(const std::string& interfaceId,
                                                         const std::string& filter = {});
 
-    /// As above. Throws ServiceException when S has an empty identifier.
+    /// As above, for the interface S. Also throws ServiceException when the identifier of S is empty.
     template <class S>
     std::vector<ServiceReference<S>> GetServiceReferences(const std::string& filter = {})
     {
@@ -102,7 +105,7 @@ public:
         return {untyped.begin(), untyped.end()};
     }
 
-    /// The highest reference; empty when there is no service.
+    /// Returns the reference with the highest ranking; empty when there is no service.
     ServiceReferenceU GetServiceReference(const std::string& interfaceId);
 
     template <class S>
@@ -111,13 +114,14 @@ public:
         return GetServiceReference(detail::DeclaredInterfaceId<S>());
     }
 
-    /// The service object under the reference's interface, in use by this bundle until the pointer and all
-    /// its copies are gone; null when the service cannot be had. Throws std::invalid_argument when the
-    /// reference is empty, SharedLibraryException when a component's library does not load, and what a
-    /// service factory throws that is no std::exception.
+    /// Returns the service object for the reference's interface; null when the service is not available. The
+    /// bundle uses the service until all copies of the pointer are destroyed. Throws std::invalid_argument
+    /// when the reference is empty, SharedLibraryException when a component's library cannot be loaded. Of
+    /// the exceptions of a service factory, passes on only std::bad_alloc and those that are not a
+    /// std::exception.
     std::shared_ptr<void> GetService(const ServiceReferenceBase& reference);
 
-    /// All objects of the service.
+    /// Returns the objects of the service by interface identifier.
     InterfaceMapConstPtr GetService(const ServiceReferenceU& reference);
 
     template <class S>
@@ -127,7 +131,8 @@ public:
         return std::static_pointer_cast<S>(GetService(base));
     }
 
-    /// Throws std::invalid_argument when the reference is empty. Needs <cppmicroservices/ServiceObjects.h>.
+    /// Throws std::invalid_argument when the reference is empty. Requires
+    /// <cppmicroservices/ServiceObjects.h>.
     template <class S>
     ServiceObjects<S> GetServiceObjects(const ServiceReference<S>& reference)
     {

@@ -12,7 +12,7 @@ namespace cppmicroservices {
 class BundleContextPrivate;
 }
 
-/// Defines the two functions that carry the bundle's context. Stands once in a bundle, at global scope.
+/// Defines the functions that store and return the bundle's context. Use it once per bundle, at global scope.
 #define CPPMICROSERVICES_INITIALIZE_BUNDLE                                                                   \
     static std::atomic<cppmicroservices::BundleContextPrivate*> US_CTX_INS(US_BUNDLE_NAME){};                \
     extern "C" cppmicroservices::BundleContextPrivate* US_GET_CTX_FUNC(US_BUNDLE_NAME)();                    \

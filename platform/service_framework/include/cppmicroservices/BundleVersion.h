@@ -7,7 +7,7 @@
 
 namespace cppmicroservices {
 
-/// major.minor.micro.qualifier; missing parts are 0 and "".
+/// A version major.minor.micro.qualifier. Missing numbers are 0, a missing qualifier is "".
 class US_Framework_EXPORT BundleVersion
 {
 public:
@@ -16,8 +16,8 @@ public:
     BundleVersion(unsigned int majorVersion, unsigned int minorVersion, unsigned int microVersion,
                   std::string qualifier = {});
 
-    /// Parses text such as "1.2.3.beta". Throws std::invalid_argument, naming the text, when it is no
-    /// version.
+    /// Parses a string such as "1.2.3.beta". Throws std::invalid_argument, quoting the string, when it is not
+    /// a version.
     BundleVersion(const std::string& version);
 
     unsigned int GetMajor() const noexcept { return major_; }
@@ -29,7 +29,8 @@ public:
 
     bool operator==(const BundleVersion&) const = default;
 
-    /// Below, at or above 0 when this version is lower, equal or higher.
+    /// Returns a negative number, 0 or a positive number when this version is lower than, equal to or higher
+    /// than other.
     int Compare(const BundleVersion& other) const;
 
 private:

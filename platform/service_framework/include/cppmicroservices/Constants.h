@@ -14,16 +14,16 @@ US_Framework_EXPORT extern const std::string BUNDLE_ACTIVATOR;
 US_Framework_EXPORT extern const std::string BUNDLE_SYMBOLICNAME;
 US_Framework_EXPORT extern const std::string BUNDLE_VERSION;
 
-/// Framework properties (BundleContext::GetProperty) that a configuration may give; each has a default.
-/// int: what dlopen is told when a bundle's library is loaded.
+/// Framework properties (BundleContext::GetProperty) that a configuration may set; each has a default.
+/// int: the dlopen flags with which a bundle's library is loaded.
 US_Framework_EXPORT extern const std::string LIBRARY_LOAD_OPTIONS;
-/// These three are for bundles: this framework writes no log and stores nothing.
+/// The next three are only passed on to bundles: this framework neither logs nor stores files.
 US_Framework_EXPORT extern const std::string FRAMEWORK_LOG;
 US_Framework_EXPORT extern const std::string FRAMEWORK_STORAGE;
 US_Framework_EXPORT extern const std::string FRAMEWORK_WORKING_DIR;
 
-/// Framework properties that the framework gives itself: the name of this run of it, that threads may use it, who
-/// made it, and its version.
+/// Framework properties that the framework sets: a UUID that is new at each start, "multi" for
+/// multi-threaded, the name of the implementation, and its version.
 US_Framework_EXPORT extern const std::string FRAMEWORK_UUID;
 US_Framework_EXPORT extern const std::string FRAMEWORK_THREADING_SUPPORT;
 US_Framework_EXPORT extern const std::string FRAMEWORK_VENDOR;
@@ -31,9 +31,9 @@ US_Framework_EXPORT extern const std::string FRAMEWORK_VERSION;
 
 /// std::vector<std::string>: the interfaces that a service was registered under.
 US_Framework_EXPORT extern const std::string OBJECTCLASS;
-/// long: unique, ascending in order of registration.
+/// long: unique, ascending in the order of registration.
 US_Framework_EXPORT extern const std::string SERVICE_ID;
-/// int, 0 when absent: the higher, the earlier in a look-up.
+/// int, 0 when absent: a lookup returns the services with the highest ranking first.
 US_Framework_EXPORT extern const std::string SERVICE_RANKING;
 US_Framework_EXPORT extern const std::string SERVICE_SCOPE;
 US_Framework_EXPORT extern const std::string SCOPE_SINGLETON;

@@ -9,7 +9,7 @@
 
 namespace cppmicroservices {
 
-/// What a framework listener is told.
+/// An event that the framework sends to its listeners.
 class US_Framework_EXPORT FrameworkEvent
 {
 public:

@@ -10,7 +10,7 @@ namespace cppmicroservices {
 
 class Framework;
 
-/// Properties of a framework; BundleContext::GetProperty hands them out.
+/// The properties of a framework, which BundleContext::GetProperty returns.
 using FrameworkConfiguration = std::unordered_map<std::string, Any>;
 
 class US_Framework_EXPORT FrameworkFactory

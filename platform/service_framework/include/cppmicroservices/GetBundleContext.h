@@ -11,7 +11,7 @@ extern "C" cppmicroservices::BundleContextPrivate* US_GET_CTX_FUNC(US_BUNDLE_NAM
 
 namespace cppmicroservices {
 
-/// The context of the calling bundle; empty before its library is loaded by the framework.
+/// Returns the context of the calling bundle; empty until the framework has loaded its library.
 static inline BundleContext GetBundleContext()
 {
     BundleContextPrivate* context = US_GET_CTX_FUNC(US_BUNDLE_NAME)();

@@ -15,7 +15,7 @@
 #define US_CONCAT_(x, y) x##y
 #define US_CONCAT(x, y) US_CONCAT_(x, y)
 
-// Names of the functions and of the variable that carry a bundle's context; bsn is the bundle's symbolic
+// Names of the variable that stores a bundle's context and of its accessors; bsn is the bundle's symbolic
 // name.
 #define US_GET_CTX_PREFIX _us_get_bundle_context_instance_
 #define US_SET_CTX_PREFIX _us_set_bundle_context_instance_

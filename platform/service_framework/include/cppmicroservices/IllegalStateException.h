@@ -7,7 +7,7 @@
 
 namespace cppmicroservices {
 
-/// An operation on a bundle context that is empty or whose bundle has stopped.
+/// Thrown by operations on a bundle context that is empty or whose bundle has stopped.
 class US_Framework_EXPORT IllegalStateException final : public std::runtime_error
 {
 public:

@@ -13,15 +13,15 @@ class Bundle;
 class LDAPFilterData;
 class ServiceReferenceBase;
 
-/// A filter over properties in the string form of RFC 1960, such as
-/// (&(objectclass=a::B)(!(service.ranking>=1))). Keys are compared without regard to case. An empty filter
-/// tests false and matches nothing.
+/// A filter for properties in the string representation of RFC 1960, such as
+/// (&(objectclass=a::B)(!(service.ranking>=1))). Keys are case-insensitive. An empty filter tests false and
+/// matches nothing.
 class US_Framework_EXPORT LDAPFilter
 {
 public:
     LDAPFilter();
 
-    /// Throws std::invalid_argument, with the reason and the position, when the text is no filter.
+    /// Parses a filter. Throws std::invalid_argument, with the reason and the position, when it is malformed.
     LDAPFilter(const std::string& filter);
 
     explicit operator bool() const noexcept { return d != nullptr; }
@@ -30,10 +30,10 @@ public:
     bool Match(const Bundle& bundle) const;
     /// Throws std::runtime_error when two keys differ only in case.
     bool Match(const AnyMap& properties) const;
-    /// As Match, but with regard to the case of keys.
+    /// As Match, but keys are case-sensitive.
     bool MatchCase(const AnyMap& properties) const;
 
-    /// The filter in its normal form, without needless blanks.
+    /// Returns the filter in its normal form, without optional whitespace.
     std::string ToString() const;
 
     bool operator==(const LDAPFilter& other) const { return ToString() == other.ToString(); }

@@ -9,7 +9,7 @@ namespace cppmicroservices {
 
 using ListenerTokenId = std::uint64_t;
 
-/// Names one added listener, for BundleContext::RemoveListener.
+/// Identifies an added listener for BundleContext::RemoveListener.
 class US_Framework_EXPORT ListenerToken
 {
 public:

@@ -7,7 +7,7 @@
 
 namespace cppmicroservices {
 
-/// A failure of the service machinery; the type says of which part.
+/// An error while a service is registered or requested; the type gives the cause.
 class US_Framework_EXPORT ServiceException : public std::runtime_error
 {
 public:

@@ -7,18 +7,18 @@ namespace cppmicroservices {
 
 class Bundle;
 
-/// Makes a service's objects on demand: once for each using bundle, at its first look-up.
+/// Creates service objects on demand, once for each bundle, when the bundle first requests the service.
 class ServiceFactory
 {
 public:
     virtual ~ServiceFactory() = default;
 
-    /// The objects for a bundle; null when there are none. May throw, which the bundle sees as null and the
-    /// framework's listeners as FRAMEWORK_ERROR.
+    /// Returns the service objects for a bundle; null when there are none. If it throws, the bundle gets null
+    /// and the framework sends a FRAMEWORK_ERROR event.
     virtual InterfaceMapConstPtr GetService(const Bundle& bundle,
                                             const ServiceRegistrationBase& registration) = 0;
 
-    /// The bundle has let go of its last object, or the service was unregistered.
+    /// Called when the bundle has released its last object or the service was unregistered.
     virtual void UngetService(const Bundle& bundle, const ServiceRegistrationBase& registration,
                               const InterfaceMapConstPtr& service) = 0;
 };

@@ -15,7 +15,7 @@ namespace cppmicroservices {
 
 class ServiceFactory;
 
-/// One service's objects by interface identifier.
+/// The objects of one service by interface identifier.
 using InterfaceMap = std::unordered_map<std::string, std::shared_ptr<void>>;
 using InterfaceMapPtr = std::shared_ptr<InterfaceMap>;
 using InterfaceMapConstPtr = std::shared_ptr<const InterfaceMap>;
@@ -24,14 +24,14 @@ namespace detail {
 
 US_Framework_EXPORT std::string GetDemangledName(const std::type_info& type);
 
-/// The key under which an interface map carries a service factory.
+/// The key of a service factory in an interface map.
 inline constexpr const char* factoryInterfaceId = "org.cppmicroservices.factory";
 
 }  // namespace detail
 }  // namespace cppmicroservices
 
-/// The identifier of a service interface: the demangled name of the type, unless
-/// CPPMICROSERVICES_DECLARE_SERVICE_INTERFACE gives another. Empty for void.
+/// Returns the identifier of a service interface: the demangled name of the type, unless
+/// CPPMICROSERVICES_DECLARE_SERVICE_INTERFACE declares another. Empty for void.
 template <class T>
 const std::string& us_service_interface_iid()
 {
@@ -46,7 +46,7 @@ inline const std::string& us_service_interface_iid<void>()
     return name;
 }
 
-/// Gives a service interface its identifier. Stands at global scope.
+/// Declares the identifier of a service interface. Use it at global scope.
 #define CPPMICROSERVICES_DECLARE_SERVICE_INTERFACE(_service_interface_type, _service_interface_id)           \
     template <>                                                                                              \
     inline const std::string& us_service_interface_iid<_service_interface_type>()                            \
@@ -57,8 +57,8 @@ inline const std::string& us_service_interface_iid<void>()
 
 namespace cppmicroservices {
 
-/// Converts to the interface map of an object that implements Interfaces, or of a factory that makes such
-/// objects. Throws ServiceException when the factory is null.
+/// Builds the interface map of an object that implements Interfaces, or of a factory that creates such
+/// objects; convert to InterfaceMapPtr to get the map. Throws ServiceException when the factory is null.
 template <class... Interfaces>
 class MakeInterfaceMap
 {
@@ -86,7 +86,7 @@ private:
     InterfaceMapPtr map_;
 };
 
-/// The object under Interface's identifier; null when there is none.
+/// Returns the object for Interface; null when there is none.
 template <class Interface>
 std::shared_ptr<Interface> ExtractInterface(const InterfaceMapConstPtr& map)
 {
@@ -94,7 +94,7 @@ std::shared_ptr<Interface> ExtractInterface(const InterfaceMapConstPtr& map)
     return found == map->end() ? nullptr : std::static_pointer_cast<Interface>(found->second);
 }
 
-/// The object under an identifier, any object when it is empty; null when there is none.
+/// Returns the object for an identifier, or any object when the identifier is empty; null when there is none.
 inline std::shared_ptr<void> ExtractInterface(const InterfaceMapConstPtr& map, const std::string& interfaceId)
 {
     if (!map || map->empty()) {
@@ -104,7 +104,7 @@ inline std::shared_ptr<void> ExtractInterface(const InterfaceMapConstPtr& map, c
     return found == map->end() ? nullptr : found->second;
 }
 
-/// A factory as BundleContext::RegisterService takes it.
+/// Converts a factory to the pointer type that BundleContext::RegisterService expects.
 template <class T>
 std::shared_ptr<ServiceFactory> ToFactory(const std::shared_ptr<T>& factory)
 {

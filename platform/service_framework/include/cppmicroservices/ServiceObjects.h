@@ -21,7 +21,7 @@ protected:
     ~ServiceObjectsBase();
 
     std::shared_ptr<void> GetService() const;
-    /// Each object in the map keeps the service in use, with the map or without it.
+    /// Each object in the map shares ownership of the use of the service, even after the map is destroyed.
     InterfaceMapConstPtr GetServiceInterfaceMap() const;
     const ServiceReferenceBase& GetReference() const noexcept { return reference_; }
 
@@ -32,12 +32,13 @@ private:
     ServiceReferenceBase reference_;
 };
 
-/// Hands out the objects of one service. Each stays in use until its pointer and all copies are gone.
+/// Gives access to the objects of one service. The service is in use until all copies of a returned pointer
+/// are destroyed.
 template <class S>
 class ServiceObjects : private ServiceObjectsBase
 {
 public:
-    /// Null once the service is unregistered or when it cannot be had.
+    /// Returns null when the service is unregistered or not available.
     std::shared_ptr<S> GetService() const
     {
         return std::static_pointer_cast<S>(ServiceObjectsBase::GetService());

@@ -4,7 +4,7 @@
 
 namespace cppmicroservices {
 
-/// The properties of a service. Keys are looked up without regard to case.
+/// The properties of a service. Keys are case-insensitive.
 using ServiceProperties = std::unordered_map<std::string, Any>;
 
 }  // namespace cppmicroservices

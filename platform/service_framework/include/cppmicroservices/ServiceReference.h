@@ -14,7 +14,7 @@ public:
 
     ServiceReference() = default;
 
-    /// Empty when the service has no interface S.
+    /// Converts to a reference under the interface S; empty when the service does not have that interface.
     ServiceReference(const ServiceReferenceBase& base) : ServiceReferenceBase(base)
     {
         ConvertTo(us_service_interface_iid<S>());
@@ -28,7 +28,7 @@ public:
     }
 };
 
-/// A reference to a service under no interface in particular.
+/// A reference to a service that names no interface.
 template <>
 class ServiceReference<void> : public ServiceReferenceBase
 {

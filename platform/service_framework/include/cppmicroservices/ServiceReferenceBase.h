@@ -15,8 +15,9 @@ namespace cppmicroservices {
 class Bundle;
 class ServiceRecord;
 
-/// Names a registered service. Tests false when empty or once the service is unregistered; the properties
-/// stay readable then. References to one service are equal, whatever interface they name.
+/// A reference to a registered service. Tests false when it is empty or the service is unregistered; the
+/// properties of an unregistered service stay readable. References to the same service are equal even when
+/// they name different interfaces.
 class US_Framework_EXPORT ServiceReferenceBase
 {
 public:
@@ -27,16 +28,16 @@ public:
 
     explicit operator bool() const;
 
-    /// The value under a key, looked up without regard to case; empty when there is none.
+    /// Returns the value of a property; empty when there is none. The key is case-insensitive.
     Any GetProperty(const std::string& key) const;
     std::vector<std::string> GetPropertyKeys() const;
-    /// The bundle that registered the service; empty once it is unregistered.
+    /// Returns the bundle that registered the service; empty after it is unregistered.
     Bundle GetBundle() const;
     std::vector<Bundle> GetUsingBundles() const;
     std::string GetInterfaceId() const { return interfaceId_; }
     bool IsConvertibleTo(const std::string& interfaceId) const;
 
-    /// The lower of two has the lower service.ranking or, with equal rankings, the higher service.id.
+    /// Orders references by ascending service.ranking and, for equal rankings, by descending service.id.
     bool operator<(const ServiceReferenceBase& other) const;
     bool operator==(const ServiceReferenceBase& other) const noexcept { return record_ == other.record_; }
 
@@ -58,7 +59,8 @@ private:
 
     ServiceReferenceBase(std::shared_ptr<ServiceRecord> record, std::string interfaceId);
 
-    /// Makes this a reference to another interface of the same service; empty when it has no such interface.
+    /// Makes this a reference to another interface of the same service, or empty when the service does not
+    /// have it.
     void ConvertTo(const std::string& interfaceId);
 
     std::shared_ptr<ServiceRecord> record_;

@@ -6,7 +6,7 @@
 
 namespace cppmicroservices {
 
-/// A registration under the interfaces I1 and Interfaces.
+/// The registration of a service under the interfaces I1 and Interfaces.
 template <class I1, class... Interfaces>
 class ServiceRegistration : public ServiceRegistrationBase
 {

@@ -12,8 +12,8 @@ namespace cppmicroservices {
 
 class ServiceRecord;
 
-/// The registering side of a service. Operations on an empty handle or an unregistered service throw
-/// std::logic_error.
+/// A handle to a service for the bundle that registered it. Operations on an empty handle or an unregistered
+/// service throw std::logic_error.
 class US_Framework_EXPORT ServiceRegistrationBase
 {
 public:
@@ -28,11 +28,11 @@ public:
 
     ServiceReferenceBase GetReference(const std::string& interfaceId = {}) const;
 
-    /// Replaces all properties but service.id, objectclass and service.scope. Throws std::invalid_argument
+    /// Replaces all properties except service.id, objectclass and service.scope. Throws std::invalid_argument
     /// when service.ranking is not an int, std::runtime_error when two keys differ only in case.
     void SetProperties(const ServiceProperties& properties);
 
-    /// Withdraws the service. Objects handed out stay usable until they are let go.
+    /// Unregisters the service. Objects that bundles already hold stay usable until they are released.
     void Unregister();
 
     bool operator<(const ServiceRegistrationBase& other) const;
@@ -48,7 +48,7 @@ private:
 
     explicit ServiceRegistrationBase(std::shared_ptr<ServiceRecord> record);
 
-    /// The record; throws std::logic_error when there is none or the service is unregistered.
+    /// Returns the record. Throws std::logic_error when the handle is empty or the service is unregistered.
     ServiceRecord& Registered() const;
 
     std::shared_ptr<ServiceRecord> record_;

@@ -8,7 +8,7 @@
 
 namespace cppmicroservices {
 
-/// A bundle's library could not be loaded.
+/// Thrown when a bundle's library cannot be loaded.
 class US_Framework_EXPORT SharedLibraryException final : public std::system_error
 {
 public:

@@ -11,17 +11,17 @@
 
 namespace cppmicroservices::service::component {
 
-/// What a component learns about itself. Valid until the component is deactivated; every operation throws
-/// IllegalStateException when the component's bundle has stopped.
+/// A component's access to its properties, bundle context and service. Valid until the component is
+/// deactivated; every operation throws IllegalStateException when the component's bundle has stopped.
 class US_Framework_EXPORT ComponentContext
 {
 public:
     virtual ~ComponentContext() noexcept;
 
-    /// The properties of the manifest, and component.name and component.id.
+    /// Returns the properties in the manifest, plus component.name and component.id.
     virtual std::unordered_map<std::string, Any> GetProperties() const = 0;
     virtual cppmicroservices::BundleContext GetBundleContext() const = 0;
-    /// Empty, as one component object serves all bundles.
+    /// Returns an empty handle, because one component object serves all bundles.
     virtual Bundle GetUsingBundle() const = 0;
     virtual ServiceReferenceBase GetServiceReference() const = 0;
 };

@@ -8,8 +8,8 @@
 
 namespace cppmicroservices::service::component::detail {
 
-/// The wrapper that a bundle's NewInstance function makes around one component. The order of the virtual
-/// functions is an agreement between bundles and frameworks.
+/// The wrapper around one component, created by the bundle's NewInstance function. The order of the virtual
+/// functions is part of the ABI between bundles and frameworks.
 class US_Framework_EXPORT ComponentInstance
 {
 public:
@@ -23,7 +23,7 @@ public:
     virtual void Modified() = 0;
     virtual void InvokeUnbindMethod(const std::string& reference, std::shared_ptr<void> service) = 0;
     virtual void InvokeBindMethod(const std::string& reference, std::shared_ptr<void> service) = 0;
-    /// The component object by provided interface; null when it provides none.
+    /// Returns the component object by interface identifier; null when it provides no interface.
     virtual InterfaceMapPtr GetInterfaceMap() = 0;
     virtual bool DoesModifiedMethodExist() = 0;
 };

@@ -12,9 +12,9 @@
 
 namespace cppmicroservices::service::component::detail {
 
-/// The wrapper around a component T that provides the interfaces of InterfaceTuple. T is made with its
-/// properties as std::shared_ptr<AnyMap> if it takes them, else without arguments; its Activate, Deactivate
-/// and Modified are called if it has them. Components that refer to other services are not supported.
+/// The wrapper around a component T that provides the interfaces in InterfaceTuple. T is constructed from its
+/// properties (std::shared_ptr<AnyMap>) if it has such a constructor, else by default; its members Activate,
+/// Deactivate and Modified are called if they exist. References to other services are not supported.
 template <class T, class InterfaceTuple = std::tuple<>, class... CtorInjectedRefs>
 class ComponentInstanceImpl final : public ComponentInstance
 {
