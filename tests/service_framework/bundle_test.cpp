@@ -99,6 +99,7 @@ TEST_F(BundleTest, takesItsRunAlongWhenItStops)
     const auto held = context.GetService(offered.GetReference());
     const auto hosted = context.RegisterService<Greeter>(std::make_shared<OneGreeter>()).GetReference();
     const auto used = own.GetService(hosted);
+    const auto objects = own.GetServiceObjects(hosted);
     EXPECT_EQ(offered.GetReference().GetBundle(), bundle);
     EXPECT_EQ(hosted.GetUsingBundles(), std::vector<Bundle>{bundle});
 
@@ -108,6 +109,9 @@ TEST_F(BundleTest, takesItsRunAlongWhenItStops)
     EXPECT_EQ(held->greet() + used->greet(), "hellohello");
     const std::function<void(BundleContext)> operations[] = {
         [](BundleContext over) { (void)over.GetBundles(); },
+        [](BundleContext over) { (void)over.InstallBundles(GREETER_BUNDLE); },
+        [](BundleContext over) { (void)over.GetServiceReferences<Greeter>(); },
+        [](BundleContext over) { over.AddFrameworkListener([](const FrameworkEvent&) {}); },
         [](BundleContext over) { over.RegisterService<Greeter>(std::make_shared<OneGreeter>()); },
         [&](BundleContext over) { (void)over.GetService(hosted); },
     };
@@ -115,6 +119,7 @@ TEST_F(BundleTest, takesItsRunAlongWhenItStops)
         EXPECT_THROW(operation(own), IllegalStateException) << &operation - operations;
         EXPECT_THROW(operation(BundleContext()), IllegalStateException) << &operation - operations;
     }
+    EXPECT_THROW(objects.GetService(), IllegalStateException);
     EXPECT_THROW(own.GetService(ServiceReferenceU()), std::invalid_argument) << "the reference counts first";
 }
 
@@ -243,6 +248,10 @@ TEST(FrameworkTest, isABundleThatStartsAndStopsAgain)
     EXPECT_EQ(context.GetProperty(Constants::FRAMEWORK_VERSION).ToString(), vx::frameworkVersion);
     EXPECT_TRUE(context.GetProperty("Own.Key") == 5);
     EXPECT_TRUE(context.GetProperty(Constants::LIBRARY_LOAD_OPTIONS) == (RTLD_LAZY | RTLD_LOCAL));
+    EXPECT_EQ(context.GetProperty(Constants::FRAMEWORK_WORKING_DIR).ToString(),
+              std::filesystem::current_path());
+    EXPECT_EQ(context.GetProperty(Constants::FRAMEWORK_STORAGE).ToString(), "fwdir");
+    const std::string uuid = context.GetProperty(Constants::FRAMEWORK_UUID).ToString();
     EXPECT_THROW(framework.Uninstall(), std::runtime_error);
     auto bundle = context.InstallBundles(GREETER_BUNDLE).at(0);
     bundle.Start();
@@ -253,6 +262,7 @@ TEST(FrameworkTest, isABundleThatStartsAndStopsAgain)
     EXPECT_FALSE(framework.GetBundleContext());
     EXPECT_EQ(bundle.GetState(), Bundle::STATE_INSTALLED);
     framework.Start();
+    EXPECT_NE(framework.GetBundleContext().GetProperty(Constants::FRAMEWORK_UUID).ToString(), uuid);
     framework.Stop();
     EXPECT_EQ(waited(0), Event::FRAMEWORK_STOPPED);
 }

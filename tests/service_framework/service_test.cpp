@@ -138,9 +138,13 @@ TEST_F(ServiceRegistry, countsTheUsesOfAService)
     copy.reset();
     EXPECT_FALSE(isInUse());
 
+    auto map = context.GetService(ServiceReferenceU(reference));
+    auto greeter = ExtractInterface<Greeter>(map);
+    map.reset();
+    EXPECT_FALSE(isInUse()) << "the map is the use";
     const auto objects = context.GetServiceObjects(ServiceReferenceU(reference));
     EXPECT_FALSE(isInUse());
-    auto greeter = ExtractInterface<Greeter>(objects.GetService());
+    greeter = ExtractInterface<Greeter>(objects.GetService());
     EXPECT_TRUE(isInUse()) << "each object is a use";
     greeter.reset();
     EXPECT_FALSE(isInUse());

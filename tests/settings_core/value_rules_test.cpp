@@ -115,14 +115,10 @@ TEST(ValueRules, AreDescribedTogetherWithValidatorAndFactoryValue)
               "a text, of at most 9 characters, one of: loose");
     EXPECT_EQ(described(texts({}), {}, {{{.allowedValues = {u"a", u"b"}}}}),
               "a cell of texts, each one of: a, b");
-    EXPECT_EQ(described(text("14px"), CValidator("libfonts", "checkSize"), {}),
-              "a text accepted by checkSize of libfonts");
     EXPECT_EQ(described(scalar(1.0), CValidator("liblimits", "check"), {{{.range = {{.lower = 1}}}}}),
               "a number accepted by check of liblimits, at least 1");
     EXPECT_EQ(described(row<double>({0, 0, 1}), {}, {{{.range = {{0, 1}}, .size = {{.columns = 3}}}}}),
               "numbers from 0 to 1, in 3 columns");
-    EXPECT_EQ(described(row<std::int32_t>({1, 2, 3, 4}), {}, {{{.range = anyNumber, .size = {{1, 4}}}}}),
-              "4 whole numbers");
     EXPECT_EQ(described({}, MValidator("elsewhere", "mustFit"), {}),
               "a value accepted by the script function elsewhere.mustFit");
 }

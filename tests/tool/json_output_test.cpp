@@ -72,7 +72,6 @@ TEST_F(JsonOutputTest, TellsWhatTheTextTells)
 {
     const json::object got = run({"get", "commandwindow.NumericFormat"});
     EXPECT_EQ(got.at("value"), json::parse(R"({ "class": "char", "dims": [1, 3], "data": "hex" })"));
-    EXPECT_EQ(got.at("layer"), "personal");
     EXPECT_EQ(got.at("source"), json::value(file));
 
     const json::value fault = run({"check"}, 1).at("faults").at(0);
