@@ -183,7 +183,7 @@ class Mentions:
     def __init__(self, tool, faults):
         self.tool, self.faults, self.count = tool, faults, 0
         self.help = self.ask("--help")
-        self.verbs = set(re.findall(r"^  ([a-z]+)  ", self.help.split("Subcommands:")[1], re.MULTILINE))
+        self.verbs = set(re.findall(r"^  ([a-z]+)  ", self.help.split("Commands:")[1], re.MULTILINE))
 
     def ask(self, *arguments):
         return subprocess.run([self.tool, *arguments], capture_output=True, text=True, check=True).stdout
@@ -209,8 +209,8 @@ class Mentions:
         verb = words[0]
         if verb in self.verbs:
             self.check_options(place, words, self.ask(verb, "--help") + self.help, f"vxsettings {verb}")
-        elif not verb.startswith("-") and verb != "VERB":
-            self.faults.add(place, f"vxsettings has no verb {verb}")
+        elif not verb.startswith("-") and verb != "COMMAND":
+            self.faults.add(place, f"vxsettings has no command {verb}")
         else:
             self.check_options(place, words, self.help + "--help", "vxsettings")
 

@@ -1,4 +1,4 @@
-// A settings file that was damaged: each verb says where, or reads what another reader of JSON reads, and
+// A settings file that was damaged: each command says where, or reads what another reader of JSON reads, and
 // none changes a file that it does not understand.
 
 #include <component/factory_settings_verdix.hpp>

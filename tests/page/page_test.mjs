@@ -88,7 +88,7 @@ pageTest("searches as one types, in all words at once", {}, async (page) => {
 
 pageTest("filters by area, class, visibility and validator", {}, async (page) => {
     await page.locator("#class").selectOption("int32");
-    await page.locator("#checks").selectOption("colour");
+    await page.locator("#constraints").selectOption("colour");
     const isColour = (node) => node.value?.class === "int32" && hasRule(node, "colour");
     assert.deepEqual(await visibleSettings(page), paths(isColour));
     await page.locator("#area").selectOption("colors");
@@ -102,7 +102,7 @@ pageTest("filters by area, class, visibility and validator", {}, async (page) =>
         assert.ok(hidden.includes(path), path);
     }
     await page.locator("#clear").click();
-    await page.locator("#checks").selectOption("mustBeNumericScalar");
+    await page.locator("#constraints").selectOption("mustBeNumericScalar");
     assert.deepEqual(await visibleSettings(page), paths((node) => node.validator?.function === "mustBeNumericScalar"));
 });
 

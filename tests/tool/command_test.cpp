@@ -32,7 +32,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         int exitCode;
         std::string message;
     } cases[] = {
-        {{"tre"}, 2, "no such verb: tre; did you mean tree?"},
+        {{"tre"}, 2, "no such command: tre; did you mean tree?"},
         {{"get"}, 2, "PATH is required"},
         {{"describe", "a", "b"}, 2, "not expected: b"},
         {{"list", "--nonsense"}, 2, "--nonsense"},
@@ -51,7 +51,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         {{"get", "commandwindow"},
          1,
          "is a group; see what is in it with: vxsettings tree verdix.commandwindow"},
-        {{"get", "dump"}, 1, "verdix.dump has no factory value, and no file gives it one"},
+        {{"get", "dump"}, 1, "verdix.dump has no factory value, and no file sets it"},
         {{"export"}, 2, "export needs --format"},
         {{"list", "--kind", "groups"}, 2, "groups"},
         {{"list", "--validator", "mustBe"}, 1, "there are allowedValues, callable, colour"},
@@ -168,7 +168,7 @@ TEST(Command, DescribesNodesInWords)
     EXPECT_THAT(outputOf({"describe", "qorv"}),
                 HasSubstr("alias of    qorv, which is not in this tree: unresolved\n"));
     EXPECT_THAT(outputOf({"describe", "desktop.workspace"}),
-                HasSubstr("hidden: its group verdix.desktop is\n"));
+                HasSubstr("hidden: its group verdix.desktop is hidden\n"));
     EXPECT_THAT(outputOf({"describe", "unittest"}), HasSubstr("0 groups, 8 settings\n"));
 }
 
