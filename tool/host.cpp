@@ -104,7 +104,7 @@ RunningFramework::RunningFramework()
         throw;
     } catch (const std::exception& error) {
         throw CommandError(ExitCode::notStarted, std::string("the service framework cannot be started: ") +
-                                                     firstLine(error.what()) + "; reinstall the tool");
+                                                     firstLine(error.what()) + "; reinstall vxsettings");
     }
     foundation::host::setFramework(framework_);
 }
