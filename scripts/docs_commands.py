@@ -188,7 +188,7 @@ class Mentions:
     def __init__(self, tool, diagnostics):
         self.tool, self.diagnostics, self.count = tool, diagnostics, 0
         self.help = self.ask("--help")
-        self.commands = set(re.findall(r"^  ([a-z]+)  ", self.help.split("Subcommands:")[1], re.MULTILINE))
+        self.commands = set(re.findall(r"^  ([a-z]+)  ", self.help.split("Commands:")[1], re.MULTILINE))
 
     def ask(self, *arguments):
         return subprocess.run([self.tool, *arguments], capture_output=True, text=True, check=True).stdout
@@ -214,7 +214,7 @@ class Mentions:
         command = words[0]
         if command in self.commands:
             self.check_options(location, words, self.ask(command, "--help") + self.help, f"vxsettings {command}")
-        elif not command.startswith("-") and command not in ("COMMAND", "VERB"):
+        elif not command.startswith("-") and command != "COMMAND":
             self.diagnostics.add(location, f"vxsettings has no command {command}")
         else:
             self.check_options(location, words, self.help + "--help", "vxsettings")

@@ -11,7 +11,7 @@
 #include <new>
 #include <vector>
 
-#include "failure.hpp"
+#include "command_error.hpp"
 
 namespace vx::tool {
 
@@ -26,8 +26,8 @@ struct CloseLibrary
     void operator()(void* library) const noexcept { ::dlclose(library); }
 };
 
-/// The components' names, which are their classes' unless the manifest says otherwise; none where it has
-/// another form.
+/// Returns the names of the components in the manifest, by default their class names; none if the manifest is
+/// malformed.
 std::vector<std::string> componentNames(const AnyMap& manifest)
 {
     std::vector<std::string> names;
@@ -46,7 +46,7 @@ std::vector<std::string> componentNames(const AnyMap& manifest)
     return names;
 }
 
-/// a::b::C as part of the name of an export: a_b_C.
+/// Returns a class name a::b::C in the form that names of exports contain: a_b_C.
 std::string exportSuffix(std::string name)
 {
     for (auto at = name.find("::"); at != std::string::npos; at = name.find("::", at)) {
@@ -60,8 +60,8 @@ std::string exportSuffix(std::string name)
 void requireLibrary(const std::filesystem::path& file)
 {
     const auto reject = [&file](const std::string& reason) {
-        throw Failure(ExitCode::notStarted,
-                      "bundle " + file.string() + ": " + reason + "; give another by --bundle FILE");
+        throw CommandError(ExitCode::notStarted, "bundle " + file.string() + ": " + reason +
+                                                     "; choose another bundle with --bundle FILE");
     };
     if (std::filesystem::is_directory(file)) {
         reject("is a folder, not a library");
@@ -88,7 +88,7 @@ std::string missingExport(const std::string& component, const std::string& symbo
 
 }  // namespace
 
-std::string findComponentDefect(const cppmicroservices::Bundle& bundle)
+std::string findComponentError(const cppmicroservices::Bundle& bundle)
 {
     const std::unique_ptr<void, CloseLibrary> library(
         ::dlopen(bundle.GetLocation().c_str(), RTLD_LAZY | RTLD_LOCAL));
@@ -106,9 +106,9 @@ std::string findComponentDefect(const cppmicroservices::Bundle& bundle)
     return {};
 }
 
-std::string firstLine(std::string_view text)
+std::string firstLine(std::string_view string)
 {
-    return std::string(text.substr(0, text.find_first_of("\r\n")));
+    return std::string(string.substr(0, string.find_first_of("\r\n")));
 }
 
 }  // namespace vx::tool

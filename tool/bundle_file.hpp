@@ -1,6 +1,6 @@
 #pragma once
 
-// Why a bundle file does not work, in words that are the same whatever service framework runs it.
+// Finds out why a bundle file does not work. The messages do not depend on the service framework in use.
 
 #include <cppmicroservices/Bundle.h>
 
@@ -10,14 +10,14 @@
 
 namespace vx::tool {
 
-/// Raises Failure unless this is a file that can be read and holds a shared library.
+/// Throws CommandError unless the file is readable and a shared library.
 void requireLibrary(const std::filesystem::path& file);
 
-/// What keeps the components that the bundle's manifest names from being made: the library does not load, or
-/// lacks an export. Empty when neither is the case.
-[[nodiscard]] std::string findComponentDefect(const cppmicroservices::Bundle& bundle);
+/// Returns why the components in the bundle's manifest cannot be created: the library does not load, or lacks
+/// an export. Empty if neither is the case.
+[[nodiscard]] std::string findComponentError(const cppmicroservices::Bundle& bundle);
 
-/// The text up to its first line break: frameworks add dumps below.
-[[nodiscard]] std::string firstLine(std::string_view text);
+/// Returns the string up to its first line break: frameworks append dumps to their messages.
+[[nodiscard]] std::string firstLine(std::string_view string);
 
 }  // namespace vx::tool

@@ -22,32 +22,32 @@ const std::map<std::string, Severity> severities{
 const std::map<std::string, ColourChoice> colourChoices{
     {"auto", ColourChoice::automatic}, {"always", ColourChoice::always}, {"never", ColourChoice::never}};
 
-const std::map<std::string, OutputForm> forms{{"text", OutputForm::text}, {"json", OutputForm::json}};
+const std::map<std::string, OutputFormat> formats{{"text", OutputFormat::text}, {"json", OutputFormat::json}};
 
-int featureValue(std::string_view text)
+int parseFeatureValue(std::string_view string)
 {
-    if (text == "on" || text == "off") {
-        return text == "on" ? 1 : 0;
+    if (string == "on" || string == "off") {
+        return string == "on" ? 1 : 0;
     }
     int value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size()) {
+    const auto [end, error] = std::from_chars(string.data(), string.data() + string.size(), value);
+    if (error != std::errc() || end != string.data() + string.size()) {
         throw CLI::ValidationError("--feature", "a feature is on, off or a whole number, not \"" +
-                                                    std::string(text) + "\"");
+                                                    std::string(string) + "\"");
     }
     return value;
 }
 
-std::pair<std::string, int> parseFeature(const std::string& text)
+std::pair<std::string, int> parseFeature(const std::string& argument)
 {
-    const auto equals = text.find('=');
+    const auto equals = argument.find('=');
     if (equals == std::string::npos || equals == 0) {
-        throw CLI::ValidationError("--feature", "needs NAME=VALUE, not \"" + text + "\"");
+        throw CLI::ValidationError("--feature", "needs NAME=VALUE, not \"" + argument + "\"");
     }
-    return {text.substr(0, equals), featureValue(std::string_view(text).substr(equals + 1))};
+    return {argument.substr(0, equals), parseFeatureValue(std::string_view(argument).substr(equals + 1))};
 }
 
-/// The value by its name; names what there is otherwise.
+/// Adds an option that takes one of the names in `values`, and assigns the value of that name.
 template <class Value>
 void addChoice(CLI::App& app, const std::string& option, Value& target,
                const std::map<std::string, Value>& values, const std::string& help)
@@ -57,9 +57,9 @@ void addChoice(CLI::App& app, const std::string& option, Value& target,
     for (const auto& [name, value] : values) {
         names.push_back(name);
     }
-    limitTo(*app.add_option_function<std::string>(
-                option, [&target, &values](const std::string& name) { target = values.at(name); }, help),
-            names);
+    setChoices(*app.add_option_function<std::string>(
+                   option, [&target, &values](const std::string& name) { target = values.at(name); }, help),
+               names);
 }
 
 }  // namespace
@@ -67,37 +67,37 @@ void addChoice(CLI::App& app, const std::string& option, Value& target,
 std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
 {
     auto options = std::make_shared<GlobalOptions>();
-    app.add_option("--bundle", options->bundleFile, "Bundle file to start in place of the command's own")
+    app.add_option("--bundle", options->bundleFile,
+                   "Bundle file to start (default: the one installed with vxsettings)")
         ->type_name("FILE");
     const auto addFile = [&app](const char* name, std::filesystem::path& file, const char* help) {
         app.add_option_function<std::string>(
                name, [&file](const std::string& path) { file = std::filesystem::absolute(path); }, help)
             ->type_name("FILE");
     };
-    addFile(
-        "--installation", options->files.installation,
-        "Settings file of the installation; the first $XDG_CONFIG_DIRS/verdix/settings.json when left out");
-    addFile("--personal", options->files.personal,
-            "Settings file of your own, which set and reset change; $XDG_CONFIG_HOME/verdix/settings.json "
-            "when left out");
+    addFile("--installation", options->layerFiles.installation,
+            "Installation settings file (default: the first $XDG_CONFIG_DIRS/verdix/settings.json)");
+    addFile("--personal", options->layerFiles.personal,
+            "Personal settings file, which set and reset change (default: "
+            "$XDG_CONFIG_HOME/verdix/settings.json)");
     app.add_option_function<std::vector<std::string>>(
            "--feature",
-           [options](const std::vector<std::string>& texts) {
-               for (const std::string& text : texts) {
-                   options->features.push_back(parseFeature(text));
+           [options](const std::vector<std::string>& arguments) {
+               for (const std::string& argument : arguments) {
+                   options->features.push_back(parseFeature(argument));
                }
            },
-           "Feature switch to set before the tree is built: on, off or a whole number")
+           "Set a feature switch before the tree is built: on, off or a whole number")
         ->type_name("NAME=VALUE")
         ->type_size(1)
         ->allow_extra_args(false)
         ->take_all();
     addChoice(app, "--log-level", options->logThreshold, severities,
-              "How bad something must be to be logged on standard error; warning when left out");
-    addChoice(app, "--format", options->form, forms,
-              "What to write: text for people, which is the default, or json for programs");
+              "Minimum severity that is logged to standard error (default: warning)");
+    addChoice(app, "--format", options->format, formats,
+              "Output format: text for people, json for programs (default: text)");
     addChoice(app, "--color", options->colour, colourChoices,
-              "When to use colours; auto, the default, is on a terminal");
+              "When to use colours; auto means on a terminal (default: auto)");
     return options;
 }
 

@@ -17,18 +17,18 @@ class App;
 
 namespace vx::tool {
 
-/// Options that every verb understands.
+/// The options that all commands share.
 struct GlobalOptions
 {
-    std::string bundleFile;  ///< empty: the one beside the tool's libraries
-    core::LayerFiles files;  ///< empty: those of the desktop's base directories
+    std::string bundleFile;       ///< empty: defaultBundleFile()
+    core::LayerFiles layerFiles;  ///< empty: the files in the XDG base directories
     std::vector<std::pair<std::string, int>> features;
     foundation::log::Severity logThreshold = foundation::log::warning;
     ColourChoice colour = ColourChoice::automatic;
-    OutputForm form = OutputForm::text;
+    OutputFormat format = OutputFormat::text;
 };
 
-/// Adds them to the command line; they are filled in while it is parsed.
+/// Declares the global options; the result is assigned while the command line is parsed.
 [[nodiscard]] std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app);
 
 }  // namespace vx::tool

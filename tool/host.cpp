@@ -16,7 +16,7 @@
 #include <string_view>
 
 #include "bundle_file.hpp"
-#include "failure.hpp"
+#include "command_error.hpp"
 
 namespace vx::tool {
 
@@ -26,7 +26,7 @@ using cppmicroservices::Bundle;
 using cppmicroservices::BundleContext;
 using settings::core::FactorySettingsLoader;
 
-/// The first bundle in the file, started. Raises what the framework raises.
+/// Starts the first bundle in the file and returns it. Throws what the framework throws.
 Bundle start(BundleContext context, const std::string& file)
 {
     Bundle bundle = context.InstallBundles(file).at(0);
@@ -44,35 +44,37 @@ Bundle startFactorySettings(BundleContext context, const std::filesystem::path& 
     } catch (const std::exception& error) {
         const std::string reason = firstLine(error.what());
         const bool namesFile = reason.find(file.string()) != std::string::npos;
-        throw Failure(
+        throw CommandError(
             ExitCode::notStarted,
             (namesFile ? "bundle cannot be started: " : "bundle " + file.string() + " cannot be started: ") +
-                reason + "; give one with an intact manifest by --bundle FILE");
+                reason + "; choose a bundle with a valid manifest with --bundle FILE");
     }
 }
 
 std::shared_ptr<FactorySettingsLoader> findLoader(BundleContext context, const Bundle& bundle)
 {
     const auto reject = [&bundle](const std::string& reason) {
-        throw Failure(ExitCode::notStarted,
-                      "bundle " + bundle.GetLocation() + ": " + reason + "; give another by --bundle FILE");
+        throw CommandError(ExitCode::notStarted, "bundle " + bundle.GetLocation() + ": " + reason +
+                                                     "; choose another bundle with --bundle FILE");
     };
     const auto reference = context.GetServiceReference<FactorySettingsLoader>();
     if (!reference) {
         reject("its manifest offers no settings::core::FactorySettingsLoader");
     }
     std::shared_ptr<FactorySettingsLoader> loader;
-    std::string raised;
+    std::string thrown;
     try {
         loader = context.GetService(reference);
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        raised = firstLine(error.what());
+        thrown = firstLine(error.what());
     }
     if (!loader) {
-        const std::string defect = findComponentDefect(bundle);
-        reject(!defect.empty() ? defect : raised.empty() ? "its component could not be activated" : raised);
+        const std::string componentError = findComponentError(bundle);
+        reject(!componentError.empty() ? componentError
+               : thrown.empty()        ? "its component could not be activated"
+                                       : thrown);
     }
     return loader;
 }
@@ -101,8 +103,8 @@ RunningFramework::RunningFramework()
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        throw Failure(ExitCode::notStarted, std::string("the service framework cannot be started: ") +
-                                                firstLine(error.what()) + "; reinstall the tool");
+        throw CommandError(ExitCode::notStarted, std::string("the service framework cannot be started: ") +
+                                                     firstLine(error.what()) + "; reinstall vxsettings");
     }
     foundation::host::setFramework(framework_);
 }

@@ -11,17 +11,17 @@
 
 namespace vx::tool {
 
-/// The running executable.
+/// Returns the path of the running executable.
 [[nodiscard]] std::filesystem::path executableFile();
 
-/// The factory-settings bundle beside the tool's own libraries.
+/// Returns the path of the factory settings bundle that was built or installed with this executable.
 [[nodiscard]] std::filesystem::path defaultBundleFile();
 
-/// The service framework of this process with the bundles it needs itself, started.
+/// Runs the service framework of this process, and the bundles that the framework itself needs.
 class RunningFramework
 {
 public:
-    /// Raises Failure.
+    /// Throws CommandError if the framework cannot be started.
     RunningFramework();
     RunningFramework(const RunningFramework&) = delete;
     RunningFramework& operator=(const RunningFramework&) = delete;
@@ -33,12 +33,12 @@ private:
     std::shared_ptr<cppmicroservices::Framework> framework_;
 };
 
-/// The factory-settings bundle, started, with the provider it offers. Whatever a provider built has to go
-/// before its host, which stops the bundle.
+/// Runs the factory settings bundle and holds the provider service of the bundle. The destructor stops the
+/// bundle, so objects that the provider created have to be destroyed before their host.
 class Host
 {
 public:
-    /// Raises Failure with the file and the reason.
+    /// Throws CommandError if the bundle cannot be started.
     explicit Host(const std::filesystem::path& bundleFile);
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
@@ -47,7 +47,7 @@ public:
     [[nodiscard]] const cppmicroservices::Bundle& bundle() const noexcept { return bundle_; }
     [[nodiscard]] settings::core::FactorySettingsLoader& loader() const noexcept { return *loader_; }
 
-    /// Every bundle of the framework, itself among them, by id.
+    /// Returns all bundles of the framework, including the system bundle, ordered by id.
     [[nodiscard]] std::vector<cppmicroservices::Bundle> bundles() const;
 
 private:

@@ -42,7 +42,7 @@ bool isListOfObjects(const json::value& value)
     return value.is_array() && !value.get_array().empty() && value.get_array().front().is_object();
 }
 
-/// Writes a list, each entry on a line.
+/// Writes an array with one element per line.
 void writeLines(const json::array& entries, Output& out)
 {
     std::string text;

@@ -17,23 +17,23 @@
 #include <vector>
 
 #include "bundle_file.hpp"
-#include "failure.hpp"
+#include "command.hpp"
+#include "command_error.hpp"
 #include "global_options.hpp"
-#include "verb.hpp"
 
 namespace vx::tool {
 
 namespace {
 
 constexpr const char* description =
-    "Shows the factory settings of the Verdix environment; changes, checks and migrates settings files.";
+    "Show the factory settings of the Verdix environment; change, check and migrate settings files.";
 
 constexpr const char* examples = "Examples:\n"
                                  "  vxsettings tree commandwindow\n"
                                  "  vxsettings list '*.suggestions.*'\n"
                                  "  vxsettings get connector.InterfacesBlocklist --bundle other.so\n";
 
-/// The end of the command's own help.
+/// Returns the last part of the main help.
 std::string footer()
 {
     std::string text = examples;
@@ -42,90 +42,90 @@ std::string footer()
         text.append("  ").append(std::to_string(static_cast<int>(code)));
         text.append("  ").append(meaning).append("\n");
     }
-    return text + "Each verb tells more with --help. The options above go with every verb.";
+    return text + "The options above apply to every command. Each command has its own --help.";
 }
 
-struct VerbEntry
+struct CommandEntry
 {
     std::string_view name;
-    Action (*add)(CLI::App& verb);
-    bool looksAtAll = false;  ///< its action looks at the other verbs
+    Action (*add)(CLI::App& command);
+    bool needsAllCommands = false;  ///< the action inspects the parsers of the other commands
 };
 
-constexpr VerbEntry entries[] = {{"summary", addSummary},
-                                 {"tree", addTree},
-                                 {"list", addList},
-                                 {"search", addSearch},
-                                 {"describe", addDescribe},
-                                 {"get", addGet},
-                                 {"set", addSet},
-                                 {"reset", addReset},
-                                 {"check", addCheck},
-                                 {"migrate", addMigrate},
-                                 {"changes", addChanges},
-                                 {"diff", addDiff},
-                                 {"history", addHistory},
-                                 {"export", addExport},
-                                 {"lint", addLint},
-                                 {"doctor", addDoctor},
-                                 {"completion", addCompletion},
-                                 {"complete", addComplete, true},
-                                 {"manual", addManual, true}};
+constexpr CommandEntry entries[] = {{"summary", addSummary},
+                                    {"tree", addTree},
+                                    {"list", addList},
+                                    {"search", addSearch},
+                                    {"describe", addDescribe},
+                                    {"get", addGet},
+                                    {"set", addSet},
+                                    {"reset", addReset},
+                                    {"check", addCheck},
+                                    {"migrate", addMigrate},
+                                    {"changes", addChanges},
+                                    {"diff", addDiff},
+                                    {"history", addHistory},
+                                    {"export", addExport},
+                                    {"lint", addLint},
+                                    {"doctor", addDoctor},
+                                    {"completion", addCompletion},
+                                    {"complete", addComplete, true},
+                                    {"manual", addManual, true}};
 
-struct Verb
+struct Command
 {
     CLI::App* parser;
     Action action;
 };
 
-Verb addVerb(CLI::App& app, const VerbEntry& entry)
+Command addCommand(CLI::App& app, const CommandEntry& entry)
 {
-    CLI::App* parser = app.add_subcommand(std::string(entry.name));
+    CLI::App* parser = app.add_subcommand(std::string(entry.name))->group("Commands");
     return {parser, entry.add(*parser)};
 }
 
-/// The verb that the command line begins with, or else all of them: to make them takes longer than to do
-/// most.
-std::vector<Verb> addVerbs(CLI::App& app, std::string_view firstWord)
+/// Adds the command that the command line begins with, or else all: adding them all takes longer than running
+/// most of them.
+std::vector<Command> addCommands(CLI::App& app, std::string_view firstArgument)
 {
-    const auto* named = std::ranges::find(entries, firstWord, &VerbEntry::name);
-    if (named != std::end(entries) && !named->looksAtAll) {
-        return {addVerb(app, *named)};
+    const auto* named = std::ranges::find(entries, firstArgument, &CommandEntry::name);
+    if (named != std::end(entries) && !named->needsAllCommands) {
+        return {addCommand(app, *named)};
     }
-    std::vector<Verb> verbs;
-    std::ranges::transform(entries, std::back_inserter(verbs),
-                           [&app](const VerbEntry& entry) { return addVerb(app, entry); });
-    return verbs;
+    std::vector<Command> commands;
+    std::ranges::transform(entries, std::back_inserter(commands),
+                           [&app](const CommandEntry& entry) { return addCommand(app, entry); });
+    return commands;
 }
 
-/// The first verb is done when none is named.
-const Verb& chosenVerb(const std::vector<Verb>& verbs)
+/// Returns the command on the command line, or the first one.
+const Command& chosenCommand(const std::vector<Command>& commands)
 {
-    for (const Verb& verb : verbs) {
-        if (verb.parser->parsed()) {
-            return verb;
+    for (const Command& command : commands) {
+        if (command.parser->parsed()) {
+            return command;
         }
     }
-    return verbs.front();
+    return commands.front();
 }
 
-ExitCode execute(const GlobalOptions& options, const Verb& verb)
+ExitCode execute(const GlobalOptions& options, const Command& command)
 {
     foundation::host::setLogThreshold(options.logThreshold);
     for (const auto& [name, value] : options.features) {
         foundation::host::setFeature(name, value);
     }
-    Output out(STDOUT_FILENO, "standard output", options.colour, options.form);
+    Output out(STDOUT_FILENO, "standard output", options.colour, options.format);
     const auto bundleFile =
         options.bundleFile.empty() ? defaultBundleFile() : std::filesystem::path(options.bundleFile);
-    LazySession session(std::filesystem::absolute(bundleFile).lexically_normal(), options.files);
-    const ExitCode code = verb.action(session, out);
+    LazySession session(std::filesystem::absolute(bundleFile).lexically_normal(), options.layerFiles);
+    const ExitCode code = command.action(session, out);
     out.flush();
-    session.leaveTree();
+    session.leakTree();
     return code;
 }
 
-/// What is wrong with the command line. A word that is no verb gets the verbs that are near.
+/// Returns the message for an invalid command line, with suggestions for an unknown command.
 std::string usageError(const CLI::App& app, const CLI::ParseError& error)
 {
     const auto extras = app.remaining();
@@ -133,11 +133,11 @@ std::string usageError(const CLI::App& app, const CLI::ParseError& error)
         return firstLine(error.what()) + "; see vxsettings --help";
     }
     std::vector<std::string_view> names;
-    for (const CLI::App* verb : app.get_subcommands([](const CLI::App*) { return true; })) {
-        names.push_back(verb->get_name());
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        names.push_back(command->get_name());
     }
     const auto near = core::nearestNames(extras.front(), names);
-    return "no such verb: " + extras.front() + "; " +
+    return "no such command: " + extras.front() + "; " +
            (near.empty() ? "see vxsettings --help" : core::didYouMean(near));
 }
 
@@ -152,22 +152,23 @@ ExitCode print(const std::string& text)
 ExitCode run(int argc, const char* const* argv)
 {
     CLI::App app(description, "vxsettings");
-    app.set_version_flag("--version", "vxsettings " VX_TOOL_VERSION, "Print the version and end");
+    app.set_version_flag("--version", "vxsettings " VX_TOOL_VERSION, "Print the version");
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     app.fallthrough();
     const auto options = addGlobalOptions(app);
-    const std::vector<Verb> verbs = addVerbs(app, argc > 1 ? argv[1] : "");
+    const std::vector<Command> commands = addCommands(app, argc > 1 ? argv[1] : "");
     app.footer(footer);
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForVersion& version) {
         return print(std::string(version.what()) + "\n");
     } catch (const CLI::Success&) {
-        const bool isOfVerb = !app.get_subcommands().empty();
-        return print(app.help() + (isOfVerb ? "Options that go with every verb: vxsettings --help\n" : ""));
+        const bool isOfCommand = !app.get_subcommands().empty();
+        return print(app.help() + (isOfCommand ? "Options of every command: vxsettings --help\n" : ""));
     } catch (const CLI::ParseError& error) {
-        throw Failure(ExitCode::usage, usageError(app, error));
+        throw CommandError(ExitCode::usage, usageError(app, error));
     }
-    return execute(*options, chosenVerb(verbs));
+    return execute(*options, chosenCommand(commands));
 }
 
 ExitCode report(ExitCode code, const char* line)
@@ -176,8 +177,8 @@ ExitCode report(ExitCode code, const char* line)
     return code;
 }
 
-/// Files opened later must not take the place of a closed standard descriptor: what is written there would
-/// end up in them. The stand-in refuses to be written.
+/// Opens /dev/null for each standard descriptor that is closed, as a file opened later would take its number
+/// and receive what is written to it. Opened for reading, so that writing fails.
 void occupyStandardDescriptors()
 {
     while (true) {
@@ -195,11 +196,10 @@ ExitCode guardedRun(int argc, const char* const* argv)
 {
     try {
         return run(argc, argv);
-    } catch (const Failure& failure) {
-        return report(failure.code(), failure.what());
+    } catch (const CommandError& error) {
+        return report(error.code(), error.what());
     } catch (const std::bad_alloc&) {
-        return report(ExitCode::failed,
-                      "out of memory: end other programs, or raise the memory limit of this one");
+        return report(ExitCode::failed, "out of memory: close other programs, or raise the memory limit");
     } catch (const std::exception& error) {
         return report(ExitCode::failed, error.what());
     }

@@ -10,7 +10,7 @@
 #include <utility>
 #include <variant>
 
-#include "words.hpp"
+#include "node_labels.hpp"
 
 namespace vx::tool {
 
@@ -26,7 +26,7 @@ using foundation::verdixdata::toUtf8;
 using foundation::verdixdata::TypedArray;
 using settings_core::SettingValueValidator;
 
-json::array texts(const std::vector<std::u16string>& values)
+json::array stringsJson(const std::vector<std::u16string>& values)
 {
     json::array result;
     result.reserve(values.size());
@@ -52,11 +52,11 @@ json::value elementJson(char16_t element)
     return json::value(toUtf8({&element, 1}));
 }
 
-/// A text where a cell holds a character row, null where it holds nothing, else a value of its own.
+/// Returns a cell element: a string for a character vector, null for an unassigned value, else an object.
 json::value elementJson(const Array& element)
 {
-    const bool isText = element.isAssigned() && element.getType() == ArrayType::CHAR;
-    return isText ? json::value(characters(element)) : valueJson(element);
+    const bool isCharacterVector = element.isAssigned() && element.getType() == ArrayType::CHAR;
+    return isCharacterVector ? json::value(characters(element)) : valueJson(element);
 }
 
 template <class Number>
@@ -80,7 +80,7 @@ json::value dataJson(const Array& array)
     });
 }
 
-/// Words for a kind of function and for what its scope is.
+/// JSON value of the member "kind", and name of the member that holds the scope.
 struct FunctionKind
 {
     std::string_view kind;
@@ -102,7 +102,7 @@ inline constexpr FunctionKind functionKind<settings_core::CRunTimeDefault>{"nati
 template <>
 inline constexpr FunctionKind functionKind<settings_core::JRunTimeDefault>{"managed", "class"};
 
-/// A validator or run-time default; null where there is none.
+/// Returns a validator or run-time default as JSON; null if there is none.
 struct FunctionJson
 {
     json::value operator()(std::monostate) const { return nullptr; }
@@ -110,9 +110,9 @@ struct FunctionJson
     template <class Function>
     json::value operator()(const Function& function) const
     {
-        constexpr FunctionKind words = functionKind<Function>;
+        constexpr FunctionKind kind = functionKind<Function>;
         return json::object{
-            {"kind", words.kind}, {words.scope, function.scope()}, {"function", function.function()}};
+            {"kind", kind.kind}, {kind.scope, function.scope()}, {"function", function.function()}};
     }
 };
 
@@ -121,48 +121,51 @@ std::string_view colourForm(SettingValueValidator::Colour colour)
     return colour == SettingValueValidator::Colour::wholeNumbers ? "wholeNumbers" : "normalised";
 }
 
-/// Null where the size leaves the rows or the columns open.
+/// Returns null for a number of rows or columns that is not constrained.
 json::value countOrNull(const std::optional<std::size_t>& count)
 {
     return count ? json::value(*count) : json::value(nullptr);
 }
 
-/// Appends one entry per rule of the record. Words beside a colour belong to the colour.
-void appendRules(json::array& rules, const SettingValueValidator::ConfigData& record)
+/// Appends one object per constraint of the value validator. Allowed values beside a colour are names of
+/// colours.
+void appendConstraints(json::array& constraints, const SettingValueValidator::ConfigData& validator)
 {
-    if (record.size) {
-        rules.push_back(json::object{{"kind", "size"},
-                                     {"rows", countOrNull(record.size->rows)},
-                                     {"columns", countOrNull(record.size->columns)}});
+    if (validator.size) {
+        constraints.push_back(json::object{{"kind", "size"},
+                                           {"rows", countOrNull(validator.size->rows)},
+                                           {"columns", countOrNull(validator.size->columns)}});
     }
-    if (record.elementClass) {
-        rules.push_back(json::object{{"kind", "elementClass"}, {"class", className(*record.elementClass)}});
+    if (validator.elementClass) {
+        constraints.push_back(
+            json::object{{"kind", "elementClass"}, {"class", className(*validator.elementClass)}});
     }
-    if (record.range) {
-        // An open bound is infinite, and so written as null.
-        rules.push_back(
-            json::object{{"kind", "range"}, {"lower", record.range->lower}, {"upper", record.range->upper}});
+    if (validator.range) {
+        // An open bound is infinite, which is written as null.
+        constraints.push_back(json::object{
+            {"kind", "range"}, {"lower", validator.range->lower}, {"upper", validator.range->upper}});
     }
-    if (!record.allowedValues.empty() && !record.colour) {
-        rules.push_back(json::object{{"kind", "allowedValues"}, {"values", texts(record.allowedValues)}});
+    if (!validator.allowedValues.empty() && !validator.colour) {
+        constraints.push_back(
+            json::object{{"kind", "allowedValues"}, {"values", stringsJson(validator.allowedValues)}});
     }
-    if (record.maximumLength) {
-        rules.push_back(json::object{{"kind", "maximumLength"}, {"length", *record.maximumLength}});
+    if (validator.maximumLength) {
+        constraints.push_back(json::object{{"kind", "maximumLength"}, {"length", *validator.maximumLength}});
     }
-    if (record.colour) {
-        json::object rule{{"kind", "colour"}, {"form", colourForm(*record.colour)}};
-        if (!record.allowedValues.empty()) {
-            rule.emplace("words", texts(record.allowedValues));
+    if (validator.colour) {
+        json::object constraint{{"kind", "colour"}, {"form", colourForm(*validator.colour)}};
+        if (!validator.allowedValues.empty()) {
+            constraint.emplace("words", stringsJson(validator.allowedValues));
         }
-        rules.push_back(std::move(rule));
+        constraints.push_back(std::move(constraint));
     }
 }
 
 }  // namespace
 
-json::value textOrNull(std::string_view text)
+json::value stringOrNull(std::string_view string)
 {
-    return text.empty() ? json::value(nullptr) : json::value(text);
+    return string.empty() ? json::value(nullptr) : json::value(string);
 }
 
 json::value valueJson(const Array& array)
@@ -181,27 +184,28 @@ json::value valueJson(const Array& array)
 json::object nodeJson(const Node& node)
 {
     const Node::Properties& properties = node.properties();
-    json::array rules;
-    for (const auto& record : properties.valueValidators) {
-        appendRules(rules, record);
+    json::array constraints;
+    for (const auto& validator : properties.valueValidators) {
+        appendConstraints(constraints, validator);
     }
-    const bool isReadOnlyGiven = properties.readOnly.isWritten();
-    return {{"path", node.fullName()},
-            {"node", kindWord(node.kind())},
-            {"visibility", visibilityWord(node)},
-            {"readOnly", isReadOnlyGiven ? json::value(properties.readOnly.value()) : json::value(nullptr)},
-            {"value", valueJson(properties.factoryValue)},
-            {"validator", std::visit(FunctionJson(), properties.validator)},
-            {"runTimeDefault", std::visit(FunctionJson(), properties.runTimeDefault)},
-            {"valueValidators", std::move(rules)},
-            {"aliasTarget", textOrNull(properties.aliasName())},
-            {"errorHandler", static_cast<bool>(properties.errorHandler)},
-            {"additionalFile", properties.additionalFile}};
+    const bool isReadOnlyDeclared = properties.readOnly.isWritten();
+    return {
+        {"path", node.fullName()},
+        {"node", kindLabel(node.kind())},
+        {"visibility", visibilityLabel(node)},
+        {"readOnly", isReadOnlyDeclared ? json::value(properties.readOnly.value()) : json::value(nullptr)},
+        {"value", valueJson(properties.factoryValue)},
+        {"validator", std::visit(FunctionJson(), properties.validator)},
+        {"runTimeDefault", std::visit(FunctionJson(), properties.runTimeDefault)},
+        {"valueValidators", std::move(constraints)},
+        {"aliasTarget", stringOrNull(properties.aliasName())},
+        {"errorHandler", static_cast<bool>(properties.errorHandler)},
+        {"additionalFile", properties.additionalFile}};
 }
 
-json::array textsJson(const std::vector<std::string>& texts)
+json::array stringsJson(const std::vector<std::string>& strings)
 {
-    return json::array(texts.begin(), texts.end());
+    return json::array(strings.begin(), strings.end());
 }
 
 json::object releaseJson(std::uint64_t index, const settings_core::ReleaseChangeSet& set)
@@ -209,8 +213,8 @@ json::object releaseJson(std::uint64_t index, const settings_core::ReleaseChange
     json::array changes;
     for (const auto& change : set.changes) {
         changes.push_back(json::object{{"operation", change.operation()},
-                                       {"from", textsJson(change.from())},
-                                       {"to", textsJson(change.to())}});
+                                       {"from", stringsJson(change.from())},
+                                       {"to", stringsJson(change.to())}});
     }
     return {{"index", index},
             {"release", set.release},

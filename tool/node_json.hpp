@@ -1,6 +1,6 @@
 #pragma once
 
-// Facts about values, nodes and releases as JSON, the same in every verb's documents.
+// Values, nodes and releases as JSON, in the form that all commands share.
 
 #include <settings_core/node.hpp>
 
@@ -15,20 +15,20 @@
 
 namespace vx::tool {
 
-/// Class, dimensions and, column by column, the elements; null for what is not assigned. A character row is
-/// one text.
+/// Returns an object with class, dimensions and the elements in column-major order; null for an unassigned
+/// value. The data of a character row vector is one string.
 [[nodiscard]] boost::json::value valueJson(const foundation::verdixdata::Array& value);
 
-/// Everything that a provider said of a node.
+/// Returns all properties that the provider declared for a node.
 [[nodiscard]] boost::json::object nodeJson(const core::Node& node);
 
-/// The changes of a release; `index` is its place in the table.
+/// Returns the changes of a release; `index` is its key in the release change table.
 [[nodiscard]] boost::json::object releaseJson(std::uint64_t index,
                                               const ::settings::core::ReleaseChangeSet& set);
 
-[[nodiscard]] boost::json::array textsJson(const std::vector<std::string>& texts);
+[[nodiscard]] boost::json::array stringsJson(const std::vector<std::string>& strings);
 
-/// Null for an empty text.
-[[nodiscard]] boost::json::value textOrNull(std::string_view text);
+/// Returns the string; null if it is empty.
+[[nodiscard]] boost::json::value stringOrNull(std::string_view string);
 
 }  // namespace vx::tool

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <unistd.h>
 
-#include "failure.hpp"
+#include "command_error.hpp"
 
 namespace vx::tool {
 
@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t flushAt = std::size_t{1} << 16U;
 
-/// Codes of "select graphic rendition", by Style.
+/// SGR (select graphic rendition) parameters, indexed by Style.
 constexpr std::array<std::string_view, 7> codes{"", "1", "1;34", "32", "2", "32", "1;31"};
 
 bool isSet(const char* variable)
@@ -33,12 +33,12 @@ bool terminalHasColours(int descriptor)
 
 }  // namespace
 
-Output::Output(int descriptor, std::string name, ColourChoice colour, OutputForm form)
+Output::Output(int descriptor, std::string name, ColourChoice colour, OutputFormat format)
     : descriptor_(descriptor),
       name_(std::move(name)),
       hasColour_(colour == ColourChoice::always ||
                  (colour == ColourChoice::automatic && terminalHasColours(descriptor))),
-      form_(form)
+      format_(format)
 {}
 
 Output& Output::operator<<(std::string_view text)
@@ -50,7 +50,7 @@ Output& Output::operator<<(std::string_view text)
     return *this;
 }
 
-std::string Output::painted(Style style, std::string_view text) const
+std::string Output::styled(Style style, std::string_view text) const
 {
     const std::string_view code = codes[static_cast<std::size_t>(style)];
     if (!hasColour_ || code.empty() || text.empty()) {
@@ -69,8 +69,8 @@ void Output::flush()
         if (written >= 0) {
             rest.remove_prefix(static_cast<std::size_t>(written));
         } else if (errno != EINTR) {
-            throw Failure(ExitCode::failed, "cannot write " + name_ + ": " + std::strerror(errno) +
-                                                "; the output is incomplete");
+            throw CommandError(ExitCode::failed, "cannot write " + name_ + ": " + std::strerror(errno) +
+                                                     "; the output is incomplete");
         }
     }
     buffer_.clear();

@@ -8,37 +8,38 @@
 
 namespace vx::tool {
 
-/// What a piece of text is; the colours follow from it.
+/// The role of a piece of output, which determines its colour.
 enum class Style : std::uint8_t
 {
     plain,
     heading,
     group,
     value,
-    note,  ///< secondary, may be read past
+    note,  ///< secondary
     good,
     bad
 };
 
 enum class ColourChoice : std::uint8_t
 {
-    automatic,  ///< on a terminal that has colours, unless NO_COLOR is set
+    automatic,  ///< on a terminal that supports colours, unless NO_COLOR is set
     always,
     never
 };
 
-enum class OutputForm : std::uint8_t
+enum class OutputFormat : std::uint8_t
 {
     text,  ///< for people
-    json   ///< for programs: one document
+    json   ///< for programs, one document
 };
 
-/// Buffered text to a file descriptor, which it does not own. Failure (a closed pipe, a full disk) names the
-/// destination and the reason. What is not flushed is lost.
+/// Buffered output to a file descriptor, which it does not own. Writing throws CommandError, with the
+/// destination's name, if the descriptor cannot be written (closed pipe, full disk). Output that is not
+/// flushed is lost.
 class Output
 {
 public:
-    Output(int descriptor, std::string name, ColourChoice colour, OutputForm form = OutputForm::text);
+    Output(int descriptor, std::string name, ColourChoice colour, OutputFormat format = OutputFormat::text);
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
@@ -52,20 +53,20 @@ public:
         return *this << std::string_view(buffer, std::to_chars(buffer, buffer + sizeof buffer, number).ptr);
     }
 
-    /// Whether to write a JSON document, and nothing else.
-    [[nodiscard]] bool isJson() const noexcept { return form_ == OutputForm::json; }
+    /// Returns whether to write one JSON document, and nothing else.
+    [[nodiscard]] bool isJson() const noexcept { return format_ == OutputFormat::json; }
 
-    /// The text in the style's colour, or as it is where there are no colours.
-    [[nodiscard]] std::string painted(Style style, std::string_view text) const;
+    /// Returns the text in the style's colour; unchanged if colours are off.
+    [[nodiscard]] std::string styled(Style style, std::string_view text) const;
 
-    /// Raises Failure.
+    /// Writes the buffer. Throws CommandError.
     void flush();
 
 private:
     int descriptor_;
     std::string name_;
     bool hasColour_;
-    OutputForm form_;
+    OutputFormat format_;
     std::string buffer_;
 };
 

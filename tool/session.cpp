@@ -5,7 +5,7 @@
 #include <new>
 
 #include "bundle_file.hpp"
-#include "failure.hpp"
+#include "command_error.hpp"
 
 namespace vx::tool {
 
@@ -18,8 +18,8 @@ core::SettingsTree buildTree(const Host& host)
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        throw Failure(ExitCode::notStarted, "bundle " + host.bundle().GetLocation() +
-                                                " cannot build its tree: " + firstLine(error.what()));
+        throw CommandError(ExitCode::notStarted, "bundle " + host.bundle().GetLocation() +
+                                                     " cannot build its tree: " + firstLine(error.what()));
     }
 }
 
@@ -42,11 +42,11 @@ const core::Node& Session::node(const std::string& path) const
     if (const core::Node* found = tree_.find(core::fullPath(tree_, path))) {
         return *found;
     }
-    // Only an unknown path is worth the table of release changes, which the bundle builds on each request.
+    // The bundle builds the release change table on each request, so it is requested for unknown paths only.
     try {
         return core::nodeAt(tree_, releaseChanges(), path);
     } catch (const core::UnknownPath& error) {
-        throw Failure(ExitCode::failed, error.what());
+        throw CommandError(ExitCode::failed, error.what());
     }
 }
 
@@ -56,7 +56,7 @@ const core::Node& Session::setting(const std::string& path) const
     try {
         return core::settingBehind(tree_, found);
     } catch (const std::runtime_error& error) {
-        throw Failure(ExitCode::failed, error.what());
+        throw CommandError(ExitCode::failed, error.what());
     }
 }
 
@@ -64,22 +64,23 @@ core::LayerFiles LazySession::layerFiles() const
 {
     core::LayerFiles files = namedFiles_;
     if (files.installation.empty() || files.personal.empty()) {
-        core::LayerFiles usual = core::defaultLayerFiles();
-        files.installation = files.installation.empty() ? std::move(usual.installation) : files.installation;
-        files.personal = files.personal.empty() ? std::move(usual.personal) : files.personal;
+        core::LayerFiles defaults = core::defaultLayerFiles();
+        files.installation =
+            files.installation.empty() ? std::move(defaults.installation) : files.installation;
+        files.personal = files.personal.empty() ? std::move(defaults.personal) : files.personal;
     }
     return files;
 }
 
-void LazySession::leaveTree() const noexcept
+void LazySession::leakTree() const noexcept
 {
     if (!session_) {
         return;
     }
     try {
-        // Never destroyed, and still reachable where leaks are looked for.
-        static auto& left = *new std::vector<core::SettingsTree>;
-        left.push_back(session_->tree());
+        // Never destroyed, but still reachable, so that leak checkers do not report it.
+        static auto& leaked = *new std::vector<core::SettingsTree>;
+        leaked.push_back(session_->tree());
     } catch (const std::bad_alloc&) {
         return;  // the tree is destroyed with the session
     }

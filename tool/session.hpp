@@ -15,11 +15,11 @@
 
 namespace vx::tool {
 
-/// What the bundle supplied, as long as the bundle runs: members go in reverse order, the host last.
+/// A running bundle and the tree that it built. The host is declared first, so that it is destroyed last.
 class Session
 {
 public:
-    /// Starts the bundle and has it build its tree. Raises Failure.
+    /// Starts the bundle and builds its tree. Throws CommandError.
     explicit Session(const std::filesystem::path& bundleFile);
 
     [[nodiscard]] const Host& host() const noexcept { return host_; }
@@ -28,12 +28,12 @@ public:
     [[nodiscard]] settings::core::ReleaseChangeTable releaseChanges() const;
     [[nodiscard]] std::vector<std::string> settingPathList() const;
 
-    /// The node at this path, whose root may be left out. Raises Failure that says what became of the path,
-    /// or which ones are near.
+    /// Returns the node at this path; the root may be left out. Throws CommandError with the release that
+    /// moved or removed the path, or with suggestions.
     [[nodiscard]] const core::Node& node(const std::string& path) const;
 
-    /// The setting at this path, or behind the alias there. Throws Failure as node() does, and for groups and
-    /// unresolved aliases.
+    /// Returns the setting at this path, or the target of the alias there. Throws CommandError as node()
+    /// does, and for groups and unresolved aliases.
     [[nodiscard]] const core::Node& setting(const std::string& path) const;
 
 private:
@@ -41,36 +41,37 @@ private:
     core::SettingsTree tree_;
 };
 
-/// Starts a session when it is first asked for: a command can say what it knows before.
+/// Starts a session on first use, so that commands that need no tree, or report something before, do not wait
+/// for it.
 class LazySession
 {
 public:
-    /// Files that are not named are those of the desktop's base directories.
+    /// Empty paths in `named` stand for the files in the XDG base directories.
     LazySession(std::filesystem::path bundleFile, core::LayerFiles named)
         : bundleFile_(std::move(bundleFile)), namedFiles_(std::move(named))
     {}
 
     [[nodiscard]] const std::filesystem::path& bundleFile() const noexcept { return bundleFile_; }
 
-    /// Raises Failure.
+    /// Returns the session, started if necessary. Throws CommandError.
     const Session& get() { return session_ ? *session_ : session_.emplace(bundleFile_); }
 
-    /// Whether the person said which settings files to read.
-    [[nodiscard]] bool namesLayerFiles() const noexcept
+    /// Returns whether a settings file was given on the command line.
+    [[nodiscard]] bool hasNamedLayerFiles() const noexcept
     {
         return !namedFiles_.installation.empty() || !namedFiles_.personal.empty();
     }
 
-    /// Where the settings files are.
+    /// Returns the paths of the settings files.
     [[nodiscard]] core::LayerFiles layerFiles() const;
 
-    /// The layers over the session's tree. Raises Failure.
+    /// Returns the layers over the session's tree. Throws CommandError.
     core::Layers& layers();
 
-    /// Leaves the tree to the end of the process, which frees its memory faster than its destructors do. For
-    /// a command that has written all its output. The session still releases the provider and stops bundle
-    /// and framework; only objects that the provider put into the tree are not destroyed.
-    void leaveTree() const noexcept;
+    /// Leaks the tree, because the end of the process frees the memory faster than destructors do. To be
+    /// called when all output is written. The session still releases the provider and stops bundle and
+    /// framework; only objects that the provider stored in the tree are not destroyed.
+    void leakTree() const noexcept;
 
 private:
     std::filesystem::path bundleFile_;

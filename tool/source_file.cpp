@@ -6,14 +6,15 @@ namespace vx::tool {
 
 namespace {
 
-struct Place
+struct Location
 {
     std::string_view path;
     std::string_view file;
 };
 
-/// Where a group is not described in the file of its own name; the longest path that fits comes first.
-constexpr Place places[] = {
+/// Paths that are not defined in the file named after their top group. The first match counts, so longer
+/// paths come first.
+constexpr Location locations[] = {
     {"verdix.desktop.commandhistory", "commandhistory"},
     {"verdix.desktop.variables", "variables"},
     {"verdix.desktop.workspace", "workspace"},
@@ -39,7 +40,7 @@ constexpr Place places[] = {
 
 std::string_view fileStem(std::string_view path)
 {
-    for (const auto& [group, file] : places) {
+    for (const auto& [group, file] : locations) {
         if (core::isAtOrUnder(path, group)) {
             return file;
         }

@@ -5,10 +5,11 @@
 
 namespace vx::tool {
 
-/// The file that describes the setting or group at this full path, where the tree's developers edit it.
+/// Returns the source file that defines the setting or group at this full path, relative to the project's
+/// root.
 [[nodiscard]] std::string sourceFileOf(std::string_view path);
 
-/// The file that holds the release table.
+/// The source file of the release change table.
 inline constexpr std::string_view releaseTableFile = "migration/release_changes.cpp";
 
 }  // namespace vx::tool

@@ -23,7 +23,7 @@ void Table::write(Output& out, std::string_view indent) const
             const std::string padding(widths[column] - core::characterCount(cell.text), ' ');
             const bool isLast = column + 1 == row.size();
             const bool isRight = cell.align == Align::right;
-            out << (isRight ? padding : "") << out.painted(cell.style, cell.text);
+            out << (isRight ? padding : "") << out.styled(cell.style, cell.text);
             if (!isLast) {
                 out << (isRight ? "" : padding) << gap;
             }

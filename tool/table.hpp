@@ -19,8 +19,8 @@ enum class Align : std::uint8_t
     right
 };
 
-/// Rows of cells under each other, each column as wide as its widest cell. Numbers stand at the right; a last
-/// column at the left is not padded.
+/// A table with each column as wide as its widest cell. Numbers are right-aligned; a left-aligned last column
+/// is not padded.
 class Table
 {
 public:
@@ -45,7 +45,7 @@ public:
     void add(Row row) { rows_.push_back(std::move(row)); }
     void add(Table&& other) { std::move(other.rows_.begin(), other.rows_.end(), std::back_inserter(rows_)); }
 
-    /// Writes every row, each after `indent`.
+    /// Writes the rows, each indented by `indent`.
     void write(Output& out, std::string_view indent = "") const;
 
 private:

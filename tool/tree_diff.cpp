@@ -12,7 +12,7 @@ namespace vx::tool {
 
 namespace {
 
-/// The facts of a node that one kind of change is about.
+/// The properties whose differences form one kind of difference.
 struct Aspect
 {
     DifferenceKind kind;
@@ -34,9 +34,9 @@ public:
     {
         for (const DocumentNode& node : older_.nodes()) {
             if (const DocumentNode* counterpart = newer_.find(node.path)) {
-                compareFacts(node, *counterpart);
+                compareProperties(node, *counterpart);
             } else {
-                follow(node);
+                addMissing(node);
             }
         }
         for (const DocumentNode& node : newer_.nodes()) {
@@ -54,13 +54,12 @@ private:
         found_.push_back({kind, node.path, std::move(before), std::move(after)});
     }
 
-    /// Says what became of a node that is not at its path any more.
-    void follow(const DocumentNode& node)
+    /// Adds the difference for an old node whose path does not exist any more.
+    void addMissing(const DocumentNode& node)
     {
         const auto steps = core::changesFrom(newer_.releaseChanges(), node.path);
         if (steps.empty()) {
-            // Groups hold no values: nothing is lost with an empty one, and its settings speak for
-            // themselves.
+            // A group has no value to lose; its settings are compared by themselves.
             add(node.isGroup() ? DifferenceKind::removed : DifferenceKind::lost, node);
             return;
         }
@@ -70,23 +69,23 @@ private:
         } else if (const DocumentNode* arrived = newer_.find(target)) {
             targets_.insert(target);
             add(DifferenceKind::moved, *arrived, node.path, std::string(steps.back().release));
-            compareFacts(node, *arrived);
+            compareProperties(node, *arrived);
         } else {
             add(DifferenceKind::lost, node, {}, "moved to " + std::string(target) + ", which does not exist");
         }
     }
 
-    void compareFacts(const DocumentNode& before, const DocumentNode& after)
+    void compareProperties(const DocumentNode& before, const DocumentNode& after)
     {
         for (const Aspect& aspect : aspects) {
             std::string old;
             std::string current;
             for (const std::string_view key : aspect.keys) {
-                const std::string& was = before.facts.find(key)->second;
-                const std::string& is = after.facts.find(key)->second;
+                const std::string& was = before.properties.find(key)->second;
+                const std::string& is = after.properties.find(key)->second;
                 if (was != is) {
-                    appendFact(old, key, was);
-                    appendFact(current, key, is);
+                    appendProperty(old, key, was);
+                    appendProperty(current, key, is);
                 }
             }
             if (!old.empty()) {
@@ -95,7 +94,7 @@ private:
         }
     }
 
-    static void appendFact(std::string& text, std::string_view key, std::string_view value)
+    static void appendProperty(std::string& text, std::string_view key, std::string_view value)
     {
         text.append(text.empty() ? "" : ", ").append(key).append(" ").append(value);
     }
@@ -108,11 +107,11 @@ private:
 
 }  // namespace
 
-std::string_view kindWord(DifferenceKind kind) noexcept
+std::string_view kindLabel(DifferenceKind kind) noexcept
 {
-    static constexpr std::array<std::string_view, 7> words = {"added",   "moved",     "removed",   "lost",
-                                                              "default", "validator", "visibility"};
-    return words[static_cast<std::size_t>(kind)];
+    static constexpr std::array<std::string_view, 7> labels = {"added",   "moved",     "removed",   "lost",
+                                                               "default", "validator", "visibility"};
+    return labels[static_cast<std::size_t>(kind)];
 }
 
 std::vector<Difference> compareTrees(const TreeDocument& older, const TreeDocument& newer)

@@ -13,26 +13,27 @@ enum class DifferenceKind : std::uint8_t
     added,
     moved,
     removed,
-    lost,  ///< gone, and no record of the release table says where to
+    lost,  ///< missing without a release change, or moved to a path that does not exist
     changedDefault,
     changedValidator,
     changedVisibility
 };
 
-/// "added", "moved", "removed", "lost", "default", "validator", "visibility".
-[[nodiscard]] std::string_view kindWord(DifferenceKind kind) noexcept;
+/// Returns "added", "moved", "removed", "lost", "default", "validator" or "visibility".
+[[nodiscard]] std::string_view kindLabel(DifferenceKind kind) noexcept;
 
 /// One difference between two trees.
 struct Difference
 {
     DifferenceKind kind;
-    std::string path;         ///< in the new tree; in the old one for what is gone
-    std::string before = {};  ///< the old path of a moved setting, else what was there, as JSON
-    std::string after = {};   ///< what is there now, as JSON; the release that removed it
+    std::string path;         ///< in the new tree; in the old one if the node is removed or lost
+    std::string before = {};  ///< old path of a moved setting; otherwise the old properties, as JSON
+    std::string after = {};   ///< new properties, as JSON; or the release that moved or removed the setting
 };
 
-/// What differs, by kind in the order above, paths in the order of their tree. The new tree's release table
-/// tells moved and removed settings from lost ones. A group is lost only with a setting that was in it.
+/// Returns the differences, ordered by kind as above, then by tree order. The newer tree's release changes
+/// tell moved and removed settings from lost ones. A group that is missing without a release change counts as
+/// removed, not lost.
 [[nodiscard]] std::vector<Difference> compareTrees(const TreeDocument& older, const TreeDocument& newer);
 
 }  // namespace vx::tool

@@ -11,8 +11,8 @@
 #include <optional>
 #include <utility>
 
+#include "command_error.hpp"
 #include "commands/export_json.hpp"
-#include "failure.hpp"
 #include "json_text.hpp"
 #include "session.hpp"
 
@@ -25,7 +25,7 @@ using core::JsonValue;
 using core::TextError;
 using settings::core::ReleaseChangeSet;
 
-void appendSpelling(std::string& text, const JsonValue& value);
+void appendNormalised(std::string& text, const JsonValue& value);
 
 template <class Range, class Append>
 void appendList(std::string& text, const Range& range, char open, char close, Append append)
@@ -40,7 +40,7 @@ void appendList(std::string& text, const Range& range, char open, char close, Ap
     text += close;
 }
 
-/// Numbers with a point or an exponent have many spellings; the digits of the others stand for themselves.
+/// Numbers with a point or an exponent are normalised. Integers are copied, as they may not fit a double.
 void appendNumber(std::string& text, std::string_view digits)
 {
     double number = 0;
@@ -53,18 +53,18 @@ void appendNumber(std::string& text, std::string_view digits)
     }
 }
 
-void appendSpelling(std::string& text, const JsonValue& value)
+void appendNormalised(std::string& text, const JsonValue& value)
 {
     switch (value.kind) {
     case JsonKind::object:
         appendList(text, value.members, '{', '}', [&](const core::JsonMember& member) {
             text.append(member.name).append(": ");
-            appendSpelling(text, member.value);
+            appendNormalised(text, member.value);
         });
         break;
     case JsonKind::array:
         appendList(text, value.elements, '[', ']',
-                   [&](const JsonValue& element) { appendSpelling(text, element); });
+                   [&](const JsonValue& element) { appendNormalised(text, element); });
         break;
     case JsonKind::number:
         appendNumber(text, value.text);
@@ -96,22 +96,22 @@ const JsonValue& member(const JsonValue& object, std::string_view name, JsonKind
     return require(found->value, kind);
 }
 
-std::string textOf(const JsonValue& value)
+std::string stringOf(const JsonValue& value)
 {
     return foundation::verdixdata::toUtf8(core::decodedText(require(value, JsonKind::text)));
 }
 
 DocumentNode nodeOf(const JsonValue& entry)
 {
-    DocumentNode node{textOf(member(entry, "path", JsonKind::text)), {}};
+    DocumentNode node{stringOf(member(entry, "path", JsonKind::text)), {}};
     for (const auto& [offset, nameText, name, value] : entry.members) {
-        appendSpelling(node.facts[name], value);
+        appendNormalised(node.properties[name], value);
     }
-    for (const char* fact : {"node", "visibility", "readOnly", "value", "validator", "runTimeDefault",
+    for (const char* name : {"node", "visibility", "readOnly", "value", "validator", "runTimeDefault",
                              "valueValidators", "aliasTarget", "errorHandler"})
     {
-        if (!node.facts.contains(fact)) {
-            throw TextError(entry.offset, "expected a member \"" + std::string(fact) + "\"");
+        if (!node.properties.contains(name)) {
+            throw TextError(entry.offset, "expected a member \"" + std::string(name) + "\"");
         }
     }
     return node;
@@ -120,19 +120,19 @@ DocumentNode nodeOf(const JsonValue& entry)
 std::vector<std::string> pathsOf(const JsonValue& list)
 {
     std::vector<std::string> paths;
-    std::ranges::transform(list.elements, std::back_inserter(paths), textOf);
+    std::ranges::transform(list.elements, std::back_inserter(paths), stringOf);
     return paths;
 }
 
 ReleaseChangeSet releaseOf(const JsonValue& entry)
 {
-    ReleaseChangeSet set{textOf(member(entry, "release", JsonKind::text)), false, {}};
+    ReleaseChangeSet set{stringOf(member(entry, "release", JsonKind::text)), false, {}};
     for (const JsonValue& change : member(entry, "changes", JsonKind::array).elements) {
         const JsonValue& from = member(change, "from", JsonKind::array);
         if (from.elements.empty()) {
             throw TextError(from.offset, "expected a path");
         }
-        set.changes.emplace_back(textOf(member(change, "operation", JsonKind::text)), pathsOf(from),
+        set.changes.emplace_back(stringOf(member(change, "operation", JsonKind::text)), pathsOf(from),
                                  pathsOf(member(change, "to", JsonKind::array)));
     }
     return set;
@@ -142,7 +142,7 @@ std::string contentOf(const std::string& file)
 {
     std::optional<std::string> content = core::readFile(file);
     if (!content) {
-        throw Failure(ExitCode::failed, "no such file: " + file);
+        throw CommandError(ExitCode::failed, "no such file: " + file);
     }
     return *std::move(content);
 }
@@ -159,7 +159,7 @@ TreeDocument::TreeDocument(std::string_view text)
         byPath_.emplace(nodes_.back().path, &nodes_.back());
     }
     for (const JsonValue& entry : member(document, "releaseChanges", JsonKind::array).elements) {
-        releases_.emplace(releases_.size(), releaseOf(entry));  // in their order, the oldest first
+        releases_.emplace(releases_.size(), releaseOf(entry));  // oldest first
     }
 }
 
@@ -170,9 +170,10 @@ TreeDocument TreeDocument::read(const std::string& file)
         return TreeDocument(text);
     } catch (const TextError& error) {
         const auto [line, column] = core::positionAt(text, error.offset());
-        throw Failure(ExitCode::failed, file + ":" + std::to_string(line) + ":" + std::to_string(column) +
-                                            ": no exported tree: " + error.what() +
-                                            "; make one with: vxsettings export --format json -o FILE");
+        throw CommandError(ExitCode::failed,
+                           file + ":" + std::to_string(line) + ":" + std::to_string(column) +
+                               ": not an exported tree: " + error.what() +
+                               "; create one with: vxsettings export --format json -o FILE");
     }
 }
 

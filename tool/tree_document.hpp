@@ -12,30 +12,31 @@ namespace vx::tool {
 
 class Session;
 
-/// A node of an exported tree. What is said of it besides its path is kept as JSON, in one spelling, so that
-/// equal facts are equal texts.
+/// A node of an exported tree. Its properties are kept as JSON in a normal form, so that equal properties are
+/// equal strings.
 struct DocumentNode
 {
     std::string path;
-    std::map<std::string, std::string, std::less<>> facts;
+    std::map<std::string, std::string, std::less<>> properties;
 
-    /// Settings and aliases can be set by users, groups cannot.
-    [[nodiscard]] bool isGroup() const { return facts.at("node") == "\"group\""; }
+    /// Returns whether the node is a group rather than a setting or alias.
+    [[nodiscard]] bool isGroup() const { return properties.at("node") == "\"group\""; }
 };
 
-/// A tree in the form of `export --format json`: that of another release, or the one that runs.
+/// A tree in the form of `export --format json`: read from a file, or built from the running bundle.
 class TreeDocument
 {
 public:
-    /// Reads an exported tree. Raises Failure with the file, the place and what is wrong.
+    /// Reads an exported tree. Throws CommandError with file, line and column.
     [[nodiscard]] static TreeDocument read(const std::string& file);
 
+    /// Returns the tree of a session.
     [[nodiscard]] static TreeDocument of(const Session& session);
 
-    /// In creation order.
+    /// Returns the nodes in creation order.
     [[nodiscard]] const std::vector<DocumentNode>& nodes() const noexcept { return nodes_; }
 
-    /// The node at this full path, or null.
+    /// Returns the node at this full path, or null.
     [[nodiscard]] const DocumentNode* find(std::string_view path) const noexcept;
 
     [[nodiscard]] const ::settings::core::ReleaseChangeTable& releaseChanges() const noexcept

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "failure.hpp"
+#include "command_error.hpp"
 #include "source_file.hpp"
 #include "tree_diff.hpp"
 
@@ -20,19 +20,19 @@ using settings::core::ReleaseChangeSet;
 using settings::core::ReleaseChangeTable;
 using settings::core::SettingsFileChange;
 
-const std::string recordsFile(releaseTableFile);
+const std::string tableFile(releaseTableFile);
 constexpr const char* listFile = "docs/changed-defaults";
 
-std::string describe(const ReleaseChangeSet& set, const SettingsFileChange& change)
+std::string changeLabel(const ReleaseChangeSet& set, const SettingsFileChange& change)
 {
     const std::string target = change.to().empty() ? "" : " to " + change.to().front();
     return set.release + ": " + change.operation() + " " + change.from().front() + target;
 }
 
-std::string goneWithoutRecord(const std::string& path)
+std::string missingSetting(const std::string& path)
 {
-    return path + " is gone, and no record of a later release moves or removes it: put it back in " +
-           sourceFileOf(path) + " or add a record to " + recordsFile;
+    return path + " is missing, and no later release change moves or removes it: restore it in " +
+           sourceFileOf(path) + " or add a release change to " + tableFile;
 }
 
 bool sameChange(const SettingsFileChange& left, const SettingsFileChange& right)
@@ -54,37 +54,36 @@ public:
 
     std::vector<std::string> run(const ChangedDefaults& changedDefaults) &&
     {
-        checkDisappeared();
-        checkFormerRecords();
+        checkMissingSettings();
+        checkFormerChanges();
         checkTargets();
         checkSources();
         checkDefaults(changedDefaults);
-        return std::move(faults_);
+        return std::move(diagnostics_);
     }
 
 private:
-    void checkDisappeared()
+    void checkMissingSettings()
     {
         for (const DocumentNode& node : baseline_.nodes()) {
             const std::string& path = node.path;
             if (!node.isGroup() && live_.find(path) == nullptr && core::changesFrom(later_, path).empty()) {
-                faults_.push_back(goneWithoutRecord(path));
+                diagnostics_.push_back(missingSetting(path));
             }
         }
     }
 
-    /// What a release said when it came out cannot be unsaid: users' files were carried forward by it.
-    void checkFormerRecords()
+    /// The changes of a release are final: users' files have been migrated by them.
+    void checkFormerChanges()
     {
         for (const auto& [index, set] : baseline_.releaseChanges()) {
             const auto now = live_.releaseChanges().find(index);
             if (now == live_.releaseChanges().end() || now->second.release != set.release ||
                 !std::ranges::equal(now->second.changes, set.changes, sameChange))
             {
-                faults_.push_back("the records of " + set.release +
-                                  " are no longer those that it came out with: "
-                                  "put them back in " +
-                                  recordsFile + " and add records to a later release");
+                diagnostics_.push_back("the changes of " + set.release +
+                                       " are not those of its baseline: restore them in " + tableFile +
+                                       " and add changes to a later release");
             }
         }
     }
@@ -98,11 +97,10 @@ private:
                 if (!change.to().empty() && live_.find(change.to().front()) == nullptr &&
                     core::changesFrom(following, change.to().front()).empty())
                 {
-                    faults_.push_back(
-                        describe(entry->second, change) +
-                        ": the target does not exist, and no later record carries it on: mend the "
-                        "record in " +
-                        recordsFile + " or describe the setting in " + sourceFileOf(change.to().front()));
+                    diagnostics_.push_back(
+                        changeLabel(entry->second, change) +
+                        ": the target does not exist, and no later change moves it on: fix the change in " +
+                        tableFile + " or define the setting in " + sourceFileOf(change.to().front()));
                 }
             }
         }
@@ -115,8 +113,8 @@ private:
             for (const SettingsFileChange& change : set.changes) {
                 const std::string& source = change.from().front();
                 if (baseline_.find(source) == nullptr && !known.contains(source)) {
-                    faults_.push_back(describe(set, change) +
-                                      ": no release had this path: mend the record in " + recordsFile);
+                    diagnostics_.push_back(changeLabel(set, change) +
+                                           ": no release had this path: fix the change in " + tableFile);
                 }
                 known.insert(change.to().begin(), change.to().end());
             }
@@ -132,16 +130,16 @@ private:
             }
             changed.insert(difference.path);
             if (!listed.contains(difference.path)) {
-                faults_.push_back(difference.path + " has another default (" + difference.before + " -> " +
-                                  difference.after + "): list it in " + listFile +
-                                  " if that is intended, else mend " + sourceFileOf(difference.path));
+                diagnostics_.push_back(difference.path + ": the default changed (" + difference.before +
+                                       " -> " + difference.after + "): list it in " + listFile +
+                                       " if that is intended, otherwise fix " +
+                                       sourceFileOf(difference.path));
             }
         }
         for (const std::string& path : listed) {
             if (!changed.contains(path)) {
-                faults_.push_back(path + " is listed in " + listFile +
-                                  ", but its default is as it was: take it "
-                                  "off the list");
+                diagnostics_.push_back(path + " is listed in " + listFile +
+                                       ", but its default is unchanged: remove it from the list");
             }
         }
     }
@@ -149,7 +147,7 @@ private:
     const TreeDocument& baseline_;
     const TreeDocument& live_;
     ReleaseChangeTable later_;  // the releases after the baseline
-    std::vector<std::string> faults_;
+    std::vector<std::string> diagnostics_;
 };
 
 }  // namespace
@@ -158,21 +156,21 @@ ChangedDefaults readChangedDefaults(const std::string& file)
 {
     const auto content = core::readFile(file);
     if (!content) {
-        throw Failure(ExitCode::failed, "no such file: " + file);
+        throw CommandError(ExitCode::failed, "no such file: " + file);
     }
     ChangedDefaults paths;
     std::istringstream lines(*content);
     for (std::string line; std::getline(lines, line);) {
-        std::istringstream words(line.substr(0, line.find('#')));
-        if (std::string path; words >> path) {
+        std::istringstream uncommented(line.substr(0, line.find('#')));
+        if (std::string path; uncommented >> path) {
             paths.insert(std::move(path));
         }
     }
     return paths;
 }
 
-std::vector<std::string> findHistoryFaults(const TreeDocument& baseline, const TreeDocument& live,
-                                           const ChangedDefaults& changedDefaults)
+std::vector<std::string> checkHistory(const TreeDocument& baseline, const TreeDocument& live,
+                                      const ChangedDefaults& changedDefaults)
 {
     return HistoryCheck(baseline, live).run(changedDefaults);
 }

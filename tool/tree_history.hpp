@@ -8,21 +8,21 @@
 
 namespace vx::tool {
 
-/// Settings whose default may differ from the last release.
+/// Paths of the settings whose default may differ from the last release.
 using ChangedDefaults = std::set<std::string, std::less<>>;
 
-/// Reads a list of paths, one a line; blank lines and what follows a "#" are comment. Raises Failure.
+/// Reads a file with one path per line; empty lines and everything after a "#" are ignored. Throws
+/// CommandError.
 [[nodiscard]] ChangedDefaults readChangedDefaults(const std::string& file);
 
-/// What a release must not do to the settings of the one before it, each fault in one line with the path or
-/// record and the file to edit:
-/// - a setting of the baseline is gone, and no record of a later release moves or removes it;
-/// - a record leads to a setting that does not exist and that no later record carries on;
-/// - a record names a setting that never was; the baseline's own records are taken as they are, but they have
-///   to stay as they are, too;
+/// Compares the tree with that of the last release and returns one line per incompatibility, with the path or
+/// release change and the file to edit:
+/// - a setting of the baseline is missing, and no later release change moves or removes it;
+/// - a release change moves a setting to a path that does not exist and that no later change moves on;
+/// - a release change after the baseline names a path that never existed;
+/// - the changes of a published release differ from those in the baseline;
 /// - a default differs without being listed, or is listed without differing.
-[[nodiscard]] std::vector<std::string> findHistoryFaults(const TreeDocument& baseline,
-                                                         const TreeDocument& live,
-                                                         const ChangedDefaults& changedDefaults);
+[[nodiscard]] std::vector<std::string> checkHistory(const TreeDocument& baseline, const TreeDocument& live,
+                                                    const ChangedDefaults& changedDefaults);
 
 }  // namespace vx::tool

@@ -23,16 +23,17 @@ using core::Node;
 using core::NodeKind;
 using settings::core::ReleaseChangeTable;
 
-/// Nobody has chosen a platform when the tree is built, and there is no word for that.
-constexpr std::array<std::string_view, 1> refusedByItself = {"verdix.keyboard.shortcuts.ActivePlatform"};
+/// Settings with an invalid factory value: the platform is unknown when the tree is built, and no allowed
+/// value means unknown.
+constexpr std::array<std::string_view, 1> invalidByDesign = {"verdix.keyboard.shortcuts.ActivePlatform"};
 
-/// The browser's zoom is a setting, and the group of the same word an anchor.
-constexpr std::array<std::string_view, 1> sameButForCase = {"verdix.web.zoom"};
+/// Names that differ only in letter case: the setting Zoom and the group zoom, which other modules fill.
+constexpr std::array<std::string_view, 1> differsOnlyInCase = {"verdix.web.zoom"};
 
-/// Groups that other modules fill.
-constexpr std::array<std::string_view, 5> anchors = {"verdix.desktop.displayedroots", "verdix.project",
-                                                     "verdix.sourcecontrol", "verdix.vexo.upgrade",
-                                                     "verdix.web.zoom"};
+/// Empty groups, which other modules fill.
+constexpr std::array<std::string_view, 5> filledElsewhere = {"verdix.desktop.displayedroots",
+                                                             "verdix.project", "verdix.sourcecontrol",
+                                                             "verdix.vexo.upgrade", "verdix.web.zoom"};
 
 bool isKnown(std::span<const std::string_view> exceptions, std::string_view path)
 {
@@ -46,7 +47,7 @@ public:
         : tree_(tree), releases_(releases)
     {}
 
-    std::vector<LintFault> run() &&
+    std::vector<LintDiagnostic> run() &&
     {
         checkNames(*tree_.root());
         for (const Node* node : tree_.nodes()) {
@@ -54,29 +55,29 @@ public:
                 checkContents(*node);
                 checkNames(*node);
             } else if (node->kind() == NodeKind::setting) {
-                checkRules(*node);
-                checkOwnValue(*node);
+                checkRanges(*node);
+                checkFactoryValue(*node);
             }
         }
         checkReleases();
-        return std::move(faults_);
+        return std::move(diagnostics_);
     }
 
 private:
     void add(const Node& node, std::string message)
     {
-        faults_.push_back({sourceFileOf(node.getFullName()), node.getFullName(), std::move(message)});
+        diagnostics_.push_back({sourceFileOf(node.getFullName()), node.getFullName(), std::move(message)});
     }
 
-    void addRecord(const std::string& path, std::string message)
+    void addChange(const std::string& path, std::string message)
     {
-        faults_.push_back({std::string(releaseTableFile), path, std::move(message)});
+        diagnostics_.push_back({std::string(releaseTableFile), path, std::move(message)});
     }
 
     void checkContents(const Node& group)
     {
-        if (group.children().empty() && !isKnown(anchors, group.fullName())) {
-            add(group, "the group is empty: describe settings in it, or take it away");
+        if (group.children().empty() && !isKnown(filledElsewhere, group.fullName())) {
+            add(group, "the group is empty: add settings to it, or remove it");
         }
     }
 
@@ -87,27 +88,27 @@ private:
             const auto lower =
                 boost::algorithm::to_lower_copy(std::string(child.name()), std::locale::classic());
             const auto [same, isNew] = seen.emplace(lower, &child);
-            if (!isNew && !isKnown(sameButForCase, child.fullName())) {
+            if (!isNew && !isKnown(differsOnlyInCase, child.fullName())) {
                 add(child, "the name differs from " + same->second->getFullName() +
-                               " by letter case alone: choose another");
+                               " only in letter case: choose another name");
             }
         }
     }
 
-    void checkRules(const Node& setting)
+    void checkRanges(const Node& setting)
     {
-        for (const auto& record : setting.properties().valueValidators) {
-            if (record.range && !(record.range->lower <= record.range->upper)) {
-                add(setting, "no value is in the range " + core::describe(record) + ": mend its bounds");
+        for (const auto& validator : setting.properties().valueValidators) {
+            if (validator.range && !(validator.range->lower <= validator.range->upper)) {
+                add(setting, "no value is in the range " + core::describe(validator) + ": fix its bounds");
             }
         }
     }
 
-    void checkOwnValue(const Node& setting)
+    void checkFactoryValue(const Node& setting)
     {
         const core::Verdict verdict = core::checkDefaultValue(setting);
-        if (!verdict.accepted() && !isKnown(refusedByItself, setting.fullName())) {
-            add(setting, "its own factory value is refused: " + verdict.failures.front().message);
+        if (!verdict.accepted() && !isKnown(invalidByDesign, setting.fullName())) {
+            add(setting, "invalid factory value: " + verdict.failures.front().message);
         }
     }
 
@@ -122,14 +123,14 @@ private:
         }
     }
 
-    /// A path that a release took away may come back only as the target of a later move.
+    /// A path that a release moved or removed may exist again only as the target of a later move.
     void checkSource(const std::string& release, const settings::core::SettingsFileChange& change,
                      const ReleaseChangeTable& following)
     {
         const std::string& path = change.from().front();
         if (tree_.find(path) != nullptr && core::movesTo(following, path).empty()) {
-            addRecord(path, release + " took it away, and yet it is in the tree: take it out of " +
-                                sourceFileOf(path) + " or mend the record");
+            addChange(path, release + " moved or removed it, but it is still in the tree: remove it from " +
+                                sourceFileOf(path) + " or fix the release change");
         }
     }
 
@@ -141,20 +142,20 @@ private:
         }
         const std::string& target = change.to().front();
         if (tree_.find(target) == nullptr && core::changesFrom(following, target).empty()) {
-            addRecord(change.from().front(), release + " moved it to " + target +
-                                                 ", which does not exist: describe it in " +
-                                                 sourceFileOf(target) + " or mend the record");
+            addChange(change.from().front(), release + " moved it to " + target +
+                                                 ", which does not exist: define it in " +
+                                                 sourceFileOf(target) + " or fix the release change");
         }
     }
 
     const core::SettingsTree& tree_;
     const ReleaseChangeTable& releases_;
-    std::vector<LintFault> faults_;
+    std::vector<LintDiagnostic> diagnostics_;
 };
 
 }  // namespace
 
-std::vector<LintFault> lintTree(const core::SettingsTree& tree, const ReleaseChangeTable& releases)
+std::vector<LintDiagnostic> lintTree(const core::SettingsTree& tree, const ReleaseChangeTable& releases)
 {
     return Lint(tree, releases).run();
 }

@@ -9,22 +9,23 @@
 
 namespace vx::tool {
 
-/// Something in the tree's description that its developers should mend.
-struct LintFault
+/// An error in the definition of the tree.
+struct LintDiagnostic
 {
     std::string file;  ///< to edit
-    std::string path;  ///< of the node, or of the record in the release table
+    std::string path;  ///< of the node, or the old path of the release change
     std::string message;
 };
 
-/// Looks over a live tree and its release table:
-/// - factory values that the setting's own checks refuse, outside their range or their words included;
-/// - ranges and lengths that no value can keep;
-/// - names under one group that differ by letter case alone;
-/// - groups with nothing in them that are no anchors for other modules;
-/// - moves that lead nowhere, and paths that were moved away or removed and yet exist.
-/// The few exceptions that are meant to be are known by their paths.
-[[nodiscard]] std::vector<LintFault> lintTree(const core::SettingsTree& tree,
-                                              const ::settings::core::ReleaseChangeTable& releases);
+/// Returns an error for:
+/// - each factory value that violates a constraint of its own setting;
+/// - each range that contains no value;
+/// - names in one group that differ only in letter case;
+/// - empty groups;
+/// - release changes that move a setting to a path that does not exist, and moved or removed paths that are
+///   still in the tree.
+/// A few intended exceptions are listed by path.
+[[nodiscard]] std::vector<LintDiagnostic> lintTree(const core::SettingsTree& tree,
+                                                   const ::settings::core::ReleaseChangeTable& releases);
 
 }  // namespace vx::tool

@@ -10,21 +10,21 @@ namespace {
 
 using core::Node;
 using foundation::verdixdata::ArrayType;
-using Records = ValueConstraints::Records;
+using ValueValidator = ValueConstraints::ValueValidator;
 
-bool isText(ArrayType type)
+bool isCharOrString(ArrayType type)
 {
     return type == ArrayType::CHAR || type == ArrayType::STRING;
 }
 
 bool isNumeric(ArrayType type)
 {
-    return !isText(type) && type != ArrayType::LOGICAL && type != ArrayType::CELL;
+    return !isCharOrString(type) && type != ArrayType::LOGICAL && type != ArrayType::CELL;
 }
 
-void require(ValueConstraints& values, bool kept)
+void require(ValueConstraints& values, bool condition)
 {
-    values.isImpossible = values.isImpossible || !kept;
+    values.acceptsNothing = values.acceptsNothing || !condition;
 }
 
 void restrict(ValueConstraints& values, std::optional<std::size_t>& extent,
@@ -34,71 +34,71 @@ void restrict(ValueConstraints& values, std::optional<std::size_t>& extent,
     extent = demanded ? demanded : extent;
 }
 
-void restrict(ValueConstraints& values, const Records::Size& size)
+void restrict(ValueConstraints& values, const ValueValidator::Size& size)
 {
     restrict(values, values.size.rows, size.rows);
     restrict(values, values.size.columns, size.columns);
 }
 
-void restrict(ValueConstraints& values, const Records::Range& range)
+void restrict(ValueConstraints& values, const ValueValidator::Range& range)
 {
     require(values, values.form.elementClass && isNumeric(*values.form.elementClass));
     values.range = {std::max(values.range.lower, range.lower), std::min(values.range.upper, range.upper)};
 }
 
-void restrict(ValueConstraints& values, const std::vector<std::u16string>& texts)
+void restrict(ValueConstraints& values, const std::vector<std::u16string>& allowed)
 {
     const ArrayType type = values.form.elementClass.value_or(ArrayType::CHAR);
-    require(values, isText(type) || type == ArrayType::CELL);
-    std::vector<std::u16string> kept = texts;
-    if (values.texts) {
-        std::erase_if(kept, [&](const std::u16string& text) {
-            return std::find(values.texts->begin(), values.texts->end(), text) == values.texts->end();
+    require(values, isCharOrString(type) || type == ArrayType::CELL);
+    std::vector<std::u16string> kept = allowed;
+    if (values.allowedStrings) {
+        std::erase_if(kept, [&](const std::u16string& string) {
+            return std::ranges::find(*values.allowedStrings, string) == values.allowedStrings->end();
         });
     }
-    values.texts = std::move(kept);
-    values.isPresent = true;
+    values.allowedStrings = std::move(kept);
+    values.rejectsMissing = true;
 }
 
-void addColour(ValueConstraints& values, const Records::ConfigData& record)
+void addColour(ValueConstraints& values, const ValueValidator::ConfigData& validator)
 {
-    const bool isNormalised = *record.colour == Records::Colour::normalised;
-    restrict(values, Records::Size{1, 3});
-    restrict(values, Records::Range{0, isNormalised ? 1.0 : 255.0});
+    const bool isNormalised = *validator.colour == ValueValidator::Colour::normalised;
+    restrict(values, ValueValidator::Size{1, 3});
+    restrict(values, ValueValidator::Range{0, isNormalised ? 1.0 : 255.0});
     values.isWhole = values.isWhole || !isNormalised;
-    values.wordsForNumbers = record.allowedValues;
+    values.colourNames = validator.allowedValues;
 }
 
-void addRecord(ValueConstraints& values, const Records::ConfigData& record)
+void addValueValidator(ValueConstraints& values, const ValueValidator::ConfigData& validator)
 {
-    if (record.range) {
-        restrict(values, *record.range);
+    if (validator.range) {
+        restrict(values, *validator.range);
     }
-    if (!record.allowedValues.empty() && !record.colour) {
-        restrict(values, record.allowedValues);
+    if (!validator.allowedValues.empty() && !validator.colour) {
+        restrict(values, validator.allowedValues);
     }
-    if (record.maximumLength) {
-        values.maximumLength = std::min(values.maximumLength, *record.maximumLength);
+    if (validator.maximumLength) {
+        values.maximumLength = std::min(values.maximumLength, *validator.maximumLength);
     }
-    if (record.size) {
-        restrict(values, *record.size);
+    if (validator.size) {
+        restrict(values, *validator.size);
     }
-    if (record.elementClass) {
-        require(values, values.form.elementClass == record.elementClass);
+    if (validator.elementClass) {
+        require(values, values.form.elementClass == validator.elementClass);
     }
-    if (record.colour) {
-        addColour(values, record);
+    if (validator.colour) {
+        addColour(values, validator);
     }
 }
 
-void addScript(ValueConstraints& values, std::string_view function)
+void addScriptValidator(ValueConstraints& values, std::string_view function)
 {
     const ArrayType type = values.form.elementClass.value_or(ArrayType::UNKNOWN);
     if (function == "mustBeLogicalScalar") {
         require(values, type == ArrayType::LOGICAL);
     } else if (function == "mustBeStringScalar") {
-        require(values, isText(type));
-        values.isPresent = true;
+        require(values, isCharOrString(type));
+        values.rejectsMissing = true;
     } else if (function == "mustBeIntegerScalar" || function == "mustBeNumericScalar") {
         require(values, isNumeric(type));
         values.isWhole = values.isWhole || function == "mustBeIntegerScalar";
@@ -106,25 +106,27 @@ void addScript(ValueConstraints& values, std::string_view function)
         return;
     }
     if (type != ArrayType::CHAR) {
-        restrict(values, Records::Size{1, 1});
+        restrict(values, ValueValidator::Size{1, 1});
     }
 }
 
-/// The factory value's own size, unless texts and cells, which have any length, or a record that states one.
+/// Constrains the size to that of the factory value, unless a value validator constrains it. Character
+/// vectors and cells have any length.
 void addFactoryShape(ValueConstraints& values, const Node::Properties& properties)
 {
-    const auto& records = properties.valueValidators;
-    const bool statesSize =
-        std::any_of(records.begin(), records.end(),
-                    [](const Records::ConfigData& record) { return record.size || record.colour; });
+    const auto& validators = properties.valueValidators;
+    const bool constrainsSize =
+        std::any_of(validators.begin(), validators.end(), [](const ValueValidator::ConfigData& validator) {
+            return validator.size || validator.colour;
+        });
     const auto& factory = properties.factoryValue;
     const ArrayType type = factory.getType();
-    if (!factory.isAssigned() || statesSize || type == ArrayType::CHAR || type == ArrayType::CELL) {
+    if (!factory.isAssigned() || constrainsSize || type == ArrayType::CHAR || type == ArrayType::CELL) {
         return;
     }
     const auto dimensions = factory.getDimensions();
-    require(values, dimensions.size() == 2);  // settings files hold nothing else
-    restrict(values, Records::Size{dimensions[0], dimensions[1]});
+    require(values, dimensions.size() == 2);  // settings files cannot hold other values
+    restrict(values, ValueValidator::Size{dimensions[0], dimensions[1]});
 }
 
 }  // namespace
@@ -132,13 +134,14 @@ void addFactoryShape(ValueConstraints& values, const Node::Properties& propertie
 ValueConstraints constraintsOf(const Node& setting)
 {
     const Node::Properties& properties = setting.properties();
-    ValueConstraints values{.form = core::valueFormOf(setting), .isImpossible = properties.readOnly.value()};
+    ValueConstraints values{.form = core::valueFormOf(setting),
+                            .acceptsNothing = properties.readOnly.value()};
     addFactoryShape(values, properties);
     if (const auto* script = std::get_if<::settings::core::MValidator>(&properties.validator)) {
-        addScript(values, script->function());
+        addScriptValidator(values, script->function());
     }
-    for (const Records::ConfigData& record : properties.valueValidators) {
-        addRecord(values, record);
+    for (const ValueValidator::ConfigData& validator : properties.valueValidators) {
+        addValueValidator(values, validator);
     }
     return values;
 }

@@ -11,34 +11,35 @@
 
 namespace vx::tool {
 
-/// What class, shape, validator and records of a setting demand of its values together, as far as it can be
-/// told without running anything.
+/// All constraints of a setting, from class, size, validator and value validators, as far as they are known
+/// without calling a function.
 struct ValueConstraints
 {
-    using Records = ::settings::core::SettingValueValidator;
+    using ValueValidator = ::settings::core::SettingValueValidator;
 
     core::ValueForm form;
-    /// The demands exclude each other, or the setting is read-only: no value can be written.
-    bool isImpossible = false;
+    /// No value can be written: the constraints exclude each other, or the setting is read-only.
+    bool acceptsNothing = false;
 
-    /// Rows and columns; any number where open.
-    Records::Size size = {};
-    /// Elements; characters of a text.
+    /// Rows and columns; any number if empty.
+    ValueValidator::Size size = {};
+    /// In elements, or in characters of a character vector.
     std::size_t maximumLength = std::numeric_limits<std::size_t>::max();
 
-    /// Bounds of every number; NaN is one only where both are open.
-    Records::Range range = {};
-    /// Every number is whole, and so finite.
+    /// Bounds of every number; NaN is accepted only if both are infinite.
+    ValueValidator::Range range = {};
+    /// Every number is an integer, hence finite.
     bool isWhole = false;
 
-    /// Every text is one of these.
-    std::optional<std::vector<std::u16string>> texts = std::nullopt;
-    /// A string must not be missing.
-    bool isPresent = false;
-    /// These may stand in place of numbers.
-    std::vector<std::u16string> wordsForNumbers = {};
+    /// Every string is one of these.
+    std::optional<std::vector<std::u16string>> allowedStrings = std::nullopt;
+    /// String scalars must not be missing.
+    bool rejectsMissing = false;
+    /// Accepted in place of the numbers of a colour.
+    std::vector<std::u16string> colourNames = {};
 };
 
+/// Returns the constraints of a setting.
 [[nodiscard]] ValueConstraints constraintsOf(const core::Node& setting);
 
 }  // namespace vx::tool

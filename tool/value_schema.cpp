@@ -19,7 +19,7 @@ using foundation::verdixdata::toUtf8;
 
 constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
 
-json::object acceptNothing()
+json::object rejectEverything()
 {
     return {{"not", json::object()}};
 }
@@ -32,19 +32,19 @@ json::object anyOf(json::array options)
     return {{"anyOf", std::move(options)}};
 }
 
-json::object oneOf(const std::vector<std::u16string>& texts)
+json::object oneOf(const std::vector<std::u16string>& strings)
 {
-    if (texts.size() == 1) {
-        return {{"const", toUtf8(texts.front())}};
+    if (strings.size() == 1) {
+        return {{"const", toUtf8(strings.front())}};
     }
-    json::array words;
-    for (const std::u16string& text : texts) {
-        words.emplace_back(toUtf8(text));
+    json::array options;
+    for (const std::u16string& string : strings) {
+        options.emplace_back(toUtf8(string));
     }
-    return {{"enum", std::move(words)}};
+    return {{"enum", std::move(options)}};
 }
 
-// One element
+// Elements
 
 template <std::integral Integer>
 json::object integer(const ValueConstraints& values)
@@ -60,26 +60,26 @@ json::object integer(const ValueConstraints& values)
     return schema;
 }
 
-/// The texts that stand for what is no finite number, as far as such a double is accepted.
-json::array notFinite(const ValueConstraints& values)
+/// Returns the strings for those of NaN, Inf and -Inf that are accepted.
+json::array nonFinite(const ValueConstraints& values)
 {
-    json::array texts;
+    json::array strings;
     if (values.isWhole) {
-        return texts;
+        return strings;
     }
     constexpr double infinity = std::numeric_limits<double>::infinity();
     const bool isOpenBelow = values.range.lower == -infinity;
     const bool isOpenAbove = values.range.upper == infinity;
     if (isOpenBelow && isOpenAbove) {
-        texts.emplace_back("NaN");
+        strings.emplace_back("NaN");
     }
     if (isOpenAbove) {
-        texts.emplace_back("Inf");
+        strings.emplace_back("Inf");
     }
     if (isOpenBelow) {
-        texts.emplace_back("-Inf");
+        strings.emplace_back("-Inf");
     }
-    return texts;
+    return strings;
 }
 
 json::object real(const ValueConstraints& values)
@@ -92,19 +92,19 @@ json::object real(const ValueConstraints& values)
         number.emplace("maximum", values.range.upper);
     }
     json::array options{std::move(number)};
-    if (json::array texts = notFinite(values); !texts.empty()) {
-        options.push_back(json::object{{"enum", std::move(texts)}});
+    if (json::array strings = nonFinite(values); !strings.empty()) {
+        options.push_back(json::object{{"enum", std::move(strings)}});
     }
     return anyOf(std::move(options));
 }
 
 json::object string(const ValueConstraints& values)
 {
-    if (values.texts) {
-        return oneOf(*values.texts);
+    if (values.allowedStrings) {
+        return oneOf(*values.allowedStrings);
     }
     json::object schema{{"type", "string"}};
-    if (!values.isPresent) {
+    if (!values.rejectsMissing) {
         schema["type"] = json::array{"string", "null"};
     }
     return schema;
@@ -125,7 +125,7 @@ json::object element(ArrayType type, const ValueConstraints& values)
     });
 }
 
-// A value
+// Values
 
 json::object list(const json::object& items, std::size_t least, std::size_t most)
 {
@@ -139,7 +139,7 @@ json::object list(const json::object& items, std::size_t least, std::size_t most
     return schema;
 }
 
-/// A row may stand in a list of its own, as the only row of a matrix.
+/// Accepts a row as [1, 2], or as the only row of a matrix: [[1, 2]].
 json::array row(const json::object& items, std::size_t least, std::size_t most)
 {
     json::object bare = list(items, least, most);
@@ -147,21 +147,21 @@ json::array row(const json::object& items, std::size_t least, std::size_t most)
     return {std::move(bare), std::move(nested)};
 }
 
-/// So many elements each at most, where there are so many lines.
+/// Returns how long each of `lines` rows or columns may be, if there are at most so many elements together.
 std::size_t share(std::size_t elements, std::size_t lines)
 {
     return elements == noLimit || lines == 0 ? noLimit : elements / lines;
 }
 
-/// A scalar stands for itself, a row in one list, and several rows in a list of lists. That these are of one
-/// length no schema can say.
+/// Accepts a scalar as 1, a row as [1, 2], and a matrix as [[1, 2], [3, 4]]. JSON Schema cannot express that
+/// the rows have the same length.
 json::object matrix(ArrayType type, const ValueConstraints& values)
 {
     const auto& [rows, columns] = values.size;
-    const std::size_t leastRows = rows.value_or(1);  // no JSON stands for a matrix without rows
+    const std::size_t leastRows = rows.value_or(1);  // settings files cannot hold a matrix without rows
     const std::size_t leastColumns = columns.value_or(0);
     if (leastRows == 0 || leastRows * leastColumns > values.maximumLength) {
-        return acceptNothing();
+        return rejectEverything();
     }
     const std::size_t mostRows = rows.value_or(share(values.maximumLength, leastColumns));
     const std::size_t mostColumns = columns.value_or(share(values.maximumLength, leastRows));
@@ -182,19 +182,21 @@ json::object cell(const ValueConstraints& values)
 {
     const auto& [rows, columns] = values.size;
     if (rows.value_or(1) != 1) {
-        return acceptNothing();
+        return rejectEverything();
     }
-    json::object items = values.texts ? oneOf(*values.texts) : json::object{{"type", "string"}};
+    json::object items =
+        values.allowedStrings ? oneOf(*values.allowedStrings) : json::object{{"type", "string"}};
     return anyOf(row(items, columns.value_or(0), std::min(values.maximumLength, columns.value_or(noLimit))));
 }
 
-json::object text(const ValueConstraints& values)
+json::object characterVector(const ValueConstraints& values)
 {
     const auto& [rows, columns] = values.size;
     if (rows.value_or(1) != 1) {
-        return acceptNothing();
+        return rejectEverything();
     }
-    json::object schema = values.texts ? oneOf(*values.texts) : json::object{{"type", "string"}};
+    json::object schema =
+        values.allowedStrings ? oneOf(*values.allowedStrings) : json::object{{"type", "string"}};
     if (columns) {
         schema.emplace("minLength", *columns);
     }
@@ -209,7 +211,7 @@ json::object ofClass(ArrayType type, const ValueConstraints& values)
 {
     switch (type) {
     case ArrayType::CHAR:
-        return text(values);
+        return characterVector(values);
     case ArrayType::CELL:
         return cell(values);
     default:
@@ -219,25 +221,25 @@ json::object ofClass(ArrayType type, const ValueConstraints& values)
 
 json::object ofAnyClass(const ValueConstraints& values)
 {
-    return anyOf(
-        {text(values), cell(values), matrix(ArrayType::LOGICAL, values), matrix(ArrayType::DOUBLE, values)});
+    return anyOf({characterVector(values), cell(values), matrix(ArrayType::LOGICAL, values),
+                  matrix(ArrayType::DOUBLE, values)});
 }
 
 }  // namespace
 
 json::object valueSchema(const ValueConstraints& values)
 {
-    if (values.isImpossible) {
-        return acceptNothing();
+    if (values.acceptsNothing) {
+        return rejectEverything();
     }
     if (!values.form.elementClass) {
         return ofAnyClass(values);
     }
     json::object schema = ofClass(*values.form.elementClass, values);
-    if (values.wordsForNumbers.empty()) {
+    if (values.colourNames.empty()) {
         return schema;
     }
-    json::array options{oneOf(values.wordsForNumbers)};
+    json::array options{oneOf(values.colourNames)};
     options.emplace_back(std::move(schema));
     return anyOf(std::move(options));
 }

@@ -6,7 +6,8 @@
 
 namespace vx::tool {
 
-/// The JSON Schema of what a settings file may give for such values: as many rules as JSON Schema can state.
+/// Returns the JSON Schema of a setting's value in a settings file, with all constraints that JSON Schema can
+/// express.
 [[nodiscard]] boost::json::object valueSchema(const ValueConstraints& values);
 
 }  // namespace vx::tool

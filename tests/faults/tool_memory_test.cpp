@@ -44,8 +44,8 @@ TEST(ToolMemory, EndsWithOneLineAndWholeFiles)
                 }
                 ASSERT_EQ(run.exitCode, 1)
                     << verb.front() << ' ' << mode << ' ' << points * stride << ": " << run.errors;
-                ASSERT_EQ(run.errors, "vxsettings: out of memory: end other programs, or raise the memory "
-                                      "limit of this one\n");
+                ASSERT_EQ(run.errors,
+                          "vxsettings: out of memory: close other programs, or raise the memory limit\n");
                 const std::string found = tests::readFile(file);
                 ASSERT_TRUE(found == before || found == after) << found;
                 ASSERT_FALSE(fs::exists(folder / ".settings.json.new"));

@@ -86,7 +86,7 @@ pageTest("searches as one types, in all words at once", {}, async (page) => {
 
 pageTest("filters by area, class, visibility and validator", {}, async (page) => {
     await page.locator("#class").selectOption("int32");
-    await page.locator("#checks").selectOption("colour");
+    await page.locator("#constraints").selectOption("colour");
     const isColour = (node) => node.value?.class === "int32" && hasRule(node, "colour");
     assert.deepEqual(await visibleSettings(page), paths(isColour));
     await page.locator("#area").selectOption("colors");

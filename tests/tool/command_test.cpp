@@ -31,7 +31,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         int exitCode;
         std::string message;
     } cases[] = {
-        {{"tre"}, 2, "no such verb: tre; did you mean tree?"},
+        {{"tre"}, 2, "no such command: tre; did you mean tree?"},
         {{"describe", "a", "b"}, 2, "not expected: b"},
         {{"--feature", "webui"}, 2, "needs NAME=VALUE"},
         {{"--feature", "webui=maybe"}, 2, "on, off or a whole number"},
@@ -43,7 +43,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         {{"get", "commandwindow"},
          1,
          "is a group; see what is in it with: vxsettings tree verdix.commandwindow"},
-        {{"get", "dump"}, 1, "verdix.dump has no factory value, and no file gives it one"},
+        {{"get", "dump"}, 1, "verdix.dump has no factory value, and no file sets it"},
         {{"list", "--validator", "mustBe"}, 1, "there are allowedValues, callable, colour"},
         {{"list", "class*", "nothing*"}, 1, "no path matches nothing*"},
         {{"export", "--format", "json", "-o", "/no/such/folder/x"},
@@ -143,7 +143,7 @@ TEST(Command, DescribesNodesInWords)
     EXPECT_THAT(twiceMoved, HasSubstr("verdix.keyboard.suggestions.ShowAutomatically in R2022b\n"));
 
     EXPECT_THAT(outputOf({"describe", "desktop.workspace"}),
-                HasSubstr("hidden: its group verdix.desktop is\n"));
+                HasSubstr("hidden: its group verdix.desktop is hidden\n"));
 }
 
 TEST(Command, CountsAndDiagnoses)

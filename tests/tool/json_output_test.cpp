@@ -1,4 +1,4 @@
-// What programs read of every verb.
+// What programs read of every command.
 
 #include <boost/json/object.hpp>
 #include <boost/json/parse.hpp>
@@ -19,7 +19,7 @@ const std::string baseline = VX_SOURCE_DIR "/docs/baseline/R2026a.json";
 
 struct JsonOutputTest : testing::Test
 {
-    /// The document that a verb writes; it has to end as in text, and to say nothing else.
+    /// The document that a command writes; it has to end as in text, and to say nothing else.
     [[nodiscard]] json::object run(std::vector<std::string> arguments, int exitCode = 0) const
     {
         const std::string layers[] = {"--personal", file, "--installation", folder / "none"};
@@ -61,7 +61,7 @@ TEST_F(JsonOutputTest, IsOneDocumentOfEveryVerb)
         {{"doctor", "--bundle", VX_PLAIN_LIBRARY}, 3, "findings", 3},
     };
     for (const auto& [arguments, exitCode, member, entries] : cases) {
-        SCOPED_TRACE(arguments.empty() ? "no verb" : arguments.front());
+        SCOPED_TRACE(arguments.empty() ? "no command" : arguments.front());
         const json::object document = run(arguments, exitCode);
         ASSERT_TRUE(document.contains(member));
         EXPECT_GE(document.at(member).as_array().size(), entries);

@@ -1,4 +1,4 @@
-// The verbs that work on settings files, as a person calls them.
+// The commands that work on settings files, as users run them.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -90,7 +90,7 @@ TEST_F(SettingsFilesTest, MigrationShowsFirstAndKeepsTheOldFile)
     const ToolRun shown = run({"migrate", file, "--to", "R2026a"});
     EXPECT_EQ(shown.exitCode, 1) << "the value does not fit its new setting";
     for (const char* words :
-         {"from R2020b to R2026a, 1 setting stays", "removed in R2026a",
+         {"from R2020b to R2026a, 1 setting unchanged", "removed in R2026a",
           "to verdix.commandwindow.UseEightyColumnDisplayWidth", "expected true or false"})
     {
         EXPECT_THAT(shown.output, HasSubstr(words));

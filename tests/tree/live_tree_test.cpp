@@ -25,12 +25,12 @@ TEST(LiveTree, HasThePathsAndFilesThatOthersRelyOn)
     component.getSettingPathList(paths);
     for (const auto& path : paths) {
         EXPECT_NE(tree.find(path), nullptr)
-            << path << " is gone, but component/factory_settings_verdix.cpp lists it: take it out there";
+            << path << " is missing, but component/factory_settings_verdix.cpp lists it: remove it there";
     }
     for (const vx::core::Node* node : tree.nodes()) {
         const std::string file = vx::tool::sourceFileOf(node->fullName());
         EXPECT_TRUE(std::filesystem::exists(VX_SOURCE_DIR "/" + file))
-            << node->fullName() << " is not described in " << file << ": say where in tool/source_file.cpp";
+            << node->fullName() << " is not defined in " << file << ": add its file to tool/source_file.cpp";
     }
 }
 

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "arguments.hpp"
+#include "command.hpp"
 #include "json_text.hpp"
-#include "verb.hpp"
 
 namespace vx::tool {
 
@@ -21,7 +21,7 @@ struct SetOptions
 struct ResetOptions
 {
     std::string path;
-    bool all = false;
+    bool resetsAll = false;
 };
 
 ExitCode set(LazySession& lazy, const SetOptions& options, Output& out)
@@ -42,14 +42,15 @@ ExitCode set(LazySession& lazy, const SetOptions& options, Output& out)
 
 ExitCode reset(LazySession& lazy, const ResetOptions& options, Output& out)
 {
-    if (options.all == !options.path.empty()) {
-        throw Failure(ExitCode::usage, "reset needs either a path or --all; see vxsettings reset --help");
+    if (options.resetsAll == !options.path.empty()) {
+        throw CommandError(ExitCode::usage,
+                           "reset needs either a path or --all; see vxsettings reset --help");
     }
     const Session& session = lazy.get();
     const auto releases = session.releaseChanges();
     const std::string file = lazy.layerFiles().personal.string();
     core::SettingsChanger changer(session.tree(), releases, file);
-    const std::size_t count = options.all ? changer.resetAll() : changer.reset(options.path);
+    const std::size_t count = options.resetsAll ? changer.resetAll() : changer.reset(options.path);
     if (out.isJson()) {
         writeJson({{"count", count}, {"file", file}}, out);
     } else {
@@ -60,27 +61,29 @@ ExitCode reset(LazySession& lazy, const ResetOptions& options, Output& out)
 
 }  // namespace
 
-Action addSet(CLI::App& verb)
+Action addSet(CLI::App& command)
 {
-    describe(verb, "Give a setting a value in your own settings file",
-             "Examples:\n  vxsettings set commandwindow.WrapLines true\n"
-             "  vxsettings set colors.KeywordColor '[14 0 255]'");
+    setHelp(command, "Set a value in your personal settings file",
+            "Examples:\n  vxsettings set commandwindow.WrapLines true\n"
+            "  vxsettings set colors.KeywordColor '[14 0 255]'");
     auto options = std::make_shared<SetOptions>();
-    addOperand(verb, "PATH", options->path, Need::required, "Setting or alias");
-    addOperand(verb, "VALUE", options->value, Need::required,
-               "true, 12, [14 0 255], a text with or without quotes, or {\"a\",\"b\"}; put -- in front of a "
-               "text that begins with -");
-    addFlag(verb, "--json", options->isJson, "VALUE is JSON: 12, [14, 0, 255], \"text\", [\"a\", \"b\"]");
+    addPositional(command, "PATH", options->path, Need::required, "Setting or alias");
+    addPositional(
+        command, "VALUE", options->value, Need::required,
+        "true, 12, [14 0 255], a string with or without quotes, or {\"a\",\"b\"}; precede a value that "
+        "begins with - by --");
+    addFlag(command, "--json", options->isJson,
+            "Read VALUE as JSON: 12, [14, 0, 255], \"text\", [\"a\", \"b\"]");
     return [options](LazySession& session, Output& out) { return set(session, *options, out); };
 }
 
-Action addReset(CLI::App& verb)
+Action addReset(CLI::App& command)
 {
-    describe(verb, "Take values out of your own settings file",
-             "Examples:\n  vxsettings reset commandwindow.WrapLines\n  vxsettings reset colors");
+    setHelp(command, "Remove values from your personal settings file",
+            "Examples:\n  vxsettings reset commandwindow.WrapLines\n  vxsettings reset colors");
     auto options = std::make_shared<ResetOptions>();
-    addOperand(verb, "PATH", options->path, Need::optional, "Setting, or group with everything in it");
-    addFlag(verb, "--all", options->all, "Every setting");
+    addPositional(command, "PATH", options->path, Need::optional, "Setting, or group with all its settings");
+    addFlag(command, "--all", options->resetsAll, "Reset all settings");
     return [options](LazySession& session, Output& out) { return reset(session, *options, out); };
 }
 

@@ -3,10 +3,10 @@
 #include <utility>
 
 #include "arguments.hpp"
+#include "command.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
 #include "table.hpp"
-#include "verb.hpp"
 
 namespace vx::tool {
 
@@ -27,8 +27,8 @@ void writeDocument(const ReleaseChangeTable& table, Output& out)
 void writeText(const ReleaseChangeSet& set, Output& out)
 {
     const std::size_t count = set.changes.size();
-    out << out.painted(Style::heading, set.release)
-        << out.painted(Style::note, count == 1 ? "  1 change" : "  " + std::to_string(count) + " changes")
+    out << out.styled(Style::heading, set.release)
+        << out.styled(Style::note, count == 1 ? "  1 change" : "  " + std::to_string(count) + " changes")
         << (set.crossesRootGroups ? ", across root groups" : "") << '\n';
     Table table;
     for (const auto& change : set.changes) {
@@ -56,9 +56,9 @@ ExitCode changes(const ReleaseChangeTable& table, Output& out)
 
 }  // namespace
 
-Action addChanges(CLI::App& verb)
+Action addChanges(CLI::App& command)
 {
-    describe(verb, "Settings that releases moved or removed, oldest release first");
+    setHelp(command, "List the settings that each release moved or removed, oldest release first");
     return [](LazySession& session, Output& out) { return changes(session.get().releaseChanges(), out); };
 }
 

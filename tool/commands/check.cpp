@@ -5,28 +5,28 @@
 #include <string>
 
 #include "arguments.hpp"
-#include "faults.hpp"
+#include "command.hpp"
+#include "diagnostics.hpp"
 #include "json_text.hpp"
-#include "verb.hpp"
 
 namespace vx::tool {
 
 namespace {
 
-void writeDocument(const std::filesystem::path& file, bool exists, const std::vector<core::FileFault>& faults,
-                   Output& out)
+void writeDocument(const std::filesystem::path& file, bool exists,
+                   const std::vector<core::FileFault>& diagnostics, Output& out)
 {
-    writeJson({{"file", file.string()}, {"exists", exists}, {"faults", faultsJson(faults)}}, out);
+    writeJson({{"file", file.string()}, {"exists", exists}, {"faults", diagnosticsJson(diagnostics)}}, out);
 }
 
-void writeText(const std::filesystem::path& file, bool exists, const std::vector<core::FileFault>& faults,
-               Output& out)
+void writeText(const std::filesystem::path& file, bool exists,
+               const std::vector<core::FileFault>& diagnostics, Output& out)
 {
-    writeFaults(file, faults, out);
+    writeDiagnostics(file, diagnostics, out);
     if (!exists) {
         out << file.string() << ": no such file, so nothing is set\n";
-    } else if (faults.empty()) {
-        out << file.string() << ": " << out.painted(Style::good, "no faults") << '\n';
+    } else if (diagnostics.empty()) {
+        out << file.string() << ": " << out.styled(Style::good, "no errors") << '\n';
     }
 }
 
@@ -34,28 +34,28 @@ ExitCode check(LazySession& lazy, const std::string& named, Output& out)
 {
     const std::filesystem::path file =
         named.empty() ? lazy.layerFiles().personal : std::filesystem::path(named);
-    auto text = core::readFile(file);
-    if (!text && !named.empty()) {
-        throw Failure(ExitCode::failed, named + ": no such file");
+    auto content = core::readFile(file);
+    if (!content && !named.empty()) {
+        throw CommandError(ExitCode::failed, named + ": no such file");
     }
-    const bool exists = text.has_value();
-    std::vector<core::FileFault> faults;
+    const bool exists = content.has_value();
+    std::vector<core::FileFault> diagnostics;
     if (exists) {
         const Session& session = lazy.get();
-        faults = core::checkSettingsFile(*std::move(text), session.tree(), session.releaseChanges());
+        diagnostics = core::checkSettingsFile(*std::move(content), session.tree(), session.releaseChanges());
     }
-    (out.isJson() ? writeDocument : writeText)(file, exists, faults, out);
-    return faults.empty() ? ExitCode::done : ExitCode::failed;
+    (out.isJson() ? writeDocument : writeText)(file, exists, diagnostics, out);
+    return diagnostics.empty() ? ExitCode::done : ExitCode::failed;
 }
 
 }  // namespace
 
-Action addCheck(CLI::App& verb)
+Action addCheck(CLI::App& command)
 {
-    describe(verb, "Every fault in a settings file, with line and column",
-             "Ends with 1 when there are any.\nExample:\n  vxsettings check settings.json");
+    setHelp(command, "Check a settings file; report every error with line and column",
+            "Exits with 1 if the file has errors.\nExample:\n  vxsettings check settings.json");
     auto file = std::make_shared<std::string>();
-    addOperand(verb, "FILE", *file, Need::optional, "Settings file; your own when left out");
+    addPositional(command, "FILE", *file, Need::optional, "Settings file (default: the personal one)");
     return [file](LazySession& session, Output& out) { return check(session, *file, out); };
 }
 

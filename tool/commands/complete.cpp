@@ -3,47 +3,48 @@
 #include <vector>
 
 #include "arguments.hpp"
+#include "command.hpp"
 #include "completion/completion.hpp"
 #include "completion/shell_scripts.hpp"
-#include "verb.hpp"
 
 namespace vx::tool {
 
 namespace {
 
-/// A candidate a line, its description behind a tab; ":files" where any file may stand.
+/// Writes one candidate per line, with a tab and its description; ":files" if any file name may follow.
 ExitCode writeCandidates(const Completion& completion, Output& out)
 {
     if (completion.takesFile) {
         out << ":files\n";
     }
-    for (const auto& [word, description] : completion.candidates) {
-        out << word << '\t' << description << '\n';
+    for (const auto& [argument, description] : completion.candidates) {
+        out << argument << '\t' << description << '\n';
     }
     return ExitCode::done;
 }
 
 }  // namespace
 
-Action addComplete(CLI::App& verb)
+Action addComplete(CLI::App& command)
 {
-    describe(verb, "What may stand at the end of a command line");
-    hide(verb);  // for the shells' scripts
-    auto words = std::make_shared<std::vector<std::string>>();
-    addOperand(verb, "WORDS", *words, Need::required,
-               "Words behind the program's name, the last one unfinished");
-    return [words, &app = wholeOf(verb)](LazySession& session, Output& out) {
-        return writeCandidates(complete(app, *words, session), out);
+    setHelp(command, "Print the candidates for the last argument of a command line");
+    hideFromHelp(command);  // called by the completion scripts
+    auto arguments = std::make_shared<std::vector<std::string>>();
+    addPositional(command, "ARGUMENTS", *arguments, Need::required,
+                  "Arguments after the program's name, the last one incomplete");
+    return [arguments, &app = programOf(command)](LazySession& session, Output& out) {
+        return writeCandidates(complete(app, *arguments, session), out);
     };
 }
 
-Action addCompletion(CLI::App& verb)
+Action addCompletion(CLI::App& command)
 {
-    describe(verb, "Script that makes a shell complete this command",
-             "Examples:\n  source <(vxsettings completion bash)\n"
-             "  vxsettings completion fish > ~/.config/fish/completions/vxsettings.fish");
+    setHelp(command, "Print the script that sets up completion in a shell",
+            "Examples:\n  source <(vxsettings completion bash)\n"
+            "  vxsettings completion fish > ~/.config/fish/completions/vxsettings.fish");
     auto shell = std::make_shared<std::string>();
-    addChoice(verb, "SHELL", *shell, {"bash", "zsh", "fish"}, "Shell that is to read it", Need::required);
+    addChoice(command, "SHELL", *shell, {"bash", "zsh", "fish"}, "Shell that reads the script",
+              Need::required);
     return [shell](LazySession&, Output& out) {
         out << (*shell == "bash"  ? shell_scripts::bash
                 : *shell == "zsh" ? shell_scripts::zsh

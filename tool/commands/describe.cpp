@@ -10,11 +10,11 @@
 #include <utility>
 
 #include "arguments.hpp"
+#include "command.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
+#include "node_labels.hpp"
 #include "table.hpp"
-#include "verb.hpp"
-#include "words.hpp"
 
 namespace vx::tool {
 
@@ -26,11 +26,14 @@ using core::NodeKind;
 
 constexpr std::size_t valueWidth = 200;
 
-/// Lines of a fact and what is to say about it.
-class Facts
+/// Rows of property and description.
+class PropertyTable
 {
 public:
-    void add(const char* fact, std::string text) { table_.add({{fact, Style::note}, std::move(text)}); }
+    void add(const char* name, std::string description)
+    {
+        table_.add({{name, Style::note}, std::move(description)});
+    }
 
     void write(Output& out) const { table_.write(out, "  "); }
 
@@ -38,7 +41,7 @@ private:
     Table table_;
 };
 
-const Node* nearestHiddenGroup(const Node& node)
+const Node* innermostHiddenGroup(const Node& node)
 {
     const Node* group = node.parent();
     while (group != nullptr && !group->isHiddenItself()) {
@@ -51,12 +54,12 @@ std::string visibility(const Node& node)
 {
     const auto& flag = node.properties().visible;
     if (flag.isWritten() && !flag.value()) {
-        return "hidden: declared so";
+        return "hidden: declared";
     }
-    if (const Node* group = nearestHiddenGroup(node)) {
-        return "hidden: its group " + group->getFullName() + " is";
+    if (const Node* group = innermostHiddenGroup(node)) {
+        return "hidden: its group " + group->getFullName() + " is hidden";
     }
-    return flag.isWritten() ? "visible: declared so" : "visible: nothing declared";
+    return flag.isWritten() ? "visible: declared" : "visible: default";
 }
 
 std::string contents(const Node& group)
@@ -70,110 +73,110 @@ std::string contents(const Node& group)
            (settings == 1 ? " setting" : " settings");
 }
 
-std::string accessWords(const core::Node::Properties& properties)
+std::string describeAccess(const core::Node::Properties& properties)
 {
     const auto& flag = properties.readOnly;
-    return flag.value() ? "read-only" : flag.isWritten() ? "may be changed: declared so" : "may be changed";
+    return flag.value() ? "read-only" : flag.isWritten() ? "writable: declared" : "writable";
 }
 
-void addValue(const Node& setting, Facts& facts)
+void addValue(const Node& setting, PropertyTable& table)
 {
     const auto& properties = setting.properties();
     const std::string function = qualifiedName(properties.runTimeDefault);
     if (properties.factoryValue.isAssigned()) {
-        facts.add("class", core::shapeText(properties.factoryValue));
-        facts.add("value", core::shortValueText(properties.factoryValue, valueWidth));
+        table.add("class", core::shapeText(properties.factoryValue));
+        table.add("value", core::shortValueText(properties.factoryValue, valueWidth));
     } else {
-        facts.add("value", function.empty() ? "no factory value" : "computed when it is asked for");
+        table.add("value", function.empty() ? "no factory value" : "computed on request");
     }
     if (!function.empty()) {
-        facts.add("computed by", function);
+        table.add("computed by", function);
     }
 }
 
-void addChecks(const Node& setting, Facts& facts)
+void addConstraints(const Node& setting, PropertyTable& table)
 {
     const auto& properties = setting.properties();
     if (const std::string function = qualifiedName(properties.validator); !function.empty()) {
-        facts.add("validator", function + ": " + core::describe(properties.validator));
+        table.add("validator", function + ": " + core::describe(properties.validator));
     }
-    for (const auto& record : properties.valueValidators) {
-        facts.add("rule", core::describe(record, properties.factoryValue));
+    for (const auto& validator : properties.valueValidators) {
+        table.add("constraint", core::describe(validator, properties.factoryValue));
     }
-    facts.add("accepts", core::describeAccepted(properties));
+    table.add("accepts", core::describeAccepted(properties));
     if (properties.errorHandler) {
-        facts.add("refusals", "worded by an error handler of its own");
+        table.add("errors", "worded by a custom error handler");
     }
 }
 
-std::string layerText(const core::LayerValue& value)
+std::string describeLayer(const core::LayerValue& value)
 {
     std::string text = value.value.isAssigned() ? core::shortValueText(value.value, valueWidth) : "";
-    for (const std::string& fault : value.faults) {
-        text += (text.empty() ? "" : "; ") + fault;
+    for (const std::string& diagnostic : value.faults) {
+        text += (text.empty() ? "" : "; ") + diagnostic;
     }
-    return text + (value.counts() ? ", in " + value.source : "; does not count");
+    return text + (value.counts() ? ", in " + value.source : "; ignored");
 }
 
-/// What the files say, and who has the last word.
-void addLayers(core::Layers& layers, const Node& setting, Facts& facts)
+/// Adds the values in settings files, and the layer of the effective value.
+void addLayers(core::Layers& layers, const Node& setting, PropertyTable& table)
 {
-    core::Layer holding = core::Layer::factory;
+    core::Layer effective = core::Layer::factory;
     for (const core::LayerValue& value : layers.valuesOf(setting)) {
         if (value.layer != core::Layer::factory) {
-            facts.add(core::layerWord(value.layer).data(), layerText(value));
+            table.add(core::layerWord(value.layer).data(), describeLayer(value));
         }
-        holding = value.counts() ? value.layer : holding;
+        effective = value.counts() ? value.layer : effective;
     }
-    facts.add("in force", "the " + std::string(core::layerWord(holding)) + " value");
+    table.add("effective", "the " + std::string(core::layerWord(effective)) + " value");
 }
 
-void addSettingFacts(core::Layers& layers, const Node& node, Facts& facts)
+void addSettingProperties(core::Layers& layers, const Node& node, PropertyTable& table)
 {
-    facts.add("access", accessWords(node.properties()));
-    addValue(node, facts);
-    addLayers(layers, node, facts);
-    addChecks(node, facts);
+    table.add("access", describeAccess(node.properties()));
+    addValue(node, table);
+    addLayers(layers, node, table);
+    addConstraints(node, table);
     if (node.properties().additionalFile) {
-        facts.add("stored in", "an additional file");
+        table.add("stored in", "an additional file");
     }
 }
 
-void addAliasFacts(const Session& session, const Node& node, Facts& facts)
+void addAliasProperties(const Session& session, const Node& node, PropertyTable& table)
 {
     const std::string& target = node.properties().aliasName();
     const Node* found = session.tree().find(target);
-    facts.add("alias of", target + (found == nullptr ? ", which is not in this tree: unresolved" : ""));
+    table.add("alias of", target + (found == nullptr ? ", which is not in this tree: unresolved" : ""));
 }
 
-void addHistory(const Session& session, const Node& node, Facts& facts)
+void addHistory(const Session& session, const Node& node, PropertyTable& table)
 {
-    const auto table = session.releaseChanges();
-    for (const core::ReleaseStep& step : core::movesTo(table, node.fullName())) {
-        facts.add("moved from", std::string(step.from) + " in " + std::string(step.release));
+    const auto releases = session.releaseChanges();
+    for (const core::ReleaseStep& step : core::movesTo(releases, node.fullName())) {
+        table.add("moved from", std::string(step.from) + " in " + std::string(step.release));
     }
 }
 
 void writeText(LazySession& lazy, const Node& node, Output& out)
 {
     const Session& session = lazy.get();
-    Facts facts;
-    facts.add("kind", std::string(kindWord(node.kind())));
-    facts.add("visibility", visibility(node));
+    PropertyTable table;
+    table.add("kind", std::string(kindLabel(node.kind())));
+    table.add("visibility", visibility(node));
     switch (node.kind()) {
     case NodeKind::group:
-        facts.add("contents", contents(node));
+        table.add("contents", contents(node));
         break;
     case NodeKind::alias:
-        addAliasFacts(session, node, facts);
+        addAliasProperties(session, node, table);
         break;
     case NodeKind::setting:
-        addSettingFacts(lazy.layers(), node, facts);
+        addSettingProperties(lazy.layers(), node, table);
         break;
     }
-    addHistory(session, node, facts);
-    out << out.painted(Style::heading, node.fullName()) << '\n';
-    facts.write(out);
+    addHistory(session, node, table);
+    out << out.styled(Style::heading, node.fullName()) << '\n';
+    table.write(out);
 }
 
 json::array layersJson(const std::vector<core::LayerValue>& values)
@@ -184,22 +187,22 @@ json::array layersJson(const std::vector<core::LayerValue>& values)
                                       {"value", valueJson(value.value)},
                                       {"source", value.source},
                                       {"counts", value.counts()},
-                                      {"faults", textsJson(value.faults)}});
+                                      {"faults", stringsJson(value.faults)}});
     }
     return layers;
 }
 
 json::array historyJson(const Session& session, const Node& node)
 {
-    const auto table = session.releaseChanges();
+    const auto releases = session.releaseChanges();
     json::array history;
-    for (const core::ReleaseStep& step : core::movesTo(table, node.fullName())) {
+    for (const core::ReleaseStep& step : core::movesTo(releases, node.fullName())) {
         history.push_back(json::object{{"from", step.from}, {"release", step.release}});
     }
     return history;
 }
 
-/// The node as it is exported, with what the export does not tell.
+/// Writes the node as in an exported tree, and the members that the export lacks.
 void writeDocument(LazySession& lazy, const Node& node, Output& out)
 {
     json::object document = nodeJson(node);
@@ -214,12 +217,12 @@ void writeDocument(LazySession& lazy, const Node& node, Output& out)
 
 }  // namespace
 
-Action addDescribe(CLI::App& verb)
+Action addDescribe(CLI::App& command)
 {
-    describe(verb, "Everything about one group, setting or alias in words",
-             "Example:\n  vxsettings describe verdix.commandwindow.NumericFormat");
+    setHelp(command, "Describe one group, setting or alias in full",
+            "Example:\n  vxsettings describe verdix.commandwindow.NumericFormat");
     auto path = std::make_shared<std::string>();
-    addOperand(verb, "PATH", *path, Need::required, "Path, with or without the root");
+    addPositional(command, "PATH", *path, Need::required, "Path, with or without the root");
     return [path](LazySession& lazy, Output& out) {
         const Node& node = lazy.get().node(*path);
         (out.isJson() ? writeDocument : writeText)(lazy, node, out);

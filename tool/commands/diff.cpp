@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "arguments.hpp"
+#include "command.hpp"
 #include "json_text.hpp"
 #include "table.hpp"
 #include "tree_diff.hpp"
-#include "verb.hpp"
 
 namespace vx::tool {
 
@@ -21,10 +21,10 @@ struct DiffOptions
 {
     std::string older;
     std::string newer;
-    std::string format;  ///< empty: the one that every verb can write
+    std::string format;  ///< empty: the global --format
 };
 
-/// What there is to say beside kind and path.
+/// Returns what differs, beside kind and path.
 std::string details(const Difference& difference)
 {
     switch (difference.kind) {
@@ -35,7 +35,7 @@ std::string details(const Difference& difference)
     case DifferenceKind::removed:
         return difference.after.empty() ? "" : "in " + difference.after;
     case DifferenceKind::lost:
-        return difference.after.empty() ? "no record of the release table names it" : difference.after;
+        return difference.after.empty() ? "no release change mentions it" : difference.after;
     default:
         return difference.before + " -> " + difference.after;
     }
@@ -57,7 +57,7 @@ void writeText(const std::vector<Difference>& differences, Output& out)
 {
     Table table;
     for (const Difference& difference : differences) {
-        table.add({{std::string(kindWord(difference.kind)), styleOf(difference.kind)},
+        table.add({{std::string(kindLabel(difference.kind)), styleOf(difference.kind)},
                    difference.path,
                    {details(difference), Style::note}});
     }
@@ -72,7 +72,7 @@ void writeMarkdown(const std::vector<Difference>& differences, Output& out)
         for (std::size_t bar = cell.find('|'); bar != std::string::npos; bar = cell.find('|', bar + 2)) {
             cell.insert(bar, 1, '\\');
         }
-        out << "| " << kindWord(difference.kind) << " | `" << difference.path << "` | " << cell << " |\n";
+        out << "| " << kindLabel(difference.kind) << " | `" << difference.path << "` | " << cell << " |\n";
     }
 }
 
@@ -80,7 +80,7 @@ void writeJson(const std::vector<Difference>& differences, Output& out)
 {
     json::array list;
     for (const Difference& difference : differences) {
-        list.push_back(json::object{{"change", kindWord(difference.kind)},
+        list.push_back(json::object{{"change", kindLabel(difference.kind)},
                                     {"path", difference.path},
                                     {"before", difference.before},
                                     {"after", difference.after}});
@@ -106,15 +106,17 @@ ExitCode diff(const DiffOptions& options, Output& out)
 
 }  // namespace
 
-Action addDiff(CLI::App& verb)
+Action addDiff(CLI::App& command)
 {
-    describe(verb, "What differs between two exported trees",
-             "Ends with 1 when a setting is lost: gone, and no record of the release table says where to.\n"
-             "Example:\n  vxsettings diff R2025b.json R2026a.json --format markdown");
+    setHelp(command, "Compare two exported trees",
+            "Exits with 1 if a setting is lost: missing, without a release change that moves or removes it.\n"
+            "Example:\n  vxsettings diff R2025b.json R2026a.json --format markdown");
     auto options = std::make_shared<DiffOptions>();
-    addOperand(verb, "OLD", options->older, Need::required, "The older tree, made by export --format json");
-    addOperand(verb, "NEW", options->newer, Need::required, "The newer tree");
-    addChoice(verb, "--format", options->format, {"text", "json", "markdown"}, "What to write");
+    addPositional(command, "OLD", options->older, Need::required,
+                  "Older tree, written by export --format json");
+    addPositional(command, "NEW", options->newer, Need::required, "Newer tree");
+    addChoice(command, "--format", options->format, {"text", "json", "markdown"},
+              "Output format (default: text)");
     return [options](LazySession&, Output& out) { return diff(*options, out); };
 }
 

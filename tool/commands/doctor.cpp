@@ -22,10 +22,10 @@
 
 #include "arguments.hpp"
 #include "bundle_file.hpp"
+#include "command.hpp"
 #include "environment.hpp"
 #include "json_text.hpp"
 #include "table.hpp"
-#include "verb.hpp"
 
 namespace vx::tool {
 
@@ -37,8 +37,8 @@ using cppmicroservices::Bundle;
 using cppmicroservices::ServiceReferenceU;
 namespace Constants = cppmicroservices::Constants;
 
-/// Findings under headings. Text is written as it comes, a document at the end, also where an exception ends
-/// the search: what was found until then is what tells why.
+/// Findings in sections. Text is written section by section, JSON at the end. Both are also written if an
+/// exception ends the command, because the findings so far explain it.
 class Report
 {
 public:
@@ -52,16 +52,16 @@ public:
 
     void add(bool isGood, const std::string& what, const std::string& text)
     {
-        add({isGood ? Table::Cell("ok", Style::good) : Table::Cell("wrong", Style::bad), what, text}, isGood);
+        add({isGood ? Table::Cell("ok", Style::good) : Table::Cell("error", Style::bad), what, text}, isGood);
         isWell_ = isWell_ && isGood;
     }
 
     void end()
     {
         if (!out_.isJson()) {
-            out_ << out_.painted(Style::heading, heading_) << '\n';
+            out_ << out_.styled(Style::heading, heading_) << '\n';
             table_.write(out_, "  ");
-            out_.flush();  // stands even where what follows cannot be started
+            out_.flush();  // to be shown even if the next section fails
         }
         table_ = Table();
     }
@@ -74,7 +74,7 @@ public:
         }
     }
 
-    /// Something did not even start.
+    /// Records that the session could not be started.
     void fail() noexcept { isWell_ = false; }
 
     [[nodiscard]] bool isWell() const noexcept { return isWell_; }
@@ -94,7 +94,7 @@ private:
     bool isWell_ = true;
 };
 
-/// Paths of the platform's libraries in this process.
+/// Returns the paths of the platform's libraries in this process.
 std::vector<std::string> platformLibraries()
 {
     std::vector<std::string> paths;
@@ -173,7 +173,7 @@ void reportTree(const Session& session, Report& report)
 
 using NativeFunctions = std::set<std::pair<std::string, std::string>>;
 
-/// Collects library and function where a validator or a run-time default is native.
+/// Collects library and function of native validators and run-time defaults.
 struct CollectNative
 {
     NativeFunctions& functions;
@@ -242,16 +242,17 @@ void reportSession(const Session& session, Report& report)
 
 }  // namespace
 
-Action addDoctor(CLI::App& verb)
+Action addDoctor(CLI::App& command)
 {
-    describe(verb, "What was loaded from where, what feeds the tree, and whether all is well",
-             "Example:\n  vxsettings doctor --feature webui=on");
+    setHelp(command,
+            "Show what was loaded from where and what the tree depends on, and check that all of it works",
+            "Example:\n  vxsettings doctor --feature webui=on");
     return [](LazySession& lazy, Output& out) {
         Report report(out);
         reportTool(lazy, report);
         try {
             reportSession(lazy.get(), report);
-        } catch (const Failure&) {
+        } catch (const CommandError&) {
             report.fail();
             report.finish();
             throw;

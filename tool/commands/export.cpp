@@ -9,11 +9,11 @@
 #include <vector>
 
 #include "arguments.hpp"
+#include "command.hpp"
 #include "export_json.hpp"
 #include "export_page.hpp"
 #include "export_schema.hpp"
 #include "export_table.hpp"
-#include "verb.hpp"
 
 namespace vx::tool {
 
@@ -25,7 +25,7 @@ struct ExportOptions
     std::string file;
 };
 
-/// A file made anew or emptied.
+/// A file that is created or truncated, open for writing.
 class WritableFile
 {
 public:
@@ -33,7 +33,7 @@ public:
         : descriptor_(::open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666))
     {
         if (descriptor_ < 0) {
-            throw Failure(ExitCode::failed, "cannot write " + name + ": " + std::strerror(errno));
+            throw CommandError(ExitCode::failed, "cannot write " + name + ": " + std::strerror(errno));
         }
     }
     WritableFile(const WritableFile&) = delete;
@@ -58,7 +58,7 @@ void writeTree(LazySession& lazy, Output& out)
     write(lazy.get(), out);
 }
 
-/// In the order in which they are offered.
+/// In the order in which help lists them; the first is the default with the global --format json.
 constexpr Format formats[] = {{"json", writeTree<exportJson>},
                               {"json-schema", writeTree<exportSchema>},
                               {"html", exportPage},
@@ -75,11 +75,11 @@ std::vector<std::string> formatNames()
 ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& standard)
 {
     if (options.format.empty() && !standard.isJson()) {
-        throw Failure(ExitCode::usage, "export needs --format; see vxsettings export --help");
+        throw CommandError(ExitCode::usage, "export needs --format; see vxsettings export --help");
     }
     const Format& format =
         options.format.empty() ? formats[0] : *std::ranges::find(formats, options.format, &Format::name);
-    static_cast<void>(lazy.get());  // a bundle that cannot start leaves the file as it is
+    static_cast<void>(lazy.get());  // before the file is truncated, in case the bundle cannot be started
     if (options.file.empty()) {
         format.write(lazy, standard);
         return ExitCode::done;
@@ -93,17 +93,17 @@ ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& sta
 
 }  // namespace
 
-Action addExport(CLI::App& verb)
+Action addExport(CLI::App& command)
 {
-    describe(verb, "The whole tree for other programs, and for looking at",
-             "Examples:\n  vxsettings export --format json -o tree.json\n"
-             "  vxsettings export --format html -o settings.html");
+    setHelp(command, "Export the whole tree, for programs, editors, spreadsheets or browsers",
+            "Examples:\n  vxsettings export --format json -o tree.json\n"
+            "  vxsettings export --format html -o settings.html");
     auto options = std::make_shared<ExportOptions>();
     addChoice(
-        verb, "--format", options->format, formatNames(),
-        "What to write. json-schema is for editors, which complete and check settings files by it; html is a "
-        "page that shows and searches the settings");
-    addOption(verb, "-o,--output", options->file, "FILE", "File to write instead of standard output");
+        command, "--format", options->format, formatNames(),
+        "Output format; json-schema lets editors complete and check settings files, html is a page to browse "
+        "and search the settings");
+    addOption(command, "-o,--output", options->file, "FILE", "File to write (default: standard output)");
     return [options](LazySession& session, Output& out) { return exportTree(session, *options, out); };
 }
 

@@ -25,7 +25,7 @@ json::object treeJson(const Session& session)
     return {{"root", session.tree().root()->fullName()},
             {"nodes", std::move(nodes)},
             {"releaseChanges", std::move(releases)},
-            {"settingPathList", textsJson(session.settingPathList())}};
+            {"settingPathList", stringsJson(session.settingPathList())}};
 }
 
 void exportJson(const Session& session, Output& out)

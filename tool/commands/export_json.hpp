@@ -7,11 +7,11 @@
 
 namespace vx::tool {
 
-/// The tree, the release table and the path list as one JSON document. The names and the order of its keys
-/// are kept stable.
+/// Returns tree, release changes and path list as one JSON document. The names and the order of its members
+/// are stable.
 [[nodiscard]] boost::json::object treeJson(const Session& session);
 
-/// Writes that document, a node a line; numbers read back as they were.
+/// Writes that document with one node per line.
 void exportJson(const Session& session, Output& out);
 
 }  // namespace vx::tool

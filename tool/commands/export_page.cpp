@@ -15,10 +15,10 @@
 #include <string_view>
 #include <variant>
 
-#include "html_text.hpp"
+#include "css_preview.hpp"
+#include "escaping.hpp"
+#include "node_labels.hpp"
 #include "page/page_files.hpp"
-#include "value_look.hpp"
-#include "words.hpp"
 
 namespace vx::tool {
 
@@ -29,10 +29,10 @@ using core::NodeKind;
 using foundation::verdixdata::Array;
 using settings::core::ReleaseChangeTable;
 
-/// Longer values are folded.
+/// Width in characters; longer values are collapsed.
 constexpr std::size_t valueWidth = 160;
 
-/// Where the values come from. Without layers the page shows the factory's alone.
+/// What the page is made from. If `layers` is null, it shows factory values only.
 struct Source
 {
     const core::SettingsTree& tree;
@@ -42,7 +42,7 @@ struct Source
 
 std::string badge(std::string_view kind, std::string_view text)
 {
-    return " <span class=\"badge " + std::string(kind) + "\">" + html(text) + "</span>";
+    return " <span class=\"badge " + std::string(kind) + "\">" + escapeHtml(text) + "</span>";
 }
 
 // Values
@@ -50,17 +50,17 @@ std::string badge(std::string_view kind, std::string_view text)
 std::string valueHtml(const Node& setting, const Array& value, const std::string& font)
 {
     std::string text;
-    if (const std::string colour = colourOf(setting, value); !colour.empty()) {
+    if (const std::string colour = cssColour(setting, value); !colour.empty()) {
         text = "<span class=\"swatch\" style=\"background: " + colour + "\"></span>";
     }
     const std::string brief = core::shortValueText(value, valueWidth);
-    const std::string look = font.empty() ? "" : " class=\"font\" style=\"" + html(font) + "\"";
-    const std::string code = "<code" + look + ">" + html(brief) + "</code>";
+    const std::string style = font.empty() ? "" : " class=\"font\" style=\"" + escapeHtml(font) + "\"";
+    const std::string code = "<code" + style + ">" + escapeHtml(brief) + "</code>";
     if (!brief.ends_with("…")) {
         return text + code;
     }
     const std::string whole = core::shortValueText(value, std::string::npos);
-    return text + "<details><summary>" + code + "</summary><code>" + html(whole) + "</code></details>";
+    return text + "<details><summary>" + code + "</summary><code>" + escapeHtml(whole) + "</code></details>";
 }
 
 std::string factoryHtml(const Node& setting, const std::string& font)
@@ -71,7 +71,7 @@ std::string factoryHtml(const Node& setting, const std::string& font)
     }
     const std::string function = qualifiedName(properties.runTimeDefault);
     return "<span class=\"note\">" +
-           (function.empty() ? "no factory value" : "computed by <code>" + html(function) + "</code>") +
+           (function.empty() ? "no factory value" : "computed by <code>" + escapeHtml(function) + "</code>") +
            "</span>";
 }
 
@@ -81,14 +81,15 @@ std::string classOf(const Node& setting)
     return form.elementClass ? className(*form.elementClass) : "any";
 }
 
-/// The value of a file that differs from the factory's; the factory layer where there is none.
+/// Returns the effective value if it differs from the factory value; otherwise an empty value of the factory
+/// layer.
 core::LayerValue modification(const Source& source, const Node& setting)
 {
     if (source.layers == nullptr || !source.layers->isStated(setting)) {
         return {};
     }
-    core::LayerValue held = source.layers->effective(setting);
-    return held.value == setting.properties().factoryValue ? core::LayerValue() : held;
+    core::LayerValue effective = source.layers->effective(setting);
+    return effective.value == setting.properties().factoryValue ? core::LayerValue() : effective;
 }
 
 // Rows
@@ -97,8 +98,8 @@ std::string historyHtml(const Source& source, const Node& node)
 {
     std::string text;
     for (const core::ReleaseStep& step : core::movesTo(source.releases, node.fullName())) {
-        text.append("<div class=\"history\">moved from <code>").append(html(step.from));
-        text.append("</code> in ").append(html(step.release)).append("</div>");
+        text.append("<div class=\"history\">moved from <code>").append(escapeHtml(step.from));
+        text.append("</code> in ").append(escapeHtml(step.release)).append("</div>");
     }
     return text;
 }
@@ -108,37 +109,36 @@ struct Row
     std::string attributes;
     std::string badges;
     std::string value;
-    std::string rules;
+    std::string constraints;
 };
 
 Row aliasRow(const Source& source, const Node& node)
 {
     const std::string& target = node.properties().aliasName();
     const bool isResolved = source.tree.find(target) != nullptr;
-    const std::string name = "<code>" + html(target) + "</code>";
-    return {" data-class=\"alias\" data-checks=\"none\"", badge("kind", "alias"),
-            isResolved ? "<a href=\"#" + html(target) + "\">" + name + "</a>" : name,
-            isResolved ? "another name of that setting"
-                       : "another name of a setting that is not in this tree"};
+    const std::string name = "<code>" + escapeHtml(target) + "</code>";
+    return {" data-class=\"alias\" data-constraints=\"none\"", badge("kind", "alias"),
+            isResolved ? "<a href=\"#" + escapeHtml(target) + "\">" + name + "</a>" : name,
+            isResolved ? "alias of that setting" : "alias of a setting that is not in this tree"};
 }
 
 Row settingRow(const Source& source, const Node& node, const std::string& font)
 {
     const auto& properties = node.properties();
     const std::string elementClass = classOf(node);
-    Row row{" data-class=\"" + elementClass + "\" data-checks=\"" +
-                html(boost::algorithm::join(checkNames(node), " ")) + "\"",
+    Row row{" data-class=\"" + elementClass + "\" data-constraints=\"" +
+                escapeHtml(boost::algorithm::join(constraintNames(node), " ")) + "\"",
             properties.readOnly.value() ? badge("access", "read-only") : "", factoryHtml(node, font),
-            html(core::describeAccepted(properties))};
+            escapeHtml(core::describeAccepted(properties))};
     const Array& factory = properties.factoryValue;
-    row.rules += "<div class=\"shape\">" +
-                 html(factory.isAssigned() ? core::shapeText(factory) : elementClass) + "</div>";
-    const core::LayerValue held = modification(source, node);
-    if (held.layer != core::Layer::factory) {
-        const std::string layer(core::layerWord(held.layer));
+    row.constraints += "<div class=\"shape\">" +
+                       escapeHtml(factory.isAssigned() ? core::shapeText(factory) : elementClass) + "</div>";
+    const core::LayerValue effective = modification(source, node);
+    if (effective.layer != core::Layer::factory) {
+        const std::string layer(core::layerWord(effective.layer));
         row.attributes += " data-modified=\"" + layer + "\"";
         row.badges += badge("modified", layer);
-        row.value = "<div class=\"held\">" + valueHtml(node, held.value, "") +
+        row.value = "<div class=\"held\">" + valueHtml(node, effective.value, "") +
                     "</div><div class=\"factory\">factory: " + row.value + "</div>";
     }
     return row;
@@ -146,26 +146,26 @@ Row settingRow(const Source& source, const Node& node, const std::string& font)
 
 void writeRow(const Source& source, const Node& node, const std::string& font, Output& out)
 {
-    const std::string path = html(node.fullName());
+    const std::string path = escapeHtml(node.fullName());
     const bool isHidden = node.isHidden();
     Row row = node.kind() == NodeKind::alias ? aliasRow(source, node) : settingRow(source, node, font);
     out << "<tr id=\"" << path << "\" data-visibility=\"" << (isHidden ? "hidden" : "visible") << '"'
-        << row.attributes << "><th scope=\"row\"><a href=\"#" << path << "\">" << html(node.name()) << "</a>"
-        << (isHidden ? badge("visibility", "hidden") : "") << row.badges << "</th><td>" << row.value
-        << "</td><td>" << row.rules << historyHtml(source, node) << "</td></tr>\n";
+        << row.attributes << "><th scope=\"row\"><a href=\"#" << path << "\">" << escapeHtml(node.name())
+        << "</a>" << (isHidden ? badge("visibility", "hidden") : "") << row.badges << "</th><td>" << row.value
+        << "</td><td>" << row.constraints << historyHtml(source, node) << "</td></tr>\n";
 }
 
-/// A group with what stands in it directly, then its groups.
+/// Writes the settings in a group, then its groups.
 void writeGroup(const Source& source, const Node& group, Output& out)
 {
     const auto& children = group.children();
     const auto isGroup = [](const Node& child) { return child.kind() == NodeKind::group; };
     if (children.empty() || !std::all_of(children.begin(), children.end(), isGroup)) {
-        const std::string path = html(group.fullName());
+        const std::string path = escapeHtml(group.fullName());
         out << "<tbody id=\"" << path
             << "\">\n<tr class=\"group\"><th scope=\"rowgroup\" colspan=\"3\"><a href=\"#" << path << "\">"
             << path << "</a>" << (group.isHidden() ? badge("visibility", "hidden") : "") << "</th></tr>\n";
-        const std::string font = fontOf(group);
+        const std::string font = cssFont(group);
         for (const Node& child : children) {
             if (!isGroup(child)) {
                 writeRow(source, child, child.name() == "Name" ? font : "", out);
@@ -180,7 +180,7 @@ void writeGroup(const Source& source, const Node& group, Output& out)
     }
 }
 
-// The document
+// Document
 
 std::string summary(const Source& source)
 {
@@ -191,8 +191,8 @@ std::string summary(const Source& source)
     return std::to_string(count) + " settings" + (newest ? ", release " + core::toText(*newest) : "");
 }
 
-/// Writes the document, and at each {{place}} what is to stand there.
-void fill(std::string_view document, const std::map<std::string_view, std::function<void()>>& places,
+/// Writes the document, with each {{placeholder}} replaced by the output of its function.
+void fill(std::string_view document, const std::map<std::string_view, std::function<void()>>& placeholders,
           Output& out)
 {
     for (;;) {
@@ -202,7 +202,7 @@ void fill(std::string_view document, const std::map<std::string_view, std::funct
             return;
         }
         const std::size_t end = document.find("}}", start);
-        places.at(document.substr(start + 2, end - start - 2))();
+        placeholders.at(document.substr(start + 2, end - start - 2))();
         document.remove_prefix(end + 2);
     }
 }
@@ -213,11 +213,11 @@ void exportPage(LazySession& lazy, Output& out)
 {
     const Session& session = lazy.get();
     const Source source{session.tree(), session.releaseChanges(),
-                        lazy.namesLayerFiles() ? &lazy.layers() : nullptr};
+                        lazy.hasNamedLayerFiles() ? &lazy.layers() : nullptr};
     const Node& root = *source.tree.root();
     fill(page::document,
-         {{"root", [&] { out << html(root.fullName()); }},
-          {"summary", [&] { out << html(summary(source)); }},
+         {{"root", [&] { out << escapeHtml(root.fullName()); }},
+          {"summary", [&] { out << escapeHtml(summary(source)); }},
           {"style", [&] { out << page::style; }},
           {"script", [&] { out << page::script; }},
           {"value", [&] { out << (source.layers == nullptr ? "Factory value" : "Value"); }},

@@ -5,8 +5,8 @@
 
 namespace vx::tool {
 
-/// Writes a page for browsers, complete in itself: a table of all settings with values, rules and history,
-/// which a script makes searchable. Where settings files were named, their values show beside the factory's.
+/// Writes a self-contained HTML page: a searchable table of all settings with values, constraints and
+/// history. If settings files were given on the command line, it also shows the values in them.
 void exportPage(LazySession& lazy, Output& out);
 
 }  // namespace vx::tool

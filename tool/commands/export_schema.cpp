@@ -22,7 +22,7 @@ namespace json = boost::json;
 using core::Node;
 using settings::core::ReleaseChangeTable;
 
-/// Everything about a setting that a person who writes its value should know, in sentences.
+/// Returns what the author of a settings file should know about a setting, in sentences.
 std::string description(const Node& setting, const ReleaseChangeTable& releases)
 {
     const Node::Properties& properties = setting.properties();
@@ -31,16 +31,16 @@ std::string description(const Node& setting, const ReleaseChangeTable& releases)
         text.front() = static_cast<char>(text.front() - 'a' + 'A');
     }
     text += ".";
-    text += properties.readOnly.value() ? " Read-only: files must not have it." : "";
-    text += properties.runTimeDefault.index() != 0 ? " Its default is computed when it is asked for." : "";
+    text += properties.readOnly.value() ? " Read-only: must not be set." : "";
+    text += properties.runTimeDefault.index() != 0 ? " The default is computed on request." : "";
     text += setting.isHidden() ? " Hidden." : "";
     for (const core::ReleaseStep& step : core::movesTo(releases, setting.fullName())) {
-        text.append(" Until ").append(step.release).append(": ").append(step.from).append(".");
+        text.append(" Before ").append(step.release).append(": ").append(step.from).append(".");
     }
     return text;
 }
 
-/// The factory value as settings files have it; a value that they cannot hold is left out.
+/// Adds the factory value as the default, unless settings files cannot hold it.
 void addDefault(json::object& schema, const Node& setting)
 {
     const auto& value = setting.properties().factoryValue;
@@ -67,7 +67,7 @@ json::object settingSchema(const Node& setting, const ReleaseChangeTable& releas
     return schema;
 }
 
-/// A regular expression for whole numbers of four digits up to this one.
+/// Returns a regular expression for four-digit numbers up to this one.
 std::string upTo(const std::string& digits)
 {
     std::string pattern = digits;
@@ -82,7 +82,7 @@ std::string upTo(const std::string& digits)
     return pattern;
 }
 
-/// A regular expression for the names of releases up to this one.
+/// Returns a regular expression for the names of releases up to this one.
 std::string releasePattern(const core::ReleaseName& newest)
 {
     const std::string name = core::toText(newest);
@@ -95,7 +95,7 @@ std::string releasePattern(const core::ReleaseName& newest)
 
 json::object releaseSchema(const ReleaseChangeTable& releases)
 {
-    json::object schema{{"description", "The release whose settings these are."}, {"type", "string"}};
+    json::object schema{{"description", "The release that the file is for."}, {"type", "string"}};
     const auto newest = core::newestRelease(releases);
     schema.emplace("pattern", newest ? releasePattern(*newest) : "^R[0-9]{4}[ab]$");
     json::array examples;
@@ -131,7 +131,7 @@ void writeSettings(const Session& session, const ReleaseChangeTable& releases, O
 void exportSchema(const Session& session, Output& out)
 {
     const ReleaseChangeTable releases = session.releaseChanges();
-    const json::object reference{{"description", "Where editors find this schema."}};
+    const json::object reference{{"description", "The location of this schema, for editors."}};
     out << "{\n  \"$schema\": \"https://json-schema.org/draft/2020-12/schema\",\n  "
         << "\"title\": \"Settings under " << session.tree().root()->fullName() << "\",\n  "
         << "\"type\": \"object\",\n  \"properties\": {\n    " << member("$schema", reference) << ",\n    "

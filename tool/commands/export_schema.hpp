@@ -5,8 +5,8 @@
 
 namespace vx::tool {
 
-/// Writes the JSON Schema (2020-12) of settings files of this tree, a setting a line: it accepts what the
-/// check of settings files does, for all rules that JSON Schema can state, and says the others in words.
+/// Writes the JSON Schema (2020-12) of settings files of this tree, with one setting per line. It states the
+/// constraints that the check command applies; those that JSON Schema cannot express are in the descriptions.
 void exportSchema(const Session& session, Output& out);
 
 }  // namespace vx::tool

@@ -12,7 +12,7 @@
 #include <variant>
 #include <vector>
 
-#include "words.hpp"
+#include "node_labels.hpp"
 
 namespace vx::tool {
 
@@ -26,16 +26,16 @@ constexpr std::array<std::string_view, 7> columns = {"path",      "class", "shap
                                                      "validator", "rules", "visibility"};
 using Row = std::array<std::string, columns.size()>;
 
-std::string rules(const Node::Properties& properties)
+std::string constraints(const Node::Properties& properties)
 {
-    std::vector<std::string> words;
-    for (const auto& record : properties.valueValidators) {
-        words.push_back(core::describe(record, properties.factoryValue));
+    std::vector<std::string> descriptions;
+    for (const auto& validator : properties.valueValidators) {
+        descriptions.push_back(core::describe(validator, properties.factoryValue));
     }
-    return boost::algorithm::join(words, "; ");
+    return boost::algorithm::join(descriptions, "; ");
 }
 
-/// The value in the scripting language's form; for what has none, where it comes from.
+/// Returns the factory value in the scripting language's form, or where the value comes from.
 std::string value(const Node& node)
 {
     const auto& properties = node.properties();
@@ -57,8 +57,8 @@ Row rowOf(const Node& node)
             array.isAssigned() ? core::dimensionsText(array.getDimensions()) : "",
             value(node),
             qualifiedName(properties.validator),
-            rules(properties),
-            std::string(visibilityWord(node))};
+            constraints(properties),
+            std::string(visibilityLabel(node))};
 }
 
 template <class Write>

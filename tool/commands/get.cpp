@@ -12,9 +12,9 @@
 
 #include "arguments.hpp"
 #include "bundle_file.hpp"
+#include "command.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
-#include "verb.hpp"
 
 namespace vx::tool {
 
@@ -23,33 +23,33 @@ namespace {
 struct EffectiveValue
 {
     const core::Node& setting;
-    core::LayerValue held;
+    core::LayerValue effective;
 };
 
-void say(const std::string& line)
+void printNote(const std::string& line)
 {
     std::fprintf(stderr, "vxsettings: %s\n", line.c_str());
 }
 
-/// The effective value of the setting at this path. Throws Failure if there is no such setting or it has no
-/// value.
+/// Returns the effective value of the setting at this path. Throws CommandError if there is no such setting,
+/// or it has no value.
 EffectiveValue effectiveValue(const Session& session, core::Layers& layers, const std::string& path)
 {
     const core::Node& setting = session.setting(path);
-    core::LayerValue held = layers.effective(setting);
-    if (!held.value.isAssigned()) {
-        throw Failure(ExitCode::failed,
-                      setting.getFullName() + (held.faults.empty()
-                                                   ? " has no factory value, and no file gives it one; see "
-                                                     "what it accepts with: "
-                                                     "vxsettings describe " +
-                                                         setting.getFullName()
-                                                   : ": " + firstLine(held.faults.back())));
+    core::LayerValue effective = layers.effective(setting);
+    if (!effective.value.isAssigned()) {
+        throw CommandError(ExitCode::failed,
+                           setting.getFullName() + (effective.faults.empty()
+                                                        ? " has no factory value, and no file sets it; see "
+                                                          "what it accepts with: "
+                                                          "vxsettings describe " +
+                                                              setting.getFullName()
+                                                        : ": " + firstLine(effective.faults.back())));
     }
-    return {setting, std::move(held)};
+    return {setting, std::move(effective)};
 }
 
-/// The values at all paths. Each path that has none is named on standard error, and is missing in the result.
+/// Returns the values at all paths. A path without a value is reported on standard error and left out.
 std::vector<EffectiveValue> effectiveValues(LazySession& lazy, const std::vector<std::string>& paths)
 {
     const Session& session = lazy.get();
@@ -59,40 +59,40 @@ std::vector<EffectiveValue> effectiveValues(LazySession& lazy, const std::vector
     for (const std::string& path : paths) {
         try {
             values.push_back(effectiveValue(session, layers, path));
-        } catch (const Failure& failure) {
-            say(failure.what());
+        } catch (const CommandError& error) {
+            printNote(error.what());
         }
     }
     return values;
 }
 
-/// Remarks on a value go to standard error, apart from the value itself.
-void remark(const EffectiveValue& value, bool isOneOfSeveral)
+/// Reports ignored values and run-time defaults on standard error, apart from the value itself.
+void reportOrigin(const EffectiveValue& value, bool isOneOfSeveral)
 {
-    const auto& [setting, held] = value;
-    for (const std::string& fault : held.faults) {
-        say("passed over: " + firstLine(fault));
+    const auto& [setting, effective] = value;
+    for (const std::string& diagnostic : effective.faults) {
+        printNote("ignored invalid value: " + firstLine(diagnostic));
     }
-    if (held.layer == core::Layer::factory && !setting.properties().factoryValue.isAssigned()) {
-        say((isOneOfSeveral ? setting.getFullName() + ": " : "") + "computed by " + held.source);
+    if (effective.layer == core::Layer::factory && !setting.properties().factoryValue.isAssigned()) {
+        printNote((isOneOfSeveral ? setting.getFullName() + ": " : "") + "computed by " + effective.source);
     }
 }
 
 boost::json::object valueDocument(const EffectiveValue& value)
 {
-    const auto& [setting, held] = value;
+    const auto& [setting, effective] = value;
     return {{"path", setting.fullName()},
-            {"value", valueJson(held.value)},
-            {"layer", core::layerWord(held.layer)},
-            {"source", held.source}};
+            {"value", valueJson(effective.value)},
+            {"layer", core::layerWord(effective.layer)},
+            {"source", effective.source}};
 }
 
 void writeText(const std::vector<EffectiveValue>& values, Output& out)
 {
     for (const EffectiveValue& value : values) {
-        std::string text = core::valueText(value.held.value);
+        std::string text = core::valueText(value.effective.value);
         if (values.size() > 1) {
-            boost::replace_all(text, "\n", "\\n");  // readers tell several values apart by their lines
+            boost::replace_all(text, "\n", "\\n");  // several values are separated by line breaks
         }
         out << text << '\n';
     }
@@ -118,7 +118,7 @@ ExitCode get(LazySession& lazy, const std::vector<std::string>& paths, Output& o
         return ExitCode::failed;
     }
     for (const EffectiveValue& value : values) {
-        remark(value, values.size() > 1);
+        reportOrigin(value, values.size() > 1);
     }
     if (out.isJson()) {
         writeDocument(values, out);
@@ -130,16 +130,15 @@ ExitCode get(LazySession& lazy, const std::vector<std::string>& paths, Output& o
 
 }  // namespace
 
-Action addGet(CLI::App& verb)
+Action addGet(CLI::App& command)
 {
-    describe(
-        verb, "Print the value of each setting, as the scripting language writes it",
-        "Several values are printed one per line, in the order of the paths, line breaks in them as \\n.\n"
-        "If any path has no value, each such path is named in an error, and nothing is printed.\n"
-        "Examples:\n  vxsettings get connector.InterfacesBlocklist\n"
-        "  vxsettings get commandwindow.NumericFormat commandwindow.WrapLines");
+    setHelp(command, "Print the effective value of each setting, in the syntax of the scripting language",
+            "Several values are printed one per line, in the order of the paths, with line breaks as \\n.\n"
+            "If any path has no value, each such path is reported, and nothing is printed.\n"
+            "Examples:\n  vxsettings get connector.InterfacesBlocklist\n"
+            "  vxsettings get commandwindow.NumericFormat commandwindow.WrapLines");
     auto paths = std::make_shared<std::vector<std::string>>();
-    addOperand(verb, "PATH", *paths, Need::required, "Setting or alias; may be repeated");
+    addPositional(command, "PATH", *paths, Need::required, "Setting or alias; may be repeated");
     return [paths](LazySession& session, Output& out) { return get(session, *paths, out); };
 }
 

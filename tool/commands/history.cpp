@@ -2,10 +2,10 @@
 #include <string>
 
 #include "arguments.hpp"
+#include "command.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
 #include "tree_history.hpp"
-#include "verb.hpp"
 
 namespace vx::tool {
 
@@ -18,13 +18,13 @@ struct HistoryOptions
     std::string tree;
 };
 
-void writeText(const std::vector<std::string>& faults, Output& out)
+void writeText(const std::vector<std::string>& diagnostics, Output& out)
 {
-    for (const std::string& fault : faults) {
-        out << out.painted(Style::bad, "fault") << "  " << fault << '\n';
+    for (const std::string& diagnostic : diagnostics) {
+        out << out.styled(Style::bad, "error") << "  " << diagnostic << '\n';
     }
-    if (faults.empty()) {
-        out << out.painted(Style::good, "ok") << "  every setting of the baseline is carried forward\n";
+    if (diagnostics.empty()) {
+        out << out.styled(Style::good, "ok") << "  compatible with the baseline\n";
     }
 }
 
@@ -35,28 +35,29 @@ ExitCode history(LazySession& session, const HistoryOptions& options, Output& ou
         options.changedDefaults.empty() ? ChangedDefaults() : readChangedDefaults(options.changedDefaults);
     const auto current =
         options.tree.empty() ? TreeDocument::of(session.get()) : TreeDocument::read(options.tree);
-    const auto faults = findHistoryFaults(baseline, current, listed);
+    const auto diagnostics = checkHistory(baseline, current, listed);
     if (out.isJson()) {
-        writeJson({{"faults", textsJson(faults)}}, out);
+        writeJson({{"faults", stringsJson(diagnostics)}}, out);
     } else {
-        writeText(faults, out);
+        writeText(diagnostics, out);
     }
-    return faults.empty() ? ExitCode::done : ExitCode::failed;
+    return diagnostics.empty() ? ExitCode::done : ExitCode::failed;
 }
 
 }  // namespace
 
-Action addHistory(CLI::App& verb)
+Action addHistory(CLI::App& command)
 {
-    describe(verb, "Whether every setting of the last release is still there, moved, or removed on purpose",
-             "Example:\n  vxsettings history --baseline docs/baseline/R2026a.json --changed-defaults "
-             "docs/changed-defaults");
+    setHelp(command, "Check that the tree is compatible with that of the last release",
+            "Example:\n  vxsettings history --baseline docs/baseline/R2026a.json --changed-defaults "
+            "docs/changed-defaults");
     auto options = std::make_shared<HistoryOptions>();
-    addOption(verb, "--baseline", options->baseline, "FILE",
-              "The last release's tree, made by export --format json", Need::required);
-    addOption(verb, "--changed-defaults", options->changedDefaults, "FILE",
-              "List of the settings whose default is meant to differ");
-    addOption(verb, "--tree", options->tree, "FILE", "An exported tree to look at in place of the live one");
+    addOption(command, "--baseline", options->baseline, "FILE",
+              "Tree of the last release, written by export --format json", Need::required);
+    addOption(command, "--changed-defaults", options->changedDefaults, "FILE",
+              "List of the settings whose default was changed on purpose");
+    addOption(command, "--tree", options->tree, "FILE",
+              "Exported tree to check (default: the tree of the bundle)");
     return [options](LazySession& session, Output& out) { return history(session, *options, out); };
 }
 

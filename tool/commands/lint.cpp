@@ -3,44 +3,44 @@
 #include <utility>
 
 #include "arguments.hpp"
+#include "command.hpp"
 #include "json_text.hpp"
 #include "tree_lint.hpp"
-#include "verb.hpp"
 
 namespace vx::tool {
 
 namespace {
 
-void writeDocument(const std::vector<LintFault>& faults, Output& out)
+void writeDocument(const std::vector<LintDiagnostic>& diagnostics, Output& out)
 {
     boost::json::array list;
-    for (const auto& [file, path, message] : faults) {
+    for (const auto& [file, path, message] : diagnostics) {
         list.push_back(boost::json::object{{"file", file}, {"path", path}, {"message", message}});
     }
     writeJson({{"faults", std::move(list)}}, out);
 }
 
-void writeText(const std::vector<LintFault>& faults, Output& out)
+void writeText(const std::vector<LintDiagnostic>& diagnostics, Output& out)
 {
-    for (const auto& [file, path, message] : faults) {
-        out << file << ": " << out.painted(Style::heading, path) << ": " << message << '\n';
+    for (const auto& [file, path, message] : diagnostics) {
+        out << file << ": " << out.styled(Style::heading, path) << ": " << message << '\n';
     }
 }
 
 ExitCode lint(const Session& session, Output& out)
 {
     const auto releases = session.releaseChanges();
-    const auto faults = lintTree(session.tree(), releases);
-    (out.isJson() ? writeDocument : writeText)(faults, out);
-    return faults.empty() ? ExitCode::done : ExitCode::failed;
+    const auto diagnostics = lintTree(session.tree(), releases);
+    (out.isJson() ? writeDocument : writeText)(diagnostics, out);
+    return diagnostics.empty() ? ExitCode::done : ExitCode::failed;
 }
 
 }  // namespace
 
-Action addLint(CLI::App& verb)
+Action addLint(CLI::App& command)
 {
-    describe(verb, "Mistakes in the description of the tree, each with the file to edit",
-             "Says nothing and ends with 0 when there are none.");
+    setHelp(command, "Check the definition of the tree; report each error with the file to edit",
+            "Prints nothing and exits with 0 if there are no errors.");
     return [](LazySession& session, Output& out) { return lint(session.get(), out); };
 }
 

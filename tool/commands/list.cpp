@@ -13,11 +13,11 @@
 #include <vector>
 
 #include "arguments.hpp"
+#include "command.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
+#include "node_labels.hpp"
 #include "table.hpp"
-#include "verb.hpp"
-#include "words.hpp"
 
 namespace vx::tool {
 
@@ -38,27 +38,27 @@ struct ListOptions
     bool onlyModified = false;
 };
 
-bool matches(const std::string& pattern, const std::string& text, std::size_t from = 0)
+bool matches(const std::string& pattern, const std::string& path, std::size_t from = 0)
 {
-    return ::fnmatch(pattern.c_str(), text.c_str() + from, 0) == 0;
+    return ::fnmatch(pattern.c_str(), path.c_str() + from, 0) == 0;
 }
 
-/// The nodes that any of the patterns matches, with or without the root. A pattern that matches none is a
-/// mistake.
-std::vector<const Node*> nodesOf(const Session& session, const std::vector<std::string>& patterns)
+/// Returns the nodes that match any of the patterns, with or without the root. Throws CommandError if a
+/// pattern matches none.
+std::vector<const Node*> matchingNodes(const Session& session, const std::vector<std::string>& patterns)
 {
     const auto& all = session.tree().nodes();
     if (patterns.empty()) {
         return {all.begin(), all.end()};
     }
-    const std::size_t behindRoot = session.tree().root()->fullName().size() + 1;
+    const std::size_t rootLength = session.tree().root()->fullName().size() + 1;
     std::vector<bool> isUsed(patterns.size());
     std::vector<const Node*> nodes;
     for (const Node* node : all) {
         const std::string path = node->getFullName();
         bool isMatch = false;
         for (std::size_t index = 0; index < patterns.size(); ++index) {
-            if (matches(patterns[index], path) || matches(patterns[index], path, behindRoot)) {
+            if (matches(patterns[index], path) || matches(patterns[index], path, rootLength)) {
                 isMatch = isUsed[index] = true;
             }
         }
@@ -67,30 +67,30 @@ std::vector<const Node*> nodesOf(const Session& session, const std::vector<std::
         }
     }
     if (const auto unused = std::ranges::find(isUsed, false); unused != isUsed.end()) {
-        throw Failure(ExitCode::failed, "no path matches " +
-                                            patterns[static_cast<std::size_t>(unused - isUsed.begin())] +
-                                            "; * stands for any text, also for dots");
+        throw CommandError(ExitCode::failed, "no path matches " +
+                                                 patterns[static_cast<std::size_t>(unused - isUsed.begin())] +
+                                                 "; * matches any characters, including dots");
     }
     return nodes;
 }
 
-/// A name that no setting of the tree has is a mistake.
-void refuseUnknownValidator(const Session& session, const std::string& validator)
+/// Throws CommandError if no setting has a constraint of this name.
+void requireKnownConstraint(const Session& session, const std::string& validator)
 {
     std::set<std::string> names;
     for (const Node* node : session.tree().nodes()) {
-        std::ranges::move(checkNames(*node), std::inserter(names, names.end()));
+        std::ranges::move(constraintNames(*node), std::inserter(names, names.end()));
     }
     if (std::ranges::none_of(names, [&](const auto& name) { return matches(validator, name); })) {
-        throw Failure(ExitCode::failed, "no setting has a validator " + validator + "; there are " +
-                                            boost::algorithm::join(names, ", "));
+        throw CommandError(ExitCode::failed, "no setting has a validator " + validator + "; there are " +
+                                                 boost::algorithm::join(names, ", "));
     }
 }
 
-bool isChecked(const Node& node, const std::string& validator)
+bool isConstrainedBy(const Node& node, const std::string& validator)
 {
     return node.kind() == NodeKind::setting &&
-           std::ranges::any_of(checkNames(node),
+           std::ranges::any_of(constraintNames(node),
                                [&](const std::string& name) { return matches(validator, name); });
 }
 
@@ -99,29 +99,29 @@ bool isModified(core::Layers& layers, const Node& node)
     if (node.kind() != NodeKind::setting || !layers.isStated(node)) {
         return false;
     }
-    const core::LayerValue held = layers.effective(node);
-    return held.layer != core::Layer::factory && !(held.value == node.properties().factoryValue);
+    const core::LayerValue effective = layers.effective(node);
+    return effective.layer != core::Layer::factory && !(effective.value == node.properties().factoryValue);
 }
 
 bool isChosen(LazySession& lazy, const ListOptions& options, const Node& node)
 {
-    return (options.kind.empty() || kindWord(node.kind()) == options.kind) &&
-           (options.validator.empty() || isChecked(node, options.validator)) &&
+    return (options.kind.empty() || kindLabel(node.kind()) == options.kind) &&
+           (options.validator.empty() || isConstrainedBy(node, options.validator)) &&
            (!options.onlyHidden || node.isHidden()) &&
            (!options.onlyReadOnly || node.properties().readOnly.value()) &&
            (!options.onlyModified || isModified(lazy.layers(), node));
 }
 
-/// Paths; of modified settings also value and origin.
+/// Writes the paths, optionally with effective value and origin.
 void writeText(LazySession& lazy, const std::vector<const Node*>& nodes, bool withValues, Output& out)
 {
     Table table;
     for (const Node* node : nodes) {
         Table::Row row{node->fullName()};
         if (withValues) {
-            const core::LayerValue held = lazy.layers().effective(*node);
-            row.emplace_back(core::shortValueText(held.value, valueWidth), Style::value);
-            row.emplace_back(std::string(core::layerWord(held.layer)), Style::note);
+            const core::LayerValue effective = lazy.layers().effective(*node);
+            row.emplace_back(core::shortValueText(effective.value, valueWidth), Style::value);
+            row.emplace_back(std::string(core::layerWord(effective.layer)), Style::note);
         }
         table.add(std::move(row));
     }
@@ -132,11 +132,11 @@ void writeDocument(LazySession& lazy, const std::vector<const Node*>& nodes, boo
 {
     boost::json::array list;
     for (const Node* node : nodes) {
-        boost::json::object entry{{"path", node->fullName()}, {"node", kindWord(node->kind())}};
+        boost::json::object entry{{"path", node->fullName()}, {"node", kindLabel(node->kind())}};
         if (withValues) {
-            const core::LayerValue held = lazy.layers().effective(*node);
-            entry.emplace("value", valueJson(held.value));
-            entry.emplace("layer", core::layerWord(held.layer));
+            const core::LayerValue effective = lazy.layers().effective(*node);
+            entry.emplace("value", valueJson(effective.value));
+            entry.emplace("layer", core::layerWord(effective.layer));
         }
         list.push_back(std::move(entry));
     }
@@ -147,9 +147,9 @@ ExitCode list(LazySession& lazy, const ListOptions& options, Output& out)
 {
     const Session& session = lazy.get();
     if (!options.validator.empty()) {
-        refuseUnknownValidator(session, options.validator);
+        requireKnownConstraint(session, options.validator);
     }
-    auto nodes = nodesOf(session, options.patterns);
+    auto nodes = matchingNodes(session, options.patterns);
     std::erase_if(nodes, [&](const Node* node) { return !isChosen(lazy, options, *node); });
     (out.isJson() ? writeDocument : writeText)(lazy, nodes, options.onlyModified, out);
     return ExitCode::done;
@@ -157,22 +157,24 @@ ExitCode list(LazySession& lazy, const ListOptions& options, Output& out)
 
 }  // namespace
 
-Action addList(CLI::App& verb)
+Action addList(CLI::App& command)
 {
-    describe(verb, "Paths that pass all filters, one a line, in the order of the tree",
-             "Examples:\n  vxsettings list '*.suggestions.*'\n"
-             "  vxsettings list --validator range --hidden\n  vxsettings list --modified");
+    setHelp(command, "List the paths that pass all filters, one per line, in tree order",
+            "Examples:\n  vxsettings list '*.suggestions.*'\n"
+            "  vxsettings list --validator range --hidden\n  vxsettings list --modified");
     auto options = std::make_shared<ListOptions>();
-    addOperand(verb, "PATTERN", options->patterns, Need::optional,
-               "Globs over full paths, with or without the root, such as '*.suggestions.*'");
-    addChoice(verb, "--kind", options->kind, {"group", "setting", "alias"}, "Only nodes of this kind");
-    addOption(
-        verb, "--validator", options->validator, "VALIDATOR",
-        "Only settings checked by this function or rule, which may be a glob; \"none\" for settings without");
-    addFlag(verb, "--hidden", options->onlyHidden, "Only what is hidden, by itself or with its group");
-    addFlag(verb, "--read-only", options->onlyReadOnly, "Only what cannot be changed");
-    addFlag(verb, "--modified", options->onlyModified,
-            "Only settings that differ from the factory, with value and origin");
+    addPositional(command, "PATTERN", options->patterns, Need::optional,
+                  "Globs for full paths, with or without the root, such as '*.suggestions.*'");
+    addChoice(command, "--kind", options->kind, {"group", "setting", "alias"},
+              "Only list nodes of this kind");
+    addOption(command, "--validator", options->validator, "VALIDATOR",
+              "Only list settings with this validator or kind of constraint, a glob; \"none\" for settings "
+              "without any");
+    addFlag(command, "--hidden", options->onlyHidden,
+            "Only list what is hidden, by itself or with its group");
+    addFlag(command, "--read-only", options->onlyReadOnly, "Only list what is read-only");
+    addFlag(command, "--modified", options->onlyModified,
+            "Only list settings whose value differs from the factory value, with value and origin");
     return [options](LazySession& session, Output& out) { return list(session, *options, out); };
 }
 

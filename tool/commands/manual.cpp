@@ -1,15 +1,15 @@
 #include "manual/manual.hpp"
 
 #include "arguments.hpp"
-#include "verb.hpp"
+#include "command.hpp"
 
 namespace vx::tool {
 
-Action addManual(CLI::App& verb)
+Action addManual(CLI::App& command)
 {
-    describe(verb, "The manual page of this command, for man");
-    hide(verb);  // for those who build and package it
-    return [&app = wholeOf(verb)](LazySession&, Output& out) {
+    setHelp(command, "Print the manual page of vxsettings");
+    hideFromHelp(command);  // called by the build
+    return [&app = programOf(command)](LazySession&, Output& out) {
         out << manualPage(app);
         return ExitCode::done;
     };

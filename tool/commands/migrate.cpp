@@ -14,11 +14,11 @@
 #include <vector>
 
 #include "arguments.hpp"
-#include "faults.hpp"
+#include "command.hpp"
+#include "diagnostics.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
 #include "table.hpp"
-#include "verb.hpp"
 
 namespace vx::tool {
 
@@ -37,12 +37,12 @@ struct MigrateOptions
     bool writes = false;
 };
 
-std::optional<core::ReleaseName> releaseOption(const char* option, const std::string& text)
+std::optional<core::ReleaseName> parseReleaseOption(const char* option, const std::string& value)
 {
-    const auto release = core::parseReleaseName(text);
-    if (!text.empty() && !release) {
-        throw Failure(ExitCode::usage,
-                      std::string(option) + " needs a release such as R2022b, not \"" + text + "\"");
+    const auto release = core::parseReleaseName(value);
+    if (!value.empty() && !release) {
+        throw CommandError(ExitCode::usage,
+                           std::string(option) + " needs a release such as R2022b, not \"" + value + "\"");
     }
     return release;
 }
@@ -67,14 +67,14 @@ Migration planMigration(const std::string& text, const fs::path& file, const Ses
     try {
         return core::migrateSettings(settings, session.releaseChanges(), range);
     } catch (const core::TextError& error) {
-        throw Failure(ExitCode::failed, core::located(file, text, error.offset(), error.what()));
+        throw CommandError(ExitCode::failed, core::located(file, text, error.offset(), error.what()));
     } catch (const std::runtime_error& error) {
-        throw Failure(ExitCode::failed, file.string() + ": " + error.what());
+        throw CommandError(ExitCode::failed, file.string() + ": " + error.what());
     }
 }
 
-/// Keeps the old content beside the file, under a name that is free.
-std::string keepBackup(const core::LockedFile& file, const Migration& migration)
+/// Saves the old content beside the file, under an unused name, which is returned.
+std::string saveBackup(const core::LockedFile& file, const Migration& migration)
 {
     const std::string stem =
         file.path().filename().string() + "." + (migration.from ? toText(*migration.from) : "older");
@@ -85,15 +85,15 @@ std::string keepBackup(const core::LockedFile& file, const Migration& migration)
     return name;
 }
 
-/// What there is to tell in the end.
+/// What is reported at the end.
 struct Outcome
 {
     const fs::path file;
     const Migration migration;
-    const std::vector<core::FileFault> faults;  ///< of the values that moved
-    bool isChange;                              ///< whether the file is another one afterwards
+    const std::vector<core::FileFault> diagnostics;  ///< for the values that moved
+    bool isChange;                                   ///< whether the migration changes the file
     bool isWritten;
-    std::string backup;  ///< name of the old file, where it was kept
+    std::string backup;  ///< file name of the backup; empty if there is none
 };
 
 void writeReport(const Outcome& outcome, Output& out)
@@ -102,7 +102,7 @@ void writeReport(const Outcome& outcome, Output& out)
     out << outcome.file.string() << ": from "
         << (migration.from ? toText(*migration.from) : "before all releases") << " to "
         << toText(migration.to) << ", " << migration.untouched
-        << (migration.untouched == 1 ? " setting stays as it is\n" : " settings stay as they are\n");
+        << (migration.untouched == 1 ? " setting unchanged\n" : " settings unchanged\n");
     Table table;
     for (const MigrationEvent& event : migration.events) {
         table.add(eventRow(event));
@@ -113,21 +113,20 @@ void writeReport(const Outcome& outcome, Output& out)
 void writeText(const Outcome& outcome, Output& out)
 {
     writeReport(outcome, out);
-    if (!outcome.faults.empty()) {
-        out << out.painted(Style::bad, "values that their new settings do not take, kept without effect:")
-            << '\n';
-        writeFaults(outcome.file, outcome.faults, out);
+    if (!outcome.diagnostics.empty()) {
+        out << out.styled(Style::bad, "moved values that the new setting rejects (kept, ignored):") << '\n';
+        writeDiagnostics(outcome.file, outcome.diagnostics, out);
     }
     if (!outcome.isChange) {
-        out << "nothing to do: the file is as it should be\n";
+        out << "nothing to do: the file is up to date\n";
     } else if (outcome.isWritten) {
-        out << "written; the old file is kept as " << outcome.backup << '\n';
+        out << "written; the old file is saved as " << outcome.backup << '\n';
     } else {
-        out << "nothing is written; do so with --write\n";
+        out << "dry run, nothing written; use --write to write the file\n";
     }
 }
 
-std::string_view eventWord(MigrationEvent::Kind kind)
+std::string_view eventLabel(MigrationEvent::Kind kind)
 {
     switch (kind) {
     case MigrationEvent::Kind::moved:
@@ -146,27 +145,27 @@ void writeDocument(const Outcome& outcome, Output& out)
     json::array events;
     for (const MigrationEvent& event : migration.events) {
         events.push_back(json::object{{"release", event.release},
-                                      {"change", eventWord(event.kind)},
+                                      {"change", eventLabel(event.kind)},
                                       {"path", event.path},
-                                      {"target", textOrNull(event.target)}});
+                                      {"target", stringOrNull(event.target)}});
     }
     writeJson({{"file", outcome.file.string()},
                {"from", migration.from ? json::value(toText(*migration.from)) : json::value(nullptr)},
                {"to", toText(migration.to)},
                {"untouched", migration.untouched},
                {"events", std::move(events)},
-               {"faults", faultsJson(outcome.faults)},
+               {"faults", diagnosticsJson(outcome.diagnostics)},
                {"isChange", outcome.isChange},
                {"isWritten", outcome.isWritten},
-               {"backup", textOrNull(outcome.backup)}},
+               {"backup", stringOrNull(outcome.backup)}},
               out);
 }
 
-Outcome carryForward(LazySession& lazy, const MigrateOptions& options, const core::MigrationRange& range)
+Outcome migrateFile(LazySession& lazy, const MigrateOptions& options, const core::MigrationRange& range)
 {
     const auto content = core::readFile(options.file);
     if (!content) {
-        throw Failure(ExitCode::failed, options.file + ": no such file");
+        throw CommandError(ExitCode::failed, options.file + ": no such file");
     }
     const Session& session = lazy.get();
     std::optional<core::LockedFile> locked;
@@ -175,39 +174,38 @@ Outcome carryForward(LazySession& lazy, const MigrateOptions& options, const cor
     }
     const std::string text = locked ? locked->content().value_or(*content) : *content;
     Migration migration = planMigration(text, options.file, session, range);
-    auto faults = core::checkMovedValues(migration, session.tree(), session.releaseChanges());
+    auto diagnostics = core::checkMovedValues(migration, session.tree(), session.releaseChanges());
     const bool isChange = migration.text != text;
     std::string backup;
     if (locked && isChange) {
-        backup = keepBackup(*locked, migration);
+        backup = saveBackup(*locked, migration);
         locked->replace(migration.text);
     }
-    return {options.file, std::move(migration), std::move(faults), isChange, locked && isChange, backup};
+    return {options.file, std::move(migration), std::move(diagnostics), isChange, locked && isChange, backup};
 }
 
 ExitCode migrate(LazySession& lazy, const MigrateOptions& options, Output& out)
 {
-    const core::MigrationRange range{releaseOption("--from", options.from),
-                                     releaseOption("--to", options.to)};
-    const Outcome outcome = carryForward(lazy, options, range);
+    const core::MigrationRange range{parseReleaseOption("--from", options.from),
+                                     parseReleaseOption("--to", options.to)};
+    const Outcome outcome = migrateFile(lazy, options, range);
     (out.isJson() ? writeDocument : writeText)(outcome, out);
-    return outcome.faults.empty() ? ExitCode::done : ExitCode::failed;
+    return outcome.diagnostics.empty() ? ExitCode::done : ExitCode::failed;
 }
 
 }  // namespace
 
-Action addMigrate(CLI::App& verb)
+Action addMigrate(CLI::App& command)
 {
-    describe(verb, "Carry a settings file of an older release forward; without --write, only show how",
-             "Ends with 1 when a value that moved does not fit its new setting.\n"
-             "Example:\n  vxsettings migrate settings.json --write");
+    setHelp(command, "Migrate a settings file to a newer release; without --write, only show the changes",
+            "Exits with 1 if a moved value violates a constraint of its new setting.\n"
+            "Example:\n  vxsettings migrate settings.json --write");
     auto options = std::make_shared<MigrateOptions>();
-    addOperand(verb, "FILE", options->file, Need::required, "Settings file");
-    addOption(verb, "--from", options->from, "RELEASE",
-              "Release to take the file for, in place of the one that it names");
-    addOption(verb, "--to", options->to, "RELEASE", "Release to go to; the newest when left out");
-    addFlag(verb, "--write", options->writes,
-            "Write the file, and keep the old one beside it, FILE.RELEASE.bak");
+    addPositional(command, "FILE", options->file, Need::required, "Settings file");
+    addOption(command, "--from", options->from, "RELEASE",
+              "Release of the file (default: the one that the file names)");
+    addOption(command, "--to", options->to, "RELEASE", "Release to migrate to (default: the newest)");
+    addFlag(command, "--write", options->writes, "Write the file, and save the old one as FILE.RELEASE.bak");
     return [options](LazySession& session, Output& out) { return migrate(session, *options, out); };
 }
 

@@ -10,11 +10,11 @@
 #include <vector>
 
 #include "arguments.hpp"
+#include "command.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
+#include "node_labels.hpp"
 #include "table.hpp"
-#include "verb.hpp"
-#include "words.hpp"
 
 namespace vx::tool {
 
@@ -27,7 +27,7 @@ void writeDocument(const std::vector<core::Match>& matches, Output& out)
     boost::json::array list;
     for (const auto& [node, rank] : matches) {
         list.push_back(boost::json::object{{"path", node->fullName()},
-                                           {"node", kindWord(node->kind())},
+                                           {"node", kindLabel(node->kind())},
                                            {"rank", core::rankWord(rank)},
                                            {"value", valueJson(node->properties().factoryValue)}});
     }
@@ -49,8 +49,8 @@ ExitCode search(const Session& session, const std::vector<std::string>& words, O
 {
     const auto matches = core::search(session.tree(), words);
     if (matches.empty()) {
-        throw Failure(ExitCode::failed, "nothing matches " + boost::algorithm::join(words, " ") +
-                                            "; all words have to match, so try fewer of them");
+        throw CommandError(ExitCode::failed, "nothing matches " + boost::algorithm::join(words, " ") +
+                                                 "; all words have to match, so try fewer");
     }
     (out.isJson() ? writeDocument : writeText)(matches, out);
     return ExitCode::done;
@@ -58,12 +58,13 @@ ExitCode search(const Session& session, const std::vector<std::string>& words, O
 
 }  // namespace
 
-Action addSearch(CLI::App& verb)
+Action addSearch(CLI::App& command)
 {
-    describe(verb, "Settings and groups by words of their path, then of their values",
-             "Example:\n  vxsettings search color comment");
+    setHelp(command, "Search settings and groups by words in their paths, then in their values",
+            "Example:\n  vxsettings search color comment");
     auto words = std::make_shared<std::vector<std::string>>();
-    addOperand(verb, "WORDS", *words, Need::required, "All of them have to match, in any order and case");
+    addPositional(command, "WORDS", *words, Need::required,
+                  "Words that all have to match, in any order and letter case");
     return [words](LazySession& session, Output& out) { return search(session.get(), *words, out); };
 }
 

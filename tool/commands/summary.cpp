@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "arguments.hpp"
+#include "command.hpp"
 #include "json_text.hpp"
 #include "table.hpp"
-#include "verb.hpp"
 
 namespace vx::tool {
 
@@ -41,7 +41,7 @@ struct Counts
     }
 };
 
-/// The node and everything under it.
+/// Counts the node and everything under it.
 void count(const Node& node, Counts& counts)
 {
     counts.add(node);
@@ -56,7 +56,7 @@ struct Area
     Counts counts;
 };
 
-/// What lies outside any group, then one per group under the root, then all together.
+/// Returns the settings outside any group, then each group under the root, then the total.
 std::vector<Area> countAreas(const Node& root)
 {
     std::vector<Area> areas{{"(directly in " + root.getFullName() + ")", {}}};
@@ -75,7 +75,7 @@ std::vector<Area> countAreas(const Node& root)
     return areas;
 }
 
-void writeSource(const Session& session, Output& out)
+void writeBundle(const Session& session, Output& out)
 {
     const auto& bundle = session.host().bundle();
     Table table;
@@ -87,7 +87,7 @@ void writeSource(const Session& session, Output& out)
 
 void writeText(const Session& session, const std::vector<Area>& areas, Output& out)
 {
-    writeSource(session, out);
+    writeBundle(session, out);
     out << '\n';
     Table table;
     table.add({{"area", Style::heading},
@@ -126,9 +126,9 @@ void writeDocument(const Session& session, const std::vector<Area>& areas, Outpu
 
 }  // namespace
 
-Action addSummary(CLI::App& verb)
+Action addSummary(CLI::App& command)
 {
-    describe(verb, "Which bundle was loaded, and how much each area describes; done when no verb is given");
+    setHelp(command, "Show the loaded bundle and the number of settings per area (default command)");
     return [](LazySession& lazy, Output& out) {
         const Session& session = lazy.get();
         const auto areas = countAreas(*session.tree().root());

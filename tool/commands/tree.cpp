@@ -9,10 +9,10 @@
 #include <variant>
 
 #include "arguments.hpp"
+#include "command.hpp"
 #include "json_text.hpp"
 #include "node_json.hpp"
-#include "verb.hpp"
-#include "words.hpp"
+#include "node_labels.hpp"
 
 namespace vx::tool {
 
@@ -37,10 +37,10 @@ bool isShown(const Node& node, const TreeOptions& options)
     return options.showsHidden || !node.isHiddenItself();
 }
 
-/// The node with those below it, as deep as was asked for.
+/// Returns the node with `depth` levels of nodes under it.
 json::object branchJson(const Node& node, const TreeOptions& options, int depth)
 {
-    json::object branch{{"path", node.fullName()}, {"node", kindWord(node.kind())}};
+    json::object branch{{"path", node.fullName()}, {"node", kindLabel(node.kind())}};
     if (node.kind() == NodeKind::alias) {
         branch.emplace("aliasTarget", node.properties().aliasName());
     } else if (node.kind() == NodeKind::setting) {
@@ -57,21 +57,21 @@ json::object branchJson(const Node& node, const TreeOptions& options, int depth)
     return branch;
 }
 
-/// What stands behind a name: the value in short, where it comes from, or where an alias leads.
+/// Returns what follows a name: the value, or the target of an alias.
 std::string annotation(const Node& node, const core::SettingsTree& tree, const Output& out)
 {
     const auto& properties = node.properties();
     if (node.kind() == NodeKind::alias) {
-        const bool resolved = tree.find(properties.aliasName()) != nullptr;
-        return out.painted(Style::note, " -> " + properties.aliasName() + (resolved ? "" : " (unresolved)"));
+        const bool isResolved = tree.find(properties.aliasName()) != nullptr;
+        return out.styled(Style::note, " -> " + properties.aliasName() + (isResolved ? "" : " (unresolved)"));
     }
     if (properties.factoryValue.isAssigned()) {
-        return " = " + out.painted(Style::value, core::shortValueText(properties.factoryValue, valueWidth));
+        return " = " + out.styled(Style::value, core::shortValueText(properties.factoryValue, valueWidth));
     }
     const bool isComputed = properties.runTimeDefault.index() != 0;
     return node.kind() == NodeKind::group
                ? ""
-               : out.painted(Style::note, isComputed ? " (computed)" : " (no factory value)");
+               : out.styled(Style::note, isComputed ? " (computed)" : " (no factory value)");
 }
 
 class Drawing
@@ -83,7 +83,7 @@ public:
 
     void draw(const Node& top)
     {
-        out_ << out_.painted(Style::group, top.fullName()) << annotation(top, tree_, out_) << '\n';
+        out_ << out_.styled(Style::group, top.fullName()) << annotation(top, tree_, out_) << '\n';
         drawChildren(top, "", options_.depth);
     }
 
@@ -109,12 +109,12 @@ private:
     void drawLine(const Node& node, int depth)
     {
         const Style style = node.kind() == NodeKind::group ? Style::group : Style::plain;
-        out_ << out_.painted(style, node.name()) << annotation(node, tree_, out_);
+        out_ << out_.styled(style, node.name()) << annotation(node, tree_, out_);
         if (node.isHiddenItself()) {
-            out_ << out_.painted(Style::note, " (hidden)");
+            out_ << out_.styled(Style::note, " (hidden)");
         }
         if (depth <= 1 && !node.children().empty()) {
-            out_ << out_.painted(Style::note, " …");
+            out_ << out_.styled(Style::note, " …");
         }
         out_ << '\n';
     }
@@ -126,14 +126,15 @@ private:
 
 }  // namespace
 
-Action addTree(CLI::App& verb)
+Action addTree(CLI::App& command)
 {
-    describe(verb, "The tree, or what is under one group, with factory values",
-             "Examples:\n  vxsettings tree commandwindow\n  vxsettings tree --depth 1 --hidden");
+    setHelp(command, "Show the tree, or one group of it, with factory values",
+            "Examples:\n  vxsettings tree commandwindow\n  vxsettings tree --depth 1 --hidden");
     auto options = std::make_shared<TreeOptions>();
-    addOperand(verb, "PATH", options->path, Need::optional, "Group to begin at; the root when left out");
-    addOption(verb, "--depth", options->depth, 1, deepest, "N", "Levels to draw below it, 1 to 99");
-    addFlag(verb, "--hidden", options->showsHidden, "Draw hidden groups and settings as well");
+    addPositional(command, "PATH", options->path, Need::optional, "Group to show (default: the root)");
+    addOption(command, "--depth", options->depth, 1, deepest, "N",
+              "Number of levels to show, 1 to 99 (default: 99)");
+    addFlag(command, "--hidden", options->showsHidden, "Include hidden groups and settings");
     return [options](LazySession& lazy, Output& out) {
         const Session& session = lazy.get();
         const Node& top = options->path.empty() ? *session.tree().root() : session.node(options->path);

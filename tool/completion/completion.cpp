@@ -14,8 +14,8 @@
 #include <string_view>
 
 #include "arguments.hpp"
+#include "node_labels.hpp"
 #include "value_constraints.hpp"
-#include "words.hpp"
 
 namespace vx::tool {
 
@@ -27,13 +27,13 @@ using foundation::verdixdata::toUtf8;
 
 constexpr std::size_t valueWidth = 40;
 
-/// What the words before the last one say.
-struct Situation
+/// The state of the command line before its last argument.
+struct CommandLine
 {
-    const CLI::App* verb = nullptr;
+    const CLI::App* command = nullptr;
     const CLI::Option* pending = nullptr;  ///< an option whose value comes next
-    std::vector<std::string_view> operands = {};
-    bool optionsAreOver = false;
+    std::vector<std::string_view> positionals = {};
+    bool isAfterDashes = false;  ///< the argument "--" ends the options
 };
 
 bool takesValue(const CLI::Option& option)
@@ -41,119 +41,120 @@ bool takesValue(const CLI::Option& option)
     return option.get_items_expected_max() > 0;
 }
 
-const CLI::Option* findOption(const CLI::App& app, const CLI::App* verb, std::string_view word)
+const CLI::Option* findOption(const CLI::App& app, const CLI::App* command, std::string_view argument)
 {
-    const std::string name(word.substr(0, word.find('=')));
-    const CLI::Option* option = verb == nullptr ? nullptr : verb->get_option_no_throw(name);
+    const std::string name(argument.substr(0, argument.find('=')));
+    const CLI::Option* option = command == nullptr ? nullptr : command->get_option_no_throw(name);
     return option == nullptr ? app.get_option_no_throw(name) : option;
 }
 
-bool isOption(const Situation& situation, std::string_view word)
+bool isOption(const CommandLine& line, std::string_view argument)
 {
-    return word.starts_with('-') && !situation.optionsAreOver;
+    return argument.starts_with('-') && !line.isAfterDashes;
 }
 
-const CLI::App* findVerb(const CLI::App& app, std::string_view name)
+const CLI::App* findCommand(const CLI::App& app, std::string_view name)
 {
-    const auto found = app.get_subcommands([&](const CLI::App* verb) { return verb->get_name() == name; });
+    const auto found =
+        app.get_subcommands([&](const CLI::App* command) { return command->get_name() == name; });
     return found.empty() ? nullptr : found.front();
 }
 
-void take(const CLI::App& app, std::string_view word, Situation& situation)
+void parseArgument(const CLI::App& app, std::string_view argument, CommandLine& line)
 {
-    if (situation.pending != nullptr) {
-        situation.pending = nullptr;
-    } else if (word == "--") {
-        situation.optionsAreOver = true;
-    } else if (isOption(situation, word)) {
-        const CLI::Option* option = findOption(app, situation.verb, word);
+    if (line.pending != nullptr) {
+        line.pending = nullptr;
+    } else if (argument == "--") {
+        line.isAfterDashes = true;
+    } else if (isOption(line, argument)) {
+        const CLI::Option* option = findOption(app, line.command, argument);
         const bool isOpen =
-            option != nullptr && takesValue(*option) && word.find('=') == std::string_view::npos;
-        situation.pending = isOpen ? option : nullptr;
-    } else if (situation.verb == nullptr) {
-        situation.verb = findVerb(app, word);
+            option != nullptr && takesValue(*option) && argument.find('=') == std::string_view::npos;
+        line.pending = isOpen ? option : nullptr;
+    } else if (line.command == nullptr) {
+        line.command = findCommand(app, argument);
     } else {
-        situation.operands.push_back(word);
+        line.positionals.push_back(argument);
     }
 }
 
-// Candidates by what an option or operand takes
+// Candidates for the value of an option or positional argument
 
 class Completer
 {
 public:
     Completer(const CLI::App& app, LazySession& session) : app_(app), session_(session) {}
 
-    Completion complete(const Situation& situation, const std::string& word)
+    Completion complete(const CommandLine& line, const std::string& argument)
     {
-        if (situation.pending != nullptr) {
-            addValues(*situation.pending, situation, word);
-        } else if (isOption(situation, word) && word.find('=') != std::string::npos) {
-            addAssigned(situation, word);
-        } else if (isOption(situation, word)) {
-            addOptions(situation.verb);
-        } else if (situation.verb == nullptr) {
-            addVerbs();
-        } else if (const CLI::Option* operand = nextOperand(situation)) {
-            addValues(*operand, situation, word);
+        if (line.pending != nullptr) {
+            addValues(*line.pending, line, argument);
+        } else if (isOption(line, argument) && argument.find('=') != std::string::npos) {
+            addAssigned(line, argument);
+        } else if (isOption(line, argument)) {
+            addOptions(line.command);
+        } else if (line.command == nullptr) {
+            addCommands();
+        } else if (const CLI::Option* positional = nextPositional(line)) {
+            addValues(*positional, line, argument);
         }
         std::erase_if(result_.candidates,
-                      [&](const Candidate& candidate) { return !candidate.word.starts_with(word); });
+                      [&](const Candidate& candidate) { return !candidate.argument.starts_with(argument); });
         return std::move(result_);
     }
 
 private:
     using Options = std::vector<const CLI::Option*>;
 
-    void add(std::string word, std::string description = {})
+    void add(std::string argument, std::string description = {})
     {
-        result_.candidates.push_back({std::move(word), std::move(description)});
+        result_.candidates.push_back({std::move(argument), std::move(description)});
     }
 
-    void addVerbs()
+    void addCommands()
     {
-        for (const CLI::App* verb : app_.get_subcommands([](const CLI::App*) { return true; })) {
-            if (!verb->get_group().empty()) {
-                add(verb->get_name(), verb->get_description());
+        for (const CLI::App* command : app_.get_subcommands([](const CLI::App*) { return true; })) {
+            if (!command->get_group().empty()) {
+                add(command->get_name(), command->get_description());
             }
         }
     }
 
-    /// Those of the verb, then those of every verb that it has not got an own one for.
-    void addOptions(const CLI::App* verb)
+    /// Adds the options of the command, then the global options that these do not hide.
+    void addOptions(const CLI::App* command)
     {
-        for (const CLI::App* app : {verb, &app_}) {
+        for (const CLI::App* app : {command, &app_}) {
             for (const CLI::Option* option : app == nullptr ? Options() : app->get_options()) {
                 for (const std::string& name : option->get_lnames()) {
-                    const std::string word = "--" + name;
-                    if (findOption(app_, verb, word) == option) {
-                        add(word, option->get_description());
+                    const std::string dashed = "--" + name;
+                    if (findOption(app_, command, dashed) == option) {
+                        add(dashed, option->get_description());
                     }
                 }
             }
         }
     }
 
-    /// The value of an option in one word with it.
-    void addAssigned(const Situation& situation, const std::string& word)
+    /// Adds the candidates for --option=value.
+    void addAssigned(const CommandLine& line, const std::string& argument)
     {
-        const std::size_t behind = word.find('=') + 1;
-        if (const CLI::Option* option = findOption(app_, situation.verb, word)) {
-            addValues(*option, situation, word.substr(behind));
+        const std::size_t valueStart = argument.find('=') + 1;
+        if (const CLI::Option* option = findOption(app_, line.command, argument)) {
+            addValues(*option, line, argument.substr(valueStart));
         }
         for (Candidate& candidate : result_.candidates) {
-            candidate.word.insert(0, word, 0, behind);
+            candidate.argument.insert(0, argument, 0, valueStart);
         }
     }
 
-    static const CLI::Option* nextOperand(const Situation& situation)
+    static const CLI::Option* nextPositional(const CommandLine& line)
     {
         std::size_t index = 0;
-        for (const CLI::Option* option : situation.verb->get_options()) {
+        for (const CLI::Option* option : line.command->get_options()) {
             if (!option->get_positional()) {
                 continue;
             }
-            if (index == situation.operands.size() || option->get_items_expected_max() > 1) {
+            if (index == line.positionals.size() || option->get_items_expected_max() > 1) {
                 return option;
             }
             ++index;
@@ -161,7 +162,7 @@ private:
         return nullptr;
     }
 
-    void addValues(const CLI::Option& option, const Situation& situation, const std::string& word)
+    void addValues(const CLI::Option& option, const CommandLine& line, const std::string& argument)
     {
         const std::string type = option.get_positional() ? option.get_name() : option.get_type_name();
         for (const std::string& choice : choicesOf(option)) {
@@ -170,46 +171,46 @@ private:
         if (type == "FILE" || type == "OLD" || type == "NEW") {
             result_.takesFile = true;
         } else if (type == "PATH" || type == "PATTERN") {
-            addPaths(situation, word);
+            addPaths(line, argument);
         } else if (type == "VALUE") {
-            addSettingValues(situation.operands.front());
+            addSettingValues(line.positionals.front());
         } else if (type == "RELEASE") {
             addReleases();
         } else if (type == "VALIDATOR") {
-            addCheckNames();
+            addConstraintNames();
         } else if (type == "NAME=VALUE") {
             addFeatures();
         }
     }
 
-    /// One level of the tree at a time, with or without the root as the word begins.
-    void addPaths(const Situation& situation, const std::string& word)
+    /// Adds the paths one level below the typed path, with the root if it is typed.
+    void addPaths(const CommandLine& line, const std::string& argument)
     {
         const core::SettingsTree& tree = session_.get().tree();
         const std::string root = tree.root()->getFullName() + ".";
-        const std::string parent = word.substr(0, word.rfind('.') + 1);
-        const std::string full = word.starts_with(root) ? parent : root + parent;
+        const std::string parent = argument.substr(0, argument.rfind('.') + 1);
+        const std::string full = argument.starts_with(root) ? parent : root + parent;
         const Node* group = full == root ? tree.root().get() : tree.find(full.substr(0, full.size() - 1));
         if (group == nullptr) {
             return;
         }
         if (parent.empty()) {
-            add(root, "everything");
+            add(root, "root group");
         }
         for (const Node& child : group->children()) {
-            addNode(situation, child, parent + std::string(child.name()));
+            addNode(line, child, parent + std::string(child.name()));
         }
     }
 
-    /// A group by itself only where it is something to ask for.
-    void addNode(const Situation& situation, const Node& node, const std::string& path)
+    /// Adds a setting, or a group: with a dot to continue, and without one if the command takes groups.
+    void addNode(const CommandLine& line, const Node& node, const std::string& path)
     {
         if (node.kind() != NodeKind::group) {
             add(path, core::shortValueText(node.properties().factoryValue, valueWidth));
             return;
         }
-        const std::string_view verb = situation.verb->get_name();
-        if (verb != "get" && verb != "set") {
+        const std::string_view command = line.command->get_name();
+        if (command != "get" && command != "set") {
             add(path, "group");
         }
         add(path + ".", "group");
@@ -227,13 +228,13 @@ private:
             add("true");
             add("false");
         }
-        if (constraints.texts) {
-            for (const std::u16string& text : *constraints.texts) {
-                add(toUtf8(text));
+        if (constraints.allowedStrings) {
+            for (const std::u16string& string : *constraints.allowedStrings) {
+                add(toUtf8(string));
             }
         }
-        for (const std::u16string& text : constraints.wordsForNumbers) {
-            add(toUtf8(text));
+        for (const std::u16string& string : constraints.colourNames) {
+            add(toUtf8(string));
         }
     }
 
@@ -244,18 +245,18 @@ private:
         }
     }
 
-    void addCheckNames()
+    void addConstraintNames()
     {
         std::set<std::string> names;
         for (const Node* node : session_.get().tree().nodes()) {
-            std::ranges::move(checkNames(*node), std::inserter(names, names.end()));
+            std::ranges::move(constraintNames(*node), std::inserter(names, names.end()));
         }
         for (const std::string& name : names) {
             add(name);
         }
     }
 
-    /// Switches that the tree asked for.
+    /// Adds the feature switches that the tree has queried.
     void addFeatures()
     {
         static_cast<void>(session_.get());
@@ -272,13 +273,13 @@ private:
 
 }  // namespace
 
-Completion complete(const CLI::App& app, std::span<const std::string> words, LazySession& session)
+Completion complete(const CLI::App& app, std::span<const std::string> arguments, LazySession& session)
 {
-    Situation situation;
-    for (const std::string& word : words.first(words.size() - 1)) {
-        take(app, word, situation);
+    CommandLine line;
+    for (const std::string& argument : arguments.first(arguments.size() - 1)) {
+        parseArgument(app, argument, line);
     }
-    return Completer(app, session).complete(situation, words.back());
+    return Completer(app, session).complete(line, arguments.back());
 }
 
 }  // namespace vx::tool

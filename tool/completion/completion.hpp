@@ -12,22 +12,22 @@ class App;
 
 namespace vx::tool {
 
-/// A word that may stand at the end of a command line. One that ends in "." or "=" is to be gone on with.
+/// A possible last argument of a command line; incomplete if it ends in "." or "=".
 struct Candidate
 {
-    std::string word;
+    std::string argument;
     std::string description = {};
 };
 
 struct Completion
 {
     std::vector<Candidate> candidates = {};
-    bool takesFile = false;  ///< any name of a file may stand there
+    bool takesFile = false;  ///< any file name is possible
 };
 
-/// What may stand in place of the last of these words, which follow the program's name and of which the last
-/// may be empty or unfinished. The session is started only where the tree is needed. Raises Failure.
-[[nodiscard]] Completion complete(const CLI::App& app, std::span<const std::string> words,
+/// Returns the candidates for the last of `arguments`, which may be empty or incomplete. The arguments do not
+/// include the program's name. The session is only started if the tree is needed. Throws CommandError.
+[[nodiscard]] Completion complete(const CLI::App& app, std::span<const std::string> arguments,
                                   LazySession& session);
 
 }  // namespace vx::tool

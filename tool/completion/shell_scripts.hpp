@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-/// What makes a shell complete the command, from the files beside this header.
+/// The completion scripts of the shells, embedded from the files beside this header.
 namespace vx::tool::shell_scripts {
 
 extern const std::string_view bash;

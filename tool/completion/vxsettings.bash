@@ -1,7 +1,7 @@
-# Completion of vxsettings for bash: the command itself knows what may stand where.
+# Completion of vxsettings for bash: vxsettings itself lists the candidates.
 
 _vxsettings() {
-    # Bash takes a "=" for a word of its own; the command takes it for a part of one.
+    # Bash splits --option=value into three words; vxsettings expects one.
     local words=() index joined=false
     for ((index = 1; index <= COMP_CWORD; ++index)); do
         if [[ ${COMP_WORDS[index]} == = && ${#words[@]} -gt 0 ]]; then

@@ -1,4 +1,4 @@
-# Completion of vxsettings for fish: the command itself knows what may stand where.
+# Completion of vxsettings for fish: vxsettings itself lists the candidates.
 
 function __vxsettings_complete
     set -l words (commandline --tokenize --cut-at-cursor) (commandline --current-token --cut-at-cursor)

@@ -1,5 +1,5 @@
 #compdef vxsettings
-# Completion of vxsettings for zsh: the command itself knows what may stand where.
+# Completion of vxsettings for zsh: vxsettings itself lists the candidates.
 
 _vxsettings() {
     local line candidate item

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <utility>
 
+#include "command_error.hpp"
 #include "environment.hpp"
-#include "failure.hpp"
 #include "manual/roff.hpp"
 
 namespace vx::tool {
@@ -22,32 +22,31 @@ struct Entry
 };
 
 constexpr std::string_view introduction[] = {
-    "The Verdix environment has some 950 settings. A plug-in module describes them: names, factory values, "
-    "rules for "
-    "other values. This command starts that module as the environment does, and works on what it describes.",
-    "Values come in layers: the factory's, an installation file, a personal file. The last one that states a "
-    "setting "
-    "wins. The verbs set and reset change the personal file; migrate changes the file that it is given.",
+    "The Verdix environment has some 950 settings. A plug-in module defines their names, factory values and "
+    "constraints. vxsettings starts that module as the environment does, and works with these definitions.",
+    "Values come from three layers: factory, installation file, personal file. The last layer that sets a "
+    "value wins. The commands set and reset change the personal file; migrate changes the file that it is "
+    "given.",
     "A PATH names a group or setting, such as verdix.commandwindow.NumericFormat. The root verdix may be "
-    "left out. "
-    "Without a verb, the command does what summary does.",
+    "left "
+    "out. Without a command, vxsettings runs summary.",
 };
 
 constexpr Entry files[] = {
-    {"~/.config/verdix/settings.json", "The personal file, unless --personal names another."},
-    {"/etc/xdg/verdix/settings.json", "The installation file, unless --installation names another."},
+    {"~/.config/verdix/settings.json", "Personal settings file, unless --personal is given."},
+    {"/etc/xdg/verdix/settings.json", "Installation settings file, unless --installation is given."},
     {".settings.json.lock",
-     "Beside a settings file that was changed; empty. Writers wait for each other by it."},
-    {"settings.json.RELEASE.bak", "What migrate --write keeps of a file that was of that release."},
+     "Empty lock file beside a settings file, so that one process at a time writes it."},
+    {"settings.json.RELEASE.bak", "Backup that migrate --write saves of a file of that release."},
 };
 
 constexpr Entry commandVariables[] = {
-    {"XDG_CONFIG_HOME", "Folder that holds verdix/settings.json, the personal file; ~/.config when unset."},
+    {"XDG_CONFIG_HOME", "Folder of the personal settings file verdix/settings.json (default: ~/.config)."},
     {"XDG_CONFIG_DIRS",
-     "Folders with colons between them. The installation file is verdix/settings.json in the first "
-     "that has it; /etc/xdg when unset."},
-    {"NO_COLOR", "Set to anything, it turns colours off, unless --color asks for them."},
-    {"TERM", "No colours on a terminal that is dumb."},
+     "Folders, separated by colons. The installation settings file is verdix/settings.json in the first "
+     "folder that has it (default: /etc/xdg)."},
+    {"NO_COLOR", "If set and not empty, turns colours off, unless --color is given."},
+    {"TERM", "Colours are off if it is dumb or not set."},
 };
 
 void writeEntries(std::span<const Entry> entries, RoffPage& page)
@@ -62,29 +61,29 @@ bool takesMany(const CLI::Option& option)
     return option.get_expected_max() >= CLI::detail::expected_max_vector_size;
 }
 
-std::string wordsFor(const CLI::Option& option)
+std::string labelOf(const CLI::Option& option)
 {
     return option.get_positional() ? option.get_name(true) + (takesMany(option) ? "..." : "")
                                    : option.get_name(false, true) + " " + option.get_type_name();
 }
 
-/// What follows the verb: "[OPTION...] PATH [VALUE]". Options that have to be given are shown by name.
-std::string synopsisOf(const CLI::App& verb)
+/// Returns the arguments of a command: "[OPTION...] PATH [VALUE]". Required options are shown by name.
+std::string synopsisOf(const CLI::App& command)
 {
     std::string options;
-    std::string operands;
-    bool hasMore = false;
-    for (const CLI::Option* option : verb.get_options()) {
-        std::string& words = option->get_positional() ? operands : options;
+    std::string positionals;
+    bool hasOptional = false;
+    for (const CLI::Option* option : command.get_options()) {
+        std::string& labels = option->get_positional() ? positionals : options;
         if (option->get_required()) {
-            words += " " + wordsFor(*option);
+            labels += " " + labelOf(*option);
         } else if (option->get_positional()) {
-            words += " [" + wordsFor(*option) + "]";
+            labels += " [" + labelOf(*option) + "]";
         } else {
-            hasMore = hasMore || option != verb.get_help_ptr();
+            hasOptional = hasOptional || option != command.get_help_ptr();
         }
     }
-    return (hasMore ? " [OPTION...]" : "") + options + operands;
+    return (hasOptional ? " [OPTION...]" : "") + options + positionals;
 }
 
 void writeOption(const CLI::Option& option, RoffPage& page)
@@ -97,17 +96,18 @@ void writeOption(const CLI::Option& option, RoffPage& page)
     page.entry(name, isFlag ? std::string() : option.get_type_name(), option.get_description() + ".");
 }
 
-/// The options and operands of the command or a verb. Every one has --help, which is shown with the command.
-void writeOptions(const CLI::App& app, bool isCommand, RoffPage& page)
+/// Writes the options and positional arguments of the program or a command. Every command has --help, which
+/// is only shown for the program.
+void writeOptions(const CLI::App& app, bool isProgram, RoffPage& page)
 {
     for (const CLI::Option* option : app.get_options()) {
-        if (isCommand || option != app.get_help_ptr()) {
+        if (isProgram || option != app.get_help_ptr()) {
             writeOption(*option, page);
         }
     }
 }
 
-/// A sentence as the line that lists of manual pages show: without capital and full stop.
+/// Returns a sentence without capital and full stop, as lists of manual pages show it.
 std::string phrase(std::string sentence)
 {
     sentence.front() = static_cast<char>(sentence.front() - 'A' + 'a');
@@ -120,7 +120,7 @@ bool isIndented(std::string_view line)
     return line.starts_with("  ");
 }
 
-/// The indented lines of a help's end, which are examples, as such; the others in between as text.
+/// Writes the footer of a help: indented lines as examples, the others as paragraphs.
 void writeFooter(const std::string& footer, RoffPage& page)
 {
     std::istringstream lines(footer);
@@ -137,13 +137,13 @@ void writeFooter(const std::string& footer, RoffPage& page)
     }
 }
 
-void writeVerb(const CLI::App& verb, RoffPage& page)
+void writeCommand(const CLI::App& command, RoffPage& page)
 {
-    page.subsection(verb.get_name());
-    page.command("vxsettings " + verb.get_name(), synopsisOf(verb));
-    page.paragraph(verb.get_description() + ".");
-    writeOptions(verb, false, page);
-    writeFooter(verb.get_footer(), page);
+    page.subsection(command.get_name());
+    page.command("vxsettings " + command.get_name(), synopsisOf(command));
+    page.paragraph(command.get_description() + ".");
+    writeOptions(command, false, page);
+    writeFooter(command.get_footer(), page);
 }
 
 void writeExitStatus(RoffPage& page)
@@ -161,19 +161,19 @@ std::string manualPage(const CLI::App& app)
     page.section("NAME");
     page.paragraph("vxsettings - " + phrase(app.get_description()));
     page.section("SYNOPSIS");
-    page.command("vxsettings", " [OPTION...] [VERB [ARGUMENT...]]");
+    page.command("vxsettings", " [OPTION...] [COMMAND [ARGUMENT...]]");
     page.section("DESCRIPTION");
     for (const std::string_view text : introduction) {
         page.paragraph(text);
     }
     page.section("OPTIONS");
-    page.paragraph("These go with every verb, in front of it or behind it.");
+    page.paragraph("These apply to every command, and may precede or follow it.");
     writeOptions(app, true, page);
-    page.section("VERBS");
-    for (const CLI::App* verb :
+    page.section("COMMANDS");
+    for (const CLI::App* command :
          app.get_subcommands([](const CLI::App* any) { return !any->get_group().empty(); }))
     {
-        writeVerb(*verb, page);
+        writeCommand(*command, page);
     }
     page.section("FILES");
     writeEntries(files, page);
@@ -185,7 +185,7 @@ std::string manualPage(const CLI::App& app)
     page.section("EXIT STATUS");
     writeExitStatus(page);
     page.section("SEE ALSO");
-    page.paragraph("bash(1), fish(1), zsh(1), whose completion is set up by the verb completion.");
+    page.paragraph("bash(1), fish(1), zsh(1): the command completion prints their completion scripts.");
     return std::move(page).text();
 }
 

@@ -8,8 +8,8 @@ class App;
 
 namespace vx::tool {
 
-/// The command's manual page in the man macros of roff. Verbs, options and examples come from the command
-/// line that `app` parses, so that page and help say the same.
+/// Returns the manual page of vxsettings in roff with man macros. Commands, options and examples are taken
+/// from the parser `app`, so that the page and the help agree.
 [[nodiscard]] std::string manualPage(const CLI::App& app);
 
 }  // namespace vx::tool

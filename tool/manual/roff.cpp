@@ -13,7 +13,7 @@ struct Escape
     std::string_view roff;
 };
 
-/// What roff would print as another character, take for the end of an argument, or for an escape.
+/// Characters that roff prints as others, or that end an argument or begin an escape sequence.
 constexpr std::array<Escape, 7> escapes = {{{'\\', "\\e"},
                                             {'-', "\\-"},
                                             {'"', "\\(dq"},
@@ -22,7 +22,7 @@ constexpr std::array<Escape, 7> escapes = {{{'\\', "\\e"},
                                             {'~', "\\(ti"},
                                             {'`', "\\(ga"}}};
 
-/// Text that may stand anywhere in a line: the first character is none that begins a request.
+/// Returns the text escaped for any place in a line. A leading dot would begin a request.
 std::string escaped(std::string_view text)
 {
     std::string roff = text.starts_with('.') ? "\\&" : "";
@@ -37,7 +37,7 @@ std::string escaped(std::string_view text)
     return roff;
 }
 
-/// The same as one argument of a macro.
+/// Returns the text as one argument of a macro.
 std::string quoted(std::string_view text)
 {
     return '"' + escaped(text) + '"';
@@ -89,11 +89,11 @@ void RoffPage::entry(std::string_view term, std::string_view argument, std::stri
     text_.append("\n").append(escaped(meaning)).append("\n");
 }
 
-void RoffPage::command(std::string_view typed, std::string_view rest)
+void RoffPage::command(std::string_view literal, std::string_view placeholders)
 {
     beginParagraph();
-    text_.append("\\fB").append(escaped(typed)).append("\\fR");
-    text_.append("\\fI").append(escaped(rest)).append("\\fR\n");
+    text_.append("\\fB").append(escaped(literal)).append("\\fR");
+    text_.append("\\fI").append(escaped(placeholders)).append("\\fR\n");
 }
 
 void RoffPage::beginExample()

@@ -6,25 +6,25 @@
 
 namespace vx::tool {
 
-/// A page in the man macros of roff, written from top to bottom. Texts are UTF-8 and stand as they are: what
-/// roff would take for its own is escaped.
+/// Builds a manual page in roff with man macros, from top to bottom. All strings are UTF-8; characters that
+/// are special in roff are escaped.
 class RoffPage
 {
 public:
-    /// `source` is the program with its version; `manual` what the page is part of.
+    /// `source` is the program with its version, `manual` the title of the whole manual.
     RoffPage(std::string_view name, std::string_view source, std::string_view manual);
 
     void section(std::string_view text);
     void subsection(std::string_view text);
     void paragraph(std::string_view text);
 
-    /// A term in bold letters, its argument in italics, and what they mean below.
+    /// Adds a term in bold with its argument in italics, and the meaning below.
     void entry(std::string_view term, std::string_view argument, std::string_view meaning);
 
-    /// A line in bold letters, as it is typed, with what may be put in place of the rest in italics.
-    void command(std::string_view typed, std::string_view rest);
+    /// Adds a command line: what is typed literally in bold, placeholders in italics.
+    void command(std::string_view literal, std::string_view placeholders);
 
-    /// Lines that are shown as they stand, indented.
+    /// Add indented, preformatted lines.
     void beginExample();
     void exampleLine(std::string_view text);
     void endExample();
@@ -36,7 +36,7 @@ private:
     void beginParagraph();
 
     std::string text_;
-    bool isBelowHeading_ = false;  ///< where a paragraph begins by itself
+    bool isBelowHeading_ = false;  ///< a paragraph needs no macro here
 };
 
 }  // namespace vx::tool

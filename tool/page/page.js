@@ -1,15 +1,15 @@
 "use strict";
 
-// Makes the table searchable: all that is shown stands in the document, the script only hides, links and copies.
+// Makes the table searchable. The document has the whole content; this script only filters, navigates and copies.
 (() => {
     const byId = (id) => document.getElementById(id);
     const main = byId("settings");
     const search = byId("search");
     const status = byId("status");
 
-    // --- What there is ---
+    // --- Model ---
 
-    /** Groups by path, in the order of the tree: every one before those in it. */
+    /** Groups by path, in tree order: each group before its subgroups. */
     const groups = new Map();
 
     function addGroup(path) {
@@ -32,7 +32,7 @@
             area: [group.parent ? area : group.name],
             class: [row.dataset.class],
             visibility: [row.dataset.visibility],
-            checks: row.dataset.checks.split(" "),
+            constraints: row.dataset.constraints.split(" "),
             isModified: "modified" in row.dataset,
         };
     }
@@ -50,7 +50,7 @@
 
     // --- Filters ---
 
-    const facets = ["area", "class", "visibility", "checks"].map((name) => ({ name, select: byId(name) }));
+    const facets = ["area", "class", "visibility", "constraints"].map((name) => ({ name, select: byId(name) }));
 
     function fillSelect({ name, select }) {
         const counts = new Map();
@@ -64,7 +64,7 @@
         }
     }
 
-    function chosenTest() {
+    function currentFilter() {
         const words = search.value.toLowerCase().split(/\s+/).filter(Boolean);
         const chosen = facets.map(({ name, select }) => [name, select.value]).filter(([, value]) => value !== "");
         const onlyModified = byId("modified").checked;
@@ -91,7 +91,7 @@
     }
 
     function applyFilters() {
-        const { isAny, accepts } = chosenTest();
+        const { isAny, accepts } = currentFilter();
         for (const group of groupsUpwards) {
             group.direct = group.count = 0;
         }
@@ -159,7 +159,7 @@
         item.focus({ preventScroll: false });
     }
 
-    /** Marks the group, or where it is folded away the one that hides it. */
+    /** Selects the tree item of a group, or the innermost visible item above it if it is in a closed one. */
     function select(group) {
         let item = group.item;
         for (let over = above(item); over; over = above(over)) {
@@ -251,7 +251,7 @@
         byId("tree").append(list);
     }
 
-    // --- Places ---
+    // --- Links ---
 
     function linkedPath() {
         try {
@@ -289,7 +289,7 @@
         select(group);
     }
 
-    /** Shows what the address names behind its #; false when it names nothing that is here. */
+    /** Scrolls to the setting or group in the address after "#"; returns false if there is none. */
     function reveal() {
         const path = linkedPath();
         if (settingsByPath.has(path)) {
@@ -302,11 +302,11 @@
         return true;
     }
 
-    let addressAtHand = "";
+    let handledAddress = "";
 
     /**
-     * To a setting by its link, at once: the event that tells of a new address comes later, when the keys may have gone
-     * on to another row, and would take them back.
+     * Follows the link of a setting at once: hashchange comes later, when the arrow keys may have moved the focus to
+     * another row, and would move it back.
      */
     function followLink(event) {
         const link = event.target.closest("tr[id] a[href^='#']");
@@ -315,20 +315,20 @@
         }
         event.preventDefault();
         if (location.hash !== link.hash) {
-            location.hash = link.hash; // pushState would not mark the row as the target
-            addressAtHand = location.href;
+            location.hash = link.hash; // pushState would not make the row the :target
+            handledAddress = location.href;
         }
         reveal();
     }
 
     function onAddress(event) {
-        if (event.newURL !== addressAtHand) {
+        if (event.newURL !== handledAddress) {
             reveal();
         }
-        addressAtHand = "";
+        handledAddress = "";
     }
 
-    /** To a group, as if by its link, but the focus stays in the tree. */
+    /** Scrolls to a group as its link does, but keeps the focus in the tree. */
     function go(path) {
         setDrawer(false);
         if (linkedPath() !== path) {
@@ -337,7 +337,7 @@
         reveal();
     }
 
-    /** The group at the upper edge becomes the one that is marked in the tree. */
+    /** Selects the group at the top of the table in the tree. */
     function followScrolling() {
         const box = main.getBoundingClientRect();
         const top = document.elementFromPoint(box.left + 40, Math.max(box.top, 0) + 50);
@@ -361,7 +361,7 @@
         }
     }
 
-    /** For pages that may not use the clipboard themselves. */
+    /** Copies without the clipboard API, which is not available to pages from files. */
     function copyBySelection(text) {
         const area = document.createElement("textarea");
         const focused = document.activeElement;
@@ -433,7 +433,7 @@
         }
     }
 
-    // --- Look ---
+    // --- Theme and layout ---
 
     const themes = ["system", "light", "dark"];
     const themeKey = "settings-page-theme";
@@ -452,7 +452,7 @@
         try {
             localStorage.setItem(themeKey, theme);
         } catch {
-            // Without storage the choice lasts as long as the page.
+            // Without storage, the theme is kept until the page is closed.
         }
     }
 
@@ -461,7 +461,7 @@
         setTheme(themes[(at + 1) % themes.length]);
     }
 
-    /** Narrow windows show the tree only when asked. */
+    /** Shows or hides the tree, which narrow windows hide by default. */
     function setDrawer(isShown) {
         document.documentElement.classList.toggle("groups", isShown);
         byId("groups").setAttribute("aria-expanded", String(isShown));
@@ -504,6 +504,6 @@
         }
     }, { capture: true, passive: true });
     addEventListener("hashchange", onAddress);
-    // Until the page is loaded the browser itself goes to what the address names, and takes the focus away.
+    // Later than load, because the browser scrolls to the address and moves the focus while the page loads.
     addEventListener("load", () => setTimeout(() => reveal() || followScrolling()));
 })();

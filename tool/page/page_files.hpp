@@ -2,10 +2,10 @@
 
 #include <string_view>
 
-/// The parts of the page of settings, from the files beside this header.
+/// The parts of the settings page, embedded from the files beside this header.
 namespace vx::tool::page {
 
-/// The document, with {{style}}, {{script}} and other places to fill.
+/// The HTML document with the placeholders {{style}}, {{script}} and others.
 extern const std::string_view document;
 extern const std::string_view style;
 extern const std::string_view script;

@@ -1,12 +1,12 @@
-#include "html_text.hpp"
+#include "escaping.hpp"
 
 namespace vx::tool {
 
-std::string html(std::string_view text)
+std::string escapeHtml(std::string_view string)
 {
     std::string result;
-    result.reserve(text.size() + text.size() / 8);
-    for (const char c : text) {
+    result.reserve(string.size() + string.size() / 8);
+    for (const char c : string) {
         switch (c) {
         case '&':
             result += "&amp;";
@@ -31,11 +31,11 @@ std::string html(std::string_view text)
     return result;
 }
 
-std::string cssString(std::string_view text)
+std::string cssString(std::string_view string)
 {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string result = "'";
-    for (const char c : text) {
+    for (const char c : string) {
         const auto byte = static_cast<unsigned char>(c);
         const bool isControl = byte < 0x20 || byte == 0x7f;
         if (isControl || c == '\'' || c == '\\') {

@@ -1,4 +1,4 @@
-#include "words.hpp"
+#include "node_labels.hpp"
 
 #include <utility>
 
@@ -6,7 +6,7 @@ namespace vx::tool {
 
 namespace {
 
-struct CheckName
+struct ValidatorName
 {
     std::string operator()(std::monostate) const { return {}; }
     std::string operator()(const ::settings::core::CPPValidator& /*callable*/) const { return "callable"; }
@@ -16,25 +16,25 @@ struct CheckName
     }
 };
 
-void addRuleNames(std::vector<std::string>& names,
-                  const ::settings::core::SettingValueValidator::ConfigData& record)
+void addConstraintNames(std::vector<std::string>& names,
+                        const ::settings::core::SettingValueValidator::ConfigData& validator)
 {
-    const auto add = [&names](bool isStated, const char* name) {
-        if (isStated) {
+    const auto add = [&names](bool isPresent, const char* name) {
+        if (isPresent) {
             names.emplace_back(name);
         }
     };
-    add(record.range.has_value(), "range");
-    add(!record.allowedValues.empty() && !record.colour, "allowedValues");
-    add(record.maximumLength.has_value(), "maximumLength");
-    add(record.size.has_value(), "size");
-    add(record.elementClass.has_value(), "elementClass");
-    add(record.colour.has_value(), "colour");
+    add(validator.range.has_value(), "range");
+    add(!validator.allowedValues.empty() && !validator.colour, "allowedValues");
+    add(validator.maximumLength.has_value(), "maximumLength");
+    add(validator.size.has_value(), "size");
+    add(validator.elementClass.has_value(), "elementClass");
+    add(validator.colour.has_value(), "colour");
 }
 
 }  // namespace
 
-std::string_view kindWord(core::NodeKind kind) noexcept
+std::string_view kindLabel(core::NodeKind kind) noexcept
 {
     switch (kind) {
     case core::NodeKind::group:
@@ -47,7 +47,7 @@ std::string_view kindWord(core::NodeKind kind) noexcept
     return "alias";
 }
 
-std::string_view visibilityWord(const core::Node& node) noexcept
+std::string_view visibilityLabel(const core::Node& node) noexcept
 {
     const auto& visible = node.properties().visible;
     return !visible.isWritten() ? "default" : visible.value() ? "visible" : "hidden";
@@ -58,15 +58,15 @@ std::string qualifiedName(const ::settings::core::detail::FunctionName& function
     return function.scope() + "." + function.function();
 }
 
-std::vector<std::string> checkNames(const core::Node& setting)
+std::vector<std::string> constraintNames(const core::Node& setting)
 {
     const auto& properties = setting.properties();
     std::vector<std::string> names;
-    if (std::string name = std::visit(CheckName(), properties.validator); !name.empty()) {
+    if (std::string name = std::visit(ValidatorName(), properties.validator); !name.empty()) {
         names.push_back(std::move(name));
     }
-    for (const auto& record : properties.valueValidators) {
-        addRuleNames(names, record);
+    for (const auto& validator : properties.valueValidators) {
+        addConstraintNames(names, validator);
     }
     return names.empty() ? std::vector<std::string>{"none"} : names;
 }

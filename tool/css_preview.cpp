@@ -1,4 +1,4 @@
-#include "value_look.hpp"
+#include "css_preview.hpp"
 
 #include <data/views.hpp>
 #include <settings_core/value_text.hpp>
@@ -9,7 +9,7 @@
 #include <optional>
 #include <string_view>
 
-#include "html_text.hpp"
+#include "escaping.hpp"
 
 namespace vx::tool {
 
@@ -18,19 +18,19 @@ namespace {
 using core::Node;
 using foundation::verdixdata::Array;
 using foundation::verdixdata::toUtf8;
-using Records = ::settings::core::SettingValueValidator;
+using ValueValidator = ::settings::core::SettingValueValidator;
 
-std::optional<Records::Colour> colourForm(const Node& setting)
+std::optional<ValueValidator::Colour> colourForm(const Node& setting)
 {
-    for (const auto& record : setting.properties().valueValidators) {
-        if (record.colour) {
-            return record.colour;
+    for (const auto& validator : setting.properties().valueValidators) {
+        if (validator.colour) {
+            return validator.colour;
         }
     }
     return std::nullopt;
 }
 
-/// Unassigned when the group has no such setting.
+/// Returns the factory value of a setting in the group; unassigned if there is none.
 Array factoryValue(const Node& group, std::string_view name)
 {
     const auto found = std::find_if(group.children().begin(), group.children().end(),
@@ -50,32 +50,32 @@ std::optional<double> numberOf(const Array& value)
 
 std::string family(std::string_view name)
 {
-    // The environment's own names for the platform's usual fonts.
+    // SansSerif and Monospaced are the environment's names for the default fonts of the platform.
     if (name == "SansSerif") {
         return "sans-serif";
     }
     return cssString(name) + (name == "Monospaced" || name == "Courier" ? ", monospace" : ", sans-serif");
 }
 
-/// Points where it is a number; else a number followed by px.
+/// Returns a number as points, and a string such as "14px" as it is; empty for anything else.
 std::string size(const Array& value)
 {
     if (const auto points = numberOf(value)) {
         return core::numberText(*points) + "pt";
     }
-    const auto text = data::textOf(value);
-    const std::string written = text ? toUtf8(*text) : "";
-    const std::size_t unit = written.find_first_not_of("0123456789.");
-    return unit != 0 && unit != std::string::npos && written.substr(unit) == "px" ? written : "";
+    const auto characters = data::textOf(value);
+    const std::string length = characters ? toUtf8(*characters) : "";
+    const std::size_t unit = length.find_first_not_of("0123456789.");
+    return unit != 0 && unit != std::string::npos && length.substr(unit) == "px" ? length : "";
 }
 
-/// Plain, bold, italic or both: as a number from 0 to 3, or in words.
 struct FontStyle
 {
     bool isBold;
     bool isItalic;
 };
 
+/// Parses a style: 0 plain, 1 bold, 2 italic, 3 both; or a cell with "bold" and "italic".
 std::optional<FontStyle> fontStyle(const Array& value)
 {
     if (const auto number = numberOf(value)) {
@@ -84,23 +84,23 @@ std::optional<FontStyle> fontStyle(const Array& value)
     if (value.getType() != foundation::verdixdata::ArrayType::CELL) {
         return std::nullopt;
     }
-    const auto words = data::elementsOf<Array>(value);
-    const auto has = [&words](std::u16string_view word) {
-        return std::any_of(words.begin(), words.end(),
-                           [word](const Array& element) { return data::textOf(element) == word; });
+    const auto names = data::elementsOf<Array>(value);
+    const auto has = [&names](std::u16string_view name) {
+        return std::any_of(names.begin(), names.end(),
+                           [name](const Array& element) { return data::textOf(element) == name; });
     };
     return FontStyle{has(u"bold"), has(u"italic")};
 }
 
 }  // namespace
 
-std::string colourOf(const Node& setting, const Array& value)
+std::string cssColour(const Node& setting, const Array& value)
 {
     const auto form = colourForm(setting);
     if (!form || !data::hasSize(value, 1, 3)) {
         return "";
     }
-    const bool isNormalised = *form == Records::Colour::normalised;
+    const bool isNormalised = *form == ValueValidator::Colour::normalised;
     std::string css = "rgb(";
     const bool isTriple = data::everyNumber(value, [&](auto part) {
         css += css.back() == '(' ? "" : " ";
@@ -111,7 +111,7 @@ std::string colourOf(const Node& setting, const Array& value)
     return isTriple ? css + ")" : "";
 }
 
-std::string fontOf(const Node& group)
+std::string cssFont(const Node& group)
 {
     const Array nameValue = factoryValue(group, "Name");
     const auto name = data::textOf(nameValue);
