@@ -54,10 +54,13 @@ public:
     FactorySettingProperties(bool isVisible, bool isReadOnly, foundation::verdixdata::Array value,
                              Validator function, RunTimeDefault computedDefault, bool hasAdditionalFile,
                              bool reservedFlag, std::vector<SettingValueValidator::ConfigData> records);
+    /// A copy has copies of all members.
+    ///@{
     FactorySettingProperties(const FactorySettingProperties& other);
     FactorySettingProperties(FactorySettingProperties&& other) noexcept;
     FactorySettingProperties& operator=(const FactorySettingProperties& other);
     FactorySettingProperties& operator=(FactorySettingProperties&& other) noexcept;
+    ///@}
     ~FactorySettingProperties();
 
     /// Makes the node an alias of the setting at this path.

@@ -15,10 +15,13 @@ class VX_API FunctionName
 public:
     /// Names `function` in `scope`; the derived classes say what these are.
     FunctionName(std::string scope, std::string function);
+    /// Copies share the strings; a moved-from object has empty ones.
+    ///@{
     FunctionName(const FunctionName& other) noexcept;
     FunctionName(FunctionName&& other) noexcept;
     FunctionName& operator=(const FunctionName& other) noexcept;
     FunctionName& operator=(FunctionName&& other) noexcept;
+    ///@}
     ~FunctionName();
 
     /// Returns the qualifying prefix, library name or class name, depending on the kind of function.

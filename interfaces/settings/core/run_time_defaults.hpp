@@ -13,11 +13,15 @@ namespace settings::core {
 class VX_API CRunTimeDefault : public detail::FunctionName
 {
 public:
+    /// As of FunctionName.
     CRunTimeDefault(std::string scope, std::string function);
+    /// As of FunctionName.
+    ///@{
     CRunTimeDefault(const CRunTimeDefault& other) noexcept;
     CRunTimeDefault(CRunTimeDefault&& other) noexcept;
     CRunTimeDefault& operator=(const CRunTimeDefault& other) noexcept;
     CRunTimeDefault& operator=(CRunTimeDefault&& other) noexcept;
+    ///@}
     ~CRunTimeDefault();
 };
 
@@ -25,11 +29,15 @@ public:
 class VX_API MRunTimeDefault : public detail::FunctionName
 {
 public:
+    /// As of FunctionName.
     MRunTimeDefault(std::string scope, std::string function);
+    /// As of FunctionName.
+    ///@{
     MRunTimeDefault(const MRunTimeDefault& other) noexcept;
     MRunTimeDefault(MRunTimeDefault&& other) noexcept;
     MRunTimeDefault& operator=(const MRunTimeDefault& other) noexcept;
     MRunTimeDefault& operator=(MRunTimeDefault&& other) noexcept;
+    ///@}
     ~MRunTimeDefault();
 };
 
@@ -37,11 +45,15 @@ public:
 class VX_API JRunTimeDefault : public detail::FunctionName
 {
 public:
+    /// As of FunctionName.
     JRunTimeDefault(std::string scope, std::string function);
+    /// As of FunctionName.
+    ///@{
     JRunTimeDefault(const JRunTimeDefault& other) noexcept;
     JRunTimeDefault(JRunTimeDefault&& other) noexcept;
     JRunTimeDefault& operator=(const JRunTimeDefault& other) noexcept;
     JRunTimeDefault& operator=(JRunTimeDefault&& other) noexcept;
+    ///@}
     ~JRunTimeDefault();
 };
 

@@ -63,10 +63,13 @@ public:
         /// Takes the constraints; implicit, so that a value validator can be written as a braced list of
         /// constraints.
         ConfigData(Constraints&& constraints) noexcept;
+        /// Copies are independent.
+        ///@{
         ConfigData(const ConfigData& other);
         ConfigData(ConfigData&& other) noexcept;
         ConfigData& operator=(const ConfigData& other);
         ConfigData& operator=(ConfigData&& other) noexcept;
+        ///@}
         ~ConfigData();
     };
 };

@@ -17,10 +17,13 @@ public:
     /// a removal.
     SettingsFileChange(const std::string& operation, std::vector<std::string>&& from,
                        std::vector<std::string>&& to);
+    /// Copies are independent.
+    ///@{
     SettingsFileChange(const SettingsFileChange& other);
     SettingsFileChange(SettingsFileChange&& other) noexcept;
     SettingsFileChange& operator=(const SettingsFileChange& other);
     SettingsFileChange& operator=(SettingsFileChange&& other) noexcept;
+    ///@}
     ~SettingsFileChange();
 
     /// Returns "move" or "remove".

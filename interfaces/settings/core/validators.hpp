@@ -16,11 +16,15 @@ namespace settings::core {
 class VX_API MValidator : public detail::FunctionName
 {
 public:
+    /// As of FunctionName.
     MValidator(std::string scope, std::string function);
+    /// As of FunctionName.
+    ///@{
     MValidator(const MValidator& other) noexcept;
     MValidator(MValidator&& other) noexcept;
     MValidator& operator=(const MValidator& other) noexcept;
     MValidator& operator=(MValidator&& other) noexcept;
+    ///@}
     ~MValidator();
 };
 
@@ -28,11 +32,15 @@ public:
 class VX_API CValidator : public detail::FunctionName
 {
 public:
+    /// As of FunctionName.
     CValidator(std::string scope, std::string function);
+    /// As of FunctionName.
+    ///@{
     CValidator(const CValidator& other) noexcept;
     CValidator(CValidator&& other) noexcept;
     CValidator& operator=(const CValidator& other) noexcept;
     CValidator& operator=(CValidator&& other) noexcept;
+    ///@}
     ~CValidator();
 };
 
@@ -40,11 +48,15 @@ public:
 class VX_API JValidator : public detail::FunctionName
 {
 public:
+    /// As of FunctionName.
     JValidator(std::string scope, std::string function);
+    /// As of FunctionName.
+    ///@{
     JValidator(const JValidator& other) noexcept;
     JValidator(JValidator&& other) noexcept;
     JValidator& operator=(const JValidator& other) noexcept;
     JValidator& operator=(JValidator&& other) noexcept;
+    ///@}
     ~JValidator();
 };
 
@@ -60,10 +72,13 @@ public:
     /// `scope` and `function` are only used in messages. The library that defines the callable must stay
     /// loaded as long as any copy of this object exists.
     CPPValidator(Callable callable, std::string scope, std::string function);
+    /// Copies share the callable and the strings; a moved-from object has none.
+    ///@{
     CPPValidator(const CPPValidator& other) noexcept;
     CPPValidator(CPPValidator&& other) noexcept;
     CPPValidator& operator=(const CPPValidator& other) noexcept;
     CPPValidator& operator=(CPPValidator&& other) noexcept;
+    ///@}
     ~CPPValidator();
 
     /// Returns the callable; empty for a moved-from object.
