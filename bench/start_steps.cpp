@@ -24,7 +24,7 @@ void tree()
 {
     vx::tool::LazySession lazy(vx::tool::defaultBundleFile(), {});
     lazy.get();
-    lazy.leaveTree();
+    lazy.leakTree();
 }
 
 void value(const char* path)
@@ -33,7 +33,7 @@ void value(const char* path)
     const auto& session = lazy.get();
     const auto& setting = session.setting(path);
     std::puts(vx::core::valueText(lazy.layers().effective(setting).value).c_str());
-    lazy.leaveTree();
+    lazy.leakTree();
 }
 
 }  // namespace
