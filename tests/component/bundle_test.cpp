@@ -95,7 +95,7 @@ TEST(Bundle, BuildsItsTreeForALoaderOfAnotherMake)
         }
         const auto children = std::ranges::count_if(core->nodes, isChildOfRoot);
         EXPECT_EQ(childCount(core->root), children);
-        EXPECT_EQ(core->root.treeContext.use_count(), 2 + 2 * children) << "nobody else keeps the context";
+        EXPECT_EQ(core->root.treeContext.use_count(), 2 + 2 * children) << "the context is kept elsewhere";
         for (const auto& [name, group] : core->root.groups) {
             EXPECT_EQ(childCount(group), 0) << name << " is kept as it was when it was made";
         }

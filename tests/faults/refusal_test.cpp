@@ -1,4 +1,4 @@
-// Services and hooks that raise, or go away, while a tree is built: what they raise leaves
+// Services and hooks that throw, or disappear, while a tree is built: what they throw leaves
 // createTree, what was built before stays, and the next tree is whole.
 
 #include <settings_core/settings_tree.hpp>

@@ -142,4 +142,3 @@ pageTest("is a plain table without script", { context: { javaScriptEnabled: fals
         assert.equal(await page.locator(part).isVisible(), false, part);
     }
 });
-
