@@ -32,27 +32,12 @@ void insert(FactoryGroup& parent, FactorySetting&& setting, const FactorySetting
     parent.settings.try_emplace(setting.name, std::move(setting));
 }
 
-FactoryGroup addReadyGroup(FactoryGroup& parent, std::string&& name,
-                           const FactorySettingProperties& properties)
-{
-    auto group = makeChild<FactoryGroup>(parent, std::move(name));
-    static_cast<void>(parent.settingsNode->getFullName());
-    return insert(parent, std::move(group), properties);
-}
-
-void addReadySetting(FactoryGroup& parent, std::string&& name, const FactorySettingProperties& properties)
-{
-    auto setting = makeChild<FactorySetting>(parent, std::move(name));
-    static_cast<void>(parent.settingsNode->getFullName());
-    insert(parent, std::move(setting), properties);
-}
-
 }  // namespace detail
 
 FactoryGroup addGroup(FactoryGroup& parent, std::string name)
 {
     static const auto properties = detail::defaultProperties();
-    return detail::addReadyGroup(parent, std::move(name), properties);
+    return detail::insert(parent, detail::makeNamedChild<FactoryGroup>(parent, std::move(name)), properties);
 }
 
 void addAlias(FactoryGroup& parent, std::string name, std::string target)

@@ -25,6 +25,15 @@ template <class Node>
     return Node(parent.treeContext, parent.settingsNode, nullptr, std::move(name));
 }
 
+/// The same after a call of the parent's getFullName, for a node whose options need no name in an error
+/// message. The call is part of the interface with the settings core, and it may throw.
+template <class Node>
+[[nodiscard]] Node makeNamedChild(const FactoryGroup& parent, std::string&& name)
+{
+    static_cast<void>(parent.settingsNode->getFullName());
+    return makeChild<Node>(parent, std::move(name));
+}
+
 /// Realizes a child and inserts it into the parent's map of groups or settings, unless a child with that name
 /// is already there.
 ///@{
@@ -32,16 +41,6 @@ template <class Node>
                                   const ::settings::core::detail::FactorySettingProperties& properties);
 void insert(FactoryGroup& parent, FactorySetting&& setting,
             const ::settings::core::detail::FactorySettingProperties& properties);
-///@}
-
-/// Adds a node with complete properties. Calls getFullName of its parent even though no option needs it: the
-/// call is part of the interface with the settings core, and it may throw.
-///@{
-[[nodiscard]] FactoryGroup
-addReadyGroup(FactoryGroup& parent, std::string&& name,
-              const ::settings::core::detail::FactorySettingProperties& properties);
-void addReadySetting(FactoryGroup& parent, std::string&& name,
-                     const ::settings::core::detail::FactorySettingProperties& properties);
 ///@}
 
 }  // namespace detail

@@ -136,6 +136,11 @@ private:
     std::array<FactorySettingProperties, 3> byVisibility_;
 };
 
+void addFrequent(FactoryGroup& group, std::string_view name, const FactorySettingProperties& properties)
+{
+    insert(group, settings::detail::makeNamedChild<FactorySetting>(group, std::string(name)), properties);
+}
+
 }  // namespace
 
 namespace detail {
@@ -155,13 +160,14 @@ void addUnset(FactoryGroup& group, std::string_view name, Flags flags, const Par
 
 void addValue(FactoryGroup& group, std::string_view name, Array&& value, Flags flags, const Parts& parts)
 {
+    auto setting = settings::detail::makeNamedChild<FactorySetting>(group, std::string(name));
     SettingOptions options = emptyOptions();
     options.properties.factoryValue = std::move(value);
     apply(options, flags);
     if (&parts != &noParts) {
         apply(options, parts);
     }
-    settings::detail::addReadySetting(group, std::string(name), options.properties);
+    insert(group, std::move(setting), options.properties);
 }
 
 void addLogical(FactoryGroup& group, std::string_view name, bool value, Flags flags, const Parts& parts)
@@ -171,7 +177,7 @@ void addLogical(FactoryGroup& group, std::string_view name, bool value, Flags fl
                                      FrequentProperties(logicalScalar, values[1])};
     const std::size_t index = value ? 1 : 0;
     if (const auto* const properties = frequent[index].find(flags, parts)) {
-        return settings::detail::addReadySetting(group, std::string(name), *properties);
+        return addFrequent(group, name, *properties);
     }
     addValue(group, name, Array(values[index]), flags, parts);
 }
@@ -182,7 +188,7 @@ void addCharvec(FactoryGroup& group, std::string_view name, std::string_view val
     static const FrequentProperties empty(stringScalar, internal::charvec(std::string()));
     if (value.empty()) {
         if (const auto* const properties = empty.find(flags, parts)) {
-            return settings::detail::addReadySetting(group, std::string(name), *properties);
+            return addFrequent(group, name, *properties);
         }
     }
     addValue(group, name, internal::charvec(std::string(value)), flags, parts);
@@ -227,7 +233,8 @@ void addCell(FactoryGroup& group, std::string_view name, std::span<const char* c
 FactoryGroup addGroup(FactoryGroup& parent, const char* name, Visibility visibility)
 {
     static const FrequentProperties properties(noValidator);
-    return settings::detail::addReadyGroup(parent, name, properties.of(visibility));
+    auto group = settings::detail::makeNamedChild<FactoryGroup>(parent, name);
+    return insert(parent, std::move(group), properties.of(visibility));
 }
 
 }  // namespace verdix::settings::tree
