@@ -37,23 +37,7 @@ std::pair<std::string, std::string> splitQualifiedName(std::string_view name)
 
 ::settings::core::Validator makeValidator(std::string_view qualifiedName)
 {
-    using ::settings::core::MValidator;
-    struct Frequent
-    {
-        std::string_view name;
-        MValidator validator = fromQualifiedName<MValidator, MValidator>(name);
-    };
-    // Nearly all settings use one of these, so they share one object each.
-    static const Frequent frequent[] = {{"verdix.settings.mustBeLogicalScalar"},
-                                        {"verdix.settings.mustBeStringScalar"},
-                                        {"verdix.settings.mustBeIntegerScalar"},
-                                        {"verdix.settings.mustBeNumericScalar"}};
-    for (const auto& [name, validator] : frequent) {
-        if (name == qualifiedName) {
-            return validator;
-        }
-    }
-    return fromQualifiedName<::settings::core::Validator, MValidator>(qualifiedName);
+    return fromQualifiedName<::settings::core::Validator, ::settings::core::MValidator>(qualifiedName);
 }
 
 ::settings::core::Validator makeValidator(const FunctionDescriptor& function, const std::string& settingName)
