@@ -30,7 +30,7 @@ namespace vx::core {
                                                                  const ValueForm& form);
 
 /// The same value as JSON on one line, from which valueFromJson makes it again, equal in every bit but for
-/// the payload of a NaN, and the 0-by-0 text, which comes back as 1-by-0. Raises std::invalid_argument for
+/// the payload of a NaN, and the 0-by-0 text, which comes back as 1-by-0. Throws std::invalid_argument for
 /// what settings files cannot hold: an unassigned value, more than two dimensions, no rows, characters or a
 /// cell in other than one row, a cell of anything but texts.
 [[nodiscard]] VX_API std::string valueToJson(const foundation::verdixdata::Array& value);
