@@ -98,7 +98,8 @@ private:
     {
         for (const auto& record : setting.properties().valueValidators) {
             if (record.range && !(record.range->lower <= record.range->upper)) {
-                add(setting, "no value is in the range " + core::describe(record) + ": mend its bounds");
+                add(setting,
+                    "no value is in the range " + core::describeValueValidator(record) + ": mend its bounds");
             }
         }
     }

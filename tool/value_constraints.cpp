@@ -132,7 +132,8 @@ void addFactoryShape(ValueConstraints& values, const Node::Properties& propertie
 ValueConstraints constraintsOf(const Node& setting)
 {
     const Node::Properties& properties = setting.properties();
-    ValueConstraints values{.form = core::valueFormOf(setting), .isImpossible = properties.readOnly.value()};
+    ValueConstraints values{.form = core::parseTargetOf(setting),
+                            .isImpossible = properties.readOnly.value()};
     addFactoryShape(values, properties);
     if (const auto* script = std::get_if<::settings::core::MValidator>(&properties.validator)) {
         addScript(values, script->function());

@@ -68,15 +68,15 @@ private:
 
     void checkRelease(const JsonMember& member)
     {
-        const auto release = releaseNamed(member.value);
+        const auto release = parseRelease(member.value);
         if (!release) {
-            report(member.value.offset, member.name, std::string(noRelease));
+            report(member.value.offset, member.name, std::string(invalidReleaseMessage));
             return;
         }
         const auto newest = newestRelease(releases_);
         if (newest && *newest < *release) {
             report(member.value.offset, member.name,
-                   "is newer than the newest release known here, " + toText(*newest) +
+                   "is newer than the newest release known here, " + formatReleaseName(*newest) +
                        ": use the settings of that release with its own tools");
         }
     }
@@ -86,7 +86,7 @@ private:
         const Node* node = tree_.find(member.name);
         if (node == nullptr) {
             report(member.offset, member.name,
-                   "is no setting; " + explainMissing(tree_, releases_, member.name));
+                   "is no setting; " + explainUnknownPath(tree_, releases_, member.name));
             return;
         }
         switch (node->kind()) {
@@ -125,7 +125,7 @@ std::vector<FileFault> checkSettingsFile(std::string text, const SettingsTree& t
                    std::pair(right.position.line, right.position.column);
         });
         return faults;
-    } catch (const TextError& error) {
+    } catch (const ParseError& error) {
         return {{positionAt(kept, error.offset()), "", error.what()}};
     }
 }

@@ -74,9 +74,9 @@ public:
 
     JsonValue document()
     {
-        const std::size_t wellFormed = wellFormedLength(text_);
+        const std::size_t wellFormed = validUtf8PrefixLength(text_);
         if (wellFormed != text_.size()) {
-            throw TextError(wellFormed, "a byte that is not UTF-8: save the file as UTF-8");
+            throw ParseError(wellFormed, "a byte that is not UTF-8: save the file as UTF-8");
         }
         at_ = text_.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
         skipSpace();
@@ -89,7 +89,7 @@ public:
     }
 
 private:
-    [[noreturn]] void fail(const std::string& message) const { throw TextError(at_, message); }
+    [[noreturn]] void fail(const std::string& message) const { throw ParseError(at_, message); }
 
     [[nodiscard]] char peek() const noexcept { return at_ < text_.size() ? text_[at_] : '\0'; }
 
@@ -126,7 +126,7 @@ private:
             array(result, depth);
             break;
         case '"':
-            result.kind = JsonKind::text;
+            result.kind = JsonKind::string;
             literal();
             break;
         case 't':
@@ -308,7 +308,7 @@ JsonValue readJson(std::string_view text)
     return Reader(text).document();
 }
 
-std::u16string decodedText(const JsonValue& value)
+std::u16string decodedString(const JsonValue& value)
 {
     return decode(value.text);
 }
@@ -336,7 +336,7 @@ std::string jsonLiteral(std::u16string_view text)
     return literal += '"';
 }
 
-std::string_view kindWords(JsonKind kind) noexcept
+std::string_view kindName(JsonKind kind) noexcept
 {
     constexpr std::array<std::string_view, 6> words{"null",   "true or false", "a number",
                                                     "a text", "a list",        "an object"};

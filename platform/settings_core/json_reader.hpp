@@ -22,7 +22,7 @@ enum class JsonKind : std::uint8_t
     null,
     boolean,
     number,
-    text,
+    string,
     array,
     object
 };
@@ -51,18 +51,18 @@ struct JsonMember
     JsonValue value;            ///< behind the colon
 };
 
-/// Reads one JSON text, strictly by the standard; a byte-order mark may precede it. Raises TextError at the
+/// Reads one JSON text, strictly by the standard; a byte-order mark may precede it. Raises ParseError at the
 /// first byte that does not fit, and for arrays and objects in each other more than 100 deep.
 [[nodiscard]] VX_API JsonValue readJson(std::string_view text);
 
 /// The text that a value of kind `text` stands for.
-[[nodiscard]] VX_API std::u16string decodedText(const JsonValue& value);
+[[nodiscard]] VX_API std::u16string decodedString(const JsonValue& value);
 
 /// A text as a JSON literal with its quotes. Line ends and other control characters are escaped, and so are
 /// surrogates without their partner, which UTF-8 cannot hold.
 [[nodiscard]] VX_API std::string jsonLiteral(std::u16string_view text);
 
 /// "an object", "a number" and so on.
-[[nodiscard]] VX_API std::string_view kindWords(JsonKind kind) noexcept;
+[[nodiscard]] VX_API std::string_view kindName(JsonKind kind) noexcept;
 
 }  // namespace vx::core

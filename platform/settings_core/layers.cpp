@@ -66,14 +66,14 @@ LayerValue factoryValueOf(const Node& setting)
         factory.value = std::move(value.value);
         factory.source = std::move(value.source);
     } catch (const std::runtime_error& error) {
-        factory.faults.emplace_back(error.what());
+        factory.diagnostics.emplace_back(error.what());
     }
     return factory;
 }
 
 }  // namespace
 
-std::string_view layerWord(Layer layer) noexcept
+std::string_view layerName(Layer layer) noexcept
 {
     constexpr std::array<std::string_view, 3> words{"factory", "installation", "personal"};
     return words[static_cast<std::size_t>(layer)];
@@ -88,7 +88,7 @@ SettingsFile parseSettingsFile(const std::string& text, const fs::path& file)
 {
     try {
         return SettingsFile(text);
-    } catch (const TextError& error) {
+    } catch (const ParseError& error) {
         throw std::runtime_error(located(file, text, error.offset(), error.what()));
     }
 }
@@ -124,7 +124,7 @@ std::optional<LayerValue> Layers::valueIn(Layer layer, const Node& setting)
     StoredValue stored = readStoredValue(setting, *member);
     LayerValue value{layer, std::move(stored.value), fileOf(layer).string()};
     for (const ValueFault& fault : stored.faults) {
-        value.faults.push_back(
+        value.diagnostics.push_back(
             located(fileOf(layer), file->text(), fault.offset, setting.getFullName() + ": " + fault.message));
     }
     return value;
@@ -132,9 +132,10 @@ std::optional<LayerValue> Layers::valueIn(Layer layer, const Node& setting)
 
 std::vector<LayerValue> Layers::valuesOf(const Node& node)
 {
-    const Node& setting = settingBehind(tree_, node);
+    const Node& setting = resolveSetting(tree_, node);
     std::vector<LayerValue> values;
-    if (LayerValue factory = factoryValueOf(setting); factory.value.isAssigned() || !factory.faults.empty()) {
+    if (LayerValue factory = factoryValueOf(setting);
+        factory.value.isAssigned() || !factory.diagnostics.empty()) {
         values.push_back(std::move(factory));
     }
     for (const Layer layer : {Layer::installation, Layer::personal}) {
@@ -147,15 +148,15 @@ std::vector<LayerValue> Layers::valuesOf(const Node& node)
 
 LayerValue Layers::effective(const Node& node)
 {
-    const Node& setting = settingBehind(tree_, node);
+    const Node& setting = resolveSetting(tree_, node);
     std::vector<std::string> passedOver;
     const auto passOver = [&passedOver](LayerValue& value) {
-        std::move(value.faults.begin(), value.faults.end(), std::back_inserter(passedOver));
+        std::move(value.diagnostics.begin(), value.diagnostics.end(), std::back_inserter(passedOver));
     };
     for (const Layer layer : fileLayers) {
         std::optional<LayerValue> value = valueIn(layer, setting);
-        if (value && value->counts()) {
-            value->faults = std::move(passedOver);
+        if (value && value->isValid()) {
+            value->diagnostics = std::move(passedOver);
             return *std::move(value);
         }
         if (value) {
@@ -164,11 +165,11 @@ LayerValue Layers::effective(const Node& node)
     }
     LayerValue factory = factoryValueOf(setting);
     passOver(factory);
-    factory.faults = std::move(passedOver);
+    factory.diagnostics = std::move(passedOver);
     return factory;
 }
 
-bool Layers::isStated(const Node& setting)
+bool Layers::hasOverride(const Node& setting)
 {
     const auto states = [&](Layer layer) {
         const auto& file = fileAt(layer);

@@ -27,7 +27,7 @@ enum class Layer : std::uint8_t
 };
 
 /// "factory", "installation" or "personal".
-[[nodiscard]] VX_API std::string_view layerWord(Layer layer) noexcept;
+[[nodiscard]] VX_API std::string_view layerName(Layer layer) noexcept;
 
 /// Where the files are; one that does not exist holds no settings.
 struct LayerFiles
@@ -49,10 +49,10 @@ struct LayerValue
     /// "factory value", the function that computed it, or the file.
     std::string source = {};
     /// Why the value does not count: "<file>:<line>:<column>: ..."; empty when it does.
-    std::vector<std::string> faults = {};
+    std::vector<std::string> diagnostics = {};
 
     /// Whether the value may hold: there is one, and nothing speaks against it.
-    [[nodiscard]] bool counts() const noexcept { return value.isAssigned() && faults.empty(); }
+    [[nodiscard]] bool isValid() const noexcept { return value.isAssigned() && diagnostics.empty(); }
 };
 
 /// Reads a settings file; nothing when there is none. Raises std::runtime_error "<file>:<line>:<column>: ..."
@@ -72,7 +72,7 @@ public:
     Layers(const SettingsTree& tree, LayerFiles files) : tree_(tree), files_(std::move(files)) {}
 
     /// What each layer says that says anything, the lowest first: the last one that counts holds. Of an
-    /// alias, what is said of the setting behind it. Raises what settingBehind raises.
+    /// alias, what is said of the setting behind it. Raises what resolveSetting raises.
     [[nodiscard]] std::vector<LayerValue> valuesOf(const Node& setting);
 
     /// The value that holds; a factory value without a value when there is none at all. The faults are those
@@ -80,7 +80,7 @@ public:
     [[nodiscard]] LayerValue effective(const Node& setting);
 
     /// Whether a file states the setting at all.
-    [[nodiscard]] bool isStated(const Node& setting);
+    [[nodiscard]] bool hasOverride(const Node& setting);
 
 private:
     struct FileLayer

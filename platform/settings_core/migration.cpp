@@ -22,9 +22,9 @@ std::optional<ReleaseName> releaseIn(const SettingsFile& file)
     if (release == nullptr) {
         return std::nullopt;
     }
-    const auto name = releaseNamed(*release);
+    const auto name = parseRelease(*release);
     if (!name) {
-        throw TextError(release->offset, std::string(noRelease));
+        throw ParseError(release->offset, std::string(invalidReleaseMessage));
     }
     return name;
 }
@@ -34,8 +34,8 @@ void requireUniqueSettings(const SettingsFile& file)
     std::set<std::string_view> paths;
     for (const JsonMember& setting : file.settings()) {
         if (!paths.insert(setting.name).second) {
-            throw TextError(setting.offset,
-                            setting.name + " is given a second time: keep one of them before migrating");
+            throw ParseError(setting.offset,
+                             setting.name + " is given a second time: keep one of them before migrating");
         }
     }
 }
@@ -43,17 +43,18 @@ void requireUniqueSettings(const SettingsFile& file)
 void requireOrder(const Migration& migration, const ReleaseName& newest)
 {
     if (migration.from && newest < *migration.from) {
-        throw std::runtime_error("the file is of release " + toText(*migration.from) +
-                                 ", newer than the newest known here, " + toText(newest) +
+        throw std::runtime_error("the file is of release " + formatReleaseName(*migration.from) +
+                                 ", newer than the newest known here, " + formatReleaseName(newest) +
                                  ": migrate it with that release");
     }
     if (newest < migration.to) {
-        throw std::runtime_error("no release after " + toText(newest) +
-                                 " is known here, so files cannot be carried to " + toText(migration.to));
+        throw std::runtime_error("no release after " + formatReleaseName(newest) +
+                                 " is known here, so files cannot be carried to " +
+                                 formatReleaseName(migration.to));
     }
     if (migration.from && migration.to < *migration.from) {
-        throw std::runtime_error("the file is of release " + toText(*migration.from) +
-                                 ", and nothing leads back to " + toText(migration.to));
+        throw std::runtime_error("the file is of release " + formatReleaseName(*migration.from) +
+                                 ", and nothing leads back to " + formatReleaseName(migration.to));
     }
 }
 
@@ -137,7 +138,7 @@ Migration migrateSettings(const SettingsFile& file, const ReleaseChangeTable& ta
         }
     }
     if (releaseIn(file) != migration.to) {
-        edit.setRelease(toText(migration.to));
+        edit.setRelease(formatReleaseName(migration.to));
     }
     migration.untouched = countUntouched(migration, file.settings().size());
     migration.text = edit.text();

@@ -57,7 +57,7 @@ struct MigrationRange
 /// the file's release. A setting moves in its place, with its value as it is written; one that is in the file
 /// already is never replaced. Removing a group removes all settings in it.
 ///
-/// Raises TextError, with an offset in the file, when a setting is given twice or the release is no release,
+/// Raises ParseError, with an offset in the file, when a setting is given twice or the release is no release,
 /// std::runtime_error when the file or `to` is newer than the table, or the file newer than `to`.
 [[nodiscard]] VX_API Migration migrateSettings(const SettingsFile& file,
                                                const ::settings::core::ReleaseChangeTable& table,

@@ -39,7 +39,7 @@ Node::createFactorySetting(const std::string& name, bool isSetting, const Proper
     return {store_->shared_from_this(), &made};
 }
 
-boost::shared_ptr<const Node> Node::handle() const
+boost::shared_ptr<const Node> Node::sharedFromThis() const
 {
     return {store_->shared_from_this(), this};
 }

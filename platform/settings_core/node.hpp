@@ -74,7 +74,7 @@ public:
     [[nodiscard]] bool isHidden() const noexcept;
 
     /// A handle of this node, which keeps the whole tree.
-    [[nodiscard]] boost::shared_ptr<const Node> handle() const;
+    [[nodiscard]] boost::shared_ptr<const Node> sharedFromThis() const;
 
 private:
     friend class NodeStore;

@@ -1,6 +1,6 @@
-#include <settings_core/nearest.hpp>
 #include <settings_core/path_lookup.hpp>
 #include <settings_core/release_history.hpp>
+#include <settings_core/suggestions.hpp>
 
 namespace vx::core {
 
@@ -19,21 +19,21 @@ const Node& nodeAt(const SettingsTree& tree, const ReleaseChangeTable& releases,
     if (const Node* found = tree.find(full)) {
         return *found;
     }
-    throw UnknownPath("no such path: " + std::string(path) + "; " + explainMissing(tree, releases, full));
+    throw UnknownPath("no such path: " + std::string(path) + "; " + explainUnknownPath(tree, releases, full));
 }
 
-std::string explainMissing(const SettingsTree& tree, const ReleaseChangeTable& releases,
-                           std::string_view path)
+std::string explainUnknownPath(const SettingsTree& tree, const ReleaseChangeTable& releases,
+                               std::string_view path)
 {
     const auto steps = changesFrom(releases, path);
     if (!steps.empty()) {
-        return describe(steps);
+        return describeSteps(steps);
     }
-    const auto near = nearestPaths(path, tree);
+    const auto near = suggestPaths(path, tree);
     return near.empty() ? "see the paths there are with: vxsettings list" : didYouMean(near);
 }
 
-const Node& settingBehind(const SettingsTree& tree, const Node& node)
+const Node& resolveSetting(const SettingsTree& tree, const Node& node)
 {
     const Node* setting = &node;
     // A chain longer than the tree goes round in a circle.

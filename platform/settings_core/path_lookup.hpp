@@ -25,12 +25,12 @@ public:
 nodeAt(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases, std::string_view path);
 
 /// Why there is no node at this full path: which releases moved or removed it, or which paths are near.
-[[nodiscard]] VX_API std::string explainMissing(const SettingsTree& tree,
-                                                const ::settings::core::ReleaseChangeTable& releases,
-                                                std::string_view path);
+[[nodiscard]] VX_API std::string explainUnknownPath(const SettingsTree& tree,
+                                                    const ::settings::core::ReleaseChangeTable& releases,
+                                                    std::string_view path);
 
 /// The setting itself, or what an alias stands for, through further aliases. Raises std::runtime_error for a
 /// group and for an alias that leads out of the tree or round in a circle.
-[[nodiscard]] VX_API const Node& settingBehind(const SettingsTree& tree, const Node& node);
+[[nodiscard]] VX_API const Node& resolveSetting(const SettingsTree& tree, const Node& node);
 
 }  // namespace vx::core

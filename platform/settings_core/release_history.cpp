@@ -60,7 +60,7 @@ std::vector<ReleaseStep> changesFrom(const ReleaseChangeTable& table, std::strin
     return steps;
 }
 
-std::string describe(const std::vector<ReleaseStep>& steps)
+std::string describeSteps(const std::vector<ReleaseStep>& steps)
 {
     std::string text;
     for (const ReleaseStep& step : steps) {

@@ -26,7 +26,7 @@ struct ReleaseStep
                                                           std::string_view path);
 
 /// The steps in words: "it was moved to <path> in R2022b, then removed in R2026a"; empty without steps.
-[[nodiscard]] VX_API std::string describe(const std::vector<ReleaseStep>& steps);
+[[nodiscard]] VX_API std::string describeSteps(const std::vector<ReleaseStep>& steps);
 
 /// Whether a path is the group's own or that of something in it.
 [[nodiscard]] VX_API bool isAtOrUnder(std::string_view path, std::string_view group) noexcept;

@@ -20,7 +20,7 @@ std::optional<ReleaseName> parseReleaseName(std::string_view text) noexcept
     return release;
 }
 
-std::string toText(const ReleaseName& release)
+std::string formatReleaseName(const ReleaseName& release)
 {
     std::string digits = std::to_string(release.year);
     digits.insert(0, digits.size() < 4 ? 4 - digits.size() : 0, '0');

@@ -26,7 +26,7 @@ struct ReleaseName
 [[nodiscard]] VX_API std::optional<ReleaseName> parseReleaseName(std::string_view text) noexcept;
 
 /// "R2022b".
-[[nodiscard]] VX_API std::string toText(const ReleaseName& release);
+[[nodiscard]] VX_API std::string formatReleaseName(const ReleaseName& release);
 
 /// The newest release that the table has changes of; nothing for an empty table. Raises std::runtime_error
 /// for a table with a name that is no release.

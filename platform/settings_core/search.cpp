@@ -1,6 +1,6 @@
-#include <settings_core/nearest.hpp>
 #include <settings_core/search.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/suggestions.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
@@ -87,7 +87,7 @@ private:
     bool isInValues(std::string_view word) const
     {
         const auto& properties = node_.properties();
-        if (lowered(valueText(properties.factoryValue)).find(word) != std::string::npos) {
+        if (lowered(formatValue(properties.factoryValue)).find(word) != std::string::npos) {
             return true;
         }
         return std::ranges::any_of(properties.valueValidators, [&](const auto& record) {
@@ -117,7 +117,7 @@ std::optional<MatchRank> worstRank(const Searchable& node, const std::vector<std
 
 }  // namespace
 
-std::string_view rankWord(MatchRank rank) noexcept
+std::string_view rankName(MatchRank rank) noexcept
 {
     static constexpr std::array<std::string_view, 6> words = {"exact",     "prefix", "word",
                                                               "substring", "value",  "spelled alike"};
@@ -140,8 +140,8 @@ std::vector<Match> search(const SettingsTree& tree, const std::vector<std::strin
 
     const bool noPathMatches = matches.empty() || matches.front().rank == MatchRank::value;
     if (noPathMatches) {
-        for (const std::string_view path : nearestPaths(boost::algorithm::join(words, "."), tree)) {
-            matches.push_back({tree.find(path), MatchRank::nearMiss});
+        for (const std::string_view path : suggestPaths(boost::algorithm::join(words, "."), tree)) {
+            matches.push_back({tree.find(path), MatchRank::similar});
         }
     }
     return matches;

@@ -19,11 +19,11 @@ enum class MatchRank : std::uint8_t
     word,       ///< one of the words of a component: "tips" of ShowTips
     substring,  ///< anywhere in the path
     value,      ///< in the factory value or an allowed word
-    nearMiss    ///< only spelled alike
+    similar     ///< only spelled alike
 };
 
 /// "exact", "prefix", "word", "substring", "value", "spelled alike".
-[[nodiscard]] VX_API std::string_view rankWord(MatchRank rank) noexcept;
+[[nodiscard]] VX_API std::string_view rankName(MatchRank rank) noexcept;
 
 /// A node that was found, and how well.
 struct Match

@@ -64,11 +64,11 @@ SettingsFile::SettingsFile(std::string text)
     : text_(std::make_unique<const std::string>(std::move(text))), root_(readJson(*text_))
 {
     if (root_.kind != JsonKind::object) {
-        throw TextError(root_.offset, "expected an object: { \"release\": ..., \"settings\": { ... } }");
+        throw ParseError(root_.offset, "expected an object: { \"release\": ..., \"settings\": { ... } }");
     }
     const JsonMember* settings = member(settingsName);
     if (settings != nullptr && settings->value.kind != JsonKind::object) {
-        throw TextError(settings->value.offset, "expected an object of paths and values for \"settings\"");
+        throw ParseError(settings->value.offset, "expected an object of paths and values for \"settings\"");
     }
     settings_ = settings == nullptr ? &emptyObject() : &settings->value;
     for (const JsonMember& setting : settings_->members) {
@@ -181,12 +181,12 @@ std::string SettingsFileEdit::text() const
     return text.substr(0, root.offset) + edit.text() + text.substr(root.end());
 }
 
-std::optional<ReleaseName> releaseNamed(const JsonValue& release)
+std::optional<ReleaseName> parseRelease(const JsonValue& release)
 {
-    if (release.kind != JsonKind::text) {
+    if (release.kind != JsonKind::string) {
         return std::nullopt;
     }
-    return parseReleaseName(foundation::verdixdata::toUtf8(decodedText(release)));
+    return parseReleaseName(foundation::verdixdata::toUtf8(decodedString(release)));
 }
 
 std::string emptySettingsFile(std::string_view release)

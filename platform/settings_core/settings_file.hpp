@@ -22,7 +22,7 @@ namespace vx::core {
 class VX_API SettingsFile
 {
 public:
-    /// Reads the text. Raises TextError where it is not JSON, or not an object with an object "settings"
+    /// Reads the text. Raises ParseError where it is not JSON, or not an object with an object "settings"
     /// (which may be missing). Values and the release are taken as they come.
     explicit SettingsFile(std::string text);
     /// What is read moves along with the text that it refers to.
@@ -100,10 +100,10 @@ private:
 [[nodiscard]] VX_API std::string emptySettingsFile(std::string_view release);
 
 /// The release that a file's "release" names; nothing when that is no release's name.
-[[nodiscard]] std::optional<ReleaseName> releaseNamed(const JsonValue& release);
+[[nodiscard]] std::optional<ReleaseName> parseRelease(const JsonValue& release);
 
 /// What to say where it is none.
-inline constexpr std::string_view noRelease =
+inline constexpr std::string_view invalidReleaseMessage =
     "is no release: write R, the year and a or b, such as \"R2022b\"";
 
 }  // namespace vx::core

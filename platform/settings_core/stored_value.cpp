@@ -27,11 +27,11 @@ StoredValue readStoredValue(const Node& setting, const JsonMember& member)
         stored.faults.push_back({member.offset, "is read-only: remove it from the file"});
     }
     try {
-        stored.value = valueFromJson(member.value, valueFormOf(setting));
+        stored.value = valueFromJson(member.value, parseTargetOf(setting));
         addRefusals(setting, member, stored);
-    } catch (const TextError& error) {
+    } catch (const ParseError& error) {
         stored.faults.push_back(
-            {error.offset(), error.what() + ("; accepted: " + describeAccepted(setting.properties()))});
+            {error.offset(), error.what() + ("; accepted: " + describeConstraint(setting.properties()))});
     }
     return stored;
 }

@@ -1,5 +1,5 @@
 #include <settings_core/text_position.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <boost/locale/utf.hpp>
 
@@ -26,7 +26,7 @@ std::string located(const std::filesystem::path& file, std::string_view text, st
     return line.append(message);
 }
 
-std::size_t wellFormedLength(std::string_view text) noexcept
+std::size_t validUtf8PrefixLength(std::string_view text) noexcept
 {
     using boost::locale::utf::is_valid_codepoint;
     using boost::locale::utf::utf_traits;

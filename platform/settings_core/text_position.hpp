@@ -25,11 +25,11 @@ struct TextPosition
                                          std::size_t offset, std::string_view message);
 
 /// Part of a text that cannot be what it should; says what was expected.
-class VX_API TextError : public std::runtime_error
+class VX_API ParseError : public std::runtime_error
 {
 public:
     /// `offset` is that of the part; the message does not repeat it.
-    TextError(std::size_t offset, const std::string& message) : std::runtime_error(message), offset_(offset)
+    ParseError(std::size_t offset, const std::string& message) : std::runtime_error(message), offset_(offset)
     {}
 
     /// In bytes from the beginning of the text that was read.
@@ -43,6 +43,6 @@ private:
 inline constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 /// Bytes in front of the first that is no well-formed UTF-8; the size of the text when all is.
-[[nodiscard]] VX_API std::size_t wellFormedLength(std::string_view text) noexcept;
+[[nodiscard]] VX_API std::size_t validUtf8PrefixLength(std::string_view text) noexcept;
 
 }  // namespace vx::core

@@ -3,7 +3,7 @@
 #include <settings_core/run_time_default.hpp>
 #include <settings_core/script_functions.hpp>
 #include <settings_core/validation.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <foundation/verdixdata/array_factory.hpp>
 #include <verdix/settings/internal/values.hpp>
@@ -25,7 +25,7 @@ using Properties = Node::Properties;
 
 // Class and shape
 
-bool anyRecord(const Properties& properties, bool (*states)(const ValueRules&))
+bool anyRecord(const Properties& properties, bool (*states)(const ValueValidator&))
 {
     return std::any_of(properties.valueValidators.begin(), properties.valueValidators.end(), states);
 }
@@ -48,7 +48,7 @@ std::optional<Failure> brokenShape(const Properties& properties, const Array& va
     };
     const Array& factory = properties.factoryValue;
     const bool isColour =
-        anyRecord(properties, [](const ValueRules& rules) { return rules.colour.has_value(); });
+        anyRecord(properties, [](const ValueValidator& rules) { return rules.colour.has_value(); });
     if (!factory.isAssigned() || (isColour && (data::textOf(value) || data::textOf(factory)))) {
         return std::nullopt;
     }
@@ -61,10 +61,12 @@ std::optional<Failure> brokenShape(const Properties& properties, const Array& va
     default:
         break;
     }
-    if (isColour || anyRecord(properties, [](const ValueRules& rules) { return rules.size.has_value(); })) {
+    if (isColour || anyRecord(properties, [](const ValueValidator& rules) { return rules.size.has_value(); }))
+    {
         return failUnless(sameClass, std::string("of class ") + className(factory.getType()));
     }
-    return failUnless(sameClass && value.getDimensions() == factory.getDimensions(), shapeText(factory));
+    return failUnless(sameClass && value.getDimensions() == factory.getDimensions(),
+                      formatClassAndSize(factory));
 }
 
 // Validators
@@ -130,13 +132,14 @@ public:
     void operator()(const ::settings::core::CPPValidator& callable) const
     {
         if (callable.callable()) {
-            failIfRefused(
-                [&] { callable.callable()(setting_.handle(), std::string(setting_.name()), value_); });
+            failIfRefused([&] {
+                callable.callable()(setting_.sharedFromThis(), std::string(setting_.name()), value_);
+            });
         }
     }
 
 private:
-    [[nodiscard]] std::string rule() const { return describe(setting_.properties().validator); }
+    [[nodiscard]] std::string rule() const { return describeValidator(setting_.properties().validator); }
 
     void fail(std::string message) const { verdict_.failures.push_back({rule(), std::move(message)}); }
 
@@ -156,8 +159,8 @@ private:
 void addRuleFailures(const Node& setting, const Array& value, Verdict& verdict)
 {
     std::visit(RunValidator(setting, value, verdict), setting.properties().validator);
-    for (const ValueRules& rules : setting.properties().valueValidators) {
-        auto broken = brokenRules(rules, value);
+    for (const ValueValidator& rules : setting.properties().valueValidators) {
+        auto broken = findViolations(rules, value);
         std::move(broken.begin(), broken.end(), std::back_inserter(verdict.failures));
     }
 }

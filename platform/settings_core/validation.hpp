@@ -1,7 +1,7 @@
 #pragma once
 
+#include <settings_core/constraints.hpp>
 #include <settings_core/node.hpp>
-#include <settings_core/value_rules.hpp>
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 #include <data/views.hpp>
 #include <settings_core/text_position.hpp>
+#include <settings_core/value_format.hpp>
 #include <settings_core/value_literals.hpp>
-#include <settings_core/value_text.hpp>
 
 #include <foundation/verdixdata/array_factory.hpp>
 #include <foundation/verdixdata/text.hpp>
@@ -23,12 +23,12 @@ using namespace foundation::verdixdata;
 
 [[noreturn]] void expected(const std::string& what, std::size_t offset)
 {
-    throw TextError(offset, "expected " + what);
+    throw ParseError(offset, "expected " + what);
 }
 
 std::string found(const Literal& literal)
 {
-    return literal.isText ? ", not a text" : ", not " + std::string(literal.word);
+    return literal.isString ? ", not a text" : ", not " + std::string(literal.token);
 }
 
 /// Nothing unless the whole word is a number of this type.
@@ -84,16 +84,16 @@ std::optional<T> readInteger(std::string_view word)
 
 bool elementOf(Literal&& literal, std::type_identity<bool>)
 {
-    if (literal.isText || (literal.word != "true" && literal.word != "false")) {
+    if (literal.isString || (literal.token != "true" && literal.token != "false")) {
         expected("true or false" + found(literal), literal.offset);
     }
-    return literal.word == "true";
+    return literal.token == "true";
 }
 
 double elementOf(Literal&& literal, std::type_identity<double>)
 {
     // JSON has no numbers that are not finite: there they stand as texts.
-    const auto number = literal.isText ? readNotFinite(toUtf8(literal.text)) : readDouble(literal.word);
+    const auto number = literal.isString ? readNotFinite(toUtf8(literal.string)) : readDouble(literal.token);
     if (!number) {
         expected("a number" + found(literal), literal.offset);
     }
@@ -103,7 +103,7 @@ double elementOf(Literal&& literal, std::type_identity<double>)
 template <data::Number T>
 T elementOf(Literal&& literal, std::type_identity<T>)
 {
-    const auto number = literal.isText ? std::nullopt : readInteger<T>(literal.word);
+    const auto number = literal.isString ? std::nullopt : readInteger<T>(literal.token);
     if (!number) {
         expected("a whole number from " + std::to_string(std::numeric_limits<T>::min()) + " to " +
                      std::to_string(std::numeric_limits<T>::max()) + found(literal),
@@ -114,18 +114,18 @@ T elementOf(Literal&& literal, std::type_identity<T>)
 
 String elementOf(Literal&& literal, std::type_identity<String>)
 {
-    if (!literal.isText && literal.word != "null" && literal.word != "missing") {
+    if (!literal.isString && literal.token != "null" && literal.token != "missing") {
         expected("a text" + found(literal), literal.offset);
     }
-    return literal.isText ? String(std::move(literal.text)) : std::nullopt;
+    return literal.isString ? String(std::move(literal.string)) : std::nullopt;
 }
 
 Array elementOf(Literal&& literal, std::type_identity<Array>)
 {
-    if (!literal.isText) {
+    if (!literal.isString) {
         expected("a text" + found(literal), literal.offset);
     }
-    return verdix::settings::internal::charvec(std::move(literal.text));
+    return verdix::settings::internal::charvec(std::move(literal.string));
 }
 
 char16_t elementOf(Literal&& /*literal*/, std::type_identity<char16_t>) = delete;
@@ -145,10 +145,10 @@ Array arrayWith(LiteralGrid&& grid)
 
 Array oneText(LiteralGrid&& grid)
 {
-    if (grid.brackets != Brackets::none || !grid.literals.front().isText) {
+    if (grid.brackets != Brackets::none || !grid.literals.front().isString) {
         expected("a text", grid.offset);
     }
-    return verdix::settings::internal::charvec(std::move(grid.literals.front().text));
+    return verdix::settings::internal::charvec(std::move(grid.literals.front().string));
 }
 
 ArrayType classByForm(const LiteralGrid& grid)
@@ -161,16 +161,16 @@ ArrayType classByForm(const LiteralGrid& grid)
         return ArrayType::DOUBLE;
     }
     // In JSON a number that is not finite stands as a text among the others.
-    const auto bare = std::ranges::find(literals, false, &Literal::isText);
+    const auto bare = std::ranges::find(literals, false, &Literal::isString);
     if (bare == literals.end()) {
         return grid.brackets == Brackets::none ? ArrayType::CHAR : ArrayType::CELL;
     }
-    return bare->word == "true" || bare->word == "false" ? ArrayType::LOGICAL : ArrayType::DOUBLE;
+    return bare->token == "true" || bare->token == "false" ? ArrayType::LOGICAL : ArrayType::DOUBLE;
 }
 
 bool isLoneText(const LiteralGrid& grid)
 {
-    return grid.brackets == Brackets::none && grid.literals.front().isText;
+    return grid.brackets == Brackets::none && grid.literals.front().isString;
 }
 
 void requireList(const LiteralGrid& grid)
@@ -185,10 +185,10 @@ void requireList(const LiteralGrid& grid)
 
 }  // namespace
 
-Array arrayOf(LiteralGrid&& grid, const ValueForm& form)
+Array arrayOf(LiteralGrid&& grid, const ParseTarget& form)
 {
     ArrayType type = form.elementClass.value_or(classByForm(grid));
-    if (form.acceptsWords && isLoneText(grid)) {
+    if (form.acceptsColourNames && isLoneText(grid)) {
         type = ArrayType::CHAR;
     }
     if (type == ArrayType::CHAR) {

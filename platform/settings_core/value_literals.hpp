@@ -3,7 +3,7 @@
 // Between the written form of a value, in whichever notation, and the array: its literals in rows and
 // columns.
 
-#include <settings_core/value_form.hpp>
+#include <settings_core/parse_target.hpp>
 
 #include <foundation/verdixdata/array.hpp>
 
@@ -18,9 +18,9 @@ namespace vx::core {
 struct Literal
 {
     std::size_t offset = 0;  ///< in the text that is read
-    bool isText = false;
-    std::string_view word = {};  ///< of what is no text: a number, true, false, ...
-    std::u16string text = {};
+    bool isString = false;
+    std::string_view token = {};  ///< of what is no text: a number, true, false, ...
+    std::u16string string = {};
 };
 
 enum class Brackets : std::uint8_t
@@ -39,8 +39,8 @@ struct LiteralGrid
     std::vector<Literal> literals = {};  ///< row after row
 };
 
-/// The array that the literals make up in a setting of this form. Raises TextError at the first literal that
+/// The array that the literals make up in a setting of this form. Raises ParseError at the first literal that
 /// does not fit, saying what is expected.
-[[nodiscard]] foundation::verdixdata::Array arrayOf(LiteralGrid&& grid, const ValueForm& form);
+[[nodiscard]] foundation::verdixdata::Array arrayOf(LiteralGrid&& grid, const ParseTarget& form);
 
 }  // namespace vx::core

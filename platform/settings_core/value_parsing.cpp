@@ -45,7 +45,7 @@ public:
     }
 
 private:
-    [[noreturn]] void fail(const std::string& message) const { throw TextError(at_, message); }
+    [[noreturn]] void fail(const std::string& message) const { throw ParseError(at_, message); }
 
     [[nodiscard]] char peek() const noexcept { return at_ < text_.size() ? text_[at_] : '\0'; }
 
@@ -73,9 +73,9 @@ private:
             const std::size_t columns = row(grid, close);
             ++grid.rows;
             if (columns != grid.columns) {
-                throw TextError(start, "row " + std::to_string(grid.rows) + " has " +
-                                           std::to_string(columns) + " elements, expected " +
-                                           std::to_string(grid.columns) + " as in the first row");
+                throw ParseError(start, "row " + std::to_string(grid.rows) + " has " +
+                                            std::to_string(columns) + " elements, expected " +
+                                            std::to_string(grid.columns) + " as in the first row");
             }
         }
     }
@@ -117,15 +117,15 @@ private:
         Literal result;
         result.offset = at_;
         if (isQuote(peek())) {
-            result.isText = true;
-            result.text = quoted();
+            result.isString = true;
+            result.string = quoted();
             return result;
         }
         const std::size_t end = std::min(text_.find_first_of(" \t\r\n,;[]{}\"'", at_), text_.size());
         if (end == at_) {
             fail(std::string("expected ") + what);
         }
-        result.word = text_.substr(at_, end - at_);
+        result.token = text_.substr(at_, end - at_);
         at_ = end;
         return result;
     }
@@ -154,7 +154,7 @@ private:
 };
 
 /// A text stands without quotes where nothing else than a text can be meant.
-bool isBareText(std::string_view text, const ValueForm& form)
+bool isBareText(std::string_view text, const ParseTarget& form)
 {
     const std::size_t start = std::min(text.find_first_not_of(blanks), text.size());
     const char first = start < text.size() ? text[start] : '\0';
@@ -173,24 +173,24 @@ bool isBareText(std::string_view text, const ValueForm& form)
         const std::string_view word = text.substr(start, text.find_last_not_of(blanks) + 1 - start);
         return !isBracketed && !isNumberLike && word != "true" && word != "false";
     }
-    return form.acceptsWords && !isBracketed && !isNumberLike;
+    return form.acceptsColourNames && !isBracketed && !isNumberLike;
 }
 
 LiteralGrid textAlone(std::string_view text)
 {
     LiteralGrid grid;
     grid.columns = 1;
-    grid.literals.push_back({.isText = true, .text = foundation::verdixdata::toUtf16(text)});
+    grid.literals.push_back({.isString = true, .string = foundation::verdixdata::toUtf16(text)});
     return grid;
 }
 
 }  // namespace
 
-Array parseValue(std::string_view text, const ValueForm& form)
+Array parseValue(std::string_view text, const ParseTarget& form)
 {
-    const std::size_t wellFormed = wellFormedLength(text);
+    const std::size_t wellFormed = validUtf8PrefixLength(text);
     if (wellFormed != text.size()) {
-        throw TextError(wellFormed, "a byte that is not UTF-8");
+        throw ParseError(wellFormed, "a byte that is not UTF-8");
     }
     return arrayOf(isBareText(text, form) ? textAlone(text) : LiteralReader(text).value(), form);
 }

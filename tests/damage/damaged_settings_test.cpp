@@ -2,9 +2,9 @@
 // none changes a file that it does not understand.
 
 #include <component/factory_settings_verdix.hpp>
-#include <settings_core/changing.hpp>
 #include <settings_core/file_check.hpp>
 #include <settings_core/layers.hpp>
+#include <settings_core/settings_editor.hpp>
 #include <settings_core/value_parsing.hpp>
 
 #include <boost/json.hpp>
@@ -89,7 +89,7 @@ struct DamagedSettingsTest : testing::Test
     void set(const std::string& image, bool isRead) const
     {
         try {
-            vx::core::SettingsChanger(tree, releases, copy).set(changed, "true", vx::core::Notation::script);
+            vx::core::SettingsEditor(tree, releases, copy).set(changed, "true", vx::core::Notation::script);
             EXPECT_TRUE(isRead);
             auto expected = settingsIn(image).value();
             expected[changed] = true;

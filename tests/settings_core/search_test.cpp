@@ -35,13 +35,13 @@ TEST(Search, RanksByWhereAWordStandsInThePath)
         {"snake", "snake_Case2", MatchRank::prefix},
         {"ake", "snake_Case2", MatchRank::substring},
         {"LOOSE", "Spacing", MatchRank::value},
-        {"Spacng", "Spacing", MatchRank::nearMiss},
+        {"Spacng", "Spacing", MatchRank::similar},
     };
     for (const auto& [word, name, rank] : cases) {
         const auto found = vx::core::search(tree, {word});
         ASSERT_EQ(found.size(), 1U) << word;
         EXPECT_EQ(found.front().node->name(), name) << word;
-        EXPECT_EQ(rankWord(found.front().rank), rankWord(rank)) << word;
+        EXPECT_EQ(rankName(found.front().rank), rankName(rank)) << word;
     }
 }
 

@@ -35,7 +35,7 @@ NewSetting checkedBy(Validator validator)
     return NewSetting(tests::propertiesOf({}, std::move(validator)));
 }
 
-NewSetting withFactoryValue(Array value, std::vector<vx::core::ValueRules> records = {})
+NewSetting withFactoryValue(Array value, std::vector<vx::core::ValueValidator> records = {})
 {
     return NewSetting(tests::propertiesOf(std::move(value), {}, std::move(records)));
 }

@@ -1,12 +1,12 @@
 // Layers, changing and checking over the tree that the real bundle builds.
 
 #include <settings_core/atomic_file.hpp>
-#include <settings_core/changing.hpp>
 #include <settings_core/file_check.hpp>
 #include <settings_core/layers.hpp>
 #include <settings_core/path_lookup.hpp>
+#include <settings_core/settings_editor.hpp>
 #include <settings_core/validation.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 #include <settings/core/factory_settings_loader.hpp>
@@ -48,7 +48,7 @@ struct LiveLayersTest : testing::Test
     }
 
     [[nodiscard]] std::string newestRelease() const { return releases.rbegin()->second.release; }
-    [[nodiscard]] vx::core::SettingsChanger changer() const { return {*tree, releases, files.personal}; }
+    [[nodiscard]] vx::core::SettingsEditor changer() const { return {*tree, releases, files.personal}; }
 
     tests::RunningFramework framework;
     std::shared_ptr<settings::core::FactorySettingsLoader> loader;
@@ -108,7 +108,7 @@ TEST_F(LiveLayersTest, EverySettingIsSetReadBackAndResetToTheByte)
         ASSERT_TRUE(value.isAssigned()) << node->fullName() << " has no other value than its own";
         changer().set(node->fullName(), value);
         const auto held = vx::core::Layers(*tree, files).effective(*node);
-        ASSERT_TRUE(held.value == value) << node->fullName() << " is " << vx::core::valueText(held.value);
+        ASSERT_TRUE(held.value == value) << node->fullName() << " is " << vx::core::formatValue(held.value);
         ASSERT_EQ(held.layer, vx::core::Layer::personal);
         ASSERT_EQ(changer().reset(node->fullName()), 1U);
         ASSERT_EQ(vx::core::readFile(files.personal), before) << node->fullName();
@@ -125,14 +125,14 @@ TEST_F(LiveLayersTest, TheLastLayerWithAFittingValueHolds)
     vx::core::Layers layers(*tree, files);
     const auto held = layers.effective(wrap);
     EXPECT_EQ(held.layer, vx::core::Layer::installation);
-    ASSERT_EQ(held.faults.size(), 1U);
+    ASSERT_EQ(held.diagnostics.size(), 1U);
     EXPECT_THAT(
-        held.faults.front(),
+        held.diagnostics.front(),
         HasSubstr("settings.json:2:35: verdix.commandwindow.WrapLines: expected true or false, not 3"));
     const auto all = layers.valuesOf(wrap);
     ASSERT_EQ(all.size(), 3U);
     EXPECT_EQ(all[0].source, "factory value");
-    EXPECT_FALSE(all[2].counts());
+    EXPECT_FALSE(all[2].isValid());
 
     tests::writeFile(files.personal, "{\"settings\": [");
     EXPECT_THROW(static_cast<void>(vx::core::Layers(*tree, files).effective(wrap)), std::runtime_error);

@@ -1,7 +1,7 @@
+#include <settings_core/constraints.hpp>
 #include <settings_core/layers.hpp>
 #include <settings_core/release_history.hpp>
-#include <settings_core/value_rules.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <boost/json/array.hpp>
 
@@ -81,8 +81,8 @@ void addValue(const Node& setting, Facts& facts)
     const auto& properties = setting.properties();
     const std::string function = qualifiedName(properties.runTimeDefault);
     if (properties.factoryValue.isAssigned()) {
-        facts.add("class", core::shapeText(properties.factoryValue));
-        facts.add("value", core::shortValueText(properties.factoryValue, valueWidth));
+        facts.add("class", core::formatClassAndSize(properties.factoryValue));
+        facts.add("value", core::formatValueOnOneLine(properties.factoryValue, valueWidth));
     } else {
         facts.add("value", function.empty() ? "no factory value" : "computed when it is asked for");
     }
@@ -95,12 +95,12 @@ void addChecks(const Node& setting, Facts& facts)
 {
     const auto& properties = setting.properties();
     if (const std::string function = qualifiedName(properties.validator); !function.empty()) {
-        facts.add("validator", function + ": " + core::describe(properties.validator));
+        facts.add("validator", function + ": " + core::describeValidator(properties.validator));
     }
     for (const auto& record : properties.valueValidators) {
-        facts.add("rule", core::describe(record, properties.factoryValue));
+        facts.add("rule", core::describeValueValidator(record, properties.factoryValue));
     }
-    facts.add("accepts", core::describeAccepted(properties));
+    facts.add("accepts", core::describeConstraint(properties));
     if (properties.errorHandler) {
         facts.add("refusals", "worded by an error handler of its own");
     }
@@ -108,11 +108,11 @@ void addChecks(const Node& setting, Facts& facts)
 
 std::string layerText(const core::LayerValue& value)
 {
-    std::string text = value.value.isAssigned() ? core::shortValueText(value.value, valueWidth) : "";
-    for (const std::string& fault : value.faults) {
+    std::string text = value.value.isAssigned() ? core::formatValueOnOneLine(value.value, valueWidth) : "";
+    for (const std::string& fault : value.diagnostics) {
         text += (text.empty() ? "" : "; ") + fault;
     }
-    return text + (value.counts() ? ", in " + value.source : "; does not count");
+    return text + (value.isValid() ? ", in " + value.source : "; does not count");
 }
 
 /// What the files say, and who has the last word.
@@ -121,11 +121,11 @@ void addLayers(core::Layers& layers, const Node& setting, Facts& facts)
     core::Layer holding = core::Layer::factory;
     for (const core::LayerValue& value : layers.valuesOf(setting)) {
         if (value.layer != core::Layer::factory) {
-            facts.add(core::layerWord(value.layer).data(), layerText(value));
+            facts.add(core::layerName(value.layer).data(), layerText(value));
         }
-        holding = value.counts() ? value.layer : holding;
+        holding = value.isValid() ? value.layer : holding;
     }
-    facts.add("in force", "the " + std::string(core::layerWord(holding)) + " value");
+    facts.add("in force", "the " + std::string(core::layerName(holding)) + " value");
 }
 
 void addSettingFacts(core::Layers& layers, const Node& node, Facts& facts)
@@ -180,11 +180,11 @@ json::array layersJson(const std::vector<core::LayerValue>& values)
 {
     json::array layers;
     for (const core::LayerValue& value : values) {
-        layers.push_back(json::object{{"layer", core::layerWord(value.layer)},
+        layers.push_back(json::object{{"layer", core::layerName(value.layer)},
                                       {"value", valueJson(value.value)},
                                       {"source", value.source},
-                                      {"counts", value.counts()},
-                                      {"faults", textsJson(value.faults)}});
+                                      {"counts", value.isValid()},
+                                      {"faults", textsJson(value.diagnostics)}});
     }
     return layers;
 }
@@ -205,7 +205,7 @@ void writeDocument(LazySession& lazy, const Node& node, Output& out)
     json::object document = nodeJson(node);
     document.emplace("isHidden", node.isHidden());
     if (node.kind() == NodeKind::setting) {
-        document.emplace("accepts", core::describeAccepted(node.properties()));
+        document.emplace("accepts", core::describeConstraint(node.properties()));
         document.emplace("layers", layersJson(lazy.layers().valuesOf(node)));
     }
     document.emplace("movedFrom", historyJson(lazy.get(), node));

@@ -1,5 +1,5 @@
 #include <settings_core/layers.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/json/array.hpp>
@@ -39,12 +39,12 @@ EffectiveValue effectiveValue(const Session& session, core::Layers& layers, cons
     core::LayerValue held = layers.effective(setting);
     if (!held.value.isAssigned()) {
         throw Failure(ExitCode::failed,
-                      setting.getFullName() + (held.faults.empty()
+                      setting.getFullName() + (held.diagnostics.empty()
                                                    ? " has no factory value, and no file gives it one; see "
                                                      "what it accepts with: "
                                                      "vxsettings describe " +
                                                          setting.getFullName()
-                                                   : ": " + firstLine(held.faults.back())));
+                                                   : ": " + firstLine(held.diagnostics.back())));
     }
     return {setting, std::move(held)};
 }
@@ -70,7 +70,7 @@ std::vector<EffectiveValue> effectiveValues(LazySession& lazy, const std::vector
 void remark(const EffectiveValue& value, bool isOneOfSeveral)
 {
     const auto& [setting, held] = value;
-    for (const std::string& fault : held.faults) {
+    for (const std::string& fault : held.diagnostics) {
         say("passed over: " + firstLine(fault));
     }
     if (held.layer == core::Layer::factory && !setting.properties().factoryValue.isAssigned()) {
@@ -83,14 +83,14 @@ boost::json::object valueDocument(const EffectiveValue& value)
     const auto& [setting, held] = value;
     return {{"path", setting.fullName()},
             {"value", valueJson(held.value)},
-            {"layer", core::layerWord(held.layer)},
+            {"layer", core::layerName(held.layer)},
             {"source", held.source}};
 }
 
 void writeText(const std::vector<EffectiveValue>& values, Output& out)
 {
     for (const EffectiveValue& value : values) {
-        std::string text = core::valueText(value.held.value);
+        std::string text = core::formatValue(value.held.value);
         if (values.size() > 1) {
             boost::replace_all(text, "\n", "\\n");  // readers tell several values apart by their lines
         }

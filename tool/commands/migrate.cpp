@@ -66,7 +66,7 @@ Migration planMigration(const std::string& text, const fs::path& file, const Ses
     const core::SettingsFile settings = core::parseSettingsFile(text, file);
     try {
         return core::migrateSettings(settings, session.releaseChanges(), range);
-    } catch (const core::TextError& error) {
+    } catch (const core::ParseError& error) {
         throw Failure(ExitCode::failed, core::located(file, text, error.offset(), error.what()));
     } catch (const std::runtime_error& error) {
         throw Failure(ExitCode::failed, file.string() + ": " + error.what());
@@ -76,8 +76,8 @@ Migration planMigration(const std::string& text, const fs::path& file, const Ses
 /// Keeps the old content beside the file, under a name that is free.
 std::string keepBackup(const core::LockedFile& file, const Migration& migration)
 {
-    const std::string stem =
-        file.path().filename().string() + "." + (migration.from ? toText(*migration.from) : "older");
+    const std::string stem = file.path().filename().string() + "." +
+                             (migration.from ? formatReleaseName(*migration.from) : "older");
     std::string name = stem + ".bak";
     for (int count = 2; !file.keepCopy(name); ++count) {
         name = stem + "." + std::to_string(count) + ".bak";
@@ -100,8 +100,8 @@ void writeReport(const Outcome& outcome, Output& out)
 {
     const Migration& migration = outcome.migration;
     out << outcome.file.string() << ": from "
-        << (migration.from ? toText(*migration.from) : "before all releases") << " to "
-        << toText(migration.to) << ", " << migration.untouched
+        << (migration.from ? formatReleaseName(*migration.from) : "before all releases") << " to "
+        << formatReleaseName(migration.to) << ", " << migration.untouched
         << (migration.untouched == 1 ? " setting stays as it is\n" : " settings stay as they are\n");
     Table table;
     for (const MigrationEvent& event : migration.events) {
@@ -150,16 +150,17 @@ void writeDocument(const Outcome& outcome, Output& out)
                                       {"path", event.path},
                                       {"target", textOrNull(event.target)}});
     }
-    writeJson({{"file", outcome.file.string()},
-               {"from", migration.from ? json::value(toText(*migration.from)) : json::value(nullptr)},
-               {"to", toText(migration.to)},
-               {"untouched", migration.untouched},
-               {"events", std::move(events)},
-               {"faults", faultsJson(outcome.faults)},
-               {"isChange", outcome.isChange},
-               {"isWritten", outcome.isWritten},
-               {"backup", textOrNull(outcome.backup)}},
-              out);
+    writeJson(
+        {{"file", outcome.file.string()},
+         {"from", migration.from ? json::value(formatReleaseName(*migration.from)) : json::value(nullptr)},
+         {"to", formatReleaseName(migration.to)},
+         {"untouched", migration.untouched},
+         {"events", std::move(events)},
+         {"faults", faultsJson(outcome.faults)},
+         {"isChange", outcome.isChange},
+         {"isWritten", outcome.isWritten},
+         {"backup", textOrNull(outcome.backup)}},
+        out);
 }
 
 Outcome carryForward(LazySession& lazy, const MigrateOptions& options, const core::MigrationRange& range)

@@ -1,4 +1,4 @@
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
@@ -66,7 +66,8 @@ std::string annotation(const Node& node, const core::SettingsTree& tree, const O
         return out.painted(Style::note, " -> " + properties.aliasName() + (resolved ? "" : " (unresolved)"));
     }
     if (properties.factoryValue.isAssigned()) {
-        return " = " + out.painted(Style::value, core::shortValueText(properties.factoryValue, valueWidth));
+        return " = " +
+               out.painted(Style::value, core::formatValueOnOneLine(properties.factoryValue, valueWidth));
     }
     const bool isComputed = properties.runTimeDefault.index() != 0;
     return node.kind() == NodeKind::group

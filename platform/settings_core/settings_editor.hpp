@@ -17,7 +17,7 @@ namespace vx::core {
 
 /// A value that a setting does not take; says the setting, the value, the rules it broke and what is
 /// accepted.
-class VX_API ValueRefused : public std::runtime_error
+class VX_API InvalidValue : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
@@ -35,13 +35,13 @@ enum class Notation : std::uint8_t
 /// being changed, other writers wait. Tree and table have to outlive the changer.
 ///
 /// Raises, with nothing changed: UnknownPath; std::runtime_error for groups, aliases that lead nowhere,
-/// read-only settings and a damaged file; ValueRefused; std::system_error when the file cannot be written.
-class VX_API SettingsChanger
+/// read-only settings and a damaged file; InvalidValue; std::system_error when the file cannot be written.
+class VX_API SettingsEditor
 {
 public:
     /// Changes `file`, which need not exist.
-    SettingsChanger(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases,
-                    std::filesystem::path file);
+    SettingsEditor(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases,
+                   std::filesystem::path file);
 
     /// States a value, given the class of the setting where that loses nothing. Paths may leave out the root;
     /// an alias changes the setting behind it, which is returned.

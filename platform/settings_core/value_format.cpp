@@ -1,6 +1,6 @@
 #include <data/views.hpp>
 #include <settings_core/array_visit.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
@@ -51,7 +51,7 @@ void appendElement(std::string& text, const String& element)
 
 void appendElement(std::string& text, double element)
 {
-    text += numberText(element);
+    text += formatNumber(element);
 }
 
 template <std::integral Integer>
@@ -175,7 +175,7 @@ std::size_t prefixLength(std::string_view text, std::size_t count)
 
 }  // namespace
 
-std::string numberText(double number)
+std::string formatNumber(double number)
 {
     constexpr double exactWhole = 9007199254740992.0;  // 2^53
     std::string text;
@@ -191,7 +191,7 @@ std::string numberText(double number)
     return text;
 }
 
-std::string valueText(const Array& value)
+std::string formatValue(const Array& value)
 {
     if (isCharacterRow(value)) {
         return toUtf8(rowCharacters(TypedArray<char16_t>(value)));
@@ -209,7 +209,7 @@ std::string valueText(const Array& value)
     return text;
 }
 
-std::string shortValueText(const Array& value, std::size_t width)
+std::string formatValueOnOneLine(const Array& value, std::size_t width)
 {
     std::string text;
     if (value.isAssigned()) {
@@ -223,12 +223,12 @@ std::string shortValueText(const Array& value, std::size_t width)
     return text;
 }
 
-std::string shapeText(const Array& value)
+std::string formatClassAndSize(const Array& value)
 {
-    return std::string(className(value.getType())) + ", " + dimensionsText(value.getDimensions());
+    return std::string(className(value.getType())) + ", " + formatDimensions(value.getDimensions());
 }
 
-std::string dimensionsText(const ArrayDimensions& dimensions)
+std::string formatDimensions(const ArrayDimensions& dimensions)
 {
     std::string text;
     for (const std::size_t size : dimensions) {

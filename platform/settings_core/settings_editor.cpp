@@ -1,13 +1,13 @@
 #include <settings_core/atomic_file.hpp>
-#include <settings_core/changing.hpp>
 #include <settings_core/layers.hpp>
 #include <settings_core/path_lookup.hpp>
 #include <settings_core/release_history.hpp>
 #include <settings_core/release_name.hpp>
+#include <settings_core/settings_editor.hpp>
 #include <settings_core/settings_file.hpp>
 #include <settings_core/validation.hpp>
+#include <settings_core/value_format.hpp>
 #include <settings_core/value_parsing.hpp>
-#include <settings_core/value_text.hpp>
 
 #include <utility>
 #include <vector>
@@ -22,17 +22,17 @@ constexpr std::size_t valueWidth = 80;
 
 std::string accepted(const Node& setting)
 {
-    return "; accepted: " + describeAccepted(setting.properties());
+    return "; accepted: " + describeConstraint(setting.properties());
 }
 
 Array read(const Node& setting, std::string_view value, Notation notation)
 {
-    const ValueForm form = valueFormOf(setting);
+    const ParseTarget form = parseTargetOf(setting);
     try {
         return notation == Notation::json ? parseJsonValue(value, form) : parseValue(value, form);
-    } catch (const TextError& error) {
+    } catch (const ParseError& error) {
         const std::size_t column = positionAt(value, error.offset()).column;
-        throw ValueRefused(setting.getFullName() + " cannot be " + std::string(value) + ": column " +
+        throw InvalidValue(setting.getFullName() + " cannot be " + std::string(value) + ": column " +
                            std::to_string(column) + ": " + error.what() + accepted(setting));
     }
 }
@@ -41,49 +41,48 @@ void requireAccepted(const Node& setting, const Array& value)
 {
     const Verdict verdict = checkValue(setting, value);
     if (!verdict.accepted()) {
-        throw ValueRefused(setting.getFullName() + " cannot be " + shortValueText(value, valueWidth) + ": " +
-                           verdict.message + accepted(setting));
+        throw InvalidValue(setting.getFullName() + " cannot be " + formatValueOnOneLine(value, valueWidth) +
+                           ": " + verdict.message + accepted(setting));
     }
 }
 
 std::string newestName(const ::settings::core::ReleaseChangeTable& releases)
 {
     const auto newest = newestRelease(releases);
-    return newest ? toText(*newest) : std::string();
+    return newest ? formatReleaseName(*newest) : std::string();
 }
 
 }  // namespace
 
-SettingsChanger::SettingsChanger(const SettingsTree& tree,
-                                 const ::settings::core::ReleaseChangeTable& releases,
-                                 std::filesystem::path file)
+SettingsEditor::SettingsEditor(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases,
+                               std::filesystem::path file)
     : tree_(tree), releases_(releases), file_(std::move(file))
 {}
 
-const Node& SettingsChanger::changeable(std::string_view path) const
+const Node& SettingsEditor::changeable(std::string_view path) const
 {
-    const Node& setting = settingBehind(tree_, nodeAt(tree_, releases_, path));
+    const Node& setting = resolveSetting(tree_, nodeAt(tree_, releases_, path));
     if (setting.properties().readOnly.value()) {
         throw std::runtime_error(setting.getFullName() + " is read-only: its value cannot be changed");
     }
     return setting;
 }
 
-const Node& SettingsChanger::set(std::string_view path, Array value)
+const Node& SettingsEditor::set(std::string_view path, Array value)
 {
     const Node& setting = changeable(path);
     store(setting, adaptValue(setting, std::move(value)));
     return setting;
 }
 
-const Node& SettingsChanger::set(std::string_view path, std::string_view value, Notation notation)
+const Node& SettingsEditor::set(std::string_view path, std::string_view value, Notation notation)
 {
     const Node& setting = changeable(path);
     store(setting, read(setting, value, notation));
     return setting;
 }
 
-void SettingsChanger::store(const Node& setting, const Array& value)
+void SettingsEditor::store(const Node& setting, const Array& value)
 {
     requireAccepted(setting, value);
     LockedFile locked(file_);
@@ -95,7 +94,7 @@ void SettingsChanger::store(const Node& setting, const Array& value)
 }
 
 template <class Belongs>
-std::size_t SettingsChanger::removeWhere(Belongs belongs)
+std::size_t SettingsEditor::removeWhere(Belongs belongs)
 {
     if (!readFile(file_)) {
         return 0;
@@ -116,12 +115,12 @@ std::size_t SettingsChanger::removeWhere(Belongs belongs)
     return count;
 }
 
-std::size_t SettingsChanger::reset(std::string_view path)
+std::size_t SettingsEditor::reset(std::string_view path)
 {
     std::string full = fullPath(tree_, path);
     const Node* node = tree_.find(full);
     if (node != nullptr && node->kind() == NodeKind::alias) {
-        full = settingBehind(tree_, *node).fullName();
+        full = resolveSetting(tree_, *node).fullName();
     }
     const std::size_t count =
         removeWhere([&full](std::string_view setting) { return isAtOrUnder(setting, full); });
@@ -131,7 +130,7 @@ std::size_t SettingsChanger::reset(std::string_view path)
     return count;
 }
 
-std::size_t SettingsChanger::resetAll()
+std::size_t SettingsEditor::resetAll()
 {
     return removeWhere([](std::string_view) { return true; });
 }

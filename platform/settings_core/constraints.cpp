@@ -1,7 +1,7 @@
 #include <data/views.hpp>
+#include <settings_core/constraints.hpp>
 #include <settings_core/script_functions.hpp>
-#include <settings_core/value_rules.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
@@ -60,12 +60,12 @@ bool isOpen(const Rule::Range& range)
 std::string rangeWords(const Rule::Range& range)
 {
     if (range.lower == -infinity) {
-        return "at most " + numberText(range.upper);
+        return "at most " + formatNumber(range.upper);
     }
     if (range.upper == infinity) {
-        return "at least " + numberText(range.lower);
+        return "at least " + formatNumber(range.lower);
     }
-    return "from " + numberText(range.lower) + " to " + numberText(range.upper);
+    return "from " + formatNumber(range.lower) + " to " + formatNumber(range.upper);
 }
 
 std::string list(const std::vector<std::u16string>& words)
@@ -107,7 +107,7 @@ bool isOpen(const Rule::Size& size)
 std::string sizeWords(const Rule::Size& size)
 {
     if (!isOpen(size)) {
-        return dimensionsText({*size.rows, *size.columns});
+        return formatDimensions({*size.rows, *size.columns});
     }
     if (size.rows) {
         return "in " + counted(*size.rows, "row");
@@ -131,7 +131,7 @@ std::string colourWords(Rule::Colour colour, const std::vector<std::u16string>& 
 /// Class and exact size are left out where the example shows them: it keeps them, and they need no words. So
 /// is a range without bounds, which only says that values are numbers, NaN among them.
 template <class Visitor>
-void forEachRule(const ValueRules& rules, const Array& example, Visitor visitor)
+void forEachRule(const ValueValidator& rules, const Array& example, Visitor visitor)
 {
     if (rules.range && isOpen(*rules.range)) {
         if (!data::isNumeric(example)) {
@@ -173,7 +173,7 @@ std::string countWords(const Properties& properties, const char* one, const std:
 {
     const auto& records = properties.valueValidators;
     if (std::any_of(records.begin(), records.end(),
-                    [](const ValueRules& rules) { return rules.size && isOpen(*rules.size); }))
+                    [](const ValueValidator& rules) { return rules.size && isOpen(*rules.size); }))
     {
         return several;
     }
@@ -182,7 +182,7 @@ std::string countWords(const Properties& properties, const char* one, const std:
 }
 
 /// What a factory value says of the values that its setting takes.
-std::string kindWords(const Properties& properties)
+std::string describeKind(const Properties& properties)
 {
     switch (properties.factoryValue.getType()) {
     case ArrayType::UNKNOWN:
@@ -203,17 +203,17 @@ std::string kindWords(const Properties& properties)
 
 std::string validatorWords(const Properties& properties)
 {
-    std::string words = describe(properties.validator);
+    std::string words = describeValidator(properties.validator);
     const auto* script = std::get_if<::settings::core::MValidator>(&properties.validator);
     if (script != nullptr && findScriptFunction(*script) != nullptr) {
         return words;
     }
-    return kindWords(properties) + (words.empty() ? "" : " ") + words;
+    return describeKind(properties) + (words.empty() ? "" : " ") + words;
 }
 
 }  // namespace
 
-std::vector<Failure> brokenRules(const ValueRules& rules, const Array& value)
+std::vector<Failure> findViolations(const ValueValidator& rules, const Array& value)
 {
     std::vector<Failure> failures;
     forEachRule(rules, value, [&](std::string words, const auto& accepts) {
@@ -224,7 +224,7 @@ std::vector<Failure> brokenRules(const ValueRules& rules, const Array& value)
     return failures;
 }
 
-std::string describe(const ValueRules& rules, const Array& example)
+std::string describeValueValidator(const ValueValidator& rules, const Array& example)
 {
     std::string text;
     forEachRule(rules, example, [&](const std::string& words, const auto& /*accepts*/) {
@@ -233,7 +233,7 @@ std::string describe(const ValueRules& rules, const Array& example)
     return text;
 }
 
-std::string describe(const ::settings::core::Validator& validator)
+std::string describeValidator(const ::settings::core::Validator& validator)
 {
     struct Words
     {
@@ -261,9 +261,9 @@ std::string describe(const ::settings::core::Validator& validator)
     return std::visit(Words{}, validator);
 }
 
-std::string describeAccepted(const Properties& properties)
+std::string describeConstraint(const Properties& properties)
 {
-    const auto isColourRule = [](const ValueRules& rules) { return rules.colour.has_value(); };
+    const auto isColourRule = [](const ValueValidator& rules) { return rules.colour.has_value(); };
     const auto& records = properties.valueValidators;
     // "a whole number from 0 to 3", but "a number accepted by f of lib, from 0 to 3".
     const bool readsOn = std::holds_alternative<std::monostate>(properties.validator) ||
@@ -271,8 +271,8 @@ std::string describeAccepted(const Properties& properties)
     // A colour's own words say what kind of value it is.
     std::string text =
         std::any_of(records.begin(), records.end(), isColourRule) ? "" : validatorWords(properties);
-    for (const ValueRules& rules : records) {
-        const std::string words = describe(rules, properties.factoryValue);
+    for (const ValueValidator& rules : records) {
+        const std::string words = describeValueValidator(rules, properties.factoryValue);
         // Bounds come first in their record.
         const char* separator = rules.range && !isOpen(*rules.range) && readsOn ? " " : ", ";
         text += (text.empty() || words.empty() ? "" : separator) + words;
@@ -284,7 +284,9 @@ Failure makeFailure(std::string rule, const Array& value)
 {
     constexpr std::size_t width = 60;
     std::string message = "must be " + rule + "; it is ";
-    message += value.isAssigned() ? shortValueText(value, width) + " (" + shapeText(value) + ")" : "not set";
+    message += value.isAssigned()
+                   ? formatValueOnOneLine(value, width) + " (" + formatClassAndSize(value) + ")"
+                   : "not set";
     return {std::move(rule), std::move(message)};
 }
 

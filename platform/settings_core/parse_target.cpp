@@ -1,4 +1,4 @@
-#include <settings_core/value_form.hpp>
+#include <settings_core/parse_target.hpp>
 
 #include <algorithm>
 #include <string_view>
@@ -63,7 +63,7 @@ std::optional<ArrayType> demandedClass(const Node::Properties& properties)
 
 }  // namespace
 
-ValueForm valueFormOf(const Node& setting)
+ParseTarget parseTargetOf(const Node& setting)
 {
     const auto& properties = setting.properties();
     const auto namesColours = [](const Record& record) {

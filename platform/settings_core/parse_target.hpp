@@ -10,16 +10,16 @@
 namespace vx::core {
 
 /// What somebody who writes a value for a setting means by it.
-struct ValueForm
+struct ParseTarget
 {
     /// Nothing: whatever the written form is, a text, logical, double or a cell of texts.
     std::optional<foundation::verdixdata::ArrayType> elementClass = std::nullopt;
     /// A text may stand in place of numbers: the name of a colour.
-    bool acceptsWords = false;
+    bool acceptsColourNames = false;
 };
 
 /// The form of a setting's values: that of its factory value; without one, what its validator or its rules
 /// demand.
-[[nodiscard]] VX_API ValueForm valueFormOf(const Node& setting);
+[[nodiscard]] VX_API ParseTarget parseTargetOf(const Node& setting);
 
 }  // namespace vx::core

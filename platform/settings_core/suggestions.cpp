@@ -1,5 +1,5 @@
-#include <settings_core/nearest.hpp>
 #include <settings_core/settings_tree.hpp>
+#include <settings_core/suggestions.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -120,7 +120,7 @@ private:
 
 }  // namespace
 
-std::vector<std::string_view> nearestNames(std::string_view wanted, std::span<const std::string_view> names)
+std::vector<std::string_view> suggestNames(std::string_view wanted, std::span<const std::string_view> names)
 {
     Best best;
     if (wanted.size() <= longestName) {
@@ -135,7 +135,7 @@ std::vector<std::string_view> nearestNames(std::string_view wanted, std::span<co
     return best.names();
 }
 
-std::vector<std::string_view> nearestPaths(std::string_view wanted, const SettingsTree& tree)
+std::vector<std::string_view> suggestPaths(std::string_view wanted, const SettingsTree& tree)
 {
     if (wanted.empty() || wanted.size() > longestName) {
         return {};
