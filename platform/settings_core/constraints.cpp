@@ -16,7 +16,7 @@ namespace {
 using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 using Properties = ::settings::core::detail::FactorySettingProperties;
-using Rule = ::settings::core::SettingValueValidator;
+using ::settings::core::SettingValueValidator;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
@@ -26,8 +26,8 @@ bool isOneOf(const std::vector<std::u16string>& words, const Array& value)
     return text && std::find(words.begin(), words.end(), *text) != words.end();
 }
 
-/// A text as a whole, or every element of a cell, is one of the words.
-bool holdsOnly(const std::vector<std::u16string>& words, const Array& value)
+/// Whether a string, or every element of a cell, is one of the words.
+bool containsOnly(const std::vector<std::u16string>& words, const Array& value)
 {
     if (value.getType() != ArrayType::CELL) {
         return isOneOf(words, value);
@@ -43,21 +43,21 @@ std::size_t lengthOf(const Array& value)
     return text ? text->size() : value.getNumberOfElements();
 }
 
-bool isColour(Rule::Colour colour, const Array& value)
+bool isColour(SettingValueValidator::Colour colour, const Array& value)
 {
     return data::hasSize(value, 1, 3) && data::everyNumber(value, [&](auto part) {
-               return colour == Rule::Colour::normalised
+               return colour == SettingValueValidator::Colour::normalised
                           ? data::isWithin(part, 0, 1)
                           : data::isWithin(part, 0, 255) && data::isWhole(part);
            });
 }
 
-bool isOpen(const Rule::Range& range)
+bool isOpen(const SettingValueValidator::Range& range)
 {
     return range.lower == -infinity && range.upper == infinity;
 }
 
-std::string rangeWords(const Rule::Range& range)
+std::string describeRange(const SettingValueValidator::Range& range)
 {
     if (range.lower == -infinity) {
         return "at most " + formatNumber(range.upper);
@@ -68,112 +68,118 @@ std::string rangeWords(const Rule::Range& range)
     return "from " + formatNumber(range.lower) + " to " + formatNumber(range.upper);
 }
 
-std::string list(const std::vector<std::u16string>& words)
+std::string listAllowedValues(const std::vector<std::u16string>& words)
 {
-    std::string text;
+    std::string list;
     for (const std::u16string& word : words) {
-        text += text.empty() ? "one of: " : ", ";
-        text += word.empty() ? "\"\"" : foundation::verdixdata::toUtf8(word);
+        list += list.empty() ? "one of: " : ", ";
+        list += word.empty() ? "\"\"" : foundation::verdixdata::toUtf8(word);
     }
-    return text;
+    return list;
 }
 
-std::string wordsWords(const std::vector<std::u16string>& words, const Array& example)
+std::string describeAllowedValues(const std::vector<std::u16string>& words, const Array& example)
 {
-    return (example.getType() == ArrayType::CELL ? "each " : "") + list(words);
+    return (example.getType() == ArrayType::CELL ? "each " : "") + listAllowedValues(words);
 }
 
 /// "1 row", "3 rows".
-std::string counted(std::size_t count, const std::string& noun)
+std::string pluralise(std::size_t count, const std::string& noun)
 {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
-std::string lengthWords(std::size_t length, const Array& example)
+std::string describeLength(std::size_t length, const Array& example)
 {
-    const bool isText = example.getType() == ArrayType::CHAR || example.getType() == ArrayType::STRING;
-    std::string words = "of at most " + counted(length, isText ? "character" : "element");
+    const bool isString = example.getType() == ArrayType::CHAR || example.getType() == ArrayType::STRING;
+    std::string words = "of at most " + pluralise(length, isString ? "character" : "element");
     if (!example.isAssigned()) {
         words += length == 1 ? " or character" : " or characters";
     }
     return words;
 }
 
-bool isOpen(const Rule::Size& size)
+bool isOpen(const SettingValueValidator::Size& size)
 {
     return !size.rows || !size.columns;
 }
 
-std::string sizeWords(const Rule::Size& size)
+std::string describeSize(const SettingValueValidator::Size& size)
 {
     if (!isOpen(size)) {
         return formatDimensions({*size.rows, *size.columns});
     }
     if (size.rows) {
-        return "in " + counted(*size.rows, "row");
+        return "in " + pluralise(*size.rows, "row");
     }
-    return size.columns ? "in " + counted(*size.columns, "column") : "in rows and columns";
+    return size.columns ? "in " + pluralise(*size.columns, "column") : "in rows and columns";
 }
 
-std::string classWords(ArrayType elementClass)
+std::string describeClass(ArrayType elementClass)
 {
     return elementClass == ArrayType::CELL ? "a cell" : std::string("of class ") + className(elementClass);
 }
 
-std::string colourWords(Rule::Colour colour, const std::vector<std::u16string>& words)
+std::string describeColour(SettingValueValidator::Colour colour, const std::vector<std::u16string>& words)
 {
-    std::string text = "a colour: red, green and blue, each ";
-    text += colour == Rule::Colour::normalised ? "a number from 0 to 1" : "a whole number from 0 to 255";
-    return words.empty() ? text : text + ", or " + list(words);
+    std::string description = "a colour: red, green and blue, each ";
+    description += colour == SettingValueValidator::Colour::normalised ? "a number from 0 to 1"
+                                                                       : "a whole number from 0 to 255";
+    return words.empty() ? description : description + ", or " + listAllowedValues(words);
 }
 
-/// Calls visitor(words, accepts), two functions, for every rule that the record states, in a fixed order.
-/// Class and exact size are left out where the example shows them: it keeps them, and they need no words. So
-/// is a range without bounds, which only says that values are numbers, NaN among them.
+/// Calls visitor(description, accepts) for every constraint of the validator, in a fixed order. `accepts`
+/// takes a value and returns whether it satisfies the constraint. Constraints on class and exact size that
+/// the example satisfies are skipped, since the example shows them. So is a range without bounds, which only
+/// requires numbers, NaN included.
 template <class Visitor>
-void forEachRule(const ValueValidator& rules, const Array& example, Visitor visitor)
+void forEachConstraint(const ValueValidator& validator, const Array& example, Visitor visitor)
 {
-    if (rules.range && isOpen(*rules.range)) {
+    if (validator.range && isOpen(*validator.range)) {
         if (!data::isNumeric(example)) {
             visitor("numeric", data::isNumeric);
         }
-    } else if (rules.range) {
-        visitor(rangeWords(*rules.range), [&](const Array& value) {
-            return data::everyNumber(
-                value, [&](auto n) { return data::isWithin(n, rules.range->lower, rules.range->upper); });
+    } else if (validator.range) {
+        visitor(describeRange(*validator.range), [&](const Array& value) {
+            return data::everyNumber(value, [&](auto n) {
+                return data::isWithin(n, validator.range->lower, validator.range->upper);
+            });
         });
     }
-    if (rules.maximumLength) {
-        visitor(lengthWords(*rules.maximumLength, example),
-                [&](const Array& value) { return lengthOf(value) <= *rules.maximumLength; });
+    if (validator.maximumLength) {
+        visitor(describeLength(*validator.maximumLength, example),
+                [&](const Array& value) { return lengthOf(value) <= *validator.maximumLength; });
     }
-    if (rules.size && (isOpen(*rules.size) || !data::hasSize(example, rules.size->rows, rules.size->columns)))
+    if (validator.size &&
+        (isOpen(*validator.size) || !data::hasSize(example, validator.size->rows, validator.size->columns)))
     {
-        visitor(sizeWords(*rules.size), [&](const Array& value) {
-            return data::hasSize(value, rules.size->rows, rules.size->columns);
+        visitor(describeSize(*validator.size), [&](const Array& value) {
+            return data::hasSize(value, validator.size->rows, validator.size->columns);
         });
     }
-    if (rules.elementClass && example.getType() != *rules.elementClass) {
-        visitor(classWords(*rules.elementClass),
-                [&](const Array& value) { return value.getType() == *rules.elementClass; });
+    if (validator.elementClass && example.getType() != *validator.elementClass) {
+        visitor(describeClass(*validator.elementClass),
+                [&](const Array& value) { return value.getType() == *validator.elementClass; });
     }
-    if (!rules.allowedValues.empty() && !rules.colour) {
-        visitor(wordsWords(rules.allowedValues, example),
-                [&](const Array& value) { return holdsOnly(rules.allowedValues, value); });
+    if (!validator.allowedValues.empty() && !validator.colour) {
+        visitor(describeAllowedValues(validator.allowedValues, example),
+                [&](const Array& value) { return containsOnly(validator.allowedValues, value); });
     }
-    if (rules.colour) {
-        visitor(colourWords(*rules.colour, rules.allowedValues), [&](const Array& value) {
-            return isColour(*rules.colour, value) || isOneOf(rules.allowedValues, value);
+    if (validator.colour) {
+        visitor(describeColour(*validator.colour, validator.allowedValues), [&](const Array& value) {
+            return isColour(*validator.colour, value) || isOneOf(validator.allowedValues, value);
         });
     }
 }
 
-/// "a number" or "4 numbers", as many as the factory value has; "numbers" where a record leaves that open.
-std::string countWords(const Properties& properties, const char* one, const std::string& several)
+/// Returns "a number" or "4 numbers", the size of the factory value; "numbers" if a validator leaves the size
+/// open.
+std::string describeCount(const Properties& properties, const char* one, const std::string& several)
 {
-    const auto& records = properties.valueValidators;
-    if (std::any_of(records.begin(), records.end(),
-                    [](const ValueValidator& rules) { return rules.size && isOpen(*rules.size); }))
+    const auto& validators = properties.valueValidators;
+    if (std::any_of(validators.begin(), validators.end(), [](const ValueValidator& validator) {
+            return validator.size && isOpen(*validator.size);
+        }))
     {
         return several;
     }
@@ -181,42 +187,42 @@ std::string countWords(const Properties& properties, const char* one, const std:
     return count == 1 ? one : std::to_string(count) + " " + several;
 }
 
-/// What a factory value says of the values that its setting takes.
+/// Describes the class and size that the factory value prescribes.
 std::string describeKind(const Properties& properties)
 {
     switch (properties.factoryValue.getType()) {
     case ArrayType::UNKNOWN:
         return "a value";
     case ArrayType::LOGICAL:
-        return countWords(properties, "true or false", "logical values");
+        return describeCount(properties, "true or false", "logical values");
     case ArrayType::CHAR:
     case ArrayType::STRING:
-        return "a text";
+        return "a string";
     case ArrayType::CELL:
-        return "a cell of texts";
+        return "a cell of strings";
     case ArrayType::DOUBLE:
-        return countWords(properties, "a number", "numbers");
+        return describeCount(properties, "a number", "numbers");
     default:
-        return countWords(properties, "a whole number", "whole numbers");
+        return describeCount(properties, "a whole number", "whole numbers");
     }
 }
 
-std::string validatorWords(const Properties& properties)
+std::string describeKindAndValidator(const Properties& properties)
 {
-    std::string words = describeValidator(properties.validator);
+    std::string description = describeValidator(properties.validator);
     const auto* script = std::get_if<::settings::core::MValidator>(&properties.validator);
     if (script != nullptr && findScriptFunction(*script) != nullptr) {
-        return words;
+        return description;
     }
-    return describeKind(properties) + (words.empty() ? "" : " ") + words;
+    return describeKind(properties) + (description.empty() ? "" : " ") + description;
 }
 
 }  // namespace
 
-std::vector<Failure> findViolations(const ValueValidator& rules, const Array& value)
+std::vector<Failure> findViolations(const ValueValidator& validator, const Array& value)
 {
     std::vector<Failure> failures;
-    forEachRule(rules, value, [&](std::string words, const auto& accepts) {
+    forEachConstraint(validator, value, [&](std::string words, const auto& accepts) {
         if (!accepts(value)) {
             failures.push_back(makeFailure(std::move(words), value));
         }
@@ -224,10 +230,10 @@ std::vector<Failure> findViolations(const ValueValidator& rules, const Array& va
     return failures;
 }
 
-std::string describeValueValidator(const ValueValidator& rules, const Array& example)
+std::string describeValueValidator(const ValueValidator& validator, const Array& example)
 {
     std::string text;
-    forEachRule(rules, example, [&](const std::string& words, const auto& /*accepts*/) {
+    forEachConstraint(validator, example, [&](const std::string& words, const auto& /*accepts*/) {
         text += (text.empty() ? "" : ", ") + words;
     });
     return text;
@@ -235,14 +241,14 @@ std::string describeValueValidator(const ValueValidator& rules, const Array& exa
 
 std::string describeValidator(const ::settings::core::Validator& validator)
 {
-    struct Words
+    struct Describe
     {
         std::string operator()(std::monostate) const { return {}; }
         std::string operator()(const ::settings::core::MValidator& named) const
         {
             const ScriptFunction* function = findScriptFunction(named);
             return function != nullptr
-                       ? std::string(function->accepted)
+                       ? std::string(function->constraint)
                        : "accepted by the script function " + named.scope() + "." + named.function();
         }
         std::string operator()(const ::settings::core::CValidator& named) const
@@ -255,39 +261,41 @@ std::string describeValidator(const ::settings::core::Validator& validator)
         }
         std::string operator()(const ::settings::core::CPPValidator& /*callable*/) const
         {
-            return "accepted by its provider's own check";
+            return "accepted by its provider's validator";
         }
     };
-    return std::visit(Words{}, validator);
+    return std::visit(Describe{}, validator);
 }
 
 std::string describeConstraint(const Properties& properties)
 {
-    const auto isColourRule = [](const ValueValidator& rules) { return rules.colour.has_value(); };
-    const auto& records = properties.valueValidators;
-    // "a whole number from 0 to 3", but "a number accepted by f of lib, from 0 to 3".
-    const bool readsOn = std::holds_alternative<std::monostate>(properties.validator) ||
-                         std::holds_alternative<::settings::core::MValidator>(properties.validator);
-    // A colour's own words say what kind of value it is.
-    std::string text =
-        std::any_of(records.begin(), records.end(), isColourRule) ? "" : validatorWords(properties);
-    for (const ValueValidator& rules : records) {
-        const std::string words = describeValueValidator(rules, properties.factoryValue);
-        // Bounds come first in their record.
-        const char* separator = rules.range && !isOpen(*rules.range) && readsOn ? " " : ", ";
+    const auto hasColour = [](const ValueValidator& validator) { return validator.colour.has_value(); };
+    const auto& validators = properties.valueValidators;
+    // A range follows a noun without a comma: "a whole number from 0 to 3", but "a number accepted by f of
+    // lib, from 0 to 3".
+    const bool endsInNoun = std::holds_alternative<std::monostate>(properties.validator) ||
+                            std::holds_alternative<::settings::core::MValidator>(properties.validator);
+    // The description of a colour includes the kind of value.
+    std::string text = std::any_of(validators.begin(), validators.end(), hasColour)
+                           ? ""
+                           : describeKindAndValidator(properties);
+    for (const ValueValidator& validator : validators) {
+        const std::string words = describeValueValidator(validator, properties.factoryValue);
+        // The range is described first within its validator.
+        const char* separator = validator.range && !isOpen(*validator.range) && endsInNoun ? " " : ", ";
         text += (text.empty() || words.empty() ? "" : separator) + words;
     }
     return text;
 }
 
-Failure makeFailure(std::string rule, const Array& value)
+Failure makeFailure(std::string constraint, const Array& value)
 {
-    constexpr std::size_t width = 60;
-    std::string message = "must be " + rule + "; it is ";
+    constexpr std::size_t width = 60;  // characters of the value
+    std::string message = "must be " + constraint + "; it is ";
     message += value.isAssigned()
                    ? formatValueOnOneLine(value, width) + " (" + formatClassAndSize(value) + ")"
                    : "not set";
-    return {std::move(rule), std::move(message)};
+    return {std::move(constraint), std::move(message)};
 }
 
 }  // namespace vx::core

@@ -35,7 +35,7 @@ void requireUniqueSettings(const SettingsFile& file)
     for (const JsonMember& setting : file.settings()) {
         if (!paths.insert(setting.name).second) {
             throw ParseError(setting.offset,
-                             setting.name + " is given a second time: keep one of them before migrating");
+                             setting.name + " is a duplicate: keep one of them before migrating");
         }
     }
 }
@@ -44,17 +44,17 @@ void requireOrder(const Migration& migration, const ReleaseName& newest)
 {
     if (migration.from && newest < *migration.from) {
         throw std::runtime_error("the file is of release " + formatReleaseName(*migration.from) +
-                                 ", newer than the newest known here, " + formatReleaseName(newest) +
+                                 ", newer than the newest known release, " + formatReleaseName(newest) +
                                  ": migrate it with that release");
     }
     if (newest < migration.to) {
-        throw std::runtime_error("no release after " + formatReleaseName(newest) +
-                                 " is known here, so files cannot be carried to " +
-                                 formatReleaseName(migration.to));
+        throw std::runtime_error("release " + formatReleaseName(migration.to) +
+                                 " is unknown: the newest known release is " + formatReleaseName(newest));
     }
     if (migration.from && migration.to < *migration.from) {
         throw std::runtime_error("the file is of release " + formatReleaseName(*migration.from) +
-                                 ", and nothing leads back to " + formatReleaseName(migration.to));
+                                 ", and a file cannot be migrated back to " +
+                                 formatReleaseName(migration.to));
     }
 }
 
@@ -102,13 +102,13 @@ private:
     std::vector<MigrationEvent>& events_;
 };
 
-/// Settings that are in the file as they were before, neither moved nor dropped.
+/// Returns the number of settings that were neither moved nor dropped.
 std::size_t countUntouched(const Migration& migration, std::size_t settings)
 {
     std::set<std::string_view> arrived;
     std::size_t touched = 0;
     for (const MigrationEvent& event : migration.events) {
-        // What had arrived by a move is the same setting again.
+        // A setting that was moved before is counted once.
         touched += arrived.erase(event.path) == 0 ? 1 : 0;
         if (event.kind == MigrationEvent::Kind::moved) {
             arrived.insert(event.target);
@@ -124,7 +124,7 @@ Migration migrateSettings(const SettingsFile& file, const ReleaseChangeTable& ta
 {
     const auto newest = newestRelease(table);
     if (!newest) {
-        throw std::runtime_error("there is no table of release changes to migrate by");
+        throw std::runtime_error("the table of release changes is empty: there is nothing to migrate by");
     }
     Migration migration{.from = range.from ? range.from : releaseIn(file), .to = range.to.value_or(*newest)};
     requireOrder(migration, *newest);
@@ -154,9 +154,10 @@ std::vector<FileFault> checkMovedValues(const Migration& migration, const Settin
             moved.insert(event.target);
         }
     }
-    auto faults = checkSettingsFile(migration.text, tree, table);
-    std::erase_if(faults, [&moved](const FileFault& fault) { return !moved.contains(fault.path); });
-    return faults;
+    auto diagnostics = checkSettingsFile(migration.text, tree, table);
+    std::erase_if(diagnostics,
+                  [&moved](const FileFault& diagnostic) { return !moved.contains(diagnostic.path); });
+    return diagnostics;
 }
 
 }  // namespace vx::core

@@ -9,9 +9,9 @@ namespace vx::core {
 namespace {
 
 using foundation::verdixdata::ArrayType;
-using Record = ::settings::core::SettingValueValidator::ConfigData;
+using ValueValidator = ::settings::core::SettingValueValidator::ConfigData;
 
-std::optional<ArrayType> demandedBy(const ::settings::core::Validator& validator)
+std::optional<ArrayType> requiredClass(const ::settings::core::Validator& validator)
 {
     const auto* script = std::get_if<::settings::core::MValidator>(&validator);
     const std::string_view function = script == nullptr ? std::string_view() : script->function();
@@ -27,38 +27,39 @@ std::optional<ArrayType> demandedBy(const ::settings::core::Validator& validator
     return std::nullopt;
 }
 
-std::optional<ArrayType> demandedBy(const Record& record)
+std::optional<ArrayType> requiredClass(const ValueValidator& validator)
 {
-    if (record.elementClass) {
-        return record.elementClass;
+    if (validator.elementClass) {
+        return validator.elementClass;
     }
-    if (record.colour || record.range || record.size) {
+    if (validator.colour || validator.range || validator.size) {
         return ArrayType::DOUBLE;
     }
-    return record.allowedValues.empty() ? std::nullopt : std::optional(ArrayType::CHAR);
+    return validator.allowedValues.empty() ? std::nullopt : std::optional(ArrayType::CHAR);
 }
 
-/// A factory value says what kind its setting takes, but for the name of a colour: it stands for a triple.
-bool decidesClass(const Node::Properties& properties)
+/// Whether the factory value determines the class. The name of a colour does not: it stands for a triple.
+bool factoryValueDeterminesClass(const Node::Properties& properties)
 {
-    const auto& records = properties.valueValidators;
-    const bool isColour = std::any_of(records.begin(), records.end(),
-                                      [](const Record& record) { return record.colour.has_value(); });
+    const auto& validators = properties.valueValidators;
+    const bool isColour =
+        std::any_of(validators.begin(), validators.end(),
+                    [](const ValueValidator& validator) { return validator.colour.has_value(); });
     const ArrayType type = properties.factoryValue.getType();
-    const bool isText = type == ArrayType::CHAR || type == ArrayType::STRING;
-    return properties.factoryValue.isAssigned() && !(isColour && isText);
+    const bool isString = type == ArrayType::CHAR || type == ArrayType::STRING;
+    return properties.factoryValue.isAssigned() && !(isColour && isString);
 }
 
-std::optional<ArrayType> demandedClass(const Node::Properties& properties)
+std::optional<ArrayType> targetClass(const Node::Properties& properties)
 {
-    if (decidesClass(properties)) {
+    if (factoryValueDeterminesClass(properties)) {
         return properties.factoryValue.getType();
     }
-    std::optional<ArrayType> demanded = demandedBy(properties.validator);
-    for (const Record& record : properties.valueValidators) {
-        demanded = demanded ? demanded : demandedBy(record);
+    std::optional<ArrayType> required = requiredClass(properties.validator);
+    for (const ValueValidator& validator : properties.valueValidators) {
+        required = required ? required : requiredClass(validator);
     }
-    return demanded;
+    return required;
 }
 
 }  // namespace
@@ -66,11 +67,11 @@ std::optional<ArrayType> demandedClass(const Node::Properties& properties)
 ParseTarget parseTargetOf(const Node& setting)
 {
     const auto& properties = setting.properties();
-    const auto namesColours = [](const Record& record) {
-        return record.colour.has_value() && !record.allowedValues.empty();
+    const auto namesColours = [](const ValueValidator& validator) {
+        return validator.colour.has_value() && !validator.allowedValues.empty();
     };
-    const auto& records = properties.valueValidators;
-    return {demandedClass(properties), std::any_of(records.begin(), records.end(), namesColours)};
+    const auto& validators = properties.valueValidators;
+    return {targetClass(properties), std::any_of(validators.begin(), validators.end(), namesColours)};
 }
 
 }  // namespace vx::core

@@ -9,17 +9,17 @@
 
 namespace vx::core {
 
-/// What somebody who writes a value for a setting means by it.
+/// Target type for parsing a value of a setting.
 struct ParseTarget
 {
-    /// Nothing: whatever the written form is, a text, logical, double or a cell of texts.
+    /// Class to parse to; nothing derives it from the notation: string, logical, double or cell of strings.
     std::optional<foundation::verdixdata::ArrayType> elementClass = std::nullopt;
-    /// A text may stand in place of numbers: the name of a colour.
+    /// Whether a string, the name of a colour, is allowed instead of numbers.
     bool acceptsColourNames = false;
 };
 
-/// The form of a setting's values: that of its factory value; without one, what its validator or its rules
-/// demand.
+/// Returns the target for a setting: the class of its factory value or, without one, the class that its
+/// validator or value validators require.
 [[nodiscard]] VX_API ParseTarget parseTargetOf(const Node& setting);
 
 }  // namespace vx::core

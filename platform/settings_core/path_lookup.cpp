@@ -29,14 +29,14 @@ std::string explainUnknownPath(const SettingsTree& tree, const ReleaseChangeTabl
     if (!steps.empty()) {
         return describeSteps(steps);
     }
-    const auto near = suggestPaths(path, tree);
-    return near.empty() ? "see the paths there are with: vxsettings list" : didYouMean(near);
+    const auto suggestions = suggestPaths(path, tree);
+    return suggestions.empty() ? "list all paths with: vxsettings list" : didYouMean(suggestions);
 }
 
 const Node& resolveSetting(const SettingsTree& tree, const Node& node)
 {
     const Node* setting = &node;
-    // A chain longer than the tree goes round in a circle.
+    // A chain with more steps than the tree has nodes is circular.
     for (std::size_t steps = 0; setting->kind() == NodeKind::alias; ++steps) {
         const std::string& target = setting->properties().aliasName();
         const Node* next = tree.find(target);
@@ -49,7 +49,7 @@ const Node& resolveSetting(const SettingsTree& tree, const Node& node)
     }
     if (setting->kind() == NodeKind::group) {
         throw std::runtime_error(setting->getFullName() +
-                                 " is a group; see what is in it with: vxsettings tree " +
+                                 " is a group, not a setting; show its settings with: vxsettings tree " +
                                  setting->getFullName());
     }
     return *setting;

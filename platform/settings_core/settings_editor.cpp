@@ -18,35 +18,35 @@ namespace {
 
 using foundation::verdixdata::Array;
 
-constexpr std::size_t valueWidth = 80;
+constexpr std::size_t valueWidth = 80;  // characters of a rejected value in a message
 
-std::string accepted(const Node& setting)
+std::string allowedValues(const Node& setting)
 {
-    return "; accepted: " + describeConstraint(setting.properties());
+    return "; allowed: " + describeConstraint(setting.properties());
 }
 
-Array read(const Node& setting, std::string_view value, Notation notation)
+Array parse(const Node& setting, std::string_view value, Notation notation)
 {
-    const ParseTarget form = parseTargetOf(setting);
+    const ParseTarget target = parseTargetOf(setting);
     try {
-        return notation == Notation::json ? parseJsonValue(value, form) : parseValue(value, form);
+        return notation == Notation::json ? parseJsonValue(value, target) : parseValue(value, target);
     } catch (const ParseError& error) {
         const std::size_t column = positionAt(value, error.offset()).column;
         throw InvalidValue(setting.getFullName() + " cannot be " + std::string(value) + ": column " +
-                           std::to_string(column) + ": " + error.what() + accepted(setting));
+                           std::to_string(column) + ": " + error.what() + allowedValues(setting));
     }
 }
 
-void requireAccepted(const Node& setting, const Array& value)
+void requireValid(const Node& setting, const Array& value)
 {
     const Verdict verdict = checkValue(setting, value);
     if (!verdict.accepted()) {
         throw InvalidValue(setting.getFullName() + " cannot be " + formatValueOnOneLine(value, valueWidth) +
-                           ": " + verdict.message + accepted(setting));
+                           ": " + verdict.message + allowedValues(setting));
     }
 }
 
-std::string newestName(const ::settings::core::ReleaseChangeTable& releases)
+std::string newestReleaseName(const ::settings::core::ReleaseChangeTable& releases)
 {
     const auto newest = newestRelease(releases);
     return newest ? formatReleaseName(*newest) : std::string();
@@ -59,7 +59,7 @@ SettingsEditor::SettingsEditor(const SettingsTree& tree, const ::settings::core:
     : tree_(tree), releases_(releases), file_(std::move(file))
 {}
 
-const Node& SettingsEditor::changeable(std::string_view path) const
+const Node& SettingsEditor::editableSetting(std::string_view path) const
 {
     const Node& setting = resolveSetting(tree_, nodeAt(tree_, releases_, path));
     if (setting.properties().readOnly.value()) {
@@ -70,44 +70,44 @@ const Node& SettingsEditor::changeable(std::string_view path) const
 
 const Node& SettingsEditor::set(std::string_view path, Array value)
 {
-    const Node& setting = changeable(path);
+    const Node& setting = editableSetting(path);
     store(setting, adaptValue(setting, std::move(value)));
     return setting;
 }
 
 const Node& SettingsEditor::set(std::string_view path, std::string_view value, Notation notation)
 {
-    const Node& setting = changeable(path);
-    store(setting, read(setting, value, notation));
+    const Node& setting = editableSetting(path);
+    store(setting, parse(setting, value, notation));
     return setting;
 }
 
 void SettingsEditor::store(const Node& setting, const Array& value)
 {
-    requireAccepted(setting, value);
+    requireValid(setting, value);
     LockedFile locked(file_);
     const SettingsFile file =
-        parseSettingsFile(locked.content().value_or(emptySettingsFile(newestName(releases_))), file_);
+        parseSettingsFile(locked.content().value_or(emptySettingsFile(newestReleaseName(releases_))), file_);
     SettingsFileEdit edit(file);
     edit.set(setting.getFullName(), valueToJson(value));
     locked.replace(edit.text());
 }
 
-template <class Belongs>
-std::size_t SettingsEditor::removeWhere(Belongs belongs)
+template <class Predicate>
+std::size_t SettingsEditor::removeIf(Predicate isRemoved)
 {
-    if (!readFile(file_)) {
+    if (!readFile(file_)) {  // a lock would create the folder
         return 0;
     }
     LockedFile locked(file_);
-    if (!locked.content()) {
+    if (!locked.content()) {  // removed meanwhile by another process
         return 0;
     }
     const SettingsFile file = parseSettingsFile(*locked.content(), file_);
     SettingsFileEdit edit(file);
     std::size_t count = 0;
     for (const JsonMember& setting : file.settings()) {
-        count += belongs(setting.name) && edit.remove(setting.name) ? 1 : 0;
+        count += isRemoved(setting.name) && edit.remove(setting.name) ? 1 : 0;
     }
     if (count != 0) {
         locked.replace(edit.text());
@@ -123,16 +123,16 @@ std::size_t SettingsEditor::reset(std::string_view path)
         full = resolveSetting(tree_, *node).fullName();
     }
     const std::size_t count =
-        removeWhere([&full](std::string_view setting) { return isAtOrUnder(setting, full); });
+        removeIf([&full](std::string_view setting) { return isAtOrUnder(setting, full); });
     if (count == 0 && node == nullptr) {
-        static_cast<void>(nodeAt(tree_, releases_, path));  // says what is wrong with the path
+        static_cast<void>(nodeAt(tree_, releases_, path));  // throws UnknownPath
     }
     return count;
 }
 
 std::size_t SettingsEditor::resetAll()
 {
-    return removeWhere([](std::string_view) { return true; });
+    return removeIf([](std::string_view) { return true; });
 }
 
 }  // namespace vx::core

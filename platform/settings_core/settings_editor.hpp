@@ -15,52 +15,53 @@
 
 namespace vx::core {
 
-/// A value that a setting does not take; says the setting, the value, the rules it broke and what is
-/// accepted.
+/// Thrown for a value that a setting rejects. The message names the setting, the value, the violated
+/// constraints and the allowed values.
 class VX_API InvalidValue : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// How a value is written that a person gives.
+/// The notation in which a user writes a value.
 enum class Notation : std::uint8_t
 {
-    script,  ///< as parseValue reads it
-    json     ///< as settings files have it
+    script,  ///< the scripting language's, see parseValue
+    json     ///< JSON as in settings files, see parseJsonValue
 };
 
-/// Changes what one settings file states. A file that is not there yet is made, of the newest release; one
-/// that is there keeps every byte that is not part of the change, and is replaced as a whole. While it is
-/// being changed, other writers wait. Tree and table have to outlive the changer.
+/// Changes the values in one settings file. A file that does not exist is created with the newest release. In
+/// an existing file, every byte that is not part of the change is preserved. The file is replaced atomically,
+/// and other writers wait meanwhile. The tree and the release table must outlive the editor.
 ///
-/// Raises, with nothing changed: UnknownPath; std::runtime_error for groups, aliases that lead nowhere,
-/// read-only settings and a damaged file; InvalidValue; std::system_error when the file cannot be written.
+/// The operations throw, and change nothing, in these cases: UnknownPath; std::runtime_error for a group, an
+/// unresolved alias, a read-only setting or a damaged file; InvalidValue; std::system_error when the file
+/// cannot be read or written.
 class VX_API SettingsEditor
 {
 public:
-    /// Changes `file`, which need not exist.
+    /// `file` need not exist.
     SettingsEditor(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases,
                    std::filesystem::path file);
 
-    /// States a value, given the class of the setting where that loses nothing. Paths may leave out the root;
-    /// an alias changes the setting behind it, which is returned.
+    /// Writes an override for a setting and returns the setting. The value is converted to the setting's
+    /// class where that loses nothing. The path may omit the root; an alias stands for its target.
     ///@{
     const Node& set(std::string_view path, foundation::verdixdata::Array value);
     const Node& set(std::string_view path, std::string_view value, Notation notation);
     ///@}
 
-    /// Takes away what the file states of this setting, or of everything in this group, also of paths that
-    /// the tree does not know. Returns how many settings that were.
+    /// Removes the override of a setting, or all overrides in a group, and returns their number. The path
+    /// need not be in the tree if the file has it.
     std::size_t reset(std::string_view path);
-    /// Takes away everything that the file states. Returns how many settings that were.
+    /// Removes all overrides from the file and returns their number.
     std::size_t resetAll();
 
 private:
-    [[nodiscard]] const Node& changeable(std::string_view path) const;
+    [[nodiscard]] const Node& editableSetting(std::string_view path) const;
     void store(const Node& setting, const foundation::verdixdata::Array& value);
-    template <class Belongs>
-    std::size_t removeWhere(Belongs belongs);
+    template <class Predicate>
+    std::size_t removeIf(Predicate isRemoved);
 
     const SettingsTree& tree_;
     const ::settings::core::ReleaseChangeTable& releases_;

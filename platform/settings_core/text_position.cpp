@@ -11,7 +11,7 @@ TextPosition positionAt(std::string_view text, std::size_t offset) noexcept
 {
     const std::string_view before = text.substr(0, offset);
     const auto lineBreaks = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
-    std::string_view line = before.substr(before.rfind('\n') + 1);  // the not-found position wraps to 0
+    std::string_view line = before.substr(before.rfind('\n') + 1);  // npos + 1 wraps to 0
     if (lineBreaks == 0 && line.starts_with(byteOrderMark)) {
         line.remove_prefix(byteOrderMark.size());
     }

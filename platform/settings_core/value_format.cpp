@@ -65,7 +65,7 @@ void appendElement(std::string& text, const Array& element)
     if (element.isAssigned()) {
         append(text, element);
     } else {
-        text += "[]";  // a cell's element that nothing was put into
+        text += "[]";  // an element of a cell that was never assigned
     }
 }
 
@@ -122,7 +122,7 @@ void appendCharacters(std::string& text, const TypedArray<char16_t>& array)
     text += ']';
 }
 
-/// Every text in quotes.
+/// Appends a value with all strings quoted.
 void append(std::string& text, const Array& value)
 {
     visitArray(value, [&text]<class T>(const TypedArray<T>& array) {
@@ -138,7 +138,7 @@ void append(std::string& text, const Array& value)
     });
 }
 
-std::string withVisibleControls(std::string_view text)
+std::string escapeControlCharacters(std::string_view text)
 {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string result;
@@ -163,7 +163,7 @@ constexpr bool startsCharacter(char c)
     return (static_cast<unsigned char>(c) & 0xc0U) != 0x80U;
 }
 
-/// Bytes that the first `count` characters take.
+/// Returns the length in bytes of the first `count` characters.
 std::size_t prefixLength(std::string_view text, std::size_t count)
 {
     std::size_t length = 0;
@@ -215,7 +215,7 @@ std::string formatValueOnOneLine(const Array& value, std::size_t width)
     if (value.isAssigned()) {
         append(text, value);
     }
-    text = withVisibleControls(text);
+    text = escapeControlCharacters(text);
     if (characterCount(text) > width) {
         text.resize(prefixLength(text, width == 0 ? 0 : width - 1));
         text += width == 0 ? "" : "…";

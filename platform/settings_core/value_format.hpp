@@ -1,6 +1,6 @@
 #pragma once
 
-// Values as a person reads and types them, in the form of the scripting language.
+// Formatting of values for people, in the scripting language's notation. Parsing is in value_parsing.hpp.
 
 #include <foundation/export.hpp>
 #include <foundation/verdixdata/array.hpp>
@@ -11,27 +11,28 @@
 
 namespace vx::core {
 
-/// The shortest decimal text that reads back as this number. Whole numbers up to 2^53 have no exponent; what
-/// is not finite is NaN, Inf or -Inf.
+/// Returns the shortest decimal that parses to this number: NaN, Inf or -Inf if it is not finite. Whole
+/// numbers up to 2^53 have no exponent.
 [[nodiscard]] VX_API std::string formatNumber(double number);
 
-/// A value as text: true, 12, [14 0 255], [1 2; 3 4], {"a","b"}. A character row or a single string stands
-/// bare; inside cells and arrays texts have double quotes, doubled where they occur in the text. Empty
-/// numeric arrays are [], empty cells {}; an unassigned value gives the empty text.
+/// Formats a value: true, 12, [14 0 255], [1 2; 3 4], {"a","b"}. A character vector or string scalar has no
+/// quotes; strings in cells and arrays have double quotes, with quotes inside doubled. Empty numeric arrays
+/// are
+/// [], empty cells {}; an unassigned value is the empty string.
 [[nodiscard]] VX_API std::string formatValue(const foundation::verdixdata::Array& value);
 
-/// The same on one line of at most `width` characters, with quotes around every text, control characters
-/// written as `\n`, `\t` or `\xNN`, and "…" for what was cut.
+/// Formats a value on one line of at most `width` characters: all strings are quoted, control characters are
+/// written as `\n`, `\t` or `\xNN`, and "…" marks the end of a truncated value.
 [[nodiscard]] VX_API std::string formatValueOnOneLine(const foundation::verdixdata::Array& value,
                                                       std::size_t width);
 
-/// Class and size: "int32, 1-by-2".
+/// Returns class and size: "int32, 1-by-2".
 [[nodiscard]] VX_API std::string formatClassAndSize(const foundation::verdixdata::Array& value);
 
-/// "1-by-2".
+/// Returns "1-by-2".
 [[nodiscard]] VX_API std::string formatDimensions(const foundation::verdixdata::ArrayDimensions& dimensions);
 
-/// Number of characters (code points) in a UTF-8 text.
+/// Returns the number of characters (code points) of a UTF-8 string.
 [[nodiscard]] VX_API std::size_t characterCount(std::string_view utf8) noexcept;
 
 }  // namespace vx::core

@@ -23,7 +23,7 @@ Literal literalOf(const JsonValue& json)
     case JsonKind::string:
         return {.offset = json.offset, .isString = true, .string = decodedString(json)};
     case JsonKind::array:
-        throw ParseError(json.offset, "expected lists either of values or of lists of the same length");
+        throw ParseError(json.offset, "expected a list of values, or a list of rows of the same length");
     case JsonKind::object:
         throw ParseError(json.offset, "expected a value or a list, not an object");
     case JsonKind::null:
@@ -104,12 +104,12 @@ void append(std::string& json, const String& element)
 void append(std::string& json, const Array& element)
 {
     if (element.getType() != ArrayType::CHAR || !data::isRow(element)) {
-        throw std::invalid_argument("a settings file can hold no cell of anything but texts");
+        throw std::invalid_argument("a settings file cannot hold a cell of anything but strings");
     }
     json += jsonLiteral(*data::textOf(element));
 }
 
-/// The elements of one row of a matrix, which is stored column by column.
+/// Appends one row of a matrix that is stored column by column.
 template <class T>
 void appendRow(std::string& json, const T* first, std::size_t rows, std::size_t columns)
 {
@@ -139,32 +139,32 @@ std::string elementsToJson(const Array& value)
     return json += rows == 1 ? "" : "]";
 }
 
-void requireJsonForm(const Array& value)
+void requireStorable(const Array& value)
 {
     const bool isOneRow = value.getType() == ArrayType::CHAR || value.getType() == ArrayType::CELL;
     if (!value.isAssigned() || value.getDimensions().size() != 2 ||
         (isOneRow ? !data::isRow(value) : value.getDimensions()[0] == 0))
     {
-        throw std::invalid_argument("a settings file can hold no value of this shape: " +
+        throw std::invalid_argument("a settings file cannot hold a value of this class and size: " +
                                     formatClassAndSize(value));
     }
 }
 
 }  // namespace
 
-Array valueFromJson(const JsonValue& json, const ParseTarget& form)
+Array valueFromJson(const JsonValue& json, const ParseTarget& target)
 {
-    return arrayOf(gridOf(json), form);
+    return arrayOf(gridOf(json), target);
 }
 
-Array parseJsonValue(std::string_view text, const ParseTarget& form)
+Array parseJsonValue(std::string_view text, const ParseTarget& target)
 {
-    return valueFromJson(readJson(text), form);
+    return valueFromJson(readJson(text), target);
 }
 
 std::string valueToJson(const Array& value)
 {
-    requireJsonForm(value);
+    requireStorable(value);
     return data::visitElementType(value.getType(), [&value]<class T>(std::type_identity<T>) -> std::string {
         if constexpr (std::same_as<T, char16_t>) {
             return jsonLiteral(*data::textOf(value));

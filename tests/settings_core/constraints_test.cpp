@@ -117,13 +117,13 @@ TEST(ValueValidator, AreDescribedTogetherWithValidatorAndFactoryValue)
     const MValidator integer("verdix.settings", "mustBeIntegerScalar");
     EXPECT_EQ(described(scalar(1.0), integer, {{{.range = {{0, 3}}}}}), "a whole number from 0 to 3");
     EXPECT_EQ(described(text("loose"), {}, {{{.allowedValues = {u"loose"}, .maximumLength = 9}}}),
-              "a text, of at most 9 characters, one of: loose");
+              "a string, of at most 9 characters, one of: loose");
     EXPECT_EQ(described(texts({}), {}, {{{.allowedValues = {u"a", u"b"}}}}),
-              "a cell of texts, each one of: a, b");
+              "a cell of strings, each one of: a, b");
     EXPECT_EQ(described(row<std::int32_t>({1, 2}), {}, {{{.range = {{0, 9}}}}}),
               "2 whole numbers from 0 to 9");
     EXPECT_EQ(described(text("14px"), CValidator("libfonts", "checkSize"), {}),
-              "a text accepted by checkSize of libfonts");
+              "a string accepted by checkSize of libfonts");
     EXPECT_EQ(described(row<double>({0, 0, 0}), {}, {{{.colour = Colour::normalised}}}),
               "a colour: red, green and blue, each a number from 0 to 1");
     EXPECT_EQ(described(scalar(1.0), CValidator("liblimits", "check"), {{{.range = {{.lower = 1}}}}}),

@@ -150,7 +150,7 @@ TEST(OddValues, AreToldAndNotStored)
         solid, nested, matrix<double>(0, 3, {}), matrix<char16_t>(2, 1, {u'a', u'b'}), {}};
     for (const Array& value : values) {
         EXPECT_THAT([&] { static_cast<void>(valueToJson(value)); },
-                    ThrowsMessage<std::invalid_argument>(HasSubstr("can hold no")));
+                    ThrowsMessage<std::invalid_argument>(HasSubstr("cannot hold")));
     }
     EXPECT_EQ(formatValue(matrix<double>(0, 3, {})), "[]");
     EXPECT_EQ(describeValueValidator({{.elementClass = foundation::verdixdata::ArrayType::CELL}}, text("")),

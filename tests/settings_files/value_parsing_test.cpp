@@ -94,17 +94,17 @@ TEST(ValueParsingTest, SaysWhereAndWhatIsExpected)
         {"[1 2", as(ArrayType::DOUBLE), 4, "\"]\" after an element"},
         {"[1,]", as(ArrayType::DOUBLE), 3, "an element"},
         {"'open", as(ArrayType::CHAR), 5, "a closing '"},
-        {"'a' b", as(ArrayType::CHAR), 4, "nothing more"},
-        {"a", as(ArrayType::CELL), 0, "a list of texts"},
-        {"{'a' 1}", as(ArrayType::CELL), 5, "a text, not 1"},
+        {"'a' b", as(ArrayType::CHAR), 4, "nothing after the value"},
+        {"a", as(ArrayType::CELL), 0, "a list of strings"},
+        {"{'a' 1}", as(ArrayType::CELL), 5, "a string, not 1"},
         {"{'a'; 'b'}", as(ArrayType::CELL), 0, "in one row"},
         {"{1 2}", as(ArrayType::DOUBLE), 0, "no braces"},
         {"a\xff", as(ArrayType::CHAR), 1, "UTF-8"},
-        {"[1, \"a\"]", as(ArrayType::DOUBLE), 4, "a number, not a text", true},
+        {"[1, \"a\"]", as(ArrayType::DOUBLE), 4, "a number, not a string", true},
         {"[[1, 2], [3]]", as(ArrayType::DOUBLE), 9, "a list of 2 elements", true},
         {"{\"a\": 1}", as(ArrayType::DOUBLE), 0, "not an object", true},
-        {"null", as(ArrayType::CHAR), 0, "a text", true},
-        {"12 ,", as(ArrayType::DOUBLE), 3, "the end of the text", true},
+        {"null", as(ArrayType::CHAR), 0, "a string", true},
+        {"12 ,", as(ArrayType::DOUBLE), 3, "nothing after the value", true},
     };
     for (const auto& test : cases) {
         const auto at = testing::Property(&vx::core::ParseError::offset, test.offset);
