@@ -2,7 +2,7 @@
 // the times of two steps is the cost of the later one, including its clean-up.
 
 #include <settings_core/layers.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 #include <tool/session.hpp>
 
 #include <cstdio>
@@ -32,7 +32,7 @@ void value(const char* path)
     vx::tool::LazySession lazy(vx::tool::defaultBundleFile(), {});
     const auto& session = lazy.get();
     const auto& setting = session.setting(path);
-    std::puts(vx::core::valueText(lazy.layers().effective(setting).value).c_str());
+    std::puts(vx::core::formatValue(lazy.layers().effective(setting).value).c_str());
     lazy.leakTree();
 }
 

@@ -32,7 +32,7 @@ std::optional<SettingsFile> read(const std::string& text)
 {
     try {
         return SettingsFile(text);
-    } catch (const TextError& error) {
+    } catch (const ParseError& error) {
         require(error.offset() <= text.size(), "an error is in the text");
         return std::nullopt;
     }
@@ -54,7 +54,7 @@ std::optional<Migration> migrate(const SettingsFile& file)
 {
     try {
         return migrateSettings(file, releases());
-    } catch (const TextError& error) {
+    } catch (const ParseError& error) {
         require(error.offset() <= file.text().size(), "an error is in the text");
     } catch (const std::runtime_error& error) {
         require(*error.what() != '\0', "a refusal says why");

@@ -2,8 +2,8 @@
 // which case it can be printed and read again.
 
 #include <settings_core/validation.hpp>
+#include <settings_core/value_format.hpp>
 #include <settings_core/value_parsing.hpp>
-#include <settings_core/value_text.hpp>
 
 #include <algorithm>
 #include <fuzz/every_class_tree.hpp>
@@ -30,11 +30,11 @@ const Node& settingAt(std::size_t index)
     return *settings[index % settings.size()];
 }
 
-Array read(std::string_view text, bool isJson, const ValueForm& form)
+Array read(std::string_view text, bool isJson, const ParseTarget& form)
 {
     try {
         return isJson ? parseJsonValue(text, form) : parseValue(text, form);
-    } catch (const TextError& error) {
+    } catch (const ParseError& error) {
         require(error.offset() <= text.size() && *error.what() != '\0', "an error says where and what", text);
         return {};
     }
@@ -42,9 +42,9 @@ Array read(std::string_view text, bool isJson, const ValueForm& form)
 
 /// A number that is not finite is taken for a text where it stands alone, and in JSON an empty cell for an
 /// empty matrix, by a setting that says no class; the former also by one that takes words for colours.
-bool isReadAs(ArrayType type, const std::string& json, const ValueForm& form)
+bool isReadAs(ArrayType type, const std::string& json, const ParseTarget& form)
 {
-    return (form.elementClass && !form.acceptsWords) || parseJsonValue(json, form).getType() == type;
+    return (form.elementClass && !form.acceptsColourNames) || parseJsonValue(json, form).getType() == type;
 }
 
 /// The text form shows control characters as escapes, has no empty matrix of several rows, no surrogate
@@ -53,7 +53,7 @@ bool hasTextForm(const Array& value, std::string_view json)
 {
     const auto isControl = [](char c) { return (c >= 0 && c < 0x20) || c == 0x7f; };
     const bool isEmptyMatrix = value.getDimensions()[0] > 1 && value.getNumberOfElements() == 0;
-    return std::ranges::none_of(valueText(value), isControl) && !isEmptyMatrix && json != "null" &&
+    return std::ranges::none_of(formatValue(value), isControl) && !isEmptyMatrix && json != "null" &&
            json.find("\\u") == std::string_view::npos;
 }
 
@@ -64,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::Bytes bytes(data, size);
     const Node& setting = settingAt(bytes.below(256));
     const bool isJson = bytes.below(2) == 1;
-    const ValueForm form = valueFormOf(setting);
+    const ParseTarget form = parseTargetOf(setting);
     const Array value = read(bytes.rest(), isJson, form);
     if (!value.isAssigned()) {
         return 0;
@@ -73,7 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool hasForm = isReadAs(value.getType(), json, form);
     require(!hasForm || parseJsonValue(json, form) == value, "JSON holds the value", json);
     if (hasForm && hasTextForm(value, json)) {
-        const std::string text = shortValueText(value, std::numeric_limits<std::size_t>::max());
+        const std::string text = formatValueOnOneLine(value, std::numeric_limits<std::size_t>::max());
         require(parseValue(text, form) == value, "the text form reads back", text);
     }
     const Verdict verdict = checkValue(setting, value);

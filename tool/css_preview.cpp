@@ -1,7 +1,7 @@
 #include "css_preview.hpp"
 
 #include <data/views.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
@@ -61,7 +61,7 @@ std::string family(std::string_view name)
 std::string size(const Array& value)
 {
     if (const auto points = numberOf(value)) {
-        return core::numberText(*points) + "pt";
+        return core::formatNumber(*points) + "pt";
     }
     const auto characters = data::textOf(value);
     const std::string length = characters ? toUtf8(*characters) : "";
@@ -104,7 +104,7 @@ std::string cssColour(const Node& setting, const Array& value)
     std::string css = "rgb(";
     const bool isTriple = data::everyNumber(value, [&](auto part) {
         css += css.back() == '(' ? "" : " ";
-        css += core::numberText(static_cast<double>(part) * (isNormalised ? 100 : 1));
+        css += core::formatNumber(static_cast<double>(part) * (isNormalised ? 100 : 1));
         css += isNormalised ? "%" : "";
         return true;
     });

@@ -1,6 +1,6 @@
 #include "json_text.hpp"
 
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
@@ -66,7 +66,7 @@ void appendJson(std::string& text, const json::value& value)
         appendArray(text, value.get_array());
         break;
     case json::kind::double_:
-        text += std::isfinite(value.get_double()) ? core::numberText(value.get_double()) : "null";
+        text += std::isfinite(value.get_double()) ? core::formatNumber(value.get_double()) : "null";
         break;
     default:
         text += json::serialize(value);

@@ -1,4 +1,4 @@
-#include <settings_core/nearest.hpp>
+#include <settings_core/suggestions.hpp>
 
 #include <foundation/host.hpp>
 
@@ -136,7 +136,7 @@ std::string usageError(const CLI::App& app, const CLI::ParseError& error)
     for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
         names.push_back(command->get_name());
     }
-    const auto near = core::nearestNames(extras.front(), names);
+    const auto near = core::suggestNames(extras.front(), names);
     return "no such command: " + extras.front() + "; " +
            (near.empty() ? "see vxsettings --help" : core::didYouMean(near));
 }

@@ -54,7 +54,7 @@ const core::Node& Session::setting(const std::string& path) const
 {
     const core::Node& found = node(path);
     try {
-        return core::settingBehind(tree_, found);
+        return core::resolveSetting(tree_, found);
     } catch (const std::runtime_error& error) {
         throw CommandError(ExitCode::failed, error.what());
     }

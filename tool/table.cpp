@@ -1,6 +1,6 @@
 #include "table.hpp"
 
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 
 #include <settings_core/atomic_file.hpp>
 #include <settings_core/json_reader.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
@@ -22,7 +22,7 @@ namespace {
 
 using core::JsonKind;
 using core::JsonValue;
-using core::TextError;
+using core::ParseError;
 using settings::core::ReleaseChangeSet;
 
 void appendNormalised(std::string& text, const JsonValue& value);
@@ -49,7 +49,7 @@ void appendNumber(std::string& text, std::string_view digits)
     {
         text += digits;
     } else {
-        text += core::numberText(number);
+        text += core::formatNumber(number);
     }
 }
 
@@ -69,8 +69,8 @@ void appendNormalised(std::string& text, const JsonValue& value)
     case JsonKind::number:
         appendNumber(text, value.text);
         break;
-    case JsonKind::text:
-        text += core::jsonLiteral(core::decodedText(value));
+    case JsonKind::string:
+        text += core::jsonLiteral(core::decodedString(value));
         break;
     default:
         text += value.text;
@@ -81,7 +81,7 @@ void appendNormalised(std::string& text, const JsonValue& value)
 const JsonValue& require(const JsonValue& value, JsonKind kind)
 {
     if (value.kind != kind) {
-        throw TextError(value.offset, "expected " + std::string(kindWords(kind)));
+        throw ParseError(value.offset, "expected " + std::string(kindName(kind)));
     }
     return value;
 }
@@ -91,19 +91,19 @@ const JsonValue& member(const JsonValue& object, std::string_view name, JsonKind
     const auto found =
         std::ranges::find(require(object, JsonKind::object).members, name, &core::JsonMember::name);
     if (found == object.members.end()) {
-        throw TextError(object.offset, "expected a member \"" + std::string(name) + "\"");
+        throw ParseError(object.offset, "expected a member \"" + std::string(name) + "\"");
     }
     return require(found->value, kind);
 }
 
 std::string stringOf(const JsonValue& value)
 {
-    return foundation::verdixdata::toUtf8(core::decodedText(require(value, JsonKind::text)));
+    return foundation::verdixdata::toUtf8(core::decodedString(require(value, JsonKind::string)));
 }
 
 DocumentNode nodeOf(const JsonValue& entry)
 {
-    DocumentNode node{stringOf(member(entry, "path", JsonKind::text)), {}};
+    DocumentNode node{stringOf(member(entry, "path", JsonKind::string)), {}};
     for (const auto& [offset, nameText, name, value] : entry.members) {
         appendNormalised(node.properties[name], value);
     }
@@ -111,7 +111,7 @@ DocumentNode nodeOf(const JsonValue& entry)
                              "valueValidators", "aliasTarget", "errorHandler"})
     {
         if (!node.properties.contains(name)) {
-            throw TextError(entry.offset, "expected a member \"" + std::string(name) + "\"");
+            throw ParseError(entry.offset, "expected a member \"" + std::string(name) + "\"");
         }
     }
     return node;
@@ -126,13 +126,13 @@ std::vector<std::string> pathsOf(const JsonValue& list)
 
 ReleaseChangeSet releaseOf(const JsonValue& entry)
 {
-    ReleaseChangeSet set{stringOf(member(entry, "release", JsonKind::text)), false, {}};
+    ReleaseChangeSet set{stringOf(member(entry, "release", JsonKind::string)), false, {}};
     for (const JsonValue& change : member(entry, "changes", JsonKind::array).elements) {
         const JsonValue& from = member(change, "from", JsonKind::array);
         if (from.elements.empty()) {
-            throw TextError(from.offset, "expected a path");
+            throw ParseError(from.offset, "expected a path");
         }
-        set.changes.emplace_back(stringOf(member(change, "operation", JsonKind::text)), pathsOf(from),
+        set.changes.emplace_back(stringOf(member(change, "operation", JsonKind::string)), pathsOf(from),
                                  pathsOf(member(change, "to", JsonKind::array)));
     }
     return set;
@@ -168,7 +168,7 @@ TreeDocument TreeDocument::read(const std::string& file)
     const std::string text = contentOf(file);
     try {
         return TreeDocument(text);
-    } catch (const TextError& error) {
+    } catch (const ParseError& error) {
         const auto [line, column] = core::positionAt(text, error.offset());
         throw CommandError(ExitCode::failed,
                            file + ":" + std::to_string(line) + ":" + std::to_string(column) +

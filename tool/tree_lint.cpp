@@ -99,7 +99,7 @@ private:
     {
         for (const auto& validator : setting.properties().valueValidators) {
             if (validator.range && !(validator.range->lower <= validator.range->upper)) {
-                add(setting, "no value is in the range " + core::describe(validator) + ": fix its bounds");
+                add(setting, "no value is in the range " + core::describeValueValidator(validator) + ": fix its bounds");
             }
         }
     }

@@ -134,7 +134,7 @@ void addFactoryShape(ValueConstraints& values, const Node::Properties& propertie
 ValueConstraints constraintsOf(const Node& setting)
 {
     const Node::Properties& properties = setting.properties();
-    ValueConstraints values{.form = core::valueFormOf(setting),
+    ValueConstraints values{.form = core::parseTargetOf(setting),
                             .acceptsNothing = properties.readOnly.value()};
     addFactoryShape(values, properties);
     if (const auto* script = std::get_if<::settings::core::MValidator>(&properties.validator)) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <settings_core/node.hpp>
-#include <settings_core/value_form.hpp>
+#include <settings_core/parse_target.hpp>
 
 #include <cstddef>
 #include <limits>
@@ -17,7 +17,7 @@ struct ValueConstraints
 {
     using ValueValidator = ::settings::core::SettingValueValidator;
 
-    core::ValueForm form;
+    core::ParseTarget form;
     /// No value can be written: the constraints exclude each other, or the setting is read-only.
     bool acceptsNothing = false;
 

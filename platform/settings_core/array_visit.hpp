@@ -4,8 +4,8 @@
 
 namespace vx::core {
 
-/// Calls the visitor with the array as a TypedArray of its own element class and returns what that returns;
-/// a visitor returns the same type for every class. Raises std::logic_error for an unassigned array.
+/// Calls the visitor with the array as a TypedArray of its element class and returns the visitor's result,
+/// whose type must be the same for every class. Throws std::logic_error for an unassigned array.
 template <class Visitor>
 decltype(auto) visitArray(const foundation::verdixdata::Array& array, Visitor&& visitor)
 {

@@ -19,9 +19,9 @@ namespace fs = std::filesystem;
     throw std::system_error(errno, std::generic_category(), file.string() + ": " + what);
 }
 
-/// Repeats a system call that a signal interrupted.
+/// Calls a system function again for as long as a signal interrupts it.
 template <class Call>
-auto repeated(Call&& call)
+auto retryOnInterrupt(Call&& call)
 {
     auto result = call();
     while (result == -1 && errno == EINTR) {
@@ -30,12 +30,12 @@ auto repeated(Call&& call)
     return result;
 }
 
-/// An open file that closes itself.
+/// An owned file descriptor.
 class Descriptor
 {
 public:
     Descriptor(const fs::path& file, int flags, mode_t mode = 0)
-        : descriptor_(repeated([&] { return ::open(file.c_str(), flags | O_CLOEXEC, mode); }))
+        : descriptor_(retryOnInterrupt([&] { return ::open(file.c_str(), flags | O_CLOEXEC, mode); }))
     {}
     explicit Descriptor(int descriptor) noexcept : descriptor_(descriptor) {}
     Descriptor(const Descriptor&) = delete;
@@ -55,7 +55,7 @@ private:
     int descriptor_;
 };
 
-/// A file of the process' own making that goes again unless it is given its final name.
+/// A file that is deleted on destruction unless it was renamed to its final name.
 class TemporaryFile
 {
 public:
@@ -84,15 +84,16 @@ private:
     bool isRenamed_ = false;
 };
 
-fs::path beside(const fs::path& file, const char* ending)
+/// Returns ".<name><suffix>" in the file's folder.
+fs::path hiddenSibling(const fs::path& file, const char* suffix)
 {
-    return file.parent_path() / ("." + file.filename().string() + ending);
+    return file.parent_path() / ("." + file.filename().string() + suffix);
 }
 
 void flush(int descriptor, const fs::path& file)
 {
-    // A file system that cannot flush a folder says EINVAL; there is nothing more to be done then.
-    if (repeated([&] { return ::fsync(descriptor); }) != 0 && errno != EINVAL) {
+    // A file system that does not support flushing a folder reports EINVAL, which is no error here.
+    if (retryOnInterrupt([&] { return ::fsync(descriptor); }) != 0 && errno != EINVAL) {
         fail(file, "cannot be flushed to disk");
     }
 }
@@ -108,7 +109,8 @@ void flushFolderOf(const fs::path& file)
 void writeAll(int descriptor, std::string_view content, const fs::path& file)
 {
     while (!content.empty()) {
-        const ssize_t written = repeated([&] { return ::write(descriptor, content.data(), content.size()); });
+        const ssize_t written =
+            retryOnInterrupt([&] { return ::write(descriptor, content.data(), content.size()); });
         if (written < 0) {
             fail(file, "cannot be written");
         }
@@ -116,55 +118,55 @@ void writeAll(int descriptor, std::string_view content, const fs::path& file)
     }
 }
 
-void takeOverOwnerAndMode(const fs::path& from, int descriptor)
+void copyOwnerAndMode(const fs::path& from, int descriptor)
 {
     struct stat status = {};
     if (::stat(from.c_str(), &status) != 0) {
         return;
     }
-    // Only root may give a file away; anybody else's replacement is their own file. The owner goes first:
-    // changing it may clear bits of the mode.
-    [[maybe_unused]] const int ownerIsKept = ::fchown(descriptor, status.st_uid, status.st_gid);
+    // Only root may change the owner; for other users the new file stays their own. The owner is changed
+    // before the mode because fchown may clear mode bits.
+    [[maybe_unused]] const int ignored = ::fchown(descriptor, status.st_uid, status.st_gid);
     if (::fchmod(descriptor, status.st_mode & 07777U) != 0) {
         fail(from, "cannot keep its mode");
     }
 }
 
-/// Where links lead to, also when nothing is there yet; always with a folder.
-fs::path resolved(const fs::path& file)
+/// Returns the absolute path with symbolic links followed, also when the target does not exist yet.
+fs::path resolveLinks(const fs::path& file)
 {
-    constexpr int mostLinks = 40;
+    constexpr int maxLinks = 40;  // the limit of Linux
     fs::path target = fs::absolute(file);
-    for (int links = 0; links < mostLinks && fs::is_symlink(target); ++links) {
+    for (int links = 0; links < maxLinks && fs::is_symlink(target); ++links) {
         target = target.parent_path() / fs::read_symlink(target);
     }
     return target;
 }
 
-/// Writes a whole file and makes sure that it is on disk.
+/// Creates a file with this content, and with owner and mode of `modeOf`, and flushes it to disk.
 void writeNew(const fs::path& file, std::string_view content, const fs::path& modeOf)
 {
     const Descriptor written(file, O_WRONLY | O_CREAT | O_EXCL, 0666);
     if (!written.isOpen()) {
-        fail(file, "cannot be made");
+        fail(file, "cannot be created");
     }
-    takeOverOwnerAndMode(modeOf, written.get());
+    copyOwnerAndMode(modeOf, written.get());
     writeAll(written.get(), content, file);
     flush(written.get(), file);
 }
 
 int openLock(const fs::path& file)
 {
-    Descriptor own(file, O_RDWR | O_CREAT, 0666);
-    if (own.isOpen()) {
-        return own.release();
+    Descriptor writable(file, O_RDWR | O_CREAT, 0666);
+    if (writable.isOpen()) {
+        return writable.release();
     }
-    // Another user's, perhaps root's: reading is enough to lock it.
-    Descriptor foreign(file, O_RDONLY);
-    if (!foreign.isOpen()) {
+    // Another user, perhaps root, owns the lock file; flock needs read access only.
+    Descriptor readOnly(file, O_RDONLY);
+    if (!readOnly.isOpen()) {
         fail(file, "cannot be opened to lock the settings file beside it");
     }
-    return foreign.release();
+    return readOnly.release();
 }
 
 }  // namespace
@@ -179,11 +181,11 @@ std::optional<std::string> readFile(const fs::path& file)
         fail(file, "cannot be read");
     }
     std::string content;
-    constexpr std::size_t step = 65536;
+    constexpr std::size_t step = 65536;  // bytes
     for (ssize_t count = 1; count != 0;) {
         const std::size_t size = content.size();
         content.resize(size + step);
-        count = repeated([&] { return ::read(opened.get(), content.data() + size, step); });
+        count = retryOnInterrupt([&] { return ::read(opened.get(), content.data() + size, step); });
         if (count < 0) {
             fail(file, "cannot be read");
         }
@@ -192,11 +194,11 @@ std::optional<std::string> readFile(const fs::path& file)
     return content;
 }
 
-LockedFile::LockedFile(const fs::path& file) : file_(resolved(file)), lock_(-1)
+LockedFile::LockedFile(const fs::path& file) : file_(resolveLinks(file)), lock_(-1)
 {
     fs::create_directories(file_.parent_path());
-    Descriptor lock(openLock(beside(file_, ".lock")));
-    if (repeated([&] { return ::flock(lock.get(), LOCK_EX); }) != 0) {
+    Descriptor lock(openLock(hiddenSibling(file_, ".lock")));
+    if (retryOnInterrupt([&] { return ::flock(lock.get(), LOCK_EX); }) != 0) {
         fail(file_, "cannot be locked");
     }
     content_ = readFile(file_);
@@ -213,7 +215,7 @@ void LockedFile::replace(std::string content)
     if (content_ == content) {
         return;
     }
-    TemporaryFile temporary(beside(file_, ".new"));
+    TemporaryFile temporary(hiddenSibling(file_, ".new"));
     writeNew(temporary.path(), content, file_);
     temporary.rename(file_);
     content_ = std::move(content);
@@ -223,14 +225,14 @@ void LockedFile::replace(std::string content)
 bool LockedFile::keepCopy(const std::string& name) const
 {
     const fs::path copy = file_.parent_path() / name;
-    const TemporaryFile temporary(beside(file_, ".new"));
+    const TemporaryFile temporary(hiddenSibling(file_, ".new"));
     writeNew(temporary.path(), content_.value_or(""), file_);
     if (::link(temporary.path().c_str(), copy.c_str()) == 0) {
         flushFolderOf(file_);
         return true;
     }
     if (errno != EEXIST) {
-        fail(copy, "cannot be made");
+        fail(copy, "cannot be created");
     }
     return false;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-// Files that are replaced as a whole: whoever reads one, at whatever moment and after whatever crash, finds
-// the old or the new content.
+// Atomic replacement of files: a reader sees either the old or the new content, never a part of one, even
+// after a crash.
 
 #include <foundation/export.hpp>
 
@@ -12,38 +12,40 @@
 
 namespace vx::core {
 
-/// A file's content; nothing when there is no such file. Raises std::system_error with the file's name.
+/// Returns a file's content, or nothing when the file does not exist. Throws std::system_error that names the
+/// file.
 [[nodiscard]] VX_API std::optional<std::string> readFile(const std::filesystem::path& file);
 
-/// A file that one writer at a time may change, from reading it until it is replaced; others wait meanwhile.
+/// A file that is locked against other writers while it is read and replaced; they wait for the lock.
 ///
-/// The lock is on an empty file beside it, ".<name>.lock", because the file itself is another one after every
-/// change; it is never removed, which would let two writers hold two locks. A new content is written to
-/// ".<name>.new", flushed, given the old file's mode and, where that is allowed, its owner, and renamed; then
-/// the folder is flushed. What a killed writer leaves of it, the next one overwrites. Of a symbolic link the
-/// target is replaced.
+/// The lock is taken on an empty file beside it, ".<name>.lock", because every replacement gives the file
+/// itself a new inode. The lock file is never removed: otherwise two writers could hold locks on two
+/// different lock files. New content is written to ".<name>.new", which gets the old file's mode and, where
+/// permitted, its owner, is flushed and renamed; then the folder is flushed. A ".<name>.new" that a killed
+/// writer left behind is overwritten. A symbolic link is followed: its target is replaced.
 class VX_API LockedFile
 {
 public:
-    /// Waits for the lock; makes the folder where there is none. Raises std::system_error with the file's
-    /// name.
+    /// Waits for the lock and reads the file. Creates the file's folder if it does not exist. Throws
+    /// std::system_error that names the file.
     explicit LockedFile(const std::filesystem::path& file);
     LockedFile(const LockedFile&) = delete;
     LockedFile& operator=(const LockedFile&) = delete;
     ~LockedFile();
 
-    /// The content as of now; nothing when there is no file yet.
+    /// Returns the current content, or nothing when the file does not exist yet.
     [[nodiscard]] const std::optional<std::string>& content() const noexcept { return content_; }
 
-    /// Replaces the file unless it has this content already. When this raises std::system_error, with the
-    /// file's name, before the rename, the file is as before and nothing is left beside it.
+    /// Replaces the file's content; does nothing when the content is the same. Throws std::system_error that
+    /// names the file. If the error occurs before the rename, the file is unchanged and no temporary file
+    /// remains.
     void replace(std::string content);
 
-    /// Keeps the content under another name in the same folder, unless that name is taken: false then. Raises
-    /// std::system_error with the file's name.
+    /// Writes a copy of the content under another name in the same folder. Returns false, and writes nothing,
+    /// when a file of that name exists. Throws std::system_error that names the file.
     [[nodiscard]] bool keepCopy(const std::string& name) const;
 
-    /// The file itself: where links lead to, with its folder.
+    /// Returns the absolute path of the file, symbolic links resolved.
     [[nodiscard]] const std::filesystem::path& path() const noexcept { return file_; }
 
 private:

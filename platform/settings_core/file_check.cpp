@@ -22,44 +22,44 @@ public:
 
     std::vector<FileFault> run() &&
     {
-        checkRepetition(file_.root().members);
+        checkDuplicates(file_.root().members);
         for (const JsonMember& member : file_.root().members) {
-            checkOwnMember(member);
+            checkTopLevelMember(member);
         }
-        return std::move(faults_);
+        return std::move(diagnostics_);
     }
 
 private:
     void report(std::size_t offset, const std::string& path, std::string message)
     {
-        faults_.push_back({positionAt(file_.text(), offset), path, std::move(message)});
+        diagnostics_.push_back({positionAt(file_.text(), offset), path, std::move(message)});
     }
 
-    void checkRepetition(const std::vector<JsonMember>& members)
+    void checkDuplicates(const std::vector<JsonMember>& members)
     {
         std::unordered_map<std::string_view, std::size_t> firsts;
         for (const JsonMember& member : members) {
             const auto [first, isNew] = firsts.try_emplace(member.name, member.offset);
             if (!isNew) {
                 report(member.offset, member.name,
-                       "is given a second time, first in line " +
+                       "is a duplicate of the one in line " +
                            std::to_string(positionAt(file_.text(), first->second).line) +
-                           "; the last one counts: remove the others");
+                           "; the last one applies: remove the others");
             }
         }
     }
 
-    void checkOwnMember(const JsonMember& member)
+    void checkTopLevelMember(const JsonMember& member)
     {
         if (member.name == "release") {
             checkRelease(member);
         } else if (member.name == "$schema") {
-            return;  // for editors
+            return;  // names the JSON schema for text editors
         } else if (member.name != "settings") {
             report(member.offset, member.name,
-                   "means nothing here: a settings file has \"release\" and \"settings\"");
-        } else if (&member.value.members == &file_.settings()) {
-            checkRepetition(file_.settings());
+                   "is an unknown member: a settings file has \"release\" and \"settings\"");
+        } else if (&member.value.members == &file_.settings()) {  // of duplicates, the one that applies
+            checkDuplicates(file_.settings());
             for (const JsonMember& setting : file_.settings()) {
                 checkSetting(setting);
             }
@@ -68,16 +68,16 @@ private:
 
     void checkRelease(const JsonMember& member)
     {
-        const auto release = releaseNamed(member.value);
+        const auto release = parseRelease(member.value);
         if (!release) {
-            report(member.value.offset, member.name, std::string(noRelease));
+            report(member.value.offset, member.name, std::string(invalidReleaseMessage));
             return;
         }
         const auto newest = newestRelease(releases_);
         if (newest && *newest < *release) {
             report(member.value.offset, member.name,
-                   "is newer than the newest release known here, " + toText(*newest) +
-                       ": use the settings of that release with its own tools");
+                   "is newer than the newest known release, " + formatReleaseName(*newest) +
+                       ": use the tools of that release");
         }
     }
 
@@ -86,20 +86,20 @@ private:
         const Node* node = tree_.find(member.name);
         if (node == nullptr) {
             report(member.offset, member.name,
-                   "is no setting; " + explainMissing(tree_, releases_, member.name));
+                   "is not a setting; " + explainUnknownPath(tree_, releases_, member.name));
             return;
         }
         switch (node->kind()) {
         case NodeKind::group:
-            report(member.offset, member.name, "is a group: give the settings in it one by one");
+            report(member.offset, member.name, "is a group: list its settings one by one");
             break;
         case NodeKind::alias:
             report(member.offset, member.name,
                    "is an alias: write " + node->properties().aliasName() + " instead");
             break;
         case NodeKind::setting:
-            for (ValueFault& fault : readStoredValue(*node, member).faults) {
-                report(fault.offset, member.name, std::move(fault.message));
+            for (ValueFault& diagnostic : readStoredValue(*node, member).diagnostics) {
+                report(diagnostic.offset, member.name, std::move(diagnostic.message));
             }
             break;
         }
@@ -108,7 +108,7 @@ private:
     const SettingsFile& file_;
     const SettingsTree& tree_;
     const ReleaseChangeTable& releases_;
-    std::vector<FileFault> faults_;
+    std::vector<FileFault> diagnostics_;
 };
 
 }  // namespace
@@ -119,13 +119,14 @@ std::vector<FileFault> checkSettingsFile(std::string text, const SettingsTree& t
     const std::string kept = text;
     try {
         const SettingsFile file(std::move(text));
-        auto faults = FileCheck(file, tree, releases).run();
-        std::stable_sort(faults.begin(), faults.end(), [](const FileFault& left, const FileFault& right) {
-            return std::pair(left.position.line, left.position.column) <
-                   std::pair(right.position.line, right.position.column);
-        });
-        return faults;
-    } catch (const TextError& error) {
+        auto diagnostics = FileCheck(file, tree, releases).run();
+        std::stable_sort(diagnostics.begin(), diagnostics.end(),
+                         [](const FileFault& left, const FileFault& right) {
+                             return std::pair(left.position.line, left.position.column) <
+                                    std::pair(right.position.line, right.position.column);
+                         });
+        return diagnostics;
+    } catch (const ParseError& error) {
         return {{positionAt(kept, error.offset()), "", error.what()}};
     }
 }

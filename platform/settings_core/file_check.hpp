@@ -10,17 +10,17 @@
 
 namespace vx::core {
 
-/// Something wrong in a settings file, and what to do about it.
+/// A diagnostic about a settings file.
 struct FileFault
 {
-    TextPosition position;  ///< where it stands in the text
-    /// Of the setting it is about, or the name of the file's own member; empty for the file as a whole.
+    TextPosition position;  ///< of the setting, the member or the value
+    /// Full path of the setting, or name of the top-level member; empty for the whole file.
     std::string path;
     std::string message;  ///< what is wrong, and what to do
 };
 
-/// Everything that is wrong in the text of a settings file, in the file's order; nothing but the first error
-/// when it is not JSON of a settings file's form.
+/// Returns all diagnostics about the content of a settings file, ordered by position. Content that cannot be
+/// parsed as a settings file yields the parse error alone.
 [[nodiscard]] VX_API std::vector<FileFault>
 checkSettingsFile(std::string text, const SettingsTree& tree,
                   const ::settings::core::ReleaseChangeTable& releases);

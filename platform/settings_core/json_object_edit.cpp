@@ -15,14 +15,14 @@ std::string nameLiteral(std::string_view name)
 
 }  // namespace
 
-std::string_view lastLineBreakAndIndent(std::string_view blanks) noexcept
+std::string_view lastLineBreakAndIndent(std::string_view whitespace) noexcept
 {
-    const std::size_t lineFeed = blanks.rfind('\n');
+    const std::size_t lineFeed = whitespace.rfind('\n');
     if (lineFeed == std::string_view::npos) {
         return {};
     }
-    const bool hasReturn = lineFeed > 0 && blanks[lineFeed - 1] == '\r';
-    return blanks.substr(lineFeed - (hasReturn ? 1 : 0));
+    const bool hasReturn = lineFeed > 0 && whitespace[lineFeed - 1] == '\r';
+    return whitespace.substr(lineFeed - (hasReturn ? 1 : 0));
 }
 
 JsonObjectEdit::JsonObjectEdit(std::string_view text, const JsonValue& object, JsonStyle style)
@@ -67,14 +67,14 @@ void JsonObjectEdit::add(std::string_view name, std::string_view value)
     members_.push_back(added);
 }
 
-// Blanks that were between the brackets stand on both sides of the only member, and nothing else does: so
-// removal tells them from those that were added together with the member.
+// Preserves whitespace inside empty braces: it is put on both sides of the member. Equal whitespace on both
+// sides of an only member is thus what remove() has to restore; otherwise the whitespace was added with it.
 void JsonObjectEdit::addFirst(Member member)
 {
-    const bool hadBlanks = !inside_.empty();
+    const bool hadWhitespace = !inside_.empty();
     member.colon = keep(std::string(style_.betweenNameAndValue));
-    member.lead = hadBlanks ? inside_ : keep(style_.opening);
-    member.trail = hadBlanks ? inside_ : keep(style_.closing);
+    member.lead = hadWhitespace ? inside_ : keep(style_.opening);
+    member.trail = hadWhitespace ? inside_ : keep(style_.closing);
     members_.push_back(member);
 }
 

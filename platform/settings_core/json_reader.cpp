@@ -14,7 +14,7 @@ namespace vx::core {
 
 namespace {
 
-constexpr int deepest = 100;
+constexpr int maxDepth = 100;
 
 constexpr bool isDigit(char c)
 {
@@ -31,7 +31,7 @@ constexpr bool isControl(char c)
     return static_cast<unsigned char>(c) < 0x20;
 }
 
-// Escapes with one letter, and what they stand for.
+// The letters of two-character escapes, and the characters they stand for.
 constexpr std::string_view escapeLetters = "\"\\/bfnrt";
 constexpr std::u16string_view escapedUnits = u"\"\\/\b\f\n\r\t";
 
@@ -45,20 +45,21 @@ char16_t unitOf(std::string_view fourHexDigits)
 std::u16string decode(std::string_view literal)
 {
     const std::string_view content = literal.substr(1, literal.size() - 2);
-    std::u16string text;
-    text.reserve(content.size());
+    std::u16string string;
+    string.reserve(content.size());
     for (std::size_t at = 0; at < content.size();) {
         const std::size_t escape = std::min(content.find('\\', at), content.size());
-        text += foundation::verdixdata::toUtf16(content.substr(at, escape - at));
+        string += foundation::verdixdata::toUtf16(content.substr(at, escape - at));
         at = escape;
         if (at == content.size()) {
             break;
         }
         const char letter = content[at + 1];
-        text += letter == 'u' ? unitOf(content.substr(at + 2, 4)) : escapedUnits[escapeLetters.find(letter)];
+        string +=
+            letter == 'u' ? unitOf(content.substr(at + 2, 4)) : escapedUnits[escapeLetters.find(letter)];
         at += letter == 'u' ? 6 : 2;
     }
-    return text;
+    return string;
 }
 
 std::string decodeName(std::string_view literal)
@@ -67,29 +68,29 @@ std::string decodeName(std::string_view literal)
                                                         : foundation::verdixdata::toUtf8(decode(literal));
 }
 
-class Reader
+class Parser
 {
 public:
-    explicit Reader(std::string_view text) : text_(text) {}
+    explicit Parser(std::string_view text) : text_(text) {}
 
     JsonValue document()
     {
-        const std::size_t wellFormed = wellFormedLength(text_);
-        if (wellFormed != text_.size()) {
-            throw TextError(wellFormed, "a byte that is not UTF-8: save the file as UTF-8");
+        const std::size_t valid = validUtf8PrefixLength(text_);
+        if (valid != text_.size()) {
+            throw ParseError(valid, "invalid UTF-8: save the file as UTF-8");
         }
         at_ = text_.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
-        skipSpace();
+        skipWhitespace();
         JsonValue root = value(0);
-        skipSpace();
+        skipWhitespace();
         if (at_ != text_.size()) {
-            fail("expected the end of the text, nothing may follow the closing bracket");
+            fail("expected nothing after the value");
         }
         return root;
     }
 
 private:
-    [[noreturn]] void fail(const std::string& message) const { throw TextError(at_, message); }
+    [[noreturn]] void fail(const std::string& message) const { throw ParseError(at_, message); }
 
     [[nodiscard]] char peek() const noexcept { return at_ < text_.size() ? text_[at_] : '\0'; }
 
@@ -100,12 +101,12 @@ private:
         return isHere;
     }
 
-    void skipSpace() noexcept { at_ = std::min(text_.find_first_not_of(" \t\r\n", at_), text_.size()); }
+    void skipWhitespace() noexcept { at_ = std::min(text_.find_first_not_of(" \t\r\n", at_), text_.size()); }
 
     JsonValue value(int depth)
     {
-        if (depth > deepest) {
-            fail("more than 100 brackets in each other");
+        if (depth > maxDepth) {
+            fail("nesting deeper than 100");
         }
         JsonValue result;
         result.offset = at_;
@@ -126,17 +127,17 @@ private:
             array(result, depth);
             break;
         case '"':
-            result.kind = JsonKind::text;
+            result.kind = JsonKind::string;
             literal();
             break;
         case 't':
         case 'f':
             result.kind = JsonKind::boolean;
-            word(peek() == 't' ? "true" : "false");
+            keyword(peek() == 't' ? "true" : "false");
             break;
         case 'n':
             result.kind = JsonKind::null;
-            word("null");
+            keyword("null");
             break;
         default:
             result.kind = JsonKind::number;
@@ -148,14 +149,14 @@ private:
     void object(JsonValue& result, int depth)
     {
         take('{');
-        skipSpace();
+        skipWhitespace();
         if (take('}')) {
             return;
         }
         do {
-            skipSpace();
+            skipWhitespace();
             result.members.push_back(member(depth));
-            skipSpace();
+            skipWhitespace();
         } while (take(','));
         if (!take('}')) {
             fail("expected \",\" or \"}\" after a member");
@@ -172,11 +173,11 @@ private:
         literal();
         result.nameText = text_.substr(result.offset, at_ - result.offset);
         result.name = decodeName(result.nameText);
-        skipSpace();
+        skipWhitespace();
         if (!take(':')) {
             fail("expected \":\" after a name");
         }
-        skipSpace();
+        skipWhitespace();
         result.value = value(depth + 1);
         return result;
     }
@@ -184,14 +185,14 @@ private:
     void array(JsonValue& result, int depth)
     {
         take('[');
-        skipSpace();
+        skipWhitespace();
         if (take(']')) {
             return;
         }
         do {
-            skipSpace();
+            skipWhitespace();
             result.elements.push_back(value(depth + 1));
-            skipSpace();
+            skipWhitespace();
         } while (take(','));
         if (!take(']')) {
             fail("expected \",\" or \"]\" after an element");
@@ -206,7 +207,7 @@ private:
                 fail("expected a closing double quote");
             }
             if (isControl(text_[at_])) {
-                fail("a control character in a text: write it as an escape such as \\t or \\u001b");
+                fail("unescaped control character: write it as an escape such as \\t or \\u001b");
             }
             if (text_[at_] == '\\') {
                 escape();
@@ -231,7 +232,7 @@ private:
         at_ += 1 + length;
     }
 
-    void word(std::string_view expected)
+    void keyword(std::string_view expected)
     {
         if (!text_.substr(at_).starts_with(expected)) {
             failAtValue();
@@ -250,7 +251,7 @@ private:
             digits();
         } else if (isDigit(peek())) {
             at_ = start;
-            fail("a number does not begin with 0 before other digits");
+            fail("leading zero: write the number without it");
         }
         if (take('.')) {
             digits();
@@ -272,8 +273,8 @@ private:
     [[noreturn]] void failAtValue() const
     {
         fail(at_ == text_.size()
-                 ? "the text ends where a value is expected"
-                 : "expected a value: a text in double quotes, a number, true, false, null, [ or {");
+                 ? "expected a value, not the end of the input"
+                 : "expected a value: a string in double quotes, a number, true, false, null, [ or {");
     }
 
     std::string_view text_;
@@ -305,22 +306,22 @@ void appendUnit(std::string& literal, char16_t unit)
 
 JsonValue readJson(std::string_view text)
 {
-    return Reader(text).document();
+    return Parser(text).document();
 }
 
-std::u16string decodedText(const JsonValue& value)
+std::u16string decodedString(const JsonValue& value)
 {
     return decode(value.text);
 }
 
-std::string jsonLiteral(std::u16string_view text)
+std::string jsonLiteral(std::u16string_view string)
 {
     using Units = boost::locale::utf::utf_traits<char16_t>;
     std::string literal;
-    literal.reserve(text.size() + 2);
+    literal.reserve(string.size() + 2);
     literal += '"';
-    const char16_t* position = text.data();
-    const char16_t* const end = position + text.size();
+    const char16_t* position = string.data();
+    const char16_t* const end = position + string.size();
     while (position != end) {
         const char16_t* const start = position;
         const auto point = Units::decode(position, end);
@@ -336,11 +337,11 @@ std::string jsonLiteral(std::u16string_view text)
     return literal += '"';
 }
 
-std::string_view kindWords(JsonKind kind) noexcept
+std::string_view kindName(JsonKind kind) noexcept
 {
-    constexpr std::array<std::string_view, 6> words{"null",   "true or false", "a number",
-                                                    "a text", "a list",        "an object"};
-    return words[static_cast<std::size_t>(kind)];
+    constexpr std::array<std::string_view, 6> names{"null",     "true or false", "a number",
+                                                    "a string", "a list",        "an object"};
+    return names[static_cast<std::size_t>(kind)];
 }
 
 }  // namespace vx::core

@@ -1,8 +1,8 @@
 #pragma once
 
-// Reads JSON so that it can be pointed at and edited in place: every value and member knows where it stands
-// and how it is written. Numbers keep their digits and texts every UTF-16 unit, so nothing is lost on the way
-// to a value of the setting's own class.
+// Parses JSON and keeps the position and the source text of every value and member, for diagnostics with line
+// and column and for edits in place. Numbers keep their digits and strings their UTF-16 units, so a value of
+// any class can be made from them without loss.
 
 #include <settings_core/text_position.hpp>
 
@@ -16,53 +16,53 @@
 
 namespace vx::core {
 
-/// The kinds of values that JSON has.
+/// The kinds of JSON values.
 enum class JsonKind : std::uint8_t
 {
     null,
     boolean,
     number,
-    text,
+    string,
     array,
     object
 };
 
 struct JsonMember;
 
-/// A value of a JSON text, which must outlive it.
+/// A JSON value. It refers to the JSON text, which must outlive it.
 struct JsonValue
 {
-    JsonKind kind = JsonKind::null;   ///< what `text` is
-    std::size_t offset = 0;           ///< of its first byte, from the beginning of the JSON text
-    std::string_view text;            ///< as it is written
-    std::vector<JsonValue> elements;  ///< of an array, in their order
-    std::vector<JsonMember> members;  ///< in their order, also those whose name occurs twice
+    JsonKind kind = JsonKind::null;   ///< of the value
+    std::size_t offset = 0;           ///< of its first byte in the JSON text
+    std::string_view text;            ///< its source text
+    std::vector<JsonValue> elements;  ///< of an array
+    std::vector<JsonMember> members;  ///< of an object, in the file's order, duplicate names included
 
-    /// Offset behind its last byte.
+    /// Returns the offset after its last byte.
     [[nodiscard]] std::size_t end() const noexcept { return offset + text.size(); }
 };
 
-/// A member of an object, with its place in the text.
+/// A member of a JSON object.
 struct JsonMember
 {
     std::size_t offset = 0;     ///< of the name's opening quote
-    std::string_view nameText;  ///< the name as it is written, with its quotes
-    std::string name;           ///< what the name stands for, as UTF-8
-    JsonValue value;            ///< behind the colon
+    std::string_view nameText;  ///< source text of the name, with its quotes
+    std::string name;           ///< decoded, as UTF-8
+    JsonValue value;            ///< of the member
 };
 
-/// Reads one JSON text, strictly by the standard; a byte-order mark may precede it. Raises TextError at the
-/// first byte that does not fit, and for arrays and objects in each other more than 100 deep.
+/// Parses a JSON text strictly as in RFC 8259; a byte-order mark may precede it. Throws ParseError for
+/// invalid JSON and for arrays and objects that are nested deeper than 100.
 [[nodiscard]] VX_API JsonValue readJson(std::string_view text);
 
-/// The text that a value of kind `text` stands for.
-[[nodiscard]] VX_API std::u16string decodedText(const JsonValue& value);
+/// Decodes a value of kind string.
+[[nodiscard]] VX_API std::u16string decodedString(const JsonValue& value);
 
-/// A text as a JSON literal with its quotes. Line ends and other control characters are escaped, and so are
-/// surrogates without their partner, which UTF-8 cannot hold.
-[[nodiscard]] VX_API std::string jsonLiteral(std::u16string_view text);
+/// Encodes a string as a JSON literal with quotes. Control characters are escaped, and so are unpaired
+/// surrogates, which UTF-8 cannot represent.
+[[nodiscard]] VX_API std::string jsonLiteral(std::u16string_view string);
 
-/// "an object", "a number" and so on.
-[[nodiscard]] VX_API std::string_view kindWords(JsonKind kind) noexcept;
+/// Returns the name of a kind with its article: "an object", "a number".
+[[nodiscard]] VX_API std::string_view kindName(JsonKind kind) noexcept;
 
 }  // namespace vx::core

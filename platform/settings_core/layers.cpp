@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array fileLayers{Layer::personal, Layer::installation};  // the winner first
+constexpr std::array overridingLayers{Layer::personal, Layer::installation};  // highest first
 
 std::string_view environment(const char* variable)
 {
@@ -30,7 +30,7 @@ fs::path settingsIn(const fs::path& folder)
     return folder / "verdix" / "settings.json";
 }
 
-/// Relative folders are not to be used there.
+/// The XDG specification says to ignore relative paths.
 bool isUsable(std::string_view folder)
 {
     return folder.starts_with('/');
@@ -66,17 +66,17 @@ LayerValue factoryValueOf(const Node& setting)
         factory.value = std::move(value.value);
         factory.source = std::move(value.source);
     } catch (const std::runtime_error& error) {
-        factory.faults.emplace_back(error.what());
+        factory.diagnostics.emplace_back(error.what());
     }
     return factory;
 }
 
 }  // namespace
 
-std::string_view layerWord(Layer layer) noexcept
+std::string_view layerName(Layer layer) noexcept
 {
-    constexpr std::array<std::string_view, 3> words{"factory", "installation", "personal"};
-    return words[static_cast<std::size_t>(layer)];
+    constexpr std::array<std::string_view, 3> names{"factory", "installation", "personal"};
+    return names[static_cast<std::size_t>(layer)];
 }
 
 LayerFiles defaultLayerFiles()
@@ -84,19 +84,19 @@ LayerFiles defaultLayerFiles()
     return {installationFile(), personalFile()};
 }
 
-SettingsFile parseSettingsFile(const std::string& text, const fs::path& file)
+SettingsFile parseSettingsFile(const std::string& content, const fs::path& file)
 {
     try {
-        return SettingsFile(text);
-    } catch (const TextError& error) {
-        throw std::runtime_error(located(file, text, error.offset(), error.what()));
+        return SettingsFile(content);
+    } catch (const ParseError& error) {
+        throw std::runtime_error(located(file, content, error.offset(), error.what()));
     }
 }
 
 std::optional<SettingsFile> loadSettingsFile(const fs::path& file)
 {
-    const std::optional<std::string> text = readFile(file);
-    return text ? std::optional(parseSettingsFile(*text, file)) : std::nullopt;
+    const std::optional<std::string> content = readFile(file);
+    return content ? std::optional(parseSettingsFile(*content, file)) : std::nullopt;
 }
 
 const fs::path& Layers::fileOf(Layer layer) const noexcept
@@ -106,12 +106,12 @@ const fs::path& Layers::fileOf(Layer layer) const noexcept
 
 const std::optional<SettingsFile>& Layers::fileAt(Layer layer)
 {
-    FileLayer& read = read_[layer == Layer::personal ? 1 : 0];
-    if (!read.isRead) {
-        read.file = loadSettingsFile(fileOf(layer));
-        read.isRead = true;
+    FileLayer& cached = fileLayers_[layer == Layer::personal ? 1 : 0];
+    if (!cached.isLoaded) {
+        cached.file = loadSettingsFile(fileOf(layer));
+        cached.isLoaded = true;
     }
-    return read.file;
+    return cached.file;
 }
 
 std::optional<LayerValue> Layers::valueIn(Layer layer, const Node& setting)
@@ -123,18 +123,19 @@ std::optional<LayerValue> Layers::valueIn(Layer layer, const Node& setting)
     }
     StoredValue stored = readStoredValue(setting, *member);
     LayerValue value{layer, std::move(stored.value), fileOf(layer).string()};
-    for (const ValueFault& fault : stored.faults) {
-        value.faults.push_back(
-            located(fileOf(layer), file->text(), fault.offset, setting.getFullName() + ": " + fault.message));
+    for (const ValueFault& diagnostic : stored.diagnostics) {
+        value.diagnostics.push_back(located(fileOf(layer), file->text(), diagnostic.offset,
+                                            setting.getFullName() + ": " + diagnostic.message));
     }
     return value;
 }
 
 std::vector<LayerValue> Layers::valuesOf(const Node& node)
 {
-    const Node& setting = settingBehind(tree_, node);
+    const Node& setting = resolveSetting(tree_, node);
     std::vector<LayerValue> values;
-    if (LayerValue factory = factoryValueOf(setting); factory.value.isAssigned() || !factory.faults.empty()) {
+    if (LayerValue factory = factoryValueOf(setting);
+        factory.value.isAssigned() || !factory.diagnostics.empty()) {
         values.push_back(std::move(factory));
     }
     for (const Layer layer : {Layer::installation, Layer::personal}) {
@@ -147,34 +148,34 @@ std::vector<LayerValue> Layers::valuesOf(const Node& node)
 
 LayerValue Layers::effective(const Node& node)
 {
-    const Node& setting = settingBehind(tree_, node);
-    std::vector<std::string> passedOver;
-    const auto passOver = [&passedOver](LayerValue& value) {
-        std::move(value.faults.begin(), value.faults.end(), std::back_inserter(passedOver));
+    const Node& setting = resolveSetting(tree_, node);
+    std::vector<std::string> diagnostics;
+    const auto ignore = [&diagnostics](LayerValue& value) {
+        std::move(value.diagnostics.begin(), value.diagnostics.end(), std::back_inserter(diagnostics));
     };
-    for (const Layer layer : fileLayers) {
+    for (const Layer layer : overridingLayers) {
         std::optional<LayerValue> value = valueIn(layer, setting);
-        if (value && value->counts()) {
-            value->faults = std::move(passedOver);
+        if (value && value->isValid()) {
+            value->diagnostics = std::move(diagnostics);
             return *std::move(value);
         }
         if (value) {
-            passOver(*value);
+            ignore(*value);
         }
     }
     LayerValue factory = factoryValueOf(setting);
-    passOver(factory);
-    factory.faults = std::move(passedOver);
+    ignore(factory);
+    factory.diagnostics = std::move(diagnostics);
     return factory;
 }
 
-bool Layers::isStated(const Node& setting)
+bool Layers::hasOverride(const Node& setting)
 {
-    const auto states = [&](Layer layer) {
+    const auto isIn = [&](Layer layer) {
         const auto& file = fileAt(layer);
         return file && file->find(setting.fullName()) != nullptr;
     };
-    return states(Layer::personal) || states(Layer::installation);
+    return isIn(Layer::personal) || isIn(Layer::installation);
 }
 
 }  // namespace vx::core

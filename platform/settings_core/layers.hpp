@@ -1,6 +1,6 @@
 #pragma once
 
-// The values of settings through the layers: factory, installation file, personal file. The last one wins.
+// The effective values of settings: factory value, installation file, personal file; the last one wins.
 
 #include <settings_core/settings_file.hpp>
 #include <settings_core/settings_tree.hpp>
@@ -18,7 +18,7 @@
 
 namespace vx::core {
 
-/// Where a value comes from, the lowest first; a higher layer wins.
+/// The origin of a value, lowest layer first; the value of a higher layer overrides.
 enum class Layer : std::uint8_t
 {
     factory,
@@ -26,66 +26,68 @@ enum class Layer : std::uint8_t
     personal
 };
 
-/// "factory", "installation" or "personal".
-[[nodiscard]] VX_API std::string_view layerWord(Layer layer) noexcept;
+/// Returns "factory", "installation" or "personal".
+[[nodiscard]] VX_API std::string_view layerName(Layer layer) noexcept;
 
-/// Where the files are; one that does not exist holds no settings.
+/// The settings files of the layers. A file that does not exist has no settings.
 struct LayerFiles
 {
-    std::filesystem::path installation;  ///< for all users of a machine
-    std::filesystem::path personal;      ///< of one user
+    std::filesystem::path installation;  ///< for all users of the machine
+    std::filesystem::path personal;      ///< of the current user
 };
 
-/// By the base directories of the desktop: verdix/settings.json in $XDG_CONFIG_HOME (~/.config), and in the
-/// first of $XDG_CONFIG_DIRS (/etc/xdg) that has it, the first of all when none has.
+/// Returns the settings files of the XDG base directories: verdix/settings.json in $XDG_CONFIG_HOME (default
+/// ~/.config), and in the first folder of $XDG_CONFIG_DIRS (default /etc/xdg) that has this file; if none
+/// has, in the first folder.
 [[nodiscard]] VX_API LayerFiles defaultLayerFiles();
 
-/// What one layer says of a setting.
+/// The value of a setting in one layer.
 struct LayerValue
 {
-    Layer layer = Layer::factory;  ///< the one that says it
-    /// Unassigned where the layer's value cannot be read, or there is none.
+    Layer layer = Layer::factory;  ///< that holds the value
+    /// Unassigned if the value could not be parsed or computed, or there is none.
     foundation::verdixdata::Array value = {};
-    /// "factory value", the function that computed it, or the file.
+    /// The file, "factory value", or the function that computed the value.
     std::string source = {};
-    /// Why the value does not count: "<file>:<line>:<column>: ..."; empty when it does.
-    std::vector<std::string> faults = {};
+    /// Why the value is invalid, as "<file>:<line>:<column>: ..." for a file; empty for a valid value.
+    std::vector<std::string> diagnostics = {};
 
-    /// Whether the value may hold: there is one, and nothing speaks against it.
-    [[nodiscard]] bool counts() const noexcept { return value.isAssigned() && faults.empty(); }
+    /// Whether there is a value and it satisfies its constraints. Invalid values are ignored.
+    [[nodiscard]] bool isValid() const noexcept { return value.isAssigned() && diagnostics.empty(); }
 };
 
-/// Reads a settings file; nothing when there is none. Raises std::runtime_error "<file>:<line>:<column>: ..."
-/// when it is damaged, std::system_error when it cannot be read.
+/// Reads and parses a settings file; returns nothing when it does not exist. Throws std::runtime_error
+/// "<file>:<line>:<column>: ..." when it is damaged, std::system_error when it cannot be read.
 [[nodiscard]] VX_API std::optional<SettingsFile> loadSettingsFile(const std::filesystem::path& file);
 
-/// The same for a text that was read from this file.
-[[nodiscard]] VX_API SettingsFile parseSettingsFile(const std::string& text,
+/// Parses content that was read from `file`. Throws like loadSettingsFile.
+[[nodiscard]] VX_API SettingsFile parseSettingsFile(const std::string& content,
                                                     const std::filesystem::path& file);
 
-/// The layers over a tree, which has to outlive them. Files are read when they are first needed, as
-/// loadSettingsFile does; only what they state themselves counts as theirs.
+/// The layers over a tree, which must outlive them. Each file is read once, by the first operation that needs
+/// it; every operation throws what loadSettingsFile throws.
 class VX_API Layers
 {
 public:
-    /// Nothing is read yet.
+    /// Does not read the files yet.
     Layers(const SettingsTree& tree, LayerFiles files) : tree_(tree), files_(std::move(files)) {}
 
-    /// What each layer says that says anything, the lowest first: the last one that counts holds. Of an
-    /// alias, what is said of the setting behind it. Raises what settingBehind raises.
+    /// Returns the values of all layers that have one, lowest layer first; the last valid one is the
+    /// effective value. For an alias, the values of its target. Throws what resolveSetting throws.
     [[nodiscard]] std::vector<LayerValue> valuesOf(const Node& setting);
 
-    /// The value that holds; a factory value without a value when there is none at all. The faults are those
-    /// of every value that was passed over for it.
+    /// Returns the effective value, with the diagnostics of every value that was ignored as invalid. When no
+    /// layer has a valid value, returns the factory layer with an unassigned value. Accepts aliases and
+    /// throws like valuesOf.
     [[nodiscard]] LayerValue effective(const Node& setting);
 
-    /// Whether a file states the setting at all.
-    [[nodiscard]] bool isStated(const Node& setting);
+    /// Whether a file has a value for the setting, valid or not.
+    [[nodiscard]] bool hasOverride(const Node& setting);
 
 private:
     struct FileLayer
     {
-        bool isRead = false;
+        bool isLoaded = false;
         std::optional<SettingsFile> file = std::nullopt;
     };
 
@@ -95,7 +97,7 @@ private:
 
     const SettingsTree& tree_;
     LayerFiles files_;
-    std::array<FileLayer, 2> read_;
+    std::array<FileLayer, 2> fileLayers_;
 };
 
 }  // namespace vx::core

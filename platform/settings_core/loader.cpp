@@ -19,7 +19,7 @@ namespace vx::core {
 
 namespace {
 
-/// What the builder hands from group to group without looking into it.
+/// Opaque context that the builder passes from group to group.
 struct TreeContext
 {};
 
@@ -36,9 +36,9 @@ void loadTree(::settings::core::FactorySettingsLoader& loader, SettingsTree& tre
 {
     std::string rootName = loader.getRootGroupName();
     if (rootName != tree.root()->fullName()) {
-        throw std::invalid_argument("The provider builds under \"" + rootName +
-                                    "\", this tree has the root \"" + tree.root()->getFullName() +
-                                    "\": give a tree with the provider's root.");
+        throw std::invalid_argument("The provider's root group is \"" + rootName +
+                                    "\", that of the tree is \"" + tree.root()->getFullName() +
+                                    "\": pass a tree with the provider's root.");
     }
     verdix::settings::FactoryGroup root(boost::make_shared<TreeContext>(), nullptr, tree.root(),
                                         std::move(rootName));

@@ -22,9 +22,9 @@ std::optional<ReleaseName> releaseIn(const SettingsFile& file)
     if (release == nullptr) {
         return std::nullopt;
     }
-    const auto name = releaseNamed(*release);
+    const auto name = parseRelease(*release);
     if (!name) {
-        throw TextError(release->offset, std::string(noRelease));
+        throw ParseError(release->offset, std::string(invalidReleaseMessage));
     }
     return name;
 }
@@ -34,8 +34,8 @@ void requireUniqueSettings(const SettingsFile& file)
     std::set<std::string_view> paths;
     for (const JsonMember& setting : file.settings()) {
         if (!paths.insert(setting.name).second) {
-            throw TextError(setting.offset,
-                            setting.name + " is given a second time: keep one of them before migrating");
+            throw ParseError(setting.offset,
+                             setting.name + " is a duplicate: keep one of them before migrating");
         }
     }
 }
@@ -43,17 +43,18 @@ void requireUniqueSettings(const SettingsFile& file)
 void requireOrder(const Migration& migration, const ReleaseName& newest)
 {
     if (migration.from && newest < *migration.from) {
-        throw std::runtime_error("the file is of release " + toText(*migration.from) +
-                                 ", newer than the newest known here, " + toText(newest) +
+        throw std::runtime_error("the file is of release " + formatReleaseName(*migration.from) +
+                                 ", newer than the newest known release, " + formatReleaseName(newest) +
                                  ": migrate it with that release");
     }
     if (newest < migration.to) {
-        throw std::runtime_error("no release after " + toText(newest) +
-                                 " is known here, so files cannot be carried to " + toText(migration.to));
+        throw std::runtime_error("release " + formatReleaseName(migration.to) +
+                                 " is unknown: the newest known release is " + formatReleaseName(newest));
     }
     if (migration.from && migration.to < *migration.from) {
-        throw std::runtime_error("the file is of release " + toText(*migration.from) +
-                                 ", and nothing leads back to " + toText(migration.to));
+        throw std::runtime_error("the file is of release " + formatReleaseName(*migration.from) +
+                                 ", and a file cannot be migrated back to " +
+                                 formatReleaseName(migration.to));
     }
 }
 
@@ -101,13 +102,13 @@ private:
     std::vector<MigrationEvent>& events_;
 };
 
-/// Settings that are in the file as they were before, neither moved nor dropped.
+/// Returns the number of settings that were neither moved nor dropped.
 std::size_t countUntouched(const Migration& migration, std::size_t settings)
 {
     std::set<std::string_view> arrived;
     std::size_t touched = 0;
     for (const MigrationEvent& event : migration.events) {
-        // What had arrived by a move is the same setting again.
+        // A setting that was moved before is counted once.
         touched += arrived.erase(event.path) == 0 ? 1 : 0;
         if (event.kind == MigrationEvent::Kind::moved) {
             arrived.insert(event.target);
@@ -123,7 +124,7 @@ Migration migrateSettings(const SettingsFile& file, const ReleaseChangeTable& ta
 {
     const auto newest = newestRelease(table);
     if (!newest) {
-        throw std::runtime_error("there is no table of release changes to migrate by");
+        throw std::runtime_error("the table of release changes is empty: there is nothing to migrate by");
     }
     Migration migration{.from = range.from ? range.from : releaseIn(file), .to = range.to.value_or(*newest)};
     requireOrder(migration, *newest);
@@ -137,7 +138,7 @@ Migration migrateSettings(const SettingsFile& file, const ReleaseChangeTable& ta
         }
     }
     if (releaseIn(file) != migration.to) {
-        edit.setRelease(toText(migration.to));
+        edit.setRelease(formatReleaseName(migration.to));
     }
     migration.untouched = countUntouched(migration, file.settings().size());
     migration.text = edit.text();
@@ -153,9 +154,10 @@ std::vector<FileFault> checkMovedValues(const Migration& migration, const Settin
             moved.insert(event.target);
         }
     }
-    auto faults = checkSettingsFile(migration.text, tree, table);
-    std::erase_if(faults, [&moved](const FileFault& fault) { return !moved.contains(fault.path); });
-    return faults;
+    auto diagnostics = checkSettingsFile(migration.text, tree, table);
+    std::erase_if(diagnostics,
+                  [&moved](const FileFault& diagnostic) { return !moved.contains(diagnostic.path); });
+    return diagnostics;
 }
 
 }  // namespace vx::core

@@ -1,6 +1,6 @@
 #pragma once
 
-// Carries settings files of older releases forward.
+// Migrates settings files of older releases.
 
 #include <settings_core/release_name.hpp>
 #include <settings_core/settings_file.hpp>
@@ -17,53 +17,53 @@ namespace vx::core {
 struct FileFault;
 class SettingsTree;
 
-/// What a release did to one setting of a file.
+/// A change that a release makes to one setting of a file.
 struct MigrationEvent
 {
-    /// What happened.
+    /// The kinds of changes.
     enum class Kind : std::uint8_t
     {
-        moved,       ///< to `target`, with its value as it was written
-        targetKept,  ///< dropped, because what it would have moved to is in the file already
-        removed      ///< dropped, because the release did away with it
+        moved,       ///< renamed to `target`, value unchanged
+        targetKept,  ///< dropped: the file already has `target`, whose value stays
+        removed      ///< dropped: the release has no such setting
     };
 
-    Kind kind;            ///< what happened
-    std::string release;  ///< that did it: "R2022b"
-    std::string path;     ///< of the setting, before
-    std::string target;   ///< empty for what was removed
+    Kind kind;            ///< of the change
+    std::string release;  ///< that made the change: "R2022b"
+    std::string path;     ///< of the setting before the change
+    std::string target;   ///< path of the move; empty for `removed`
 };
 
-/// How a settings file is carried forward.
+/// The result of migrating a settings file.
 struct Migration
 {
-    /// Nothing for a file that does not say: it is older than all.
+    /// Release of the file before; nothing when it names none, which means older than all releases.
     std::optional<ReleaseName> from;
-    ReleaseName to;                           ///< the release of the text afterwards
-    std::vector<MigrationEvent> events = {};  ///< in the order in which they happened
-    std::size_t untouched = 0;                ///< settings that no event is about
-    std::string text = {};                    ///< of the file afterwards
+    ReleaseName to;                           ///< release of the file afterwards
+    std::vector<MigrationEvent> events = {};  ///< oldest release first
+    std::size_t untouched = 0;                ///< number of settings without an event
+    std::string text = {};                    ///< content of the file afterwards
 };
 
-/// Which releases to apply, in place of all that are newer than the file's own.
+/// The releases to apply; by default all that are newer than the file's own.
 struct MigrationRange
 {
-    std::optional<ReleaseName> from = std::nullopt;  ///< the release to take the file for
-    std::optional<ReleaseName> to =
-        std::nullopt;  ///< the last release to apply; the newest of the table when left out
+    std::optional<ReleaseName> from = std::nullopt;  ///< overrides the file's own release
+    std::optional<ReleaseName> to = std::nullopt;    ///< last release to apply; default: the newest
 };
 
-/// Applies the changes of every release after `from`, up to and with `to`, the oldest first, and makes `to`
-/// the file's release. A setting moves in its place, with its value as it is written; one that is in the file
-/// already is never replaced. Removing a group removes all settings in it.
+/// Applies the changes of every release after `from` up to and including `to`, oldest first, and sets the
+/// file's release to `to`. A moved setting keeps its position and the source text of its value; a setting
+/// that is already in the file is never replaced. Removing a group removes all settings in it.
 ///
-/// Raises TextError, with an offset in the file, when a setting is given twice or the release is no release,
+/// Throws ParseError, with an offset in the file, for a duplicate setting or an invalid release name;
 /// std::runtime_error when the file or `to` is newer than the table, or the file newer than `to`.
 [[nodiscard]] VX_API Migration migrateSettings(const SettingsFile& file,
                                                const ::settings::core::ReleaseChangeTable& table,
                                                const MigrationRange& range = {});
 
-/// What the settings that moved have against their values. Such values stay in the file, and do not count.
+/// Returns diagnostics about moved values that the new setting rejects. They stay in the file and are
+/// ignored.
 [[nodiscard]] VX_API std::vector<FileFault>
 checkMovedValues(const Migration& migration, const SettingsTree& tree,
                  const ::settings::core::ReleaseChangeTable& table);

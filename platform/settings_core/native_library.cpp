@@ -10,8 +10,8 @@ namespace vx::core {
 
 namespace {
 
-/// The folder for native libraries that belongs to this library.
-std::filesystem::path ownFolder()
+/// Returns the folder of native libraries beside this shared library.
+std::filesystem::path nativeFolder()
 {
     static const int addressInThisLibrary = 0;
     Dl_info info{};
@@ -31,7 +31,7 @@ void requirePlainName(const std::string& library)
 {
     if (library.empty() || library.find('/') != std::string::npos) {
         throw std::runtime_error("\"" + library +
-                                 "\" does not name a native library: give its file name without "
+                                 "\" is not the name of a native library: give its file name without "
                                  "folder and without \"" VX_NATIVE_LIBRARY_SUFFIX "\".");
     }
 }
@@ -40,7 +40,7 @@ void* load(const std::string& library)
 {
     requirePlainName(library);
     const std::string file = library + VX_NATIVE_LIBRARY_SUFFIX;
-    const std::filesystem::path folder = ownFolder();
+    const std::filesystem::path folder = nativeFolder();
     const std::filesystem::path own = folder / file;
     const bool isOwn = std::filesystem::exists(own);
     if (void* handle = dlopen(isOwn ? own.c_str() : file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
@@ -49,11 +49,11 @@ void* load(const std::string& library)
     if (isOwn) {
         throw std::runtime_error(own.string() + ": cannot be loaded: " + loaderError());
     }
-    throw std::runtime_error(file + ": not found in " + folder.string() + " nor where the system looks (" +
-                             loaderError() + "): install it there.");
+    throw std::runtime_error(file + ": not found in " + folder.string() +
+                             " nor in the system's search path (" + loaderError() + "): install it there.");
 }
 
-/// Loads each library once. What failed is tried again the next time.
+/// Returns the handle of a library, loaded once. A library that failed to load is tried again.
 void* libraryHandle(const std::string& library)
 {
     static std::mutex mutex;

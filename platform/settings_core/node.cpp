@@ -35,11 +35,11 @@ Node::createFactorySetting(const std::string& name, bool isSetting, const Proper
             " is an alias with an empty target: give the full path of the setting that "
             "it stands for.");
     }
-    Node& made = store_->add(*this, name, kind, properties);
-    return {store_->shared_from_this(), &made};
+    Node& child = store_->add(*this, name, kind, properties);
+    return {store_->shared_from_this(), &child};
 }
 
-boost::shared_ptr<const Node> Node::handle() const
+boost::shared_ptr<const Node> Node::sharedFromThis() const
 {
     return {store_->shared_from_this(), this};
 }

@@ -12,7 +12,7 @@
 
 namespace vx::core {
 
-/// What a node is.
+/// The kinds of nodes.
 enum class NodeKind : std::uint8_t
 {
     group,
@@ -22,8 +22,8 @@ enum class NodeKind : std::uint8_t
 
 class NodeStore;
 
-/// A node of the embedded settings core. Nodes are made through createFactorySetting of their parent only,
-/// and never change afterwards but for gaining children. They live as long as their tree, or as a handle of
+/// A node of the embedded settings core. Nodes are created by createFactorySetting of their parent only, and
+/// are immutable except for new children. All nodes of a tree live as long as the tree or a shared pointer to
 /// any of its nodes.
 class VX_API Node final : public ::settings::core::MSettings
 {
@@ -32,49 +32,50 @@ class VX_API Node final : public ::settings::core::MSettings
     Link next_;  ///< to the next child of the parent
 
 public:
-    /// What the provider said of a node.
+    /// The provider's description of a node.
     using Properties = ::settings::core::detail::FactorySettingProperties;
-    /// The nodes under one, in creation order; counting them takes a walk.
+    /// The children of a node, in creation order; size() takes linear time.
     using Children = boost::intrusive::slist<Node, boost::intrusive::member_hook<Node, Link, &Node::next_>,
                                              boost::intrusive::cache_last<true>,
                                              boost::intrusive::constant_time_size<false>>;
 
-    /// Made by the store of its tree. The path is the names from the root down, joined by "."; its text is
-    /// the store's. The root has no parent.
+    /// For NodeStore only. `path` is the full name; its characters belong to the store. The root has no
+    /// parent.
     Node(NodeStore& store, const Node* parent, std::string_view path, NodeKind kind,
          const Properties& properties);
 
-    /// Raises std::invalid_argument, and makes nothing, when this node is a setting, when the name is empty
-    /// or holds a ".", when a child of that name exists, or when an alias has an empty target.
+    /// Creates a child and returns it. Throws std::invalid_argument, and creates nothing, when this node is a
+    /// setting, when the name is empty or contains a ".", when a child of that name exists, or when an alias
+    /// has an empty target.
     boost::shared_ptr<::settings::core::MSettings>
     createFactorySetting(const std::string& name, bool isSetting, const Properties& properties) override;
 
-    /// A copy of fullName(), for providers.
+    /// Returns a copy of fullName(), for providers.
     [[nodiscard]] std::string getFullName() const override { return std::string(path_); }
 
-    /// Names from the root down to this node, joined by ".".
+    /// Returns the names from the root down to this node, joined by ".".
     [[nodiscard]] std::string_view fullName() const noexcept { return path_; }
-    /// The last component of the full name.
+    /// Returns the last component of the full name.
     [[nodiscard]] std::string_view name() const noexcept;
-    /// Group, setting or alias.
+    /// Whether the node is a group, a setting or an alias.
     [[nodiscard]] NodeKind kind() const noexcept { return kind_; }
-    /// What the provider said when it made the node.
+    /// Returns the provider's description of the node.
     [[nodiscard]] const Properties& properties() const noexcept { return properties_; }
 
-    /// Null for the root.
+    /// Returns the parent, or null for the root.
     [[nodiscard]] const Node* parent() const noexcept { return parent_; }
 
-    /// In creation order.
+    /// Returns the children in creation order.
     [[nodiscard]] const Children& children() const noexcept { return children_; }
 
-    /// Whether this node's own flag hides it.
+    /// Whether the provider hid this node itself.
     [[nodiscard]] bool isHiddenItself() const noexcept;
 
     /// Whether this node or a group above it is hidden.
     [[nodiscard]] bool isHidden() const noexcept;
 
-    /// A handle of this node, which keeps the whole tree.
-    [[nodiscard]] boost::shared_ptr<const Node> handle() const;
+    /// Returns a shared pointer to this node, which keeps the whole tree alive.
+    [[nodiscard]] boost::shared_ptr<const Node> sharedFromThis() const;
 
 private:
     friend class NodeStore;

@@ -7,7 +7,7 @@ namespace vx::core {
 
 namespace {
 
-void requireName(const Node* parent, std::string_view name)
+void requireValidName(const Node* parent, std::string_view name)
 {
     if (name.empty() || name.find('.') != std::string_view::npos) {
         throw std::invalid_argument("\"" + std::string(name) + "\" " +
@@ -17,25 +17,26 @@ void requireName(const Node* parent, std::string_view name)
     }
 }
 
-/// More than a provider of a whole environment makes, so that nothing needs to grow for it on the way.
-constexpr std::size_t usualNumberOfNodes = 1536;
+/// Initial capacity in nodes: more than the provider of a whole environment creates, so that nothing is
+/// reallocated while its tree is built.
+constexpr std::size_t initialCapacity = 1536;
 
-/// The index takes a few bytes of each node's hundreds, and to move its entries is dear: it may be too large
-/// for a while.
-constexpr std::size_t growthOfIndex = 8;
+/// Factor by which the hash index grows. Rehashing is expensive and the index takes only a few bytes per
+/// node, so it may be larger than needed.
+constexpr std::size_t indexGrowthFactor = 8;
 
-/// Bytes of the first block of nodes and paths; each block after it is half as large again, so that a usual
-/// tree takes three.
-constexpr std::size_t firstBlock = 72 << 10;
+/// Bytes of the arena's first block. Each further block is 1.5 times as large, so that the tree of a whole
+/// environment takes three.
+constexpr std::size_t firstBlockSize = 72 << 10;
 
 }  // namespace
 
 NodeStore::NodeStore(std::string_view rootName)
-    : memory_(firstBlock), byPath_(usualNumberOfNodes, PathHash{this}, SamePath{this})
+    : arena_(firstBlockSize), byPath_(initialCapacity, PathHash{this}, SamePath{this})
 {
-    nodes_.reserve(usualNumberOfNodes);
-    hashes_.reserve(usualNumberOfNodes);
-    enter(make(nullptr, rootName, NodeKind::group, {false, false, {}, {}, {}, false, false, {}}));
+    nodes_.reserve(initialCapacity);
+    hashes_.reserve(initialCapacity);
+    insert(create(nullptr, rootName, NodeKind::group, {false, false, {}, {}, {}, false, false, {}}));
 }
 
 NodeStore::~NodeStore()
@@ -45,30 +46,30 @@ NodeStore::~NodeStore()
 
 Node& NodeStore::add(Node& parent, std::string_view name, NodeKind kind, const Node::Properties& properties)
 {
-    Node& node = enter(make(&parent, name, kind, properties));
+    Node& node = insert(create(&parent, name, kind, properties));
     parent.children_.push_back(node);
     return node;
 }
 
-/// Numbers a node and has it found by its path, or leaves everything as it was.
-Node& NodeStore::enter(NewNode node)
+/// Appends a node and indexes it by its path. On an exception the store is unchanged.
+Node& NodeStore::insert(NewNode node)
 {
-    // Memory can run out up to the first change, and not after it.
+    // Nothing after the first push_back allocates memory, so std::bad_alloc leaves the store unchanged.
     const std::size_t count = nodes_.size();
     if (count == nodes_.capacity()) {
         nodes_.reserve(2 * count);
     }
     if (count == byPath_.max_load()) {
-        byPath_.reserve(growthOfIndex * count);
+        byPath_.reserve(indexGrowthFactor * count);
     }
     hashes_.push_back(hashOf(node->fullName()));
     nodes_.push_back(node.get());
-    if (!byPath_.insert(static_cast<Number>(count)).second) {
+    if (!byPath_.insert(static_cast<NodeIndex>(count)).second) {
         nodes_.pop_back();
         hashes_.pop_back();
         throw std::invalid_argument(node->getFullName() +
-                                    " exists already: a name can be used once under one group, so rename "
-                                    "this node or remove the other.");
+                                    " exists already: names are unique within a group, so rename this node "
+                                    "or remove the other.");
     }
     return *node.release();
 }
@@ -79,19 +80,19 @@ const Node* NodeStore::find(std::string_view path) const noexcept
     return found == byPath_.end() ? nullptr : nodes_[*found];
 }
 
-/// A node and behind it, in the same piece of memory, its path.
-NodeStore::NewNode NodeStore::make(const Node* parent, std::string_view name, NodeKind kind,
-                                   const Node::Properties& properties)
+/// Creates a node in the arena, with the characters of its path directly after it.
+NodeStore::NewNode NodeStore::create(const Node* parent, std::string_view name, NodeKind kind,
+                                     const Node::Properties& properties)
 {
-    requireName(parent, name);
-    const std::size_t above = parent == nullptr ? 0 : parent->fullName().size() + 1;
-    void* const place = memory_.allocate(sizeof(Node) + above + name.size(), alignof(Node));
+    requireValidName(parent, name);
+    const std::size_t prefix = parent == nullptr ? 0 : parent->fullName().size() + 1;
+    void* const place = arena_.allocate(sizeof(Node) + prefix + name.size(), alignof(Node));
     char* const path = static_cast<char*>(place) + sizeof(Node);
     if (parent != nullptr) {
-        *std::copy_n(parent->fullName().data(), above - 1, path) = '.';
+        *std::copy_n(parent->fullName().data(), prefix - 1, path) = '.';
     }
-    std::copy_n(name.data(), name.size(), path + above);
-    return NewNode(new (place) Node(*this, parent, {path, above + name.size()}, kind, properties));
+    std::copy_n(name.data(), name.size(), path + prefix);
+    return NewNode(new (place) Node(*this, parent, {path, prefix + name.size()}, kind, properties));
 }
 
 }  // namespace vx::core

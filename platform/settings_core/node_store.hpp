@@ -16,25 +16,25 @@
 
 namespace vx::core {
 
-/// The nodes of one tree: their memory, their order, and who is found under which path. They go together,
-/// when the tree and the last handle of any of them are gone.
+/// Owns the nodes of one tree, in an arena, and indexes them by path. Reference-counted: it lives as long as
+/// the tree or a shared pointer to any of its nodes.
 class NodeStore : public boost::enable_shared_from_this<NodeStore>
 {
 public:
-    /// Makes the root group. Raises std::invalid_argument for a name that no node can have.
+    /// Creates the root group. Throws std::invalid_argument for an invalid name.
     explicit NodeStore(std::string_view rootName);
     NodeStore(const NodeStore&) = delete;
     NodeStore& operator=(const NodeStore&) = delete;
     ~NodeStore();
 
-    /// Makes a node under one of these groups. Raises std::invalid_argument when there is a node of that
-    /// path; what fails leaves the tree as it was.
+    /// Creates a node under `parent`, a group of this store, and returns it. Throws std::invalid_argument for
+    /// an invalid name or a path that exists. On any exception the tree is unchanged.
     Node& add(Node& parent, std::string_view name, NodeKind kind, const Node::Properties& properties);
 
-    /// Null for a path that no node has.
+    /// Returns the node at a full path, or null.
     [[nodiscard]] const Node* find(std::string_view path) const noexcept;
 
-    /// In the order in which they were made, the root first.
+    /// Returns all nodes in creation order, the root first.
     [[nodiscard]] std::span<Node* const> nodes() const noexcept { return nodes_; }
 
 private:
@@ -44,17 +44,17 @@ private:
     };
     using NewNode = std::unique_ptr<Node, Destroy>;
 
-    /// Place of a node in nodes(). Half a pointer, and enough for more nodes than memory holds: the smaller
-    /// the index, the less of a large one lies outside the processor's caches.
-    using Number = std::uint32_t;
+    /// Index of a node in nodes(). Four bytes are enough for any tree that fits into memory, and keep the
+    /// hash index small: more of it fits into the processor's caches.
+    using NodeIndex = std::uint32_t;
     using Hash = std::uint32_t;
 
-    /// A path is found as the number of the node that has it.
+    /// Hash and equality of nodes by path; transparent, so that a path can be looked up without a node.
     struct PathHash
     {
         using is_transparent = void;
 
-        std::size_t operator()(Number node) const noexcept { return store->hashes_[node]; }
+        std::size_t operator()(NodeIndex node) const noexcept { return store->hashes_[node]; }
         std::size_t operator()(std::string_view path) const noexcept { return hashOf(path); }
 
         const NodeStore* store;
@@ -64,15 +64,15 @@ private:
     {
         using is_transparent = void;
 
-        bool operator()(Number left, Number right) const noexcept
+        bool operator()(NodeIndex left, NodeIndex right) const noexcept
         {
             return store->hashes_[left] == store->hashes_[right] && store->path(left) == store->path(right);
         }
-        bool operator()(std::string_view path, Number node) const noexcept
+        bool operator()(std::string_view path, NodeIndex node) const noexcept
         {
             return path == store->path(node);
         }
-        bool operator()(Number node, std::string_view path) const noexcept
+        bool operator()(NodeIndex node, std::string_view path) const noexcept
         {
             return path == store->path(node);
         }
@@ -84,16 +84,16 @@ private:
     {
         return static_cast<Hash>(std::hash<std::string_view>{}(path));
     }
-    std::string_view path(Number node) const noexcept { return nodes_[node]->fullName(); }
+    std::string_view path(NodeIndex node) const noexcept { return nodes_[node]->fullName(); }
 
-    NewNode make(const Node* parent, std::string_view name, NodeKind kind,
-                 const Node::Properties& properties);
-    Node& enter(NewNode node);
+    NewNode create(const Node* parent, std::string_view name, NodeKind kind,
+                   const Node::Properties& properties);
+    Node& insert(NewNode node);
 
-    std::pmr::monotonic_buffer_resource memory_;
+    std::pmr::monotonic_buffer_resource arena_;
     std::vector<Node*> nodes_;
-    std::vector<Hash> hashes_;  ///< of the paths, so that a growing index need not read them again
-    boost::unordered_flat_set<Number, PathHash, SamePath> byPath_;
+    std::vector<Hash> hashes_;  ///< of the paths; rehashing byPath_ then need not read the paths
+    boost::unordered_flat_set<NodeIndex, PathHash, SamePath> byPath_;
 };
 
 }  // namespace vx::core

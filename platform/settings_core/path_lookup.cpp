@@ -1,6 +1,6 @@
-#include <settings_core/nearest.hpp>
 #include <settings_core/path_lookup.hpp>
 #include <settings_core/release_history.hpp>
+#include <settings_core/suggestions.hpp>
 
 namespace vx::core {
 
@@ -19,24 +19,24 @@ const Node& nodeAt(const SettingsTree& tree, const ReleaseChangeTable& releases,
     if (const Node* found = tree.find(full)) {
         return *found;
     }
-    throw UnknownPath("no such path: " + std::string(path) + "; " + explainMissing(tree, releases, full));
+    throw UnknownPath("no such path: " + std::string(path) + "; " + explainUnknownPath(tree, releases, full));
 }
 
-std::string explainMissing(const SettingsTree& tree, const ReleaseChangeTable& releases,
-                           std::string_view path)
+std::string explainUnknownPath(const SettingsTree& tree, const ReleaseChangeTable& releases,
+                               std::string_view path)
 {
     const auto steps = changesFrom(releases, path);
     if (!steps.empty()) {
-        return describe(steps);
+        return describeSteps(steps);
     }
-    const auto near = nearestPaths(path, tree);
-    return near.empty() ? "see the paths there are with: vxsettings list" : didYouMean(near);
+    const auto suggestions = suggestPaths(path, tree);
+    return suggestions.empty() ? "list all paths with: vxsettings list" : didYouMean(suggestions);
 }
 
-const Node& settingBehind(const SettingsTree& tree, const Node& node)
+const Node& resolveSetting(const SettingsTree& tree, const Node& node)
 {
     const Node* setting = &node;
-    // A chain longer than the tree goes round in a circle.
+    // A chain with more steps than the tree has nodes is circular.
     for (std::size_t steps = 0; setting->kind() == NodeKind::alias; ++steps) {
         const std::string& target = setting->properties().aliasName();
         const Node* next = tree.find(target);
@@ -49,7 +49,7 @@ const Node& settingBehind(const SettingsTree& tree, const Node& node)
     }
     if (setting->kind() == NodeKind::group) {
         throw std::runtime_error(setting->getFullName() +
-                                 " is a group; see what is in it with: vxsettings tree " +
+                                 " is a group, not a setting; show its settings with: vxsettings tree " +
                                  setting->getFullName());
     }
     return *setting;

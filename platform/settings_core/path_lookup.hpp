@@ -10,27 +10,28 @@
 
 namespace vx::core {
 
-/// A path that leads to no node; says what became of it, or which paths are near.
+/// Thrown for a path without a node. The message says which release moved or removed it, or suggests paths.
 class VX_API UnknownPath : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// The path with the tree's root, which may be left out.
+/// Returns the full path of a path that may omit the tree's root.
 [[nodiscard]] VX_API std::string fullPath(const SettingsTree& tree, std::string_view path);
 
-/// The node at this path, whose root may be left out. Raises UnknownPath.
+/// Returns the node at this path, which may omit the root. Throws UnknownPath.
 [[nodiscard]] VX_API const Node&
 nodeAt(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases, std::string_view path);
 
-/// Why there is no node at this full path: which releases moved or removed it, or which paths are near.
-[[nodiscard]] VX_API std::string explainMissing(const SettingsTree& tree,
-                                                const ::settings::core::ReleaseChangeTable& releases,
-                                                std::string_view path);
+/// Explains why there is no node at this full path: which releases moved or removed it, or else suggestions.
+[[nodiscard]] VX_API std::string explainUnknownPath(const SettingsTree& tree,
+                                                    const ::settings::core::ReleaseChangeTable& releases,
+                                                    std::string_view path);
 
-/// The setting itself, or what an alias stands for, through further aliases. Raises std::runtime_error for a
-/// group and for an alias that leads out of the tree or round in a circle.
-[[nodiscard]] VX_API const Node& settingBehind(const SettingsTree& tree, const Node& node);
+/// Returns the node if it is a setting, or the setting that an alias leads to, also through further aliases.
+/// Throws std::runtime_error for a group and for an unresolved alias: one that is circular or whose target is
+/// not in the tree.
+[[nodiscard]] VX_API const Node& resolveSetting(const SettingsTree& tree, const Node& node);
 
 }  // namespace vx::core

@@ -9,13 +9,13 @@ namespace {
 using ::settings::core::ReleaseChangeTable;
 using ::settings::core::SettingsFileChange;
 
-bool leadsTo(const SettingsFileChange& change, std::string_view path)
+bool isMoveTo(const SettingsFileChange& change, std::string_view path)
 {
     return !change.to().empty() && change.to().front() == path;
 }
 
-/// A move takes one setting; a removal takes a setting or everything in a group.
-bool takes(const SettingsFileChange& change, std::string_view path)
+/// Whether the change moves or removes this path. Only a removal can name a group.
+bool affects(const SettingsFileChange& change, std::string_view path)
 {
     return change.to().empty() ? isAtOrUnder(path, change.from().front()) : change.from().front() == path;
 }
@@ -32,7 +32,7 @@ std::vector<ReleaseStep> movesTo(const ReleaseChangeTable& table, std::string_vi
     std::vector<ReleaseStep> steps;
     for (const auto& [index, set] : boost::adaptors::reverse(table)) {
         for (const SettingsFileChange& change : boost::adaptors::reverse(set.changes)) {
-            if (leadsTo(change, path)) {
+            if (isMoveTo(change, path)) {
                 path = change.from().front();
                 steps.push_back({set.release, path, change.to().front()});
             }
@@ -46,7 +46,7 @@ std::vector<ReleaseStep> changesFrom(const ReleaseChangeTable& table, std::strin
     std::vector<ReleaseStep> steps;
     for (const auto& [index, set] : table) {
         for (const SettingsFileChange& change : set.changes) {
-            if (!takes(change, path)) {
+            if (!affects(change, path)) {
                 continue;
             }
             steps.push_back(
@@ -60,7 +60,7 @@ std::vector<ReleaseStep> changesFrom(const ReleaseChangeTable& table, std::strin
     return steps;
 }
 
-std::string describe(const std::vector<ReleaseStep>& steps)
+std::string describeSteps(const std::vector<ReleaseStep>& steps)
 {
     std::string text;
     for (const ReleaseStep& step : steps) {

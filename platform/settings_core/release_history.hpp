@@ -9,26 +9,27 @@
 
 namespace vx::core {
 
-/// One step in the life of a path.
+/// A move or removal of a path by one release.
 struct ReleaseStep
 {
-    std::string_view release;  ///< that made it
-    std::string_view from;     ///< full path before
-    std::string_view to;       ///< empty where `from` was removed
+    std::string_view release;  ///< that made the change
+    std::string_view from;     ///< full path before the change
+    std::string_view to;       ///< full path after it; empty when `from` was removed
 };
 
-/// The moves that led to this path, the latest first. The steps refer to the table.
+/// Returns the moves that led to this path, latest first. The steps refer to the table.
 [[nodiscard]] VX_API std::vector<ReleaseStep> movesTo(const ::settings::core::ReleaseChangeTable& table,
                                                       std::string_view path);
 
-/// What became of this path, or of the group it was in, the earliest first: moves, and a removal at the end.
+/// Returns the moves and the final removal, if any, of a path or its group, earliest first. The steps refer
+/// to the table and to `path`.
 [[nodiscard]] VX_API std::vector<ReleaseStep> changesFrom(const ::settings::core::ReleaseChangeTable& table,
                                                           std::string_view path);
 
-/// The steps in words: "it was moved to <path> in R2022b, then removed in R2026a"; empty without steps.
-[[nodiscard]] VX_API std::string describe(const std::vector<ReleaseStep>& steps);
+/// Describes the steps: "it was moved to <path> in R2022b, then removed in R2026a"; empty without steps.
+[[nodiscard]] VX_API std::string describeSteps(const std::vector<ReleaseStep>& steps);
 
-/// Whether a path is the group's own or that of something in it.
+/// Whether a path is that of the group or of a node in it.
 [[nodiscard]] VX_API bool isAtOrUnder(std::string_view path, std::string_view group) noexcept;
 
 }  // namespace vx::core

@@ -25,16 +25,17 @@ DefaultValue compute(const ::settings::core::CRunTimeDefault& native)
     }
     if (!value.isAssigned()) {
         throw std::runtime_error(source +
-                                 " gave no value: install the version of the library that the settings "
+                                 " computed no value: install the version of the library that the settings "
                                  "tree was made for.");
     }
     return {std::move(value), source};
 }
 
-DefaultValue refuse(const ::settings::core::detail::FunctionName& function, const char* where)
+[[noreturn]] void throwUnavailable(const ::settings::core::detail::FunctionName& function,
+                                   const char* runtime)
 {
     throw std::runtime_error(function.scope() + "." + function.function() + " computes the value in the " +
-                             where + ", which this process does not have: set the value yourself.");
+                             runtime + ", which is unavailable in this process: set the value yourself.");
 }
 
 struct Compute
@@ -43,11 +44,11 @@ struct Compute
     DefaultValue operator()(const ::settings::core::CRunTimeDefault& native) const { return compute(native); }
     DefaultValue operator()(const ::settings::core::MRunTimeDefault& script) const
     {
-        return refuse(script, "scripting language");
+        throwUnavailable(script, "scripting language");
     }
     DefaultValue operator()(const ::settings::core::JRunTimeDefault& managed) const
     {
-        return refuse(managed, "managed runtime");
+        throwUnavailable(managed, "managed runtime");
     }
 };
 

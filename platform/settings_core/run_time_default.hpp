@@ -6,19 +6,20 @@
 
 namespace vx::core {
 
-/// The value that a setting has when nobody set it, and where it comes from.
+/// The value of a setting without an override, and where it comes from.
 struct DefaultValue
 {
-    /// Unassigned when the setting has none.
+    /// Unassigned when the setting has neither a factory value nor a run-time default.
     foundation::verdixdata::Array value;
-    /// "factory value", or the function that computed it: "getDefault of libexample"; empty without a value.
+    /// "factory value", or the function that computed the value: "getDefault of libexample"; empty without
+    /// one.
     std::string source;
 };
 
-/// A setting's factory value or, where it states none, the value that its run-time default computes now.
-/// Raises std::runtime_error, naming the function and what to do, when that cannot be computed: library or
-/// function missing, the function failed or assigned nothing, or it is one of the scripting language or of
-/// the managed runtime, which this process does not have.
+/// Returns a setting's factory value or, if it has none, the value that its run-time default computes now.
+/// Throws std::runtime_error, naming the function and what to do, when the value cannot be computed: the
+/// library or function is missing, the function threw or assigned nothing, or it needs the scripting language
+/// or the managed runtime, which are unavailable in this process.
 [[nodiscard]] VX_API DefaultValue defaultValue(const Node& setting);
 
 }  // namespace vx::core

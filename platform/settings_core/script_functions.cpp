@@ -16,7 +16,7 @@ bool isLogicalScalar(const Array& value)
     return value.getType() == ArrayType::LOGICAL && data::isScalar(value);
 }
 
-bool isText(const Array& value)
+bool isString(const Array& value)
 {
     return data::textOf(value).has_value();
 }
@@ -27,7 +27,7 @@ bool isIntegerScalar(const Array& value)
            data::everyNumber(value, [](auto number) { return data::isWhole(number); });
 }
 
-/// Any number, NaN and the infinities among them: what it counts or measures is for a range to say.
+/// Accepts NaN and the infinities; a range excludes them where they make no sense.
 bool isNumericScalar(const Array& value)
 {
     return data::isScalar(value) && data::isNumeric(value);
@@ -37,7 +37,7 @@ constexpr std::string_view qualifier = "verdix.settings";
 
 constexpr std::array<ScriptFunction, 4> functions{{
     {"mustBeLogicalScalar", "true or false", &isLogicalScalar},
-    {"mustBeStringScalar", "a text", &isText},
+    {"mustBeStringScalar", "a string", &isString},
     {"mustBeIntegerScalar", "a whole number", &isIntegerScalar},
     {"mustBeNumericScalar", "a number", &isNumericScalar},
 }};

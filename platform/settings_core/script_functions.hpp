@@ -6,16 +6,16 @@
 
 namespace vx::core {
 
-/// A validator of the scripting language that the settings core brings itself.
+/// A validator of the scripting language that the settings core implements natively.
 struct ScriptFunction
 {
     std::string_view name;
-    /// What it accepts, in words that follow "must be".
-    std::string_view accepted;
+    /// The constraint as a phrase that follows "must be".
+    std::string_view constraint;
     bool (*accepts)(const foundation::verdixdata::Array& value);
 };
 
-/// The function that the validator names, or null when it is none of ours.
+/// Returns the function that the validator names, or null when it is not implemented here.
 [[nodiscard]] const ScriptFunction*
 findScriptFunction(const ::settings::core::MValidator& validator) noexcept;
 

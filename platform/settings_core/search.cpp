@@ -1,6 +1,6 @@
-#include <settings_core/nearest.hpp>
 #include <settings_core/search.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/suggestions.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
@@ -31,8 +31,8 @@ bool isLetterOrDigit(char letter)
     return isUpper(letter) || (letter >= 'a' && letter <= 'z') || (letter >= '0' && letter <= '9');
 }
 
-/// Whether a word of a camel-case text begins at this letter. The last capital of a run begins the next word:
-/// LabelURLToHyperlink is Label, URL, To and Hyperlink.
+/// Whether a word begins at this offset of a camel-case name. The last capital of a run begins the next word:
+/// LabelURLToHyperlink consists of Label, URL, To and Hyperlink.
 bool beginsWord(std::string_view text, std::size_t at)
 {
     if (at == 0 || !isLetterOrDigit(text[at - 1])) {
@@ -42,11 +42,11 @@ bool beginsWord(std::string_view text, std::size_t at)
     return isUpper(text[at]) && (!isUpper(text[at - 1]) || endsRun);
 }
 
-/// What is searched of one node.
-class Searchable
+/// Ranks search words against one node.
+class NodeMatcher
 {
 public:
-    Searchable(const Node& node, std::size_t rootLength)
+    NodeMatcher(const Node& node, std::size_t rootLength)
         : path_(std::string_view(node.fullName()).substr(rootLength + 1)),
           lowerPath_(lowered(path_)),
           node_(node)
@@ -87,11 +87,11 @@ private:
     bool isInValues(std::string_view word) const
     {
         const auto& properties = node_.properties();
-        if (lowered(valueText(properties.factoryValue)).find(word) != std::string::npos) {
+        if (lowered(formatValue(properties.factoryValue)).find(word) != std::string::npos) {
             return true;
         }
-        return std::ranges::any_of(properties.valueValidators, [&](const auto& record) {
-            return std::ranges::any_of(record.allowedValues, [&](const std::u16string& allowed) {
+        return std::ranges::any_of(properties.valueValidators, [&](const auto& validator) {
+            return std::ranges::any_of(validator.allowedValues, [&](const std::u16string& allowed) {
                 return lowered(foundation::verdixdata::toUtf8(allowed)).find(word) != std::string::npos;
             });
         });
@@ -102,7 +102,7 @@ private:
     const Node& node_;
 };
 
-std::optional<MatchRank> worstRank(const Searchable& node, const std::vector<std::string>& words)
+std::optional<MatchRank> worstRank(const NodeMatcher& node, const std::vector<std::string>& words)
 {
     std::optional<MatchRank> worst;
     for (const std::string& word : words) {
@@ -117,11 +117,11 @@ std::optional<MatchRank> worstRank(const Searchable& node, const std::vector<std
 
 }  // namespace
 
-std::string_view rankWord(MatchRank rank) noexcept
+std::string_view rankName(MatchRank rank) noexcept
 {
-    static constexpr std::array<std::string_view, 6> words = {"exact",     "prefix", "word",
+    static constexpr std::array<std::string_view, 6> names = {"exact",     "prefix", "word",
                                                               "substring", "value",  "spelled alike"};
-    return words[static_cast<std::size_t>(rank)];
+    return names[static_cast<std::size_t>(rank)];
 }
 
 std::vector<Match> search(const SettingsTree& tree, const std::vector<std::string>& words)
@@ -132,7 +132,7 @@ std::vector<Match> search(const SettingsTree& tree, const std::vector<std::strin
     std::vector<Match> matches;
     const std::size_t rootLength = tree.root()->fullName().size();
     for (const Node* node : tree.nodes()) {
-        if (const auto rank = worstRank(Searchable(*node, rootLength), wanted)) {
+        if (const auto rank = worstRank(NodeMatcher(*node, rootLength), wanted)) {
             matches.push_back({node, *rank});
         }
     }
@@ -140,8 +140,8 @@ std::vector<Match> search(const SettingsTree& tree, const std::vector<std::strin
 
     const bool noPathMatches = matches.empty() || matches.front().rank == MatchRank::value;
     if (noPathMatches) {
-        for (const std::string_view path : nearestPaths(boost::algorithm::join(words, "."), tree)) {
-            matches.push_back({tree.find(path), MatchRank::nearMiss});
+        for (const std::string_view path : suggestPaths(boost::algorithm::join(words, "."), tree)) {
+            matches.push_back({tree.find(path), MatchRank::similar});
         }
     }
     return matches;

@@ -1,6 +1,6 @@
 #pragma once
 
-// Finds settings by what a person remembers of them.
+// Search for settings by words of their paths and values.
 
 #include <settings_core/settings_tree.hpp>
 
@@ -11,30 +11,29 @@
 
 namespace vx::core {
 
-/// How well a node matches, the best first.
+/// How well a node matches, best first.
 enum class MatchRank : std::uint8_t
 {
-    exactPath,  ///< the full path, whose root may be left out, or the last component
-    prefix,     ///< the path or one of its components begins so
-    word,       ///< one of the words of a component: "tips" of ShowTips
-    substring,  ///< anywhere in the path
-    value,      ///< in the factory value or an allowed word
-    nearMiss    ///< only spelled alike
+    exactPath,  ///< the full path, with or without the root, or the last component
+    prefix,     ///< the beginning of the path or of a component
+    word,       ///< a whole word of a camel-case component: "tips" in ShowTips
+    substring,  ///< any other part of the path
+    value,      ///< part of the factory value or of an allowed value
+    similar     ///< the path is merely similar
 };
 
-/// "exact", "prefix", "word", "substring", "value", "spelled alike".
-[[nodiscard]] VX_API std::string_view rankWord(MatchRank rank) noexcept;
+/// Returns "exact", "prefix", "word", "substring", "value", "spelled alike".
+[[nodiscard]] VX_API std::string_view rankName(MatchRank rank) noexcept;
 
-/// A node that was found, and how well.
+/// A node that was found.
 struct Match
 {
-    const Node* node;  ///< of the tree that was searched
-    MatchRank rank;    ///< that of the word which matches it worst
+    const Node* node;  ///< in the tree that was searched
+    MatchRank rank;    ///< rank of the word that matches worst
 };
 
-/// Every node that matches all the words, whatever their case, best rank first and in the tree's order within
-/// one. A node ranks by the word that matches it worst. Paths that are merely spelled alike are offered when
-/// no path matches.
+/// Returns every node that matches all the words, ignoring case: best rank first, in creation order within a
+/// rank. If no path matches, similar paths are appended.
 [[nodiscard]] VX_API std::vector<Match> search(const SettingsTree& tree,
                                                const std::vector<std::string>& words);
 

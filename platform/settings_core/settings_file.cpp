@@ -9,25 +9,25 @@ namespace vx::core {
 
 namespace {
 
-constexpr std::string_view releaseName = "release";
-constexpr std::string_view settingsName = "settings";
+constexpr std::string_view releaseMember = "release";
+constexpr std::string_view settingsMember = "settings";
 
-/// Stands for the settings of a file that has none.
-constexpr std::string_view noMembers = "{}";
+/// Source text of emptyObject(), which replaces the settings of a file that has none.
+constexpr std::string_view emptyObjectText = "{}";
 
 const JsonValue& emptyObject()
 {
-    static const JsonValue object = readJson(noMembers);
+    static const JsonValue object = readJson(emptyObjectText);
     return object;
 }
 
-std::string inJson(std::string_view text)
+std::string toJsonString(std::string_view string)
 {
-    return jsonLiteral(foundation::verdixdata::toUtf16(text));
+    return jsonLiteral(foundation::verdixdata::toUtf16(string));
 }
 
-/// As the file's own members are written, one level of indentation further in.
-JsonStyle styleInside(const SettingsFile& file)
+/// Returns the style of the file's top-level members, indented by one more level.
+JsonStyle nestedStyle(const SettingsFile& file)
 {
     const auto& members = file.root().members;
     JsonStyle style;
@@ -52,8 +52,8 @@ JsonStyle styleInside(const SettingsFile& file)
     return style;
 }
 
-/// For the outermost object when it is empty: two blanks, as in the files that are made new.
-JsonStyle outermostStyle()
+/// Returns the style for an empty top-level object: two spaces, as in new files.
+JsonStyle topLevelStyle()
 {
     return {.opening = "\n  ", .closing = "\n"};
 }
@@ -64,11 +64,11 @@ SettingsFile::SettingsFile(std::string text)
     : text_(std::make_unique<const std::string>(std::move(text))), root_(readJson(*text_))
 {
     if (root_.kind != JsonKind::object) {
-        throw TextError(root_.offset, "expected an object: { \"release\": ..., \"settings\": { ... } }");
+        throw ParseError(root_.offset, "expected an object: { \"release\": ..., \"settings\": { ... } }");
     }
-    const JsonMember* settings = member(settingsName);
+    const JsonMember* settings = member(settingsMember);
     if (settings != nullptr && settings->value.kind != JsonKind::object) {
-        throw TextError(settings->value.offset, "expected an object of paths and values for \"settings\"");
+        throw ParseError(settings->value.offset, "expected an object of paths and values for \"settings\"");
     }
     settings_ = settings == nullptr ? &emptyObject() : &settings->value;
     for (const JsonMember& setting : settings_->members) {
@@ -86,7 +86,7 @@ const JsonMember* SettingsFile::member(std::string_view name) const noexcept
 
 const JsonValue* SettingsFile::release() const noexcept
 {
-    const JsonMember* release = member(releaseName);
+    const JsonMember* release = member(releaseMember);
     return release == nullptr ? nullptr : &release->value;
 }
 
@@ -103,8 +103,8 @@ const JsonMember* SettingsFile::find(std::string_view path) const noexcept
 
 SettingsFileEdit::SettingsFileEdit(const SettingsFile& file)
     : file_(file),
-      settings_(file.settings_ == &emptyObject() ? noMembers : std::string_view(file.text()), *file.settings_,
-                styleInside(file))
+      settings_(file.settings_ == &emptyObject() ? emptyObjectText : std::string_view(file.text()),
+                *file.settings_, nestedStyle(file))
 {
     paths_.reserve(file.settings().size() + 1);
     for (const JsonMember& setting : file.settings()) {
@@ -114,7 +114,7 @@ SettingsFileEdit::SettingsFileEdit(const SettingsFile& file)
 
 std::size_t SettingsFileEdit::indexOf(std::string_view path) const
 {
-    // The last of several is the one that counts.
+    // Of duplicates, the last one applies.
     const auto found = std::find(paths_.rbegin(), paths_.rend(), path);
     return found == paths_.rend() ? paths_.size() : static_cast<std::size_t>(paths_.rend() - found) - 1;
 }
@@ -164,7 +164,7 @@ std::string SettingsFileEdit::text() const
 {
     const std::string& text = file_.text();
     const JsonValue& root = file_.root();
-    JsonObjectEdit edit(text, root, outermostStyle());
+    JsonObjectEdit edit(text, root, topLevelStyle());
     const auto put = [&](const JsonMember* member, std::string_view name, std::string value) {
         if (member == nullptr) {
             edit.add(name, value);
@@ -173,25 +173,25 @@ std::string SettingsFileEdit::text() const
         }
     };
     if (release_) {
-        put(file_.member(releaseName), releaseName, inJson(*release_));
+        put(file_.member(releaseMember), releaseMember, toJsonString(*release_));
     }
     if (changesSettings_) {
-        put(file_.member(settingsName), settingsName, settings_.text());
+        put(file_.member(settingsMember), settingsMember, settings_.text());
     }
     return text.substr(0, root.offset) + edit.text() + text.substr(root.end());
 }
 
-std::optional<ReleaseName> releaseNamed(const JsonValue& release)
+std::optional<ReleaseName> parseRelease(const JsonValue& release)
 {
-    if (release.kind != JsonKind::text) {
+    if (release.kind != JsonKind::string) {
         return std::nullopt;
     }
-    return parseReleaseName(foundation::verdixdata::toUtf8(decodedText(release)));
+    return parseReleaseName(foundation::verdixdata::toUtf8(decodedString(release)));
 }
 
 std::string emptySettingsFile(std::string_view release)
 {
-    const std::string member = release.empty() ? "" : "  \"release\": " + inJson(release) + ",\n";
+    const std::string member = release.empty() ? "" : "  \"release\": " + toJsonString(release) + ",\n";
     return "{\n" + member + "  \"settings\": {}\n}\n";
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// The text of a settings file: { "release": "R2022b", "settings": { "<path>": <value>, ... } }
+// Parsing and editing of settings files: { "release": "R2022b", "settings": { "<path>": <value>, ... } }
 
 #include <settings_core/json_object_edit.hpp>
 #include <settings_core/json_reader.hpp>
@@ -18,31 +18,31 @@
 
 namespace vx::core {
 
-/// A settings file as it was read. Of a setting that is given twice, the last counts.
+/// A parsed settings file. Of duplicate settings, the last one applies.
 class VX_API SettingsFile
 {
 public:
-    /// Reads the text. Raises TextError where it is not JSON, or not an object with an object "settings"
-    /// (which may be missing). Values and the release are taken as they come.
+    /// Parses the content of a file. Throws ParseError when it is not JSON, or not an object with an optional
+    /// object "settings". Does not check the values or the release.
     explicit SettingsFile(std::string text);
-    /// What is read moves along with the text that it refers to.
+    /// Moving keeps references to JSON values valid.
     ///@{
     SettingsFile(SettingsFile&&) noexcept = default;
     SettingsFile& operator=(SettingsFile&&) noexcept = default;
     ///@}
 
-    /// The text as it was read.
+    /// Returns the content that was parsed.
     [[nodiscard]] const std::string& text() const noexcept { return *text_; }
-    /// The object that the text holds.
+    /// Returns the top-level object.
     [[nodiscard]] const JsonValue& root() const noexcept { return root_; }
 
-    /// The member "release" as it is, or null.
+    /// Returns the value of the member "release", which may be of any kind, or null.
     [[nodiscard]] const JsonValue* release() const noexcept;
 
-    /// The settings in the file's order.
+    /// Returns the settings in the file's order, duplicates included.
     [[nodiscard]] const std::vector<JsonMember>& settings() const noexcept;
 
-    /// The setting at this full path, or null.
+    /// Returns the setting at this full path, or null.
     [[nodiscard]] const JsonMember* find(std::string_view path) const noexcept;
 
 private:
@@ -50,40 +50,40 @@ private:
 
     [[nodiscard]] const JsonMember* member(std::string_view name) const noexcept;
 
-    std::unique_ptr<const std::string> text_;  // what is read refers to it, whoever moves
+    std::unique_ptr<const std::string> text_;  // on the heap: root_ refers to it, also after a move
     JsonValue root_;
     const JsonValue* settings_ = nullptr;
     std::unordered_map<std::string_view, const JsonMember*> byPath_;
 };
 
-/// Changes to a settings file's text. Every byte that is not part of a change stays as it is: indentation,
-/// line ends, order, spelling of numbers. What `set` adds, `remove` takes away to the byte; only a file that
-/// had no "settings" keeps an empty one.
+/// Edits a settings file and preserves every byte that is not part of a change: indentation, line endings,
+/// order, notation of numbers. Removing a setting that `set` added restores the original content, except that
+/// a file without "settings" keeps an empty one.
 class VX_API SettingsFileEdit
 {
 public:
-    /// The file has to outlive the edit.
+    /// The file must outlive the edit.
     explicit SettingsFileEdit(const SettingsFile& file);
 
-    /// Whether the setting is in the file, with the changes made until now.
+    /// Whether the edited file has the setting.
     [[nodiscard]] bool has(std::string_view path) const;
 
-    /// Replaces the setting's value, or adds the setting at the end.
+    /// Replaces a setting's value with this JSON text, or appends the setting.
     void set(const std::string& path, std::string json);
 
-    /// Removes the setting, as often as it is given; false when it is not.
+    /// Removes a setting with all its duplicates. Returns false when the file does not have it.
     bool remove(std::string_view path);
 
-    /// Gives the setting another path in its place; the other must not be in the file.
+    /// Renames a setting in place. The file must have `path` and must not have `target`.
     void rename(std::string_view path, const std::string& target);
 
-    /// Replaces the member "release", or adds it at the end.
+    /// Replaces the value of the member "release", or appends the member.
     void setRelease(std::string_view release);
 
-    /// The paths of the settings, with the changes made until now.
+    /// Returns the paths of the settings in the edited file.
     [[nodiscard]] const std::vector<std::string>& paths() const noexcept { return paths_; }
 
-    /// The file's text with the changes.
+    /// Returns the content of the edited file.
     [[nodiscard]] std::string text() const;
 
 private:
@@ -96,14 +96,14 @@ private:
     bool changesSettings_ = false;
 };
 
-/// The text of a file with no settings yet, which does not say its release when that is empty.
+/// Returns the content of a new file without settings; an empty release is left out.
 [[nodiscard]] VX_API std::string emptySettingsFile(std::string_view release);
 
-/// The release that a file's "release" names; nothing when that is no release's name.
-[[nodiscard]] std::optional<ReleaseName> releaseNamed(const JsonValue& release);
+/// Parses the value of a file's "release"; returns nothing when it is not the name of a release.
+[[nodiscard]] std::optional<ReleaseName> parseRelease(const JsonValue& release);
 
-/// What to say where it is none.
-inline constexpr std::string_view noRelease =
-    "is no release: write R, the year and a or b, such as \"R2022b\"";
+/// The diagnostic for a "release" that parseRelease rejects.
+inline constexpr std::string_view invalidReleaseMessage =
+    "is not a release: write R, the year and a or b, such as \"R2022b\"";
 
 }  // namespace vx::core

@@ -22,7 +22,7 @@ std::span<const Node* const> SettingsTree::nodes() const noexcept
 const Node* followAlias(const SettingsTree& tree, const Node& node) noexcept
 {
     const Node* current = &node;
-    // More steps than there are nodes go round in a circle.
+    // A chain with more steps than the tree has nodes is circular.
     for (std::size_t steps = tree.nodes().size(); current != nullptr && current->kind() == NodeKind::alias;
          --steps)
     {

@@ -11,25 +11,25 @@
 #include <string_view>
 #include <vector>
 
-/// The embedded settings core: the tree of settings, and what is done with it.
+/// The embedded settings core: the tree of settings and the operations on it.
 namespace vx::core {
 
-/// A tree of settings with constant-time look-up by path. One builder at a time may add to a tree; a finished
-/// tree may be read from several threads. Callables that a provider handed over need the provider's code: its
-/// library has to stay loaded, as the service framework sees to for bundles.
+/// A tree of settings with constant-time look-up by path. Only one thread at a time may add nodes; a complete
+/// tree may be read from several threads. Callables in the tree are code of the provider, whose library must
+/// stay loaded; the service framework ensures that for bundles.
 class VX_API SettingsTree
 {
 public:
-    /// A tree that holds the root group alone.
+    /// Creates a tree with only the root group. Throws std::invalid_argument for an invalid name.
     explicit SettingsTree(std::string_view rootName);
 
-    /// The root group; never null.
+    /// Returns the root group; never null.
     [[nodiscard]] const boost::shared_ptr<Node>& root() const noexcept { return root_; }
 
-    /// The node at this full path, or null.
+    /// Returns the node at this full path, or null.
     [[nodiscard]] const Node* find(std::string_view path) const noexcept;
 
-    /// Every node but the root, in creation order.
+    /// Returns every node except the root, in creation order.
     [[nodiscard]] std::span<const Node* const> nodes() const noexcept;
 
 private:
@@ -37,22 +37,23 @@ private:
     boost::shared_ptr<Node> root_;
 };
 
-/// The node that an alias leads to, over further aliases if need be; null when the path leads out of the tree
-/// or round in a circle. Any other node leads to itself.
+/// Returns the node that an alias leads to, also through further aliases; null when an alias is circular or
+/// its target is not in the tree. Returns any other node itself.
 [[nodiscard]] VX_API const Node* followAlias(const SettingsTree& tree, const Node& node) noexcept;
 
-/// Runs a provider: makes its root group and lets it build its tree under it. What the provider raises, this
-/// raises. The overload with a tree leaves the nodes made until then in it.
+/// Creates the provider's root group and calls the provider to build its tree under it. Passes on exceptions
+/// of the provider. The overload with a tree builds in that tree, in which an exception leaves the nodes
+/// created so far; it throws std::invalid_argument when the tree's root is not the provider's.
 ///@{
 [[nodiscard]] VX_API SettingsTree loadTree(::settings::core::FactorySettingsLoader& loader);
 VX_API void loadTree(::settings::core::FactorySettingsLoader& loader, SettingsTree& tree);
 ///@}
 
-/// The provider's table of settings moved or removed per release.
+/// Returns the provider's table of settings that each release moved or removed.
 [[nodiscard]] VX_API ::settings::core::ReleaseChangeTable
 loadReleaseChanges(::settings::core::FactorySettingsLoader& loader);
 
-/// The provider's list of settings to be known by name.
+/// Returns the paths on the provider's setting path list.
 [[nodiscard]] VX_API std::vector<std::string>
 loadSettingPathList(::settings::core::FactorySettingsLoader& loader);
 

@@ -6,15 +6,15 @@ namespace vx::core {
 
 namespace {
 
-void addRefusals(const Node& setting, const JsonMember& member, StoredValue& stored)
+void addViolations(const Node& setting, const JsonMember& member, StoredValue& stored)
 {
     Verdict verdict = checkValue(setting, stored.value);
     if (!verdict.accepted() && setting.properties().errorHandler) {
-        stored.faults.push_back({member.value.offset, std::move(verdict.message)});
+        stored.diagnostics.push_back({member.value.offset, std::move(verdict.message)});
         return;
     }
     for (Failure& failure : verdict.failures) {
-        stored.faults.push_back({member.value.offset, std::move(failure.message)});
+        stored.diagnostics.push_back({member.value.offset, std::move(failure.message)});
     }
 }
 
@@ -24,14 +24,14 @@ StoredValue readStoredValue(const Node& setting, const JsonMember& member)
 {
     StoredValue stored;
     if (setting.properties().readOnly.value()) {
-        stored.faults.push_back({member.offset, "is read-only: remove it from the file"});
+        stored.diagnostics.push_back({member.offset, "is read-only: remove it from the file"});
     }
     try {
-        stored.value = valueFromJson(member.value, valueFormOf(setting));
-        addRefusals(setting, member, stored);
-    } catch (const TextError& error) {
-        stored.faults.push_back(
-            {error.offset(), error.what() + ("; accepted: " + describeAccepted(setting.properties()))});
+        stored.value = valueFromJson(member.value, parseTargetOf(setting));
+        addViolations(setting, member, stored);
+    } catch (const ParseError& error) {
+        stored.diagnostics.push_back(
+            {error.offset(), error.what() + ("; allowed: " + describeConstraint(setting.properties()))});
     }
     return stored;
 }

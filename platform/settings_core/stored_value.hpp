@@ -11,22 +11,22 @@
 
 namespace vx::core {
 
-/// What is wrong with a value in a settings file.
+/// A diagnostic about a value in a settings file.
 struct ValueFault
 {
-    std::size_t offset;   ///< in the file's text
-    std::string message;  ///< what is wrong, and what is accepted
+    std::size_t offset;   ///< in the file, in bytes
+    std::string message;  ///< what is wrong, and which values are allowed
 };
 
-/// A setting's value as a file has it; unassigned where it could not be read.
+/// A setting's value in a settings file.
 struct StoredValue
 {
-    foundation::verdixdata::Array value;  ///< in the class of the setting
-    /// Every one makes the value one that does not count.
-    std::vector<ValueFault> faults;
+    foundation::verdixdata::Array value;  ///< in the setting's class; unassigned if it could not be parsed
+    /// Any diagnostic makes the value invalid, so that it is ignored.
+    std::vector<ValueFault> diagnostics;
 };
 
-/// Reads the value that a settings file gives a setting, and runs everything that the tree says of it.
+/// Parses the value of a setting in a settings file and checks it against the setting's constraints.
 [[nodiscard]] VX_API StoredValue readStoredValue(const Node& setting, const JsonMember& member);
 
 }  // namespace vx::core

@@ -1,5 +1,5 @@
 #include <settings_core/text_position.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <boost/locale/utf.hpp>
 
@@ -11,7 +11,7 @@ TextPosition positionAt(std::string_view text, std::size_t offset) noexcept
 {
     const std::string_view before = text.substr(0, offset);
     const auto lineBreaks = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
-    std::string_view line = before.substr(before.rfind('\n') + 1);  // the not-found position wraps to 0
+    std::string_view line = before.substr(before.rfind('\n') + 1);  // npos + 1 wraps to 0
     if (lineBreaks == 0 && line.starts_with(byteOrderMark)) {
         line.remove_prefix(byteOrderMark.size());
     }
@@ -26,7 +26,7 @@ std::string located(const std::filesystem::path& file, std::string_view text, st
     return line.append(message);
 }
 
-std::size_t wellFormedLength(std::string_view text) noexcept
+std::size_t validUtf8PrefixLength(std::string_view text) noexcept
 {
     using boost::locale::utf::is_valid_codepoint;
     using boost::locale::utf::utf_traits;

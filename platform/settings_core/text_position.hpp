@@ -10,29 +10,29 @@
 
 namespace vx::core {
 
-/// Where something stands in a text, both counted from 1; columns count characters, not bytes.
+/// A position in a UTF-8 file or string, counted from 1; columns count characters, not bytes.
 struct TextPosition
 {
-    std::size_t line = 1;    ///< of the text
-    std::size_t column = 1;  ///< within the line
+    std::size_t line = 1;    ///< number of the line
+    std::size_t column = 1;  ///< number of the character in the line
 };
 
-/// The position of a byte of a UTF-8 text. A byte-order mark takes no column.
+/// Returns the position of the byte at `offset`. A byte-order mark takes no column.
 [[nodiscard]] VX_API TextPosition positionAt(std::string_view text, std::size_t offset) noexcept;
 
-/// "<file>:<line>:<column>: <message>".
+/// Returns "<file>:<line>:<column>: <message>"; `text` is the file's content, `offset` counts its bytes.
 [[nodiscard]] VX_API std::string located(const std::filesystem::path& file, std::string_view text,
                                          std::size_t offset, std::string_view message);
 
-/// Part of a text that cannot be what it should; says what was expected.
-class VX_API TextError : public std::runtime_error
+/// Thrown for input that cannot be parsed. The message says what was expected.
+class VX_API ParseError : public std::runtime_error
 {
 public:
-    /// `offset` is that of the part; the message does not repeat it.
-    TextError(std::size_t offset, const std::string& message) : std::runtime_error(message), offset_(offset)
+    /// `offset` is where the invalid part begins; the message need not repeat it.
+    ParseError(std::size_t offset, const std::string& message) : std::runtime_error(message), offset_(offset)
     {}
 
-    /// In bytes from the beginning of the text that was read.
+    /// Returns the offset of the invalid part, in bytes from the beginning of the input.
     [[nodiscard]] std::size_t offset() const noexcept { return offset_; }
 
 private:
@@ -42,7 +42,7 @@ private:
 /// The bytes of a UTF-8 byte-order mark.
 inline constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-/// Bytes in front of the first that is no well-formed UTF-8; the size of the text when all is.
-[[nodiscard]] VX_API std::size_t wellFormedLength(std::string_view text) noexcept;
+/// Returns the length in bytes of the valid UTF-8 prefix: that of the whole string if it is valid.
+[[nodiscard]] VX_API std::size_t validUtf8PrefixLength(std::string_view text) noexcept;
 
 }  // namespace vx::core

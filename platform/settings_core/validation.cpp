@@ -3,7 +3,7 @@
 #include <settings_core/run_time_default.hpp>
 #include <settings_core/script_functions.hpp>
 #include <settings_core/validation.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <foundation/verdixdata/array_factory.hpp>
 #include <verdix/settings/internal/values.hpp>
@@ -23,14 +23,14 @@ using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 using Properties = Node::Properties;
 
-// Class and shape
+// Class and size
 
-bool anyRecord(const Properties& properties, bool (*states)(const ValueRules&))
+bool anyValueValidator(const Properties& properties, bool (*predicate)(const ValueValidator&))
 {
-    return std::any_of(properties.valueValidators.begin(), properties.valueValidators.end(), states);
+    return std::any_of(properties.valueValidators.begin(), properties.valueValidators.end(), predicate);
 }
 
-bool isRowOfTexts(const Array& value)
+bool isRowOfStrings(const Array& value)
 {
     if (value.getType() != ArrayType::CELL || !data::isRow(value)) {
         return false;
@@ -40,39 +40,43 @@ bool isRowOfTexts(const Array& value)
                        [](const Array& element) { return data::textOf(element).has_value(); });
 }
 
-/// What breaks the rule that a value is of its factory value's kind.
-std::optional<Failure> brokenShape(const Properties& properties, const Array& value)
+/// Checks class and size of a value against the factory value.
+std::optional<Failure> findClassOrSizeViolation(const Properties& properties, const Array& value)
 {
-    const auto failUnless = [&](bool kept, std::string rule) {
-        return kept ? std::nullopt : std::optional(makeFailure(std::move(rule), value));
+    const auto failUnless = [&](bool isSatisfied, std::string constraint) {
+        return isSatisfied ? std::nullopt : std::optional(makeFailure(std::move(constraint), value));
     };
     const Array& factory = properties.factoryValue;
-    const bool isColour =
-        anyRecord(properties, [](const ValueRules& rules) { return rules.colour.has_value(); });
+    const bool isColour = anyValueValidator(
+        properties, [](const ValueValidator& validator) { return validator.colour.has_value(); });
     if (!factory.isAssigned() || (isColour && (data::textOf(value) || data::textOf(factory)))) {
         return std::nullopt;
     }
     const bool sameClass = value.getType() == factory.getType();
     switch (factory.getType()) {
     case ArrayType::CHAR:
-        return failUnless(sameClass && data::isRow(value), "a text (char)");
+        return failUnless(sameClass && data::isRow(value), "a character vector");
     case ArrayType::CELL:
-        return failUnless(isRowOfTexts(value), "a cell of texts in one row");
+        return failUnless(isRowOfStrings(value), "a cell of strings in one row");
     default:
         break;
     }
-    if (isColour || anyRecord(properties, [](const ValueRules& rules) { return rules.size.has_value(); })) {
+    if (isColour || anyValueValidator(properties, [](const ValueValidator& validator) {
+            return validator.size.has_value();
+        }))
+    {
         return failUnless(sameClass, std::string("of class ") + className(factory.getType()));
     }
-    return failUnless(sameClass && value.getDimensions() == factory.getDimensions(), shapeText(factory));
+    return failUnless(sameClass && value.getDimensions() == factory.getDimensions(),
+                      formatClassAndSize(factory));
 }
 
 // Validators
 
-/// Runs a check that refuses by raising. Gives the text of what it raised, `silent` when that has none.
-/// Memory that runs out is no judgement of the value, and is passed on.
+/// Runs a check that rejects a value by throwing. Returns the exception's message, `fallback` if it has none,
+/// or nothing for an accepted value. std::bad_alloc is passed on: it says nothing about the value.
 template <class Check>
-std::optional<std::string> refusalOf(const Check& check, const std::string& silent)
+std::optional<std::string> rejectionMessage(const Check& check, const std::string& fallback)
 {
     try {
         check();
@@ -80,14 +84,14 @@ std::optional<std::string> refusalOf(const Check& check, const std::string& sile
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        const std::string text = error.what();
-        return text.empty() ? silent : text;
+        const std::string message = error.what();
+        return message.empty() ? fallback : message;
     } catch (...) {
-        return silent;
+        return fallback;
     }
 }
 
-/// Runs the validator of a setting on a value and adds what it finds to the verdict.
+/// Visitor that runs a setting's validator on a value and adds the result to the verdict.
 class RunValidator
 {
 public:
@@ -105,7 +109,7 @@ public:
                  script.function() +
                  ", which the settings core does not know. Correct the name in the tree.");
         } else if (!function->accepts(value_)) {
-            verdict_.failures.push_back(makeFailure(std::string(function->accepted), value_));
+            verdict_.failures.push_back(makeFailure(std::string(function->constraint), value_));
         }
     }
 
@@ -118,33 +122,37 @@ public:
             fail(std::string("cannot be checked: ") + error.what());
             return;
         }
-        failIfRefused([&] { function(value_); });
+        failIfRejected([&] { function(value_); });
     }
 
     void operator()(const ::settings::core::JValidator& managed) const
     {
         verdict_.skipped.push_back("The managed method " + managed.scope() + "." + managed.function() +
-                                   " cannot be run here.");
+                                   " is unavailable in this process.");
     }
 
     void operator()(const ::settings::core::CPPValidator& callable) const
     {
         if (callable.callable()) {
-            failIfRefused(
-                [&] { callable.callable()(setting_.handle(), std::string(setting_.name()), value_); });
+            failIfRejected([&] {
+                callable.callable()(setting_.sharedFromThis(), std::string(setting_.name()), value_);
+            });
         }
     }
 
 private:
-    [[nodiscard]] std::string rule() const { return describe(setting_.properties().validator); }
+    [[nodiscard]] std::string constraint() const
+    {
+        return describeValidator(setting_.properties().validator);
+    }
 
-    void fail(std::string message) const { verdict_.failures.push_back({rule(), std::move(message)}); }
+    void fail(std::string message) const { verdict_.failures.push_back({constraint(), std::move(message)}); }
 
     template <class Check>
-    void failIfRefused(const Check& check) const
+    void failIfRejected(const Check& check) const
     {
-        if (auto text = refusalOf(check, makeFailure(rule(), value_).message)) {
-            fail(std::move(*text));
+        if (auto message = rejectionMessage(check, makeFailure(constraint(), value_).message)) {
+            fail(std::move(*message));
         }
     }
 
@@ -153,25 +161,25 @@ private:
     Verdict& verdict_;
 };
 
-void addRuleFailures(const Node& setting, const Array& value, Verdict& verdict)
+void addValidatorFailures(const Node& setting, const Array& value, Verdict& verdict)
 {
     std::visit(RunValidator(setting, value, verdict), setting.properties().validator);
-    for (const ValueRules& rules : setting.properties().valueValidators) {
-        auto broken = brokenRules(rules, value);
-        std::move(broken.begin(), broken.end(), std::back_inserter(verdict.failures));
+    for (const ValueValidator& validator : setting.properties().valueValidators) {
+        auto violations = findViolations(validator, value);
+        std::move(violations.begin(), violations.end(), std::back_inserter(verdict.failures));
     }
 }
 
 std::string joinMessages(const std::vector<Failure>& failures)
 {
-    std::string text;
+    std::string lines;
     for (const Failure& failure : failures) {
-        text += (text.empty() ? "" : "\n") + failure.message;
+        lines += (lines.empty() ? "" : "\n") + failure.message;
     }
-    return text;
+    return lines;
 }
 
-/// Composes the message for a refused value; the setting's error handler comes first.
+/// Sets the message for a rejected value; that of the setting's error handler takes precedence.
 void addMessage(const Node& setting, const Array& value, Verdict& verdict)
 {
     if (verdict.accepted()) {
@@ -179,8 +187,9 @@ void addMessage(const Node& setting, const Array& value, Verdict& verdict)
     }
     verdict.message = joinMessages(verdict.failures);
     if (const auto& handler = setting.properties().errorHandler) {
-        const auto raised = refusalOf([&] { handler(std::string(setting.name()), value); }, verdict.message);
-        verdict.message = raised.value_or(verdict.message);
+        const auto thrown =
+            rejectionMessage([&] { handler(std::string(setting.name()), value); }, verdict.message);
+        verdict.message = thrown.value_or(verdict.message);
     }
 }
 
@@ -195,9 +204,9 @@ void requireSetting(const Node& node)
     }
 }
 
-// Adapting
+// Conversion
 
-/// The number as a To, where that loses nothing.
+/// Converts a number to another type; returns nothing if that loses information.
 template <data::Number To, data::Number From>
 std::optional<To> convertExactly(From number)
 {
@@ -246,13 +255,13 @@ Array adaptNumbers(const Array& value, ArrayType wanted)
     });
 }
 
-Array adaptText(std::u16string_view text, ArrayType wanted)
+Array adaptString(std::u16string_view string, ArrayType wanted)
 {
     if (wanted == ArrayType::CHAR) {
-        return verdix::settings::internal::charvec(std::u16string(text));
+        return verdix::settings::internal::charvec(std::u16string(string));
     }
     auto scalar = foundation::verdixdata::ArrayFactory().createArray<foundation::verdixdata::String>({1, 1});
-    scalar[0] = std::u16string(text);
+    scalar[0] = std::u16string(string);
     return scalar;
 }
 
@@ -262,10 +271,10 @@ Verdict checkValue(const Node& setting, const Array& value)
 {
     requireSetting(setting);
     Verdict verdict;
-    if (auto broken = brokenShape(setting.properties(), value)) {
-        verdict.failures.push_back(std::move(*broken));
+    if (auto violation = findClassOrSizeViolation(setting.properties(), value)) {
+        verdict.failures.push_back(std::move(*violation));
     }
-    addRuleFailures(setting, value, verdict);
+    addValidatorFailures(setting, value, verdict);
     addMessage(setting, value, verdict);
     return verdict;
 }
@@ -277,7 +286,7 @@ Verdict checkDefaultValue(const Node& setting)
     try {
         const Array value = defaultValue(setting).value;
         if (value.isAssigned()) {
-            addRuleFailures(setting, value, verdict);
+            addValidatorFailures(setting, value, verdict);
         }
     } catch (const std::runtime_error& error) {
         verdict.failures.push_back({"computable", std::string("cannot be computed: ") + error.what()});
@@ -296,8 +305,8 @@ Array adaptValue(const Node& setting, Array value)
     if (wanted != ArrayType::CHAR && wanted != ArrayType::STRING) {
         return adaptNumbers(value, wanted);
     }
-    const auto text = data::textOf(value);
-    return text ? adaptText(*text, wanted) : value;
+    const auto string = data::textOf(value);
+    return string ? adaptString(*string, wanted) : value;
 }
 
 }  // namespace vx::core

@@ -1,46 +1,49 @@
 #pragma once
 
+#include <settings_core/constraints.hpp>
 #include <settings_core/node.hpp>
-#include <settings_core/value_rules.hpp>
 
 #include <string>
 #include <vector>
 
 namespace vx::core {
 
-/// What a check found.
+/// The result of checking a value.
 struct Verdict
 {
-    /// Every rule that the value broke. A check that could not be made because the tree or the installation
-    /// is at fault (unknown function, missing library) is among them: what cannot be checked is refused.
+    /// The violated constraints. A validator that cannot run because the tree or the installation is wrong
+    /// (unknown function, missing library) is one of them: a value that cannot be checked is rejected.
     std::vector<Failure> failures;
-    /// Checks that this process has no means to make, in words; they refuse nothing.
+    /// Checks unavailable in this process, as sentences. They do not reject the value.
     std::vector<std::string> skipped;
-    /// What to tell the user about a refused value; empty for an accepted one. A setting's error handler has
-    /// the word if there is one and it raises a text; else these are the failures, one a line.
+    /// The message for a rejected value; empty for an accepted one. It is what the setting's error handler
+    /// throws, if the setting has one and its message is not empty; else the failures, one per line.
     std::string message;
 
-    /// Whether the value keeps every rule that could be checked.
+    /// Whether the value violates no constraint.
     [[nodiscard]] bool accepted() const noexcept { return failures.empty(); }
 };
 
-/// Checks a value that somebody wants a setting to have.
+/// Checks a value against all constraints of a setting.
 ///
-/// Where the setting has a factory value, class and shape come from it: a text takes any text of its class, a
-/// cell any row of texts, everything else the same class and size. A value-validator record that states a
-/// size, if only of rows or columns, or a colour decides about the size instead, and one for a colour about
-/// words in place of a triple as well. Then the validator runs, and every value-validator record. In-process
-/// and error-handling callables get the setting's node and its own name.
+/// The factory value, if there is one, prescribes class and size: for a character vector any character
+/// vector, for a cell any row of character vectors, else the same class and size. If a value validator has a
+/// size, or a colour, that decides about the size instead; a colour may also allow words in place of a
+/// triple. Then the validator and all value validators run. An in-process validator is called with the
+/// setting's node, its name (the last component) and the value; an error handler with that name and the
+/// value.
 ///
-/// Raises std::invalid_argument when the node is a group or an alias.
+/// Throws std::invalid_argument when the node is a group or an alias.
 [[nodiscard]] VX_API Verdict checkValue(const Node& setting, const foundation::verdixdata::Array& value);
 
-/// Checks the value that the setting itself brings, fixed or computed. A setting without one passes. A value
-/// that cannot be computed is a failure.
+/// Checks the setting's factory value or run-time default against its validator and value validators. A
+/// setting without either passes; a run-time default that cannot be computed is a failure. Throws like
+/// checkValue.
 [[nodiscard]] VX_API Verdict checkDefaultValue(const Node& setting);
 
-/// The value in the class of the setting's factory value, where it can be given that without loss: a number
-/// of another numeric class, a text as character row or as string. Any other value comes back as it is.
+/// Converts a value to the class of the setting's factory value if nothing is lost: numbers of another
+/// numeric class, a character vector to a string scalar or back. Returns any other value unchanged. Throws
+/// like checkValue.
 [[nodiscard]] VX_API foundation::verdixdata::Array adaptValue(const Node& setting,
                                                               foundation::verdixdata::Array value);
 

@@ -1,7 +1,7 @@
 #include <data/views.hpp>
+#include <settings_core/value_format.hpp>
 #include <settings_core/value_literals.hpp>
 #include <settings_core/value_parsing.hpp>
-#include <settings_core/value_text.hpp>
 
 #include <foundation/verdixdata/array_factory.hpp>
 
@@ -20,18 +20,18 @@ using namespace foundation::verdixdata;
 Literal literalOf(const JsonValue& json)
 {
     switch (json.kind) {
-    case JsonKind::text:
-        return {.offset = json.offset, .isText = true, .text = decodedText(json)};
+    case JsonKind::string:
+        return {.offset = json.offset, .isString = true, .string = decodedString(json)};
     case JsonKind::array:
-        throw TextError(json.offset, "expected lists either of values or of lists of the same length");
+        throw ParseError(json.offset, "expected a list of values, or a list of rows of the same length");
     case JsonKind::object:
-        throw TextError(json.offset, "expected a value or a list, not an object");
+        throw ParseError(json.offset, "expected a value or a list, not an object");
     case JsonKind::null:
     case JsonKind::boolean:
     case JsonKind::number:
         break;
     }
-    return {.offset = json.offset, .word = json.text};
+    return {.offset = json.offset, .token = json.text};
 }
 
 void appendRow(LiteralGrid& grid, const std::vector<JsonValue>& elements)
@@ -47,8 +47,8 @@ void appendRows(LiteralGrid& grid, const std::vector<JsonValue>& rows)
     grid.columns = rows.front().elements.size();
     for (const JsonValue& row : rows) {
         if (row.kind != JsonKind::array || row.elements.size() != grid.columns) {
-            throw TextError(row.offset, "expected a list of " + std::to_string(grid.columns) +
-                                            " elements as in the first row");
+            throw ParseError(row.offset, "expected a list of " + std::to_string(grid.columns) +
+                                             " elements as in the first row");
         }
         appendRow(grid, row.elements);
     }
@@ -83,9 +83,9 @@ void append(std::string& json, double element)
     if (element == 0 && std::signbit(element)) {
         json += "-0";
     } else if (std::isfinite(element)) {
-        json += numberText(element);
+        json += formatNumber(element);
     } else {
-        json.append(1, '"').append(numberText(element)).append(1, '"');
+        json.append(1, '"').append(formatNumber(element)).append(1, '"');
     }
 }
 
@@ -104,12 +104,12 @@ void append(std::string& json, const String& element)
 void append(std::string& json, const Array& element)
 {
     if (element.getType() != ArrayType::CHAR || !data::isRow(element)) {
-        throw std::invalid_argument("a settings file can hold no cell of anything but texts");
+        throw std::invalid_argument("a settings file cannot hold a cell of anything but strings");
     }
     json += jsonLiteral(*data::textOf(element));
 }
 
-/// The elements of one row of a matrix, which is stored column by column.
+/// Appends one row of a matrix that is stored column by column.
 template <class T>
 void appendRow(std::string& json, const T* first, std::size_t rows, std::size_t columns)
 {
@@ -139,31 +139,32 @@ std::string elementsToJson(const Array& value)
     return json += rows == 1 ? "" : "]";
 }
 
-void requireJsonForm(const Array& value)
+void requireStorable(const Array& value)
 {
     const bool isOneRow = value.getType() == ArrayType::CHAR || value.getType() == ArrayType::CELL;
     if (!value.isAssigned() || value.getDimensions().size() != 2 ||
         (isOneRow ? !data::isRow(value) : value.getDimensions()[0] == 0))
     {
-        throw std::invalid_argument("a settings file can hold no value of this shape: " + shapeText(value));
+        throw std::invalid_argument("a settings file cannot hold a value of this class and size: " +
+                                    formatClassAndSize(value));
     }
 }
 
 }  // namespace
 
-Array valueFromJson(const JsonValue& json, const ValueForm& form)
+Array valueFromJson(const JsonValue& json, const ParseTarget& target)
 {
-    return arrayOf(gridOf(json), form);
+    return arrayOf(gridOf(json), target);
 }
 
-Array parseJsonValue(std::string_view text, const ValueForm& form)
+Array parseJsonValue(std::string_view text, const ParseTarget& target)
 {
-    return valueFromJson(readJson(text), form);
+    return valueFromJson(readJson(text), target);
 }
 
 std::string valueToJson(const Array& value)
 {
-    requireJsonForm(value);
+    requireStorable(value);
     return data::visitElementType(value.getType(), [&value]<class T>(std::type_identity<T>) -> std::string {
         if constexpr (std::same_as<T, char16_t>) {
             return jsonLiteral(*data::textOf(value));

@@ -1,7 +1,7 @@
 #include <data/views.hpp>
 #include <settings_core/text_position.hpp>
+#include <settings_core/value_format.hpp>
 #include <settings_core/value_literals.hpp>
-#include <settings_core/value_text.hpp>
 
 #include <foundation/verdixdata/array_factory.hpp>
 #include <foundation/verdixdata/text.hpp>
@@ -23,60 +23,60 @@ using namespace foundation::verdixdata;
 
 [[noreturn]] void expected(const std::string& what, std::size_t offset)
 {
-    throw TextError(offset, "expected " + what);
+    throw ParseError(offset, "expected " + what);
 }
 
-std::string found(const Literal& literal)
+std::string describeFound(const Literal& literal)
 {
-    return literal.isText ? ", not a text" : ", not " + std::string(literal.word);
+    return literal.isString ? ", not a string" : ", not " + std::string(literal.token);
 }
 
-/// Nothing unless the whole word is a number of this type.
+/// Parses a number of this type; returns nothing unless the whole token is one.
 template <class T>
-std::optional<T> readWhole(std::string_view word)
+std::optional<T> parseNumber(std::string_view token)
 {
     T number{};
-    const char* const end = word.data() + word.size();
-    const auto [stop, error] = std::from_chars(word.data(), end, number);
+    const char* const end = token.data() + token.size();
+    const auto [stop, error] = std::from_chars(token.data(), end, number);
     return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
 }
 
-std::string_view withoutPlus(std::string_view word)
+std::string_view withoutPlus(std::string_view token)
 {
-    const bool isSigned = word.size() > 1 && word[0] == '+' && word[1] != '-';
-    return word.substr(isSigned ? 1 : 0);
+    const bool isSigned = token.size() > 1 && token[0] == '+' && token[1] != '-';
+    return token.substr(isSigned ? 1 : 0);
 }
 
-std::optional<double> readNotFinite(std::string_view word)
+std::optional<double> parseNonFinite(std::string_view token)
 {
-    if (word == "NaN") {
+    if (token == "NaN") {
         return std::numeric_limits<double>::quiet_NaN();
     }
-    if (word == "Inf" || word == "-Inf") {
+    if (token == "Inf" || token == "-Inf") {
         constexpr double infinity = std::numeric_limits<double>::infinity();
-        return word == "Inf" ? infinity : -infinity;
+        return token == "Inf" ? infinity : -infinity;
     }
     return std::nullopt;
 }
 
-std::optional<double> readDouble(std::string_view word)
+std::optional<double> parseDouble(std::string_view token)
 {
-    word = withoutPlus(word);
-    const std::size_t digits = word.starts_with('-') ? 1 : 0;
+    token = withoutPlus(token);
+    const std::size_t first = token.starts_with('-') ? 1 : 0;
     const bool isDecimal =
-        word.size() > digits && (word[digits] == '.' || (word[digits] >= '0' && word[digits] <= '9'));
-    return isDecimal ? readWhole<double>(word) : readNotFinite(word);
+        token.size() > first && (token[first] == '.' || (token[first] >= '0' && token[first] <= '9'));
+    return isDecimal ? parseNumber<double>(token) : parseNonFinite(token);
 }
 
-/// A whole number in any notation: 300, 3e2, 300.0.
+/// Parses a whole number in any notation: 300, 3e2, 300.0.
 template <std::integral T>
-std::optional<T> readInteger(std::string_view word)
+std::optional<T> parseInteger(std::string_view token)
 {
-    if (const auto number = readWhole<T>(withoutPlus(word))) {
+    if (const auto number = parseNumber<T>(withoutPlus(token))) {
         return number;
     }
     constexpr double exactWhole = 9007199254740992.0;  // 2^53
-    const double number = readDouble(word).value_or(std::numeric_limits<double>::quiet_NaN());
+    const double number = parseDouble(token).value_or(std::numeric_limits<double>::quiet_NaN());
     const bool fits = std::abs(number) <= exactWhole && number == std::trunc(number) &&
                       std::in_range<T>(static_cast<std::int64_t>(number));
     return fits ? std::optional(static_cast<T>(number)) : std::nullopt;
@@ -84,18 +84,19 @@ std::optional<T> readInteger(std::string_view word)
 
 bool elementOf(Literal&& literal, std::type_identity<bool>)
 {
-    if (literal.isText || (literal.word != "true" && literal.word != "false")) {
-        expected("true or false" + found(literal), literal.offset);
+    if (literal.isString || (literal.token != "true" && literal.token != "false")) {
+        expected("true or false" + describeFound(literal), literal.offset);
     }
-    return literal.word == "true";
+    return literal.token == "true";
 }
 
 double elementOf(Literal&& literal, std::type_identity<double>)
 {
-    // JSON has no numbers that are not finite: there they stand as texts.
-    const auto number = literal.isText ? readNotFinite(toUtf8(literal.text)) : readDouble(literal.word);
+    // JSON cannot represent NaN and the infinities as numbers: there they are strings.
+    const auto number =
+        literal.isString ? parseNonFinite(toUtf8(literal.string)) : parseDouble(literal.token);
     if (!number) {
-        expected("a number" + found(literal), literal.offset);
+        expected("a number" + describeFound(literal), literal.offset);
     }
     return *number;
 }
@@ -103,10 +104,10 @@ double elementOf(Literal&& literal, std::type_identity<double>)
 template <data::Number T>
 T elementOf(Literal&& literal, std::type_identity<T>)
 {
-    const auto number = literal.isText ? std::nullopt : readInteger<T>(literal.word);
+    const auto number = literal.isString ? std::nullopt : parseInteger<T>(literal.token);
     if (!number) {
         expected("a whole number from " + std::to_string(std::numeric_limits<T>::min()) + " to " +
-                     std::to_string(std::numeric_limits<T>::max()) + found(literal),
+                     std::to_string(std::numeric_limits<T>::max()) + describeFound(literal),
                  literal.offset);
     }
     return *number;
@@ -114,18 +115,18 @@ T elementOf(Literal&& literal, std::type_identity<T>)
 
 String elementOf(Literal&& literal, std::type_identity<String>)
 {
-    if (!literal.isText && literal.word != "null" && literal.word != "missing") {
-        expected("a text" + found(literal), literal.offset);
+    if (!literal.isString && literal.token != "null" && literal.token != "missing") {
+        expected("a string" + describeFound(literal), literal.offset);
     }
-    return literal.isText ? String(std::move(literal.text)) : std::nullopt;
+    return literal.isString ? String(std::move(literal.string)) : std::nullopt;
 }
 
 Array elementOf(Literal&& literal, std::type_identity<Array>)
 {
-    if (!literal.isText) {
-        expected("a text" + found(literal), literal.offset);
+    if (!literal.isString) {
+        expected("a string" + describeFound(literal), literal.offset);
     }
-    return verdix::settings::internal::charvec(std::move(literal.text));
+    return verdix::settings::internal::charvec(std::move(literal.string));
 }
 
 char16_t elementOf(Literal&& /*literal*/, std::type_identity<char16_t>) = delete;
@@ -143,15 +144,15 @@ Array arrayWith(LiteralGrid&& grid)
     return array;
 }
 
-Array oneText(LiteralGrid&& grid)
+Array characterVectorOf(LiteralGrid&& grid)
 {
-    if (grid.brackets != Brackets::none || !grid.literals.front().isText) {
-        expected("a text", grid.offset);
+    if (grid.brackets != Brackets::none || !grid.literals.front().isString) {
+        expected("a string", grid.offset);
     }
-    return verdix::settings::internal::charvec(std::move(grid.literals.front().text));
+    return verdix::settings::internal::charvec(std::move(grid.literals.front().string));
 }
 
-ArrayType classByForm(const LiteralGrid& grid)
+ArrayType classByNotation(const LiteralGrid& grid)
 {
     const auto& literals = grid.literals;
     if (grid.brackets == Brackets::curly) {
@@ -160,48 +161,49 @@ ArrayType classByForm(const LiteralGrid& grid)
     if (literals.empty()) {
         return ArrayType::DOUBLE;
     }
-    // In JSON a number that is not finite stands as a text among the others.
-    const auto bare = std::ranges::find(literals, false, &Literal::isText);
-    if (bare == literals.end()) {
+    // In JSON, NaN and the infinities are strings, so a list with any other literal is not one of strings.
+    const auto firstToken = std::ranges::find(literals, false, &Literal::isString);
+    if (firstToken == literals.end()) {
         return grid.brackets == Brackets::none ? ArrayType::CHAR : ArrayType::CELL;
     }
-    return bare->word == "true" || bare->word == "false" ? ArrayType::LOGICAL : ArrayType::DOUBLE;
+    return firstToken->token == "true" || firstToken->token == "false" ? ArrayType::LOGICAL
+                                                                       : ArrayType::DOUBLE;
 }
 
-bool isLoneText(const LiteralGrid& grid)
+bool isSingleString(const LiteralGrid& grid)
 {
-    return grid.brackets == Brackets::none && grid.literals.front().isText;
+    return grid.brackets == Brackets::none && grid.literals.front().isString;
 }
 
 void requireList(const LiteralGrid& grid)
 {
     if (grid.brackets == Brackets::none) {
-        expected("a list of texts", grid.offset);
+        expected("a list of strings", grid.offset);
     }
     if (grid.rows != 1) {
-        expected("a list of texts in one row", grid.offset);
+        expected("a list of strings in one row", grid.offset);
     }
 }
 
 }  // namespace
 
-Array arrayOf(LiteralGrid&& grid, const ValueForm& form)
+Array arrayOf(LiteralGrid&& grid, const ParseTarget& target)
 {
-    ArrayType type = form.elementClass.value_or(classByForm(grid));
-    if (form.acceptsWords && isLoneText(grid)) {
+    ArrayType type = target.elementClass.value_or(classByNotation(grid));
+    if (target.acceptsColourNames && isSingleString(grid)) {
         type = ArrayType::CHAR;
     }
     if (type == ArrayType::CHAR) {
-        return oneText(std::move(grid));
+        return characterVectorOf(std::move(grid));
     }
     if (type == ArrayType::CELL) {
         requireList(grid);
     } else if (grid.brackets == Brackets::curly) {
-        expected("no braces, which stand for a list of texts", grid.offset);
+        expected("no braces, which are for lists of strings", grid.offset);
     }
     return data::visitElementType(type, [&grid]<class T>(std::type_identity<T>) -> Array {
         if constexpr (std::same_as<T, char16_t>) {
-            return oneText(std::move(grid));
+            return characterVectorOf(std::move(grid));
         } else {
             return arrayWith<T>(std::move(grid));
         }

@@ -1,9 +1,9 @@
 #pragma once
 
-// Between the written form of a value, in whichever notation, and the array: its literals in rows and
-// columns.
+// The common result of parsing either notation of a value: its literals in rows and columns. An array is made
+// from them.
 
-#include <settings_core/value_form.hpp>
+#include <settings_core/parse_target.hpp>
 
 #include <foundation/verdixdata/array.hpp>
 
@@ -15,32 +15,35 @@
 
 namespace vx::core {
 
+/// A string, or the token of any other literal.
 struct Literal
 {
-    std::size_t offset = 0;  ///< in the text that is read
-    bool isText = false;
-    std::string_view word = {};  ///< of what is no text: a number, true, false, ...
-    std::u16string text = {};
+    std::size_t offset = 0;  ///< in the input, in bytes
+    bool isString = false;
+    std::string_view token = {};  ///< unless isString: a number, true, false, ...
+    std::u16string string = {};   ///< decoded, if isString
 };
 
+/// The brackets around a value.
 enum class Brackets : std::uint8_t
 {
-    none,    ///< one literal alone
+    none,    ///< none: a single literal
     square,  ///< a list or matrix
     curly    ///< a cell
 };
 
+/// A value as literals in rows and columns.
 struct LiteralGrid
 {
     std::size_t offset = 0;  ///< of the whole value
     Brackets brackets = Brackets::none;
     std::size_t rows = 1;
     std::size_t columns = 0;
-    std::vector<Literal> literals = {};  ///< row after row
+    std::vector<Literal> literals = {};  ///< row by row
 };
 
-/// The array that the literals make up in a setting of this form. Raises TextError at the first literal that
-/// does not fit, saying what is expected.
-[[nodiscard]] foundation::verdixdata::Array arrayOf(LiteralGrid&& grid, const ValueForm& form);
+/// Converts the literals to an array for this target. Throws ParseError at the first literal that does not
+/// fit.
+[[nodiscard]] foundation::verdixdata::Array arrayOf(LiteralGrid&& grid, const ParseTarget& target);
 
 }  // namespace vx::core

@@ -14,18 +14,18 @@ namespace {
 using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 
-constexpr std::string_view blanks = " \t\r\n";
+constexpr std::string_view whitespace = " \t\r\n";
 
 constexpr bool isQuote(char c)
 {
     return c == '"' || c == '\'';
 }
 
-/// Reads literals and brackets of the scripting language's form.
-class LiteralReader
+/// Parser for the scripting language's notation.
+class LiteralParser
 {
 public:
-    explicit LiteralReader(std::string_view text) : text_(text) { skipBlanks(); }
+    explicit LiteralParser(std::string_view text) : text_(text) { skipWhitespace(); }
 
     LiteralGrid value()
     {
@@ -37,26 +37,26 @@ public:
             grid.literals.push_back(literal("a value"));
             grid.columns = 1;
         }
-        skipBlanks();
+        skipWhitespace();
         if (at_ != text_.size()) {
-            fail("expected nothing more");
+            fail("expected nothing after the value");
         }
         return grid;
     }
 
 private:
-    [[noreturn]] void fail(const std::string& message) const { throw TextError(at_, message); }
+    [[noreturn]] void fail(const std::string& message) const { throw ParseError(at_, message); }
 
     [[nodiscard]] char peek() const noexcept { return at_ < text_.size() ? text_[at_] : '\0'; }
 
-    void skipBlanks() noexcept { at_ = std::min(text_.find_first_not_of(blanks, at_), text_.size()); }
+    void skipWhitespace() noexcept { at_ = std::min(text_.find_first_not_of(whitespace, at_), text_.size()); }
 
     void bracketed(LiteralGrid& grid)
     {
         const char close = peek() == '[' ? ']' : '}';
         grid.brackets = close == ']' ? Brackets::square : Brackets::curly;
         ++at_;
-        skipBlanks();
+        skipWhitespace();
         if (peek() != close) {
             rows(grid, close);
         }
@@ -68,19 +68,19 @@ private:
         grid.columns = row(grid, close);
         while (peek() == ';') {
             ++at_;
-            skipBlanks();
+            skipWhitespace();
             const std::size_t start = at_;
             const std::size_t columns = row(grid, close);
             ++grid.rows;
             if (columns != grid.columns) {
-                throw TextError(start, "row " + std::to_string(grid.rows) + " has " +
-                                           std::to_string(columns) + " elements, expected " +
-                                           std::to_string(grid.columns) + " as in the first row");
+                throw ParseError(start, "row " + std::to_string(grid.rows) + " has " +
+                                            std::to_string(columns) + " elements, expected " +
+                                            std::to_string(grid.columns) + " as in the first row");
             }
         }
     }
 
-    /// Reads up to the row's end, which it leaves; returns the number of elements.
+    /// Parses a row, without the ";" or bracket that ends it, and returns the number of elements.
     std::size_t row(LiteralGrid& grid, char close)
     {
         std::size_t count = 0;
@@ -93,21 +93,21 @@ private:
         return count;
     }
 
-    /// Whether another element must follow in this row.
+    /// Skips what separates two elements. Returns whether another element must follow in this row.
     bool separator(char close)
     {
         const std::size_t start = at_;
-        skipBlanks();
+        skipWhitespace();
         if (peek() == ',') {
             ++at_;
-            skipBlanks();
+            skipWhitespace();
             return true;
         }
         if (peek() == ';' || peek() == close) {
             return false;
         }
         if (at_ == text_.size() || at_ == start) {
-            fail(std::string("expected a blank, \",\", \";\" or \"") + close + "\" after an element");
+            fail(std::string("expected whitespace, \",\", \";\" or \"") + close + "\" after an element");
         }
         return true;
     }
@@ -117,15 +117,15 @@ private:
         Literal result;
         result.offset = at_;
         if (isQuote(peek())) {
-            result.isText = true;
-            result.text = quoted();
+            result.isString = true;
+            result.string = quoted();
             return result;
         }
         const std::size_t end = std::min(text_.find_first_of(" \t\r\n,;[]{}\"'", at_), text_.size());
         if (end == at_) {
             fail(std::string("expected ") + what);
         }
-        result.word = text_.substr(at_, end - at_);
+        result.token = text_.substr(at_, end - at_);
         at_ = end;
         return result;
     }
@@ -153,46 +153,46 @@ private:
     std::size_t at_ = 0;
 };
 
-/// A text stands without quotes where nothing else than a text can be meant.
-bool isBareText(std::string_view text, const ValueForm& form)
+/// Whether the input is a string without quotes: it can be nothing else for this target.
+bool isUnquotedString(std::string_view text, const ParseTarget& target)
 {
-    const std::size_t start = std::min(text.find_first_not_of(blanks), text.size());
+    const std::size_t start = std::min(text.find_first_not_of(whitespace), text.size());
     const char first = start < text.size() ? text[start] : '\0';
     if (isQuote(first)) {
         return false;
     }
-    if (form.elementClass == ArrayType::CHAR) {
+    if (target.elementClass == ArrayType::CHAR) {
         return true;
     }
     const bool isNumberLike = first == '+' || first == '-' || first == '.' || (first >= '0' && first <= '9');
     const bool isBracketed = first == '[' || first == '{';
-    if (form.elementClass == ArrayType::STRING) {
+    if (target.elementClass == ArrayType::STRING) {
         return !isBracketed;
     }
-    if (!form.elementClass) {
-        const std::string_view word = text.substr(start, text.find_last_not_of(blanks) + 1 - start);
+    if (!target.elementClass) {
+        const std::string_view word = text.substr(start, text.find_last_not_of(whitespace) + 1 - start);
         return !isBracketed && !isNumberLike && word != "true" && word != "false";
     }
-    return form.acceptsWords && !isBracketed && !isNumberLike;
+    return target.acceptsColourNames && !isBracketed && !isNumberLike;
 }
 
-LiteralGrid textAlone(std::string_view text)
+LiteralGrid singleString(std::string_view text)
 {
     LiteralGrid grid;
     grid.columns = 1;
-    grid.literals.push_back({.isText = true, .text = foundation::verdixdata::toUtf16(text)});
+    grid.literals.push_back({.isString = true, .string = foundation::verdixdata::toUtf16(text)});
     return grid;
 }
 
 }  // namespace
 
-Array parseValue(std::string_view text, const ValueForm& form)
+Array parseValue(std::string_view text, const ParseTarget& target)
 {
-    const std::size_t wellFormed = wellFormedLength(text);
-    if (wellFormed != text.size()) {
-        throw TextError(wellFormed, "a byte that is not UTF-8");
+    const std::size_t valid = validUtf8PrefixLength(text);
+    if (valid != text.size()) {
+        throw ParseError(valid, "invalid UTF-8");
     }
-    return arrayOf(isBareText(text, form) ? textAlone(text) : LiteralReader(text).value(), form);
+    return arrayOf(isUnquotedString(text, target) ? singleString(text) : LiteralParser(text).value(), target);
 }
 
 }  // namespace vx::core

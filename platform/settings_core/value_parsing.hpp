@@ -1,9 +1,9 @@
 #pragma once
 
-// From what a person or a file says to a value. The way back to what a person reads is in value_text.hpp.
+// Parsing of values in the scripting language's notation and in JSON. Formatting is in value_format.hpp.
 
 #include <settings_core/json_reader.hpp>
-#include <settings_core/value_form.hpp>
+#include <settings_core/parse_target.hpp>
 
 #include <foundation/export.hpp>
 #include <foundation/verdixdata/array.hpp>
@@ -13,26 +13,26 @@
 
 namespace vx::core {
 
-/// A value in the scripting language's form: true, 12, -1.5e3, [14 0 255], [1,2;3,4], {"a","b"}, {} and texts
-/// with or without quotes, single or double, which are doubled inside. A text without quotes is taken as it
-/// stands, blanks included. Raises TextError.
-[[nodiscard]] VX_API foundation::verdixdata::Array parseValue(std::string_view text, const ValueForm& form);
+/// Parses a value in the scripting language's notation: true, 12, -1.5e3, [14 0 255], [1,2;3,4], {"a","b"},
+/// {} and strings in single or double quotes, which are doubled inside. Quotes may be omitted where the value
+/// can only be a string; it then includes all whitespace. Throws ParseError.
+[[nodiscard]] VX_API foundation::verdixdata::Array parseValue(std::string_view text,
+                                                              const ParseTarget& target);
 
-/// A value in the form that settings files have: see valueFromJson. Raises TextError.
+/// Parses a value in the JSON notation of settings files, see valueFromJson. Throws ParseError.
 [[nodiscard]] VX_API foundation::verdixdata::Array parseJsonValue(std::string_view text,
-                                                                  const ValueForm& form);
+                                                                  const ParseTarget& target);
 
-/// The value that a JSON value stands for: numbers, true and false for scalars, lists for rows, lists of
-/// lists for the rows of a matrix, texts, lists of texts for cells. "NaN", "Inf" and "-Inf" may stand in
-/// place of a double, null for a string that is missing. Raises TextError with an offset in the text that the
-/// JSON value is part of.
+/// Converts a JSON value to an array. A number, true or false is a scalar, an array a row, an array of arrays
+/// the rows of a matrix, a string a string, an array of strings a cell. "NaN", "Inf" and "-Inf" are allowed
+/// as doubles, null as a missing string. Throws ParseError with an offset in the JSON text of the value.
 [[nodiscard]] VX_API foundation::verdixdata::Array valueFromJson(const JsonValue& json,
-                                                                 const ValueForm& form);
+                                                                 const ParseTarget& target);
 
-/// The same value as JSON on one line, from which valueFromJson makes it again, equal in every bit but for
-/// the payload of a NaN, and the 0-by-0 text, which comes back as 1-by-0. Throws std::invalid_argument for
-/// what settings files cannot hold: an unassigned value, more than two dimensions, no rows, characters or a
-/// cell in other than one row, a cell of anything but texts.
+/// Formats a value as JSON on one line. valueFromJson restores it bit by bit, except for the payload of a NaN
+/// and for a 0-by-0 character vector, which becomes 1-by-0. Throws std::invalid_argument for values that a
+/// settings file cannot hold: unassigned values, more than two dimensions, no rows, character arrays or cells
+/// of more than one row, cells of anything but character vectors.
 [[nodiscard]] VX_API std::string valueToJson(const foundation::verdixdata::Array& value);
 
 }  // namespace vx::core

@@ -16,7 +16,8 @@ template <class Unit>
 Array characterRow(std::basic_string_view<Unit> text)
 {
     if (text.empty()) {
-        static const Array empty = ArrayFactory().createArray<char16_t>({1, 0});  // for all who have no text
+        static const Array empty =
+            ArrayFactory().createArray<char16_t>({1, 0});  // shared by all empty strings
         return empty;
     }
     auto row = ArrayFactory().createArray<char16_t>({1, text.size()});
@@ -26,10 +27,10 @@ Array characterRow(std::basic_string_view<Unit> text)
 
 }  // namespace
 
-// NOLINTNEXTLINE(cppcoreguidelines-rvalue-reference-param-not-moved): the interface takes the text so.
+// NOLINTNEXTLINE(cppcoreguidelines-rvalue-reference-param-not-moved): the signature is the interface's.
 Array charvec(std::string&& text)
 {
-    // Nearly all texts are plain, and each of their bytes is one unit.
+    // Fast path for ASCII, which nearly all strings are: each byte is one UTF-16 unit.
     if (std::all_of(text.begin(), text.end(), [](char unit) { return (unit & 0x80) == 0; })) {
         return characterRow(std::string_view(text));
     }
@@ -41,11 +42,11 @@ Array charvec(std::u16string&& text)
     return characterRow(std::u16string_view(text));
 }
 
-Array cellstr(std::vector<std::string>&& texts)
+Array cellstr(std::vector<std::string>&& strings)
 {
-    auto cells = ArrayFactory().createArray<Array>({1, texts.size()});
-    std::transform(texts.begin(), texts.end(), cells.begin(),
-                   [](std::string& text) { return charvec(std::move(text)); });
+    auto cells = ArrayFactory().createArray<Array>({1, strings.size()});
+    std::transform(strings.begin(), strings.end(), cells.begin(),
+                   [](std::string& string) { return charvec(std::move(string)); });
     return cells;
 }
 

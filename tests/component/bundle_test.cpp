@@ -2,7 +2,7 @@
 // service is called by a loader and a settings core that share no code with the module.
 
 #include <settings_core/settings_tree.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 #include <settings/core/factory_settings_loader.hpp>
@@ -139,8 +139,8 @@ std::string read(const std::vector<CreatedNode>& nodes, const settings::core::Re
         }
     };
     for (const auto& [path, isSetting, properties, handle] : nodes) {
-        out << path << ' ' << properties.aliasName() << ' ' << vx::core::shapeText(properties.factoryValue)
-            << ' ' << vx::core::valueText(properties.factoryValue);
+        out << path << ' ' << properties.aliasName() << ' ' << vx::core::formatClassAndSize(properties.factoryValue)
+            << ' ' << vx::core::formatValue(properties.factoryValue);
         std::visit(writeName, properties.validator);
         std::visit(writeName, properties.runTimeDefault);
         for (const auto& validator : properties.valueValidators) {

@@ -1,7 +1,7 @@
 // Loads the bundle in the first argument, and prints the factory value of the setting in the second.
 
 #include <settings_core/path_lookup.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <foundation/host.hpp>
 #include <settings/core/factory_settings_loader.hpp>
@@ -35,7 +35,7 @@ int main(int, char** arguments)
     {
         const auto loader = context.GetService(context.GetServiceReference<FactorySettingsLoader>());
         const vx::core::SettingsTree tree = vx::core::loadTree(*loader);
-        std::cout << vx::core::valueText(tree.find(arguments[2])->properties().factoryValue) << '\n';
+        std::cout << vx::core::formatValue(tree.find(arguments[2])->properties().factoryValue) << '\n';
     }
     foundation::host::setFramework(nullptr);
     framework->Stop();

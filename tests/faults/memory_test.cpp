@@ -2,9 +2,9 @@
 // being done then ends in std::bad_alloc, keeps nothing allocated, leaves files whole, and can be done again.
 
 #include <settings_core/atomic_file.hpp>
-#include <settings_core/changing.hpp>
 #include <settings_core/file_check.hpp>
 #include <settings_core/migration.hpp>
+#include <settings_core/settings_editor.hpp>
 #include <settings_core/settings_tree.hpp>
 
 #include <gtest/gtest.h>
@@ -146,7 +146,7 @@ struct MemoryOfFiles : MemoryTest
 
 TEST_F(MemoryOfFiles, StayWholeWhileTheyAreChanged)
 {
-    vx::core::SettingsChanger changer(tree, releases, file);
+    vx::core::SettingsEditor changer(tree, releases, file);
     const std::string text = "{\"settings\": {\"verdix.commandwindow.WrapLines\": true}}\n";
     sweepChange("set a colour", text,
                 [&] { changer.set("colors.KeywordColor", "[1 2 3]", vx::core::Notation::script); });

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <settings_core/constraints.hpp>
 #include <settings_core/settings_tree.hpp>
-#include <settings_core/value_rules.hpp>
 
 #include <tests/support/values.hpp>
 
@@ -12,7 +12,7 @@ using Properties = vx::core::Node::Properties;
 /// A setting that says no more than this.
 inline Properties propertiesOf(foundation::verdixdata::Array factoryValue,
                                settings::core::Validator validator = {},
-                               std::vector<vx::core::ValueRules> records = {})
+                               std::vector<vx::core::ValueValidator> records = {})
 {
     return {false, false, std::move(factoryValue), std::move(validator), {},
             false, false, std::move(records)};

@@ -55,8 +55,8 @@ TEST(Node, RefusesNamesThatCannotBe)
                     testing::ThrowsMessage<std::invalid_argument>(text));
     };
     expectRefusal(*group, "Twice",
-                  "root.g.Twice exists already: a name can be used once under one group, so "
-                  "rename this node or remove the other.");
+                  "root.g.Twice exists already: names are unique within a group, so rename this node "
+                  "or remove the other.");
     const std::string advice =
         "is not the name of a node: give one component of a path, not empty and without dots.";
     expectRefusal(*group, "a.b", "\"a.b\" under root.g " + advice);

@@ -37,7 +37,7 @@ TEST(RunTimeDefault, SaysWhatIsMissingAndWhere)
     const std::pair<RunTimeDefault, const char*> cases[] = {
         {CRunTimeDefault("libabsent", "f"), "libabsent.so: not found in /.*install it"},
         {CRunTimeDefault("libvxsavevars", "absent"), "libvxsavevars.so has no function absent"},
-        {CRunTimeDefault("../lib/libvxsavevars", "f"), "does not name a native library"},
+        {CRunTimeDefault("../lib/libvxsavevars", "f"), "is not the name of a native library"},
         {MRunTimeDefault("a.b", "f"), "a.b.f computes the value in the scripting language"},
         {JRunTimeDefault("a.B", "f"), "a.B.f computes the value in the managed runtime"},
     };

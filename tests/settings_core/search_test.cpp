@@ -31,13 +31,13 @@ TEST(Search, RanksByWhereAWordStandsInThePath)
         {"case", "snake_Case2", MatchRank::substring},
         {"snake", "snake_Case2", MatchRank::prefix},
         {"LOOSE", "Spacing", MatchRank::value},
-        {"Spacng", "Spacing", MatchRank::nearMiss},
+        {"Spacng", "Spacing", MatchRank::similar},
     };
     for (const auto& [word, name, rank] : cases) {
         const auto found = vx::core::search(tree, {word});
         ASSERT_EQ(found.size(), 1U) << word;
         EXPECT_EQ(found.front().node->name(), name) << word;
-        EXPECT_EQ(rankWord(found.front().rank), rankWord(rank)) << word;
+        EXPECT_EQ(rankName(found.front().rank), rankName(rank)) << word;
     }
 }
 

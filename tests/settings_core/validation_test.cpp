@@ -35,7 +35,7 @@ NewSetting checkedBy(Validator validator)
     return NewSetting(tests::propertiesOf({}, std::move(validator)));
 }
 
-NewSetting withFactoryValue(Array value, std::vector<vx::core::ValueRules> records = {})
+NewSetting withFactoryValue(Array value, std::vector<vx::core::ValueValidator> records = {})
 {
     return NewSetting(tests::propertiesOf(std::move(value), {}, std::move(records)));
 }
@@ -131,7 +131,7 @@ TEST(Validation, CallablesOfThisProcess)
     EXPECT_EQ(checkValue(*raise("no such locale"), text("xx")).message, "no such locale");
     EXPECT_EQ(seen, "root.Setting Setting");
     EXPECT_EQ(checkValue(*raise(""), text("xx")).message,
-              "must be accepted by its provider's own check; it is \"xx\" (char, 1-by-2)");
+              "must be accepted by its provider's validator; it is \"xx\" (char, 1-by-2)");
     const auto throwsNumber =
         checkedBy(CPPValidator([](const auto&, const auto&, const auto&) { throw 7; }, "", ""));
     EXPECT_FALSE(checkValue(*throwsNumber, text("xx")).accepted());
@@ -139,7 +139,8 @@ TEST(Validation, CallablesOfThisProcess)
 
     const auto managed = checkValue(*checkedBy(JValidator("a.B", "check")), text("xx"));
     EXPECT_TRUE(managed.accepted());
-    EXPECT_THAT(managed.skipped, testing::ElementsAre("The managed method a.B.check cannot be run here."));
+    EXPECT_THAT(managed.skipped,
+                testing::ElementsAre("The managed method a.B.check is unavailable in this process."));
 }
 
 TEST(Validation, ClassAndSizeComeFromTheFactoryValue)
@@ -206,7 +207,8 @@ TEST(Validation, ASettingsOwnValue)
 
     Properties properties = tests::propertiesOf({}, MValidator("verdix.settings", "mustBeStringScalar"));
     properties.runTimeDefault = CRunTimeDefault("libvxgraphics_state", "getDefaultFigureTypeForSetting");
-    EXPECT_THAT(checkDefaultValue(*NewSetting(properties)).message, HasSubstr("must be a text; it is true"));
+    EXPECT_THAT(checkDefaultValue(*NewSetting(properties)).message,
+                HasSubstr("must be a string; it is true"));
     properties.runTimeDefault = CRunTimeDefault("libabsent", "f");
     EXPECT_THAT(checkDefaultValue(*NewSetting(properties)).message,
                 HasSubstr("cannot be computed: libabsent.so"));

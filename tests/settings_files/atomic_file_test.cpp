@@ -133,9 +133,9 @@ TEST_F(AtomicFileTest, WhatTheFileSystemRefusesIsNamed)
     expectRefusal("cannot be read", [&] { static_cast<void>(readFile(folder / "loop")); });
     {
         LockedFile locked(file);
-        expectRefusal("cannot be made", [&] { static_cast<void>(locked.keepCopy("no/such/folder")); });
+        expectRefusal("cannot be created", [&] { static_cast<void>(locked.keepCopy("no/such/folder")); });
         fs::create_directory(replacement);
-        expectRefusal("cannot be made", [&] { locked.replace("new"); });
+        expectRefusal("cannot be created", [&] { locked.replace("new"); });
         EXPECT_EQ(readFile(file), "old");
         fs::remove(replacement);
         fs::remove(file);

@@ -3,7 +3,7 @@
 #include <component/factory_settings_verdix.hpp>
 #include <settings_core/file_check.hpp>
 #include <settings_core/layers.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -36,14 +36,14 @@ TEST_F(LiveLayersTest, TheLastLayerWithAFittingValueHolds)
     vx::core::Layers layers(tree, files);
     const auto held = layers.effective(wrap);
     EXPECT_EQ(held.layer, vx::core::Layer::installation);
-    ASSERT_EQ(held.faults.size(), 1U);
+    ASSERT_EQ(held.diagnostics.size(), 1U);
     EXPECT_THAT(
-        held.faults.front(),
+        held.diagnostics.front(),
         HasSubstr("settings.json:2:35: verdix.commandwindow.WrapLines: expected true or false, not 3"));
     const auto all = layers.valuesOf(wrap);
     ASSERT_EQ(all.size(), 3U);
     EXPECT_EQ(all[0].source, "factory value");
-    EXPECT_FALSE(all[2].counts());
+    EXPECT_FALSE(all[2].isValid());
 
     tests::writeFile(files.personal, "{\"settings\": [");
     EXPECT_THROW(static_cast<void>(vx::core::Layers(tree, files).effective(wrap)), std::runtime_error);
@@ -57,18 +57,18 @@ TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         std::string line;
         std::vector<const char*> faults = {};
     } const lines[] = {
-        {R"({ "release": ^"2026a",)", {"is no release"}},
-        {R"(  ^"comment": "mine",)", {"means nothing here"}},
+        {R"({ "release": ^"2026a",)", {"is not a release"}},
+        {R"(  ^"comment": "mine",)", {"is an unknown member"}},
         {R"(  "settings": {)"},
         {R"(    "verdix.commandwindow.WrapLines": true,)"},
-        {R"(    ^"verdix.commandwindow.WrapLines": false,)", {"second time, first in line 4"}},
+        {R"(    ^"verdix.commandwindow.WrapLines": false,)", {"duplicate of the one in line 4"}},
         {R"(    ^"verdix.commandwindow.WrapLinez": true,)", {"did you mean verdix.commandwindow.WrapLines"}},
-        {R"(    ^"verdix.nothing.like.it.AtAllAnywhere": 1,)", {"is no setting"}},
+        {R"(    ^"verdix.nothing.like.it.AtAllAnywhere": 1,)", {"is not a setting"}},
         {R"(    ^"verdix.commandwindow.EightyColumns": true,)", {"UseEightyColumnDisplayWidth in R2021a"}},
         {R"(    ^"verdix.findfiles.GoToFileEnabled": true,)", {"removed in R2021a"}},
         {R"(    ^"verdix.editor.suggestions.Forgotten": true,)", {"removed in R2026a"}},
         {R"(    ^"verdix.commandwindow": {},)", {"is a group"}},
-        {R"(    ^"ä": 1, "verdix.commandwindow.NumericFormat": ^12,)", {"is no setting", "a text"}},
+        {R"(    ^"ä": 1, "verdix.commandwindow.NumericFormat": ^12,)", {"is not a setting", "a string"}},
         {R"(    "verdix.commandwindow.UseEightyColumnDisplayWidth": ^"yes",)", {"true or false"}},
         {R"(    "verdix.commandwindow.NumberOfLinesInScrollBuffer": ^1.5,)", {"a whole number"}},
         {R"(    "verdix.commandwindow.SuppressCellBraces": ^null,)", {"true or false"}},
@@ -76,7 +76,7 @@ TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         {R"(    "verdix.colors.KeywordColor": ^[1, 2],)", {"0 to 255"}},
         {R"(    "verdix.colors.CommentColor": ^[1, 2, 256],)", {"0 to 255"}},
         {R"(    "verdix.colors.StringColor": [[1, 2], ^[3]],)", {"a list of 2"}},
-        {R"(    "verdix.connector.InterfacesBlocklist": ^"a",)", {"a list of texts"}},
+        {R"(    "verdix.connector.InterfacesBlocklist": ^"a",)", {"a list of strings"}},
         {R"(    ^"verdix.desktop.DisplayScaleFactor": 1)", {"is an alias"}},
         {R"(} })"},
     };
@@ -101,9 +101,9 @@ TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
     }
 
     const std::pair<const char*, const char*> others[] = {
-        {R"({"$schema": "settings.json", "release": 2026, "settings": {}})", "is no release"},
-        {R"({"release": "R2099b"})", "is newer than the newest release known here, R20"},
-        {R"({"settings": {}, "settings": {"no.such.path": 1}})", "second time"},
+        {R"({"$schema": "settings.json", "release": 2026, "settings": {}})", "is not a release"},
+        {R"({"release": "R2099b"})", "is newer than the newest known release, R20"},
+        {R"({"settings": {}, "settings": {"no.such.path": 1}})", "duplicate"},
         {R"({"settings": 1})", "expected an object"},
     };
     for (const auto& [file, words] : others) {

@@ -76,7 +76,7 @@ TEST_F(MigrationTest, LawsHoldForAnyFile)
     for (int round = 0; round < 3000; ++round) {
         const ReleaseName first = anyRelease();
         const ReleaseName between = std::max(first, anyRelease());
-        const std::string text = anyFile(below(5) == 0 ? "" : toText(first));
+        const std::string text = anyFile(below(5) == 0 ? "" : formatReleaseName(first));
         const Migration direct = migrate(text);
         ASSERT_EQ(migrate(migrate(text, between).text).text, direct.text) << text;
         // The other laws, above all that it does what it reports and nothing else, end the process where they
@@ -101,7 +101,7 @@ TEST_F(MigrationTest, ReportsMovesAndKeepsWhatTheTargetStates)
         return "{\"release\": \"R2020b\", \"settings\": {" + settings + "}}";
     };
     const Migration moved = migrate(text("\"" + source + "\": true"));
-    const std::string newest = "{\"release\": \"" + toText(moved.to) + "\", ";
+    const std::string newest = "{\"release\": \"" + formatReleaseName(moved.to) + "\", ";
     EXPECT_EQ(moved.text, newest + "\"settings\": {\"" + target + "\": true}}");
     const Migration kept = migrate(text("\"" + target + "\": false, \"" + source + "\": true"));
     EXPECT_EQ(kept.text, newest + "\"settings\": {\"" + target + "\": false}}");
@@ -121,8 +121,8 @@ TEST_F(MigrationTest, RefusesWhatItCannotKnow)
     EXPECT_THROW((void)migrate("{\"release\": \"R2099b\"}"), std::runtime_error);
     EXPECT_THROW((void)migrate(from2022, ReleaseName{2020, 'b'}), std::runtime_error);
     EXPECT_THROW((void)migrate(from2022, ReleaseName{2030, 'a'}), std::runtime_error);
-    EXPECT_THROW((void)migrate("{\"release\": \"2022a\"}"), vx::core::TextError);
-    EXPECT_THROW((void)migrate("{\"settings\": {\"a\": 1, \"a\": 2}}"), vx::core::TextError);
+    EXPECT_THROW((void)migrate("{\"release\": \"2022a\"}"), vx::core::ParseError);
+    EXPECT_THROW((void)migrate("{\"settings\": {\"a\": 1, \"a\": 2}}"), vx::core::ParseError);
 }
 
 }  // namespace

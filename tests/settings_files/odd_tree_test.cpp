@@ -1,16 +1,16 @@
 // Settings files over what the live tree does not have: read-only settings, aliases of aliases, settings
 // without a factory value, a table without releases.
 
-#include <settings_core/changing.hpp>
+#include <settings_core/constraints.hpp>
 #include <settings_core/file_check.hpp>
 #include <settings_core/layers.hpp>
 #include <settings_core/migration.hpp>
 #include <settings_core/path_lookup.hpp>
 #include <settings_core/release_name.hpp>
+#include <settings_core/settings_editor.hpp>
 #include <settings_core/validation.hpp>
+#include <settings_core/value_format.hpp>
 #include <settings_core/value_parsing.hpp>
-#include <settings_core/value_rules.hpp>
-#include <settings_core/value_text.hpp>
 
 #include <gmock/gmock.h>
 
@@ -62,7 +62,7 @@ struct OddTreeTest : testing::Test
     SettingsTree tree{"root"};
     const settings::core::ReleaseChangeTable releases;
     const std::string file = folder / "settings.json";
-    SettingsChanger changer{tree, releases, file};
+    SettingsEditor changer{tree, releases, file};
 };
 
 TEST_F(OddTreeTest, ChangesWhatCanBeChanged)
@@ -81,9 +81,9 @@ TEST_F(OddTreeTest, ChangesWhatCanBeChanged)
     EXPECT_EQ(tests::readFile(file), "{\n  \"settings\": {\n    \"root.Word\": \"b\",\n"
                                      "    \"root.Table\": [[1, 2], [3, 4]]\n  }\n}\n");
     EXPECT_THAT([&] { changer.set("Short", "long", Notation::script); },
-                ThrowsMessage<ValueRefused>(HasSubstr("at most 3")));
+                ThrowsMessage<InvalidValue>(HasSubstr("at most 3")));
     Layers layers(tree, {folder / "none", file});
-    EXPECT_EQ(valueText(layers.effective(*tree.find("root.Second")).value), "b");
+    EXPECT_EQ(formatValue(layers.effective(*tree.find("root.Second")).value), "b");
     EXPECT_EQ(changer.reset("group"), 0U);
     EXPECT_EQ(changer.reset("Second"), 1U) << "what it stands for";
     EXPECT_EQ(changer.resetAll(), 1U);
@@ -133,7 +133,7 @@ TEST(ReleaseName, IsAYearAndAHalf)
         EXPECT_EQ(parseReleaseName(wrong), std::nullopt) << wrong;
     }
     for (const char* name : {"R2022a", "R2022b", "R0000a", "R0099b", "R9999b"}) {
-        EXPECT_EQ(toText(parseReleaseName(name).value()), name);
+        EXPECT_EQ(formatReleaseName(parseReleaseName(name).value()), name);
     }
     const settings::core::ReleaseChangeTable table{{0, {"soon", false, {}}}};
     EXPECT_THAT([&] { static_cast<void>(newestRelease(table)); },
@@ -150,11 +150,12 @@ TEST(OddValues, AreToldAndNotStored)
         solid, nested, matrix<double>(0, 3, {}), matrix<char16_t>(2, 1, {u'a', u'b'}), {}};
     for (const Array& value : values) {
         EXPECT_THAT([&] { static_cast<void>(valueToJson(value)); },
-                    ThrowsMessage<std::invalid_argument>(HasSubstr("can hold no")));
+                    ThrowsMessage<std::invalid_argument>(HasSubstr("cannot hold")));
     }
-    EXPECT_EQ(valueText(matrix<double>(0, 3, {})), "[]");
-    EXPECT_EQ(describe({{.elementClass = foundation::verdixdata::ArrayType::CELL}}, text("")), "a cell");
-    EXPECT_EQ(describeAccepted(tests::propertiesOf(row<bool>({true, false}))), "2 logical values");
+    EXPECT_EQ(formatValue(matrix<double>(0, 3, {})), "[]");
+    EXPECT_EQ(describeValueValidator({{.elementClass = foundation::verdixdata::ArrayType::CELL}}, text("")),
+              "a cell");
+    EXPECT_EQ(describeConstraint(tests::propertiesOf(row<bool>({true, false}))), "2 logical values");
 }
 
 }  // namespace

@@ -88,13 +88,13 @@ TEST(SettingsFileTest, SaysWhereAFileIsDamaged)
         {"{\"a\": 01}", 1, 7},
     };
     for (const auto& [text, line, column] : cases) {
-        const auto position = [&text = text](const vx::core::TextError& error) {
+        const auto position = [&text = text](const vx::core::ParseError& error) {
             const auto at = vx::core::positionAt(text, error.offset());
             return std::pair(at.line, at.column);
         };
         EXPECT_THAT(
             [&text = text] { return SettingsFile(text); },
-            testing::Throws<vx::core::TextError>(testing::ResultOf(position, testing::Pair(line, column))))
+            testing::Throws<vx::core::ParseError>(testing::ResultOf(position, testing::Pair(line, column))))
             << text;
     }
 }

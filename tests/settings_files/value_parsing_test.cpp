@@ -22,21 +22,21 @@ using tests::string;
 using tests::text;
 using tests::texts;
 using verdix::settings::internal::charvec;
-using vx::core::ValueForm;
+using vx::core::ParseTarget;
 
-constexpr ValueForm as(ArrayType type)
+constexpr ParseTarget as(ArrayType type)
 {
     return {.elementClass = type};
 }
 
 TEST(ValueParsingTest, ReadsWhatPeopleWrite)
 {
-    const ValueForm any;
-    const ValueForm colour{.elementClass = ArrayType::DOUBLE, .acceptsWords = true};
+    const ParseTarget any;
+    const ParseTarget colour{.elementClass = ArrayType::DOUBLE, .acceptsColourNames = true};
     struct
     {
         std::string text;
-        ValueForm form;
+        ParseTarget form;
         Array value;
     } const cases[] = {
         {" true ", as(ArrayType::LOGICAL), scalar<bool>(true)},
@@ -63,7 +63,7 @@ TEST(ValueParsingTest, ReadsWhatPeopleWrite)
         if (value.isAssigned()) {
             EXPECT_TRUE(vx::core::parseValue(given, form) == value) << given;
         } else {
-            EXPECT_THROW((void)vx::core::parseValue(given, form), vx::core::TextError) << given;
+            EXPECT_THROW((void)vx::core::parseValue(given, form), vx::core::ParseError) << given;
         }
     }
     EXPECT_TRUE(vx::core::parseJsonValue("[\"a\", \"b\"]", any) == texts({"a", "b"}));
@@ -78,7 +78,7 @@ TEST(ValueParsingTest, SaysWhereAndWhatIsExpected)
     struct
     {
         std::string text;
-        ValueForm form;
+        ParseTarget form;
         std::size_t offset;
         std::string message;
         bool isJson = false;
@@ -89,25 +89,25 @@ TEST(ValueParsingTest, SaysWhereAndWhatIsExpected)
         {"1.5", as(ArrayType::INT32), 0, "a whole number from -2147483648 to 2147483647"},
         {"[1 2", as(ArrayType::DOUBLE), 4, "\"]\" after an element"},
         {"'open", as(ArrayType::CHAR), 5, "a closing '"},
-        {"'a' b", as(ArrayType::CHAR), 4, "nothing more"},
-        {"a", as(ArrayType::CELL), 0, "a list of texts"},
-        {"{'a' 1}", as(ArrayType::CELL), 5, "a text, not 1"},
+        {"'a' b", as(ArrayType::CHAR), 4, "nothing after the value"},
+        {"a", as(ArrayType::CELL), 0, "a list of strings"},
+        {"{'a' 1}", as(ArrayType::CELL), 5, "a string, not 1"},
         {"{'a'; 'b'}", as(ArrayType::CELL), 0, "in one row"},
         {"{1 2}", as(ArrayType::DOUBLE), 0, "no braces"},
         {"a\xff", as(ArrayType::CHAR), 1, "UTF-8"},
-        {"[1, \"a\"]", as(ArrayType::DOUBLE), 4, "a number, not a text", true},
+        {"[1, \"a\"]", as(ArrayType::DOUBLE), 4, "a number, not a string", true},
         {"[[1, 2], [3]]", as(ArrayType::DOUBLE), 9, "a list of 2 elements", true},
         {"{\"a\": 1}", as(ArrayType::DOUBLE), 0, "not an object", true},
-        {"12 ,", as(ArrayType::DOUBLE), 3, "the end of the text", true},
+        {"12 ,", as(ArrayType::DOUBLE), 3, "nothing after the value", true},
     };
     for (const auto& test : cases) {
-        const auto at = testing::Property(&vx::core::TextError::offset, test.offset);
-        const auto says = testing::Property(&vx::core::TextError::what, testing::HasSubstr(test.message));
+        const auto at = testing::Property(&vx::core::ParseError::offset, test.offset);
+        const auto says = testing::Property(&vx::core::ParseError::what, testing::HasSubstr(test.message));
         EXPECT_THAT(([&] {
                         return test.isJson ? vx::core::parseJsonValue(test.text, test.form)
                                            : vx::core::parseValue(test.text, test.form);
                     }),
-                    testing::Throws<vx::core::TextError>(testing::AllOf(at, says)))
+                    testing::Throws<vx::core::ParseError>(testing::AllOf(at, says)))
             << test.text;
     }
 }
@@ -155,14 +155,14 @@ TEST(JsonReaderTest, AcceptsWhatAnotherReaderAccepts)
         bool isRead = true;
         try {
             static_cast<void>(vx::core::readJson(json));
-        } catch (const vx::core::TextError&) {
+        } catch (const vx::core::ParseError&) {
             isRead = false;
         }
         ASSERT_EQ(isRead, !error) << json;
         accepted += isRead ? 1 : 0;
     }
     EXPECT_GT(accepted, 1000U);
-    EXPECT_THROW((void)vx::core::readJson(std::string(100000, '[')), vx::core::TextError);
+    EXPECT_THROW((void)vx::core::readJson(std::string(100000, '[')), vx::core::ParseError);
 }
 
 }  // namespace

@@ -195,7 +195,7 @@ TEST(TreeDiff, SaysWhereADocumentIsWrong)
 {
     const std::string file = Document::folder().with("broken.json", "{\n  \"nodes\": [ { \"path\": 3 } ] }");
     EXPECT_THAT(runTool({"diff", file, baseline}).errors,
-                HasSubstr(file + ":2:24: not an exported tree: expected a text"));
+                HasSubstr(file + ":2:24: not an exported tree: expected a string"));
     EXPECT_THAT(runTool({"diff", baseline, "/no/such/tree.json"}).errors,
                 HasSubstr("no such file: /no/such/tree.json"));
 }

@@ -1,6 +1,6 @@
 // What the process around the tree may change in it, and that it changes nothing else.
 
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 #include <tree/areas.hpp>
 
 #include <foundation/host.hpp>
@@ -33,8 +33,8 @@ Values buildValues()
     verdix::settings::tree::buildRootTree(core.root);
     Values values;
     for (const auto& node : core.nodes) {
-        values[node.path] = vx::core::shapeText(node.properties.factoryValue) + ": " +
-                            vx::core::valueText(node.properties.factoryValue);
+        values[node.path] = vx::core::formatClassAndSize(node.properties.factoryValue) + ": " +
+                            vx::core::formatValue(node.properties.factoryValue);
     }
     return values;
 }

@@ -1,4 +1,4 @@
-#include <settings_core/changing.hpp>
+#include <settings_core/settings_editor.hpp>
 
 #include <memory>
 #include <string>
@@ -29,7 +29,7 @@ ExitCode set(LazySession& lazy, const SetOptions& options, Output& out)
     const Session& session = lazy.get();
     const auto releases = session.releaseChanges();
     const std::string file = lazy.layerFiles().personal.string();
-    core::SettingsChanger changer(session.tree(), releases, file);
+    core::SettingsEditor changer(session.tree(), releases, file);
     const core::Node& setting = changer.set(options.path, options.value,
                                             options.isJson ? core::Notation::json : core::Notation::script);
     if (out.isJson()) {
@@ -49,7 +49,7 @@ ExitCode reset(LazySession& lazy, const ResetOptions& options, Output& out)
     const Session& session = lazy.get();
     const auto releases = session.releaseChanges();
     const std::string file = lazy.layerFiles().personal.string();
-    core::SettingsChanger changer(session.tree(), releases, file);
+    core::SettingsEditor changer(session.tree(), releases, file);
     const std::size_t count = options.resetsAll ? changer.resetAll() : changer.reset(options.path);
     if (out.isJson()) {
         writeJson({{"count", count}, {"file", file}}, out);

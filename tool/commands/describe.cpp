@@ -1,7 +1,7 @@
+#include <settings_core/constraints.hpp>
 #include <settings_core/layers.hpp>
 #include <settings_core/release_history.hpp>
-#include <settings_core/value_rules.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <boost/json/array.hpp>
 
@@ -84,8 +84,8 @@ void addValue(const Node& setting, PropertyTable& table)
     const auto& properties = setting.properties();
     const std::string function = qualifiedName(properties.runTimeDefault);
     if (properties.factoryValue.isAssigned()) {
-        table.add("class", core::shapeText(properties.factoryValue));
-        table.add("value", core::shortValueText(properties.factoryValue, valueWidth));
+        table.add("class", core::formatClassAndSize(properties.factoryValue));
+        table.add("value", core::formatValueOnOneLine(properties.factoryValue, valueWidth));
     } else {
         table.add("value", function.empty() ? "no factory value" : "computed on request");
     }
@@ -98,12 +98,12 @@ void addConstraints(const Node& setting, PropertyTable& table)
 {
     const auto& properties = setting.properties();
     if (const std::string function = qualifiedName(properties.validator); !function.empty()) {
-        table.add("validator", function + ": " + core::describe(properties.validator));
+        table.add("validator", function + ": " + core::describeValidator(properties.validator));
     }
     for (const auto& validator : properties.valueValidators) {
-        table.add("constraint", core::describe(validator, properties.factoryValue));
+        table.add("constraint", core::describeValueValidator(validator, properties.factoryValue));
     }
-    table.add("accepts", core::describeAccepted(properties));
+    table.add("accepts", core::describeConstraint(properties));
     if (properties.errorHandler) {
         table.add("errors", "worded by a custom error handler");
     }
@@ -111,11 +111,11 @@ void addConstraints(const Node& setting, PropertyTable& table)
 
 std::string describeLayer(const core::LayerValue& value)
 {
-    std::string text = value.value.isAssigned() ? core::shortValueText(value.value, valueWidth) : "";
-    for (const std::string& diagnostic : value.faults) {
+    std::string text = value.value.isAssigned() ? core::formatValueOnOneLine(value.value, valueWidth) : "";
+    for (const std::string& diagnostic : value.diagnostics) {
         text += (text.empty() ? "" : "; ") + diagnostic;
     }
-    return text + (value.counts() ? ", in " + value.source : "; ignored");
+    return text + (value.isValid() ? ", in " + value.source : "; ignored");
 }
 
 /// Adds the values in settings files, and the layer of the effective value.
@@ -124,11 +124,11 @@ void addLayers(core::Layers& layers, const Node& setting, PropertyTable& table)
     core::Layer effective = core::Layer::factory;
     for (const core::LayerValue& value : layers.valuesOf(setting)) {
         if (value.layer != core::Layer::factory) {
-            table.add(core::layerWord(value.layer).data(), describeLayer(value));
+            table.add(core::layerName(value.layer).data(), describeLayer(value));
         }
-        effective = value.counts() ? value.layer : effective;
+        effective = value.isValid() ? value.layer : effective;
     }
-    table.add("effective", "the " + std::string(core::layerWord(effective)) + " value");
+    table.add("effective", "the " + std::string(core::layerName(effective)) + " value");
 }
 
 void addSettingProperties(core::Layers& layers, const Node& node, PropertyTable& table)
@@ -183,11 +183,11 @@ json::array layersJson(const std::vector<core::LayerValue>& values)
 {
     json::array layers;
     for (const core::LayerValue& value : values) {
-        layers.push_back(json::object{{"layer", core::layerWord(value.layer)},
+        layers.push_back(json::object{{"layer", core::layerName(value.layer)},
                                       {"value", valueJson(value.value)},
                                       {"source", value.source},
-                                      {"counts", value.counts()},
-                                      {"faults", stringsJson(value.faults)}});
+                                      {"counts", value.isValid()},
+                                      {"faults", stringsJson(value.diagnostics)}});
     }
     return layers;
 }
@@ -208,7 +208,7 @@ void writeDocument(LazySession& lazy, const Node& node, Output& out)
     json::object document = nodeJson(node);
     document.emplace("isHidden", node.isHidden());
     if (node.kind() == NodeKind::setting) {
-        document.emplace("accepts", core::describeAccepted(node.properties()));
+        document.emplace("accepts", core::describeConstraint(node.properties()));
         document.emplace("layers", layersJson(lazy.layers().valuesOf(node)));
     }
     document.emplace("movedFrom", historyJson(lazy.get(), node));

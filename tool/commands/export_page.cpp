@@ -1,10 +1,10 @@
 #include "export_page.hpp"
 
+#include <settings_core/constraints.hpp>
+#include <settings_core/parse_target.hpp>
 #include <settings_core/release_history.hpp>
 #include <settings_core/release_name.hpp>
-#include <settings_core/value_form.hpp>
-#include <settings_core/value_rules.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <boost/algorithm/string/join.hpp>
 
@@ -53,13 +53,13 @@ std::string valueHtml(const Node& setting, const Array& value, const std::string
     if (const std::string colour = cssColour(setting, value); !colour.empty()) {
         text = "<span class=\"swatch\" style=\"background: " + colour + "\"></span>";
     }
-    const std::string brief = core::shortValueText(value, valueWidth);
+    const std::string brief = core::formatValueOnOneLine(value, valueWidth);
     const std::string style = font.empty() ? "" : " class=\"font\" style=\"" + escapeHtml(font) + "\"";
     const std::string code = "<code" + style + ">" + escapeHtml(brief) + "</code>";
     if (!brief.ends_with("…")) {
         return text + code;
     }
-    const std::string whole = core::shortValueText(value, std::string::npos);
+    const std::string whole = core::formatValueOnOneLine(value, std::string::npos);
     return text + "<details><summary>" + code + "</summary><code>" + escapeHtml(whole) + "</code></details>";
 }
 
@@ -77,7 +77,7 @@ std::string factoryHtml(const Node& setting, const std::string& font)
 
 std::string classOf(const Node& setting)
 {
-    const auto form = core::valueFormOf(setting);
+    const auto form = core::parseTargetOf(setting);
     return form.elementClass ? className(*form.elementClass) : "any";
 }
 
@@ -85,7 +85,7 @@ std::string classOf(const Node& setting)
 /// layer.
 core::LayerValue modification(const Source& source, const Node& setting)
 {
-    if (source.layers == nullptr || !source.layers->isStated(setting)) {
+    if (source.layers == nullptr || !source.layers->hasOverride(setting)) {
         return {};
     }
     core::LayerValue effective = source.layers->effective(setting);
@@ -129,13 +129,13 @@ Row settingRow(const Source& source, const Node& node, const std::string& font)
     Row row{" data-class=\"" + elementClass + "\" data-constraints=\"" +
                 escapeHtml(boost::algorithm::join(constraintNames(node), " ")) + "\"",
             properties.readOnly.value() ? badge("access", "read-only") : "", factoryHtml(node, font),
-            escapeHtml(core::describeAccepted(properties))};
+            escapeHtml(core::describeConstraint(properties))};
     const Array& factory = properties.factoryValue;
     row.constraints += "<div class=\"shape\">" +
-                       escapeHtml(factory.isAssigned() ? core::shapeText(factory) : elementClass) + "</div>";
+                       escapeHtml(factory.isAssigned() ? core::formatClassAndSize(factory) : elementClass) + "</div>";
     const core::LayerValue effective = modification(source, node);
     if (effective.layer != core::Layer::factory) {
-        const std::string layer(core::layerWord(effective.layer));
+        const std::string layer(core::layerName(effective.layer));
         row.attributes += " data-modified=\"" + layer + "\"";
         row.badges += badge("modified", layer);
         row.value = "<div class=\"held\">" + valueHtml(node, effective.value, "") +
@@ -188,7 +188,8 @@ std::string summary(const Source& source)
     const auto count = std::count_if(nodes.begin(), nodes.end(),
                                      [](const Node* node) { return node->kind() != NodeKind::group; });
     const auto newest = core::newestRelease(source.releases);
-    return std::to_string(count) + " settings" + (newest ? ", release " + core::toText(*newest) : "");
+    return std::to_string(count) + " settings" +
+           (newest ? ", release " + core::formatReleaseName(*newest) : "");
 }
 
 /// Writes the document, with each {{placeholder}} replaced by the output of its function.

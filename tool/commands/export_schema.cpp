@@ -1,9 +1,9 @@
 #include "export_schema.hpp"
 
+#include <settings_core/constraints.hpp>
 #include <settings_core/release_history.hpp>
 #include <settings_core/release_name.hpp>
 #include <settings_core/value_parsing.hpp>
-#include <settings_core/value_rules.hpp>
 
 #include <boost/json/array.hpp>
 #include <boost/json/parse.hpp>
@@ -26,7 +26,7 @@ using settings::core::ReleaseChangeTable;
 std::string description(const Node& setting, const ReleaseChangeTable& releases)
 {
     const Node::Properties& properties = setting.properties();
-    std::string text = core::describeAccepted(properties);
+    std::string text = core::describeConstraint(properties);
     if (!text.empty() && text.front() >= 'a' && text.front() <= 'z') {
         text.front() = static_cast<char>(text.front() - 'a' + 'A');
     }
@@ -85,11 +85,11 @@ std::string upTo(const std::string& digits)
 /// Returns a regular expression for the names of releases up to this one.
 std::string releasePattern(const core::ReleaseName& newest)
 {
-    const std::string name = core::toText(newest);
+    const std::string name = core::formatReleaseName(newest);
     if (newest.half == 'b') {
         return "^R(" + upTo(name.substr(1, 4)) + ")[ab]$";
     }
-    const std::string before = core::toText({newest.year - 1, 'b'});
+    const std::string before = core::formatReleaseName({newest.year - 1, 'b'});
     return "^(R(" + upTo(before.substr(1, 4)) + ")[ab]|" + name + ")$";
 }
 

@@ -1,7 +1,7 @@
 #include "export_table.hpp"
 
-#include <settings_core/value_rules.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/constraints.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <boost/algorithm/string/join.hpp>
 #include <boost/algorithm/string/replace.hpp>
@@ -30,7 +30,7 @@ std::string constraints(const Node::Properties& properties)
 {
     std::vector<std::string> descriptions;
     for (const auto& validator : properties.valueValidators) {
-        descriptions.push_back(core::describe(validator, properties.factoryValue));
+        descriptions.push_back(core::describeValueValidator(validator, properties.factoryValue));
     }
     return boost::algorithm::join(descriptions, "; ");
 }
@@ -45,7 +45,7 @@ std::string value(const Node& node)
     if (const auto* computed = std::get_if<settings::core::CRunTimeDefault>(&properties.runTimeDefault)) {
         return "computed by " + computed->function() + " of " + computed->scope();
     }
-    return core::shortValueText(properties.factoryValue, valueWidth);
+    return core::formatValueOnOneLine(properties.factoryValue, valueWidth);
 }
 
 Row rowOf(const Node& node)
@@ -54,7 +54,7 @@ Row rowOf(const Node& node)
     const auto& array = properties.factoryValue;
     return {node.getFullName(),
             array.isAssigned() ? className(array.getType()) : "",
-            array.isAssigned() ? core::dimensionsText(array.getDimensions()) : "",
+            array.isAssigned() ? core::formatDimensions(array.getDimensions()) : "",
             value(node),
             qualifiedName(properties.validator),
             constraints(properties),

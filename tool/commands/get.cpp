@@ -1,5 +1,5 @@
 #include <settings_core/layers.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/json/array.hpp>
@@ -39,12 +39,12 @@ EffectiveValue effectiveValue(const Session& session, core::Layers& layers, cons
     core::LayerValue effective = layers.effective(setting);
     if (!effective.value.isAssigned()) {
         throw CommandError(ExitCode::failed,
-                           setting.getFullName() + (effective.faults.empty()
+                           setting.getFullName() + (effective.diagnostics.empty()
                                                         ? " has no factory value, and no file sets it; see "
                                                           "what it accepts with: "
                                                           "vxsettings describe " +
                                                               setting.getFullName()
-                                                        : ": " + firstLine(effective.faults.back())));
+                                                        : ": " + firstLine(effective.diagnostics.back())));
     }
     return {setting, std::move(effective)};
 }
@@ -70,7 +70,7 @@ std::vector<EffectiveValue> effectiveValues(LazySession& lazy, const std::vector
 void reportOrigin(const EffectiveValue& value, bool isOneOfSeveral)
 {
     const auto& [setting, effective] = value;
-    for (const std::string& diagnostic : effective.faults) {
+    for (const std::string& diagnostic : effective.diagnostics) {
         printNote("ignored invalid value: " + firstLine(diagnostic));
     }
     if (effective.layer == core::Layer::factory && !setting.properties().factoryValue.isAssigned()) {
@@ -83,14 +83,14 @@ boost::json::object valueDocument(const EffectiveValue& value)
     const auto& [setting, effective] = value;
     return {{"path", setting.fullName()},
             {"value", valueJson(effective.value)},
-            {"layer", core::layerWord(effective.layer)},
+            {"layer", core::layerName(effective.layer)},
             {"source", effective.source}};
 }
 
 void writeText(const std::vector<EffectiveValue>& values, Output& out)
 {
     for (const EffectiveValue& value : values) {
-        std::string text = core::valueText(value.effective.value);
+        std::string text = core::formatValue(value.effective.value);
         if (values.size() > 1) {
             boost::replace_all(text, "\n", "\\n");  // several values are separated by line breaks
         }

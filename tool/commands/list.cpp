@@ -1,4 +1,4 @@
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <boost/algorithm/string/join.hpp>
 #include <boost/json/array.hpp>
@@ -96,7 +96,7 @@ bool isConstrainedBy(const Node& node, const std::string& validator)
 
 bool isModified(core::Layers& layers, const Node& node)
 {
-    if (node.kind() != NodeKind::setting || !layers.isStated(node)) {
+    if (node.kind() != NodeKind::setting || !layers.hasOverride(node)) {
         return false;
     }
     const core::LayerValue effective = layers.effective(node);
@@ -120,8 +120,8 @@ void writeText(LazySession& lazy, const std::vector<const Node*>& nodes, bool wi
         Table::Row row{node->fullName()};
         if (withValues) {
             const core::LayerValue effective = lazy.layers().effective(*node);
-            row.emplace_back(core::shortValueText(effective.value, valueWidth), Style::value);
-            row.emplace_back(std::string(core::layerWord(effective.layer)), Style::note);
+            row.emplace_back(core::formatValueOnOneLine(effective.value, valueWidth), Style::value);
+            row.emplace_back(std::string(core::layerName(effective.layer)), Style::note);
         }
         table.add(std::move(row));
     }
@@ -136,7 +136,7 @@ void writeDocument(LazySession& lazy, const std::vector<const Node*>& nodes, boo
         if (withValues) {
             const core::LayerValue effective = lazy.layers().effective(*node);
             entry.emplace("value", valueJson(effective.value));
-            entry.emplace("layer", core::layerWord(effective.layer));
+            entry.emplace("layer", core::layerName(effective.layer));
         }
         list.push_back(std::move(entry));
     }

@@ -66,7 +66,7 @@ Migration planMigration(const std::string& text, const fs::path& file, const Ses
     const core::SettingsFile settings = core::parseSettingsFile(text, file);
     try {
         return core::migrateSettings(settings, session.releaseChanges(), range);
-    } catch (const core::TextError& error) {
+    } catch (const core::ParseError& error) {
         throw CommandError(ExitCode::failed, core::located(file, text, error.offset(), error.what()));
     } catch (const std::runtime_error& error) {
         throw CommandError(ExitCode::failed, file.string() + ": " + error.what());
@@ -76,8 +76,8 @@ Migration planMigration(const std::string& text, const fs::path& file, const Ses
 /// Saves the old content beside the file, under an unused name, which is returned.
 std::string saveBackup(const core::LockedFile& file, const Migration& migration)
 {
-    const std::string stem =
-        file.path().filename().string() + "." + (migration.from ? toText(*migration.from) : "older");
+    const std::string stem = file.path().filename().string() + "." +
+                             (migration.from ? formatReleaseName(*migration.from) : "older");
     std::string name = stem + ".bak";
     for (int count = 2; !file.keepCopy(name); ++count) {
         name = stem + "." + std::to_string(count) + ".bak";
@@ -100,8 +100,8 @@ void writeReport(const Outcome& outcome, Output& out)
 {
     const Migration& migration = outcome.migration;
     out << outcome.file.string() << ": from "
-        << (migration.from ? toText(*migration.from) : "before all releases") << " to "
-        << toText(migration.to) << ", " << migration.untouched
+        << (migration.from ? formatReleaseName(*migration.from) : "before all releases") << " to "
+        << formatReleaseName(migration.to) << ", " << migration.untouched
         << (migration.untouched == 1 ? " setting unchanged\n" : " settings unchanged\n");
     Table table;
     for (const MigrationEvent& event : migration.events) {
@@ -150,8 +150,8 @@ void writeDocument(const Outcome& outcome, Output& out)
                                       {"target", stringOrNull(event.target)}});
     }
     writeJson({{"file", outcome.file.string()},
-               {"from", migration.from ? json::value(toText(*migration.from)) : json::value(nullptr)},
-               {"to", toText(migration.to)},
+               {"from", migration.from ? json::value(formatReleaseName(*migration.from)) : json::value(nullptr)},
+               {"to", formatReleaseName(migration.to)},
                {"untouched", migration.untouched},
                {"events", std::move(events)},
                {"faults", diagnosticsJson(outcome.diagnostics)},

@@ -1,5 +1,5 @@
 #include <settings_core/search.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <boost/algorithm/string/join.hpp>
 #include <boost/json/array.hpp>
@@ -28,7 +28,7 @@ void writeDocument(const std::vector<core::Match>& matches, Output& out)
     for (const auto& [node, rank] : matches) {
         list.push_back(boost::json::object{{"path", node->fullName()},
                                            {"node", kindLabel(node->kind())},
-                                           {"rank", core::rankWord(rank)},
+                                           {"rank", core::rankName(rank)},
                                            {"value", valueJson(node->properties().factoryValue)}});
     }
     writeJson({{"matches", std::move(list)}}, out);
@@ -38,9 +38,9 @@ void writeText(const std::vector<core::Match>& matches, Output& out)
 {
     Table table;
     for (const auto& [node, rank] : matches) {
-        table.add({{std::string(core::rankWord(rank)), Style::note},
+        table.add({{std::string(core::rankName(rank)), Style::note},
                    node->fullName(),
-                   {core::shortValueText(node->properties().factoryValue, valueWidth), Style::value}});
+                   {core::formatValueOnOneLine(node->properties().factoryValue, valueWidth), Style::value}});
     }
     table.write(out);
 }

@@ -1,4 +1,4 @@
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
@@ -66,7 +66,7 @@ std::string annotation(const Node& node, const core::SettingsTree& tree, const O
         return out.styled(Style::note, " -> " + properties.aliasName() + (isResolved ? "" : " (unresolved)"));
     }
     if (properties.factoryValue.isAssigned()) {
-        return " = " + out.styled(Style::value, core::shortValueText(properties.factoryValue, valueWidth));
+        return " = " + out.styled(Style::value, core::formatValueOnOneLine(properties.factoryValue, valueWidth));
     }
     const bool isComputed = properties.runTimeDefault.index() != 0;
     return node.kind() == NodeKind::group

@@ -1,7 +1,7 @@
 #include "completion/completion.hpp"
 
 #include <settings_core/path_lookup.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <foundation/host.hpp>
 #include <foundation/verdixdata/text.hpp>
@@ -206,7 +206,7 @@ private:
     void addNode(const CommandLine& line, const Node& node, const std::string& path)
     {
         if (node.kind() != NodeKind::group) {
-            add(path, core::shortValueText(node.properties().factoryValue, valueWidth));
+            add(path, core::formatValueOnOneLine(node.properties().factoryValue, valueWidth));
             return;
         }
         const std::string_view command = line.command->get_name();

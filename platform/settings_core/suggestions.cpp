@@ -1,5 +1,5 @@
-#include <settings_core/nearest.hpp>
 #include <settings_core/settings_tree.hpp>
+#include <settings_core/suggestions.hpp>
 
 #include <algorithm>
 #include <cstddef>
@@ -11,32 +11,32 @@ namespace {
 
 constexpr std::size_t suggestionLimit = 3;
 
-/// Longer texts are not names that somebody mistyped, and comparing them would take time for nothing.
-constexpr std::size_t longestName = 200;
+/// Longer strings are not mistyped names, and comparing them would be slow.
+constexpr std::size_t maxNameLength = 200;
 
-std::string inLowerCase(std::string_view text)
+std::string inLowerCase(std::string_view name)
 {
-    std::string lower(text);
+    std::string lower(name);
     std::transform(lower.begin(), lower.end(), lower.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
     return lower;
 }
 
-/// The text after the last "."; the whole text without one.
+/// Returns what follows the last "."; the whole path without one.
 std::string_view lastComponent(std::string_view path)
 {
     return path.substr(path.rfind('.') + 1);
 }
 
-/// Measures distances from one text; keeps its working rows from call to call.
-class Distance
+/// Computes edit distances (optimal string alignment) from one string; reuses its rows between calls.
+class EditDistance
 {
 public:
-    explicit Distance(std::string_view from) : from_(inLowerCase(from)) {}
+    explicit EditDistance(std::string_view from) : from_(inLowerCase(from)) {}
 
     [[nodiscard]] std::size_t allowed() const { return std::max<std::size_t>(1, from_.size() / 3); }
 
-    /// Distance to `name`; more than `limit` as soon as it must be.
+    /// Returns the distance to `name`; if that exceeds `limit`, any number greater than `limit`.
     [[nodiscard]] std::size_t to(std::string_view name, std::size_t limit)
     {
         const std::size_t lengthGap =
@@ -86,10 +86,11 @@ private:
     std::vector<std::size_t> beforePrevious_, previous_, current_;
 };
 
-class Best
+/// Keeps the closest names.
+class ClosestNames
 {
 public:
-    void offer(std::size_t distance, std::string_view name)
+    void add(std::size_t distance, std::string_view name)
     {
         const auto place = std::upper_bound(found_.begin(), found_.end(), distance,
                                             [](std::size_t d, const Found& f) { return d < f.distance; });
@@ -120,41 +121,41 @@ private:
 
 }  // namespace
 
-std::vector<std::string_view> nearestNames(std::string_view wanted, std::span<const std::string_view> names)
+std::vector<std::string_view> suggestNames(std::string_view wanted, std::span<const std::string_view> names)
 {
-    Best best;
-    if (wanted.size() <= longestName) {
-        Distance distance(wanted);
+    ClosestNames closest;
+    if (wanted.size() <= maxNameLength) {
+        EditDistance distance(wanted);
         for (const std::string_view name : names) {
             const std::size_t letters = distance.to(name, distance.allowed());
             if (letters <= distance.allowed()) {
-                best.offer(letters, name);
+                closest.add(letters, name);
             }
         }
     }
-    return best.names();
+    return closest.names();
 }
 
-std::vector<std::string_view> nearestPaths(std::string_view wanted, const SettingsTree& tree)
+std::vector<std::string_view> suggestPaths(std::string_view wanted, const SettingsTree& tree)
 {
-    if (wanted.empty() || wanted.size() > longestName) {
+    if (wanted.empty() || wanted.size() > maxNameLength) {
         return {};
     }
     const std::string prefix = tree.root()->getFullName() + ".";
-    Distance ofPath(wanted.substr(wanted.starts_with(prefix) ? prefix.size() : 0));
-    Distance ofLast(lastComponent(wanted));
-    Best best;
+    EditDistance ofPath(wanted.substr(wanted.starts_with(prefix) ? prefix.size() : 0));
+    EditDistance ofLast(lastComponent(wanted));
+    ClosestNames closest;
     for (const Node* node : tree.nodes()) {
         const std::string_view path = node->fullName();
         const std::size_t whole = ofPath.to(path.substr(prefix.size()), ofPath.allowed());
         const std::size_t last = ofLast.to(node->name(), ofLast.allowed());
-        // Under another group the name has to be found once more, which counts as one letter.
-        const bool wholeIsNear = whole <= ofPath.allowed();
-        if (wholeIsNear || last <= ofLast.allowed()) {
-            best.offer(wholeIsNear ? std::min(whole, last + 1) : last + 1, path);
+        // A match of the last component alone ranks behind a whole path at the same distance.
+        const bool wholeIsSimilar = whole <= ofPath.allowed();
+        if (wholeIsSimilar || last <= ofLast.allowed()) {
+            closest.add(wholeIsSimilar ? std::min(whole, last + 1) : last + 1, path);
         }
     }
-    return best.names();
+    return closest.names();
 }
 
 std::string didYouMean(std::span<const std::string_view> names)

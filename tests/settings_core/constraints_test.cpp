@@ -1,4 +1,4 @@
-#include <settings_core/value_rules.hpp>
+#include <settings_core/constraints.hpp>
 
 #include <gtest/gtest.h>
 
@@ -14,8 +14,8 @@ using tests::scalar;
 using tests::string;
 using tests::text;
 using tests::texts;
-using vx::core::brokenRules;
-using vx::core::ValueRules;
+using vx::core::findViolations;
+using vx::core::ValueValidator;
 using Colour = settings::core::SettingValueValidator::Colour;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
@@ -25,16 +25,16 @@ constexpr settings::core::SettingValueValidator::Range anyNumber;
 
 struct Case
 {
-    ValueRules rules;
+    ValueValidator rules;
     std::string words;
     std::vector<Array> kept;
     std::vector<Array> broken;
 };
 
-TEST(ValueRules, HoldUpToTheirBounds)
+TEST(ValueValidator, HoldUpToTheirBounds)
 {
     constexpr auto largest = std::numeric_limits<std::int64_t>::max();
-    const ValueRules words{{.allowedValues = {u"loose", u"compact"}}};
+    const ValueValidator words{{.allowedValues = {u"loose", u"compact"}}};
     const Case cases[] = {
         {{{.range = {{0, 3}}}},
          "from 0 to 3",
@@ -92,29 +92,30 @@ TEST(ValueRules, HoldUpToTheirBounds)
         {{}, "", {text("anything"), Array()}, {}},
     };
     for (const Case& each : cases) {
-        EXPECT_EQ(vx::core::describe(each.rules), each.words);
+        EXPECT_EQ(vx::core::describeValueValidator(each.rules), each.words);
         for (std::size_t i = 0; i < each.kept.size(); ++i) {
-            EXPECT_TRUE(brokenRules(each.rules, each.kept[i]).empty()) << each.words << ", kept " << i;
+            EXPECT_TRUE(findViolations(each.rules, each.kept[i]).empty()) << each.words << ", kept " << i;
         }
         for (std::size_t i = 0; i < each.broken.size(); ++i) {
-            EXPECT_EQ(brokenRules(each.rules, each.broken[i]).size(), 1U) << each.words << ", broken " << i;
+            EXPECT_EQ(findViolations(each.rules, each.broken[i]).size(), 1U)
+                << each.words << ", broken " << i;
         }
     }
 }
 
-TEST(ValueRules, AreDescribedTogetherWithValidatorAndFactoryValue)
+TEST(ValueValidator, AreDescribedTogetherWithValidatorAndFactoryValue)
 {
     using namespace settings::core;
-    const auto described = [](Array factoryValue, Validator validator, std::vector<ValueRules> records) {
-        return vx::core::describeAccepted(
+    const auto described = [](Array factoryValue, Validator validator, std::vector<ValueValidator> records) {
+        return vx::core::describeConstraint(
             tests::propertiesOf(std::move(factoryValue), std::move(validator), std::move(records)));
     };
     const MValidator integer("verdix.settings", "mustBeIntegerScalar");
     EXPECT_EQ(described(scalar(1.0), integer, {{{.range = {{0, 3}}}}}), "a whole number from 0 to 3");
     EXPECT_EQ(described(text("loose"), {}, {{{.allowedValues = {u"loose"}, .maximumLength = 9}}}),
-              "a text, of at most 9 characters, one of: loose");
+              "a string, of at most 9 characters, one of: loose");
     EXPECT_EQ(described(texts({}), {}, {{{.allowedValues = {u"a", u"b"}}}}),
-              "a cell of texts, each one of: a, b");
+              "a cell of strings, each one of: a, b");
     EXPECT_EQ(described(scalar(1.0), CValidator("liblimits", "check"), {{{.range = {{.lower = 1}}}}}),
               "a number accepted by check of liblimits, at least 1");
     EXPECT_EQ(described(row<double>({0, 0, 1}), {}, {{{.range = {{0, 1}}, .size = {{.columns = 3}}}}}),

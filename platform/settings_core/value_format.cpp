@@ -1,6 +1,6 @@
 #include <data/views.hpp>
 #include <settings_core/array_visit.hpp>
-#include <settings_core/value_text.hpp>
+#include <settings_core/value_format.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
@@ -51,7 +51,7 @@ void appendElement(std::string& text, const String& element)
 
 void appendElement(std::string& text, double element)
 {
-    text += numberText(element);
+    text += formatNumber(element);
 }
 
 template <std::integral Integer>
@@ -65,7 +65,7 @@ void appendElement(std::string& text, const Array& element)
     if (element.isAssigned()) {
         append(text, element);
     } else {
-        text += "[]";  // a cell's element that nothing was put into
+        text += "[]";  // an element of a cell that was never assigned
     }
 }
 
@@ -122,7 +122,7 @@ void appendCharacters(std::string& text, const TypedArray<char16_t>& array)
     text += ']';
 }
 
-/// Every text in quotes.
+/// Appends a value with all strings quoted.
 void append(std::string& text, const Array& value)
 {
     visitArray(value, [&text]<class T>(const TypedArray<T>& array) {
@@ -138,7 +138,7 @@ void append(std::string& text, const Array& value)
     });
 }
 
-std::string withVisibleControls(std::string_view text)
+std::string escapeControlCharacters(std::string_view text)
 {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string result;
@@ -163,7 +163,7 @@ constexpr bool startsCharacter(char c)
     return (static_cast<unsigned char>(c) & 0xc0U) != 0x80U;
 }
 
-/// Bytes that the first `count` characters take.
+/// Returns the length in bytes of the first `count` characters.
 std::size_t prefixLength(std::string_view text, std::size_t count)
 {
     std::size_t length = 0;
@@ -175,7 +175,7 @@ std::size_t prefixLength(std::string_view text, std::size_t count)
 
 }  // namespace
 
-std::string numberText(double number)
+std::string formatNumber(double number)
 {
     constexpr double exactWhole = 9007199254740992.0;  // 2^53
     std::string text;
@@ -191,7 +191,7 @@ std::string numberText(double number)
     return text;
 }
 
-std::string valueText(const Array& value)
+std::string formatValue(const Array& value)
 {
     if (isCharacterRow(value)) {
         return toUtf8(rowCharacters(TypedArray<char16_t>(value)));
@@ -209,13 +209,13 @@ std::string valueText(const Array& value)
     return text;
 }
 
-std::string shortValueText(const Array& value, std::size_t width)
+std::string formatValueOnOneLine(const Array& value, std::size_t width)
 {
     std::string text;
     if (value.isAssigned()) {
         append(text, value);
     }
-    text = withVisibleControls(text);
+    text = escapeControlCharacters(text);
     if (characterCount(text) > width) {
         text.resize(prefixLength(text, width == 0 ? 0 : width - 1));
         text += width == 0 ? "" : "…";
@@ -223,12 +223,12 @@ std::string shortValueText(const Array& value, std::size_t width)
     return text;
 }
 
-std::string shapeText(const Array& value)
+std::string formatClassAndSize(const Array& value)
 {
-    return std::string(className(value.getType())) + ", " + dimensionsText(value.getDimensions());
+    return std::string(className(value.getType())) + ", " + formatDimensions(value.getDimensions());
 }
 
-std::string dimensionsText(const ArrayDimensions& dimensions)
+std::string formatDimensions(const ArrayDimensions& dimensions)
 {
     std::string text;
     for (const std::size_t size : dimensions) {

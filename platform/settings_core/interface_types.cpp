@@ -5,8 +5,8 @@
 
 #include <utility>
 
-// The records that providers hand to the settings core. Everything that a record needs is compiled here, so
-// that it outlives whatever library made it, but for the callables it holds.
+// The types that providers pass to the settings core. Their members are compiled here and not inline, so that
+// objects stay usable after the provider's library is unloaded; only callables still need that library.
 
 // NOLINTBEGIN(bugprone-macro-parentheses): the argument is the name of a class.
 #define VX_DEFINE_VALUE_CLASS(Class)                                                                         \
@@ -35,11 +35,11 @@ struct FunctionName::Names
 
 namespace {
 
-/// The name and the alias target of what has none.
-const std::string& noString()
+/// The function name or alias target of an object that has none.
+const std::string& emptyString()
 {
-    static const std::string none;
-    return none;
+    static const std::string empty;
+    return empty;
 }
 
 }  // namespace
@@ -54,19 +54,19 @@ VX_DEFINE_VALUE_CLASS(FunctionName)
 
 const std::string& FunctionName::scope() const noexcept
 {
-    return names_ ? names_->scope : noString();
+    return names_ ? names_->scope : emptyString();
 }
 
 const std::string& FunctionName::function() const noexcept
 {
-    return names_ ? names_->function : noString();
+    return names_ ? names_->function : emptyString();
 }
 
 FactorySettingProperties::FactorySettingProperties(bool isVisible, bool isReadOnly,
                                                    foundation::verdixdata::Array value, Validator function,
                                                    RunTimeDefault computedDefault, bool hasAdditionalFile,
                                                    bool reservedFlag,
-                                                   std::vector<SettingValueValidator::ConfigData> records)
+                                                   std::vector<SettingValueValidator::ConfigData> validators)
     : visible(isVisible),
       readOnly(isReadOnly),
       additionalFile(hasAdditionalFile),
@@ -74,7 +74,7 @@ FactorySettingProperties::FactorySettingProperties(bool isVisible, bool isReadOn
       factoryValue(std::move(value)),
       validator(std::move(function)),
       runTimeDefault(std::move(computedDefault)),
-      valueValidators(std::move(records))
+      valueValidators(std::move(validators))
 {}
 
 FactorySettingProperties::FactorySettingProperties(const FactorySettingProperties&) = default;
@@ -95,7 +95,7 @@ bool FactorySettingProperties::isAlias() const noexcept
 
 const std::string& FactorySettingProperties::aliasName() const noexcept
 {
-    return aliasName_ ? *aliasName_ : noString();
+    return aliasName_ ? *aliasName_ : emptyString();
 }
 
 }  // namespace detail

@@ -1,0 +1,30 @@
+#pragma once
+
+// Suggestions for mistyped names.
+
+#include <foundation/export.hpp>
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vx::core {
+
+class SettingsTree;
+
+/// Returns up to three names similar to `wanted`, the closest first; equally close names keep their order.
+/// The distance is the number of letters to insert, delete, replace or transpose, ignoring case; it may be at
+/// most a third of the length of `wanted`.
+[[nodiscard]] VX_API std::vector<std::string_view> suggestNames(std::string_view wanted,
+                                                                std::span<const std::string_view> names);
+
+/// Returns up to three full paths of the tree similar to `wanted`, which may omit the root. A path is similar
+/// also when its last component is, which finds a setting under another group.
+[[nodiscard]] VX_API std::vector<std::string_view> suggestPaths(std::string_view wanted,
+                                                                const SettingsTree& tree);
+
+/// Returns "did you mean a, b or c?"; empty without names.
+[[nodiscard]] VX_API std::string didYouMean(std::span<const std::string_view> names);
+
+}  // namespace vx::core
