@@ -1,7 +1,7 @@
 #pragma once
 
-#include <settings_core/settings_tree.hpp>
-#include <tool/host.hpp>
+#include <settings_core/tree/settings_tree.hpp>
+#include <tool/host/host.hpp>
 
 #include <bench/recorded_calls.hpp>
 

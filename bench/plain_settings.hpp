@@ -1,6 +1,6 @@
 #pragma once
 
-#include <settings_core/settings_tree.hpp>
+#include <settings_core/tree/settings_tree.hpp>
 
 #include <string>
 #include <variant>

@@ -1,9 +1,9 @@
 // Runs `vxsettings get` up to one of its steps, with the same sources and libraries. The difference between
 // the times of two steps is the cost of the later one, including its clean-up.
 
-#include <settings_core/layers.hpp>
-#include <settings_core/value_format.hpp>
-#include <tool/session.hpp>
+#include <settings_core/files/layers.hpp>
+#include <settings_core/values/value_format.hpp>
+#include <tool/host/session.hpp>
 
 #include <cstdio>
 #include <string_view>

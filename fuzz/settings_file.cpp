@@ -1,10 +1,10 @@
 // Any bytes as a settings file: refused with a position, or checked, migrated and changed without loss.
 
 #include <migration/release_changes.hpp>
-#include <settings_core/file_check.hpp>
-#include <settings_core/migration.hpp>
-#include <settings_core/stored_value.hpp>
-#include <settings_core/value_parsing.hpp>
+#include <settings_core/files/file_check.hpp>
+#include <settings_core/files/stored_value.hpp>
+#include <settings_core/releases/migration.hpp>
+#include <settings_core/values/value_parsing.hpp>
 
 #include <algorithm>
 #include <fuzz/every_class_tree.hpp>

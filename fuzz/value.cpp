@@ -1,9 +1,9 @@
 // What `set` is given, in both notations, for a setting of each class: refused with a position, or read, in
 // which case it can be printed and read again.
 
-#include <settings_core/validation.hpp>
-#include <settings_core/value_format.hpp>
-#include <settings_core/value_parsing.hpp>
+#include <settings_core/constraints/validation.hpp>
+#include <settings_core/values/value_format.hpp>
+#include <settings_core/values/value_parsing.hpp>
 
 #include <algorithm>
 #include <fuzz/every_class_tree.hpp>

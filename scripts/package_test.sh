@@ -57,7 +57,7 @@ check_data_files() {
         file=$data/${shell#*:}
         "$1/bin/vxsettings" completion "${shell%%:*}" | cmp - "$file"
     done
-    python3 "$project/tests/completion/completion_test.py" "$1/bin/vxsettings" zsh \
+    python3 "$project/tests/tool/completion/completion_test.py" "$1/bin/vxsettings" zsh \
         "fpath=('$data/zsh/$2' \$fpath); autoload -U compinit && compinit -u"
 }
 

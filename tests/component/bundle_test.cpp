@@ -1,8 +1,8 @@
 // The module as its environment meets it: a bundle file, started by the service framework, whose loader
 // service is called by a loader and a settings core that share no code with the module.
 
-#include <settings_core/settings_tree.hpp>
-#include <settings_core/value_format.hpp>
+#include <settings_core/tree/settings_tree.hpp>
+#include <settings_core/values/value_format.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 #include <settings/core/factory_settings_loader.hpp>
@@ -139,8 +139,9 @@ std::string read(const std::vector<CreatedNode>& nodes, const settings::core::Re
         }
     };
     for (const auto& [path, isSetting, properties, handle] : nodes) {
-        out << path << ' ' << properties.aliasName() << ' ' << vx::core::formatClassAndSize(properties.factoryValue)
-            << ' ' << vx::core::formatValue(properties.factoryValue);
+        out << path << ' ' << properties.aliasName() << ' '
+            << vx::core::formatClassAndSize(properties.factoryValue) << ' '
+            << vx::core::formatValue(properties.factoryValue);
         std::visit(writeName, properties.validator);
         std::visit(writeName, properties.runTimeDefault);
         for (const auto& validator : properties.valueValidators) {

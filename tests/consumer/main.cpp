@@ -1,7 +1,7 @@
 // Loads the bundle in the first argument, and prints the factory value of the setting in the second.
 
-#include <settings_core/path_lookup.hpp>
-#include <settings_core/value_format.hpp>
+#include <settings_core/tree/path_lookup.hpp>
+#include <settings_core/values/value_format.hpp>
 
 #include <foundation/host.hpp>
 #include <settings/core/factory_settings_loader.hpp>

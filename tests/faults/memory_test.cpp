@@ -1,11 +1,11 @@
 // Memory that runs out, at each allocation in turn: for that one alone, and for all from it on. Whatever is
 // being done then ends in std::bad_alloc, keeps nothing allocated, leaves files whole, and can be done again.
 
-#include <settings_core/atomic_file.hpp>
-#include <settings_core/file_check.hpp>
-#include <settings_core/migration.hpp>
-#include <settings_core/settings_editor.hpp>
-#include <settings_core/settings_tree.hpp>
+#include <settings_core/files/atomic_file.hpp>
+#include <settings_core/files/file_check.hpp>
+#include <settings_core/files/settings_editor.hpp>
+#include <settings_core/releases/migration.hpp>
+#include <settings_core/tree/settings_tree.hpp>
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // Services and hooks that throw, or disappear, while a tree is built: what they throw leaves
 // createTree, what was built before stays, and the next tree is whole.
 
-#include <settings_core/settings_tree.hpp>
-#include <settings_core/validation.hpp>
+#include <settings_core/constraints/validation.hpp>
+#include <settings_core/tree/settings_tree.hpp>
 
 #include <foundation/cppmicroservices/framework.hpp>
 #include <foundation/host.hpp>

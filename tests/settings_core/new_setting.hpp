@@ -1,7 +1,7 @@
 #pragma once
 
-#include <settings_core/constraints.hpp>
-#include <settings_core/settings_tree.hpp>
+#include <settings_core/constraints/constraints.hpp>
+#include <settings_core/tree/settings_tree.hpp>
 
 #include <tests/support/values.hpp>
 

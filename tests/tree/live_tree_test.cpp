@@ -1,12 +1,12 @@
 // Walks the tree as it is built, instead of repeating what it holds.
 
 #include <component/factory_settings_verdix.hpp>
-#include <settings_core/settings_tree.hpp>
-#include <tool/source_file.hpp>
+#include <settings_core/tree/settings_tree.hpp>
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <review/source_file.hpp>
 #include <stdexcept>
 #include <string>
 #include <tests/support/running_framework.hpp>

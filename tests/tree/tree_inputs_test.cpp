@@ -1,6 +1,6 @@
 // What the process around the tree may change in it, and that it changes nothing else.
 
-#include <settings_core/value_format.hpp>
+#include <settings_core/values/value_format.hpp>
 #include <tree/areas.hpp>
 
 #include <foundation/host.hpp>

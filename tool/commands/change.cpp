@@ -1,11 +1,11 @@
-#include <settings_core/settings_editor.hpp>
+#include <settings_core/files/settings_editor.hpp>
 
 #include <memory>
 #include <string>
 
-#include "arguments.hpp"
-#include "command.hpp"
-#include "json_text.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
+#include "render/json_text.hpp"
 
 namespace vx::tool {
 

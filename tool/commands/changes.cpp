@@ -2,11 +2,11 @@
 
 #include <utility>
 
-#include "arguments.hpp"
-#include "command.hpp"
-#include "json_text.hpp"
-#include "node_json.hpp"
-#include "table.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
+#include "render/json_text.hpp"
+#include "render/node_json.hpp"
+#include "render/table.hpp"
 
 namespace vx::tool {
 

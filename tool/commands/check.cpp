@@ -1,13 +1,13 @@
-#include <settings_core/atomic_file.hpp>
-#include <settings_core/file_check.hpp>
+#include <settings_core/files/atomic_file.hpp>
+#include <settings_core/files/file_check.hpp>
 
 #include <memory>
 #include <string>
 
-#include "arguments.hpp"
-#include "command.hpp"
-#include "diagnostics.hpp"
-#include "json_text.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
+#include "cli/diagnostics.hpp"
+#include "render/json_text.hpp"
 
 namespace vx::tool {
 

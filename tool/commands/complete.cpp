@@ -2,8 +2,8 @@
 #include <string>
 #include <vector>
 
-#include "arguments.hpp"
-#include "command.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
 #include "completion/completion.hpp"
 #include "completion/shell_scripts.hpp"
 

@@ -1,7 +1,7 @@
-#include <settings_core/constraints.hpp>
-#include <settings_core/layers.hpp>
-#include <settings_core/release_history.hpp>
-#include <settings_core/value_format.hpp>
+#include <settings_core/constraints/constraints.hpp>
+#include <settings_core/files/layers.hpp>
+#include <settings_core/releases/release_history.hpp>
+#include <settings_core/values/value_format.hpp>
 
 #include <boost/json/array.hpp>
 
@@ -9,12 +9,12 @@
 #include <string>
 #include <utility>
 
-#include "arguments.hpp"
-#include "command.hpp"
-#include "json_text.hpp"
-#include "node_json.hpp"
-#include "node_labels.hpp"
-#include "table.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
+#include "render/json_text.hpp"
+#include "render/node_json.hpp"
+#include "render/node_labels.hpp"
+#include "render/table.hpp"
 
 namespace vx::tool {
 

@@ -2,14 +2,14 @@
 
 #include <algorithm>
 #include <memory>
+#include <review/tree_diff.hpp>
 #include <string>
 #include <vector>
 
-#include "arguments.hpp"
-#include "command.hpp"
-#include "json_text.hpp"
-#include "table.hpp"
-#include "tree_diff.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
+#include "render/json_text.hpp"
+#include "render/table.hpp"
 
 namespace vx::tool {
 

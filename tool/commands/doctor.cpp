@@ -1,4 +1,4 @@
-#include <settings_core/native_library.hpp>
+#include <settings_core/values/native_library.hpp>
 
 #include <foundation/host.hpp>
 
@@ -20,12 +20,12 @@
 #include <variant>
 #include <vector>
 
-#include "arguments.hpp"
-#include "bundle_file.hpp"
-#include "command.hpp"
-#include "environment.hpp"
-#include "json_text.hpp"
-#include "table.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
+#include "host/bundle_file.hpp"
+#include "host/environment.hpp"
+#include "render/json_text.hpp"
+#include "render/table.hpp"
 
 namespace vx::tool {
 

@@ -8,8 +8,8 @@
 #include <unistd.h>
 #include <vector>
 
-#include "arguments.hpp"
-#include "command.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
 #include "export_json.hpp"
 #include "export_page.hpp"
 #include "export_schema.hpp"

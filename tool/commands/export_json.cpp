@@ -4,8 +4,8 @@
 
 #include <utility>
 
-#include "json_text.hpp"
-#include "node_json.hpp"
+#include "render/json_text.hpp"
+#include "render/node_json.hpp"
 
 namespace vx::tool {
 

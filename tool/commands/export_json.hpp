@@ -2,8 +2,8 @@
 
 #include <boost/json/object.hpp>
 
-#include "output.hpp"
-#include "session.hpp"
+#include "host/session.hpp"
+#include "render/output.hpp"
 
 namespace vx::tool {
 

@@ -1,10 +1,10 @@
 #include "export_page.hpp"
 
-#include <settings_core/constraints.hpp>
-#include <settings_core/parse_target.hpp>
-#include <settings_core/release_history.hpp>
-#include <settings_core/release_name.hpp>
-#include <settings_core/value_format.hpp>
+#include <settings_core/constraints/constraints.hpp>
+#include <settings_core/constraints/parse_target.hpp>
+#include <settings_core/releases/release_history.hpp>
+#include <settings_core/releases/release_name.hpp>
+#include <settings_core/values/value_format.hpp>
 
 #include <boost/algorithm/string/join.hpp>
 
@@ -15,10 +15,10 @@
 #include <string_view>
 #include <variant>
 
-#include "css_preview.hpp"
-#include "escaping.hpp"
-#include "node_labels.hpp"
 #include "page/page_files.hpp"
+#include "render/css_preview.hpp"
+#include "render/escaping.hpp"
+#include "render/node_labels.hpp"
 
 namespace vx::tool {
 
@@ -132,7 +132,8 @@ Row settingRow(const Source& source, const Node& node, const std::string& font)
             escapeHtml(core::describeConstraint(properties))};
     const Array& factory = properties.factoryValue;
     row.constraints += "<div class=\"shape\">" +
-                       escapeHtml(factory.isAssigned() ? core::formatClassAndSize(factory) : elementClass) + "</div>";
+                       escapeHtml(factory.isAssigned() ? core::formatClassAndSize(factory) : elementClass) +
+                       "</div>";
     const core::LayerValue effective = modification(source, node);
     if (effective.layer != core::Layer::factory) {
         const std::string layer(core::layerName(effective.layer));

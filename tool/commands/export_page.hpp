@@ -1,7 +1,7 @@
 #pragma once
 
-#include "output.hpp"
-#include "session.hpp"
+#include "host/session.hpp"
+#include "render/output.hpp"
 
 namespace vx::tool {
 

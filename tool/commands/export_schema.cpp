@@ -1,9 +1,9 @@
 #include "export_schema.hpp"
 
-#include <settings_core/constraints.hpp>
-#include <settings_core/release_history.hpp>
-#include <settings_core/release_name.hpp>
-#include <settings_core/value_parsing.hpp>
+#include <settings_core/constraints/constraints.hpp>
+#include <settings_core/releases/release_history.hpp>
+#include <settings_core/releases/release_name.hpp>
+#include <settings_core/values/value_parsing.hpp>
 
 #include <boost/json/array.hpp>
 #include <boost/json/parse.hpp>
@@ -11,8 +11,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "json_text.hpp"
-#include "value_schema.hpp"
+#include "render/json_text.hpp"
+#include "render/value_schema.hpp"
 
 namespace vx::tool {
 

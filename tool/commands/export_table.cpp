@@ -1,7 +1,7 @@
 #include "export_table.hpp"
 
-#include <settings_core/constraints.hpp>
-#include <settings_core/value_format.hpp>
+#include <settings_core/constraints/constraints.hpp>
+#include <settings_core/values/value_format.hpp>
 
 #include <boost/algorithm/string/join.hpp>
 #include <boost/algorithm/string/replace.hpp>
@@ -12,7 +12,7 @@
 #include <variant>
 #include <vector>
 
-#include "node_labels.hpp"
+#include "render/node_labels.hpp"
 
 namespace vx::tool {
 

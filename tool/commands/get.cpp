@@ -1,5 +1,5 @@
-#include <settings_core/layers.hpp>
-#include <settings_core/value_format.hpp>
+#include <settings_core/files/layers.hpp>
+#include <settings_core/values/value_format.hpp>
 
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/json/array.hpp>
@@ -10,11 +10,11 @@
 #include <utility>
 #include <vector>
 
-#include "arguments.hpp"
-#include "bundle_file.hpp"
-#include "command.hpp"
-#include "json_text.hpp"
-#include "node_json.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
+#include "host/bundle_file.hpp"
+#include "render/json_text.hpp"
+#include "render/node_json.hpp"
 
 namespace vx::tool {
 

@@ -1,11 +1,11 @@
 #include <memory>
+#include <review/tree_history.hpp>
 #include <string>
 
-#include "arguments.hpp"
-#include "command.hpp"
-#include "json_text.hpp"
-#include "node_json.hpp"
-#include "tree_history.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
+#include "render/json_text.hpp"
+#include "render/node_json.hpp"
 
 namespace vx::tool {
 

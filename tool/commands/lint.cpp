@@ -1,11 +1,11 @@
 #include <boost/json/array.hpp>
 
+#include <review/tree_lint.hpp>
 #include <utility>
 
-#include "arguments.hpp"
-#include "command.hpp"
-#include "json_text.hpp"
-#include "tree_lint.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
+#include "render/json_text.hpp"
 
 namespace vx::tool {
 

@@ -1,4 +1,4 @@
-#include <settings_core/value_format.hpp>
+#include <settings_core/values/value_format.hpp>
 
 #include <boost/algorithm/string/join.hpp>
 #include <boost/json/array.hpp>
@@ -12,12 +12,12 @@
 #include <utility>
 #include <vector>
 
-#include "arguments.hpp"
-#include "command.hpp"
-#include "json_text.hpp"
-#include "node_json.hpp"
-#include "node_labels.hpp"
-#include "table.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
+#include "render/json_text.hpp"
+#include "render/node_json.hpp"
+#include "render/node_labels.hpp"
+#include "render/table.hpp"
 
 namespace vx::tool {
 

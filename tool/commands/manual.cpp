@@ -1,7 +1,7 @@
 #include "manual/manual.hpp"
 
-#include "arguments.hpp"
-#include "command.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
 
 namespace vx::tool {
 

@@ -1,7 +1,7 @@
-#include <settings_core/atomic_file.hpp>
-#include <settings_core/file_check.hpp>
-#include <settings_core/layers.hpp>
-#include <settings_core/migration.hpp>
+#include <settings_core/files/atomic_file.hpp>
+#include <settings_core/files/file_check.hpp>
+#include <settings_core/files/layers.hpp>
+#include <settings_core/releases/migration.hpp>
 
 #include <boost/json/array.hpp>
 
@@ -13,12 +13,12 @@
 #include <utility>
 #include <vector>
 
-#include "arguments.hpp"
-#include "command.hpp"
-#include "diagnostics.hpp"
-#include "json_text.hpp"
-#include "node_json.hpp"
-#include "table.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
+#include "cli/diagnostics.hpp"
+#include "render/json_text.hpp"
+#include "render/node_json.hpp"
+#include "render/table.hpp"
 
 namespace vx::tool {
 
@@ -149,16 +149,17 @@ void writeDocument(const Outcome& outcome, Output& out)
                                       {"path", event.path},
                                       {"target", stringOrNull(event.target)}});
     }
-    writeJson({{"file", outcome.file.string()},
-               {"from", migration.from ? json::value(formatReleaseName(*migration.from)) : json::value(nullptr)},
-               {"to", formatReleaseName(migration.to)},
-               {"untouched", migration.untouched},
-               {"events", std::move(events)},
-               {"faults", diagnosticsJson(outcome.diagnostics)},
-               {"isChange", outcome.isChange},
-               {"isWritten", outcome.isWritten},
-               {"backup", stringOrNull(outcome.backup)}},
-              out);
+    writeJson(
+        {{"file", outcome.file.string()},
+         {"from", migration.from ? json::value(formatReleaseName(*migration.from)) : json::value(nullptr)},
+         {"to", formatReleaseName(migration.to)},
+         {"untouched", migration.untouched},
+         {"events", std::move(events)},
+         {"faults", diagnosticsJson(outcome.diagnostics)},
+         {"isChange", outcome.isChange},
+         {"isWritten", outcome.isWritten},
+         {"backup", stringOrNull(outcome.backup)}},
+        out);
 }
 
 Outcome migrateFile(LazySession& lazy, const MigrateOptions& options, const core::MigrationRange& range)

@@ -5,10 +5,10 @@
 #include <utility>
 #include <vector>
 
-#include "arguments.hpp"
-#include "command.hpp"
-#include "json_text.hpp"
-#include "table.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
+#include "render/json_text.hpp"
+#include "render/table.hpp"
 
 namespace vx::tool {
 

@@ -1,4 +1,4 @@
-#include <settings_core/value_format.hpp>
+#include <settings_core/values/value_format.hpp>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
@@ -8,11 +8,11 @@
 #include <utility>
 #include <variant>
 
-#include "arguments.hpp"
-#include "command.hpp"
-#include "json_text.hpp"
-#include "node_json.hpp"
-#include "node_labels.hpp"
+#include "cli/arguments.hpp"
+#include "cli/command.hpp"
+#include "render/json_text.hpp"
+#include "render/node_json.hpp"
+#include "render/node_labels.hpp"
 
 namespace vx::tool {
 
@@ -66,7 +66,8 @@ std::string annotation(const Node& node, const core::SettingsTree& tree, const O
         return out.styled(Style::note, " -> " + properties.aliasName() + (isResolved ? "" : " (unresolved)"));
     }
     if (properties.factoryValue.isAssigned()) {
-        return " = " + out.styled(Style::value, core::formatValueOnOneLine(properties.factoryValue, valueWidth));
+        return " = " +
+               out.styled(Style::value, core::formatValueOnOneLine(properties.factoryValue, valueWidth));
     }
     const bool isComputed = properties.runTimeDefault.index() != 0;
     return node.kind() == NodeKind::group

@@ -1,7 +1,7 @@
 #include "completion/completion.hpp"
 
-#include <settings_core/path_lookup.hpp>
-#include <settings_core/value_format.hpp>
+#include <settings_core/tree/path_lookup.hpp>
+#include <settings_core/values/value_format.hpp>
 
 #include <foundation/host.hpp>
 #include <foundation/verdixdata/text.hpp>
@@ -13,9 +13,9 @@
 #include <set>
 #include <string_view>
 
-#include "arguments.hpp"
-#include "node_labels.hpp"
-#include "value_constraints.hpp"
+#include "cli/arguments.hpp"
+#include "render/node_labels.hpp"
+#include "render/value_constraints.hpp"
 
 namespace vx::tool {
 

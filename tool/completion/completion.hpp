@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "session.hpp"
+#include "host/session.hpp"
 
 namespace CLI {
 class App;

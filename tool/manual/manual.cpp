@@ -7,8 +7,8 @@
 #include <string_view>
 #include <utility>
 
-#include "command_error.hpp"
-#include "environment.hpp"
+#include "cli/command_error.hpp"
+#include "host/environment.hpp"
 #include "manual/roff.hpp"
 
 namespace vx::tool {

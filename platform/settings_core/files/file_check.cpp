@@ -1,0 +1,134 @@
+#include <settings_core/files/file_check.hpp>
+#include <settings_core/files/stored_value.hpp>
+#include <settings_core/releases/release_name.hpp>
+#include <settings_core/tree/path_lookup.hpp>
+
+#include <algorithm>
+#include <unordered_map>
+#include <utility>
+
+namespace vx::core {
+
+namespace {
+
+using ::settings::core::ReleaseChangeTable;
+
+class FileCheck
+{
+public:
+    FileCheck(const SettingsFile& file, const SettingsTree& tree, const ReleaseChangeTable& releases)
+        : file_(file), tree_(tree), releases_(releases)
+    {}
+
+    std::vector<FileFault> run() &&
+    {
+        checkDuplicates(file_.root().members);
+        for (const JsonMember& member : file_.root().members) {
+            checkTopLevelMember(member);
+        }
+        return std::move(diagnostics_);
+    }
+
+private:
+    void report(std::size_t offset, const std::string& path, std::string message)
+    {
+        diagnostics_.push_back({positionAt(file_.text(), offset), path, std::move(message)});
+    }
+
+    void checkDuplicates(const std::vector<JsonMember>& members)
+    {
+        std::unordered_map<std::string_view, std::size_t> firsts;
+        for (const JsonMember& member : members) {
+            const auto [first, isNew] = firsts.try_emplace(member.name, member.offset);
+            if (!isNew) {
+                report(member.offset, member.name,
+                       "is a duplicate of the one in line " +
+                           std::to_string(positionAt(file_.text(), first->second).line) +
+                           "; the last one applies: remove the others");
+            }
+        }
+    }
+
+    void checkTopLevelMember(const JsonMember& member)
+    {
+        if (member.name == "release") {
+            checkRelease(member);
+        } else if (member.name == "$schema") {
+            return;  // names the JSON schema for text editors
+        } else if (member.name != "settings") {
+            report(member.offset, member.name,
+                   "is an unknown member: a settings file has \"release\" and \"settings\"");
+        } else if (&member.value.members == &file_.settings()) {  // of duplicates, the one that applies
+            checkDuplicates(file_.settings());
+            for (const JsonMember& setting : file_.settings()) {
+                checkSetting(setting);
+            }
+        }
+    }
+
+    void checkRelease(const JsonMember& member)
+    {
+        const auto release = parseRelease(member.value);
+        if (!release) {
+            report(member.value.offset, member.name, std::string(invalidReleaseMessage));
+            return;
+        }
+        const auto newest = newestRelease(releases_);
+        if (newest && *newest < *release) {
+            report(member.value.offset, member.name,
+                   "is newer than the newest known release, " + formatReleaseName(*newest) +
+                       ": use the tools of that release");
+        }
+    }
+
+    void checkSetting(const JsonMember& member)
+    {
+        const Node* node = tree_.find(member.name);
+        if (node == nullptr) {
+            report(member.offset, member.name,
+                   "is not a setting; " + explainUnknownPath(tree_, releases_, member.name));
+            return;
+        }
+        switch (node->kind()) {
+        case NodeKind::group:
+            report(member.offset, member.name, "is a group: list its settings one by one");
+            break;
+        case NodeKind::alias:
+            report(member.offset, member.name,
+                   "is an alias: write " + node->properties().aliasName() + " instead");
+            break;
+        case NodeKind::setting:
+            for (ValueFault& diagnostic : readStoredValue(*node, member).diagnostics) {
+                report(diagnostic.offset, member.name, std::move(diagnostic.message));
+            }
+            break;
+        }
+    }
+
+    const SettingsFile& file_;
+    const SettingsTree& tree_;
+    const ReleaseChangeTable& releases_;
+    std::vector<FileFault> diagnostics_;
+};
+
+}  // namespace
+
+std::vector<FileFault> checkSettingsFile(std::string text, const SettingsTree& tree,
+                                         const ReleaseChangeTable& releases)
+{
+    const std::string kept = text;
+    try {
+        const SettingsFile file(std::move(text));
+        auto diagnostics = FileCheck(file, tree, releases).run();
+        std::stable_sort(diagnostics.begin(), diagnostics.end(),
+                         [](const FileFault& left, const FileFault& right) {
+                             return std::pair(left.position.line, left.position.column) <
+                                    std::pair(right.position.line, right.position.column);
+                         });
+        return diagnostics;
+    } catch (const ParseError& error) {
+        return {{positionAt(kept, error.offset()), "", error.what()}};
+    }
+}
+
+}  // namespace vx::core

@@ -1,0 +1,181 @@
+#include <settings_core/files/atomic_file.hpp>
+#include <settings_core/files/layers.hpp>
+#include <settings_core/files/stored_value.hpp>
+#include <settings_core/files/text_position.hpp>
+#include <settings_core/tree/path_lookup.hpp>
+#include <settings_core/values/run_time_default.hpp>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+#include <stdexcept>
+#include <utility>
+
+namespace vx::core {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::array overridingLayers{Layer::personal, Layer::installation};  // highest first
+
+std::string_view environment(const char* variable)
+{
+    const char* value = std::getenv(variable);
+    return value == nullptr ? std::string_view() : std::string_view(value);
+}
+
+fs::path settingsIn(const fs::path& folder)
+{
+    return folder / "verdix" / "settings.json";
+}
+
+/// The XDG specification says to ignore relative paths.
+bool isUsable(std::string_view folder)
+{
+    return folder.starts_with('/');
+}
+
+fs::path personalFile()
+{
+    const std::string_view folder = environment("XDG_CONFIG_HOME");
+    return settingsIn(isUsable(folder) ? fs::path(folder) : fs::path(environment("HOME")) / ".config");
+}
+
+fs::path installationFile()
+{
+    std::string_view folders = environment("XDG_CONFIG_DIRS");
+    fs::path first;
+    while (!folders.empty()) {
+        const std::string_view folder = folders.substr(0, folders.find(':'));
+        folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
+        std::error_code ignored;
+        if (isUsable(folder) && fs::exists(settingsIn(folder), ignored)) {
+            return settingsIn(folder);
+        }
+        first = first.empty() && isUsable(folder) ? settingsIn(folder) : first;
+    }
+    return first.empty() ? settingsIn("/etc/xdg") : first;
+}
+
+LayerValue factoryValueOf(const Node& setting)
+{
+    LayerValue factory;
+    try {
+        DefaultValue value = defaultValue(setting);
+        factory.value = std::move(value.value);
+        factory.source = std::move(value.source);
+    } catch (const std::runtime_error& error) {
+        factory.diagnostics.emplace_back(error.what());
+    }
+    return factory;
+}
+
+}  // namespace
+
+std::string_view layerName(Layer layer) noexcept
+{
+    constexpr std::array<std::string_view, 3> names{"factory", "installation", "personal"};
+    return names[static_cast<std::size_t>(layer)];
+}
+
+LayerFiles defaultLayerFiles()
+{
+    return {installationFile(), personalFile()};
+}
+
+SettingsFile parseSettingsFile(const std::string& content, const fs::path& file)
+{
+    try {
+        return SettingsFile(content);
+    } catch (const ParseError& error) {
+        throw std::runtime_error(located(file, content, error.offset(), error.what()));
+    }
+}
+
+std::optional<SettingsFile> loadSettingsFile(const fs::path& file)
+{
+    const std::optional<std::string> content = readFile(file);
+    return content ? std::optional(parseSettingsFile(*content, file)) : std::nullopt;
+}
+
+const fs::path& Layers::fileOf(Layer layer) const noexcept
+{
+    return layer == Layer::personal ? files_.personal : files_.installation;
+}
+
+const std::optional<SettingsFile>& Layers::fileAt(Layer layer)
+{
+    FileLayer& cached = fileLayers_[layer == Layer::personal ? 1 : 0];
+    if (!cached.isLoaded) {
+        cached.file = loadSettingsFile(fileOf(layer));
+        cached.isLoaded = true;
+    }
+    return cached.file;
+}
+
+std::optional<LayerValue> Layers::valueIn(Layer layer, const Node& setting)
+{
+    const std::optional<SettingsFile>& file = fileAt(layer);
+    const JsonMember* member = file ? file->find(setting.fullName()) : nullptr;
+    if (member == nullptr) {
+        return std::nullopt;
+    }
+    StoredValue stored = readStoredValue(setting, *member);
+    LayerValue value{layer, std::move(stored.value), fileOf(layer).string()};
+    for (const ValueFault& diagnostic : stored.diagnostics) {
+        value.diagnostics.push_back(located(fileOf(layer), file->text(), diagnostic.offset,
+                                            setting.getFullName() + ": " + diagnostic.message));
+    }
+    return value;
+}
+
+std::vector<LayerValue> Layers::valuesOf(const Node& node)
+{
+    const Node& setting = resolveSetting(tree_, node);
+    std::vector<LayerValue> values;
+    if (LayerValue factory = factoryValueOf(setting);
+        factory.value.isAssigned() || !factory.diagnostics.empty()) {
+        values.push_back(std::move(factory));
+    }
+    for (const Layer layer : {Layer::installation, Layer::personal}) {
+        if (auto value = valueIn(layer, setting)) {
+            values.push_back(*std::move(value));
+        }
+    }
+    return values;
+}
+
+LayerValue Layers::effective(const Node& node)
+{
+    const Node& setting = resolveSetting(tree_, node);
+    std::vector<std::string> diagnostics;
+    const auto ignore = [&diagnostics](LayerValue& value) {
+        std::move(value.diagnostics.begin(), value.diagnostics.end(), std::back_inserter(diagnostics));
+    };
+    for (const Layer layer : overridingLayers) {
+        std::optional<LayerValue> value = valueIn(layer, setting);
+        if (value && value->isValid()) {
+            value->diagnostics = std::move(diagnostics);
+            return *std::move(value);
+        }
+        if (value) {
+            ignore(*value);
+        }
+    }
+    LayerValue factory = factoryValueOf(setting);
+    ignore(factory);
+    factory.diagnostics = std::move(diagnostics);
+    return factory;
+}
+
+bool Layers::hasOverride(const Node& setting)
+{
+    const auto isIn = [&](Layer layer) {
+        const auto& file = fileAt(layer);
+        return file && file->find(setting.fullName()) != nullptr;
+    };
+    return isIn(Layer::personal) || isIn(Layer::installation);
+}
+
+}  // namespace vx::core

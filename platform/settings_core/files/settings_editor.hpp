@@ -1,0 +1,71 @@
+#pragma once
+
+#include <settings_core/tree/node.hpp>
+#include <settings_core/tree/settings_tree.hpp>
+
+#include <foundation/verdixdata/array.hpp>
+#include <settings/core/settings_file_change.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace vx::core {
+
+/// Thrown for a value that a setting rejects. The message names the setting, the value, the violated
+/// constraints and the allowed values.
+class VX_API InvalidValue : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The notation in which a user writes a value.
+enum class Notation : std::uint8_t
+{
+    script,  ///< the scripting language's, see parseValue
+    json     ///< JSON as in settings files, see parseJsonValue
+};
+
+/// Changes the values in one settings file. A file that does not exist is created with the newest release. In
+/// an existing file, every byte that is not part of the change is preserved. The file is replaced atomically,
+/// and other writers wait meanwhile. The tree and the release table must outlive the editor.
+///
+/// The operations throw, and change nothing, in these cases: UnknownPath; std::runtime_error for a group, an
+/// unresolved alias, a read-only setting or a damaged file; InvalidValue; std::system_error when the file
+/// cannot be read or written.
+class VX_API SettingsEditor
+{
+public:
+    /// `file` need not exist.
+    SettingsEditor(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases,
+                   std::filesystem::path file);
+
+    /// Writes an override for a setting and returns the setting. The value is converted to the setting's
+    /// class where that loses nothing. The path may omit the root; an alias stands for its target.
+    ///@{
+    const Node& set(std::string_view path, foundation::verdixdata::Array value);
+    const Node& set(std::string_view path, std::string_view value, Notation notation);
+    ///@}
+
+    /// Removes the override of a setting, or all overrides in a group, and returns their number. The path
+    /// need not be in the tree if the file has it.
+    std::size_t reset(std::string_view path);
+    /// Removes all overrides from the file and returns their number.
+    std::size_t resetAll();
+
+private:
+    [[nodiscard]] const Node& editableSetting(std::string_view path) const;
+    void store(const Node& setting, const foundation::verdixdata::Array& value);
+    template <class Predicate>
+    std::size_t removeIf(Predicate isRemoved);
+
+    const SettingsTree& tree_;
+    const ::settings::core::ReleaseChangeTable& releases_;
+    std::filesystem::path file_;
+};
+
+}  // namespace vx::core

@@ -1,0 +1,45 @@
+#include <settings_core/files/text_position.hpp>
+#include <settings_core/values/value_format.hpp>
+
+#include <boost/locale/utf.hpp>
+
+#include <algorithm>
+
+namespace vx::core {
+
+TextPosition positionAt(std::string_view text, std::size_t offset) noexcept
+{
+    const std::string_view before = text.substr(0, offset);
+    const auto lineBreaks = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
+    std::string_view line = before.substr(before.rfind('\n') + 1);  // npos + 1 wraps to 0
+    if (lineBreaks == 0 && line.starts_with(byteOrderMark)) {
+        line.remove_prefix(byteOrderMark.size());
+    }
+    return {lineBreaks + 1, characterCount(line) + 1};
+}
+
+std::string located(const std::filesystem::path& file, std::string_view text, std::size_t offset,
+                    std::string_view message)
+{
+    const TextPosition at = positionAt(text, offset);
+    std::string line = file.string() + ":" + std::to_string(at.line) + ":" + std::to_string(at.column) + ": ";
+    return line.append(message);
+}
+
+std::size_t validUtf8PrefixLength(std::string_view text) noexcept
+{
+    using boost::locale::utf::is_valid_codepoint;
+    using boost::locale::utf::utf_traits;
+    const char* position = text.data();
+    const char* const end = position + text.size();
+    while (position != end) {
+        position = std::find_if(position, end, [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+        const char* const start = position;
+        if (position != end && !is_valid_codepoint(utf_traits<char>::decode(position, end))) {
+            return static_cast<std::size_t>(start - text.data());
+        }
+    }
+    return text.size();
+}
+
+}  // namespace vx::core

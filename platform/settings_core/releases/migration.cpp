@@ -1,0 +1,163 @@
+#include <settings_core/files/file_check.hpp>
+#include <settings_core/releases/migration.hpp>
+#include <settings_core/releases/release_history.hpp>
+
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+
+namespace vx::core {
+
+namespace {
+
+using ::settings::core::ReleaseChangeSet;
+using ::settings::core::ReleaseChangeTable;
+using ::settings::core::SettingsFileChange;
+
+std::optional<ReleaseName> releaseIn(const SettingsFile& file)
+{
+    const JsonValue* release = file.release();
+    if (release == nullptr) {
+        return std::nullopt;
+    }
+    const auto name = parseRelease(*release);
+    if (!name) {
+        throw ParseError(release->offset, std::string(invalidReleaseMessage));
+    }
+    return name;
+}
+
+void requireUniqueSettings(const SettingsFile& file)
+{
+    std::set<std::string_view> paths;
+    for (const JsonMember& setting : file.settings()) {
+        if (!paths.insert(setting.name).second) {
+            throw ParseError(setting.offset,
+                             setting.name + " is a duplicate: keep one of them before migrating");
+        }
+    }
+}
+
+void requireOrder(const Migration& migration, const ReleaseName& newest)
+{
+    if (migration.from && newest < *migration.from) {
+        throw std::runtime_error("the file is of release " + formatReleaseName(*migration.from) +
+                                 ", newer than the newest known release, " + formatReleaseName(newest) +
+                                 ": migrate it with that release");
+    }
+    if (newest < migration.to) {
+        throw std::runtime_error("release " + formatReleaseName(migration.to) +
+                                 " is unknown: the newest known release is " + formatReleaseName(newest));
+    }
+    if (migration.from && migration.to < *migration.from) {
+        throw std::runtime_error("the file is of release " + formatReleaseName(*migration.from) +
+                                 ", and a file cannot be migrated back to " +
+                                 formatReleaseName(migration.to));
+    }
+}
+
+class Migrator
+{
+public:
+    Migrator(SettingsFileEdit& edit, std::vector<MigrationEvent>& events) : edit_(edit), events_(events) {}
+
+    void apply(const ReleaseChangeSet& set)
+    {
+        for (const SettingsFileChange& change : set.changes) {
+            if (change.to().empty()) {
+                remove(set.release, change.from().front());
+            } else if (edit_.has(change.from().front())) {
+                move(set.release, change.from().front(), change.to().front());
+            }
+        }
+    }
+
+private:
+    void move(const std::string& release, const std::string& source, const std::string& target)
+    {
+        const bool targetIsSet = edit_.has(target);
+        if (targetIsSet) {
+            edit_.remove(source);
+        } else {
+            edit_.rename(source, target);
+        }
+        events_.push_back({targetIsSet ? MigrationEvent::Kind::targetKept : MigrationEvent::Kind::moved,
+                           release, source, target});
+    }
+
+    void remove(const std::string& release, const std::string& removed)
+    {
+        const std::vector<std::string> paths = edit_.paths();
+        for (const std::string& path : paths) {
+            if (isAtOrUnder(path, removed)) {
+                edit_.remove(path);
+                events_.push_back({MigrationEvent::Kind::removed, release, path, ""});
+            }
+        }
+    }
+
+    SettingsFileEdit& edit_;
+    std::vector<MigrationEvent>& events_;
+};
+
+/// Returns the number of settings that were neither moved nor dropped.
+std::size_t countUntouched(const Migration& migration, std::size_t settings)
+{
+    std::set<std::string_view> arrived;
+    std::size_t touched = 0;
+    for (const MigrationEvent& event : migration.events) {
+        // A setting that was moved before is counted once.
+        touched += arrived.erase(event.path) == 0 ? 1 : 0;
+        if (event.kind == MigrationEvent::Kind::moved) {
+            arrived.insert(event.target);
+        }
+    }
+    return settings - touched;
+}
+
+}  // namespace
+
+Migration migrateSettings(const SettingsFile& file, const ReleaseChangeTable& table,
+                          const MigrationRange& range)
+{
+    const auto newest = newestRelease(table);
+    if (!newest) {
+        throw std::runtime_error("the table of release changes is empty: there is nothing to migrate by");
+    }
+    Migration migration{.from = range.from ? range.from : releaseIn(file), .to = range.to.value_or(*newest)};
+    requireOrder(migration, *newest);
+    requireUniqueSettings(file);
+    SettingsFileEdit edit(file);
+    Migrator migrator(edit, migration.events);
+    for (const auto& [index, set] : table) {
+        const ReleaseName release = releaseOf(set);
+        if (release <= migration.to && (!migration.from || *migration.from < release)) {
+            migrator.apply(set);
+        }
+    }
+    if (releaseIn(file) != migration.to) {
+        edit.setRelease(formatReleaseName(migration.to));
+    }
+    migration.untouched = countUntouched(migration, file.settings().size());
+    migration.text = edit.text();
+    return migration;
+}
+
+std::vector<FileFault> checkMovedValues(const Migration& migration, const SettingsTree& tree,
+                                        const ReleaseChangeTable& table)
+{
+    std::set<std::string_view> moved;
+    for (const MigrationEvent& event : migration.events) {
+        if (event.kind == MigrationEvent::Kind::moved && tree.find(event.target) != nullptr) {
+            moved.insert(event.target);
+        }
+    }
+    auto diagnostics = checkSettingsFile(migration.text, tree, table);
+    std::erase_if(diagnostics,
+                  [&moved](const FileFault& diagnostic) { return !moved.contains(diagnostic.path); });
+    return diagnostics;
+}
+
+}  // namespace vx::core

@@ -1,0 +1,71 @@
+#pragma once
+
+// Migrates settings files of older releases.
+
+#include <settings_core/files/settings_file.hpp>
+#include <settings_core/releases/release_name.hpp>
+
+#include <settings/core/settings_file_change.hpp>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vx::core {
+
+struct FileFault;
+class SettingsTree;
+
+/// A change that a release makes to one setting of a file.
+struct MigrationEvent
+{
+    /// The kinds of changes.
+    enum class Kind : std::uint8_t
+    {
+        moved,       ///< renamed to `target`, value unchanged
+        targetKept,  ///< dropped: the file already has `target`, whose value stays
+        removed      ///< dropped: the release has no such setting
+    };
+
+    Kind kind;            ///< of the change
+    std::string release;  ///< that made the change: "R2022b"
+    std::string path;     ///< of the setting before the change
+    std::string target;   ///< path of the move; empty for `removed`
+};
+
+/// The result of migrating a settings file.
+struct Migration
+{
+    /// Release of the file before; nothing when it names none, which means older than all releases.
+    std::optional<ReleaseName> from;
+    ReleaseName to;                           ///< release of the file afterwards
+    std::vector<MigrationEvent> events = {};  ///< oldest release first
+    std::size_t untouched = 0;                ///< number of settings without an event
+    std::string text = {};                    ///< content of the file afterwards
+};
+
+/// The releases to apply; by default all that are newer than the file's own.
+struct MigrationRange
+{
+    std::optional<ReleaseName> from = std::nullopt;  ///< overrides the file's own release
+    std::optional<ReleaseName> to = std::nullopt;    ///< last release to apply; default: the newest
+};
+
+/// Applies the changes of every release after `from` up to and including `to`, oldest first, and sets the
+/// file's release to `to`. A moved setting keeps its position and the source text of its value; a setting
+/// that is already in the file is never replaced. Removing a group removes all settings in it.
+///
+/// Throws ParseError, with an offset in the file, for a duplicate setting or an invalid release name;
+/// std::runtime_error when the file or `to` is newer than the table, or the file newer than `to`.
+[[nodiscard]] VX_API Migration migrateSettings(const SettingsFile& file,
+                                               const ::settings::core::ReleaseChangeTable& table,
+                                               const MigrationRange& range = {});
+
+/// Returns diagnostics about moved values that the new setting rejects. They stay in the file and are
+/// ignored.
+[[nodiscard]] VX_API std::vector<FileFault>
+checkMovedValues(const Migration& migration, const SettingsTree& tree,
+                 const ::settings::core::ReleaseChangeTable& table);
+
+}  // namespace vx::core

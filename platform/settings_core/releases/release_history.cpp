@@ -1,0 +1,74 @@
+#include <settings_core/releases/release_history.hpp>
+
+#include <boost/range/adaptor/reversed.hpp>
+
+namespace vx::core {
+
+namespace {
+
+using ::settings::core::ReleaseChangeTable;
+using ::settings::core::SettingsFileChange;
+
+bool isMoveTo(const SettingsFileChange& change, std::string_view path)
+{
+    return !change.to().empty() && change.to().front() == path;
+}
+
+/// Whether the change moves or removes this path. Only a removal can name a group.
+bool affects(const SettingsFileChange& change, std::string_view path)
+{
+    return change.to().empty() ? isAtOrUnder(path, change.from().front()) : change.from().front() == path;
+}
+
+}  // namespace
+
+bool isAtOrUnder(std::string_view path, std::string_view group) noexcept
+{
+    return path.starts_with(group) && (path.size() == group.size() || path[group.size()] == '.');
+}
+
+std::vector<ReleaseStep> movesTo(const ReleaseChangeTable& table, std::string_view path)
+{
+    std::vector<ReleaseStep> steps;
+    for (const auto& [index, set] : boost::adaptors::reverse(table)) {
+        for (const SettingsFileChange& change : boost::adaptors::reverse(set.changes)) {
+            if (isMoveTo(change, path)) {
+                path = change.from().front();
+                steps.push_back({set.release, path, change.to().front()});
+            }
+        }
+    }
+    return steps;
+}
+
+std::vector<ReleaseStep> changesFrom(const ReleaseChangeTable& table, std::string_view path)
+{
+    std::vector<ReleaseStep> steps;
+    for (const auto& [index, set] : table) {
+        for (const SettingsFileChange& change : set.changes) {
+            if (!affects(change, path)) {
+                continue;
+            }
+            steps.push_back(
+                {set.release, path, change.to().empty() ? "" : std::string_view(change.to().front())});
+            if (change.to().empty()) {
+                return steps;
+            }
+            path = steps.back().to;
+        }
+    }
+    return steps;
+}
+
+std::string describeSteps(const std::vector<ReleaseStep>& steps)
+{
+    std::string text;
+    for (const ReleaseStep& step : steps) {
+        text += text.empty() ? "it was " : ", then ";
+        text += step.to.empty() ? "removed" : "moved to " + std::string(step.to);
+        text.append(" in ").append(step.release);
+    }
+    return text;
+}
+
+}  // namespace vx::core

@@ -1,0 +1,177 @@
+#include <data/views.hpp>
+#include <settings_core/values/value_format.hpp>
+#include <settings_core/values/value_literals.hpp>
+#include <settings_core/values/value_parsing.hpp>
+
+#include <foundation/verdixdata/array_factory.hpp>
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <stdexcept>
+#include <utility>
+
+namespace vx::core {
+
+namespace {
+
+using namespace foundation::verdixdata;
+
+Literal literalOf(const JsonValue& json)
+{
+    switch (json.kind) {
+    case JsonKind::string:
+        return {.offset = json.offset, .isString = true, .string = decodedString(json)};
+    case JsonKind::array:
+        throw ParseError(json.offset, "expected a list of values, or a list of rows of the same length");
+    case JsonKind::object:
+        throw ParseError(json.offset, "expected a value or a list, not an object");
+    case JsonKind::null:
+    case JsonKind::boolean:
+    case JsonKind::number:
+        break;
+    }
+    return {.offset = json.offset, .token = json.text};
+}
+
+void appendRow(LiteralGrid& grid, const std::vector<JsonValue>& elements)
+{
+    for (const JsonValue& element : elements) {
+        grid.literals.push_back(literalOf(element));
+    }
+}
+
+void appendRows(LiteralGrid& grid, const std::vector<JsonValue>& rows)
+{
+    grid.rows = rows.size();
+    grid.columns = rows.front().elements.size();
+    for (const JsonValue& row : rows) {
+        if (row.kind != JsonKind::array || row.elements.size() != grid.columns) {
+            throw ParseError(row.offset, "expected a list of " + std::to_string(grid.columns) +
+                                             " elements as in the first row");
+        }
+        appendRow(grid, row.elements);
+    }
+}
+
+LiteralGrid gridOf(const JsonValue& json)
+{
+    LiteralGrid grid;
+    grid.offset = json.offset;
+    if (json.kind != JsonKind::array) {
+        grid.columns = 1;
+        grid.literals.push_back(literalOf(json));
+        return grid;
+    }
+    grid.brackets = Brackets::square;
+    if (!json.elements.empty() && json.elements.front().kind == JsonKind::array) {
+        appendRows(grid, json.elements);
+    } else {
+        grid.columns = json.elements.size();
+        appendRow(grid, json.elements);
+    }
+    return grid;
+}
+
+void append(std::string& json, bool element)
+{
+    json += element ? "true" : "false";
+}
+
+void append(std::string& json, double element)
+{
+    if (element == 0 && std::signbit(element)) {
+        json += "-0";
+    } else if (std::isfinite(element)) {
+        json += formatNumber(element);
+    } else {
+        json.append(1, '"').append(formatNumber(element)).append(1, '"');
+    }
+}
+
+template <data::Number Integer>
+void append(std::string& json, Integer element)
+{
+    std::array<char, 24> buffer;
+    json.append(buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), element).ptr);
+}
+
+void append(std::string& json, const String& element)
+{
+    json += element ? jsonLiteral(*element) : "null";
+}
+
+void append(std::string& json, const Array& element)
+{
+    if (element.getType() != ArrayType::CHAR || !data::isRow(element)) {
+        throw std::invalid_argument("a settings file cannot hold a cell of anything but strings");
+    }
+    json += jsonLiteral(*data::textOf(element));
+}
+
+/// Appends one row of a matrix that is stored column by column.
+template <class T>
+void appendRow(std::string& json, const T* first, std::size_t rows, std::size_t columns)
+{
+    json += '[';
+    for (std::size_t column = 0; column < columns; ++column) {
+        json += column == 0 ? "" : ", ";
+        append(json, first[column * rows]);
+    }
+    json += ']';
+}
+
+template <class T>
+std::string elementsToJson(const Array& value)
+{
+    const auto elements = data::elementsOf<T>(value);
+    const std::size_t rows = value.getDimensions()[0];
+    std::string json;
+    if (data::isScalar(value) && value.getType() != ArrayType::CELL) {
+        append(json, elements.front());
+        return json;
+    }
+    json += rows == 1 ? "" : "[";
+    for (std::size_t row = 0; row < rows; ++row) {
+        json += row == 0 ? "" : ", ";
+        appendRow(json, elements.data() + row, rows, value.getDimensions()[1]);
+    }
+    return json += rows == 1 ? "" : "]";
+}
+
+void requireStorable(const Array& value)
+{
+    const bool isOneRow = value.getType() == ArrayType::CHAR || value.getType() == ArrayType::CELL;
+    if (!value.isAssigned() || value.getDimensions().size() != 2 ||
+        (isOneRow ? !data::isRow(value) : value.getDimensions()[0] == 0))
+    {
+        throw std::invalid_argument("a settings file cannot hold a value of this class and size: " +
+                                    formatClassAndSize(value));
+    }
+}
+
+}  // namespace
+
+Array valueFromJson(const JsonValue& json, const ParseTarget& target)
+{
+    return arrayOf(gridOf(json), target);
+}
+
+Array parseJsonValue(std::string_view text, const ParseTarget& target)
+{
+    return valueFromJson(readJson(text), target);
+}
+
+std::string valueToJson(const Array& value)
+{
+    requireStorable(value);
+    return data::visitElementType(value.getType(), [&value]<class T>(std::type_identity<T>) -> std::string {
+        if constexpr (std::same_as<T, char16_t>) {
+            return jsonLiteral(*data::textOf(value));
+        } else {
+            return elementsToJson<T>(value);
+        }
+    });
+}
+
+}  // namespace vx::core

@@ -1,0 +1,38 @@
+#pragma once
+
+// Parsing of values in the scripting language's notation and in JSON. Formatting is in value_format.hpp.
+
+#include <settings_core/constraints/parse_target.hpp>
+#include <settings_core/files/json_reader.hpp>
+
+#include <foundation/export.hpp>
+#include <foundation/verdixdata/array.hpp>
+
+#include <string>
+#include <string_view>
+
+namespace vx::core {
+
+/// Parses a value in the scripting language's notation: true, 12, -1.5e3, [14 0 255], [1,2;3,4], {"a","b"},
+/// {} and strings in single or double quotes, which are doubled inside. Quotes may be omitted where the value
+/// can only be a string; it then includes all whitespace. Throws ParseError.
+[[nodiscard]] VX_API foundation::verdixdata::Array parseValue(std::string_view text,
+                                                              const ParseTarget& target);
+
+/// Parses a value in the JSON notation of settings files, see valueFromJson. Throws ParseError.
+[[nodiscard]] VX_API foundation::verdixdata::Array parseJsonValue(std::string_view text,
+                                                                  const ParseTarget& target);
+
+/// Converts a JSON value to an array. A number, true or false is a scalar, an array a row, an array of arrays
+/// the rows of a matrix, a string a string, an array of strings a cell. "NaN", "Inf" and "-Inf" are allowed
+/// as doubles, null as a missing string. Throws ParseError with an offset in the JSON text of the value.
+[[nodiscard]] VX_API foundation::verdixdata::Array valueFromJson(const JsonValue& json,
+                                                                 const ParseTarget& target);
+
+/// Formats a value as JSON on one line. valueFromJson restores it bit by bit, except for the payload of a NaN
+/// and for a 0-by-0 character vector, which becomes 1-by-0. Throws std::invalid_argument for values that a
+/// settings file cannot hold: unassigned values, more than two dimensions, no rows, character arrays or cells
+/// of more than one row, cells of anything but character vectors.
+[[nodiscard]] VX_API std::string valueToJson(const foundation::verdixdata::Array& value);
+
+}  // namespace vx::core

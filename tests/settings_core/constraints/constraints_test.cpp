@@ -1,0 +1,127 @@
+#include <settings_core/constraints/constraints.hpp>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <tests/settings_core/new_setting.hpp>
+
+namespace {
+
+using foundation::verdixdata::Array;
+using foundation::verdixdata::ArrayType;
+using tests::row;
+using tests::scalar;
+using tests::string;
+using tests::text;
+using tests::texts;
+using vx::core::findViolations;
+using vx::core::ValueValidator;
+using Colour = settings::core::SettingValueValidator::Colour;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+constexpr settings::core::SettingValueValidator::Range anyNumber;
+
+struct Case
+{
+    ValueValidator rules;
+    std::string words;
+    std::vector<Array> kept;
+    std::vector<Array> broken;
+};
+
+TEST(ValueValidator, HoldUpToTheirBounds)
+{
+    constexpr auto largest = std::numeric_limits<std::int64_t>::max();
+    const ValueValidator words{{.allowedValues = {u"loose", u"compact"}}};
+    const Case cases[] = {
+        {{{.range = {{0, 3}}}},
+         "from 0 to 3",
+         {scalar(0.0), scalar(3.0), row<std::int32_t>({0, 3}), row<double>({})},
+         {scalar(-0.001), scalar(3.001), row<std::int32_t>({0, 4}), scalar(notANumber), text("1"),
+          scalar(true), text(""), Array()}},
+        {{{.range = {{.lower = 1}}}},
+         "at least 1",
+         {scalar(1.0), scalar(infinity)},
+         {scalar(0.5), scalar(-infinity), scalar(notANumber)}},
+        {{{.range = {{.upper = 0x1p62}}}},
+         "at most 4611686018427387904",
+         {scalar(-infinity), scalar(largest / 2 + 1)},
+         {scalar(largest / 2 + 2), scalar(infinity), scalar(notANumber)}},
+        {{{.range = anyNumber}},
+         "numeric",
+         {scalar(notANumber), scalar(-infinity), row<std::int32_t>({1, 2})},
+         {text("1"), scalar(true), Array()}},
+        {words,
+         "one of: loose, compact",
+         {text("loose"), string("compact"), texts({"loose", "loose"}), texts({})},
+         {text("Loose"), text(""), texts({"loose", "tight"}), scalar(1.0),
+          row<foundation::verdixdata::String>({{}})}},
+        {{{.maximumLength = 3}},
+         "of at most 3 elements or characters",
+         {text("abc"), string("abc"), texts({"abcd", "b", "c"}), text("")},
+         {text("abcd"), string("abcd"), texts({"a", "b", "c", "d"})}},
+        {{{.size = {{1, 2}}}},
+         "1-by-2",
+         {row<double>({1, 2}), text("ab")},
+         {scalar(1.0), row<double>({1, 2, 3}), Array()}},
+        {{{.size = {{.columns = 3}}}},
+         "in 3 columns",
+         {row<double>({1, 2, 3}), tests::matrix<double>(2, 3, {1, 2, 3, 4, 5, 6}), text("abc")},
+         {row<double>({1, 2}), tests::matrix<double>(3, 2, {1, 2, 3, 4, 5, 6}), Array()}},
+        {{{.size = {{.rows = 1}}}},
+         "in 1 row",
+         {scalar(1.0), texts({"a", "b"})},
+         {tests::matrix<int>(2, 1, {1, 2})}},
+        {{{.allowedValues = {u"a", u""}, .maximumLength = 0, .size = {{1, 0}}}},
+         "of at most 0 elements or characters, 1-by-0, one of: a, \"\"",
+         {text(""), tests::matrix<char16_t>(0, 0, {})},
+         {}},
+        {{{.elementClass = ArrayType::CELL}}, "a cell", {texts({})}, {text("a"), Array()}},
+        {{{.elementClass = ArrayType::INT32}}, "of class int32", {scalar(1)}, {scalar(1.0)}},
+        {{{.colour = Colour::wholeNumbers}},
+         "a colour: red, green and blue, each a whole number from 0 to 255",
+         {row<std::int32_t>({0, 255, 7}), row<double>({0, 255, 7})},
+         {row<double>({0, 0.5, 1}), row<std::int32_t>({0, 256, 7}), row<std::int32_t>({0, -1, 7}),
+          row<std::int32_t>({0, 1}), text("abc")}},
+        {{{.allowedValues = {u"auto", u"none"}, .colour = Colour::normalised}},
+         "a colour: red, green and blue, each a number from 0 to 1, or one of: auto, none",
+         {row<double>({0, 0.5, 1}), text("auto"), string("none")},
+         {row<double>({0, 0.5, 1.01}), row<double>({0, notANumber, 1}), text("red"), texts({"auto"})}},
+        {{}, "", {text("anything"), Array()}, {}},
+    };
+    for (const Case& each : cases) {
+        EXPECT_EQ(vx::core::describeValueValidator(each.rules), each.words);
+        for (std::size_t i = 0; i < each.kept.size(); ++i) {
+            EXPECT_TRUE(findViolations(each.rules, each.kept[i]).empty()) << each.words << ", kept " << i;
+        }
+        for (std::size_t i = 0; i < each.broken.size(); ++i) {
+            EXPECT_EQ(findViolations(each.rules, each.broken[i]).size(), 1U)
+                << each.words << ", broken " << i;
+        }
+    }
+}
+
+TEST(ValueValidator, AreDescribedTogetherWithValidatorAndFactoryValue)
+{
+    using namespace settings::core;
+    const auto described = [](Array factoryValue, Validator validator, std::vector<ValueValidator> records) {
+        return vx::core::describeConstraint(
+            tests::propertiesOf(std::move(factoryValue), std::move(validator), std::move(records)));
+    };
+    const MValidator integer("verdix.settings", "mustBeIntegerScalar");
+    EXPECT_EQ(described(scalar(1.0), integer, {{{.range = {{0, 3}}}}}), "a whole number from 0 to 3");
+    EXPECT_EQ(described(text("loose"), {}, {{{.allowedValues = {u"loose"}, .maximumLength = 9}}}),
+              "a string, of at most 9 characters, one of: loose");
+    EXPECT_EQ(described(texts({}), {}, {{{.allowedValues = {u"a", u"b"}}}}),
+              "a cell of strings, each one of: a, b");
+    EXPECT_EQ(described(scalar(1.0), CValidator("liblimits", "check"), {{{.range = {{.lower = 1}}}}}),
+              "a number accepted by check of liblimits, at least 1");
+    EXPECT_EQ(described(row<double>({0, 0, 1}), {}, {{{.range = {{0, 1}}, .size = {{.columns = 3}}}}}),
+              "numbers from 0 to 1, in 3 columns");
+    EXPECT_EQ(described({}, MValidator("elsewhere", "mustFit"), {}),
+              "a value accepted by the script function elsewhere.mustFit");
+}
+
+}  // namespace

@@ -1,0 +1,184 @@
+#include <settings_core/files/atomic_file.hpp>
+#include <settings_core/files/settings_file.hpp>
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <filesystem>
+#include <string>
+#include <sys/ptrace.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <system_error>
+#include <tests/support/files.hpp>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using vx::core::LockedFile;
+using vx::core::readFile;
+
+struct AtomicFileTest : testing::Test
+{
+    void write(const std::string& content) const { LockedFile(file).replace(content); }
+
+    template <class Action>
+    static void expectRefusal(const char* words, Action action)
+    {
+        EXPECT_THAT(action, testing::ThrowsMessage<std::system_error>(testing::HasSubstr(words)));
+    }
+
+    tests::TestFolder folder;
+    fs::path file = folder / "settings.json";
+};
+
+TEST_F(AtomicFileTest, KeepsModeAndLinksAndLeavesEqualFilesAlone)
+{
+    write("old");
+    fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read);
+    const fs::path link = folder / "link.json";
+    fs::create_symlink("settings.json", link);
+    struct stat before = {};
+    ::stat(file.c_str(), &before);
+    LockedFile(link).replace("old");
+    struct stat after = {};
+    ::stat(file.c_str(), &after);
+    EXPECT_EQ(before.st_ino, after.st_ino);
+
+    LockedFile(link).replace("new");
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(readFile(file), "new");
+    ::stat(file.c_str(), &after);
+    EXPECT_EQ(after.st_mode, before.st_mode);
+
+    EXPECT_TRUE(LockedFile(file).keepCopy("copy"));
+    EXPECT_FALSE(LockedFile(file).keepCopy("copy"));
+    EXPECT_EQ(readFile(folder / "copy"), "new");
+}
+
+TEST_F(AtomicFileTest, FailedWriteLeavesTheOldFileAndNothingElse)
+{
+    write("old");
+    // A full disk, as far as the process can tell.
+    const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before = {};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit full{2, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &full);
+    expectRefusal("settings.json", [&] { write("a new content that does not fit"); });
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, ignored);
+    EXPECT_EQ(readFile(file), "old");
+    EXPECT_FALSE(fs::exists(folder / ".settings.json.new"));
+}
+
+/// Runs the writer up to its n-th entry into or return from a system call, and kills it there. False when it
+/// ended before.
+template <class Writer>
+bool killAtStop(int n, Writer writer)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+        ::raise(SIGSTOP);
+        writer();
+        ::_exit(0);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    for (int stop = 0; stop < n; ++stop) {
+        ::ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+        ::waitpid(child, &status, 0);
+        if (WIFEXITED(status)) {
+            return false;
+        }
+    }
+    ::kill(child, SIGKILL);
+    ::waitpid(child, &status, 0);
+    return true;
+}
+
+TEST_F(AtomicFileTest, WriterKilledAtAnySystemCallLeavesTheOldOrTheNewFile)
+{
+    const std::string before(20000, 'o');
+    const std::string after(30000, 'n');
+    write(before);
+    int kills = 0;
+    bool newWasSeen = false;
+    while (killAtStop(kills, [&] { write(after); })) {
+        ++kills;
+        const auto content = readFile(file);
+        ASSERT_TRUE(content == before || content == after) << "killed at stop " << kills;
+        newWasSeen = newWasSeen || content == after;
+        write(before);  // the next writer, amid whatever the killed one left
+        ASSERT_EQ(readFile(file), before);
+    }
+    EXPECT_EQ(readFile(file), after);
+    EXPECT_FALSE(fs::exists(folder / ".settings.json.new"));
+    EXPECT_TRUE(newWasSeen);
+    EXPECT_GT(kills, 30) << "open, lock, read, write, flush, rename, flush: two stops each";
+}
+
+TEST_F(AtomicFileTest, WhatTheFileSystemRefusesIsNamed)
+{
+    const fs::path replacement = folder / ".settings.json.new";
+    const fs::path lock = folder / ".settings.json.lock";
+    fs::create_symlink("loop", folder / "loop");
+    write("old");
+    EXPECT_EQ(readFile(file / "below"), std::nullopt) << "no folder, no file";
+    expectRefusal("cannot be read", [&] { static_cast<void>(readFile(file.parent_path())); });
+    expectRefusal("cannot be read", [&] { static_cast<void>(readFile(folder / "loop")); });
+    {
+        LockedFile locked(file);
+        expectRefusal("cannot be created", [&] { static_cast<void>(locked.keepCopy("no/such/folder")); });
+        fs::create_directory(replacement);
+        expectRefusal("cannot be created", [&] { locked.replace("new"); });
+        EXPECT_EQ(readFile(file), "old");
+        fs::remove(replacement);
+        fs::remove(file);
+        fs::create_directory(file);
+        expectRefusal("cannot be replaced", [&] { locked.replace("new"); });
+        EXPECT_FALSE(fs::exists(replacement));
+    }
+    fs::remove(file);
+    fs::remove(lock);
+    fs::create_directory(lock);
+    write("new");
+    EXPECT_EQ(readFile(file), "new") << "whatever can be opened can be locked";
+    fs::remove(lock);
+    fs::create_symlink("no/such/lock", lock);
+    expectRefusal("cannot be opened to lock", [&] { write("newer"); });
+}
+
+TEST_F(AtomicFileTest, ConcurrentWritersLoseNothing)
+{
+    constexpr int writers = 4;
+    constexpr int rounds = 60;
+    write("{\"settings\": {}}");
+    std::vector<pid_t> children;
+    for (int writer = 0; writer < writers; ++writer) {
+        children.push_back(::fork());
+        if (children.back() != 0) {
+            continue;
+        }
+        for (int round = 0; round < rounds; ++round) {
+            LockedFile locked(file);
+            const vx::core::SettingsFile settings(*locked.content());
+            vx::core::SettingsFileEdit edit(settings);
+            edit.set("v.w" + std::to_string(writer) + "." + std::to_string(round), "1");
+            locked.replace(edit.text());
+        }
+        ::_exit(0);
+    }
+    for (const pid_t child : children) {
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    EXPECT_EQ(vx::core::SettingsFile(*readFile(file)).settings().size(), std::size_t{writers} * rounds);
+}
+
+}  // namespace

@@ -1,0 +1,116 @@
+// Layers and checking over the tree as it is built.
+
+#include <component/factory_settings_verdix.hpp>
+#include <settings_core/files/file_check.hpp>
+#include <settings_core/files/layers.hpp>
+#include <settings_core/values/value_format.hpp>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <tests/support/files.hpp>
+#include <tests/support/running_framework.hpp>
+#include <vector>
+
+namespace {
+
+using testing::HasSubstr;
+using vx::core::Node;
+
+struct LiveLayersTest : testing::Test
+{
+    tests::RunningFramework framework;
+    settings::verdix::FactorySettingsVerdix component;
+    vx::core::SettingsTree tree = vx::core::loadTree(component);
+    settings::core::ReleaseChangeTable releases = vx::core::loadReleaseChanges(component);
+    tests::TestFolder folder;
+    vx::core::LayerFiles files{folder / "installation.json", folder / "personal/settings.json"};
+};
+
+TEST_F(LiveLayersTest, TheLastLayerWithAFittingValueHolds)
+{
+    const Node& wrap = *tree.find("verdix.commandwindow.WrapLines");
+    tests::writeFile(files.installation, "{\"settings\": {\"verdix.commandwindow.WrapLines\": true}}");
+    tests::writeFile(files.personal, "{\"settings\": {\n\"verdix.commandwindow.WrapLines\": 3}}");
+    vx::core::Layers layers(tree, files);
+    const auto held = layers.effective(wrap);
+    EXPECT_EQ(held.layer, vx::core::Layer::installation);
+    ASSERT_EQ(held.diagnostics.size(), 1U);
+    EXPECT_THAT(
+        held.diagnostics.front(),
+        HasSubstr("settings.json:2:35: verdix.commandwindow.WrapLines: expected true or false, not 3"));
+    const auto all = layers.valuesOf(wrap);
+    ASSERT_EQ(all.size(), 3U);
+    EXPECT_EQ(all[0].source, "factory value");
+    EXPECT_FALSE(all[2].isValid());
+
+    tests::writeFile(files.personal, "{\"settings\": [");
+    EXPECT_THROW(static_cast<void>(vx::core::Layers(tree, files).effective(wrap)), std::runtime_error);
+}
+
+TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
+{
+    // A ^ stands in front of each fault, the words behind the line are what is said of it.
+    struct
+    {
+        std::string line;
+        std::vector<const char*> faults = {};
+    } const lines[] = {
+        {R"({ "release": ^"2026a",)", {"is not a release"}},
+        {R"(  ^"comment": "mine",)", {"is an unknown member"}},
+        {R"(  "settings": {)"},
+        {R"(    "verdix.commandwindow.WrapLines": true,)"},
+        {R"(    ^"verdix.commandwindow.WrapLines": false,)", {"duplicate of the one in line 4"}},
+        {R"(    ^"verdix.commandwindow.WrapLinez": true,)", {"did you mean verdix.commandwindow.WrapLines"}},
+        {R"(    ^"verdix.nothing.like.it.AtAllAnywhere": 1,)", {"is not a setting"}},
+        {R"(    ^"verdix.commandwindow.EightyColumns": true,)", {"UseEightyColumnDisplayWidth in R2021a"}},
+        {R"(    ^"verdix.findfiles.GoToFileEnabled": true,)", {"removed in R2021a"}},
+        {R"(    ^"verdix.editor.suggestions.Forgotten": true,)", {"removed in R2026a"}},
+        {R"(    ^"verdix.commandwindow": {},)", {"is a group"}},
+        {R"(    ^"ä": 1, "verdix.commandwindow.NumericFormat": ^12,)", {"is not a setting", "a string"}},
+        {R"(    "verdix.commandwindow.UseEightyColumnDisplayWidth": ^"yes",)", {"true or false"}},
+        {R"(    "verdix.commandwindow.NumberOfLinesInScrollBuffer": ^1.5,)", {"a whole number"}},
+        {R"(    "verdix.commandwindow.SuppressCellBraces": ^null,)", {"true or false"}},
+        {R"(    "verdix.commandwindow.DisplayLineSpacing": ^"wide",)", {"loose"}},
+        {R"(    "verdix.colors.KeywordColor": ^[1, 2],)", {"0 to 255"}},
+        {R"(    "verdix.colors.CommentColor": ^[1, 2, 256],)", {"0 to 255"}},
+        {R"(    "verdix.colors.StringColor": [[1, 2], ^[3]],)", {"a list of 2"}},
+        {R"(    "verdix.connector.InterfacesBlocklist": ^"a",)", {"a list of strings"}},
+        {R"(    ^"verdix.desktop.DisplayScaleFactor": 1)", {"is an alias"}},
+        {R"(} })"},
+    };
+    std::vector<std::pair<vx::core::TextPosition, const char*>> expected;
+    std::string content;
+    for (std::size_t number = 1; auto [line, words] : lines) {
+        for (const char* fault : words) {
+            const std::size_t mark = line.find('^');
+            line.erase(mark, 1);
+            expected.push_back({{number, vx::core::characterCount(line.substr(0, mark)) + 1}, fault});
+        }
+        content.append(line).append("\n");
+        ++number;
+    }
+    ASSERT_EQ(expected.size(), 20U);
+    const auto faults = vx::core::checkSettingsFile(content, tree, releases);
+    ASSERT_EQ(faults.size(), expected.size());
+    for (std::size_t index = 0; index < faults.size(); ++index) {
+        EXPECT_EQ(faults[index].position.line, expected[index].first.line) << faults[index].message;
+        EXPECT_EQ(faults[index].position.column, expected[index].first.column) << faults[index].message;
+        EXPECT_THAT(faults[index].message, HasSubstr(expected[index].second));
+    }
+
+    const std::pair<const char*, const char*> others[] = {
+        {R"({"$schema": "settings.json", "release": 2026, "settings": {}})", "is not a release"},
+        {R"({"release": "R2099b"})", "is newer than the newest known release, R20"},
+        {R"({"settings": {}, "settings": {"no.such.path": 1}})", "duplicate"},
+        {R"({"settings": 1})", "expected an object"},
+    };
+    for (const auto& [file, words] : others) {
+        const auto found = vx::core::checkSettingsFile(file, tree, releases);
+        ASSERT_FALSE(found.empty()) << file;
+        EXPECT_NE(found.front().message.find(words), std::string::npos) << found.front().message;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,161 @@
+// Settings files over what the live tree does not have: read-only settings, aliases of aliases, settings
+// without a factory value, a table without releases.
+
+#include <settings_core/constraints/constraints.hpp>
+#include <settings_core/constraints/validation.hpp>
+#include <settings_core/files/file_check.hpp>
+#include <settings_core/files/layers.hpp>
+#include <settings_core/files/settings_editor.hpp>
+#include <settings_core/releases/migration.hpp>
+#include <settings_core/releases/release_name.hpp>
+#include <settings_core/tree/path_lookup.hpp>
+#include <settings_core/values/value_format.hpp>
+#include <settings_core/values/value_parsing.hpp>
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <tests/settings_core/new_setting.hpp>
+#include <tests/support/files.hpp>
+
+namespace {
+
+using namespace vx::core;
+using testing::HasSubstr;
+using testing::ThrowsMessage;
+using tests::matrix;
+using tests::Properties;
+using tests::row;
+using tests::scalar;
+using tests::text;
+
+struct OddTreeTest : testing::Test
+{
+    OddTreeTest()
+    {
+        Properties fixed = tests::propertiesOf(scalar(1.0));
+        fixed.readOnly = true;
+        add("Fixed", fixed);
+        add("Word", tests::propertiesOf({}, {}, {{{.allowedValues = {u"a", u"b"}}}}));
+        add("Short", tests::propertiesOf({}, {}, {{{.maximumLength = 3}}}));
+        add("Table", tests::propertiesOf({}, {}, {{{.size = {{2, 2}}}}}));
+        addAlias("First", "root.Second");
+        addAlias("Second", "root.Word");
+        addAlias("Round", "root.About");
+        addAlias("About", "root.Round");
+        tree.root()->createFactorySetting("group", false, tests::noProperties());
+    }
+
+    void add(const char* name, const Properties& properties) const
+    {
+        tree.root()->createFactorySetting(name, true, properties);
+    }
+
+    void addAlias(const char* name, std::string target) const
+    {
+        Properties properties = tests::noProperties();
+        properties.setAliasName(std::move(target));
+        add(name, properties);
+    }
+
+    tests::TestFolder folder;
+    SettingsTree tree{"root"};
+    const settings::core::ReleaseChangeTable releases;
+    const std::string file = folder / "settings.json";
+    SettingsEditor changer{tree, releases, file};
+};
+
+TEST_F(OddTreeTest, ChangesWhatCanBeChanged)
+{
+    EXPECT_EQ(changer.reset("Word"), 0U) << "there is no file";
+    const auto expectRefusal = [&](const char* path, const char* value, const char* words) {
+        EXPECT_THAT([&] { changer.set(path, value, Notation::script); },
+                    ThrowsMessage<std::runtime_error>(HasSubstr(words)));
+    };
+    expectRefusal("Fixed", "2", "read-only");
+    expectRefusal("Round", "a", "leads back");
+    expectRefusal("Word", "c", "a, b");
+
+    EXPECT_EQ(changer.set("First", "b", Notation::script).fullName(), "root.Word");
+    changer.set("Table", "[1 2; 3 4]", Notation::script);
+    EXPECT_EQ(tests::readFile(file), "{\n  \"settings\": {\n    \"root.Word\": \"b\",\n"
+                                     "    \"root.Table\": [[1, 2], [3, 4]]\n  }\n}\n");
+    EXPECT_THAT([&] { changer.set("Short", "long", Notation::script); },
+                ThrowsMessage<InvalidValue>(HasSubstr("at most 3")));
+    Layers layers(tree, {folder / "none", file});
+    EXPECT_EQ(formatValue(layers.effective(*tree.find("root.Second")).value), "b");
+    EXPECT_EQ(changer.reset("group"), 0U);
+    EXPECT_EQ(changer.reset("Second"), 1U) << "what it stands for";
+    EXPECT_EQ(changer.resetAll(), 1U);
+}
+
+TEST_F(OddTreeTest, ChecksWithoutReleases)
+{
+    const auto faults =
+        checkSettingsFile(R"({"release": "R2099b", "settings": {"root.Fixed": 1, "root.Second": "a",
+        "root.group": 1, "root.Word": [1], "root.Table": [[1, 2]]}})",
+                          tree, releases);
+    const char* const words[] = {"is read-only", "is an alias: write root.Word", "is a group", "", "2-by-2"};
+    ASSERT_EQ(faults.size(), std::size(words));
+    for (std::size_t index = 0; index < faults.size(); ++index) {
+        EXPECT_THAT(faults[index].message, HasSubstr(words[index]));
+    }
+    EXPECT_THAT([&] { static_cast<void>(migrateSettings(parseSettingsFile("{}", file), releases)); },
+                testing::Throws<std::runtime_error>());
+    EXPECT_THAT([&] { static_cast<void>(checkValue(*tree.find("root.First"), text("a"))); },
+                ThrowsMessage<std::invalid_argument>(HasSubstr("an alias of, root.Second")));
+}
+
+TEST_F(OddTreeTest, FindsFilesByUsableFoldersOnly)
+{
+    const auto filesWith = [](const char* home, const char* own, const char* shared) {
+        ::setenv("HOME", home, 1);
+        ::setenv("XDG_CONFIG_HOME", own, 1);
+        ::setenv("XDG_CONFIG_DIRS", shared, 1);
+        const LayerFiles files = defaultLayerFiles();
+        return files.personal.string() + " " + files.installation.string();
+    };
+    tests::writeFile(folder / "verdix/settings.json", "{}");
+    const std::string here = (folder / "").parent_path();
+    EXPECT_EQ(filesWith("/me", "", ""), "/me/.config/verdix/settings.json /etc/xdg/verdix/settings.json");
+    EXPECT_EQ(filesWith("/me", "not/absolute", "also:not"),
+              "/me/.config/verdix/settings.json /etc/xdg/verdix/settings.json");
+    EXPECT_EQ(filesWith("/me", "/own", "/none:/more"),
+              "/own/verdix/settings.json /none/verdix/settings.json");
+    EXPECT_EQ(filesWith("/me", "/own", ("no:/none:" + here).c_str()),
+              "/own/verdix/settings.json " + here + "/verdix/settings.json");
+}
+
+TEST(ReleaseName, IsAYearAndAHalf)
+{
+    for (const char* wrong :
+         {"", "R202a", "r2022b", "R2022c", "R2022A", "R20/2a", "R20:2a", "R-022a", "R2022ab"}) {
+        EXPECT_EQ(parseReleaseName(wrong), std::nullopt) << wrong;
+    }
+    for (const char* name : {"R2022a", "R2022b", "R0000a", "R0099b", "R9999b"}) {
+        EXPECT_EQ(formatReleaseName(parseReleaseName(name).value()), name);
+    }
+    const settings::core::ReleaseChangeTable table{{0, {"soon", false, {}}}};
+    EXPECT_THAT([&] { static_cast<void>(newestRelease(table)); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("\"soon\"")));
+}
+
+TEST(OddValues, AreToldAndNotStored)
+{
+    using foundation::verdixdata::Array;
+    const Array solid = foundation::verdixdata::ArrayFactory().createArray<double>({1, 2, 3});
+    const auto nested =
+        foundation::verdixdata::ArrayFactory().createArray<foundation::verdixdata::Array>({1, 1});
+    const Array values[] = {
+        solid, nested, matrix<double>(0, 3, {}), matrix<char16_t>(2, 1, {u'a', u'b'}), {}};
+    for (const Array& value : values) {
+        EXPECT_THAT([&] { static_cast<void>(valueToJson(value)); },
+                    ThrowsMessage<std::invalid_argument>(HasSubstr("cannot hold")));
+    }
+    EXPECT_EQ(formatValue(matrix<double>(0, 3, {})), "[]");
+    EXPECT_EQ(describeValueValidator({{.elementClass = foundation::verdixdata::ArrayType::CELL}}, text("")),
+              "a cell");
+    EXPECT_EQ(describeConstraint(tests::propertiesOf(row<bool>({true, false}))), "2 logical values");
+}
+
+}  // namespace

@@ -1,0 +1,128 @@
+#include <migration/release_changes.hpp>
+#include <settings_core/releases/migration.hpp>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fuzz/fuzzing.hpp>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using settings::core::ReleaseChangeTable;
+using vx::core::Migration;
+using vx::core::MigrationEvent;
+using vx::core::ReleaseName;
+using vx::core::SettingsFile;
+
+struct MigrationTest : testing::Test
+{
+    MigrationTest()
+    {
+        settings::verdix::fillReleaseChanges(table);
+        for (const auto& [index, set] : table) {
+            for (const auto& change : set.changes) {
+                paths.insert(change.from().front());
+                paths.insert(change.to().begin(), change.to().end());
+            }
+        }
+        for (const char* group :
+             {"verdix.keyboard.suggestions", "verdix.editor.suggestions", "verdix.commandwindow.suggestions"})
+        {
+            paths.insert({std::string(group) + ".Forgotten", std::string(group) + ".deep.Setting",
+                          std::string(group) + "Not.Member"});
+        }
+        paths.insert({"verdix.Untouched", "verdix.commandwindow.NumericFormat"});
+    }
+
+    std::size_t below(std::size_t limit) { return bits() % limit; }
+
+    /// Releases before, between, in and after those of the table but the last.
+    ReleaseName anyRelease() { return {2019 + static_cast<int>(below(7)), below(2) == 0 ? 'a' : 'b'}; }
+
+    /// A file that states about half of the paths, in any order and one of several styles.
+    std::string anyFile(const std::string& release)
+    {
+        const std::string gaps[] = {"", " ", "\n  ", "\r\n\t"};
+        std::vector<std::string> stated;
+        std::sample(paths.begin(), paths.end(), std::back_inserter(stated), below(paths.size()), bits);
+        std::shuffle(stated.begin(), stated.end(), bits);
+        const std::string gap = gaps[below(4)];
+        std::string text =
+            "{" + (release.empty() ? "" : "\"release\": \"" + release + "\",") + gap + "\"settings\":{";
+        for (const std::string& path : stated) {
+            text += (&path == stated.data() ? "" : ",") + gap + "\"" + path +
+                    "\": " + std::to_string(below(1000));
+        }
+        return text + "}" + gap + "}";
+    }
+
+    Migration migrate(const std::string& text, std::optional<ReleaseName> to = std::nullopt)
+    {
+        return vx::core::migrateSettings(SettingsFile(text), table, {.to = to});
+    }
+
+    ReleaseChangeTable table;
+    std::set<std::string> paths;
+    std::mt19937 bits{2026};
+};
+
+TEST_F(MigrationTest, LawsHoldForAnyFile)
+{
+    const std::string kept = "verdix.editor.suggestionsNot.Member";
+    for (int round = 0; round < 3000; ++round) {
+        const ReleaseName first = anyRelease();
+        const ReleaseName between = std::max(first, anyRelease());
+        const std::string text = anyFile(below(5) == 0 ? "" : formatReleaseName(first));
+        const Migration direct = migrate(text);
+        ASSERT_EQ(migrate(migrate(text, between).text).text, direct.text) << text;
+        // The other laws, above all that it does what it reports and nothing else, end the process where they
+        // do not hold.
+        LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+        const SettingsFile before(text);
+        ASSERT_EQ(direct.untouched, std::ranges::count_if(before.settings(), [&](const auto& setting) {
+                      return std::ranges::find(direct.events, setting.name, &MigrationEvent::path) ==
+                             direct.events.end();
+                  }));
+        const SettingsFile after(direct.text);
+        ASSERT_EQ(after.find(kept) == nullptr, before.find(kept) == nullptr)
+            << "its name begins as a group's";
+    }
+}
+
+TEST_F(MigrationTest, ReportsMovesAndKeepsWhatTheTargetStates)
+{
+    const std::string source = "verdix.commandwindow.EightyColumns";
+    const std::string target = "verdix.commandwindow.UseEightyColumnDisplayWidth";
+    const auto text = [&](const std::string& settings) {
+        return "{\"release\": \"R2020b\", \"settings\": {" + settings + "}}";
+    };
+    const Migration moved = migrate(text("\"" + source + "\": true"));
+    const std::string newest = "{\"release\": \"" + formatReleaseName(moved.to) + "\", ";
+    EXPECT_EQ(moved.text, newest + "\"settings\": {\"" + target + "\": true}}");
+    const Migration kept = migrate(text("\"" + target + "\": false, \"" + source + "\": true"));
+    EXPECT_EQ(kept.text, newest + "\"settings\": {\"" + target + "\": false}}");
+    ASSERT_EQ(kept.events.size(), 1U);
+    EXPECT_EQ(kept.events.front().kind, MigrationEvent::Kind::targetKept);
+    EXPECT_EQ(kept.events.front().release, "R2021a");
+    // As of its own release the file was right already.
+    EXPECT_EQ(vx::core::migrateSettings(SettingsFile(text("\"" + source + "\": true")), table,
+                                        {.from = ReleaseName{2021, 'a'}})
+                  .events.size(),
+              0U);
+}
+
+TEST_F(MigrationTest, RefusesWhatItCannotKnow)
+{
+    const std::string from2022 = "{\"release\": \"R2022a\"}";
+    EXPECT_THROW((void)migrate("{\"release\": \"R2099b\"}"), std::runtime_error);
+    EXPECT_THROW((void)migrate(from2022, ReleaseName{2020, 'b'}), std::runtime_error);
+    EXPECT_THROW((void)migrate(from2022, ReleaseName{2030, 'a'}), std::runtime_error);
+    EXPECT_THROW((void)migrate("{\"release\": \"2022a\"}"), vx::core::ParseError);
+    EXPECT_THROW((void)migrate("{\"settings\": {\"a\": 1, \"a\": 2}}"), vx::core::ParseError);
+}
+
+}  // namespace

@@ -1,0 +1,168 @@
+#include <settings_core/values/value_parsing.hpp>
+
+#include <boost/json/parse.hpp>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <string>
+#include <tests/support/values.hpp>
+#include <vector>
+
+namespace {
+
+using namespace foundation::verdixdata;
+using tests::matrix;
+using tests::row;
+using tests::scalar;
+using tests::string;
+using tests::text;
+using tests::texts;
+using verdix::settings::internal::charvec;
+using vx::core::ParseTarget;
+
+constexpr ParseTarget as(ArrayType type)
+{
+    return {.elementClass = type};
+}
+
+TEST(ValueParsingTest, ReadsWhatPeopleWrite)
+{
+    const ParseTarget any;
+    const ParseTarget colour{.elementClass = ArrayType::DOUBLE, .acceptsColourNames = true};
+    struct
+    {
+        std::string text;
+        ParseTarget form;
+        Array value;
+    } const cases[] = {
+        {" true ", as(ArrayType::LOGICAL), scalar<bool>(true)},
+        {"-1.5e3", as(ArrayType::DOUBLE), scalar<double>(-1500)},
+        {"+.5", as(ArrayType::DOUBLE), scalar<double>(.5)},
+        {"18446744073709551615", as(ArrayType::UINT64), scalar(std::numeric_limits<std::uint64_t>::max())},
+        {"[14 0,  255 ]", as(ArrayType::INT32), row<std::int32_t>({14, 0, 255})},
+        {"[1,2;3 4]", as(ArrayType::DOUBLE), matrix<double>(2, 2, {1, 3, 2, 4})},
+        {"[]", as(ArrayType::DOUBLE), row<double>({})},
+        {"two words ", as(ArrayType::CHAR), text("two words ")},
+        {"", as(ArrayType::CHAR), text("")},
+        {"'it''s'", as(ArrayType::CHAR), text("it's")},
+        {" \"a \"\"b\"\"\" ", as(ArrayType::STRING), string("a \"b\"")},
+        {"12", as(ArrayType::STRING), string("12")},
+        {"{\"a\",'b' \"ä\"}", as(ArrayType::CELL), texts({"a", "b", "ä"})},
+        {"{ }", as(ArrayType::CELL), texts({})},
+        {"red", colour, text("red")},
+        {"[0 .5 1]", colour, row<double>({0, .5, 1})},
+        {"false", any, scalar<bool>(false)},
+        {"-x", any, {}},
+        {"{'a'}", any, texts({"a"})},
+    };
+    for (const auto& [given, form, value] : cases) {
+        if (value.isAssigned()) {
+            EXPECT_TRUE(vx::core::parseValue(given, form) == value) << given;
+        } else {
+            EXPECT_THROW((void)vx::core::parseValue(given, form), vx::core::ParseError) << given;
+        }
+    }
+    EXPECT_TRUE(vx::core::parseJsonValue("[\"a\", \"b\"]", any) == texts({"a", "b"}));
+    EXPECT_TRUE(vx::core::parseJsonValue("[[1, 2], [3, 4]]", any) == matrix<double>(2, 2, {1, 3, 2, 4}));
+    EXPECT_TRUE(vx::core::parseJsonValue("[\"Inf\", 2]", any) ==
+                row<double>({std::numeric_limits<double>::infinity(), 2}));
+    EXPECT_TRUE(vx::core::parseJsonValue("\"red\"", colour) == text("red"));
+}
+
+TEST(ValueParsingTest, SaysWhereAndWhatIsExpected)
+{
+    struct
+    {
+        std::string text;
+        ParseTarget form;
+        std::size_t offset;
+        std::string message;
+        bool isJson = false;
+    } const cases[] = {
+        {"yes", as(ArrayType::LOGICAL), 0, "true or false, not yes"},
+        {"[1 2; 3]", as(ArrayType::DOUBLE), 6, "row 2 has 1 elements, expected 2"},
+        {"[1 300]", as(ArrayType::UINT8), 3, "a whole number from 0 to 255, not 300"},
+        {"1.5", as(ArrayType::INT32), 0, "a whole number from -2147483648 to 2147483647"},
+        {"[1 2", as(ArrayType::DOUBLE), 4, "\"]\" after an element"},
+        {"'open", as(ArrayType::CHAR), 5, "a closing '"},
+        {"'a' b", as(ArrayType::CHAR), 4, "nothing after the value"},
+        {"a", as(ArrayType::CELL), 0, "a list of strings"},
+        {"{'a' 1}", as(ArrayType::CELL), 5, "a string, not 1"},
+        {"{'a'; 'b'}", as(ArrayType::CELL), 0, "in one row"},
+        {"{1 2}", as(ArrayType::DOUBLE), 0, "no braces"},
+        {"a\xff", as(ArrayType::CHAR), 1, "UTF-8"},
+        {"[1, \"a\"]", as(ArrayType::DOUBLE), 4, "a number, not a string", true},
+        {"[[1, 2], [3]]", as(ArrayType::DOUBLE), 9, "a list of 2 elements", true},
+        {"{\"a\": 1}", as(ArrayType::DOUBLE), 0, "not an object", true},
+        {"12 ,", as(ArrayType::DOUBLE), 3, "nothing after the value", true},
+    };
+    for (const auto& test : cases) {
+        const auto at = testing::Property(&vx::core::ParseError::offset, test.offset);
+        const auto says = testing::Property(&vx::core::ParseError::what, testing::HasSubstr(test.message));
+        EXPECT_THAT(([&] {
+                        return test.isJson ? vx::core::parseJsonValue(test.text, test.form)
+                                           : vx::core::parseValue(test.text, test.form);
+                    }),
+                    testing::Throws<vx::core::ParseError>(testing::AllOf(at, says)))
+            << test.text;
+    }
+}
+
+TEST(ValueParsingTest, JsonHoldsEveryValueExactly)
+{
+    using Limits = std::numeric_limits<double>;
+    const std::u16string units = {0, 0x1f, u'"', u'\\', 0x7f, 0x20ac, 0xd83d, 0xde00, 0xde00, 0xd83d, 0xffff};
+    std::vector<Array> values = {
+        matrix<double>(3, 2, {-0.0, 0.1, 1.0 / 3, -Limits::infinity(), Limits::quiet_NaN(), 1e23}),
+        row<double>({Limits::max(), Limits::min(), Limits::denorm_min(), 0x1p53 + 2, -2.5e-7}),
+        row<String>({units, std::nullopt, u"", u"null"}),
+        row<Array>({charvec(std::u16string(units)), text("")}),
+    };
+    // Each unit beside surrogates of both halves, and any bits as a number.
+    std::mt19937_64 bits(20260101);
+    for (unsigned number = 0; number < 0x10000; ++number) {
+        const auto unit = static_cast<char16_t>(number);
+        values.push_back(charvec(std::u16string{unit, 0xd83d, unit, 0xde00, unit}));
+        values.push_back(scalar(std::bit_cast<double>(bits())));
+    }
+    for (const Array& value : values) {
+        const std::string json = vx::core::valueToJson(value);
+        ASSERT_TRUE(vx::core::parseJsonValue(json, as(value.getType())) == value) << json;
+    }
+    const Array minusZero = vx::core::parseJsonValue(vx::core::valueToJson(scalar(-0.0)), {});
+    EXPECT_TRUE(std::signbit(TypedArray<double>(minusZero)[0]));
+    EXPECT_EQ(vx::core::valueToJson(row<Array>({matrix<char16_t>(0, 0, {})})), R"([""])");
+    EXPECT_EQ(vx::core::valueToJson(matrix<char16_t>(0, 0, {})), R"("")");
+}
+
+TEST(JsonReaderTest, AcceptsWhatAnotherReaderAccepts)
+{
+    const std::string seed = R"({"a": [1, -2.5e+3, true, null, "x\u00e9\n"], "b": {"c": "ä", "": []}} )";
+    constexpr std::string_view alphabet = "{}[]\",:\\ 0123456789.eE+-truefalsn/b\n\x01";
+    std::mt19937 bits(7);
+    std::size_t accepted = 0;
+    for (int round = 0; round < 20000; ++round) {
+        std::string json = seed;
+        for (std::size_t edits = 1 + bits() % 2; edits > 0; --edits) {
+            json.replace(bits() % json.size(), bits() % 2, 1, alphabet[bits() % alphabet.size()]);
+        }
+        boost::json::error_code error;
+        boost::json::parse(json, error);
+        bool isRead = true;
+        try {
+            static_cast<void>(vx::core::readJson(json));
+        } catch (const vx::core::ParseError&) {
+            isRead = false;
+        }
+        ASSERT_EQ(isRead, !error) << json;
+        accepted += isRead ? 1 : 0;
+    }
+    EXPECT_GT(accepted, 1000U);
+    EXPECT_THROW((void)vx::core::readJson(std::string(100000, '[')), vx::core::ParseError);
+}
+
+}  // namespace

@@ -1,0 +1,91 @@
+#include "cli/arguments.hpp"
+
+#include <CLI/CLI.hpp>
+#include <boost/algorithm/string/join.hpp>
+
+#include <cstddef>
+
+namespace vx::tool {
+
+namespace {
+
+template <class Target>
+CLI::Option& add(CLI::App& command, const char* names, Target& target, const char* valueName,
+                 const char* help, Need need)
+{
+    return *command.add_option(names, target, help)->type_name(valueName)->required(need == Need::required);
+}
+
+}  // namespace
+
+void setHelp(CLI::App& command, const char* summary, const char* footer)
+{
+    command.description(summary)->footer(footer);
+}
+
+void hideFromHelp(CLI::App& command)
+{
+    command.group("");
+}
+
+void addPositional(CLI::App& command, const char* name, std::string& target, Need need, const char* help)
+{
+    add(command, name, target, "", help, need);
+}
+
+void addPositional(CLI::App& command, const char* name, std::vector<std::string>& target, Need need,
+                   const char* help)
+{
+    add(command, name, target, "", help, need);
+}
+
+void addOption(CLI::App& command, const char* names, std::string& target, const char* valueName,
+               const char* help, Need need)
+{
+    add(command, names, target, valueName, help, need);
+}
+
+void addOption(CLI::App& command, const char* names, int& target, int least, int most, const char* valueName,
+               const char* help)
+{
+    add(command, names, target, valueName, help, Need::optional)
+        .check(CLI::Range(least, most).description(""));
+}
+
+void addChoice(CLI::App& command, const char* names, std::string& target,
+               const std::vector<std::string>& choices, const char* help, Need need)
+{
+    setChoices(add(command, names, target, "", help, need), choices);
+}
+
+void addFlag(CLI::App& command, const char* names, bool& target, const char* help)
+{
+    command.add_flag(names, target, help);
+}
+
+void setChoices(CLI::Option& option, const std::vector<std::string>& choices)
+{
+    option.check(CLI::IsMember(choices).description(""))->type_name(boost::algorithm::join(choices, "|"));
+}
+
+std::vector<std::string> choicesOf(const CLI::Option& option)
+{
+    std::vector<std::string> choices;
+    const std::string type = option.get_type_name();
+    std::size_t begin = 0;
+    for (std::size_t bar = type.find('|'); bar != std::string::npos; bar = type.find('|', begin)) {
+        choices.push_back(type.substr(begin, bar - begin));
+        begin = bar + 1;
+    }
+    if (!choices.empty()) {
+        choices.push_back(type.substr(begin));
+    }
+    return choices;
+}
+
+const CLI::App& programOf(const CLI::App& command)
+{
+    return *command.get_parent();
+}
+
+}  // namespace vx::tool

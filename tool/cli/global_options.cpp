@@ -1,0 +1,104 @@
+#include "cli/global_options.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <charconv>
+#include <map>
+#include <string_view>
+
+#include "cli/arguments.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+using foundation::log::Severity;
+
+const std::map<std::string, Severity> severities{
+    {"fatal", Severity::fatal},     {"error", Severity::error},
+    {"warning", Severity::warning}, {"information", Severity::information},
+    {"debug", Severity::debug},     {"trace", Severity::trace}};
+
+const std::map<std::string, ColourChoice> colourChoices{
+    {"auto", ColourChoice::automatic}, {"always", ColourChoice::always}, {"never", ColourChoice::never}};
+
+const std::map<std::string, OutputFormat> formats{{"text", OutputFormat::text}, {"json", OutputFormat::json}};
+
+int parseFeatureValue(std::string_view string)
+{
+    if (string == "on" || string == "off") {
+        return string == "on" ? 1 : 0;
+    }
+    int value = 0;
+    const auto [end, error] = std::from_chars(string.data(), string.data() + string.size(), value);
+    if (error != std::errc() || end != string.data() + string.size()) {
+        throw CLI::ValidationError("--feature", "a feature is on, off or a whole number, not \"" +
+                                                    std::string(string) + "\"");
+    }
+    return value;
+}
+
+std::pair<std::string, int> parseFeature(const std::string& argument)
+{
+    const auto equals = argument.find('=');
+    if (equals == std::string::npos || equals == 0) {
+        throw CLI::ValidationError("--feature", "needs NAME=VALUE, not \"" + argument + "\"");
+    }
+    return {argument.substr(0, equals), parseFeatureValue(std::string_view(argument).substr(equals + 1))};
+}
+
+/// Adds an option that takes one of the names in `values`, and assigns the value of that name.
+template <class Value>
+void addChoice(CLI::App& app, const std::string& option, Value& target,
+               const std::map<std::string, Value>& values, const std::string& help)
+{
+    std::vector<std::string> names;
+    names.reserve(values.size());
+    for (const auto& [name, value] : values) {
+        names.push_back(name);
+    }
+    setChoices(*app.add_option_function<std::string>(
+                   option, [&target, &values](const std::string& name) { target = values.at(name); }, help),
+               names);
+}
+
+}  // namespace
+
+std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
+{
+    auto options = std::make_shared<GlobalOptions>();
+    app.add_option("--bundle", options->bundleFile,
+                   "Bundle file to start (default: the one installed with vxsettings)")
+        ->type_name("FILE");
+    const auto addFile = [&app](const char* name, std::filesystem::path& file, const char* help) {
+        app.add_option_function<std::string>(
+               name, [&file](const std::string& path) { file = std::filesystem::absolute(path); }, help)
+            ->type_name("FILE");
+    };
+    addFile("--installation", options->layerFiles.installation,
+            "Installation settings file (default: the first $XDG_CONFIG_DIRS/verdix/settings.json)");
+    addFile("--personal", options->layerFiles.personal,
+            "Personal settings file, which set and reset change (default: "
+            "$XDG_CONFIG_HOME/verdix/settings.json)");
+    app.add_option_function<std::vector<std::string>>(
+           "--feature",
+           [options](const std::vector<std::string>& arguments) {
+               for (const std::string& argument : arguments) {
+                   options->features.push_back(parseFeature(argument));
+               }
+           },
+           "Set a feature switch before the tree is built: on, off or a whole number")
+        ->type_name("NAME=VALUE")
+        ->type_size(1)
+        ->allow_extra_args(false)
+        ->take_all();
+    addChoice(app, "--log-level", options->logThreshold, severities,
+              "Minimum severity that is logged to standard error (default: warning)");
+    addChoice(app, "--format", options->format, formats,
+              "Output format: text for people, json for programs (default: text)");
+    addChoice(app, "--color", options->colour, colourChoices,
+              "When to use colours; auto means on a terminal (default: auto)");
+    return options;
+}
+
+}  // namespace vx::tool

@@ -1,0 +1,217 @@
+#include <settings_core/tree/suggestions.hpp>
+
+#include <foundation/host.hpp>
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <fcntl.h>
+#include <iterator>
+#include <new>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+#include <vector>
+
+#include "cli/command.hpp"
+#include "cli/command_error.hpp"
+#include "cli/global_options.hpp"
+#include "host/bundle_file.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+constexpr const char* description =
+    "Show the factory settings of the Verdix environment; change, check and migrate settings files.";
+
+constexpr const char* examples = "Examples:\n"
+                                 "  vxsettings tree commandwindow\n"
+                                 "  vxsettings list '*.suggestions.*'\n"
+                                 "  vxsettings get connector.InterfacesBlocklist --bundle other.so\n";
+
+/// Returns the last part of the main help.
+std::string footer()
+{
+    std::string text = examples;
+    text += "Exit codes:\n";
+    for (const auto& [code, meaning] : exitMeanings) {
+        text.append("  ").append(std::to_string(static_cast<int>(code)));
+        text.append("  ").append(meaning).append("\n");
+    }
+    return text + "The options above apply to every command. Each command has its own --help.";
+}
+
+struct CommandEntry
+{
+    std::string_view name;
+    Action (*add)(CLI::App& command);
+    bool needsAllCommands = false;  ///< the action inspects the parsers of the other commands
+};
+
+constexpr CommandEntry entries[] = {{"summary", addSummary},
+                                    {"tree", addTree},
+                                    {"list", addList},
+                                    {"search", addSearch},
+                                    {"describe", addDescribe},
+                                    {"get", addGet},
+                                    {"set", addSet},
+                                    {"reset", addReset},
+                                    {"check", addCheck},
+                                    {"migrate", addMigrate},
+                                    {"changes", addChanges},
+                                    {"diff", addDiff},
+                                    {"history", addHistory},
+                                    {"export", addExport},
+                                    {"lint", addLint},
+                                    {"doctor", addDoctor},
+                                    {"completion", addCompletion},
+                                    {"complete", addComplete, true},
+                                    {"manual", addManual, true}};
+
+struct Command
+{
+    CLI::App* parser;
+    Action action;
+};
+
+Command addCommand(CLI::App& app, const CommandEntry& entry)
+{
+    CLI::App* parser = app.add_subcommand(std::string(entry.name))->group("Commands");
+    return {parser, entry.add(*parser)};
+}
+
+/// Adds the command that the command line begins with, or else all: adding them all takes longer than running
+/// most of them.
+std::vector<Command> addCommands(CLI::App& app, std::string_view firstArgument)
+{
+    const auto* named = std::ranges::find(entries, firstArgument, &CommandEntry::name);
+    if (named != std::end(entries) && !named->needsAllCommands) {
+        return {addCommand(app, *named)};
+    }
+    std::vector<Command> commands;
+    std::ranges::transform(entries, std::back_inserter(commands),
+                           [&app](const CommandEntry& entry) { return addCommand(app, entry); });
+    return commands;
+}
+
+/// Returns the command on the command line, or the first one.
+const Command& chosenCommand(const std::vector<Command>& commands)
+{
+    for (const Command& command : commands) {
+        if (command.parser->parsed()) {
+            return command;
+        }
+    }
+    return commands.front();
+}
+
+ExitCode execute(const GlobalOptions& options, const Command& command)
+{
+    foundation::host::setLogThreshold(options.logThreshold);
+    for (const auto& [name, value] : options.features) {
+        foundation::host::setFeature(name, value);
+    }
+    Output out(STDOUT_FILENO, "standard output", options.colour, options.format);
+    const auto bundleFile =
+        options.bundleFile.empty() ? defaultBundleFile() : std::filesystem::path(options.bundleFile);
+    LazySession session(std::filesystem::absolute(bundleFile).lexically_normal(), options.layerFiles);
+    const ExitCode code = command.action(session, out);
+    out.flush();
+    session.leakTree();
+    return code;
+}
+
+/// Returns the message for an invalid command line, with suggestions for an unknown command.
+std::string usageError(const CLI::App& app, const CLI::ParseError& error)
+{
+    const auto extras = app.remaining();
+    if (extras.empty() || extras.front().starts_with('-') || !app.get_subcommands().empty()) {
+        return firstLine(error.what()) + "; see vxsettings --help";
+    }
+    std::vector<std::string_view> names;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        names.push_back(command->get_name());
+    }
+    const auto near = core::suggestNames(extras.front(), names);
+    return "no such command: " + extras.front() + "; " +
+           (near.empty() ? "see vxsettings --help" : core::didYouMean(near));
+}
+
+ExitCode print(const std::string& text)
+{
+    Output out(STDOUT_FILENO, "standard output", ColourChoice::never);
+    out << text;
+    out.flush();
+    return ExitCode::done;
+}
+
+ExitCode run(int argc, const char* const* argv)
+{
+    CLI::App app(description, "vxsettings");
+    app.set_version_flag("--version", "vxsettings " VX_TOOL_VERSION, "Print the version");
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    app.fallthrough();
+    const auto options = addGlobalOptions(app);
+    const std::vector<Command> commands = addCommands(app, argc > 1 ? argv[1] : "");
+    app.footer(footer);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForVersion& version) {
+        return print(std::string(version.what()) + "\n");
+    } catch (const CLI::Success&) {
+        const bool isOfCommand = !app.get_subcommands().empty();
+        return print(app.help() + (isOfCommand ? "Options of every command: vxsettings --help\n" : ""));
+    } catch (const CLI::ParseError& error) {
+        throw CommandError(ExitCode::usage, usageError(app, error));
+    }
+    return execute(*options, chosenCommand(commands));
+}
+
+ExitCode report(ExitCode code, const char* line)
+{
+    std::fprintf(stderr, "vxsettings: %s\n", line);
+    return code;
+}
+
+/// Opens /dev/null for each standard descriptor that is closed, as a file opened later would take its number
+/// and receive what is written to it. Opened for reading, so that writing fails.
+void occupyStandardDescriptors()
+{
+    while (true) {
+        const int descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+        if (descriptor > STDERR_FILENO) {
+            ::close(descriptor);
+        }
+        if (descriptor < 0 || descriptor > STDERR_FILENO) {
+            return;
+        }
+    }
+}
+
+ExitCode guardedRun(int argc, const char* const* argv)
+{
+    try {
+        return run(argc, argv);
+    } catch (const CommandError& error) {
+        return report(error.code(), error.what());
+    } catch (const std::bad_alloc&) {
+        return report(ExitCode::failed, "out of memory: close other programs, or raise the memory limit");
+    } catch (const std::exception& error) {
+        return report(ExitCode::failed, error.what());
+    }
+}
+
+}  // namespace
+
+}  // namespace vx::tool
+
+int main(int argc, char** argv)
+{
+    vx::tool::occupyStandardDescriptors();
+    std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is a failed write, reported as such
+    return static_cast<int>(vx::tool::guardedRun(argc, argv));
+}

@@ -1,0 +1,94 @@
+#include "host/session.hpp"
+
+#include <settings_core/tree/path_lookup.hpp>
+
+#include <new>
+
+#include "cli/command_error.hpp"
+#include "host/bundle_file.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+core::SettingsTree buildTree(const Host& host)
+{
+    try {
+        return core::loadTree(host.loader());
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        throw CommandError(ExitCode::notStarted, "bundle " + host.bundle().GetLocation() +
+                                                     " cannot build its tree: " + firstLine(error.what()));
+    }
+}
+
+}  // namespace
+
+Session::Session(const std::filesystem::path& bundleFile) : host_(bundleFile), tree_(buildTree(host_)) {}
+
+settings::core::ReleaseChangeTable Session::releaseChanges() const
+{
+    return core::loadReleaseChanges(host_.loader());
+}
+
+std::vector<std::string> Session::settingPathList() const
+{
+    return core::loadSettingPathList(host_.loader());
+}
+
+const core::Node& Session::node(const std::string& path) const
+{
+    if (const core::Node* found = tree_.find(core::fullPath(tree_, path))) {
+        return *found;
+    }
+    // The bundle builds the release change table on each request, so it is requested for unknown paths only.
+    try {
+        return core::nodeAt(tree_, releaseChanges(), path);
+    } catch (const core::UnknownPath& error) {
+        throw CommandError(ExitCode::failed, error.what());
+    }
+}
+
+const core::Node& Session::setting(const std::string& path) const
+{
+    const core::Node& found = node(path);
+    try {
+        return core::resolveSetting(tree_, found);
+    } catch (const std::runtime_error& error) {
+        throw CommandError(ExitCode::failed, error.what());
+    }
+}
+
+core::LayerFiles LazySession::layerFiles() const
+{
+    core::LayerFiles files = namedFiles_;
+    if (files.installation.empty() || files.personal.empty()) {
+        core::LayerFiles defaults = core::defaultLayerFiles();
+        files.installation =
+            files.installation.empty() ? std::move(defaults.installation) : files.installation;
+        files.personal = files.personal.empty() ? std::move(defaults.personal) : files.personal;
+    }
+    return files;
+}
+
+void LazySession::leakTree() const noexcept
+{
+    if (!session_) {
+        return;
+    }
+    try {
+        // Never destroyed, but still reachable, so that leak checkers do not report it.
+        static auto& leaked = *new std::vector<core::SettingsTree>;
+        leaked.push_back(session_->tree());
+    } catch (const std::bad_alloc&) {
+        return;  // the tree is destroyed with the session
+    }
+}
+
+core::Layers& LazySession::layers()
+{
+    return layers_ ? *layers_ : layers_.emplace(get().tree(), layerFiles());
+}
+
+}  // namespace vx::tool

@@ -1,0 +1,79 @@
+#include "render/output.hpp"
+
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <unistd.h>
+
+#include "cli/command_error.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+constexpr std::size_t flushAt = std::size_t{1} << 16U;
+
+/// SGR (select graphic rendition) parameters, indexed by Style.
+constexpr std::array<std::string_view, 7> codes{"", "1", "1;34", "32", "2", "32", "1;31"};
+
+bool isSet(const char* variable)
+{
+    const char* value = std::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
+bool terminalHasColours(int descriptor)
+{
+    const char* terminal = std::getenv("TERM");
+    const bool isDumb = terminal == nullptr || std::string_view(terminal) == "dumb";
+    return !isSet("NO_COLOR") && !isDumb && ::isatty(descriptor) == 1;
+}
+
+}  // namespace
+
+Output::Output(int descriptor, std::string name, ColourChoice colour, OutputFormat format)
+    : descriptor_(descriptor),
+      name_(std::move(name)),
+      hasColour_(colour == ColourChoice::always ||
+                 (colour == ColourChoice::automatic && terminalHasColours(descriptor))),
+      format_(format)
+{}
+
+Output& Output::operator<<(std::string_view text)
+{
+    buffer_ += text;
+    if (buffer_.size() >= flushAt) {
+        flush();
+    }
+    return *this;
+}
+
+std::string Output::styled(Style style, std::string_view text) const
+{
+    const std::string_view code = codes[static_cast<std::size_t>(style)];
+    if (!hasColour_ || code.empty() || text.empty()) {
+        return std::string(text);
+    }
+    std::string result = "\x1b[";
+    result.append(code).append("m").append(text).append("\x1b[0m");
+    return result;
+}
+
+void Output::flush()
+{
+    std::string_view rest = buffer_;
+    while (!rest.empty()) {
+        const ssize_t written = ::write(descriptor_, rest.data(), rest.size());
+        if (written >= 0) {
+            rest.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            throw CommandError(ExitCode::failed, "cannot write " + name_ + ": " + std::strerror(errno) +
+                                                     "; the output is incomplete");
+        }
+    }
+    buffer_.clear();
+}
+
+}  // namespace vx::tool

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "render/output.hpp"
+
+namespace vx::tool {
+
+enum class Align : std::uint8_t
+{
+    left,
+    right
+};
+
+/// A table with each column as wide as its widest cell. Numbers are right-aligned; a left-aligned last column
+/// is not padded.
+class Table
+{
+public:
+    struct Cell
+    {
+        Cell(std::string content, Style cellStyle = Style::plain, Align cellAlign = Align::left)
+            : text(std::move(content)), style(cellStyle), align(cellAlign)
+        {}
+        Cell(std::string_view content) : text(content) {}
+        Cell(const char* content, Style cellStyle = Style::plain, Align cellAlign = Align::left)
+            : text(content), style(cellStyle), align(cellAlign)
+        {}
+        Cell(std::size_t number) : text(std::to_string(number)), align(Align::right) {}
+
+        std::string text;
+        Style style = Style::plain;
+        Align align = Align::left;
+    };
+
+    using Row = std::vector<Cell>;
+
+    void add(Row row) { rows_.push_back(std::move(row)); }
+    void add(Table&& other) { std::move(other.rows_.begin(), other.rows_.end(), std::back_inserter(rows_)); }
+
+    /// Writes the rows, each indented by `indent`.
+    void write(Output& out, std::string_view indent = "") const;
+
+private:
+    std::vector<Row> rows_;
+};
+
+}  // namespace vx::tool
