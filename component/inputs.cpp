@@ -17,9 +17,9 @@ foundation::log::basic_diagnostic_logger<char> diagnosticLogger("connector::desk
 
 }  // namespace
 
-std::optional<std::string> environmentVariable(const char* name)
+std::optional<std::string> environmentVariable(EnvironmentInput input)
 {
-    const char* value = std::getenv(name);
+    const char* value = std::getenv(environmentInputs[static_cast<std::size_t>(input)].name);
     return value == nullptr ? std::nullopt : std::optional<std::string>(value);
 }
 

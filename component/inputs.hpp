@@ -3,6 +3,8 @@
 // The inputs of the areas from the process: services, feature switches and environment variables; and the
 // diagnostic log in which areas explain decisions based on them.
 
+#include <component/environment.hpp>
+
 #include <foundation/cppmicroservices/framework.hpp>
 #include <foundation/feature/ifeature.hpp>
 
@@ -60,7 +62,7 @@ template <class T>
 
 /// Returns the current value of an environment variable; std::nullopt when it is not set. No other thread may
 /// change the environment during the call.
-[[nodiscard]] std::optional<std::string> environmentVariable(const char* name);
+[[nodiscard]] std::optional<std::string> environmentVariable(EnvironmentInput input);
 
 /// Severity of logged decisions: debug.
 inline constexpr int decisionSeverity = 4;

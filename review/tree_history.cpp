@@ -20,7 +20,7 @@ using settings::core::ReleaseChangeSet;
 using settings::core::ReleaseChangeTable;
 using settings::core::SettingsFileChange;
 
-const std::string tableFile(releaseTableFile);
+const std::string tableFile(review::releaseTableFile);
 constexpr const char* listFile = "docs/changed-defaults";
 
 std::string changeLabel(const ReleaseChangeSet& set, const SettingsFileChange& change)
@@ -32,7 +32,7 @@ std::string changeLabel(const ReleaseChangeSet& set, const SettingsFileChange& c
 std::string missingSetting(const std::string& path)
 {
     return path + " is missing, and no later release change moves or removes it: restore it in " +
-           sourceFileOf(path) + " or add a release change to " + tableFile;
+           review::sourceFileOf(path) + " or add a release change to " + tableFile;
 }
 
 bool sameChange(const SettingsFileChange& left, const SettingsFileChange& right)
@@ -100,7 +100,7 @@ private:
                     diagnostics_.push_back(
                         changeLabel(entry->second, change) +
                         ": the target does not exist, and no later change moves it on: fix the change in " +
-                        tableFile + " or define the setting in " + sourceFileOf(change.to().front()));
+                        tableFile + " or define the setting in " + review::sourceFileOf(change.to().front()));
                 }
             }
         }
@@ -133,7 +133,7 @@ private:
                 diagnostics_.push_back(difference.path + ": the default changed (" + difference.before +
                                        " -> " + difference.after + "): list it in " + listFile +
                                        " if that is intended, otherwise fix " +
-                                       sourceFileOf(difference.path));
+                                       review::sourceFileOf(difference.path));
             }
         }
         for (const std::string& path : listed) {

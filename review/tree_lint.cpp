@@ -66,12 +66,13 @@ public:
 private:
     void add(const Node& node, std::string message)
     {
-        diagnostics_.push_back({sourceFileOf(node.getFullName()), node.getFullName(), std::move(message)});
+        diagnostics_.push_back(
+            {review::sourceFileOf(node.getFullName()), node.getFullName(), std::move(message)});
     }
 
     void addChange(const std::string& path, std::string message)
     {
-        diagnostics_.push_back({std::string(releaseTableFile), path, std::move(message)});
+        diagnostics_.push_back({std::string(review::releaseTableFile), path, std::move(message)});
     }
 
     void checkContents(const Node& group)
@@ -131,7 +132,7 @@ private:
         const std::string& path = change.from().front();
         if (tree_.find(path) != nullptr && core::movesTo(following, path).empty()) {
             addChange(path, release + " moved or removed it, but it is still in the tree: remove it from " +
-                                sourceFileOf(path) + " or fix the release change");
+                                review::sourceFileOf(path) + " or fix the release change");
         }
     }
 
@@ -145,7 +146,7 @@ private:
         if (tree_.find(target) == nullptr && core::changesFrom(following, target).empty()) {
             addChange(change.from().front(), release + " moved it to " + target +
                                                  ", which does not exist: define it in " +
-                                                 sourceFileOf(target) + " or fix the release change");
+                                                 review::sourceFileOf(target) + " or fix the release change");
         }
     }
 

@@ -10,12 +10,14 @@ namespace verdix::settings::tree {
 
 namespace {
 
+using ::settings::verdix::EnvironmentInput;
 using ::settings::verdix::logDecision;
 
 // Returns true if the environment variable disables the online working folder for the process.
 bool isCdAnywhereDisabled()
 {
-    const auto value = ::settings::verdix::environmentVariable("VX_CD_ANYWHERE_DISABLED").value_or("");
+    const auto value =
+        ::settings::verdix::environmentVariable(EnvironmentInput::cdAnywhereDisabled).value_or("");
     if (value.empty()) {
         logDecision(
             "s.verdix.online.cdAnywhereDisabled set to false, because env var VX_CD_ANYWHERE_DISABLED was "

@@ -11,6 +11,7 @@ namespace verdix::settings::tree {
 namespace {
 
 using foundation::verdixdata::Array;
+using ::settings::verdix::EnvironmentInput;
 using ::settings::verdix::environmentVariable;
 
 constexpr NormalisedRgb black{0, 0, 0};
@@ -28,7 +29,7 @@ constexpr ComputedBy computed(const char* function)
 // Returns true unless the environment variable disables it.
 bool usesAppShell()
 {
-    const auto value = environmentVariable("VX_UI_INTERNAL_FIGURE_USEAPPSHELL");
+    const auto value = environmentVariable(EnvironmentInput::useAppShell);
     return !value || value->starts_with('1');
 }
 
@@ -52,8 +53,8 @@ FactoryGroup buildInternal(FactoryGroup& ui)
     addLogical(figure, "UseAppShell", usesAppShell(), Hidden);
 
     auto webWindow = addGroup(figure, "webwindow");
-    addCharvec(webWindow, "LifecycleLogs", environmentVariable("VX_WEBWINDOW_LOGS_SPEC").value_or("none"),
-               Hidden);
+    addCharvec(webWindow, "LifecycleLogs",
+               environmentVariable(EnvironmentInput::lifecycleLogs).value_or("none"), Hidden);
 
     auto viewModel = addGroup(figure, "viewmodel");
     addUnset(viewModel, "Decaf", computed("getDefaultSyncModeForSetting"), logicalScalar, readOnly(false));

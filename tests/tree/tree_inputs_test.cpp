@@ -1,5 +1,6 @@
 // What the process around the tree may change in it, and that it changes nothing else.
 
+#include <component/environment.hpp>
 #include <settings_core/values/value_format.hpp>
 #include <tree/areas.hpp>
 
@@ -27,6 +28,10 @@ using tests::OutsideCore;
 
 using Values = std::map<std::string, std::string>;
 
+const std::string connector = "VX_CD_ANYWHERE_DISABLED";
+const std::string shell = "VX_UI_INTERNAL_FIGURE_USEAPPSHELL";
+const std::string logs = "VX_WEBWINDOW_LOGS_SPEC";
+
 Values buildValues()
 {
     OutsideCore core("verdix");
@@ -53,13 +58,13 @@ Values difference(const Values& before, const Values& after)
 }
 
 /// The values with an environment variable set; with no value it is unset.
-Values valuesWith(const char* variable, const char* value)
+Values valuesWith(const std::string& variable, const char* value)
 {
     if (value != nullptr) {
-        setenv(variable, value, 1);
+        setenv(variable.c_str(), value, 1);
     }
     Values values = buildValues();
-    unsetenv(variable);
+    unsetenv(variable.c_str());
     return values;
 }
 
@@ -117,8 +122,10 @@ TEST(TreeInputs, Services)
 
 TEST(TreeInputs, ConnectorVariable)
 {
+    for (const auto& [name, meaning] : settings::verdix::environmentInputs) {
+        EXPECT_TRUE(name == connector || name == shell || name == logs) << "test what " << name << " changes";
+    }
     tests::RunningFramework framework;
-    const char* const variable = "VX_CD_ANYWHERE_DISABLED";
     const std::string unset = "false, because env var VX_CD_ANYWHERE_DISABLED was unset.";
     const std::string odd = "false, because VX_CD_ANYWHERE_DISABLED wasn't true/false. It was: ";
     const std::string isTrue = "true, based on value of VX_CD_ANYWHERE_DISABLED.";
@@ -136,7 +143,7 @@ TEST(TreeInputs, ConnectorVariable)
     foundation::host::setLogThreshold(foundation::log::debug);
     for (const auto& [text, decision] : cases) {
         testing::internal::CaptureStderr();
-        const Values changed = difference(plain, valuesWith(variable, text));
+        const Values changed = difference(plain, valuesWith(connector, text));
         EXPECT_EQ(testing::internal::GetCapturedStderr(),
                   "connector::desktop::userDir: debug: s.verdix.online.cdAnywhereDisabled set to " +
                       decision + "\n");
@@ -162,9 +169,7 @@ TEST(TreeInputs, UserInterface)
     EXPECT_EQ(plain.at(lifecycleLogs), "char, 1-by-4: none");
     EXPECT_EQ(plain.at(fileDialogs), off);
 
-    const char* const shell = "VX_UI_INTERNAL_FIGURE_USEAPPSHELL";
-    const char* const logs = "VX_WEBWINDOW_LOGS_SPEC";
-    const std::tuple<const char*, const char*, Values> cases[] = {
+    const std::tuple<std::string, const char*, Values> cases[] = {
         {shell, "", {{useAppShell, off}}},
         {shell, "0", {{useAppShell, off}}},
         {shell, "1", {}},

@@ -1,3 +1,4 @@
+#include <component/environment.hpp>
 #include <settings_core/values/native_library.hpp>
 
 #include <foundation/host.hpp>
@@ -23,7 +24,6 @@
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
 #include "host/bundle_file.hpp"
-#include "host/environment.hpp"
 #include "render/json_text.hpp"
 #include "render/table.hpp"
 
@@ -219,7 +219,7 @@ void reportNativeFunctions(const core::SettingsTree& tree, Report& report)
 void reportInputs(Report& report)
 {
     report.begin("inputs of the tree");
-    for (const auto& variable : treeVariables) {
+    for (const auto& variable : ::settings::verdix::environmentInputs) {
         const char* value = std::getenv(variable.name);
         report.add(variable.name, value == nullptr ? "unset" : "set to \"" + std::string(value) + "\"");
     }

@@ -1,5 +1,7 @@
 #include "manual/manual.hpp"
 
+#include <component/environment.hpp>
+
 #include <CLI/App.hpp>
 
 #include <span>
@@ -8,7 +10,6 @@
 #include <utility>
 
 #include "cli/command_error.hpp"
-#include "host/environment.hpp"
 #include "manual/roff.hpp"
 
 namespace vx::tool {
@@ -179,7 +180,7 @@ std::string manualPage(const CLI::App& app)
     writeEntries(files, page);
     page.section("ENVIRONMENT");
     writeEntries(commandVariables, page);
-    for (const auto& [name, meaning] : treeVariables) {
+    for (const auto& [name, meaning] : ::settings::verdix::environmentInputs) {
         page.entry(name, "", meaning);
     }
     page.section("EXIT STATUS");
