@@ -15,6 +15,7 @@ TEST(FactoryTree, GroupsAndAliasesAreDescribedByWhatTheyAreGiven)
     FactoryGroup editor = addGroup(core.root, "editor");
     FactoryGroup tab = addGroup(editor, "tab", "Hidden", true);
     EXPECT_TRUE(core.at("verdix.editor.tab").properties.visible.isWritten());
+    EXPECT_FALSE(core.at("verdix.editor").properties.visible.isWritten()) << "nothing was said of it";
     EXPECT_EQ(editor.groups.at("tab").settingsNode, tab.settingsNode);
     EXPECT_EQ(tab.treeContext, core.root.treeContext);
     EXPECT_EQ(fullName(tab), "verdix.editor.tab");
@@ -22,6 +23,7 @@ TEST(FactoryTree, GroupsAndAliasesAreDescribedByWhatTheyAreGiven)
     addAlias(tab, "Size", "verdix.editor.Zoom");
     const auto& alias = core.at("verdix.editor.tab.Size").properties;
     EXPECT_EQ(alias.aliasName(), "verdix.editor.Zoom");
+    EXPECT_FALSE(alias.visible.isWritten() || alias.readOnly.isWritten());
     EXPECT_FALSE(alias.factoryValue.isAssigned());
     EXPECT_EQ(alias.validator.index(), 0U);
 }

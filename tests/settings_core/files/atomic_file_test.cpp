@@ -9,6 +9,7 @@
 #include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <tests/support/files.hpp>
@@ -75,10 +76,9 @@ TEST_F(AtomicFileTest, FailedWriteLeavesTheOldFileAndNothingElse)
     EXPECT_FALSE(fs::exists(folder / ".settings.json.new"));
 }
 
-/// Runs the writer up to its n-th entry into or return from a system call, and kills it there. False when it
-/// ended before.
+/// Starts the writer in a process that waits to be traced.
 template <class Writer>
-bool killAtStop(int n, Writer writer)
+pid_t startTraced(Writer writer)
 {
     const pid_t child = ::fork();
     if (child == 0) {
@@ -87,18 +87,61 @@ bool killAtStop(int n, Writer writer)
         writer();
         ::_exit(0);
     }
+    ::waitpid(child, nullptr, 0);
+    ::ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_TRACESYSGOOD);
+    return child;
+}
+
+/// Continues to the next entry into or return from a system call. False when the process ended before.
+bool continueToStop(pid_t child)
+{
     int status = 0;
+    ::ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
     ::waitpid(child, &status, 0);
+    return !WIFEXITED(status);
+}
+
+/// Runs the writer up to its n-th stop, and kills it there. False when it ended before.
+template <class Writer>
+bool killAtStop(int n, Writer writer)
+{
+    const pid_t child = startTraced(writer);
     for (int stop = 0; stop < n; ++stop) {
-        ::ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
-        ::waitpid(child, &status, 0);
-        if (WIFEXITED(status)) {
+        if (!continueToStop(child)) {
             return false;
         }
     }
     ::kill(child, SIGKILL);
-    ::waitpid(child, &status, 0);
+    ::waitpid(child, nullptr, 0);
     return true;
+}
+
+/// The flushes and renames that the writer asks of the system, in order.
+template <class Writer>
+std::vector<std::string> flushesAndRenames(Writer writer)
+{
+    std::vector<std::string> calls;
+    const pid_t child = startTraced(writer);
+    while (continueToStop(child)) {
+        __ptrace_syscall_info info = {};
+        ::ptrace(PTRACE_GET_SYSCALL_INFO, child, sizeof info, &info);
+        if (info.op == PTRACE_SYSCALL_INFO_ENTRY && info.entry.nr == SYS_fsync) {
+            struct stat target = {};
+            ::stat(("/proc/" + std::to_string(child) + "/fd/" + std::to_string(info.entry.args[0])).c_str(),
+                   &target);
+            calls.emplace_back(S_ISDIR(target.st_mode) ? "flush folder" : "flush file");
+        } else if (info.op == PTRACE_SYSCALL_INFO_ENTRY &&
+                   (info.entry.nr == SYS_rename || info.entry.nr == SYS_renameat2)) {
+            calls.emplace_back("rename");
+        }
+    }
+    return calls;
+}
+
+TEST_F(AtomicFileTest, TheNewFileIsOnDiskBeforeItsNameIs)
+{
+    EXPECT_THAT(flushesAndRenames([&] { write("new"); }),
+                testing::ElementsAre("flush file", "rename", "flush folder"));
 }
 
 TEST_F(AtomicFileTest, WriterKilledAtAnySystemCallLeavesTheOldOrTheNewFile)
