@@ -8,6 +8,7 @@
 #include <bundle_private.hpp>
 #include <component_runtime.hpp>
 #include <core_bundle_context.hpp>
+#include <filesystem>
 #include <shared_library.hpp>
 #include <stdexcept>
 #include <utility>
@@ -136,9 +137,8 @@ void BundlePrivate::CheckInstalled() const
 }
 
 const SharedLibrary& BundlePrivate::LoadLibrary()
-try {
-    const auto options = any_cast<int>(Core()->Property(Constants::LIBRARY_LOAD_OPTIONS));
-    const SharedLibrary& library = SharedLibrary::Load(location, options);
+{
+    const SharedLibrary& library = FindLibrary();
     const std::lock_guard lock(libraryMutex_);
     if (!setContext_) {
         setContext_ =
@@ -148,8 +148,16 @@ try {
         }
     }
     return library;
-} catch (const std::system_error& error) {
-    throw SharedLibraryException(error.code(), error.what(), MakeBundle(shared_from_this()));
+}
+
+const SharedLibrary& BundlePrivate::FindLibrary()
+try {
+    return SharedLibrary::Load(location, any_cast<int>(Core()->Property(Constants::LIBRARY_LOAD_OPTIONS)));
+} catch (const std::runtime_error& error) {
+    std::error_code ignored;
+    const auto code = std::filesystem::exists(location, ignored) ? std::errc::executable_format_error
+                                                                 : std::errc::no_such_file_or_directory;
+    throw SharedLibraryException(std::make_error_code(code), error.what(), MakeBundle(shared_from_this()));
 }
 
 Bundle MakeBundle(const std::shared_ptr<BundlePrivate>& bundle)

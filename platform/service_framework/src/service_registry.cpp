@@ -79,12 +79,6 @@ void ServiceRegistry::SetProperties(ServiceRecord& record, const ServiceProperti
     }
 }
 
-ServiceRegistry::Records ServiceRegistry::All() const
-{
-    const std::lock_guard lock(mutex_);
-    return all_;
-}
-
 ServiceRegistry::Records ServiceRegistry::Candidates(const std::string& interfaceId) const
 {
     const std::lock_guard lock(mutex_);
@@ -113,26 +107,27 @@ std::vector<ServiceReferenceU> ServiceRegistry::Find(const std::string& interfac
     return references;
 }
 
-std::vector<ServiceReferenceU> ServiceRegistry::RegisteredBy(const BundlePrivate& bundle) const
+template <class Predicate>
+std::vector<ServiceReferenceU> ServiceRegistry::Select(Predicate isSelected) const
 {
     std::vector<ServiceReferenceU> references;
-    for (const auto& record : All()) {
-        if (record->Owner().get() == &bundle) {
+    const std::lock_guard lock(mutex_);
+    for (const auto& record : all_) {
+        if (isSelected(*record)) {
             references.push_back(ServiceReferenceBase(record, {}));
         }
     }
     return references;
 }
 
+std::vector<ServiceReferenceU> ServiceRegistry::RegisteredBy(const BundlePrivate& bundle) const
+{
+    return Select([&](const ServiceRecord& record) { return record.Owner().get() == &bundle; });
+}
+
 std::vector<ServiceReferenceU> ServiceRegistry::UsedBy(const BundlePrivate& bundle) const
 {
-    std::vector<ServiceReferenceU> references;
-    for (const auto& record : All()) {
-        if (record->IsUsedBy(bundle)) {
-            references.push_back(ServiceReferenceBase(record, {}));
-        }
-    }
-    return references;
+    return Select([&](const ServiceRecord& record) { return record.IsUsedBy(bundle); });
 }
 
 void ServiceRegistry::RemoveBundle(BundlePrivate& bundle)

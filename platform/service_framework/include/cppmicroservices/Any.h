@@ -16,8 +16,8 @@ class Any;
 
 US_Framework_EXPORT std::ostream& any_value_to_string(std::ostream& os, const Any& value);
 
-/// Writes a value, map or sequence to a stream. Any calls it by argument-dependent lookup, so an overload for a
-/// user-defined type is found in the namespace of that type.
+/// Writes a value, map or sequence to a stream. Any calls it by argument-dependent lookup, so an overload for
+/// a user-defined type is found in the namespace of that type.
 template <class T>
 std::ostream& any_value_to_string(std::ostream& os, const T& value)
 {
