@@ -1,5 +1,5 @@
 // Any bytes as what follows a library's code in a bundle file, or as one manifest, whose headers can be
-// copied and shown. The first byte chooses.
+// copied and converted to a string. The first byte chooses.
 
 #include <bundle_file.hpp>
 #include <filesystem>
@@ -31,10 +31,10 @@ void readImage(std::string_view appended)
     }
 }
 
-std::optional<BundleManifest> readText(std::string_view text)
+std::optional<BundleManifest> parse(std::string_view string)
 {
     try {
-        return readManifest(text, "a");
+        return readManifest(string, "a");
     } catch (const std::runtime_error& error) {
         require(*error.what() != '\0', "a refusal says why");
         return std::nullopt;
@@ -50,7 +50,7 @@ void checkManifest(const BundleManifest& manifest)
     const Any headers = manifest.headers;
     const Any copy = headers;
     require(copy == headers && copy.Type() == headers.Type(), "a copy is equal");
-    require(copy.ToString() == headers.ToStringNoExcept(), "a value that is no null has a text");
+    require(copy.ToString() == headers.ToStringNoExcept(), "a value that is not empty converts to a string");
 }
 
 }  // namespace
@@ -60,7 +60,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::Bytes bytes(data, size);
     if (bytes.below(2) == 0) {
         readImage(bytes.rest());
-    } else if (const auto manifest = readText(bytes.rest())) {
+    } else if (const auto manifest = parse(bytes.rest())) {
         checkManifest(*manifest);
     }
     return 0;
