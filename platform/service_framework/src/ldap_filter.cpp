@@ -13,8 +13,11 @@
 #include <ignoring_case.hpp>
 #include <limits>
 #include <list>
+#include <locale>
 #include <stdexcept>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace cppmicroservices {
