@@ -50,7 +50,7 @@ std::string findMissingExport(const cppmicroservices::Bundle& bundle, const std:
     const std::unique_ptr<void, CloseLibrary> library(
         ::dlopen(bundle.GetLocation().c_str(), RTLD_LAZY | RTLD_NOLOAD));
     for (const char* prefix : {"NewInstance_", "DeleteInstance_"}) {
-        const std::string symbol = prefix + boost::algorithm::replace_all_copy(component, "::", "_");
+        std::string symbol = prefix + boost::algorithm::replace_all_copy(component, "::", "_");
         if (library && ::dlsym(library.get(), symbol.c_str()) == nullptr) {
             return symbol;
         }

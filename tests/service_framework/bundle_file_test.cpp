@@ -44,6 +44,9 @@ TEST(BundleFile, saysWhatIsWrong)
     expectFailure(library, "the library has no intact zip archive with a bundle manifest appended");
     expectFailure(library + makeArchive({{"a/readme", "x"}}),
                   "the zip archive holds no <symbolic name>/manifest.json");
+    std::string damaged = makeArchive({{"a/readme", "x"}, {"b/readme", "x"}});
+    damaged[damaged.rfind("PK\x01\x02")] = 'Q';
+    expectFailure(library + damaged, "the zip archive cannot be read: its directory is damaged");
     const std::string noVersion =
         "\" is not a version: write major.minor.micro.qualifier, such as 1.2.3.beta";
     const std::string elsewhere = ", but the archive has the manifest under \"a\"";

@@ -110,13 +110,13 @@ TEST_F(BundleTest, takesItsRunAlongWhenItStops)
     EXPECT_EQ(hosted.GetUsingBundles(), std::vector<Bundle>{bundle});
 
     bundle.Stop();
+    EXPECT_THROW(offered.Unregister(), std::logic_error);
+    EXPECT_TRUE(hosted.GetUsingBundles().empty());
     bundle.Start();
     context.GetService(find("throwing"));
     EXPECT_EQ(heard, 1) << "its listeners go with the run";
     EXPECT_EQ(running.errors().size(), 2U) << "others stay";
     bundle.Stop();
-    EXPECT_THROW(offered.Unregister(), std::logic_error);
-    EXPECT_TRUE(hosted.GetUsingBundles().empty());
     EXPECT_EQ(held->greet() + used->greet(), "hellohello");
     const std::function<void(BundleContext)> operations[] = {
         [](BundleContext over) { (void)over.GetBundles(); },

@@ -279,19 +279,6 @@ void ServiceRecord::Release(const User& user)
     }
 }
 
-void ServiceRecord::ReleaseAll(BundlePrivate& user)
-{
-    {
-        const std::lock_guard lock(mutex_);
-        const auto found = users_.find(user.weak_from_this());
-        if (found == users_.end()) {
-            return;
-        }
-        found->second.uses = 1;
-    }
-    Release(user.weak_from_this());
-}
-
 bool ServiceRecord::Unregister()
 {
     InterfaceMapConstPtr objects;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bundle_context_private.hpp>
+#include <bundle_private.hpp>
 #include <service_names.hpp>
 #include <service_record.hpp>
 #include <service_registry.hpp>
@@ -136,7 +137,7 @@ void ServiceRegistry::RemoveBundle(BundlePrivate& bundle)
         if (record->Owner().get() == &bundle) {
             Unregister(*record);
         } else {
-            record->ReleaseAll(bundle);
+            record->Release(bundle.weak_from_this());
         }
     }
 }
