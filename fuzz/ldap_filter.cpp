@@ -14,12 +14,12 @@ namespace {
 using namespace cppmicroservices;
 using fuzz::require;
 
-std::optional<LDAPFilter> parse(const std::string& text)
+std::optional<LDAPFilter> parse(const std::string& string)
 {
     try {
-        return LDAPFilter(text);
+        return LDAPFilter(string);
     } catch (const std::invalid_argument& error) {
-        const bool isWhole = text.find('\0') == std::string::npos;
+        const bool isWhole = string.find('\0') == std::string::npos;
         require(!isWhole || std::string_view(error.what()).find(" at position ") != std::string_view::npos,
                 "a refusal says where", error.what());
         return std::nullopt;
@@ -27,35 +27,35 @@ std::optional<LDAPFilter> parse(const std::string& text)
 }
 
 template <class Number>
-Number numberIn(std::string_view text)
+Number numberIn(std::string_view string)
 {
     Number number{};
-    std::from_chars(text.data(), text.data() + text.size(), number);
+    std::from_chars(string.data(), string.data() + string.size(), number);
     return number;
 }
 
-Any valueOf(char type, std::string_view text)
+Any valueOf(char type, std::string_view string)
 {
-    const std::string value(text);
+    const std::string value(string);
     switch (type) {
     case 'b':
         return value == "true";
     case 'c':
         return value.empty() ? ' ' : value.front();
     case 'd':
-        return numberIn<double>(text);
+        return numberIn<double>(string);
     case 'e':
         return {};
     case 'h':
-        return numberIn<short>(text);
+        return numberIn<short>(string);
     case 'i':
-        return numberIn<int>(text);
+        return numberIn<int>(string);
     case 'l':
         return std::list<std::string>{value, "x"};
     case 'u':
-        return numberIn<unsigned long>(text);
+        return numberIn<unsigned long>(string);
     case 'v':
-        return std::vector<Any>{value, numberIn<int>(text), Any(), std::vector<std::string>{value}};
+        return std::vector<Any>{value, numberIn<int>(string), Any(), std::vector<std::string>{value}};
     default:
         return value;
     }
@@ -84,16 +84,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     const AnyMap properties = propertiesIn(bytes);
-    const std::string text = filter->ToString();
-    const auto again = parse(text);
-    require(again && again->ToString() == text, "a filter that is printed is a filter", text);
+    const std::string string = filter->ToString();
+    const auto again = parse(string);
+    require(again && again->ToString() == string, "a filter that is printed is a filter", string);
     const bool matches = filter->Match(properties);
     require(again->Match(properties) == matches &&
                 again->MatchCase(properties) == filter->MatchCase(properties),
-            "a filter that is printed matches the same", text);
-    if (const auto negated = parse("(!" + text + ")")) {  // else nested too deep
-        require(negated->Match(properties) != matches, "a negation matches the rest", text);
-        require(negated->MatchCase(properties) != filter->MatchCase(properties), "case or not", text);
+            "a filter that is printed matches the same", string);
+    if (const auto negated = parse("(!" + string + ")")) {  // else nested too deep
+        require(negated->Match(properties) != matches, "a negation matches the rest", string);
+        require(negated->MatchCase(properties) != filter->MatchCase(properties), "case or not", string);
     }
     return 0;
 }

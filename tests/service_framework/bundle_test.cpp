@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <framework_bundles.hpp>
 #include <functional>
+#include <future>
 #include <greeter.hpp>
 #include <lifecycle.hpp>
 #include <stdexcept>
@@ -87,6 +88,7 @@ TEST_F(BundleTest, goesThroughItsStates)
     EXPECT_EQ(bundle.GetState(), Bundle::STATE_UNINSTALLED);
     EXPECT_FALSE(context.GetBundle(bundle.GetBundleId()));
     EXPECT_THROW(bundle.Start(), std::logic_error);
+    EXPECT_THROW(bundle.Stop(), std::logic_error);
     EXPECT_THROW(bundle.GetRegisteredServices(), std::logic_error);
     EXPECT_THROW(Bundle().Start(), std::invalid_argument);
 }
@@ -99,6 +101,10 @@ TEST_F(BundleTest, takesItsRunAlongWhenItStops)
     const auto held = context.GetService(offered.GetReference());
     const auto hosted = context.RegisterService<Greeter>(std::make_shared<OneGreeter>()).GetReference();
     const auto used = own.GetService(hosted);
+    const auto usedAgain = own.GetService(hosted);
+    int heard = 0;
+    own.AddFrameworkListener([&](const FrameworkEvent&) { ++heard; });
+    context.GetService(find("throwing"));
     const auto objects = own.GetServiceObjects(hosted);
     EXPECT_EQ(offered.GetReference().GetBundle(), bundle);
     EXPECT_EQ(hosted.GetUsingBundles(), std::vector<Bundle>{bundle});
@@ -106,6 +112,11 @@ TEST_F(BundleTest, takesItsRunAlongWhenItStops)
     bundle.Stop();
     EXPECT_THROW(offered.Unregister(), std::logic_error);
     EXPECT_TRUE(hosted.GetUsingBundles().empty());
+    bundle.Start();
+    context.GetService(find("throwing"));
+    EXPECT_EQ(heard, 1) << "its listeners go with the run";
+    EXPECT_EQ(running.errors().size(), 2U) << "others stay";
+    bundle.Stop();
     EXPECT_EQ(held->greet() + used->greet(), "hellohello");
     const std::function<void(BundleContext)> operations[] = {
         [](BundleContext over) { (void)over.GetBundles(); },
@@ -134,6 +145,7 @@ TEST_F(BundleTest, makesAComponentAtItsFirstUse)
     const auto reference = find("polite");
     EXPECT_EQ(reference.GetBundle(), bundle);
     EXPECT_EQ(reference.GetProperty("component.name").ToString(), "greetings::Polite");
+    EXPECT_EQ(reference.GetProperty(Constants::SERVICE_SCOPE).ToString(), Constants::SCOPE_SINGLETON);
     auto greeter = context.GetService(reference);
     EXPECT_EQ(takeEvents(), (Events{"new", "constructed", "activated"}));
     EXPECT_EQ(greeter->greet(), "Good morning");
@@ -157,16 +169,6 @@ TEST_F(BundleTest, makesAComponentAtItsFirstUse)
         << "a component of its own for each run";
     greeter.reset();
     EXPECT_EQ(takeEvents(), Events{"destroyed"});
-}
-
-TEST_F(BundleTest, keepsALibraryLoaded)
-{
-    auto bundle = running.start(GREETER_BUNDLE);
-    context.GetService(find("polite"));
-    bundle.Uninstall();
-    void* const library = dlopen(GREETER_BUNDLE, RTLD_LAZY | RTLD_NOLOAD);
-    ASSERT_NE(library, nullptr);
-    dlclose(library);
 }
 
 TEST_F(BundleTest, activatesImmediateComponentsOnceItIsActive)
@@ -194,7 +196,12 @@ TEST_F(BundleTest, keepsWhatItWasInstalledFrom)
     EXPECT_EQ(greeterWith(R"("bundle.version": "2.0.0")"), file);
     EXPECT_EQ(running.install(file), bundle) << "another file took its place";
     EXPECT_EQ(bundle.GetVersion().ToString(), "1.0.0");
+    const std::string newer = tests::readFile(file);
+    auto beside = running.install(folder.with("newer.so", newer));
+    EXPECT_EQ(beside.GetVersion().ToString(), "2.0.0");
+    EXPECT_THROW(running.install(folder.with("copy.so", newer)), std::runtime_error) << "the same version";
     bundle.Uninstall();
+    beside.Uninstall();
     EXPECT_EQ(running.install(file).GetVersion().ToString(), "2.0.0");
 }
 
@@ -230,7 +237,9 @@ TEST(FrameworkTest, isABundleThatStartsAndStopsAgain)
 {
     using Event = FrameworkEvent;
     Framework framework = FrameworkFactory().NewFramework(
-        FrameworkConfiguration{{"Own.Key", 5}, {Constants::LIBRARY_LOAD_OPTIONS, std::string("now")}});
+        FrameworkConfiguration{{"Own.Key", 5},
+                               {Constants::LIBRARY_LOAD_OPTIONS, std::string("now")},
+                               {Constants::FRAMEWORK_VENDOR, std::string("somebody")}});
     const auto waited = [&](int milliseconds) {
         return framework.WaitForStop(std::chrono::milliseconds(milliseconds)).GetType();
     };
@@ -239,6 +248,7 @@ TEST(FrameworkTest, isABundleThatStartsAndStopsAgain)
     auto context = framework.GetBundleContext();
     std::vector<Event::Type> events;
     context.AddFrameworkListener([&](const Event& event) { events.push_back(event.GetType()); });
+    framework.Start();
     framework.Start();
     EXPECT_EQ(events, std::vector{Event::FRAMEWORK_STARTED});
     EXPECT_EQ(waited(1), Event::FRAMEWORK_WAIT_TIMEDOUT);
@@ -257,8 +267,10 @@ TEST(FrameworkTest, isABundleThatStartsAndStopsAgain)
     bundle.Start();
     EXPECT_THROW(Framework{bundle}, std::logic_error);
 
+    auto stopped = std::async(std::launch::async, waited, 0);
+    EXPECT_EQ(stopped.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
     framework.Stop();
-    EXPECT_EQ(waited(0), Event::FRAMEWORK_STOPPED);
+    EXPECT_EQ(stopped.get(), Event::FRAMEWORK_STOPPED) << "a waiting thread is woken";
     EXPECT_FALSE(framework.GetBundleContext());
     EXPECT_EQ(bundle.GetState(), Bundle::STATE_INSTALLED);
     framework.Start();

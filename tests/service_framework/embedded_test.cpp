@@ -1,6 +1,7 @@
 // What only the embedded framework does and says.
 
 #include <cppmicroservices/FrameworkFactory.h>
+#include <cppmicroservices/LDAPFilter.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -19,6 +20,7 @@ namespace {
 TEST(Embedded, stopsWhenItIsDropped)
 {
     using Events = std::vector<std::string>;
+    const tests::TestFolder folder;
     std::shared_ptr<Greeter> greeter;
     {
         Framework framework = FrameworkFactory().NewFramework();
@@ -26,9 +28,15 @@ TEST(Embedded, stopsWhenItIsDropped)
         auto context = framework.GetBundleContext();
         context.InstallBundles(GREETER_BUNDLE).at(0).Start();
         greeter = context.GetService(context.GetServiceReference<Greeter>());
+        const auto archive = makeArchive({{"last/manifest.json", R"({"bundle.symbolic_name": "last"})"}});
+        auto last =
+            context.InstallBundles(folder.with("last", tests::readFile(PLAIN_LIBRARY) + archive)).at(0);
+        last.Start();
+        InterfaceMap objects{{"a::I", {&context, [](void*) { lifecycle::note("last is stopped"); }}}};
+        (void)last.GetBundleContext().RegisterService(std::make_shared<InterfaceMap>(std::move(objects)));
     }
-    EXPECT_EQ(lifecycle::take(), (Events{"context set", "new", "constructed", "activated", "deactivated",
-                                         "delete", "context cleared"}));
+    EXPECT_EQ(lifecycle::take(), (Events{"context set", "new", "constructed", "activated", "last is stopped",
+                                         "deactivated", "delete", "context cleared"}));
     EXPECT_EQ(greeter->greet(), "Good morning") << "a held object outlives its framework";
     greeter.reset();
     EXPECT_EQ(lifecycle::take(), Events{"destroyed"});
@@ -36,15 +44,32 @@ TEST(Embedded, stopsWhenItIsDropped)
 
 TEST(Embedded, saysWhyAComponentCannotBeMade)
 {
-    const RunningFramework running;
+    RunningFramework running;
     auto context = running.context();
-    running.start(GREETER_BUNDLE);
+    auto bundle = running.start(GREETER_BUNDLE);
+    context.GetService(context.GetServiceReferences<Greeter>("(kind=polite)").at(0));
     context.GetService(context.GetServiceReferences<Greeter>("(kind=throwing)").at(0));
     context.GetService(context.GetServiceReferences<Greeter>("(kind=absent)").at(0));
     const std::vector<std::string> expected = {
         "The component greetings::ThrowingGreeter cannot be activated: no greeting today",
-        "The library " GREETER_BUNDLE " exports no function DeleteInstance_greetings_AbsentGreeter"};
+        "The library " GREETER_BUNDLE " exports no function DeleteInstance_greetings_AbsentGreeter",
+        "The component greetings::Polite threw while it was deactivated: no rest"};
+    bundle.Stop();
     EXPECT_EQ(running.errors(), expected);
+    running.stop();
+    EXPECT_THROW(bundle.Start(), std::runtime_error);
+    running.framework().Start();
+    EXPECT_THROW(bundle.Start(), std::runtime_error) << "it is not installed in this run";
+}
+
+TEST(Embedded, boundsTheNestingOfFilters)
+{
+    std::string filter = "(a=1)";
+    for (int depth = 0; depth < 100; ++depth) {
+        filter = "(!" + filter + ")";
+    }
+    EXPECT_TRUE(LDAPFilter(filter));
+    EXPECT_THROW(LDAPFilter("(!" + filter + ")"), std::invalid_argument);
 }
 
 TEST(Embedded, refusesWhatThisFrameworkDoesNotDo)

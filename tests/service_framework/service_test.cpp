@@ -83,12 +83,16 @@ TEST_F(ServiceRegistry, keepsItsOwnPropertiesThroughChanges)
     const Any id = reference.GetProperty(Constants::SERVICE_ID);
     EXPECT_LT(any_cast<long>(id),
               any_cast<long>(offer(context, "next").GetReference().GetProperty("SERVICE.ID")));
-    registration.SetProperties({{"new", 2}, {Constants::SERVICE_ID, 7777L}, {Constants::SERVICE_SCOPE, 1}});
+    registration.SetProperties({{"new", 2},
+                                {Constants::SERVICE_ID, 7777L},
+                                {Constants::OBJECTCLASS, 1},
+                                {Constants::SERVICE_SCOPE, 1}});
     EXPECT_THAT(reference.GetPropertyKeys(),
                 testing::UnorderedElementsAre("new", Constants::SERVICE_ID, Constants::SERVICE_SCOPE,
                                               Constants::OBJECTCLASS));
     EXPECT_TRUE(reference.GetProperty("tone").Empty());
     EXPECT_TRUE(reference.GetProperty(Constants::SERVICE_ID) == id);
+    EXPECT_EQ(any_cast<std::vector<std::string>>(reference.GetProperty(Constants::OBJECTCLASS)).size(), 2U);
     EXPECT_TRUE(reference.GetProperty(Constants::SERVICE_SCOPE) == Constants::SCOPE_SINGLETON);
     EXPECT_THROW(registration.SetProperties({{"a", 1}, {"A", 2}}), std::runtime_error);
     EXPECT_THROW(offer(context, "twice", {{"a", 1}, {"A", 2}}), std::runtime_error);
@@ -101,12 +105,17 @@ TEST_F(ServiceRegistry, namesInterfacesByTypeAndFindsThemByNameAndFilter)
 
     EXPECT_EQ(us_service_interface_iid<Greeter>(), "greetings::Greeter");
     EXPECT_EQ(context.GetServiceReferences("::greetings::Counter").size(), 2U);
+    const InterfaceMap odd = {{"::greetings::Odd", std::make_shared<FixedGreeter>("odd")}};
+    (void)context.RegisterService(std::make_shared<InterfaceMap>(odd));
+    EXPECT_TRUE(context.GetServiceReference("greetings::Odd"));
     EXPECT_EQ(greetingsIn(context, context.GetServiceReferences<Greeter>("(volume>=10)")),
               std::vector<std::string>{"loud"});
-    EXPECT_EQ(context.GetServiceReferences("", "(&(objectclass=greetings::*)(!(volume=*)))").size(), 1U);
+    EXPECT_EQ(context.GetServiceReferences("", "(&(objectclass=greetings::Counter)(!(volume=*)))").size(),
+              1U);
     EXPECT_FALSE(context.GetServiceReference("greetings::Unknown"));
     const auto greeter = ServiceReference<Greeter>(context.GetServiceReference<Counter>());
     EXPECT_EQ(greeter.GetInterfaceId(), "greetings::Greeter");
+    EXPECT_FALSE(ServiceReference<FixedGreeter>(greeter)) << "does not offer that";
     EXPECT_EQ(context.GetService(greeter)->greet(), "plain");
     EXPECT_THROW(context.GetServiceReferences<Greeter>("(volume"), std::invalid_argument);
 }

@@ -61,6 +61,8 @@ TEST(LdapFilter, mindsTheCaseOfKeysWhenAskedAndHasANormalForm)
     EXPECT_TRUE(LDAPFilter("(KEY=1)").Match(properties));
     EXPECT_TRUE(LDAPFilter("(Key=1)").MatchCase(properties));
     EXPECT_FALSE(LDAPFilter("(KEY=1)").MatchCase(properties));
+    EXPECT_FALSE(
+        LDAPFilter("(KEY=1)").MatchCase(AnyMap(AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS, {{"Key", 1}})));
     const AnyMap ambiguous(AnyMap::UNORDERED_MAP, {{"key", 1}, {"KEY", 2}});
     EXPECT_THROW((void)LDAPFilter("(key=1)").MatchCase(ambiguous), std::runtime_error);
 

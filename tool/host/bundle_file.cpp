@@ -1,15 +1,13 @@
 #include "host/bundle_file.hpp"
 
-#include <cppmicroservices/Any.h>
-#include <cppmicroservices/AnyMap.h>
+#include <boost/algorithm/string/replace.hpp>
 
 #include <array>
 #include <cerrno>
 #include <cstring>
 #include <dlfcn.h>
 #include <fstream>
-#include <new>
-#include <vector>
+#include <memory>
 
 #include "cli/command_error.hpp"
 
@@ -17,43 +15,10 @@ namespace vx::tool {
 
 namespace {
 
-using cppmicroservices::Any;
-using cppmicroservices::any_cast;
-using cppmicroservices::AnyMap;
-
 struct CloseLibrary
 {
     void operator()(void* library) const noexcept { ::dlclose(library); }
 };
-
-/// Returns the names of the components in the manifest, by default their class names; none if the manifest is
-/// malformed.
-std::vector<std::string> componentNames(const AnyMap& manifest)
-{
-    std::vector<std::string> names;
-    try {
-        const auto runtime = any_cast<AnyMap>(manifest.at("scr"));
-        for (const Any& element : any_cast<std::vector<Any>>(runtime.at("components"))) {
-            const auto component = any_cast<AnyMap>(element);
-            const char* const key = component.count("name") != 0 ? "name" : "implementation-class";
-            names.push_back(any_cast<std::string>(component.at(key)));
-        }
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::exception&) {
-        names.clear();
-    }
-    return names;
-}
-
-/// Returns a class name a::b::C in the form that names of exports contain: a_b_C.
-std::string exportSuffix(std::string name)
-{
-    for (auto at = name.find("::"); at != std::string::npos; at = name.find("::", at)) {
-        name.replace(at, 2, "_");
-    }
-    return name;
-}
 
 }  // namespace
 
@@ -79,28 +44,15 @@ void requireLibrary(const std::filesystem::path& file)
     }
 }
 
-namespace {
-
-std::string missingExport(const std::string& component, const std::string& symbol)
+std::string findMissingExport(const cppmicroservices::Bundle& bundle, const std::string& component)
 {
-    return "its manifest names the component " + component + ", but the library does not export " + symbol;
-}
-
-}  // namespace
-
-std::string findComponentError(const cppmicroservices::Bundle& bundle)
-{
+    // Installed frameworks report a missing export only to a log service, not to framework listeners.
     const std::unique_ptr<void, CloseLibrary> library(
-        ::dlopen(bundle.GetLocation().c_str(), RTLD_LAZY | RTLD_LOCAL));
-    if (!library) {
-        return "its library does not load: " + firstLine(::dlerror());
-    }
-    for (const std::string& name : componentNames(bundle.GetHeaders())) {
-        for (const char* prefix : {"NewInstance_", "DeleteInstance_"}) {
-            const std::string symbol = prefix + exportSuffix(name);
-            if (::dlsym(library.get(), symbol.c_str()) == nullptr) {
-                return missingExport(name, symbol);
-            }
+        ::dlopen(bundle.GetLocation().c_str(), RTLD_LAZY | RTLD_NOLOAD));
+    for (const char* prefix : {"NewInstance_", "DeleteInstance_"}) {
+        std::string symbol = prefix + boost::algorithm::replace_all_copy(component, "::", "_");
+        if (library && ::dlsym(library.get(), symbol.c_str()) == nullptr) {
+            return symbol;
         }
     }
     return {};

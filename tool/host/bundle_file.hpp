@@ -13,9 +13,10 @@ namespace vx::tool {
 /// Throws CommandError unless the file is readable and a shared library.
 void requireLibrary(const std::filesystem::path& file);
 
-/// Returns why the components in the bundle's manifest cannot be created: the library does not load, or lacks
-/// an export. Empty if neither is the case.
-[[nodiscard]] std::string findComponentError(const cppmicroservices::Bundle& bundle);
+/// Returns the name of a function that creates or deletes the component and that the bundle's loaded library
+/// does not export; empty if there is none.
+[[nodiscard]] std::string findMissingExport(const cppmicroservices::Bundle& bundle,
+                                            const std::string& component);
 
 /// Returns the string up to its first line break: frameworks append dumps to their messages.
 [[nodiscard]] std::string firstLine(std::string_view string);

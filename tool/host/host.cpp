@@ -24,6 +24,7 @@ namespace {
 
 using cppmicroservices::Bundle;
 using cppmicroservices::BundleContext;
+using cppmicroservices::FrameworkEvent;
 using settings::core::FactorySettingsLoader;
 
 /// Starts the first bundle in the file and returns it. Throws what the framework throws.
@@ -61,20 +62,25 @@ std::shared_ptr<FactorySettingsLoader> findLoader(BundleContext context, const B
     if (!reference) {
         reject("its manifest offers no settings::core::FactorySettingsLoader");
     }
+    // Shared with the listener, which lives as long as the framework.
+    const auto reason = std::make_shared<std::string>("its component cannot be activated");
+    context.AddFrameworkListener([reason](const FrameworkEvent& event) {
+        *reason = "its component cannot be activated: " + firstLine(event.GetMessage());
+    });
     std::shared_ptr<FactorySettingsLoader> loader;
-    std::string thrown;
     try {
         loader = context.GetService(reference);
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        thrown = firstLine(error.what());
+        *reason = firstLine(error.what());
     }
     if (!loader) {
-        const std::string componentError = findComponentError(bundle);
-        reject(!componentError.empty() ? componentError
-               : thrown.empty()        ? "its component could not be activated"
-                                       : thrown);
+        const std::string component = reference.GetProperty("component.name").ToStringNoExcept();
+        const std::string missing = findMissingExport(bundle, component);
+        reject(missing.empty() ? *reason
+                               : "its manifest names the component " + component +
+                                     ", but the library does not export " + missing);
     }
     return loader;
 }

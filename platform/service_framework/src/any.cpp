@@ -1,3 +1,4 @@
+#include <boost/core/demangle.hpp>
 #include <cppmicroservices/Any.h>
 #include <cppmicroservices/AnyMap.h>
 #include <cppmicroservices/ServiceInterface.h>
@@ -40,7 +41,12 @@ BadAnyCastException::~BadAnyCastException() = default;
 
 const char* BadAnyCastException::what() const noexcept
 {
-    return message_.empty() ? "The Any holds a value of another type" : message_.c_str();
+    return message_.c_str();
+}
+
+std::string detail::GetDemangledName(const std::type_info& type)
+{
+    return boost::core::demangle(type.name());
 }
 
 void detail::ThrowBadAnyCastException(const std::string& function, const std::type_info& source,
@@ -72,17 +78,6 @@ AnyMap::AnyMap(const std::map<std::string, Any>& values) : AnyMap(ORDERED_MAP)
 AnyMap::AnyMap(const std::unordered_map<std::string, Any>& values) : AnyMap(UNORDERED_MAP)
 {
     values_.insert(values.begin(), values.end());
-}
-
-std::ostream& any_value_to_string(std::ostream& os, const AnyMap& values)
-{
-    os << '{';
-    const char* separator = "";
-    for (const auto& [key, value] : values) {
-        os << separator << key << " : " << value.ToStringNoExcept();
-        separator = ", ";
-    }
-    return os << '}';
 }
 
 }  // namespace cppmicroservices

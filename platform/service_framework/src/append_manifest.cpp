@@ -1,5 +1,4 @@
-// Appends a zip archive with the bundle manifest to a linked library. An archive that is already there is
-// replaced.
+// Appends a zip archive with the bundle manifest to a library that was just linked.
 //
 //     vx_append_manifest LIBRARY SYMBOLIC_NAME MANIFEST
 
@@ -14,14 +13,9 @@
 #include <iterator>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace {
-
-using cppmicroservices::findArchive;
-using cppmicroservices::isLibrary;
-using cppmicroservices::readManifest;
 
 std::string readFile(const std::string& file)
 {
@@ -50,50 +44,23 @@ void writeArchive(const std::string& file, const std::string& entryName, const s
     }
 }
 
-/// Returns the bytes of a zip archive with one entry. The archive is written to a temporary file, so that its
-/// offsets are relative to its own beginning: a reader needs no more than the archive, and the length of the
-/// library in front of it does not matter.
-std::string makeArchive(const std::string& file, const std::string& entryName, const std::string& content)
-{
-    writeArchive(file, entryName, content);
-    std::string archive = readFile(file);
-    std::filesystem::remove(file);
-    return archive;
-}
-
-/// Returns the length of the library in bytes, without its archive.
-std::size_t libraryLength(const std::string& library)
-{
-    const std::string content = readFile(library);
-    const auto bytes = std::as_bytes(std::span(content));
-    if (!isLibrary(bytes)) {
-        throw std::runtime_error(library + ": not a shared library");
-    }
-    const std::size_t length = findArchive(bytes).value_or(content.size());
-    if (length == 0) {
-        throw std::runtime_error(
-            library + ": the offsets in its zip archive are relative to the library, so the end of the "
-                      "library cannot be found; link the library again");
-    }
-    return length;
-}
-
 void appendManifest(const std::string& library, const std::string& symbolicName,
                     const std::string& manifestFile)
 {
     const std::string manifest = readFile(manifestFile);
     try {
-        readManifest(manifest, symbolicName);
+        cppmicroservices::readManifest(manifest, symbolicName);
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(manifestFile + ": " + error.what());
     }
-    const std::size_t length = libraryLength(library);
-    const std::string archive = makeArchive(library + ".zip", symbolicName + "/manifest.json", manifest);
-    std::filesystem::resize_file(library, length);
+    // In a file of its own first, so that the offsets in the archive are relative to its own beginning.
+    const std::string archive = library + ".zip";
+    writeArchive(archive, symbolicName + "/manifest.json", manifest);
     std::ofstream stream(library, std::ios::binary | std::ios::app);
-    if (!stream.write(archive.data(), static_cast<std::streamsize>(archive.size())).flush()) {
+    if (!(stream << readFile(archive)).flush()) {
         throw std::runtime_error(library + ": cannot be written");
     }
+    std::filesystem::remove(archive);
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include <bundle_private.hpp>
 #include <component_runtime.hpp>
 #include <core_bundle_context.hpp>
-#include <ostream>
+#include <filesystem>
 #include <shared_library.hpp>
 #include <stdexcept>
 #include <utility>
@@ -137,9 +137,8 @@ void BundlePrivate::CheckInstalled() const
 }
 
 const SharedLibrary& BundlePrivate::LoadLibrary()
-try {
-    const auto options = any_cast<int>(Core()->Property(Constants::LIBRARY_LOAD_OPTIONS));
-    const SharedLibrary& library = SharedLibrary::Load(location, options);
+{
+    const SharedLibrary& library = FindLibrary();
     const std::lock_guard lock(libraryMutex_);
     if (!setContext_) {
         setContext_ =
@@ -149,8 +148,16 @@ try {
         }
     }
     return library;
-} catch (const std::system_error& error) {
-    throw SharedLibraryException(error.code(), error.what(), MakeBundle(shared_from_this()));
+}
+
+const SharedLibrary& BundlePrivate::FindLibrary()
+try {
+    return SharedLibrary::Load(location, any_cast<int>(Core()->Property(Constants::LIBRARY_LOAD_OPTIONS)));
+} catch (const std::runtime_error& error) {
+    std::error_code ignored;
+    const auto code = std::filesystem::exists(location, ignored) ? std::errc::executable_format_error
+                                                                 : std::errc::no_such_file_or_directory;
+    throw SharedLibraryException(std::make_error_code(code), error.what(), MakeBundle(shared_from_this()));
 }
 
 Bundle MakeBundle(const std::shared_ptr<BundlePrivate>& bundle)
@@ -166,23 +173,11 @@ std::shared_ptr<BundlePrivate> GetPrivate(const Bundle& bundle)
     return bundle.d;
 }
 
-Bundle::Bundle() = default;
-Bundle::Bundle(const Bundle&) = default;
-Bundle::Bundle(Bundle&&) noexcept = default;
-Bundle& Bundle::operator=(const Bundle&) = default;
-Bundle& Bundle::operator=(Bundle&&) noexcept = default;
-Bundle::~Bundle() = default;
-
 Bundle::Bundle(std::shared_ptr<BundlePrivate> bundle) : d(std::move(bundle))
 {
     if (const auto core = CoreOf(d)) {
         c = core->Running();
     }
-}
-
-Bundle& Bundle::operator=(std::nullptr_t)
-{
-    return *this = Bundle();
 }
 
 bool Bundle::operator<(const Bundle& other) const
@@ -252,34 +247,6 @@ void Bundle::Stop()
 void Bundle::Uninstall()
 {
     GetPrivate(*this)->Uninstall();
-}
-
-std::ostream& operator<<(std::ostream& os, const Bundle& bundle)
-{
-    if (!bundle) {
-        return os << "no bundle";
-    }
-    return os << bundle.GetSymbolicName() << ' ' << bundle.GetVersion() << " (bundle " << bundle.GetBundleId()
-              << ")";
-}
-
-std::ostream& operator<<(std::ostream& os, Bundle::State state)
-{
-    switch (state) {
-    case Bundle::STATE_UNINSTALLED:
-        return os << "UNINSTALLED";
-    case Bundle::STATE_INSTALLED:
-        return os << "INSTALLED";
-    case Bundle::STATE_RESOLVED:
-        return os << "RESOLVED";
-    case Bundle::STATE_STARTING:
-        return os << "STARTING";
-    case Bundle::STATE_STOPPING:
-        return os << "STOPPING";
-    case Bundle::STATE_ACTIVE:
-        return os << "ACTIVE";
-    }
-    return os << "unknown bundle state " << static_cast<unsigned int>(state);
 }
 
 }  // namespace cppmicroservices

@@ -4,14 +4,14 @@
 #include <algorithm>
 #include <array>
 #include <bundle_file.hpp>
+#include <cerrno>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
-#include <cstring>
-#include <limits>
-#include <mapped_file.hpp>
+#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <stdexcept>
+#include <system_error>
 #include <unzip.h>
 #include <utility>
 
@@ -21,48 +21,26 @@ namespace {
 
 namespace json = boost::json;
 
-constexpr std::string_view manifestName = "/manifest.json";
-
-/// The end-of-central-directory record of a zip archive: 22 bytes, then a comment; numbers are little-endian.
-constexpr std::array<unsigned char, 4> endRecordSignature = {'P', 'K', 5, 6};
-constexpr std::size_t endRecordSize = 22;
-constexpr std::size_t maximumCommentSize = 0xffff;
-constexpr std::size_t directorySizeOffset = 12;
-constexpr std::size_t directoryPositionOffset = 16;
-
-constexpr std::array<unsigned char, 4> libraryMagic = {0x7f, 'E', 'L', 'F'};
-
-bool startsWith(std::span<const std::byte> bytes, std::span<const unsigned char> magic)
-{
-    return bytes.size() >= magic.size() && std::memcmp(bytes.data(), magic.data(), magic.size()) == 0;
-}
-
-std::uint32_t littleEndian32(std::span<const std::byte> bytes)
-{
-    std::uint32_t value = 0;
-    for (const std::size_t i : {3U, 2U, 1U, 0U}) {
-        value = value << 8U | std::to_integer<std::uint32_t>(bytes[i]);
-    }
-    return value;
-}
-
 using Archive = std::unique_ptr<void, int (*)(unzFile)>;
 
-/// Opens a zip archive in memory. The bytes must outlive the result.
-Archive openArchive(std::span<const std::byte>& bytes)
+/// Throws std::runtime_error unless the file is a shared library that can be read.
+void requireLibrary(const std::string& file)
 {
-    zlib_filefunc64_def functions;
-    fill_fopen64_filefunc(&functions);
-    functions.opaque = &bytes;
-    functions.zopen64_file = [](voidpf opaque, const void* /*name*/, int /*mode*/) -> voidpf {
-        const auto& memory = *static_cast<std::span<const std::byte>*>(opaque);
-        return fmemopen(const_cast<std::byte*>(memory.data()), memory.size(), "r");
-    };
-    Archive archive(unzOpen2_64("", &functions), unzClose);
-    if (!archive) {
-        throw std::runtime_error("the zip archive cannot be read: its directory is damaged");
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file, error)) {
+        throw std::runtime_error(error ? error.message() : "not a regular file");
     }
-    return archive;
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) {
+        throw std::runtime_error(std::generic_category().message(errno));
+    }
+    std::array<char, 4> start{};
+    stream.read(start.data(), start.size());
+    if (std::string_view(start.data(), start.size()) != "\x7f"
+                                                        "ELF")
+    {
+        throw std::runtime_error("not a shared library");
+    }
 }
 
 /// Throws std::runtime_error when a status of the zip library is an error.
@@ -106,29 +84,25 @@ std::string entryName(unzFile archive)
     return name;
 }
 
-/// Returns the symbolic name in "<symbolic name>/manifest.json"; empty for any other entry.
-std::string_view symbolicNameIn(std::string_view entryName)
+std::vector<BundleManifest> readArchive(const std::string& file)
 {
-    const std::size_t slash = entryName.find('/');
-    return slash != std::string_view::npos && entryName.substr(slash) == manifestName
-               ? entryName.substr(0, slash)
-               : std::string_view();
-}
-
-std::vector<BundleManifest> readArchive(std::span<const std::byte> bytes)
-{
-    const Archive archive = openArchive(bytes);
+    // Finds the archive from the end of the file, whatever precedes it.
+    const Archive archive(unzOpen64(file.c_str()), unzClose);
+    if (!archive) {
+        throw std::runtime_error("the library has no intact zip archive with a bundle manifest appended");
+    }
     std::vector<BundleManifest> manifests;
     int found = unzGoToFirstFile(archive.get());
     for (; found == UNZ_OK; found = unzGoToNextFile(archive.get())) {
-        const std::string symbolicName(symbolicNameIn(entryName(archive.get())));
-        if (symbolicName.empty()) {
+        const std::string entry = entryName(archive.get());
+        const std::string symbolicName = entry.substr(0, entry.find('/'));
+        if (symbolicName.empty() || entry != symbolicName + "/manifest.json") {
             continue;
         }
         try {
             manifests.push_back(readManifest(readEntry(archive.get()), symbolicName));
         } catch (const std::runtime_error& error) {
-            throw std::runtime_error(symbolicName + std::string(manifestName) + ": " + error.what());
+            throw std::runtime_error(entry + ": " + error.what());
         }
     }
     if (found != UNZ_END_OF_LIST_OF_FILE) {
@@ -279,34 +253,6 @@ BundleVersion versionIn(const AnyMap& headers)
 
 }  // namespace
 
-bool isLibrary(std::span<const std::byte> bytes)
-{
-    return startsWith(bytes, libraryMagic);
-}
-
-std::optional<std::size_t> findArchive(std::span<const std::byte> bytes)
-{
-    if (bytes.size() < endRecordSize) {
-        return std::nullopt;
-    }
-    const std::size_t last = bytes.size() - endRecordSize;
-    const std::size_t first = last - std::min(last, maximumCommentSize);
-    for (std::size_t position = last;; --position) {
-        const auto record = bytes.subspan(position);
-        if (startsWith(record, endRecordSignature)) {
-            // Positions are relative to the beginning of the archive, which is what is to be found.
-            const std::uint64_t length = std::uint64_t{littleEndian32(record.subspan(directorySizeOffset))} +
-                                         littleEndian32(record.subspan(directoryPositionOffset));
-            if (length <= position) {
-                return position - static_cast<std::size_t>(length);
-            }
-        }
-        if (position == first) {
-            return std::nullopt;
-        }
-    }
-}
-
 BundleManifest readManifest(std::string_view content, const std::string& symbolicName)
 {
     AnyMap headers = parseHeaders(content);
@@ -322,25 +268,14 @@ BundleManifest readManifest(std::string_view content, const std::string& symboli
     return {symbolicName, std::move(version), std::move(headers)};
 }
 
-std::vector<BundleManifest> readBundleFile(std::span<const std::byte> bytes, const std::string& file)
+std::vector<BundleManifest> readBundleFile(const std::string& file)
 {
-    if (!isLibrary(bytes)) {
-        throw std::runtime_error(file + ": not a shared library");
-    }
-    const auto archive = findArchive(bytes);
-    if (!archive) {
-        throw std::runtime_error(file + ": the library has no zip archive with a bundle manifest appended");
-    }
     try {
-        return readArchive(bytes.subspan(*archive));
+        requireLibrary(file);
+        return readArchive(file);
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(file + ": " + error.what());
     }
-}
-
-std::vector<BundleManifest> readBundleFile(const std::string& file)
-{
-    return readBundleFile(MappedFile(file).Bytes(), file);
 }
 
 }  // namespace cppmicroservices

@@ -4,8 +4,6 @@
 #include <cppmicroservices/BundleVersion.h>
 
 #include <cstddef>
-#include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,17 +30,8 @@ struct BundleManifest
 /// valid manifest.
 std::vector<BundleManifest> readBundleFile(const std::string& file);
 
-/// As above, for the contents of a bundle file; the name is only used in messages. Safe for arbitrary bytes.
-std::vector<BundleManifest> readBundleFile(std::span<const std::byte> bytes, const std::string& file);
-
 /// Parses a manifest. Throws std::runtime_error when it is malformed JSON (with line and column) or not an
 /// object, bundle.symbolic_name is not symbolicName, or bundle.version is not a version.
 BundleManifest readManifest(std::string_view content, const std::string& symbolicName);
-
-/// Returns the offset of the archive at the end of a file's bytes; std::nullopt when there is none.
-std::optional<std::size_t> findArchive(std::span<const std::byte> bytes);
-
-/// Returns true if the bytes begin with the magic number of a shared library.
-bool isLibrary(std::span<const std::byte> bytes);
 
 }  // namespace cppmicroservices

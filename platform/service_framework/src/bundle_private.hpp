@@ -60,6 +60,8 @@ protected:
 private:
     /// Throws std::runtime_error when the manifest needs a feature that this framework lacks.
     void CheckSupported() const;
+    /// Returns the bundle's library, loaded if necessary. Throws SharedLibraryException.
+    const SharedLibrary& FindLibrary();
 
     const std::weak_ptr<CoreBundleContext> core_;
     std::unique_ptr<ComponentRuntime> components_;

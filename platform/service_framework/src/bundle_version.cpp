@@ -1,12 +1,9 @@
 #include <cppmicroservices/BundleVersion.h>
 
 #include <algorithm>
-#include <array>
 #include <charconv>
-#include <ostream>
 #include <stdexcept>
 #include <string_view>
-#include <tuple>
 
 namespace cppmicroservices {
 
@@ -28,16 +25,7 @@ bool isQualifier(std::string_view string)
 
 }  // namespace
 
-BundleVersion::BundleVersion(unsigned int majorVersion, unsigned int minorVersion, unsigned int microVersion,
-                             std::string qualifier)
-    : major_(majorVersion), minor_(minorVersion), micro_(microVersion), qualifier_(std::move(qualifier))
-{
-    if (!isQualifier(qualifier_)) {
-        throwInvalidVersion(ToString());
-    }
-}
-
-BundleVersion::BundleVersion(const std::string& version) : BundleVersion(0, 0, 0)
+BundleVersion::BundleVersion(const std::string& version)
 {
     std::string_view rest = version;
     for (unsigned int* part : {&major_, &minor_, &micro_}) {
@@ -68,19 +56,6 @@ std::string BundleVersion::ToString() const
         version += "." + qualifier_;
     }
     return version;
-}
-
-int BundleVersion::Compare(const BundleVersion& other) const
-{
-    const auto rank = [](const BundleVersion& version) {
-        return std::tie(version.major_, version.minor_, version.micro_, version.qualifier_);
-    };
-    return *this == other ? 0 : rank(*this) < rank(other) ? -1 : 1;
-}
-
-std::ostream& operator<<(std::ostream& os, const BundleVersion& version)
-{
-    return os << version.ToString();
 }
 
 }  // namespace cppmicroservices

@@ -189,13 +189,9 @@ ListenerToken CoreBundleContext::AddListener(const BundleContextPrivate& owner,
 
 void CoreBundleContext::RemoveListener(const ListenerToken& token)
 {
-    Listener removed;
+    decltype(listeners_)::node_type removed;  // destroyed after the lock is released
     const std::lock_guard lock(mutex_);
-    const auto found = listeners_.find(token.id_);
-    if (found != listeners_.end()) {
-        removed = std::move(found->second);
-        listeners_.erase(found);
-    }
+    removed = listeners_.extract(token.id_);
 }
 
 void CoreBundleContext::RemoveListeners(const BundleContextPrivate& owner)

@@ -1,16 +1,23 @@
-#include <cppmicroservices/Bundle.h>
+// Parsed by hand: a grammar library would need own code all the same for the parentheses that balance in a
+// value, for the nesting limit and for the positions in messages, and most of this file is not the parser.
+
+#include <boost/algorithm/string/case_conv.hpp>
+#include <boost/algorithm/string/join.hpp>
+#include <boost/algorithm/string/predicate.hpp>
+#include <boost/algorithm/string/trim.hpp>
 #include <cppmicroservices/LDAPFilter.h>
-#include <cppmicroservices/ServiceReferenceBase.h>
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <ignoring_case.hpp>
 #include <limits>
 #include <list>
-#include <ostream>
-#include <service_record.hpp>
+#include <locale>
 #include <stdexcept>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace cppmicroservices {
@@ -20,30 +27,26 @@ namespace {
 /// Maximum nesting depth; bounds the recursion for malicious filters.
 constexpr int maximumDepth = 100;
 
+bool isOneOf(std::string_view characters, char c)
+{
+    return characters.find(c) != std::string_view::npos;
+}
+
 bool isWhitespace(char c)
 {
-    return c == ' ' || (c >= '\t' && c <= '\r');
+    return isOneOf(" \t\n\v\f\r", c);
 }
 
-char lowered(char c)
+/// The first character of the operator; '=' follows the last three.
+enum class Operator : char
 {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool equalIgnoringCase(std::string_view left, std::string_view right)
-{
-    return std::ranges::equal(left, right, {}, lowered, lowered);
-}
-
-enum class Operator
-{
-    And,
-    Or,
-    Not,
-    Equal,
-    Approximate,
-    LessOrEqual,
-    GreaterOrEqual
+    And = '&',
+    Or = '|',
+    Not = '!',
+    Equal = '=',
+    Approximate = '~',
+    LessOrEqual = '<',
+    GreaterOrEqual = '>'
 };
 
 struct Expression
@@ -54,17 +57,6 @@ struct Expression
     // The value of a comparison, split at wildcards: {"a", "b"} for "a*b", {"", ""} for "*".
     std::vector<std::string> parts;
 };
-
-std::string lowerWithoutWhitespace(std::string_view input)
-{
-    std::string result;
-    for (const char c : input) {
-        if (!isWhitespace(c)) {
-            result += lowered(c);
-        }
-    }
-    return result;
-}
 
 bool matchesParts(std::string_view input, const std::vector<std::string>& parts)
 {
@@ -78,59 +70,58 @@ bool matchesParts(std::string_view input, const std::vector<std::string>& parts)
     }
     input.remove_prefix(first.size());
     input.remove_suffix(last.size());
-    for (auto part = parts.begin() + 1; part != parts.end() - 1; ++part) {
-        const std::size_t found = input.find(*part);
-        if (found == std::string_view::npos) {
-            return false;
-        }
-        input.remove_prefix(found + part->size());
-    }
-    return true;
+    return std::all_of(parts.begin() + 1, parts.end() - 1, [&](const std::string& part) {
+        const std::size_t found = input.find(part);
+        input.remove_prefix(std::min(found + part.size(), input.size()));
+        return found != std::string_view::npos;
+    });
+}
+
+std::string lowerWithoutWhitespace(std::string string)
+{
+    std::erase_if(string, isWhitespace);
+    boost::algorithm::to_lower(string, std::locale::classic());
+    return string;
 }
 
 /// Returns the value as one string. Only '=' supports wildcards: for other operators each is a DEL character,
 /// which compares above all other ASCII characters.
 std::string wholeValue(const Expression& comparison)
 {
-    std::string value = comparison.parts.front();
-    for (auto part = comparison.parts.begin() + 1; part != comparison.parts.end(); ++part) {
-        value += '\x7f' + *part;
-    }
-    return value;
+    return boost::algorithm::join(comparison.parts, "\x7f");
 }
 
-bool compareString(std::string_view input, const Expression& comparison)
+bool compareString(std::string_view string, const Expression& comparison)
 {
     switch (comparison.op) {
     case Operator::Equal:
-        return matchesParts(input, comparison.parts);
+        return matchesParts(string, comparison.parts);
     case Operator::Approximate:
-        return lowerWithoutWhitespace(input) == lowerWithoutWhitespace(wholeValue(comparison));
+        return lowerWithoutWhitespace(std::string(string)) == lowerWithoutWhitespace(wholeValue(comparison));
     case Operator::LessOrEqual:
-        return input <= wholeValue(comparison);
+        return string <= wholeValue(comparison);
     default:
-        return input >= wholeValue(comparison);
+        return string >= wholeValue(comparison);
     }
 }
 
-/// Parses the number at the beginning of a string, after whitespace and a plus sign, and ignores the rest.
-/// Returns false when there is no number.
-template <class T>
-bool parseNumber(std::string_view input, T& number)
+bool compareBool(bool flag, const Expression& comparison)
 {
-    input.remove_prefix(
-        static_cast<std::size_t>(std::ranges::find_if_not(input, isWhitespace) - input.begin()));
-    if (input.starts_with('+') && !input.starts_with("+-")) {
-        input.remove_prefix(1);
-    }
-    return std::from_chars(input.data(), input.data() + input.size(), number).ec == std::errc();
+    const bool isEquality = comparison.op == Operator::Equal || comparison.op == Operator::Approximate;
+    return isEquality &&
+           boost::algorithm::iequals(wholeValue(comparison), flag ? "true" : "false", std::locale::classic());
 }
 
+/// Compares with the number at the beginning of the value, after whitespace and a plus sign. The rest of the
+/// value is ignored. Returns false when there is no number.
 template <class T>
 bool compareNumber(T number, const Expression& comparison)
 {
+    std::string value = wholeValue(comparison);
+    boost::algorithm::trim_left_if(value, isWhitespace);
+    const bool hasPlus = value.starts_with('+') && !value.starts_with("+-");
     T bound{};
-    if (!parseNumber(wholeValue(comparison), bound)) {
+    if (std::from_chars(value.data() + hasPlus, value.data() + value.size(), bound).ec != std::errc()) {
         return false;
     }
     switch (comparison.op) {
@@ -147,98 +138,48 @@ bool compareNumber(T number, const Expression& comparison)
     }
 }
 
-bool compareBool(bool flag, const Expression& comparison)
+bool compare(const Any& value, const Expression& comparison);
+
+template <class T>
+bool compareAs(const T& value, const Expression& comparison)
 {
-    const bool ordering = comparison.op == Operator::LessOrEqual || comparison.op == Operator::GreaterOrEqual;
-    return !ordering && equalIgnoringCase(wholeValue(comparison), flag ? "true" : "false");
+    if constexpr (std::is_same_v<T, Any>) {
+        return compare(value, comparison);
+    } else if constexpr (std::is_same_v<T, bool>) {
+        return compareBool(value, comparison);
+    } else if constexpr (std::is_same_v<T, char>) {
+        return compareString({&value, 1}, comparison);
+    } else if constexpr (std::is_arithmetic_v<T>) {
+        return compareNumber(value, comparison);
+    } else if constexpr (std::is_convertible_v<T, std::string_view>) {
+        return compareString(value, comparison);
+    } else {
+        return std::ranges::any_of(value,
+                                   [&](const auto& element) { return compareAs(element, comparison); });
+    }
 }
 
-/// Compares the value and sets result when its type is one of the number types Ts; else returns false.
+/// Returns true if the type of the value is one of Ts and the comparison holds.
 template <class... Ts>
-bool compareAsNumber(const Any& value, const Expression& comparison, bool& result)
+bool compareAsOneOf(const Any& value, const Expression& comparison)
 {
-    const auto compareAs = [&]<class T>(const T* number) {
-        if (number) {
-            result = compareNumber(*number, comparison);
-        }
-        return number != nullptr;
-    };
-    return (compareAs(any_cast<Ts>(&value)) || ...);
+    const auto holds = [&](const auto* held) { return held && compareAs(*held, comparison); };
+    return (holds(any_cast<Ts>(&value)) || ...);
 }
 
 bool compare(const Any& value, const Expression& comparison)
 {
-    if (value.Empty()) {
-        return false;
-    }
-    const auto compareElement = [&](const auto& element) {
-        if constexpr (std::is_same_v<std::decay_t<decltype(element)>, Any>) {
-            return compare(element, comparison);
-        } else {
-            return compareString(element, comparison);
-        }
-    };
     const bool isPresenceTest = comparison.op == Operator::Equal && comparison.parts.size() == 2 &&
                                 std::ranges::all_of(comparison.parts, &std::string::empty);
     if (isPresenceTest) {
-        return true;
+        return !value.Empty();
     }
-    if (const auto* string = any_cast<std::string>(&value)) {
-        return compareString(*string, comparison);
-    }
-    if (const auto* literal = any_cast<const char*>(&value)) {
-        return compareString(*literal, comparison);
-    }
-    if (const auto* character = any_cast<char>(&value)) {
-        return compareString({character, 1}, comparison);
-    }
-    if (const auto* strings = any_cast<std::vector<std::string>>(&value)) {
-        return std::ranges::any_of(*strings, compareElement);
-    }
-    if (const auto* stringList = any_cast<std::list<std::string>>(&value)) {
-        return std::ranges::any_of(*stringList, compareElement);
-    }
-    if (const auto* values = any_cast<std::vector<Any>>(&value)) {
-        return std::ranges::any_of(*values, compareElement);
-    }
-    if (const auto* flag = any_cast<bool>(&value)) {
-        return compareBool(*flag, comparison);
-    }
-    bool result = false;
-    compareAsNumber<int, long, long long, short, unsigned char, unsigned short, unsigned int, unsigned long,
-                    unsigned long long, float, double>(value, comparison, result);
-    return result;
+    return compareAsOneOf<std::string, const char*, char, std::vector<std::string>, std::list<std::string>,
+                          std::vector<Any>, bool, int, long, long long, short, unsigned char, unsigned short,
+                          unsigned int, unsigned long, unsigned long long, float, double>(value, comparison);
 }
 
-const Any* findProperty(const AnyMap& properties, const std::string& key, bool matchCase)
-{
-    auto found = properties.find(key);
-    if (found == properties.end() && !matchCase) {
-        found = std::find_if(properties.begin(), properties.end(),
-                             [&](const auto& property) { return equalIgnoringCase(property.first, key); });
-    }
-    const bool usable = found != properties.end() && (!matchCase || found->first == key);
-    return usable ? &found->second : nullptr;
-}
-
-/// Returns the properties unchanged. Throws std::runtime_error when two keys differ only in case.
-const AnyMap& withDistinctKeys(const AnyMap& properties)
-{
-    if (properties.GetType() == AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS) {
-        return properties;
-    }
-    for (auto property = properties.begin(); property != properties.end(); ++property) {
-        const std::string& key = property->first;
-        if (std::any_of(properties.begin(), property,
-                        [&](const auto& other) { return equalIgnoringCase(other.first, key); }))
-        {
-            throw std::runtime_error("The properties give the key " + key +
-                                     " more than once, differing only in case");
-        }
-    }
-    return properties;
-}
-
+/// The keys of the properties are case-insensitive; matchCase requires the case that they were given in.
 bool evaluate(const Expression& expression, const AnyMap& properties, bool matchCase)
 {
     const auto holds = [&](const Expression& operand) { return evaluate(operand, properties, matchCase); };
@@ -250,47 +191,28 @@ bool evaluate(const Expression& expression, const AnyMap& properties, bool match
     case Operator::Not:
         return !holds(expression.operands.front());
     default: {
-        const Any* value = findProperty(properties, expression.key, matchCase);
-        return value && compare(*value, expression);
+        const auto found = properties.find(expression.key);
+        return found != properties.end() && (!matchCase || found->first == expression.key) &&
+               compare(found->second, expression);
     }
     }
-}
-
-std::string_view operatorSymbol(Operator op)
-{
-    switch (op) {
-    case Operator::And:
-        return "&";
-    case Operator::Or:
-        return "|";
-    case Operator::Not:
-        return "!";
-    case Operator::Equal:
-        return "=";
-    case Operator::Approximate:
-        return "~=";
-    case Operator::LessOrEqual:
-        return "<=";
-    case Operator::GreaterOrEqual:
-        return ">=";
-    }
-    return "";
 }
 
 void append(std::string& out, const Expression& expression)
 {
-    out += '(';
-    out += expression.key;
-    out += operatorSymbol(expression.op);
+    const char op = static_cast<char>(expression.op);
+    out += '(' + expression.key + op;
+    if (isOneOf("~<>", op)) {
+        out += '=';
+    }
     for (const Expression& operand : expression.operands) {
         append(out, operand);
     }
-    for (std::size_t i = 0; i < expression.parts.size(); ++i) {
-        if (i > 0) {
-            out += '*';
-        }
-        for (const char c : expression.parts[i]) {
-            if (std::string_view("()*\\").find(c) != std::string_view::npos) {
+    const char* separator = "";
+    for (const std::string& part : expression.parts) {
+        out += std::exchange(separator, "*");
+        for (const char c : part) {
+            if (isOneOf("()*\\", c)) {
                 out += '\\';
             }
             out += c;
@@ -338,13 +260,6 @@ private:
         }
     }
 
-    bool accept(std::string_view token)
-    {
-        const bool found = input_.substr(position_).starts_with(token);
-        position_ += found ? token.size() : 0;
-        return found;
-    }
-
     void expect(char token)
     {
         if (peek() != token) {
@@ -361,54 +276,47 @@ private:
         skipWhitespace();
         expect('(');
         skipWhitespace();
-        Expression expression = parseBody(depth);
+        Expression expression = isOneOf("&|!", peek()) ? parseOperation(depth) : parseComparison();
         expect(')');
         return expression;
     }
 
-    Expression parseBody(int depth)
+    Expression parseOperation(int depth)
     {
-        for (const Operator op : {Operator::And, Operator::Or, Operator::Not}) {
-            if (accept(operatorSymbol(op))) {
-                return {op, parseOperands(op, depth), {}, {}};
-            }
-        }
-        std::string key = parseKey();
-        for (const Operator op :
-             {Operator::Equal, Operator::Approximate, Operator::LessOrEqual, Operator::GreaterOrEqual})
-        {
-            if (accept(operatorSymbol(op))) {
-                return {op, {}, std::move(key), parseValue()};
-            }
-        }
-        peek();
-        fail("expected one of = ~= <= >=");
+        Expression operation{static_cast<Operator>(peek()), {}, {}, {}};
+        ++position_;
+        do {
+            operation.operands.push_back(parseFilter(depth + 1));
+            skipWhitespace();
+        } while (operation.op != Operator::Not && peek() == '(');
+        return operation;
     }
 
-    std::vector<Expression> parseOperands(Operator op, int depth)
+    Expression parseComparison()
     {
-        std::vector<Expression> operands;
-        do {
-            operands.push_back(parseFilter(depth + 1));
-            skipWhitespace();
-        } while (op != Operator::Not && peek() == '(');
-        return operands;
+        std::string key = parseKey();
+        const char op = peek();
+        if (!isOneOf("=~<>", op)) {
+            fail("expected one of = ~= <= >=");
+        }
+        ++position_;
+        if (op != '=') {
+            expect('=');
+        }
+        return {static_cast<Operator>(op), {}, std::move(key), parseValue()};
     }
 
     std::string parseKey()
     {
-        const std::size_t start = position_;
-        while (std::string_view("()<>=~").find(peek()) == std::string_view::npos) {
-            ++position_;
+        std::string key;
+        for (; !isOneOf("()<>=~", peek()); ++position_) {
+            key += peek();
         }
-        std::string_view key = input_.substr(start, position_ - start);
-        while (!key.empty() && isWhitespace(key.back())) {
-            key.remove_suffix(1);
-        }
+        boost::algorithm::trim_right_if(key, isWhitespace);
         if (key.empty()) {
             fail("expected an attribute name");
         }
-        return std::string(key);
+        return key;
     }
 
     /// A backslash escapes the next character; balanced parentheses need no escape.
@@ -441,6 +349,13 @@ class LDAPFilterData
 public:
     explicit LDAPFilterData(std::string_view input) : root(Parser(input).parse()) {}
 
+    bool Matches(const AnyMap& properties, bool matchCase) const
+    {
+        return properties.GetType() == AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS
+                   ? evaluate(root, properties, matchCase)
+                   : evaluate(root, ignoringCase(properties), matchCase);
+    }
+
     Expression root;
 };
 
@@ -448,24 +363,14 @@ LDAPFilter::LDAPFilter() = default;
 
 LDAPFilter::LDAPFilter(const std::string& filter) : d(std::make_shared<const LDAPFilterData>(filter)) {}
 
-bool LDAPFilter::Match(const ServiceReferenceBase& reference) const
-{
-    return reference.record_ && Match(*reference.record_->Properties());
-}
-
-bool LDAPFilter::Match(const Bundle& bundle) const
-{
-    return Match(bundle.GetHeaders());
-}
-
 bool LDAPFilter::Match(const AnyMap& properties) const
 {
-    return d && evaluate(d->root, withDistinctKeys(properties), false);
+    return d && d->Matches(properties, false);
 }
 
 bool LDAPFilter::MatchCase(const AnyMap& properties) const
 {
-    return d && evaluate(d->root, withDistinctKeys(properties), true);
+    return d && d->Matches(properties, true);
 }
 
 std::string LDAPFilter::ToString() const
@@ -475,11 +380,6 @@ std::string LDAPFilter::ToString() const
         append(result, d->root);
     }
     return result;
-}
-
-std::ostream& operator<<(std::ostream& os, const LDAPFilter& filter)
-{
-    return os << filter.ToString();
 }
 
 }  // namespace cppmicroservices

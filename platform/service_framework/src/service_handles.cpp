@@ -7,28 +7,11 @@
 #include <bundle_context_private.hpp>
 #include <bundle_private.hpp>
 #include <core_bundle_context.hpp>
-#include <ostream>
 #include <service_record.hpp>
 #include <stdexcept>
 #include <utility>
 
 namespace cppmicroservices {
-
-ServiceReferenceBase::ServiceReferenceBase() = default;
-ServiceReferenceBase::ServiceReferenceBase(const ServiceReferenceBase&) = default;
-ServiceReferenceBase& ServiceReferenceBase::operator=(const ServiceReferenceBase&) = default;
-ServiceReferenceBase::~ServiceReferenceBase() = default;
-
-ServiceReferenceBase::ServiceReferenceBase(std::shared_ptr<ServiceRecord> record, std::string interfaceId)
-    : record_(std::move(record)), interfaceId_(std::move(interfaceId))
-{}
-
-ServiceReferenceBase& ServiceReferenceBase::operator=(std::nullptr_t)
-{
-    record_ = nullptr;
-    interfaceId_.clear();
-    return *this;
-}
 
 ServiceReferenceBase::operator bool() const
 {
@@ -72,20 +55,15 @@ std::vector<Bundle> ServiceReferenceBase::GetUsingBundles() const
     return bundles;
 }
 
-bool ServiceReferenceBase::IsConvertibleTo(const std::string& interfaceId) const
-{
-    return *this && std::ranges::find(record_->Interfaces(), interfaceId) != record_->Interfaces().end();
-}
-
 void ServiceReferenceBase::ConvertTo(const std::string& interfaceId)
 {
     if (interfaceId_ == interfaceId) {
         return;
     }
-    if (IsConvertibleTo(interfaceId)) {
+    if (*this && std::ranges::find(record_->Interfaces(), interfaceId) != record_->Interfaces().end()) {
         interfaceId_ = interfaceId;
     } else {
-        *this = nullptr;
+        *this = ServiceReferenceBase();
     }
 }
 
@@ -95,37 +73,6 @@ bool ServiceReferenceBase::operator<(const ServiceReferenceBase& other) const
         return !record_ && other.record_;
     }
     return other.record_->RanksBefore(*record_);
-}
-
-std::ostream& operator<<(std::ostream& os, const ServiceReferenceBase& reference)
-{
-    if (!reference) {
-        return os << "Invalid service reference";
-    }
-    os << "Service of " << reference.GetBundle() << " (";
-    const char* separator = "";
-    for (const std::string& key : reference.GetPropertyKeys()) {
-        os << separator << key << '=' << reference.GetProperty(key).ToStringNoExcept();
-        separator = ",";
-    }
-    return os << ')';
-}
-
-ServiceRegistrationBase::ServiceRegistrationBase() = default;
-ServiceRegistrationBase::ServiceRegistrationBase(const ServiceRegistrationBase&) = default;
-ServiceRegistrationBase::ServiceRegistrationBase(ServiceRegistrationBase&&) noexcept = default;
-ServiceRegistrationBase& ServiceRegistrationBase::operator=(const ServiceRegistrationBase&) = default;
-ServiceRegistrationBase& ServiceRegistrationBase::operator=(ServiceRegistrationBase&&) noexcept = default;
-ServiceRegistrationBase::~ServiceRegistrationBase() = default;
-
-ServiceRegistrationBase::ServiceRegistrationBase(std::shared_ptr<ServiceRecord> record)
-    : record_(std::move(record))
-{}
-
-ServiceRegistrationBase& ServiceRegistrationBase::operator=(std::nullptr_t)
-{
-    record_ = nullptr;
-    return *this;
 }
 
 ServiceRecord& ServiceRegistrationBase::Registered() const
@@ -160,15 +107,6 @@ void ServiceRegistrationBase::Unregister()
         throw std::logic_error("The service is unregistered");
     }
 }
-
-bool ServiceRegistrationBase::operator<(const ServiceRegistrationBase& other) const
-{
-    return ServiceReferenceBase(record_, {}) < ServiceReferenceBase(other.record_, {});
-}
-
-ServiceObjectsBase::ServiceObjectsBase(ServiceObjectsBase&&) noexcept = default;
-ServiceObjectsBase& ServiceObjectsBase::operator=(ServiceObjectsBase&&) noexcept = default;
-ServiceObjectsBase::~ServiceObjectsBase() = default;
 
 ServiceObjectsBase::ServiceObjectsBase(std::shared_ptr<BundleContextPrivate> context,
                                        const ServiceReferenceBase& reference)

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <bundle_private.hpp>
 #include <core_bundle_context.hpp>
+#include <ignoring_case.hpp>
 #include <optional>
 #include <service_names.hpp>
 #include <service_record.hpp>
@@ -115,13 +116,7 @@ bool ServiceRecord::RanksBefore(const ServiceRecord& other) const noexcept
 
 std::shared_ptr<const AnyMap> ServiceRecord::MakeProperties(const ServiceProperties& given) const
 {
-    auto properties = std::make_shared<AnyMap>(AnyMap::UNORDERED_MAP_CASEINSENSITIVE_KEYS);
-    for (const auto& [key, value] : given) {
-        if (!properties->emplace(key, value).second) {
-            throw std::runtime_error("The service's properties give the key " + key +
-                                     " more than once, differing only in case");
-        }
-    }
+    auto properties = std::make_shared<AnyMap>(ignoringCase(given));
     (*properties)[Constants::SERVICE_ID] = id_;
     (*properties)[Constants::OBJECTCLASS] = interfaces_;
     // The component runtime sets "singleton" for its factories, because one component object serves all
@@ -282,19 +277,6 @@ void ServiceRecord::Release(const User& user)
     if (factory) {
         GiveBack(*factory, user, released.objects);
     }
-}
-
-void ServiceRecord::ReleaseAll(BundlePrivate& user)
-{
-    {
-        const std::lock_guard lock(mutex_);
-        const auto found = users_.find(user.weak_from_this());
-        if (found == users_.end()) {
-            return;
-        }
-        found->second.uses = 1;
-    }
-    Release(user.weak_from_this());
 }
 
 bool ServiceRecord::Unregister()

@@ -52,8 +52,8 @@ public:
     /// be loaded.
     InterfaceMapConstPtr Use(const std::shared_ptr<BundlePrivate>& user);
 
-    /// Ends all uses by a bundle.
-    void ReleaseAll(BundlePrivate& user);
+    /// Ends one use by a bundle, if it is a user.
+    void Release(const std::weak_ptr<BundlePrivate>& user);
 
     /// Unregisters the service; returns false when it was already unregistered.
     bool Unregister();
@@ -73,7 +73,6 @@ private:
     /// meantime. Returns the objects in use; null when the service is unregistered.
     InterfaceMapConstPtr AddUser(const std::shared_ptr<BundlePrivate>& user, const UserEntry& made);
     InterfaceMapConstPtr MakeObjects(const std::shared_ptr<BundlePrivate>& user, ServiceFactory& factory);
-    void Release(const User& user);
     void GiveBack(ServiceFactory& factory, const User& user, const InterfaceMapConstPtr& objects);
     void ReportError(const Bundle& origin, const std::string& message, ServiceException::Type type) const;
     /// Sends an event to the framework's listeners; does nothing after the framework is destroyed.

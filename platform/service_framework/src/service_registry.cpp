@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bundle_context_private.hpp>
+#include <bundle_private.hpp>
 #include <service_names.hpp>
 #include <service_record.hpp>
 #include <service_registry.hpp>
@@ -79,12 +80,6 @@ void ServiceRegistry::SetProperties(ServiceRecord& record, const ServiceProperti
     }
 }
 
-ServiceRegistry::Records ServiceRegistry::All() const
-{
-    const std::lock_guard lock(mutex_);
-    return all_;
-}
-
 ServiceRegistry::Records ServiceRegistry::Candidates(const std::string& interfaceId) const
 {
     const std::lock_guard lock(mutex_);
@@ -113,26 +108,27 @@ std::vector<ServiceReferenceU> ServiceRegistry::Find(const std::string& interfac
     return references;
 }
 
-std::vector<ServiceReferenceU> ServiceRegistry::RegisteredBy(const BundlePrivate& bundle) const
+template <class Predicate>
+std::vector<ServiceReferenceU> ServiceRegistry::Select(Predicate isSelected) const
 {
     std::vector<ServiceReferenceU> references;
-    for (const auto& record : All()) {
-        if (record->Owner().get() == &bundle) {
+    const std::lock_guard lock(mutex_);
+    for (const auto& record : all_) {
+        if (isSelected(*record)) {
             references.push_back(ServiceReferenceBase(record, {}));
         }
     }
     return references;
 }
 
+std::vector<ServiceReferenceU> ServiceRegistry::RegisteredBy(const BundlePrivate& bundle) const
+{
+    return Select([&](const ServiceRecord& record) { return record.Owner().get() == &bundle; });
+}
+
 std::vector<ServiceReferenceU> ServiceRegistry::UsedBy(const BundlePrivate& bundle) const
 {
-    std::vector<ServiceReferenceU> references;
-    for (const auto& record : All()) {
-        if (record->IsUsedBy(bundle)) {
-            references.push_back(ServiceReferenceBase(record, {}));
-        }
-    }
-    return references;
+    return Select([&](const ServiceRecord& record) { return record.IsUsedBy(bundle); });
 }
 
 void ServiceRegistry::RemoveBundle(BundlePrivate& bundle)
@@ -141,7 +137,7 @@ void ServiceRegistry::RemoveBundle(BundlePrivate& bundle)
         if (record->Owner().get() == &bundle) {
             Unregister(*record);
         } else {
-            record->ReleaseAll(bundle);
+            record->Release(bundle.weak_from_this());
         }
     }
 }

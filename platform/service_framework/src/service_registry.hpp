@@ -44,7 +44,8 @@ private:
     void Remove(const ServiceRecord& record);
     /// Returns the services of an interface, or all when it is empty, highest ranking first.
     Records Candidates(const std::string& interfaceId) const;
-    Records All() const;
+    template <class Predicate>
+    std::vector<ServiceReferenceU> Select(Predicate isSelected) const;
     /// Returns a service that the bundle offers or uses; null when there is none.
     std::shared_ptr<ServiceRecord> FindServiceOf(const BundlePrivate& bundle) const;
 

@@ -1,10 +1,8 @@
 #include <dlfcn.h>
-#include <filesystem>
 #include <map>
 #include <mutex>
 #include <shared_library.hpp>
 #include <stdexcept>
-#include <system_error>
 #include <utility>
 
 namespace cppmicroservices {
@@ -17,10 +15,7 @@ void* load(const std::string& file, int options)
         return handle;
     }
     const std::string reason = dlerror();
-    std::error_code ignored;
-    const auto code = std::filesystem::exists(file, ignored) ? std::errc::executable_format_error
-                                                             : std::errc::no_such_file_or_directory;
-    throw std::system_error(std::make_error_code(code), "Cannot load the library " + file + ": " + reason);
+    throw std::runtime_error("Cannot load " + (reason.starts_with(file) ? reason : file + ": " + reason));
 }
 
 /// The libraries loaded by the process. Never destroyed, because components may be deactivated during process

@@ -13,7 +13,7 @@ public:
     static const int defaultLoadOptions;
 
     /// Loads a library. options are flags for dlopen. Later calls with the same file name return the same
-    /// library, even if the file has changed. Throws std::system_error with the message of dlerror.
+    /// library, even if the file has changed. Throws std::runtime_error with the message of dlerror.
     static const SharedLibrary& Load(const std::string& file, int options);
 
     /// Returns an exported function of the library; null when there is none with that name.

@@ -3,47 +3,53 @@
 #include <cppmicroservices/FrameworkConfig.h>
 
 #include <concepts>
-#include <list>
-#include <map>
 #include <memory>
-#include <set>
 #include <sstream>
 #include <string>
 #include <type_traits>
 #include <typeinfo>
 #include <utility>
-#include <vector>
 
 namespace cppmicroservices {
 
 class Any;
 
-/// Writes a value to a stream. Any calls it by argument-dependent lookup, so an overload for a user-defined
-/// type is found in the namespace of that type.
+US_Framework_EXPORT std::ostream& any_value_to_string(std::ostream& os, const Any& value);
+
+/// Writes a value, map or sequence to a stream. Any calls it by argument-dependent lookup, so an overload for
+/// a user-defined type is found in the namespace of that type.
 template <class T>
 std::ostream& any_value_to_string(std::ostream& os, const T& value)
 {
+    const char* separator = "";
     if constexpr (std::is_floating_point_v<T>) {
         constexpr int significantDigits = 12;
         const auto previous = os.precision(significantDigits);
         os << value;
         os.precision(previous);
         return os;
-    } else {
+    } else if constexpr (requires { typename T::mapped_type; }) {
+        os << '{';
+        for (const auto& [key, element] : value) {
+            os << std::exchange(separator, ", ") << key << " : ";
+            if constexpr (std::is_same_v<typename T::mapped_type, Any>) {
+                any_value_to_string(os, element);
+            } else {
+                os << element;
+            }
+        }
+        return os << '}';
+    } else if constexpr (requires { os << value; }) {
         return os << value;
+    } else {
+        os << '[';
+        for (const auto& element : value) {
+            os << std::exchange(separator, ",");
+            any_value_to_string(os, element);
+        }
+        return os << ']';
     }
 }
-
-US_Framework_EXPORT std::ostream& any_value_to_string(std::ostream& os, const Any& value);
-
-template <class T>
-std::ostream& any_value_to_string(std::ostream& os, const std::vector<T>& values);
-template <class T>
-std::ostream& any_value_to_string(std::ostream& os, const std::list<T>& values);
-template <class T>
-std::ostream& any_value_to_string(std::ostream& os, const std::set<T>& values);
-template <class K, class V>
-std::ostream& any_value_to_string(std::ostream& os, const std::map<K, V>& values);
 
 /// A value of any copyable type that any_value_to_string can write.
 class US_Framework_EXPORT Any
@@ -61,12 +67,6 @@ public:
     Any& operator=(const Any& other) { return *this = Any(other); }
     Any& operator=(Any&&) noexcept = default;
     ~Any() = default;
-
-    Any& Swap(Any& other) noexcept
-    {
-        content_.swap(other.content_);
-        return *this;
-    }
 
     bool Empty() const noexcept { return !content_; }
 
@@ -125,7 +125,7 @@ private:
 class US_Framework_EXPORT BadAnyCastException : public std::bad_cast
 {
 public:
-    explicit BadAnyCastException(std::string message = "");
+    explicit BadAnyCastException(std::string message);
     ~BadAnyCastException() override;
     const char* what() const noexcept override;
 
@@ -154,22 +154,6 @@ const T* any_cast(const Any* operand) noexcept
     return any_cast<T>(const_cast<Any*>(operand));
 }
 
-/// Returns a reference to the value. Throws BadAnyCastException when it is not a T.
-template <class T>
-const T& ref_any_cast(const Any& operand)
-{
-    if (const T* value = any_cast<T>(&operand)) {
-        return *value;
-    }
-    detail::ThrowBadAnyCastException("ref_any_cast", operand.Type(), typeid(T));
-}
-
-template <class T>
-T& ref_any_cast(Any& operand)
-{
-    return const_cast<T&>(ref_any_cast<T>(std::as_const(operand)));
-}
-
 /// Returns a copy of the value. Throws BadAnyCastException when it is not a T.
 template <class T>
 T any_cast(const Any& operand)
@@ -189,58 +173,6 @@ bool Any::operator==(const T& value) const
     } else {
         return false;
     }
-}
-
-namespace detail {
-
-template <class Range>
-std::ostream& WriteSequence(std::ostream& os, const Range& values)
-{
-    os << '[';
-    const char* separator = "";
-    for (const auto& value : values) {
-        os << separator;
-        any_value_to_string(os, value);
-        separator = ",";
-    }
-    return os << ']';
-}
-
-}  // namespace detail
-
-template <class T>
-std::ostream& any_value_to_string(std::ostream& os, const std::vector<T>& values)
-{
-    return detail::WriteSequence(os, values);
-}
-
-template <class T>
-std::ostream& any_value_to_string(std::ostream& os, const std::list<T>& values)
-{
-    return detail::WriteSequence(os, values);
-}
-
-template <class T>
-std::ostream& any_value_to_string(std::ostream& os, const std::set<T>& values)
-{
-    return detail::WriteSequence(os, values);
-}
-
-template <class K, class V>
-std::ostream& any_value_to_string(std::ostream& os, const std::map<K, V>& values)
-{
-    os << '{';
-    const char* separator = "";
-    for (const auto& [key, value] : values) {
-        os << separator << key << " : ";
-        if constexpr (std::is_same_v<V, Any>) {
-            any_value_to_string(os, value);
-        } else {
-            os << value;
-        }
-        separator = ", ";
-    }
-    return os << '}';
 }
 
 }  // namespace cppmicroservices

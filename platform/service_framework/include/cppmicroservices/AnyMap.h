@@ -54,8 +54,6 @@ public:
     iterator end() noexcept { return values_.end(); }
     const_iterator begin() const noexcept { return values_.begin(); }
     const_iterator end() const noexcept { return values_.end(); }
-    const_iterator cbegin() const noexcept { return values_.begin(); }
-    const_iterator cend() const noexcept { return values_.end(); }
 
     bool empty() const noexcept { return values_.empty(); }
     size_type size() const noexcept { return values_.size(); }
@@ -65,14 +63,11 @@ public:
     mapped_type& at(const key_type& key) { return values_.at(key); }
     const mapped_type& at(const key_type& key) const { return values_.at(key); }
     mapped_type& operator[](const key_type& key) { return values_[key]; }
-    std::pair<iterator, bool> insert(const value_type& value) { return values_.insert(value); }
     template <class... Args>
     std::pair<iterator, bool> emplace(Args&&... args)
     {
         return values_.emplace(std::forward<Args>(args)...);
     }
-    size_type erase(const key_type& key) { return values_.erase(key); }
-    void clear() noexcept { values_.clear(); }
 
     bool operator==(const AnyMap& other) const { return type_ == other.type_ && values_ == other.values_; }
 
@@ -80,9 +75,5 @@ private:
     map_type type_;
     Storage values_;
 };
-
-using any_map = AnyMap;
-
-US_Framework_EXPORT std::ostream& any_value_to_string(std::ostream& os, const AnyMap& values);
 
 }  // namespace cppmicroservices

@@ -4,10 +4,7 @@
 #include <cppmicroservices/BundleVersion.h>
 #include <cppmicroservices/GlobalConfig.h>
 
-#include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <iosfwd>
 #include <memory>
 #include <string>
 #include <vector>
@@ -36,13 +33,7 @@ public:
         STATE_ACTIVE = 0x20
     };
 
-    Bundle();
-    Bundle(const Bundle&);
-    Bundle(Bundle&&) noexcept;
-    Bundle& operator=(const Bundle&);
-    Bundle& operator=(Bundle&&) noexcept;
-    Bundle& operator=(std::nullptr_t);
-    virtual ~Bundle();
+    Bundle() = default;
 
     explicit operator bool() const noexcept { return d != nullptr; }
     bool operator==(const Bundle& other) const noexcept { return d == other.d; }
@@ -89,16 +80,4 @@ protected:
     friend std::shared_ptr<BundlePrivate> GetPrivate(const Bundle&);
 };
 
-US_Framework_EXPORT std::ostream& operator<<(std::ostream& os, const Bundle& bundle);
-US_Framework_EXPORT std::ostream& operator<<(std::ostream& os, Bundle::State state);
-
 }  // namespace cppmicroservices
-
-template <>
-struct std::hash<cppmicroservices::Bundle>
-{
-    std::size_t operator()(const cppmicroservices::Bundle& bundle) const
-    {
-        return std::hash<std::string>()(bundle.GetSymbolicName());
-    }
-};

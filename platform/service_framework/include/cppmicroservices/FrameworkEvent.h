@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <exception>
 #include <string>
+#include <utility>
 
 namespace cppmicroservices {
 
@@ -24,7 +25,9 @@ public:
     };
 
     FrameworkEvent(Type type, const Bundle& bundle, const std::string& message,
-                   std::exception_ptr exception = nullptr);
+                   std::exception_ptr exception = nullptr)
+        : type_(type), bundle_(bundle), message_(message), exception_(std::move(exception))
+    {}
 
     Bundle GetBundle() const { return bundle_; }
     std::string GetMessage() const { return message_; }
@@ -37,8 +40,5 @@ private:
     std::string message_;
     std::exception_ptr exception_;
 };
-
-US_Framework_EXPORT std::ostream& operator<<(std::ostream& os, FrameworkEvent::Type type);
-US_Framework_EXPORT std::ostream& operator<<(std::ostream& os, const FrameworkEvent& event);
 
 }  // namespace cppmicroservices

@@ -11,8 +11,7 @@ namespace cppmicroservices {
 class US_Framework_EXPORT IllegalStateException final : public std::runtime_error
 {
 public:
-    explicit IllegalStateException(const std::string& what);
-    IllegalStateException(const IllegalStateException&) noexcept;
+    explicit IllegalStateException(const std::string& what) : std::runtime_error(what) {}
     ~IllegalStateException() override;
 };
 

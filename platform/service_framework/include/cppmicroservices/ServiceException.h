@@ -21,9 +21,9 @@ public:
         FACTORY_RECURSION = 6
     };
 
-    ServiceException(const std::string& message, const Type& type = UNSPECIFIED);
-    ServiceException(const ServiceException&) noexcept;
-    ServiceException& operator=(const ServiceException&) noexcept;
+    ServiceException(const std::string& message, const Type& type = UNSPECIFIED)
+        : std::runtime_error(message), type_(type)
+    {}
     ~ServiceException() override;
 
     Type GetType() const noexcept { return type_; }

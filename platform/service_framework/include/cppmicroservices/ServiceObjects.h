@@ -5,6 +5,7 @@
 #include <cppmicroservices/ServiceReference.h>
 
 #include <memory>
+#include <type_traits>
 
 namespace cppmicroservices {
 
@@ -13,17 +14,16 @@ class US_Framework_EXPORT ServiceObjectsBase
 public:
     ServiceObjectsBase(const ServiceObjectsBase&) = delete;
     ServiceObjectsBase& operator=(const ServiceObjectsBase&) = delete;
-    ServiceObjectsBase(ServiceObjectsBase&&) noexcept;
-    ServiceObjectsBase& operator=(ServiceObjectsBase&&) noexcept;
+    ServiceObjectsBase(ServiceObjectsBase&&) noexcept = default;
+    ServiceObjectsBase& operator=(ServiceObjectsBase&&) noexcept = default;
 
 protected:
     ServiceObjectsBase(std::shared_ptr<BundleContextPrivate> context, const ServiceReferenceBase& reference);
-    ~ServiceObjectsBase();
+    ~ServiceObjectsBase() = default;
 
     std::shared_ptr<void> GetService() const;
     /// Each object in the map shares ownership of the use of the service, even after the map is destroyed.
     InterfaceMapConstPtr GetServiceInterfaceMap() const;
-    const ServiceReferenceBase& GetReference() const noexcept { return reference_; }
 
 private:
     InterfaceMapConstPtr Use() const;
@@ -38,26 +38,16 @@ template <class S>
 class ServiceObjects : private ServiceObjectsBase
 {
 public:
-    /// Returns null when the service is unregistered or not available.
-    std::shared_ptr<S> GetService() const
+    /// Returns the object, for S void the objects by interface identifier. Returns null when the service is
+    /// unregistered or not available.
+    auto GetService() const
     {
-        return std::static_pointer_cast<S>(ServiceObjectsBase::GetService());
+        if constexpr (std::is_void_v<S>) {
+            return GetServiceInterfaceMap();
+        } else {
+            return std::static_pointer_cast<S>(ServiceObjectsBase::GetService());
+        }
     }
-
-    ServiceReference<S> GetServiceReference() const { return GetReference(); }
-
-private:
-    friend class BundleContext;
-    using ServiceObjectsBase::ServiceObjectsBase;
-};
-
-template <>
-class ServiceObjects<void> : private ServiceObjectsBase
-{
-public:
-    InterfaceMapConstPtr GetService() const { return GetServiceInterfaceMap(); }
-
-    ServiceReferenceU GetServiceReference() const { return GetReference(); }
 
 private:
     friend class BundleContext;

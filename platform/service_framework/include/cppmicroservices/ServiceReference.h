@@ -3,9 +3,11 @@
 #include <cppmicroservices/ServiceInterface.h>
 #include <cppmicroservices/ServiceReferenceBase.h>
 
+#include <type_traits>
+
 namespace cppmicroservices {
 
-/// A reference to a service under the interface S.
+/// A reference to a service under the interface S; void names no interface.
 template <class S>
 class ServiceReference : public ServiceReferenceBase
 {
@@ -17,44 +19,12 @@ public:
     /// Converts to a reference under the interface S; empty when the service does not have that interface.
     ServiceReference(const ServiceReferenceBase& base) : ServiceReferenceBase(base)
     {
-        ConvertTo(us_service_interface_iid<S>());
-    }
-
-    using ServiceReferenceBase::operator=;
-    using ServiceReferenceBase::Hash;
-    bool operator==(const ServiceReference& other) const noexcept
-    {
-        return ServiceReferenceBase::operator==(other);
-    }
-};
-
-/// A reference to a service that names no interface.
-template <>
-class ServiceReference<void> : public ServiceReferenceBase
-{
-public:
-    using ServiceType = void;
-
-    ServiceReference() = default;
-    ServiceReference(const ServiceReferenceBase& base) : ServiceReferenceBase(base) {}
-
-    using ServiceReferenceBase::operator=;
-    using ServiceReferenceBase::Hash;
-    bool operator==(const ServiceReference& other) const noexcept
-    {
-        return ServiceReferenceBase::operator==(other);
+        if constexpr (!std::is_void_v<S>) {
+            ConvertTo(us_service_interface_iid<S>());
+        }
     }
 };
 
 using ServiceReferenceU = ServiceReference<void>;
 
 }  // namespace cppmicroservices
-
-template <class S>
-struct std::hash<cppmicroservices::ServiceReference<S>>
-{
-    std::size_t operator()(const cppmicroservices::ServiceReference<S>& reference) const noexcept
-    {
-        return reference.Hash();
-    }
-};

@@ -3,11 +3,9 @@
 #include <cppmicroservices/Any.h>
 #include <cppmicroservices/FrameworkConfig.h>
 
-#include <cstddef>
-#include <functional>
-#include <iosfwd>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace cppmicroservices {
@@ -21,11 +19,6 @@ class ServiceRecord;
 class US_Framework_EXPORT ServiceReferenceBase
 {
 public:
-    ServiceReferenceBase(const ServiceReferenceBase&);
-    ServiceReferenceBase& operator=(const ServiceReferenceBase&);
-    ServiceReferenceBase& operator=(std::nullptr_t);
-    ~ServiceReferenceBase();
-
     explicit operator bool() const;
 
     /// Returns the value of a property; empty when there is none. The key is case-insensitive.
@@ -35,29 +28,25 @@ public:
     Bundle GetBundle() const;
     std::vector<Bundle> GetUsingBundles() const;
     std::string GetInterfaceId() const { return interfaceId_; }
-    bool IsConvertibleTo(const std::string& interfaceId) const;
 
     /// Orders references by ascending service.ranking and, for equal rankings, by descending service.id.
     bool operator<(const ServiceReferenceBase& other) const;
     bool operator==(const ServiceReferenceBase& other) const noexcept { return record_ == other.record_; }
 
 protected:
-    ServiceReferenceBase();
-    std::size_t Hash() const noexcept { return std::hash<std::shared_ptr<ServiceRecord>>()(record_); }
+    ServiceReferenceBase() = default;
 
 private:
     friend class BundleContext;
-    friend class BundlePrivate;
-    friend class LDAPFilter;
     friend class ServiceObjectsBase;
-    friend class ServiceRecord;
     friend class ServiceRegistrationBase;
     friend class ServiceRegistry;
     template <class S>
     friend class ServiceReference;
-    friend struct std::hash<ServiceReferenceBase>;
 
-    ServiceReferenceBase(std::shared_ptr<ServiceRecord> record, std::string interfaceId);
+    ServiceReferenceBase(std::shared_ptr<ServiceRecord> record, std::string interfaceId)
+        : record_(std::move(record)), interfaceId_(std::move(interfaceId))
+    {}
 
     /// Makes this a reference to another interface of the same service, or empty when the service does not
     /// have it.
@@ -67,15 +56,4 @@ private:
     std::string interfaceId_;
 };
 
-US_Framework_EXPORT std::ostream& operator<<(std::ostream& os, const ServiceReferenceBase& reference);
-
 }  // namespace cppmicroservices
-
-template <>
-struct std::hash<cppmicroservices::ServiceReferenceBase>
-{
-    std::size_t operator()(const cppmicroservices::ServiceReferenceBase& reference) const noexcept
-    {
-        return reference.Hash();
-    }
-};

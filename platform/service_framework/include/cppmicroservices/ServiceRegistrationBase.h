@@ -3,10 +3,9 @@
 #include <cppmicroservices/ServiceProperties.h>
 #include <cppmicroservices/ServiceReference.h>
 
-#include <cstddef>
-#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace cppmicroservices {
 
@@ -17,13 +16,6 @@ class ServiceRecord;
 class US_Framework_EXPORT ServiceRegistrationBase
 {
 public:
-    ServiceRegistrationBase(const ServiceRegistrationBase&);
-    ServiceRegistrationBase(ServiceRegistrationBase&&) noexcept;
-    ServiceRegistrationBase& operator=(const ServiceRegistrationBase&);
-    ServiceRegistrationBase& operator=(ServiceRegistrationBase&&) noexcept;
-    ServiceRegistrationBase& operator=(std::nullptr_t);
-    ~ServiceRegistrationBase();
-
     explicit operator bool() const noexcept { return record_ != nullptr; }
 
     ServiceReferenceBase GetReference(const std::string& interfaceId = {}) const;
@@ -35,18 +27,14 @@ public:
     /// Unregisters the service. Objects that bundles already hold stay usable until they are released.
     void Unregister();
 
-    bool operator<(const ServiceRegistrationBase& other) const;
-    bool operator==(const ServiceRegistrationBase& other) const noexcept { return record_ == other.record_; }
-
 protected:
-    ServiceRegistrationBase();
+    ServiceRegistrationBase() = default;
 
 private:
     friend class ServiceRecord;
     friend class ServiceRegistry;
-    friend struct std::hash<ServiceRegistrationBase>;
 
-    explicit ServiceRegistrationBase(std::shared_ptr<ServiceRecord> record);
+    explicit ServiceRegistrationBase(std::shared_ptr<ServiceRecord> record) : record_(std::move(record)) {}
 
     /// Returns the record. Throws std::logic_error when the handle is empty or the service is unregistered.
     ServiceRecord& Registered() const;
@@ -55,12 +43,3 @@ private:
 };
 
 }  // namespace cppmicroservices
-
-template <>
-struct std::hash<cppmicroservices::ServiceRegistrationBase>
-{
-    std::size_t operator()(const cppmicroservices::ServiceRegistrationBase& registration) const noexcept
-    {
-        return std::hash<std::shared_ptr<cppmicroservices::ServiceRecord>>()(registration.record_);
-    }
-};

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <system_error>
+#include <utility>
 
 namespace cppmicroservices {
 
@@ -12,8 +13,9 @@ namespace cppmicroservices {
 class US_Framework_EXPORT SharedLibraryException final : public std::system_error
 {
 public:
-    explicit SharedLibraryException(std::error_code code, const std::string& what, Bundle origin);
-    SharedLibraryException(const SharedLibraryException&);
+    explicit SharedLibraryException(std::error_code code, const std::string& what, Bundle origin)
+        : std::system_error(code, what), origin_(std::move(origin))
+    {}
     ~SharedLibraryException() override;
 
     Bundle GetBundle() const { return origin_; }
