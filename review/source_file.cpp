@@ -2,7 +2,7 @@
 
 #include <settings_core/releases/release_history.hpp>
 
-namespace vx::tool {
+namespace vx::review {
 
 namespace {
 
@@ -57,4 +57,4 @@ std::string sourceFileOf(std::string_view path)
     return "tree/" + std::string(fileStem(path)) + ".cpp";
 }
 
-}  // namespace vx::tool
+}  // namespace vx::review

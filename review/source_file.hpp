@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace vx::tool {
+namespace vx::review {
 
 /// Returns the source file that defines the setting or group at this full path, relative to the project's
 /// root.
@@ -12,4 +12,4 @@ namespace vx::tool {
 /// The source file of the release change table.
 inline constexpr std::string_view releaseTableFile = "migration/release_changes.cpp";
 
-}  // namespace vx::tool
+}  // namespace vx::review

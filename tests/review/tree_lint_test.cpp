@@ -1,8 +1,9 @@
+#include <review/tree_lint.hpp>
+
 #include <verdix/settings/internal/values.hpp>
 
 #include <gmock/gmock.h>
 
-#include <review/tree_lint.hpp>
 #include <string>
 #include <vector>
 
@@ -42,8 +43,8 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
                                      std::vector<std::string>{"verdix.web.Nowhere"});
 
     std::vector<std::string> found;
-    for (const auto& [file, path, message] : vx::tool::lintTree(tree, releases)) {
-        found.push_back(file + " " + path);
+    for (const auto& [path, message, position] : vx::review::lintTree(tree, releases)) {
+        found.push_back(position.file + " " + path);
         EXPECT_FALSE(message.empty());
     }
     EXPECT_THAT(found, testing::UnorderedElementsAre(

@@ -1,8 +1,9 @@
+#include <review/tree_diff.hpp>
+
 #include <boost/json/array.hpp>
 
 #include <algorithm>
 #include <memory>
-#include <review/tree_diff.hpp>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,9 @@ namespace vx::tool {
 namespace {
 
 namespace json = boost::json;
+using review::Difference;
+using review::DifferenceKind;
+using review::TreeDocument;
 
 struct DiffOptions
 {
@@ -92,7 +96,7 @@ ExitCode diff(const DiffOptions& options, Output& out)
 {
     const auto older = TreeDocument::read(options.older);
     const auto newer = TreeDocument::read(options.newer);
-    const auto differences = compareTrees(older, newer);
+    const auto differences = review::compareTrees(older, newer);
     if (options.format == "json" || (options.format.empty() && out.isJson())) {
         writeJson(differences, out);
     } else if (options.format == "markdown") {

@@ -1,3 +1,4 @@
+#include <review/tree_json.hpp>
 #include <settings_core/files/atomic_file.hpp>
 #include <settings_core/files/file_check.hpp>
 #include <settings_core/files/layers.hpp>
@@ -17,7 +18,6 @@
 #include "cli/command.hpp"
 #include "cli/diagnostics.hpp"
 #include "render/json_text.hpp"
-#include "render/node_json.hpp"
 #include "render/table.hpp"
 
 namespace vx::tool {
@@ -147,7 +147,7 @@ void writeDocument(const Outcome& outcome, Output& out)
         events.push_back(json::object{{"release", event.release},
                                       {"change", eventLabel(event.kind)},
                                       {"path", event.path},
-                                      {"target", stringOrNull(event.target)}});
+                                      {"target", review::stringOrNull(event.target)}});
     }
     writeJson(
         {{"file", outcome.file.string()},
@@ -158,7 +158,7 @@ void writeDocument(const Outcome& outcome, Output& out)
          {"faults", diagnosticsJson(outcome.diagnostics)},
          {"isChange", outcome.isChange},
          {"isWritten", outcome.isWritten},
-         {"backup", stringOrNull(outcome.backup)}},
+         {"backup", review::stringOrNull(outcome.backup)}},
         out);
 }
 

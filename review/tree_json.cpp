@@ -1,18 +1,19 @@
-#include "render/node_json.hpp"
+#include "tree_json.hpp"
 
 #include <data/views.hpp>
 #include <settings_core/values/array_visit.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
+#include <boost/json/array.hpp>
+#include <boost/json/value_from.hpp>
+
 #include <optional>
 #include <string_view>
 #include <utility>
 #include <variant>
 
-#include "render/node_labels.hpp"
-
-namespace vx::tool {
+namespace vx::review {
 
 namespace {
 
@@ -203,18 +204,13 @@ json::object nodeJson(const Node& node)
         {"additionalFile", properties.additionalFile}};
 }
 
-json::array stringsJson(const std::vector<std::string>& strings)
-{
-    return json::array(strings.begin(), strings.end());
-}
-
 json::object releaseJson(std::uint64_t index, const settings_core::ReleaseChangeSet& set)
 {
     json::array changes;
     for (const auto& change : set.changes) {
         changes.push_back(json::object{{"operation", change.operation()},
-                                       {"from", stringsJson(change.from())},
-                                       {"to", stringsJson(change.to())}});
+                                       {"from", json::value_from(change.from())},
+                                       {"to", json::value_from(change.to())}});
     }
     return {{"index", index},
             {"release", set.release},
@@ -222,4 +218,22 @@ json::object releaseJson(std::uint64_t index, const settings_core::ReleaseChange
             {"changes", std::move(changes)}};
 }
 
-}  // namespace vx::tool
+json::object treeJson(const core::SettingsTree& tree, const settings_core::ReleaseChangeTable& releases,
+                      const std::vector<std::string>& settingPathList)
+{
+    json::array nodes;
+    nodes.reserve(tree.nodes().size());
+    for (const Node* node : tree.nodes()) {
+        nodes.push_back(nodeJson(*node));
+    }
+    json::array releaseChanges;
+    for (const auto& [index, set] : releases) {
+        releaseChanges.push_back(releaseJson(index, set));
+    }
+    return {{"root", tree.root()->fullName()},
+            {"nodes", std::move(nodes)},
+            {"releaseChanges", std::move(releaseChanges)},
+            {"settingPathList", json::value_from(settingPathList)}};
+}
+
+}  // namespace vx::review
