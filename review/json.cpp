@@ -16,6 +16,7 @@ namespace {
 
 namespace json = boost::json;
 using json::error_code;
+using json::string_view;
 
 /// Builds the value that the parser reads. The only difference to json::parse() is that a double is the
 /// nearest one to its digits: the parser's own may miss the last bit.
@@ -33,34 +34,25 @@ public:
     bool on_object_end(std::size_t size, error_code&) { return stack_.push_object(size), true; }
     bool on_array_begin(error_code&) { return true; }
     bool on_array_end(std::size_t size, error_code&) { return stack_.push_array(size), true; }
-    bool on_key_part(std::string_view part, std::size_t, error_code&)
-    {
-        return stack_.push_chars(part), true;
-    }
-    bool on_key(std::string_view rest, std::size_t, error_code&) { return stack_.push_key(rest), true; }
-    bool on_string_part(std::string_view part, std::size_t, error_code&)
-    {
-        return stack_.push_chars(part), true;
-    }
-    bool on_string(std::string_view rest, std::size_t, error_code&) { return stack_.push_string(rest), true; }
-    bool on_number_part(std::string_view, error_code&) { return true; }
-    bool on_int64(std::int64_t number, std::string_view digits, error_code& error)
-    {
-        return digits == "-0" ? on_double(-0.0, digits, error) : (stack_.push_int64(number), true);
-    }
-    bool on_uint64(std::uint64_t number, std::string_view, error_code&)
+    bool on_key_part(string_view part, std::size_t, error_code&) { return stack_.push_chars(part), true; }
+    bool on_key(string_view rest, std::size_t, error_code&) { return stack_.push_key(rest), true; }
+    bool on_string_part(string_view part, std::size_t, error_code&) { return stack_.push_chars(part), true; }
+    bool on_string(string_view rest, std::size_t, error_code&) { return stack_.push_string(rest), true; }
+    bool on_number_part(string_view, error_code&) { return true; }
+    bool on_int64(std::int64_t number, string_view, error_code&) { return stack_.push_int64(number), true; }
+    bool on_uint64(std::uint64_t number, string_view, error_code&)
     {
         return stack_.push_uint64(number), true;
     }
-    bool on_double(double number, std::string_view digits, error_code&)
+    bool on_double(double number, string_view digits, error_code&)
     {
         std::from_chars(digits.data(), digits.data() + digits.size(), number);
         return stack_.push_double(number), true;
     }
     bool on_bool(bool value, error_code&) { return stack_.push_bool(value), true; }
     bool on_null(error_code&) { return stack_.push_null(), true; }
-    bool on_comment_part(std::string_view, error_code&) { return true; }
-    bool on_comment(std::string_view, error_code&) { return true; }
+    bool on_comment_part(string_view, error_code&) { return true; }
+    bool on_comment(string_view, error_code&) { return true; }
 
     json::value release() { return stack_.release(); }
 

@@ -3,7 +3,6 @@
 #include <settings_core/releases/release_history.hpp>
 
 #include <algorithm>
-#include <array>
 #include <initializer_list>
 #include <unordered_set>
 #include <utility>
@@ -126,8 +125,8 @@ private:
 
 std::string_view kindLabel(DifferenceKind kind) noexcept
 {
-    static constexpr std::array<std::string_view, 7> labels = {"added",   "moved",     "removed",   "lost",
-                                                               "default", "validator", "visibility"};
+    static constexpr std::string_view labels[] = {"added",   "moved",     "removed",   "lost",
+                                                  "default", "validator", "visibility"};
     return labels[static_cast<std::size_t>(kind)];
 }
 

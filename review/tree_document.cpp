@@ -6,7 +6,6 @@
 #include <boost/json/array.hpp>
 
 #include <algorithm>
-#include <cstdint>
 #include <iterator>
 #include <stdexcept>
 #include <utility>
@@ -70,16 +69,6 @@ public:
         fail("a string");
     }
 
-    [[nodiscard]] std::uint64_t count() const
-    {
-        json::error_code error;
-        const auto number = value_.to_number<std::uint64_t>(error);
-        if (error) {
-            fail("a count");
-        }
-        return number;
-    }
-
 private:
     json::value& value_;
     std::string name_;
@@ -134,16 +123,18 @@ TreeDocument::TreeDocument(json::value exported)
         nodes_.push_back(nodeOf(node));
     }
     for (const Item& release : document.member("releaseChanges").elements()) {
-        releases_.emplace(release.member("index").count(), releaseOf(release));
+        releases_.emplace(releases_.size(), releaseOf(release));
     }
     indexNodes();
 }
 
-TreeDocument::TreeDocument(const core::SettingsTree& tree, ReleaseChangeTable releases)
-    : releases_(std::move(releases))
+TreeDocument::TreeDocument(const core::SettingsTree& tree, const ReleaseChangeTable& releases)
 {
     for (const core::Node* node : tree.nodes()) {
         nodes_.push_back({node->getFullName(), nodeJson(*node)});
+    }
+    for (const auto& [index, set] : releases) {
+        releases_.emplace(releases_.size(), set);
     }
     indexNodes();
 }

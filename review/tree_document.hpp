@@ -35,7 +35,7 @@ public:
     explicit TreeDocument(boost::json::value exported);
 
     /// Takes a live tree and its release changes.
-    TreeDocument(const core::SettingsTree& tree, ::settings::core::ReleaseChangeTable releases);
+    TreeDocument(const core::SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases);
 
     TreeDocument(TreeDocument&&) = default;  // a copy would refer to the nodes of the original
 
@@ -45,6 +45,7 @@ public:
     /// Returns the node at this full path, or null.
     [[nodiscard]] const DocumentNode* find(std::string_view path) const noexcept;
 
+    /// Returns the release changes, indexed from 0.
     [[nodiscard]] const ::settings::core::ReleaseChangeTable& releaseChanges() const noexcept
     {
         return releases_;

@@ -39,16 +39,11 @@ bool sameChange(const SettingsFileChange& left, const SettingsFileChange& right)
     return left.operation() == right.operation() && left.from() == right.from() && left.to() == right.to();
 }
 
-std::uint64_t endIndex(const ReleaseChangeTable& table)
-{
-    return table.empty() ? 0 : table.rbegin()->first + 1;
-}
-
 class HistoryCheck
 {
 public:
     HistoryCheck(const TreeDocument& baseline, const TreeDocument& live)
-        : baseline_(baseline), live_(live), firstLater_(endIndex(baseline.releaseChanges()))
+        : baseline_(baseline), live_(live), firstLater_(baseline.releaseChanges().size())
     {}
 
     std::vector<std::string> run(const ChangedDefaults& changedDefaults) &&

@@ -1,5 +1,6 @@
 #include <review/tree_diff.hpp>
 
+#include <boost/algorithm/string/replace.hpp>
 #include <boost/json/array.hpp>
 
 #include <algorithm>
@@ -72,10 +73,7 @@ void writeMarkdown(const std::vector<Difference>& differences, Output& out)
 {
     out << "| change | path | details |\n|---|---|---|\n";
     for (const Difference& difference : differences) {
-        std::string cell = details(difference);
-        for (std::size_t bar = cell.find('|'); bar != std::string::npos; bar = cell.find('|', bar + 2)) {
-            cell.insert(bar, 1, '\\');
-        }
+        const std::string cell = boost::replace_all_copy(details(difference), "|", "\\|");
         out << "| " << kindLabel(difference.kind) << " | `" << difference.path << "` | " << cell << " |\n";
     }
 }

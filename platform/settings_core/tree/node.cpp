@@ -18,15 +18,8 @@ NodeKind kindOf(bool isSetting, const Node::Properties& properties)
 
 std::string_view kindLabel(NodeKind kind) noexcept
 {
-    switch (kind) {
-    case NodeKind::group:
-        return "group";
-    case NodeKind::setting:
-        return "setting";
-    case NodeKind::alias:
-        break;
-    }
-    return "alias";
+    static constexpr std::string_view labels[] = {"group", "setting", "alias"};
+    return labels[static_cast<std::size_t>(kind)];
 }
 
 std::string_view visibilityLabel(const Node& node) noexcept
