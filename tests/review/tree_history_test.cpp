@@ -4,6 +4,7 @@
 #include <review/tree_diff.hpp>
 #include <review/tree_history.hpp>
 
+#include <boost/json/array.hpp>
 #include <boost/json/serialize.hpp>
 #include <gmock/gmock.h>
 
@@ -145,8 +146,8 @@ TEST(TreeDiff, TellsKindsOfDifferencesApart)
     newer.addLike("verdix.web.ProxyPort", "verdix.web.Fresh");
     newer.addRelease(change("remove", "verdix.web.UseProxy") + ", " +
                      change("move", "verdix.web.ProxyHost", "verdix.web.Host"));
-    newer.node("verdix.web.MaxFileSize")["value"].at("data") = {2e6};
-    newer.node("verdix.commandwindow.WindowSize")["value"].at("data") = {180.0, 45};  // as before
+    newer.node("verdix.web.MaxFileSize")["value"].at("data") = json::array{2e6};
+    newer.node("verdix.commandwindow.WindowSize")["value"].at("data") = json::array{180.0, 45};  // as before
     newer.node("verdix.web.SystemBrowser")["visibility"] = "hidden";
     newer.node("verdix.web.ProxyUsername")["validator"] = nullptr;
 
