@@ -3,14 +3,17 @@
 #include <settings_core/releases/release_history.hpp>
 
 #include <algorithm>
-#include <array>
 #include <initializer_list>
 #include <unordered_set>
 #include <utility>
 
-namespace vx::tool {
+#include "json.hpp"
+
+namespace vx::review {
 
 namespace {
+
+namespace json = boost::json;
 
 /// The properties whose differences form one kind of difference.
 struct Aspect
@@ -24,6 +27,24 @@ const Aspect aspects[] = {
     {DifferenceKind::changedValidator, {"validator", "valueValidators", "errorHandler"}},
     {DifferenceKind::changedVisibility, {"visibility", "readOnly"}},
 };
+
+std::string briefJson(const json::value& value)
+{
+    std::string text;
+    appendJson(text, value, JsonStyle::brief);
+    return text;
+}
+
+/// Whether two values are written alike: a whole number may be an integer in one and a double in the other.
+bool isSame(const json::value& left, const json::value& right)
+{
+    return left == right || briefJson(left) == briefJson(right);
+}
+
+void appendProperty(std::string& text, std::string_view key, const json::value& value)
+{
+    text.append(text.empty() ? "" : ", ").append(key).append(" ").append(briefJson(value));
+}
 
 class Comparison
 {
@@ -81,9 +102,9 @@ private:
             std::string old;
             std::string current;
             for (const std::string_view key : aspect.keys) {
-                const std::string& was = before.properties.find(key)->second;
-                const std::string& is = after.properties.find(key)->second;
-                if (was != is) {
+                const json::value& was = before.properties.at(key);
+                const json::value& is = after.properties.at(key);
+                if (!isSame(was, is)) {
                     appendProperty(old, key, was);
                     appendProperty(current, key, is);
                 }
@@ -92,11 +113,6 @@ private:
                 add(aspect.kind, after, std::move(old), std::move(current));
             }
         }
-    }
-
-    static void appendProperty(std::string& text, std::string_view key, std::string_view value)
-    {
-        text.append(text.empty() ? "" : ", ").append(key).append(" ").append(value);
     }
 
     const TreeDocument& older_;
@@ -109,8 +125,8 @@ private:
 
 std::string_view kindLabel(DifferenceKind kind) noexcept
 {
-    static constexpr std::array<std::string_view, 7> labels = {"added",   "moved",     "removed",   "lost",
-                                                               "default", "validator", "visibility"};
+    static constexpr std::string_view labels[] = {"added",   "moved",     "removed",   "lost",
+                                                  "default", "validator", "visibility"};
     return labels[static_cast<std::size_t>(kind)];
 }
 
@@ -119,4 +135,4 @@ std::vector<Difference> compareTrees(const TreeDocument& older, const TreeDocume
     return Comparison(older, newer).run();
 }
 
-}  // namespace vx::tool
+}  // namespace vx::review

@@ -6,7 +6,7 @@
 
 #include "tree_document.hpp"
 
-namespace vx::tool {
+namespace vx::review {
 
 enum class DifferenceKind : std::uint8_t
 {
@@ -36,4 +36,4 @@ struct Difference
 /// removed, not lost.
 [[nodiscard]] std::vector<Difference> compareTrees(const TreeDocument& older, const TreeDocument& newer);
 
-}  // namespace vx::tool
+}  // namespace vx::review

@@ -1,187 +1,154 @@
 #include "tree_document.hpp"
 
 #include <settings_core/files/atomic_file.hpp>
-#include <settings_core/files/json_reader.hpp>
-#include <settings_core/values/value_format.hpp>
+#include <settings_core/files/text_position.hpp>
 
-#include <foundation/verdixdata/text.hpp>
+#include <boost/json/array.hpp>
 
 #include <algorithm>
-#include <charconv>
-#include <optional>
+#include <iterator>
+#include <stdexcept>
 #include <utility>
 
-#include "cli/command_error.hpp"
-#include "commands/export_json.hpp"
-#include "host/session.hpp"
-#include "render/json_text.hpp"
+#include "json.hpp"
+#include "tree_json.hpp"
 
-namespace vx::tool {
+namespace vx::review {
 
 namespace {
 
-using core::JsonKind;
-using core::JsonValue;
-using core::ParseError;
+namespace json = boost::json;
 using settings::core::ReleaseChangeSet;
+using settings::core::ReleaseChangeTable;
+using settings::core::SettingsFileChange;
 
-void appendNormalised(std::string& text, const JsonValue& value);
-
-template <class Range, class Append>
-void appendList(std::string& text, const Range& range, char open, char close, Append append)
+/// A value in the document; the name, such as nodes[3].path, is for messages.
+class Item
 {
-    std::string_view separator;
-    text += open;
-    for (const auto& entry : range) {
-        text += separator;
-        append(entry);
-        separator = ", ";
-    }
-    text += close;
-}
+public:
+    explicit Item(json::value& value, std::string name = {}) : value_(value), name_(std::move(name)) {}
 
-/// Numbers with a point or an exponent are normalised. Integers are copied, as they may not fit a double.
-void appendNumber(std::string& text, std::string_view digits)
-{
-    double number = 0;
-    if (digits.find_first_of(".eE") == std::string_view::npos ||
-        std::from_chars(digits.data(), digits.data() + digits.size(), number).ec != std::errc())
+    [[noreturn]] void fail(const std::string& expected) const
     {
-        text += digits;
-    } else {
-        text += core::formatNumber(number);
+        throw std::runtime_error(name_ + (name_.empty() ? "" : ": ") + "expected " + expected);
     }
-}
 
-void appendNormalised(std::string& text, const JsonValue& value)
-{
-    switch (value.kind) {
-    case JsonKind::object:
-        appendList(text, value.members, '{', '}', [&](const core::JsonMember& member) {
-            text.append(member.name).append(": ");
-            appendNormalised(text, member.value);
-        });
-        break;
-    case JsonKind::array:
-        appendList(text, value.elements, '[', ']',
-                   [&](const JsonValue& element) { appendNormalised(text, element); });
-        break;
-    case JsonKind::number:
-        appendNumber(text, value.text);
-        break;
-    case JsonKind::string:
-        text += core::jsonLiteral(core::decodedString(value));
-        break;
-    default:
-        text += value.text;
-        break;
+    [[nodiscard]] json::object& object() const
+    {
+        if (json::object* const object = value_.if_object()) {
+            return *object;
+        }
+        fail("an object");
     }
-}
 
-const JsonValue& require(const JsonValue& value, JsonKind kind)
-{
-    if (value.kind != kind) {
-        throw ParseError(value.offset, "expected " + std::string(kindName(kind)));
+    [[nodiscard]] Item member(const std::string& name) const
+    {
+        if (json::value* const found = object().if_contains(name)) {
+            return Item(*found, name_ + (name_.empty() ? "" : ".") + name);
+        }
+        fail("a member \"" + name + "\"");
     }
-    return value;
-}
 
-const JsonValue& member(const JsonValue& object, std::string_view name, JsonKind kind)
-{
-    const auto found =
-        std::ranges::find(require(object, JsonKind::object).members, name, &core::JsonMember::name);
-    if (found == object.members.end()) {
-        throw ParseError(object.offset, "expected a member \"" + std::string(name) + "\"");
+    [[nodiscard]] std::vector<Item> elements() const
+    {
+        if (!value_.is_array()) {
+            fail("an array");
+        }
+        std::vector<Item> items;
+        for (json::value& element : value_.get_array()) {
+            items.emplace_back(element, name_ + "[" + std::to_string(items.size()) + "]");
+        }
+        return items;
     }
-    return require(found->value, kind);
-}
 
-std::string stringOf(const JsonValue& value)
-{
-    return foundation::verdixdata::toUtf8(core::decodedString(require(value, JsonKind::string)));
-}
-
-DocumentNode nodeOf(const JsonValue& entry)
-{
-    DocumentNode node{stringOf(member(entry, "path", JsonKind::string)), {}};
-    for (const auto& [offset, nameText, name, value] : entry.members) {
-        appendNormalised(node.properties[name], value);
+    [[nodiscard]] std::string string() const
+    {
+        if (const json::string* const string = value_.if_string()) {
+            return std::string(*string);
+        }
+        fail("a string");
     }
+
+private:
+    json::value& value_;
+    std::string name_;
+};
+
+DocumentNode nodeOf(const Item& node)
+{
+    std::string path = node.member("path").string();
     for (const char* name : {"node", "visibility", "readOnly", "value", "validator", "runTimeDefault",
                              "valueValidators", "aliasTarget", "errorHandler"})
     {
-        if (!node.properties.contains(name)) {
-            throw ParseError(entry.offset, "expected a member \"" + std::string(name) + "\"");
-        }
+        static_cast<void>(node.member(name));
     }
-    return node;
+    return {std::move(path), std::move(node.object())};
 }
 
-std::vector<std::string> pathsOf(const JsonValue& list)
+std::vector<std::string> pathsOf(const Item& list)
 {
     std::vector<std::string> paths;
-    std::ranges::transform(list.elements, std::back_inserter(paths), stringOf);
+    std::ranges::transform(list.elements(), std::back_inserter(paths), &Item::string);
     return paths;
 }
 
-ReleaseChangeSet releaseOf(const JsonValue& entry)
+SettingsFileChange changeOf(const Item& change)
 {
-    ReleaseChangeSet set{stringOf(member(entry, "release", JsonKind::string)), false, {}};
-    for (const JsonValue& change : member(entry, "changes", JsonKind::array).elements) {
-        const JsonValue& from = member(change, "from", JsonKind::array);
-        if (from.elements.empty()) {
-            throw ParseError(from.offset, "expected a path");
-        }
-        set.changes.emplace_back(stringOf(member(change, "operation", JsonKind::string)), pathsOf(from),
-                                 pathsOf(member(change, "to", JsonKind::array)));
+    auto from = pathsOf(change.member("from"));
+    if (from.empty()) {
+        change.member("from").fail("a path");
     }
+    return {change.member("operation").string(), std::move(from), pathsOf(change.member("to"))};
+}
+
+ReleaseChangeSet releaseOf(const Item& release)
+{
+    ReleaseChangeSet set{release.member("release").string(), false, {}};
+    std::ranges::transform(release.member("changes").elements(), std::back_inserter(set.changes), changeOf);
     return set;
 }
 
-std::string contentOf(const std::string& file)
+std::string notATree(const char* reason)
 {
-    std::optional<std::string> content = core::readFile(file);
-    if (!content) {
-        throw CommandError(ExitCode::failed, "no such file: " + file);
-    }
-    return *std::move(content);
+    return std::string("not an exported tree: ") + reason +
+           "; create one with: vxsettings export --format json -o FILE";
 }
 
 }  // namespace
 
-TreeDocument::TreeDocument(std::string_view text)
+TreeDocument::TreeDocument(json::value exported)
 {
-    const JsonValue document = core::readJson(text);
-    const auto& nodes = member(document, "nodes", JsonKind::array).elements;
-    nodes_.reserve(nodes.size());
-    for (const JsonValue& entry : nodes) {
-        nodes_.push_back(nodeOf(entry));
-        byPath_.emplace(nodes_.back().path, &nodes_.back());
+    const Item document(exported);
+    for (const Item& node : document.member("nodes").elements()) {
+        nodes_.push_back(nodeOf(node));
     }
-    for (const JsonValue& entry : member(document, "releaseChanges", JsonKind::array).elements) {
-        releases_.emplace(releases_.size(), releaseOf(entry));  // oldest first
+    for (const Item& release : document.member("releaseChanges").elements()) {
+        releases_.emplace(releases_.size(), releaseOf(release));
     }
+    indexNodes();
+}
+
+TreeDocument::TreeDocument(const core::SettingsTree& tree, const ReleaseChangeTable& releases)
+{
+    for (const core::Node* node : tree.nodes()) {
+        nodes_.push_back({node->getFullName(), nodeJson(*node)});
+    }
+    for (const auto& [index, set] : releases) {
+        releases_.emplace(releases_.size(), set);
+    }
+    indexNodes();
 }
 
 TreeDocument TreeDocument::read(const std::string& file)
 {
     const std::string text = contentOf(file);
     try {
-        return TreeDocument(text);
-    } catch (const ParseError& error) {
-        const auto [line, column] = core::positionAt(text, error.offset());
-        throw CommandError(ExitCode::failed,
-                           file + ":" + std::to_string(line) + ":" + std::to_string(column) +
-                               ": not an exported tree: " + error.what() +
-                               "; create one with: vxsettings export --format json -o FILE");
+        return TreeDocument(parseJson(text));
+    } catch (const core::ParseError& error) {
+        throw std::runtime_error(core::located(file, text, error.offset(), notATree(error.what())));
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(file + ": " + notATree(error.what()));
     }
-}
-
-TreeDocument TreeDocument::of(const Session& session)
-{
-    std::string text;
-    appendJson(text, treeJson(session));
-    return TreeDocument(text);
 }
 
 const DocumentNode* TreeDocument::find(std::string_view path) const noexcept
@@ -190,4 +157,20 @@ const DocumentNode* TreeDocument::find(std::string_view path) const noexcept
     return found == byPath_.end() ? nullptr : found->second;
 }
 
-}  // namespace vx::tool
+void TreeDocument::indexNodes()
+{
+    for (const DocumentNode& node : nodes_) {
+        byPath_.emplace(node.path, &node);
+    }
+}
+
+std::string contentOf(const std::string& file)
+{
+    std::optional<std::string> content = core::readFile(file);
+    if (!content) {
+        throw std::runtime_error("no such file: " + file);
+    }
+    return *std::move(content);
+}
+
+}  // namespace vx::review

@@ -1,18 +1,17 @@
 #include "tree_history.hpp"
 
-#include <settings_core/files/atomic_file.hpp>
 #include <settings_core/releases/release_history.hpp>
 
 #include <algorithm>
+#include <cstdint>
 #include <sstream>
 #include <string_view>
 #include <utility>
 
-#include "cli/command_error.hpp"
 #include "source_file.hpp"
 #include "tree_diff.hpp"
 
-namespace vx::tool {
+namespace vx::review {
 
 namespace {
 
@@ -20,7 +19,7 @@ using settings::core::ReleaseChangeSet;
 using settings::core::ReleaseChangeTable;
 using settings::core::SettingsFileChange;
 
-const std::string tableFile(review::releaseTableFile);
+const std::string tableFile(releaseTableFile);
 constexpr const char* listFile = "docs/changed-defaults";
 
 std::string changeLabel(const ReleaseChangeSet& set, const SettingsFileChange& change)
@@ -32,7 +31,7 @@ std::string changeLabel(const ReleaseChangeSet& set, const SettingsFileChange& c
 std::string missingSetting(const std::string& path)
 {
     return path + " is missing, and no later release change moves or removes it: restore it in " +
-           review::sourceFileOf(path) + " or add a release change to " + tableFile;
+           sourceFileOf(path) + " or add a release change to " + tableFile;
 }
 
 bool sameChange(const SettingsFileChange& left, const SettingsFileChange& right)
@@ -43,14 +42,9 @@ bool sameChange(const SettingsFileChange& left, const SettingsFileChange& right)
 class HistoryCheck
 {
 public:
-    HistoryCheck(const TreeDocument& baseline, const TreeDocument& live) : baseline_(baseline), live_(live)
-    {
-        for (const auto& [index, set] : live_.releaseChanges()) {
-            if (!baseline_.releaseChanges().contains(index)) {
-                later_.emplace(index, set);
-            }
-        }
-    }
+    HistoryCheck(const TreeDocument& baseline, const TreeDocument& live)
+        : baseline_(baseline), live_(live), firstLater_(baseline.releaseChanges().size())
+    {}
 
     std::vector<std::string> run(const ChangedDefaults& changedDefaults) &&
     {
@@ -63,11 +57,17 @@ public:
     }
 
 private:
+    /// Whether the release at this index or a later one moves or removes the path.
+    [[nodiscard]] bool isChangedLater(std::string_view path, std::uint64_t first) const
+    {
+        return !core::changesFrom(live_.releaseChanges(), path, first).empty();
+    }
+
     void checkMissingSettings()
     {
         for (const DocumentNode& node : baseline_.nodes()) {
             const std::string& path = node.path;
-            if (!node.isGroup() && live_.find(path) == nullptr && core::changesFrom(later_, path).empty()) {
+            if (!node.isGroup() && live_.find(path) == nullptr && !isChangedLater(path, firstLater_)) {
                 diagnostics_.push_back(missingSetting(path));
             }
         }
@@ -90,17 +90,15 @@ private:
 
     void checkTargets()
     {
-        const auto& table = live_.releaseChanges();
-        for (auto entry = table.begin(); entry != table.end(); ++entry) {
-            const ReleaseChangeTable following(std::next(entry), table.end());
-            for (const SettingsFileChange& change : entry->second.changes) {
+        for (const auto& [index, set] : live_.releaseChanges()) {
+            for (const SettingsFileChange& change : set.changes) {
                 if (!change.to().empty() && live_.find(change.to().front()) == nullptr &&
-                    core::changesFrom(following, change.to().front()).empty())
+                    !isChangedLater(change.to().front(), index + 1))
                 {
                     diagnostics_.push_back(
-                        changeLabel(entry->second, change) +
+                        changeLabel(set, change) +
                         ": the target does not exist, and no later change moves it on: fix the change in " +
-                        tableFile + " or define the setting in " + review::sourceFileOf(change.to().front()));
+                        tableFile + " or define the setting in " + sourceFileOf(change.to().front()));
                 }
             }
         }
@@ -109,11 +107,12 @@ private:
     void checkSources()
     {
         ChangedDefaults known;
-        for (const auto& [index, set] : later_) {
-            for (const SettingsFileChange& change : set.changes) {
+        const ReleaseChangeTable& table = live_.releaseChanges();
+        for (auto later = table.lower_bound(firstLater_); later != table.end(); ++later) {
+            for (const SettingsFileChange& change : later->second.changes) {
                 const std::string& source = change.from().front();
                 if (baseline_.find(source) == nullptr && !known.contains(source)) {
-                    diagnostics_.push_back(changeLabel(set, change) +
+                    diagnostics_.push_back(changeLabel(later->second, change) +
                                            ": no release had this path: fix the change in " + tableFile);
                 }
                 known.insert(change.to().begin(), change.to().end());
@@ -133,7 +132,7 @@ private:
                 diagnostics_.push_back(difference.path + ": the default changed (" + difference.before +
                                        " -> " + difference.after + "): list it in " + listFile +
                                        " if that is intended, otherwise fix " +
-                                       review::sourceFileOf(difference.path));
+                                       sourceFileOf(difference.path));
             }
         }
         for (const std::string& path : listed) {
@@ -146,7 +145,7 @@ private:
 
     const TreeDocument& baseline_;
     const TreeDocument& live_;
-    ReleaseChangeTable later_;  // the releases after the baseline
+    std::uint64_t firstLater_;  // index of the first release after the baseline
     std::vector<std::string> diagnostics_;
 };
 
@@ -154,12 +153,8 @@ private:
 
 ChangedDefaults readChangedDefaults(const std::string& file)
 {
-    const auto content = core::readFile(file);
-    if (!content) {
-        throw CommandError(ExitCode::failed, "no such file: " + file);
-    }
     ChangedDefaults paths;
-    std::istringstream lines(*content);
+    std::istringstream lines(contentOf(file));
     for (std::string line; std::getline(lines, line);) {
         std::istringstream uncommented(line.substr(0, line.find('#')));
         if (std::string path; uncommented >> path) {
@@ -175,4 +170,4 @@ std::vector<std::string> checkHistory(const TreeDocument& baseline, const TreeDo
     return HistoryCheck(baseline, live).run(changedDefaults);
 }
 
-}  // namespace vx::tool
+}  // namespace vx::review

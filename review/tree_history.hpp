@@ -6,13 +6,13 @@
 
 #include "tree_document.hpp"
 
-namespace vx::tool {
+namespace vx::review {
 
 /// Paths of the settings whose default may differ from the last release.
 using ChangedDefaults = std::set<std::string, std::less<>>;
 
 /// Reads a file with one path per line; empty lines and everything after a "#" are ignored. Throws
-/// CommandError.
+/// std::runtime_error.
 [[nodiscard]] ChangedDefaults readChangedDefaults(const std::string& file);
 
 /// Compares the tree with that of the last release and returns one line per incompatibility, with the path or
@@ -25,4 +25,4 @@ using ChangedDefaults = std::set<std::string, std::less<>>;
 [[nodiscard]] std::vector<std::string> checkHistory(const TreeDocument& baseline, const TreeDocument& live,
                                                     const ChangedDefaults& changedDefaults);
 
-}  // namespace vx::tool
+}  // namespace vx::review

@@ -7,7 +7,7 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
+#include <cstdint>
 #include <locale>
 #include <map>
 #include <string_view>
@@ -15,13 +15,14 @@
 
 #include "source_file.hpp"
 
-namespace vx::tool {
+namespace vx::review {
 
 namespace {
 
 using core::Node;
 using core::NodeKind;
 using settings::core::ReleaseChangeTable;
+using settings::core::SettingsFileChange;
 
 /// Settings with an invalid factory value: the platform is unknown when the tree is built, and no allowed
 /// value means unknown.
@@ -47,7 +48,7 @@ public:
         : tree_(tree), releases_(releases)
     {}
 
-    std::vector<LintDiagnostic> run() &&
+    std::vector<core::Diagnostic> run() &&
     {
         checkNames(*tree_.root());
         for (const Node* node : tree_.nodes()) {
@@ -67,12 +68,12 @@ private:
     void add(const Node& node, std::string message)
     {
         diagnostics_.push_back(
-            {review::sourceFileOf(node.getFullName()), node.getFullName(), std::move(message)});
+            {node.getFullName(), std::move(message), {.file = sourceFileOf(node.getFullName())}});
     }
 
     void addChange(const std::string& path, std::string message)
     {
-        diagnostics_.push_back({std::string(review::releaseTableFile), path, std::move(message)});
+        diagnostics_.push_back({path, std::move(message), {.file = std::string(releaseTableFile)}});
     }
 
     void checkContents(const Node& group)
@@ -116,50 +117,47 @@ private:
 
     void checkReleases()
     {
-        for (auto release = releases_.begin(); release != releases_.end(); ++release) {
-            const ReleaseChangeTable following(std::next(release), releases_.end());
-            for (const auto& change : release->second.changes) {
-                checkSource(release->second.release, change, following);
-                checkTarget(release->second.release, change, following);
+        for (const auto& [index, set] : releases_) {
+            for (const auto& change : set.changes) {
+                checkSource(set.release, change, index + 1);
+                checkTarget(set.release, change, index + 1);
             }
         }
     }
 
     /// A path that a release moved or removed may exist again only as the target of a later move.
-    void checkSource(const std::string& release, const settings::core::SettingsFileChange& change,
-                     const ReleaseChangeTable& following)
+    void checkSource(const std::string& release, const SettingsFileChange& change, std::uint64_t following)
     {
         const std::string& path = change.from().front();
-        if (tree_.find(path) != nullptr && core::movesTo(following, path).empty()) {
+        if (tree_.find(path) != nullptr && core::movesTo(releases_, path, following).empty()) {
             addChange(path, release + " moved or removed it, but it is still in the tree: remove it from " +
-                                review::sourceFileOf(path) + " or fix the release change");
+                                sourceFileOf(path) + " or fix the release change");
         }
     }
 
-    void checkTarget(const std::string& release, const settings::core::SettingsFileChange& change,
-                     const ReleaseChangeTable& following)
+    void checkTarget(const std::string& release, const SettingsFileChange& change, std::uint64_t following)
     {
         if (change.to().empty()) {
             return;
         }
         const std::string& target = change.to().front();
-        if (tree_.find(target) == nullptr && core::changesFrom(following, target).empty()) {
+        if (tree_.find(target) == nullptr && core::changesFrom(releases_, target, following).empty()) {
             addChange(change.from().front(), release + " moved it to " + target +
                                                  ", which does not exist: define it in " +
-                                                 review::sourceFileOf(target) + " or fix the release change");
+                                                 sourceFileOf(target) + " or fix the release change");
         }
     }
 
     const core::SettingsTree& tree_;
     const ReleaseChangeTable& releases_;
-    std::vector<LintDiagnostic> diagnostics_;
+    std::vector<core::Diagnostic> diagnostics_;
 };
 
 }  // namespace
 
-std::vector<LintDiagnostic> lintTree(const core::SettingsTree& tree, const ReleaseChangeTable& releases)
+std::vector<core::Diagnostic> lintTree(const core::SettingsTree& tree, const ReleaseChangeTable& releases)
 {
     return Lint(tree, releases).run();
 }
 
-}  // namespace vx::tool
+}  // namespace vx::review

@@ -1,5 +1,11 @@
-// Comparing trees: what a release engineer asks of two releases, with documents that are wrong in one thing.
+// Trees that differ from the baseline in one thing: what a release engineer asks of two releases.
 
+#include <review/json.hpp>
+#include <review/tree_diff.hpp>
+#include <review/tree_history.hpp>
+
+#include <boost/json/array.hpp>
+#include <boost/json/serialize.hpp>
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -13,82 +19,55 @@
 
 namespace {
 
+namespace json = boost::json;
 using testing::AllOf;
+using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using tests::runTool;
+using vx::review::TreeDocument;
 
 /// The tree of a release.
 const std::string baseline = VX_SOURCE_DIR "/docs/baseline/R2026a.json";
 
-/// An exported tree as text, a node a line, to be doctored.
-class Document
+/// The baseline, to be changed.
+class Tree
 {
 public:
-    Document()
-    {
-        std::istringstream file(tests::readFile(baseline));
-        for (std::string line; std::getline(file, line);) {
-            lines_.push_back(line);
-        }
-    }
+    json::object& node(const std::string& path) { return find(path)->as_object(); }
+    json::array& factoryData(const std::string& path) { return node(path)["value"].at("data").as_array(); }
 
-    /// The line of the node at this path.
-    std::string& node(const std::string& path) { return *find("\"path\": \"" + path + "\""); }
-
-    void remove(const std::string& path) { lines_.erase(find("\"path\": \"" + path + "\"")); }
+    void remove(const std::string& path) { nodes().erase(find(path)); }
 
     /// Another node like this one, at another path.
     void addLike(const std::string& path, const std::string& newPath)
     {
-        const auto line = find("\"path\": \"" + path + "\"");
-        std::string& copy = *lines_.insert(line, std::string(*line));
-        copy.replace(copy.find(path), path.size(), newPath);
+        nodes().insert(find(path), json::value(node(path)))->as_object()["path"] = newPath;
     }
 
-    /// A further release with one change.
-    void addRelease(const std::string& change)
+    /// A further release with these changes.
+    void addRelease(const std::string& changes)
     {
-        find("\"index\": 5")
-            ->append(R"(,
-    { "index": 6, "release": "R2026b", "crossesRootGroups": false, "changes": [)" +
-                     change + "] }");
+        releases().push_back(
+            vx::review::parseJson(R"({ "index": 6, "release": "R2026b", "changes": [)" + changes + "] }"));
     }
 
-    /// The line of the release.
-    std::string& release(const std::string& name) { return *find("\"release\": \"" + name + "\""); }
+    json::array& releases() { return exported_.at("releaseChanges").as_array(); }
 
-    [[nodiscard]] std::string write() const
-    {
-        std::string text;
-        for (const auto& line : lines_) {
-            text.append(line).append("\n");
-        }
-        return folder().with("tree.json", text);
-    }
-
-    static const tests::TestFolder& folder()
-    {
-        static const tests::TestFolder folder;
-        return folder;
-    }
+    [[nodiscard]] const json::value& exported() const { return exported_; }
 
 private:
-    std::vector<std::string>::iterator find(const std::string& text)
+    json::array& nodes() { return exported_.at("nodes").as_array(); }
+    json::array::iterator find(const std::string& path)
     {
-        const auto line = std::ranges::find_if(
-            lines_, [&](const std::string& candidate) { return candidate.find(text) != std::string::npos; });
-        EXPECT_NE(line, lines_.end()) << text;
-        return line;
+        const auto found = std::ranges::find(
+            nodes(), path, [](const json::value& node) { return std::string(node.at("path").as_string()); });
+        EXPECT_NE(found, nodes().end()) << path;
+        return found;
     }
 
-    std::vector<std::string> lines_;
+    json::value exported_ = vx::review::parseJson(tests::readFile(baseline));
 };
-
-void replace(std::string& text, const std::string& from, const std::string& to)
-{
-    ASSERT_NE(text.find(from), std::string::npos) << from << " in " << text;
-    text.replace(text.find(from), from.size(), to);
-}
 
 std::string change(const std::string& operation, const std::string& from, const std::string& to = {})
 {
@@ -118,86 +97,124 @@ TEST(TreeHistory, TheLiveTreeCarriesTheBaselineForward)
     EXPECT_EQ(runTool({"lint"}).output, "");
 }
 
-/// What `history` says of a current tree that differs from the baseline.
-std::string faultsOf(const Document& current, const std::string& listed = {})
+/// The incompatibilities of a tree that differs from the baseline.
+std::vector<std::string> check(const Tree& current, const vx::review::ChangedDefaults& listed = {})
 {
-    const auto run = runTool({"history", "--baseline", baseline, "--tree", current.write(),
-                              "--changed-defaults", Document::folder().with("list", listed)});
-    EXPECT_EQ(run.exitCode, run.output.starts_with("ok") ? 0 : 1) << run.errors;
-    return run.output;
+    return checkHistory(TreeDocument::read(baseline), TreeDocument(current.exported()), listed);
 }
 
-TEST(TreeHistory, EachQuestionCanFail)
+TEST(TreeHistory, ReportsEachIncompatibility)
 {
     const std::string lost = "verdix.web.FindPanel";
-    Document gone;
+    Tree gone;
     gone.remove(lost);
-    EXPECT_THAT(faultsOf(gone), AllOf(HasSubstr(lost + " is missing"), HasSubstr("tree/web.cpp"),
-                                      HasSubstr("migration/release_changes.cpp")));
-    gone.addRelease(change("remove", "verdix.web"));
-    EXPECT_THAT(faultsOf(gone), testing::StartsWith("ok"));
+    EXPECT_THAT(check(gone), ElementsAre(AllOf(HasSubstr(lost + " is missing"), HasSubstr("tree/web.cpp"),
+                                               HasSubstr("migration/release_changes.cpp"))));
+    Tree removed = gone;
+    removed.addRelease(change("remove", "verdix.web"));
+    EXPECT_THAT(check(removed), IsEmpty());
+    gone.releases().at(0).at("changes").as_array().push_back(vx::review::parseJson(change("remove", lost)));
+    EXPECT_THAT(check(gone), ElementsAre(HasSubstr("is missing"),
+                                         HasSubstr("the changes of R2020b are not those of its baseline")));
 
-    Document astray;
+    Tree astray;
     astray.remove(lost);
-    astray.addRelease(change("move", lost, "verdix.web.Nowhere"));
-    EXPECT_THAT(faultsOf(astray),
-                HasSubstr("R2026b: move " + lost + " to verdix.web.Nowhere: the target does not exist"));
+    astray.addRelease(change("remove", "verdix.web.Nowhere") + ", " +
+                      change("move", lost, "verdix.web.Nowhere"));
+    EXPECT_THAT(check(astray),
+                ElementsAre(HasSubstr("R2026b: move " + lost + " to verdix.web.Nowhere: the target does not"),
+                            HasSubstr("R2026b: remove verdix.web.Nowhere: no release had this path")));
 
-    Document invented;
-    invented.addRelease(change("remove", "verdix.web.NeverWas"));
-    EXPECT_THAT(faultsOf(invented),
-                HasSubstr("R2026b: remove verdix.web.NeverWas: no release had this path"));
-
-    Document changed;
-    replace(changed.node(lost), "\"small\"", "\"large\"");
-    EXPECT_THAT(faultsOf(changed), HasSubstr(lost + ": the default changed"));
-    EXPECT_THAT(faultsOf(changed, lost + "  # asked for\n"), testing::StartsWith("ok"));
-    EXPECT_THAT(faultsOf(Document(), lost), HasSubstr(lost + " is listed in docs/changed-defaults, but"));
-
-    Document rewritten;
-    replace(rewritten.release("R2020b"), "DelimiterOptionsTyping", "DelimiterOptions");
-    EXPECT_THAT(faultsOf(rewritten), HasSubstr("the changes of R2020b are not those of its baseline"));
+    Tree changed;
+    changed.node(lost)["value"].at("data") = "large";
+    EXPECT_THAT(check(changed), ElementsAre(HasSubstr(lost + ": the default changed")));
+    const tests::TestFolder folder;
+    const auto listed = vx::review::readChangedDefaults(
+        folder.with("list", "# These were asked for.\n\n  " + lost + "  # twice\n"));
+    EXPECT_THAT(check(changed, listed), IsEmpty());
+    EXPECT_THAT(check(Tree(), listed),
+                ElementsAre(HasSubstr(lost + " is listed in docs/changed-defaults, but")));
 }
 
 TEST(TreeDiff, TellsKindsOfDifferencesApart)
 {
-    Document newer;
+    Tree newer;
     newer.remove("verdix.web.FindPanel");
     newer.remove("verdix.web.UseProxy");
     newer.addLike("verdix.web.ProxyHost", "verdix.web.Host");
     newer.remove("verdix.web.ProxyHost");
-    newer.addLike("verdix.web.ProxyPort", "verdix.web.Fresh|Port");
+    newer.addLike("verdix.web.ProxyPort", "verdix.web.Fresh");
     newer.addRelease(change("remove", "verdix.web.UseProxy") + ", " +
                      change("move", "verdix.web.ProxyHost", "verdix.web.Host"));
-    replace(newer.node("verdix.web.MaxFileSize"), "1500000", "2000000");
-    replace(newer.node("verdix.web.SystemBrowser"), "\"default\"", "\"hidden\"");
-    replace(newer.node("verdix.web.ProxyUsername"), "mustBeStringScalar", "mustBeAnything");
-    const std::string file = newer.write();
+    newer.node("verdix.web.MaxFileSize")["value"].at("data") = json::array{2e6};
+    newer.node("verdix.commandwindow.WindowSize")["value"].at("data") = json::array{180.0, 45};  // as before
+    newer.node("verdix.web.SystemBrowser")["visibility"] = "hidden";
+    newer.node("verdix.web.ProxyUsername")["validator"] = nullptr;
 
-    const auto text = runTool({"diff", baseline, file});
-    EXPECT_EQ(text.exitCode, 1) << "a setting is lost";
-    std::istringstream lines(text.output);
     std::vector<std::string> found;
-    for (std::string kind, path, rest; lines >> kind >> path && std::getline(lines, rest);) {
-        found.push_back(kind.append(" ").append(path));
+    for (const auto& [kind, path, before, after] :
+         compareTrees(TreeDocument::read(baseline), TreeDocument(newer.exported())))
+    {
+        found.push_back(std::string(kindLabel(kind)) + " " + path + ": " + before + " -> " + after);
     }
     EXPECT_THAT(found,
-                testing::ElementsAre("added verdix.web.Fresh|Port", "moved verdix.web.Host",
-                                     "removed verdix.web.UseProxy", "lost verdix.web.FindPanel",
-                                     "default verdix.web.MaxFileSize", "validator verdix.web.ProxyUsername",
-                                     "visibility verdix.web.SystemBrowser"));
-    EXPECT_THAT(runTool({"diff", baseline, file, "--format", "json"}).output,
-                HasSubstr("\"change\": \"moved\", \"path\": \"verdix.web.Host\", \"before\": "
-                          "\"verdix.web.ProxyHost\", \"after\": \"R2026b\""));
+                ElementsAre("added verdix.web.Fresh:  -> ",
+                            "moved verdix.web.Host: verdix.web.ProxyHost -> R2026b",
+                            "removed verdix.web.UseProxy:  -> R2026b", "lost verdix.web.FindPanel:  -> ",
+                            "default verdix.web.MaxFileSize: "
+                            "value {class: \"double\", dims: [1, 1], data: [1500000]} -> "
+                            "value {class: \"double\", dims: [1, 1], data: [2000000]}",
+                            HasSubstr("validator verdix.web.ProxyUsername: validator {kind: \"script\""),
+                            "visibility verdix.web.SystemBrowser: visibility \"default\" -> "
+                            "visibility \"hidden\""));
 }
 
-TEST(TreeDiff, SaysWhereADocumentIsWrong)
+TEST(TreeDocument, SaysWhereAFileIsWrong)
 {
-    const std::string file = Document::folder().with("broken.json", "{\n  \"nodes\": [ { \"path\": 3 } ] }");
-    EXPECT_THAT(runTool({"diff", file, baseline}).errors,
-                HasSubstr(file + ":2:24: not an exported tree: expected a string"));
-    EXPECT_THAT(runTool({"diff", baseline, "/no/such/tree.json"}).errors,
-                HasSubstr("no such file: /no/such/tree.json"));
+    const std::pair<const char*, const char*> cases[] = {
+        {"{\n  \"nodes\": [ { \"path\" 3 } ] }",
+         ":2:23: not an exported tree: expected \":\" after a name; create one with: "},
+        {"\xEF\xBB\xBF{\"nodes\": [ {", ":1:14: not an exported tree: expected a name in double quotes"},
+        {"{} {}", ":1:4: not an exported tree: expected nothing after the value"},
+        {R"({ "nodes": {} })", ": not an exported tree: nodes: expected an array"},
+        {R"({ "nodes": [ { "path": 3 } ] })", ": nodes[0].path: expected a string"},
+        {R"({ "nodes": [ { "path": "b" } ] })", ": nodes[0]: expected a member \"node\""},
+        {R"({ "nodes": [], "releaseChanges": [ { "release": "R", "changes": [ { "from": [] } ] } ] })",
+         ": releaseChanges[0].changes[0].from: expected a path"},
+    };
+    const tests::TestFolder folder;
+    for (const auto& [text, message] : cases) {
+        const std::string file = folder.with("tree.json", text);
+        EXPECT_THAT([&] { static_cast<void>(TreeDocument::read(file)); },
+                    testing::ThrowsMessage<std::runtime_error>(HasSubstr(message)));
+    }
+}
+
+TEST(ReviewCommands, ExitWithOneIfASettingIsLost)
+{
+    Tree newer;
+    newer.remove("verdix.web.FindPanel");
+    newer.node("verdix.web.MaxFileSize")["aliasTarget"] = "a|b";
+    const tests::TestFolder folder;
+    const std::string file = folder.with("tree.json", json::serialize(newer.exported()));
+
+    const auto diff = runTool({"diff", baseline, file});
+    EXPECT_EQ(diff.exitCode, 1);
+    EXPECT_EQ(diff.output, "lost     verdix.web.FindPanel    no release change mentions it\n"
+                           "default  verdix.web.MaxFileSize  aliasTarget null -> aliasTarget \"a|b\"\n");
+    EXPECT_EQ(runTool({"diff", baseline, file, "--format", "markdown"}).output,
+              "| change | path | details |\n|---|---|---|\n"
+              "| lost | `verdix.web.FindPanel` | no release change mentions it |\n"
+              "| default | `verdix.web.MaxFileSize` | aliasTarget null -> aliasTarget \"a\\|b\" |\n");
+    EXPECT_THAT(runTool({"diff", baseline, file, "--format", "json"}).output,
+                HasSubstr("{ \"change\": \"lost\", \"path\": \"verdix.web.FindPanel\", \"before\": \"\", "
+                          "\"after\": \"\" }"));
+
+    const auto history = runTool({"history", "--baseline", baseline, "--tree", file});
+    EXPECT_EQ(history.exitCode, 1);
+    EXPECT_THAT(history.output, testing::StartsWith("error  verdix.web.FindPanel is missing"));
+    EXPECT_THAT(runTool({"diff", baseline, folder / "none"}),
+                tests::FailsInOneLine(1, HasSubstr("no such file: " + std::string(folder / "none"))));
 }
 
 }  // namespace

@@ -1,8 +1,9 @@
+#include <review/tree_lint.hpp>
+
 #include <verdix/settings/internal/values.hpp>
 
 #include <gmock/gmock.h>
 
-#include <review/tree_lint.hpp>
 #include <string>
 #include <vector>
 
@@ -35,15 +36,20 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
     tree.root()->createFactorySetting("project", false, groupProperties);
 
     settings::core::ReleaseChangeTable releases;
-    releases[0].release = "R2030a";
-    releases[0].changes.emplace_back("remove", std::vector<std::string>{"verdix.web.Good"},
-                                     std::vector<std::string>());
-    releases[0].changes.emplace_back("move", std::vector<std::string>{"verdix.web.Old"},
-                                     std::vector<std::string>{"verdix.web.Nowhere"});
+    const auto change = [&releases](std::uint64_t index, std::string from, std::vector<std::string> to = {}) {
+        releases[index].changes.emplace_back(to.empty() ? "remove" : "move", std::vector{std::move(from)},
+                                             std::move(to));
+    };
+    change(0, "verdix.web.Older", {"verdix.web.Good"});
+    change(0, "verdix.web.Good");
+    change(0, "verdix.web.Nowhere");
+    change(0, "verdix.web.Old", {"verdix.web.Nowhere"});
+    change(0, "verdix.web.Twice");
+    change(1, "verdix.web.Back", {"verdix.web.Twice"});
 
     std::vector<std::string> found;
-    for (const auto& [file, path, message] : vx::tool::lintTree(tree, releases)) {
-        found.push_back(file + " " + path);
+    for (const auto& [path, message, position] : vx::review::lintTree(tree, releases)) {
+        found.push_back(position.file + " " + path);
         EXPECT_FALSE(message.empty());
     }
     EXPECT_THAT(found, testing::UnorderedElementsAre(

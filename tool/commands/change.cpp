@@ -27,7 +27,7 @@ struct ResetOptions
 ExitCode set(LazySession& lazy, const SetOptions& options, Output& out)
 {
     const Session& session = lazy.get();
-    const auto releases = session.releaseChanges();
+    const auto& releases = session.releaseChanges();
     const std::string file = lazy.layerFiles().personal.string();
     core::SettingsEditor changer(session.tree(), releases, file);
     const core::Node& setting = changer.set(options.path, options.value,
@@ -47,7 +47,7 @@ ExitCode reset(LazySession& lazy, const ResetOptions& options, Output& out)
                            "reset needs either a path or --all; see vxsettings reset --help");
     }
     const Session& session = lazy.get();
-    const auto releases = session.releaseChanges();
+    const auto& releases = session.releaseChanges();
     const std::string file = lazy.layerFiles().personal.string();
     core::SettingsEditor changer(session.tree(), releases, file);
     const std::size_t count = options.resetsAll ? changer.resetAll() : changer.reset(options.path);

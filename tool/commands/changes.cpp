@@ -1,3 +1,5 @@
+#include <review/tree_json.hpp>
+
 #include <boost/json/array.hpp>
 
 #include <utility>
@@ -5,7 +7,6 @@
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
 #include "render/json_text.hpp"
-#include "render/node_json.hpp"
 #include "render/table.hpp"
 
 namespace vx::tool {
@@ -19,7 +20,7 @@ void writeDocument(const ReleaseChangeTable& table, Output& out)
 {
     boost::json::array releases;
     for (const auto& [index, set] : table) {
-        releases.push_back(releaseJson(index, set));
+        releases.push_back(review::releaseJson(index, set));
     }
     writeJson({{"releases", std::move(releases)}}, out);
 }

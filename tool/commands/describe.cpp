@@ -1,9 +1,11 @@
+#include <review/tree_json.hpp>
 #include <settings_core/constraints/constraints.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/releases/release_history.hpp>
 #include <settings_core/values/value_format.hpp>
 
 #include <boost/json/array.hpp>
+#include <boost/json/value_from.hpp>
 
 #include <memory>
 #include <string>
@@ -12,7 +14,6 @@
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
 #include "render/json_text.hpp"
-#include "render/node_json.hpp"
 #include "render/node_labels.hpp"
 #include "render/table.hpp"
 
@@ -151,7 +152,7 @@ void addAliasProperties(const Session& session, const Node& node, PropertyTable&
 
 void addHistory(const Session& session, const Node& node, PropertyTable& table)
 {
-    const auto releases = session.releaseChanges();
+    const auto& releases = session.releaseChanges();
     for (const core::ReleaseStep& step : core::movesTo(releases, node.fullName())) {
         table.add("moved from", std::string(step.from) + " in " + std::string(step.release));
     }
@@ -184,17 +185,17 @@ json::array layersJson(const std::vector<core::LayerValue>& values)
     json::array layers;
     for (const core::LayerValue& value : values) {
         layers.push_back(json::object{{"layer", core::layerName(value.layer)},
-                                      {"value", valueJson(value.value)},
+                                      {"value", review::valueJson(value.value)},
                                       {"source", value.source},
                                       {"counts", value.isValid()},
-                                      {"faults", stringsJson(value.diagnostics)}});
+                                      {"faults", json::value_from(value.diagnostics)}});
     }
     return layers;
 }
 
 json::array historyJson(const Session& session, const Node& node)
 {
-    const auto releases = session.releaseChanges();
+    const auto& releases = session.releaseChanges();
     json::array history;
     for (const core::ReleaseStep& step : core::movesTo(releases, node.fullName())) {
         history.push_back(json::object{{"from", step.from}, {"release", step.release}});
@@ -205,7 +206,7 @@ json::array historyJson(const Session& session, const Node& node)
 /// Writes the node as in an exported tree, and the members that the export lacks.
 void writeDocument(LazySession& lazy, const Node& node, Output& out)
 {
-    json::object document = nodeJson(node);
+    json::object document = review::nodeJson(node);
     document.emplace("isHidden", node.isHidden());
     if (node.kind() == NodeKind::setting) {
         document.emplace("accepts", core::describeConstraint(node.properties()));

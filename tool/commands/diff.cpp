@@ -1,8 +1,10 @@
+#include <review/tree_diff.hpp>
+
+#include <boost/algorithm/string/replace.hpp>
 #include <boost/json/array.hpp>
 
 #include <algorithm>
 #include <memory>
-#include <review/tree_diff.hpp>
 #include <string>
 #include <vector>
 
@@ -16,6 +18,9 @@ namespace vx::tool {
 namespace {
 
 namespace json = boost::json;
+using review::Difference;
+using review::DifferenceKind;
+using review::TreeDocument;
 
 struct DiffOptions
 {
@@ -68,10 +73,7 @@ void writeMarkdown(const std::vector<Difference>& differences, Output& out)
 {
     out << "| change | path | details |\n|---|---|---|\n";
     for (const Difference& difference : differences) {
-        std::string cell = details(difference);
-        for (std::size_t bar = cell.find('|'); bar != std::string::npos; bar = cell.find('|', bar + 2)) {
-            cell.insert(bar, 1, '\\');
-        }
+        const std::string cell = boost::replace_all_copy(details(difference), "|", "\\|");
         out << "| " << kindLabel(difference.kind) << " | `" << difference.path << "` | " << cell << " |\n";
     }
 }
@@ -92,7 +94,7 @@ ExitCode diff(const DiffOptions& options, Output& out)
 {
     const auto older = TreeDocument::read(options.older);
     const auto newer = TreeDocument::read(options.newer);
-    const auto differences = compareTrees(older, newer);
+    const auto differences = review::compareTrees(older, newer);
     if (options.format == "json" || (options.format.empty() && out.isJson())) {
         writeJson(differences, out);
     } else if (options.format == "markdown") {

@@ -1,3 +1,5 @@
+#include <review/tree_json.hpp>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -10,10 +12,10 @@
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
-#include "export_json.hpp"
 #include "export_page.hpp"
 #include "export_schema.hpp"
 #include "export_table.hpp"
+#include "render/json_text.hpp"
 
 namespace vx::tool {
 
@@ -56,6 +58,11 @@ template <void (*write)(const Session& session, Output& out)>
 void writeTree(LazySession& lazy, Output& out)
 {
     write(lazy.get(), out);
+}
+
+void exportJson(const Session& session, Output& out)
+{
+    writeJson(review::treeJson(session.tree(), session.releaseChanges(), session.settingPathList()), out);
 }
 
 /// In the order in which help lists them; the first is the default with the global --format json.

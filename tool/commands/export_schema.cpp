@@ -1,5 +1,6 @@
 #include "export_schema.hpp"
 
+#include <review/json.hpp>
 #include <settings_core/constraints/constraints.hpp>
 #include <settings_core/releases/release_history.hpp>
 #include <settings_core/releases/release_name.hpp>
@@ -109,9 +110,9 @@ json::object releaseSchema(const ReleaseChangeTable& releases)
 std::string member(std::string_view name, const json::object& value)
 {
     std::string text;
-    appendJson(text, json::string(name));
+    review::appendJson(text, json::string(name));
     text += ": ";
-    appendJson(text, value);
+    review::appendJson(text, value);
     return text;
 }
 
@@ -130,7 +131,7 @@ void writeSettings(const Session& session, const ReleaseChangeTable& releases, O
 
 void exportSchema(const Session& session, Output& out)
 {
-    const ReleaseChangeTable releases = session.releaseChanges();
+    const ReleaseChangeTable& releases = session.releaseChanges();
     const json::object reference{{"description", "The location of this schema, for editors."}};
     out << "{\n  \"$schema\": \"https://json-schema.org/draft/2020-12/schema\",\n  "
         << "\"title\": \"Settings under " << session.tree().root()->fullName() << "\",\n  "

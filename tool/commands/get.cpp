@@ -1,3 +1,4 @@
+#include <review/tree_json.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/values/value_format.hpp>
 
@@ -14,7 +15,6 @@
 #include "cli/command.hpp"
 #include "host/bundle_file.hpp"
 #include "render/json_text.hpp"
-#include "render/node_json.hpp"
 
 namespace vx::tool {
 
@@ -82,7 +82,7 @@ boost::json::object valueDocument(const EffectiveValue& value)
 {
     const auto& [setting, effective] = value;
     return {{"path", setting.fullName()},
-            {"value", valueJson(effective.value)},
+            {"value", review::valueJson(effective.value)},
             {"layer", core::layerName(effective.layer)},
             {"source", effective.source}};
 }

@@ -1,15 +1,19 @@
-#include <memory>
 #include <review/tree_history.hpp>
+
+#include <boost/json/value_from.hpp>
+
+#include <memory>
 #include <string>
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
 #include "render/json_text.hpp"
-#include "render/node_json.hpp"
 
 namespace vx::tool {
 
 namespace {
+
+using review::TreeDocument;
 
 struct HistoryOptions
 {
@@ -31,13 +35,15 @@ void writeText(const std::vector<std::string>& diagnostics, Output& out)
 ExitCode history(LazySession& session, const HistoryOptions& options, Output& out)
 {
     const auto baseline = TreeDocument::read(options.baseline);
-    const auto listed =
-        options.changedDefaults.empty() ? ChangedDefaults() : readChangedDefaults(options.changedDefaults);
-    const auto current =
-        options.tree.empty() ? TreeDocument::of(session.get()) : TreeDocument::read(options.tree);
-    const auto diagnostics = checkHistory(baseline, current, listed);
+    const auto listed = options.changedDefaults.empty()
+                            ? review::ChangedDefaults()
+                            : review::readChangedDefaults(options.changedDefaults);
+    const auto current = options.tree.empty()
+                             ? TreeDocument(session.get().tree(), session.get().releaseChanges())
+                             : TreeDocument::read(options.tree);
+    const auto diagnostics = review::checkHistory(baseline, current, listed);
     if (out.isJson()) {
-        writeJson({{"faults", stringsJson(diagnostics)}}, out);
+        writeJson({{"faults", boost::json::value_from(diagnostics)}}, out);
     } else {
         writeText(diagnostics, out);
     }

@@ -1,6 +1,7 @@
+#include <review/tree_lint.hpp>
+
 #include <boost/json/array.hpp>
 
-#include <review/tree_lint.hpp>
 #include <utility>
 
 #include "cli/arguments.hpp"
@@ -11,26 +12,25 @@ namespace vx::tool {
 
 namespace {
 
-void writeDocument(const std::vector<LintDiagnostic>& diagnostics, Output& out)
+void writeDocument(const std::vector<core::Diagnostic>& diagnostics, Output& out)
 {
     boost::json::array list;
-    for (const auto& [file, path, message] : diagnostics) {
-        list.push_back(boost::json::object{{"file", file}, {"path", path}, {"message", message}});
+    for (const auto& [path, message, position] : diagnostics) {
+        list.push_back(boost::json::object{{"file", position.file}, {"path", path}, {"message", message}});
     }
     writeJson({{"faults", std::move(list)}}, out);
 }
 
-void writeText(const std::vector<LintDiagnostic>& diagnostics, Output& out)
+void writeText(const std::vector<core::Diagnostic>& diagnostics, Output& out)
 {
-    for (const auto& [file, path, message] : diagnostics) {
-        out << file << ": " << out.styled(Style::heading, path) << ": " << message << '\n';
+    for (const auto& [path, message, position] : diagnostics) {
+        out << position.file << ": " << out.styled(Style::heading, path) << ": " << message << '\n';
     }
 }
 
 ExitCode lint(const Session& session, Output& out)
 {
-    const auto releases = session.releaseChanges();
-    const auto diagnostics = lintTree(session.tree(), releases);
+    const auto diagnostics = review::lintTree(session.tree(), session.releaseChanges());
     (out.isJson() ? writeDocument : writeText)(diagnostics, out);
     return diagnostics.empty() ? ExitCode::done : ExitCode::failed;
 }

@@ -1,3 +1,4 @@
+#include <review/tree_json.hpp>
 #include <settings_core/values/value_format.hpp>
 
 #include <boost/algorithm/string/join.hpp>
@@ -15,7 +16,6 @@
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
 #include "render/json_text.hpp"
-#include "render/node_json.hpp"
 #include "render/node_labels.hpp"
 #include "render/table.hpp"
 
@@ -135,7 +135,7 @@ void writeDocument(LazySession& lazy, const std::vector<const Node*>& nodes, boo
         boost::json::object entry{{"path", node->fullName()}, {"node", kindLabel(node->kind())}};
         if (withValues) {
             const core::LayerValue effective = lazy.layers().effective(*node);
-            entry.emplace("value", valueJson(effective.value));
+            entry.emplace("value", review::valueJson(effective.value));
             entry.emplace("layer", core::layerName(effective.layer));
         }
         list.push_back(std::move(entry));

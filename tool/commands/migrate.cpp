@@ -1,3 +1,4 @@
+#include <review/tree_json.hpp>
 #include <settings_core/files/atomic_file.hpp>
 #include <settings_core/files/file_check.hpp>
 #include <settings_core/files/layers.hpp>
@@ -17,7 +18,6 @@
 #include "cli/command.hpp"
 #include "cli/diagnostics.hpp"
 #include "render/json_text.hpp"
-#include "render/node_json.hpp"
 #include "render/table.hpp"
 
 namespace vx::tool {
@@ -49,15 +49,14 @@ std::optional<core::ReleaseName> parseReleaseOption(const char* option, const st
 
 Table::Row eventRow(const MigrationEvent& event)
 {
-    switch (event.kind) {
-    case MigrationEvent::Kind::moved:
+    if (event.kind == MigrationEvent::Kind::moved) {
         return {event.release, {"moves", Style::good}, event.path, "to " + event.target};
-    case MigrationEvent::Kind::targetKept:
-        return {event.release, {"dropped", Style::bad}, event.path, event.target + " is set already"};
-    case MigrationEvent::Kind::removed:
-        break;
     }
-    return {event.release, {"dropped", Style::bad}, event.path, "removed in " + event.release};
+    const bool isRemoved = event.kind == MigrationEvent::Kind::removed;
+    return {event.release,
+            {"dropped", Style::bad},
+            event.path,
+            isRemoved ? "removed in " + event.release : event.target + " is set already"};
 }
 
 Migration planMigration(const std::string& text, const fs::path& file, const Session& session,
@@ -128,15 +127,8 @@ void writeText(const Outcome& outcome, Output& out)
 
 std::string_view eventLabel(MigrationEvent::Kind kind)
 {
-    switch (kind) {
-    case MigrationEvent::Kind::moved:
-        return "moved";
-    case MigrationEvent::Kind::targetKept:
-        return "targetKept";
-    case MigrationEvent::Kind::removed:
-        break;
-    }
-    return "removed";
+    static constexpr std::string_view labels[] = {"moved", "targetKept", "removed"};
+    return labels[static_cast<std::size_t>(kind)];
 }
 
 void writeDocument(const Outcome& outcome, Output& out)
@@ -147,7 +139,7 @@ void writeDocument(const Outcome& outcome, Output& out)
         events.push_back(json::object{{"release", event.release},
                                       {"change", eventLabel(event.kind)},
                                       {"path", event.path},
-                                      {"target", stringOrNull(event.target)}});
+                                      {"target", review::stringOrNull(event.target)}});
     }
     writeJson(
         {{"file", outcome.file.string()},
@@ -158,25 +150,26 @@ void writeDocument(const Outcome& outcome, Output& out)
          {"faults", diagnosticsJson(outcome.diagnostics)},
          {"isChange", outcome.isChange},
          {"isWritten", outcome.isWritten},
-         {"backup", stringOrNull(outcome.backup)}},
+         {"backup", review::stringOrNull(outcome.backup)}},
         out);
 }
 
 Outcome migrateFile(LazySession& lazy, const MigrateOptions& options, const core::MigrationRange& range)
 {
-    const auto content = core::readFile(options.file);
+    std::optional<core::LockedFile> locked;
+    std::error_code ignored;
+    if (options.writes && fs::is_regular_file(options.file, ignored)) {
+        // Only a file that exists is locked, as a lock would create the folder of a missing one.
+        locked.emplace(options.file);
+    }
+    const auto content = locked ? locked->content() : core::readFile(options.file);
     if (!content) {
         throw CommandError(ExitCode::failed, options.file + ": no such file");
     }
     const Session& session = lazy.get();
-    std::optional<core::LockedFile> locked;
-    if (options.writes) {
-        locked.emplace(options.file);
-    }
-    const std::string text = locked ? locked->content().value_or(*content) : *content;
-    Migration migration = planMigration(text, options.file, session, range);
+    Migration migration = planMigration(*content, options.file, session, range);
     auto diagnostics = core::checkMovedValues(migration, session.tree(), session.releaseChanges());
-    const bool isChange = migration.text != text;
+    const bool isChange = migration.text != *content;
     std::string backup;
     if (locked && isChange) {
         backup = saveBackup(*locked, migration);

@@ -1,3 +1,4 @@
+#include <review/tree_json.hpp>
 #include <settings_core/tree/search.hpp>
 #include <settings_core/values/value_format.hpp>
 
@@ -12,7 +13,6 @@
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
 #include "render/json_text.hpp"
-#include "render/node_json.hpp"
 #include "render/node_labels.hpp"
 #include "render/table.hpp"
 
@@ -29,7 +29,7 @@ void writeDocument(const std::vector<core::Match>& matches, Output& out)
         list.push_back(boost::json::object{{"path", node->fullName()},
                                            {"node", kindLabel(node->kind())},
                                            {"rank", core::rankName(rank)},
-                                           {"value", valueJson(node->properties().factoryValue)}});
+                                           {"value", review::valueJson(node->properties().factoryValue)}});
     }
     writeJson({{"matches", std::move(list)}}, out);
 }

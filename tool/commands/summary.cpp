@@ -30,15 +30,6 @@ struct Counts
         ++byKind[static_cast<std::size_t>(node.kind())];
         hidden += node.isHidden() ? 1 : 0;
     }
-
-    Counts& operator+=(const Counts& other)
-    {
-        for (std::size_t kind = 0; kind < byKind.size(); ++kind) {
-            byKind[kind] += other.byKind[kind];
-        }
-        hidden += other.hidden;
-        return *this;
-    }
 };
 
 /// Counts the node and everything under it.
@@ -60,18 +51,14 @@ struct Area
 std::vector<Area> countAreas(const Node& root)
 {
     std::vector<Area> areas{{"(directly in " + root.getFullName() + ")", {}}};
-    Counts total;
+    Area all{"all", {}};
     for (const Node& child : root.children()) {
-        Counts counts;
-        count(child, counts);
-        total += counts;
-        if (child.kind() == NodeKind::group) {
-            areas.push_back({std::string(child.name()), counts});
-        } else {
-            areas.front().counts += counts;
-        }
+        const bool isGroup = child.kind() == NodeKind::group;
+        count(child, isGroup ? areas.emplace_back(Area{std::string(child.name()), {}}).counts
+                             : areas.front().counts);
+        count(child, all.counts);
     }
-    areas.push_back({"all", total});
+    areas.push_back(std::move(all));
     return areas;
 }
 

@@ -1,3 +1,4 @@
+#include <review/tree_json.hpp>
 #include <settings_core/values/value_format.hpp>
 
 #include <boost/json/array.hpp>
@@ -11,7 +12,6 @@
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
 #include "render/json_text.hpp"
-#include "render/node_json.hpp"
 #include "render/node_labels.hpp"
 
 namespace vx::tool {
@@ -44,7 +44,7 @@ json::object branchJson(const Node& node, const TreeOptions& options, int depth)
     if (node.kind() == NodeKind::alias) {
         branch.emplace("aliasTarget", node.properties().aliasName());
     } else if (node.kind() == NodeKind::setting) {
-        branch.emplace("value", valueJson(node.properties().factoryValue));
+        branch.emplace("value", review::valueJson(node.properties().factoryValue));
     } else if (depth > 0) {
         json::array children;
         for (const Node& child : node.children()) {

@@ -27,9 +27,9 @@ core::SettingsTree buildTree(const Host& host)
 
 Session::Session(const std::filesystem::path& bundleFile) : host_(bundleFile), tree_(buildTree(host_)) {}
 
-settings::core::ReleaseChangeTable Session::releaseChanges() const
+const settings::core::ReleaseChangeTable& Session::releaseChanges() const
 {
-    return core::loadReleaseChanges(host_.loader());
+    return releases_ ? *releases_ : releases_.emplace(core::loadReleaseChanges(host_.loader()));
 }
 
 std::vector<std::string> Session::settingPathList() const
@@ -40,9 +40,8 @@ std::vector<std::string> Session::settingPathList() const
 const core::Node& Session::node(const std::string& path) const
 {
     if (const core::Node* found = tree_.find(core::fullPath(tree_, path))) {
-        return *found;
+        return *found;  // without the bundle having to build its release changes
     }
-    // The bundle builds the release change table on each request, so it is requested for unknown paths only.
     try {
         return core::nodeAt(tree_, releaseChanges(), path);
     } catch (const core::UnknownPath& error) {

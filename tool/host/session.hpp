@@ -25,7 +25,8 @@ public:
     [[nodiscard]] const Host& host() const noexcept { return host_; }
     [[nodiscard]] const core::SettingsTree& tree() const noexcept { return tree_; }
 
-    [[nodiscard]] settings::core::ReleaseChangeTable releaseChanges() const;
+    /// Returns the bundle's table of release changes, which it builds on the first call.
+    [[nodiscard]] const settings::core::ReleaseChangeTable& releaseChanges() const;
     [[nodiscard]] std::vector<std::string> settingPathList() const;
 
     /// Returns the node at this path; the root may be left out. Throws CommandError with the release that
@@ -39,6 +40,7 @@ public:
 private:
     Host host_;
     core::SettingsTree tree_;
+    mutable std::optional<settings::core::ReleaseChangeTable> releases_;
 };
 
 /// Starts a session on first use, so that commands that need no tree, or report something before, do not wait

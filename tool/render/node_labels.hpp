@@ -14,12 +14,6 @@
 
 namespace vx::tool {
 
-/// Returns "group", "setting" or "alias".
-[[nodiscard]] std::string_view kindLabel(core::NodeKind kind) noexcept;
-
-/// Returns the declared visibility: "default" (none declared), "visible" or "hidden".
-[[nodiscard]] std::string_view visibilityLabel(const core::Node& node) noexcept;
-
 /// Returns scope and name of a function: "verdix.settings.mustBeLogicalScalar".
 [[nodiscard]] std::string qualifiedName(const ::settings::core::detail::FunctionName& function);
 

@@ -5,7 +5,6 @@
 #include <boost/locale/utf.hpp>
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <iterator>
 #include <utility>
@@ -335,13 +334,6 @@ std::string jsonLiteral(std::u16string_view string)
         }
     }
     return literal += '"';
-}
-
-std::string_view kindName(JsonKind kind) noexcept
-{
-    constexpr std::array<std::string_view, 6> names{"null",     "true or false", "a number",
-                                                    "a string", "a list",        "an object"};
-    return names[static_cast<std::size_t>(kind)];
 }
 
 }  // namespace vx::core

@@ -62,7 +62,4 @@ struct JsonMember
 /// surrogates, which UTF-8 cannot represent.
 [[nodiscard]] VX_API std::string jsonLiteral(std::u16string_view string);
 
-/// Returns the name of a kind with its article: "an object", "a number".
-[[nodiscard]] VX_API std::string_view kindName(JsonKind kind) noexcept;
-
 }  // namespace vx::core

@@ -1,6 +1,7 @@
 #include <settings_core/releases/release_history.hpp>
 
 #include <boost/range/adaptor/reversed.hpp>
+#include <boost/range/iterator_range_core.hpp>
 
 namespace vx::core {
 
@@ -20,6 +21,11 @@ bool affects(const SettingsFileChange& change, std::string_view path)
     return change.to().empty() ? isAtOrUnder(path, change.from().front()) : change.from().front() == path;
 }
 
+auto releasesFrom(const ReleaseChangeTable& table, std::uint64_t first)
+{
+    return boost::make_iterator_range(table.lower_bound(first), table.end());
+}
+
 }  // namespace
 
 bool isAtOrUnder(std::string_view path, std::string_view group) noexcept
@@ -27,10 +33,10 @@ bool isAtOrUnder(std::string_view path, std::string_view group) noexcept
     return path.starts_with(group) && (path.size() == group.size() || path[group.size()] == '.');
 }
 
-std::vector<ReleaseStep> movesTo(const ReleaseChangeTable& table, std::string_view path)
+std::vector<ReleaseStep> movesTo(const ReleaseChangeTable& table, std::string_view path, std::uint64_t first)
 {
     std::vector<ReleaseStep> steps;
-    for (const auto& [index, set] : boost::adaptors::reverse(table)) {
+    for (const auto& [index, set] : boost::adaptors::reverse(releasesFrom(table, first))) {
         for (const SettingsFileChange& change : boost::adaptors::reverse(set.changes)) {
             if (isMoveTo(change, path)) {
                 path = change.from().front();
@@ -41,10 +47,11 @@ std::vector<ReleaseStep> movesTo(const ReleaseChangeTable& table, std::string_vi
     return steps;
 }
 
-std::vector<ReleaseStep> changesFrom(const ReleaseChangeTable& table, std::string_view path)
+std::vector<ReleaseStep> changesFrom(const ReleaseChangeTable& table, std::string_view path,
+                                     std::uint64_t first)
 {
     std::vector<ReleaseStep> steps;
-    for (const auto& [index, set] : table) {
+    for (const auto& [index, set] : releasesFrom(table, first)) {
         for (const SettingsFileChange& change : set.changes) {
             if (!affects(change, path)) {
                 continue;

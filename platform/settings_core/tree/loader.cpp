@@ -3,7 +3,7 @@
 
 #include <boost/smart_ptr/make_shared.hpp>
 
-#include <stdexcept>
+#include <utility>
 
 namespace settings::core {
 
@@ -27,22 +27,12 @@ struct TreeContext
 
 SettingsTree loadTree(::settings::core::FactorySettingsLoader& loader)
 {
-    SettingsTree tree(loader.getRootGroupName());
-    loadTree(loader, tree);
-    return tree;
-}
-
-void loadTree(::settings::core::FactorySettingsLoader& loader, SettingsTree& tree)
-{
     std::string rootName = loader.getRootGroupName();
-    if (rootName != tree.root()->fullName()) {
-        throw std::invalid_argument("The provider's root group is \"" + rootName +
-                                    "\", that of the tree is \"" + tree.root()->getFullName() +
-                                    "\": pass a tree with the provider's root.");
-    }
+    SettingsTree tree(rootName);
     verdix::settings::FactoryGroup root(boost::make_shared<TreeContext>(), nullptr, tree.root(),
                                         std::move(rootName));
     loader.createTree(root);
+    return tree;
 }
 
 ::settings::core::ReleaseChangeTable loadReleaseChanges(::settings::core::FactorySettingsLoader& loader)

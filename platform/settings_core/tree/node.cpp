@@ -16,6 +16,18 @@ NodeKind kindOf(bool isSetting, const Node::Properties& properties)
 
 }  // namespace
 
+std::string_view kindLabel(NodeKind kind) noexcept
+{
+    static constexpr std::string_view labels[] = {"group", "setting", "alias"};
+    return labels[static_cast<std::size_t>(kind)];
+}
+
+std::string_view visibilityLabel(const Node& node) noexcept
+{
+    const auto& visible = node.properties().visible;
+    return !visible.isWritten() ? "default" : visible.value() ? "visible" : "hidden";
+}
+
 Node::Node(NodeStore& store, const Node* parent, std::string_view path, NodeKind kind,
            const Properties& properties)
     : store_(&store), parent_(parent), path_(path), kind_(kind), properties_(properties)

@@ -20,6 +20,9 @@ enum class NodeKind : std::uint8_t
     alias
 };
 
+/// Returns "group", "setting" or "alias".
+[[nodiscard]] VX_API std::string_view kindLabel(NodeKind kind) noexcept;
+
 class NodeStore;
 
 /// A node of the embedded settings core. Nodes are created by createFactorySetting of their parent only, and
@@ -87,5 +90,8 @@ private:
     Properties properties_;
     Children children_;
 };
+
+/// Returns the declared visibility: "default" (none declared), "visible" or "hidden".
+[[nodiscard]] VX_API std::string_view visibilityLabel(const Node& node) noexcept;
 
 }  // namespace vx::core

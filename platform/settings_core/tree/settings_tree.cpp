@@ -19,16 +19,4 @@ std::span<const Node* const> SettingsTree::nodes() const noexcept
     return store_->nodes().subspan(1);
 }
 
-const Node* followAlias(const SettingsTree& tree, const Node& node) noexcept
-{
-    const Node* current = &node;
-    // A chain with more steps than the tree has nodes is circular.
-    for (std::size_t steps = tree.nodes().size(); current != nullptr && current->kind() == NodeKind::alias;
-         --steps)
-    {
-        current = steps == 0 ? nullptr : tree.find(current->properties().aliasName());
-    }
-    return current;
-}
-
 }  // namespace vx::core

@@ -37,17 +37,9 @@ private:
     boost::shared_ptr<Node> root_;
 };
 
-/// Returns the node that an alias leads to, also through further aliases; null when an alias is circular or
-/// its target is not in the tree. Returns any other node itself.
-[[nodiscard]] VX_API const Node* followAlias(const SettingsTree& tree, const Node& node) noexcept;
-
 /// Creates the provider's root group and calls the provider to build its tree under it. Passes on exceptions
-/// of the provider. The overload with a tree builds in that tree, in which an exception leaves the nodes
-/// created so far; it throws std::invalid_argument when the tree's root is not the provider's.
-///@{
+/// of the provider.
 [[nodiscard]] VX_API SettingsTree loadTree(::settings::core::FactorySettingsLoader& loader);
-VX_API void loadTree(::settings::core::FactorySettingsLoader& loader, SettingsTree& tree);
-///@}
 
 /// Returns the provider's table of settings that each release moved or removed.
 [[nodiscard]] VX_API ::settings::core::ReleaseChangeTable

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <string>
+#include <utility>
 
 namespace vx::core {
 
@@ -17,8 +19,9 @@ constexpr std::size_t maxNameLength = 200;
 std::string inLowerCase(std::string_view name)
 {
     std::string lower(name);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    std::ranges::transform(lower, lower.begin(), [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
     return lower;
 }
 
@@ -86,54 +89,37 @@ private:
     std::vector<std::size_t> beforePrevious_, previous_, current_;
 };
 
-/// Keeps the closest names.
-class ClosestNames
+struct Candidate
 {
-public:
-    void add(std::size_t distance, std::string_view name)
-    {
-        const auto place = std::upper_bound(found_.begin(), found_.end(), distance,
-                                            [](std::size_t d, const Found& f) { return d < f.distance; });
-        found_.insert(place, {distance, name});
-        if (found_.size() > suggestionLimit) {
-            found_.pop_back();
-        }
-    }
-
-    [[nodiscard]] std::vector<std::string_view> names() const
-    {
-        std::vector<std::string_view> names;
-        for (const Found& found : found_) {
-            names.push_back(found.name);
-        }
-        return names;
-    }
-
-private:
-    struct Found
-    {
-        std::size_t distance;
-        std::string_view name;
-    };
-
-    std::vector<Found> found_;
+    std::size_t distance;
+    std::string_view name;
 };
+
+/// Returns the names of the closest candidates.
+std::vector<std::string_view> closest(std::vector<Candidate> candidates)
+{
+    std::ranges::stable_sort(candidates, {}, &Candidate::distance);
+    candidates.resize(std::min(candidates.size(), suggestionLimit));
+    std::vector<std::string_view> names;
+    std::ranges::transform(candidates, std::back_inserter(names), &Candidate::name);
+    return names;
+}
 
 }  // namespace
 
 std::vector<std::string_view> suggestNames(std::string_view wanted, std::span<const std::string_view> names)
 {
-    ClosestNames closest;
+    std::vector<Candidate> candidates;
     if (wanted.size() <= maxNameLength) {
         EditDistance distance(wanted);
         for (const std::string_view name : names) {
             const std::size_t letters = distance.to(name, distance.allowed());
             if (letters <= distance.allowed()) {
-                closest.add(letters, name);
+                candidates.push_back({letters, name});
             }
         }
     }
-    return closest.names();
+    return closest(std::move(candidates));
 }
 
 std::vector<std::string_view> suggestPaths(std::string_view wanted, const SettingsTree& tree)
@@ -144,7 +130,7 @@ std::vector<std::string_view> suggestPaths(std::string_view wanted, const Settin
     const std::string prefix = tree.root()->getFullName() + ".";
     EditDistance ofPath(wanted.substr(wanted.starts_with(prefix) ? prefix.size() : 0));
     EditDistance ofLast(lastComponent(wanted));
-    ClosestNames closest;
+    std::vector<Candidate> candidates;
     for (const Node* node : tree.nodes()) {
         const std::string_view path = node->fullName();
         const std::size_t whole = ofPath.to(path.substr(prefix.size()), ofPath.allowed());
@@ -152,10 +138,10 @@ std::vector<std::string_view> suggestPaths(std::string_view wanted, const Settin
         // A match of the last component alone ranks behind a whole path at the same distance.
         const bool wholeIsSimilar = whole <= ofPath.allowed();
         if (wholeIsSimilar || last <= ofLast.allowed()) {
-            closest.add(wholeIsSimilar ? std::min(whole, last + 1) : last + 1, path);
+            candidates.push_back({wholeIsSimilar ? std::min(whole, last + 1) : last + 1, path});
         }
     }
-    return closest.names();
+    return closest(std::move(candidates));
 }
 
 std::string didYouMean(std::span<const std::string_view> names)

@@ -93,20 +93,10 @@ void appendRows(std::string& text, const TypedArray<T>& array, const Brackets& b
     text += brackets.close;
 }
 
-bool isCharacterRow(const Array& value)
-{
-    return value.getType() == ArrayType::CHAR && data::isRow(value);
-}
-
-std::u16string_view rowCharacters(const TypedArray<char16_t>& row)
-{
-    return {row.begin(), row.getNumberOfElements()};
-}
-
 void appendCharacters(std::string& text, const TypedArray<char16_t>& array)
 {
-    if (isCharacterRow(array)) {
-        appendQuoted(text, toUtf8(rowCharacters(array)));
+    if (const auto row = data::textOf(array)) {
+        appendQuoted(text, toUtf8(*row));
         return;
     }
     const std::size_t rows = array.getDimensions()[0];
@@ -193,14 +183,8 @@ std::string formatNumber(double number)
 
 std::string formatValue(const Array& value)
 {
-    if (isCharacterRow(value)) {
-        return toUtf8(rowCharacters(TypedArray<char16_t>(value)));
-    }
-    if (value.getType() == ArrayType::STRING && value.getNumberOfElements() == 1) {
-        const TypedArray<String> strings(value);
-        if (const String& only = strings[0]) {
-            return toUtf8(*only);
-        }
+    if (const auto string = data::textOf(value)) {
+        return toUtf8(*string);
     }
     std::string text;
     if (value.isAssigned()) {

@@ -131,7 +131,8 @@ std::vector<std::string> flushesAndRenames(Writer writer)
                    &target);
             calls.emplace_back(S_ISDIR(target.st_mode) ? "flush folder" : "flush file");
         } else if (info.op == PTRACE_SYSCALL_INFO_ENTRY &&
-                   (info.entry.nr == SYS_rename || info.entry.nr == SYS_renameat2)) {
+                   (info.entry.nr == SYS_rename || info.entry.nr == SYS_renameat2))
+        {
             calls.emplace_back("rename");
         }
     }

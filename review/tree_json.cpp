@@ -1,18 +1,20 @@
-#include "render/node_json.hpp"
+#include "tree_json.hpp"
 
 #include <data/views.hpp>
 #include <settings_core/values/array_visit.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
+#include <boost/json/array.hpp>
+#include <boost/json/value_from.hpp>
+
 #include <optional>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <variant>
 
-#include "render/node_labels.hpp"
-
-namespace vx::tool {
+namespace vx::review {
 
 namespace {
 
@@ -23,7 +25,6 @@ using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 using foundation::verdixdata::String;
 using foundation::verdixdata::toUtf8;
-using foundation::verdixdata::TypedArray;
 using settings_core::SettingValueValidator;
 
 json::array stringsJson(const std::vector<std::u16string>& values)
@@ -36,12 +37,6 @@ json::array stringsJson(const std::vector<std::u16string>& values)
     return result;
 }
 
-std::string characters(const Array& array)
-{
-    const TypedArray<char16_t> view(array);
-    return toUtf8({std::as_const(view).begin(), view.getNumberOfElements()});
-}
-
 json::value elementJson(const String& element)
 {
     return element ? json::value(toUtf8(*element)) : json::value(nullptr);
@@ -52,11 +47,15 @@ json::value elementJson(char16_t element)
     return json::value(toUtf8({&element, 1}));
 }
 
+bool isCharacterVector(const Array& array)
+{
+    return array.getType() == ArrayType::CHAR && data::isRow(array);
+}
+
 /// Returns a cell element: a string for a character vector, null for an unassigned value, else an object.
 json::value elementJson(const Array& element)
 {
-    const bool isCharacterVector = element.isAssigned() && element.getType() == ArrayType::CHAR;
-    return isCharacterVector ? json::value(characters(element)) : valueJson(element);
+    return isCharacterVector(element) ? json::value(toUtf8(*data::textOf(element))) : valueJson(element);
 }
 
 template <class Number>
@@ -67,8 +66,8 @@ json::value elementJson(Number element)
 
 json::value dataJson(const Array& array)
 {
-    if (array.getType() == ArrayType::CHAR && data::isRow(array)) {
-        return json::value(characters(array));
+    if (isCharacterVector(array)) {
+        return json::value(toUtf8(*data::textOf(array)));
     }
     return core::visitArray(array, [](const auto& elements) {
         json::array data;
@@ -80,27 +79,8 @@ json::value dataJson(const Array& array)
     });
 }
 
-/// JSON value of the member "kind", and name of the member that holds the scope.
-struct FunctionKind
-{
-    std::string_view kind;
-    std::string_view scope;
-};
-
-template <class Function>
-inline constexpr FunctionKind functionKind{"callable", "qualifier"};
-template <>
-inline constexpr FunctionKind functionKind<settings_core::MValidator>{"script", "qualifier"};
-template <>
-inline constexpr FunctionKind functionKind<settings_core::CValidator>{"native", "library"};
-template <>
-inline constexpr FunctionKind functionKind<settings_core::JValidator>{"managed", "class"};
-template <>
-inline constexpr FunctionKind functionKind<settings_core::MRunTimeDefault>{"script", "qualifier"};
-template <>
-inline constexpr FunctionKind functionKind<settings_core::CRunTimeDefault>{"native", "library"};
-template <>
-inline constexpr FunctionKind functionKind<settings_core::JRunTimeDefault>{"managed", "class"};
+template <class Function, class... Functions>
+constexpr bool isAnyOf = (std::is_same_v<Function, Functions> || ...);
 
 /// Returns a validator or run-time default as JSON; null if there is none.
 struct FunctionJson
@@ -110,9 +90,19 @@ struct FunctionJson
     template <class Function>
     json::value operator()(const Function& function) const
     {
-        constexpr FunctionKind kind = functionKind<Function>;
-        return json::object{
-            {"kind", kind.kind}, {kind.scope, function.scope()}, {"function", function.function()}};
+        using namespace settings_core;
+        constexpr bool isNative = isAnyOf<Function, CValidator, CRunTimeDefault>;
+        constexpr bool isManaged = isAnyOf<Function, JValidator, JRunTimeDefault>;
+        constexpr bool isScript = isAnyOf<Function, MValidator, MRunTimeDefault>;
+        return json::object{{"kind", isNative    ? "native"
+                                     : isManaged ? "managed"
+                                     : isScript  ? "script"
+                                                 : "callable"},
+                            {isNative    ? "library"
+                             : isManaged ? "class"
+                                         : "qualifier",
+                             function.scope()},
+                            {"function", function.function()}};
     }
 };
 
@@ -203,18 +193,13 @@ json::object nodeJson(const Node& node)
         {"additionalFile", properties.additionalFile}};
 }
 
-json::array stringsJson(const std::vector<std::string>& strings)
-{
-    return json::array(strings.begin(), strings.end());
-}
-
 json::object releaseJson(std::uint64_t index, const settings_core::ReleaseChangeSet& set)
 {
     json::array changes;
     for (const auto& change : set.changes) {
         changes.push_back(json::object{{"operation", change.operation()},
-                                       {"from", stringsJson(change.from())},
-                                       {"to", stringsJson(change.to())}});
+                                       {"from", json::value_from(change.from())},
+                                       {"to", json::value_from(change.to())}});
     }
     return {{"index", index},
             {"release", set.release},
@@ -222,4 +207,22 @@ json::object releaseJson(std::uint64_t index, const settings_core::ReleaseChange
             {"changes", std::move(changes)}};
 }
 
-}  // namespace vx::tool
+json::object treeJson(const core::SettingsTree& tree, const settings_core::ReleaseChangeTable& releases,
+                      const std::vector<std::string>& settingPathList)
+{
+    json::array nodes;
+    nodes.reserve(tree.nodes().size());
+    for (const Node* node : tree.nodes()) {
+        nodes.push_back(nodeJson(*node));
+    }
+    json::array releaseChanges;
+    for (const auto& [index, set] : releases) {
+        releaseChanges.push_back(releaseJson(index, set));
+    }
+    return {{"root", tree.root()->fullName()},
+            {"nodes", std::move(nodes)},
+            {"releaseChanges", std::move(releaseChanges)},
+            {"settingPathList", json::value_from(settingPathList)}};
+}
+
+}  // namespace vx::review

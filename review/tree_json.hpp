@@ -1,19 +1,20 @@
 #pragma once
 
-// Values, nodes and releases as JSON, in the form that all commands share.
+// Values, nodes, releases and trees as JSON, in the form of exported trees.
 
-#include <settings_core/tree/node.hpp>
+#include <settings_core/tree/settings_tree.hpp>
 
 #include <foundation/verdixdata/array.hpp>
 #include <settings/core/settings_file_change.hpp>
 
-#include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
-namespace vx::tool {
+namespace vx::review {
 
 /// Returns an object with class, dimensions and the elements in column-major order; null for an unassigned
 /// value. The data of a character row vector is one string.
@@ -26,9 +27,13 @@ namespace vx::tool {
 [[nodiscard]] boost::json::object releaseJson(std::uint64_t index,
                                               const ::settings::core::ReleaseChangeSet& set);
 
-[[nodiscard]] boost::json::array stringsJson(const std::vector<std::string>& strings);
+/// Returns tree, release changes and path list as one document. The names and the order of its members are
+/// stable.
+[[nodiscard]] boost::json::object treeJson(const core::SettingsTree& tree,
+                                           const ::settings::core::ReleaseChangeTable& releases,
+                                           const std::vector<std::string>& settingPathList);
 
 /// Returns the string; null if it is empty.
 [[nodiscard]] boost::json::value stringOrNull(std::string_view string);
 
-}  // namespace vx::tool
+}  // namespace vx::review
