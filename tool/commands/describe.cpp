@@ -112,8 +112,8 @@ void addConstraints(const Node& setting, PropertyTable& table)
 std::string describeLayer(const core::LayerValue& value)
 {
     std::string text = value.value.isAssigned() ? core::formatValueOnOneLine(value.value, valueWidth) : "";
-    for (const std::string& diagnostic : value.diagnostics) {
-        text += (text.empty() ? "" : "; ") + diagnostic;
+    for (const core::Diagnostic& diagnostic : value.diagnostics) {
+        text += (text.empty() ? "" : "; ") + formatDiagnostic(diagnostic);
     }
     return text + (value.isValid() ? ", in " + value.source : "; ignored");
 }
@@ -183,11 +183,15 @@ json::array layersJson(const std::vector<core::LayerValue>& values)
 {
     json::array layers;
     for (const core::LayerValue& value : values) {
+        json::array diagnostics;
+        for (const core::Diagnostic& diagnostic : value.diagnostics) {
+            diagnostics.emplace_back(formatDiagnostic(diagnostic));
+        }
         layers.push_back(json::object{{"layer", core::layerName(value.layer)},
                                       {"value", valueJson(value.value)},
                                       {"source", value.source},
                                       {"counts", value.isValid()},
-                                      {"faults", stringsJson(value.diagnostics)}});
+                                      {"faults", std::move(diagnostics)}});
     }
     return layers;
 }

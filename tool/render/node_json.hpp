@@ -2,6 +2,7 @@
 
 // Values, nodes and releases as JSON, in the form that all commands share.
 
+#include <settings_core/constraints/constraints.hpp>
 #include <settings_core/tree/node.hpp>
 
 #include <foundation/verdixdata/array.hpp>
@@ -18,6 +19,9 @@ namespace vx::tool {
 /// Returns an object with class, dimensions and the elements in column-major order; null for an unassigned
 /// value. The data of a character row vector is one string.
 [[nodiscard]] boost::json::value valueJson(const foundation::verdixdata::Array& value);
+
+/// Returns the value of a parameter; null if there is none.
+[[nodiscard]] boost::json::value parameterJson(const core::Parameter& parameter);
 
 /// Returns all properties that the provider declared for a node.
 [[nodiscard]] boost::json::object nodeJson(const core::Node& node);

@@ -11,47 +11,64 @@ namespace {
 using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 
-bool isLogicalScalar(const Array& value)
-{
-    return value.getType() == ArrayType::LOGICAL && data::isScalar(value);
-}
-
-bool isString(const Array& value)
-{
-    return data::textOf(value).has_value();
-}
-
-bool isIntegerScalar(const Array& value)
-{
-    return data::isScalar(value) &&
-           data::everyNumber(value, [](auto number) { return data::isWhole(number); });
-}
-
-/// Accepts NaN and the infinities; a range excludes them where they make no sense.
-bool isNumericScalar(const Array& value)
-{
-    return data::isScalar(value) && data::isNumeric(value);
-}
-
 constexpr std::string_view qualifier = "verdix.settings";
 
-constexpr std::array<ScriptFunction, 4> functions{{
-    {"mustBeLogicalScalar", "true or false", &isLogicalScalar},
-    {"mustBeStringScalar", "a string", &isString},
-    {"mustBeIntegerScalar", "a whole number", &isIntegerScalar},
-    {"mustBeNumericScalar", "a number", &isNumericScalar},
-}};
+void foldScalar(Constraint& all, bool hasClass)
+{
+    all.require(hasClass);
+    all.restrictSize({1, 1});
+}
+
+constexpr std::array functions{
+    ScriptFunction{
+        .name = "mustBeLogicalScalar",
+        .description = "true or false",
+        .requiredClass = ArrayType::LOGICAL,
+        .accepts = [](const Array& value) { return value.getType() == ArrayType::LOGICAL && data::isScalar(value); },
+        .fold = [](Constraint& all) { foldScalar(all, all.elementClass == ArrayType::LOGICAL); }},
+    ScriptFunction{
+        .name = "mustBeStringScalar",
+        .description = "a string",
+        .requiredClass = ArrayType::CHAR,
+        .accepts = [](const Array& value) { return data::textOf(value).has_value(); },
+        .fold =
+            [](Constraint& all) {
+                all.rejectsMissing = true;
+                if (all.elementClass != ArrayType::CHAR) {
+                    foldScalar(all, all.elementClass == ArrayType::STRING);
+                }
+            }},
+    ScriptFunction{
+        .name = "mustBeIntegerScalar",
+        .description = "a whole number",
+        .requiredClass = ArrayType::DOUBLE,
+        .accepts =
+            [](const Array& value) {
+                return data::isScalar(value) &&
+                       data::everyNumber(value, [](auto number) { return data::isWhole(number); });
+            },
+        .fold =
+            [](Constraint& all) {
+                all.isWhole = true;
+                foldScalar(all, all.hasNumbers());
+            }},
+    ScriptFunction{
+        .name = "mustBeNumericScalar",
+        .description = "a number",
+        .requiredClass = ArrayType::DOUBLE,
+        // Accepts NaN and the infinities; a range excludes them where they make no sense.
+        .accepts = [](const Array& value) { return data::isScalar(value) && data::isNumeric(value); },
+        .fold = [](Constraint& all) { foldScalar(all, all.hasNumbers()); }}};
 
 }  // namespace
 
-const ScriptFunction* findScriptFunction(const ::settings::core::MValidator& validator) noexcept
+const ScriptFunction* findScriptFunction(const ::settings::core::Validator& validator) noexcept
 {
-    if (validator.scope() != qualifier) {
+    const auto* script = std::get_if<::settings::core::MValidator>(&validator);
+    if (script == nullptr || script->scope() != qualifier) {
         return nullptr;
     }
-    const auto* found = std::find_if(functions.begin(), functions.end(), [&](const ScriptFunction& function) {
-        return function.name == validator.function();
-    });
+    const auto* found = std::ranges::find(functions, script->function(), &ScriptFunction::name);
     return found == functions.end() ? nullptr : found;
 }
 

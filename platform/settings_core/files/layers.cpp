@@ -66,7 +66,7 @@ LayerValue factoryValueOf(const Node& setting)
         factory.value = std::move(value.value);
         factory.source = std::move(value.source);
     } catch (const std::runtime_error& error) {
-        factory.diagnostics.emplace_back(error.what());
+        factory.diagnostics.push_back({setting.getFullName(), error.what()});
     }
     return factory;
 }
@@ -89,7 +89,8 @@ SettingsFile parseSettingsFile(const std::string& content, const fs::path& file)
     try {
         return SettingsFile(content);
     } catch (const ParseError& error) {
-        throw std::runtime_error(located(file, content, error.offset(), error.what()));
+        throw std::runtime_error(
+            formatDiagnostic({"", error.what(), positionIn(file, content, error.offset())}));
     }
 }
 
@@ -121,13 +122,8 @@ std::optional<LayerValue> Layers::valueIn(Layer layer, const Node& setting)
     if (member == nullptr) {
         return std::nullopt;
     }
-    StoredValue stored = readStoredValue(setting, *member);
-    LayerValue value{layer, std::move(stored.value), fileOf(layer).string()};
-    for (const ValueFault& diagnostic : stored.diagnostics) {
-        value.diagnostics.push_back(located(fileOf(layer), file->text(), diagnostic.offset,
-                                            setting.getFullName() + ": " + diagnostic.message));
-    }
-    return value;
+    StoredValue stored = readStoredValue(setting, *member, fileOf(layer), file->text());
+    return LayerValue{layer, std::move(stored.value), fileOf(layer).string(), std::move(stored.diagnostics)};
 }
 
 std::vector<LayerValue> Layers::valuesOf(const Node& node)
@@ -149,7 +145,7 @@ std::vector<LayerValue> Layers::valuesOf(const Node& node)
 LayerValue Layers::effective(const Node& node)
 {
     const Node& setting = resolveSetting(tree_, node);
-    std::vector<std::string> diagnostics;
+    std::vector<Diagnostic> diagnostics;
     const auto ignore = [&diagnostics](LayerValue& value) {
         std::move(value.diagnostics.begin(), value.diagnostics.end(), std::back_inserter(diagnostics));
     };
