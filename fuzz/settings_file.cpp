@@ -99,8 +99,9 @@ void rewriteValues(const SettingsFile& file, const SettingsTree& tree)
     SettingsFileEdit edit(file);
     const auto storedIn = [&](const JsonMember* member) {
         const Node* node = member == nullptr ? nullptr : tree.find(member->name);
-        return node == nullptr || node->kind() != NodeKind::setting ? StoredValue{}
-                                                                    : readStoredValue(*node, *member, "settings.json", file.text());
+        return node == nullptr || node->kind() != NodeKind::setting
+                   ? StoredValue{}
+                   : readStoredValue(*node, *member, "settings.json", file.text());
     };
     for (const JsonMember& setting : file.settings()) {
         const StoredValue stored = storedIn(file.find(setting.name));

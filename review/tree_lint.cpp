@@ -99,8 +99,8 @@ private:
     void checkConstraint(const Node& setting)
     {
         if (!core::constraintOf(setting.properties()).isSatisfiable()) {
-            add(setting, "no value can be " + core::describeConstraint(setting.properties()) +
-                             ": fix its constraint");
+            add(setting,
+                "no value can be " + core::describeConstraint(setting.properties()) + ": fix its constraint");
         }
     }
 

@@ -92,7 +92,7 @@ struct Outcome
     const fs::path file;
     const Migration migration;
     const std::vector<core::Diagnostic> diagnostics;  ///< for the values that moved
-    bool isChange;                                   ///< whether the migration changes the file
+    bool isChange;                                    ///< whether the migration changes the file
     bool isWritten;
     std::string backup;  ///< file name of the backup; empty if there is none
 };
@@ -176,7 +176,8 @@ Outcome migrateFile(LazySession& lazy, const MigrateOptions& options, const core
     }
     const std::string text = locked ? locked->content().value_or(*content) : *content;
     Migration migration = planMigration(text, options.file, session, range);
-    auto diagnostics = core::checkMovedValues(migration, options.file, session.tree(), session.releaseChanges());
+    auto diagnostics =
+        core::checkMovedValues(migration, options.file, session.tree(), session.releaseChanges());
     const bool isChange = migration.text != text;
     std::string backup;
     if (locked && isChange) {

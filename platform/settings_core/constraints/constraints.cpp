@@ -44,8 +44,9 @@ std::optional<ArrayType> classOf(const Properties& properties)
 {
     const ArrayType type = properties.factoryValue.getType();
     const auto isColour = [](const ValueValidator& validator) { return validator.colour.has_value(); };
-    const bool isDetermined = properties.factoryValue.isAssigned() &&
-                              !(isStringClass(type) && std::ranges::any_of(properties.valueValidators, isColour));
+    const bool isDetermined =
+        properties.factoryValue.isAssigned() &&
+        !(isStringClass(type) && std::ranges::any_of(properties.valueValidators, isColour));
     return isDetermined ? type : requiredClass(properties);
 }
 

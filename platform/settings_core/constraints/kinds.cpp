@@ -41,8 +41,7 @@ bool isInRange(const Constraints& constraints, const Array& value)
 {
     const auto& [lower, upper] = *constraints.range;
     const bool isUnlimited = isOpen(*constraints.range);
-    return data::everyNumber(value,
-                             [&](auto n) { return isUnlimited || data::isWithin(n, lower, upper); });
+    return data::everyNumber(value, [&](auto n) { return isUnlimited || data::isWithin(n, lower, upper); });
 }
 
 std::string describeRange(const Constraints& constraints, const Array& example)
@@ -195,58 +194,65 @@ Parameters colourParameters(const Constraints& constraints)
 
 // The first kind with a required class decides about the class.
 constexpr std::array kinds{
-    ConstraintKind{
-        .name = "elementClass",
-        .exportPosition = 1,
-        .givesSize = false,
-        .isSet = [](const Constraints& c) { return c.elementClass.has_value(); },
-        .accepts = [](const Constraints& c, const Array& value) { return value.getType() == *c.elementClass; },
-        .describe = [](const Constraints& c, const Array& example) -> std::string {
-            return example.getType() == *c.elementClass  ? ""
-                   : *c.elementClass == ArrayType::CELL ? "a cell"
-                                                        : std::string("of class ") + className(*c.elementClass);
-        },
-        .requiredClass = [](const Constraints& c) { return *c.elementClass; },
-        .fold = [](const Constraints& c, Constraint& all) { all.require(all.elementClass == c.elementClass); },
-        .parameters = [](const Constraints& c) { return Parameters{{"class", className(*c.elementClass)}}; }},
-    ConstraintKind{
-        .name = "range",
-        .exportPosition = 2,
-        .givesSize = false,
-        .isSet = [](const Constraints& c) { return c.range.has_value(); },
-        .accepts = isInRange,
-        .describe = describeRange,
-        .requiredClass = always<ArrayType::DOUBLE>,
-        .fold = [](const Constraints& c, Constraint& all) { all.restrictRange(*c.range); },
-        .parameters =
-            [](const Constraints& c) {
-                return Parameters{{"lower", c.range->lower}, {"upper", c.range->upper}};
-            }},
+    ConstraintKind{.name = "elementClass",
+                   .exportPosition = 1,
+                   .givesSize = false,
+                   .isSet = [](const Constraints& c) { return c.elementClass.has_value(); },
+                   .accepts = [](const Constraints& c,
+                                 const Array& value) { return value.getType() == *c.elementClass; },
+                   .describe = [](const Constraints& c, const Array& example) -> std::string {
+                       return example.getType() == *c.elementClass ? ""
+                              : *c.elementClass == ArrayType::CELL
+                                  ? "a cell"
+                                  : std::string("of class ") + className(*c.elementClass);
+                   },
+                   .requiredClass = [](const Constraints& c) { return *c.elementClass; },
+                   .fold = [](const Constraints& c,
+                              Constraint& all) { all.require(all.elementClass == c.elementClass); },
+                   .parameters =
+                       [](const Constraints& c) {
+                           return Parameters{{"class", className(*c.elementClass)}};
+                       }},
+    ConstraintKind{.name = "range",
+                   .exportPosition = 2,
+                   .givesSize = false,
+                   .isSet = [](const Constraints& c) { return c.range.has_value(); },
+                   .accepts = isInRange,
+                   .describe = describeRange,
+                   .requiredClass = always<ArrayType::DOUBLE>,
+                   .fold = [](const Constraints& c, Constraint& all) { all.restrictRange(*c.range); },
+                   .parameters =
+                       [](const Constraints& c) {
+                           return Parameters{{"lower", c.range->lower}, {"upper", c.range->upper}};
+                       }},
     ConstraintKind{
         .name = "maximumLength",
         .exportPosition = 4,
         .givesSize = false,
         .isSet = [](const Constraints& c) { return c.maximumLength.has_value(); },
-        .accepts = [](const Constraints& c, const Array& value) { return lengthOf(value) <= *c.maximumLength; },
+        .accepts = [](const Constraints& c,
+                      const Array& value) { return lengthOf(value) <= *c.maximumLength; },
         .describe = describeLength,
         .requiredClass = always<ArrayType::UNKNOWN>,
         .fold = [](const Constraints& c,
                    Constraint& all) { all.maximumLength = std::min(all.maximumLength, *c.maximumLength); },
-        .parameters = [](const Constraints& c) { return Parameters{{"length", *c.maximumLength}}; }},
-    ConstraintKind{
-        .name = "size",
-        .exportPosition = 0,
-        .givesSize = true,
-        .isSet = [](const Constraints& c) { return c.size.has_value(); },
-        .accepts = hasRequiredSize,
-        .describe = describeSize,
-        .requiredClass = always<ArrayType::DOUBLE>,
-        .fold = [](const Constraints& c, Constraint& all) { all.restrictSize(*c.size); },
         .parameters =
             [](const Constraints& c) {
-                return Parameters{countParameter("rows", c.size->rows),
-                                  countParameter("columns", c.size->columns)};
+                return Parameters{{"length", *c.maximumLength}};
             }},
+    ConstraintKind{.name = "size",
+                   .exportPosition = 0,
+                   .givesSize = true,
+                   .isSet = [](const Constraints& c) { return c.size.has_value(); },
+                   .accepts = hasRequiredSize,
+                   .describe = describeSize,
+                   .requiredClass = always<ArrayType::DOUBLE>,
+                   .fold = [](const Constraints& c, Constraint& all) { all.restrictSize(*c.size); },
+                   .parameters =
+                       [](const Constraints& c) {
+                           return Parameters{countParameter("rows", c.size->rows),
+                                             countParameter("columns", c.size->columns)};
+                       }},
     ConstraintKind{
         .name = "allowedValues",
         .exportPosition = 3,
@@ -259,17 +265,17 @@ constexpr std::array kinds{
             },
         .requiredClass = always<ArrayType::CHAR>,
         .fold = foldAllowed,
-        .parameters = [](const Constraints& c) { return Parameters{stringsParameter("values", c.allowedValues)}; }},
-    ConstraintKind{
-        .name = "colour",
-        .exportPosition = 5,
-        .givesSize = true,
-        .isSet = [](const Constraints& c) { return c.colour.has_value(); },
-        .accepts = isColour,
-        .describe = describeColour,
-        .requiredClass = always<ArrayType::DOUBLE>,
-        .fold = foldColour,
-        .parameters = colourParameters}};
+        .parameters =
+            [](const Constraints& c) { return Parameters{stringsParameter("values", c.allowedValues)}; }},
+    ConstraintKind{.name = "colour",
+                   .exportPosition = 5,
+                   .givesSize = true,
+                   .isSet = [](const Constraints& c) { return c.colour.has_value(); },
+                   .accepts = isColour,
+                   .describe = describeColour,
+                   .requiredClass = always<ArrayType::DOUBLE>,
+                   .fold = foldColour,
+                   .parameters = colourParameters}};
 
 /// Never called. Does not compile when a field is added to the constraints: name the field here, and give it
 /// an entry in the table.

@@ -37,7 +37,7 @@ struct ConstraintKind
 };
 
 /// All kinds, in the order in which they are checked and described.
-[[nodiscard]] std::span<const ConstraintKind> constraintKinds() noexcept;
+[[nodiscard]] VX_API std::span<const ConstraintKind> constraintKinds() noexcept;
 
 /// Calls visitor(kind) for every kind that is set.
 template <class Visitor>

@@ -24,34 +24,33 @@ constexpr std::array functions{
         .name = "mustBeLogicalScalar",
         .description = "true or false",
         .requiredClass = ArrayType::LOGICAL,
-        .accepts = [](const Array& value) { return value.getType() == ArrayType::LOGICAL && data::isScalar(value); },
-        .fold = [](Constraint& all) { foldScalar(all, all.elementClass == ArrayType::LOGICAL); }},
-    ScriptFunction{
-        .name = "mustBeStringScalar",
-        .description = "a string",
-        .requiredClass = ArrayType::CHAR,
-        .accepts = [](const Array& value) { return data::textOf(value).has_value(); },
-        .fold =
-            [](Constraint& all) {
-                all.rejectsMissing = true;
-                if (all.elementClass != ArrayType::CHAR) {
-                    foldScalar(all, all.elementClass == ArrayType::STRING);
-                }
-            }},
-    ScriptFunction{
-        .name = "mustBeIntegerScalar",
-        .description = "a whole number",
-        .requiredClass = ArrayType::DOUBLE,
         .accepts =
-            [](const Array& value) {
-                return data::isScalar(value) &&
-                       data::everyNumber(value, [](auto number) { return data::isWhole(number); });
-            },
-        .fold =
-            [](Constraint& all) {
-                all.isWhole = true;
-                foldScalar(all, all.hasNumbers());
-            }},
+            [](const Array& value) { return value.getType() == ArrayType::LOGICAL && data::isScalar(value); },
+        .fold = [](Constraint& all) { foldScalar(all, all.elementClass == ArrayType::LOGICAL); }},
+    ScriptFunction{.name = "mustBeStringScalar",
+                   .description = "a string",
+                   .requiredClass = ArrayType::CHAR,
+                   .accepts = [](const Array& value) { return data::textOf(value).has_value(); },
+                   .fold =
+                       [](Constraint& all) {
+                           all.rejectsMissing = true;
+                           if (all.elementClass != ArrayType::CHAR) {
+                               foldScalar(all, all.elementClass == ArrayType::STRING);
+                           }
+                       }},
+    ScriptFunction{.name = "mustBeIntegerScalar",
+                   .description = "a whole number",
+                   .requiredClass = ArrayType::DOUBLE,
+                   .accepts =
+                       [](const Array& value) {
+                           return data::isScalar(value) &&
+                                  data::everyNumber(value, [](auto number) { return data::isWhole(number); });
+                       },
+                   .fold =
+                       [](Constraint& all) {
+                           all.isWhole = true;
+                           foldScalar(all, all.hasNumbers());
+                       }},
     ScriptFunction{
         .name = "mustBeNumericScalar",
         .description = "a number",

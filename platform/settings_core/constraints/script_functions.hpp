@@ -20,7 +20,6 @@ struct ScriptFunction
 };
 
 /// Returns the function that the validator names, or null if it names none that is implemented here.
-[[nodiscard]] const ScriptFunction*
-findScriptFunction(const ::settings::core::Validator& validator) noexcept;
+[[nodiscard]] const ScriptFunction* findScriptFunction(const ::settings::core::Validator& validator) noexcept;
 
 }  // namespace vx::core

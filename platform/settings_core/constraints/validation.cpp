@@ -174,9 +174,8 @@ bool convert(From number, To& converted)
 {
     using Limits = std::numeric_limits<To>;
     const auto exact = static_cast<long double>(number);
-    if (std::integral<To> &&
-        !(data::isWhole(number) && exact >= static_cast<long double>(Limits::min()) &&
-          exact <= static_cast<long double>(Limits::max())))
+    if (std::integral<To> && !(data::isWhole(number) && exact >= static_cast<long double>(Limits::min()) &&
+                               exact <= static_cast<long double>(Limits::max())))
     {
         return false;
     }

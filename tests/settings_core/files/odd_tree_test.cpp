@@ -92,7 +92,7 @@ TEST_F(OddTreeTest, ChangesWhatCanBeChanged)
 TEST_F(OddTreeTest, ChecksWithoutReleases)
 {
     const auto faults =
-        checkSettingsFile(R"({"release": "R2099b", "settings": {"root.Fixed": 1, "root.Second": "a",
+        checkSettingsFile(file, R"({"release": "R2099b", "settings": {"root.Fixed": 1, "root.Second": "a",
         "root.group": 1, "root.Word": [1], "root.Table": [[1, 2]]}})",
                           tree, releases);
     const char* const words[] = {"is read-only", "is an alias: write root.Word", "is a group", "", "2-by-2"};
