@@ -5,11 +5,9 @@
 
 #include <foundation/verdixdata/text.hpp>
 
-#include <boost/json/value_from.hpp>
-
 #include <algorithm>
-#include <concepts>
 #include <iterator>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -140,14 +138,14 @@ json::value valueJson(const Array& array)
 
 json::value parameterJson(const core::Parameter& parameter)
 {
-    const auto toJson = []<class Value>(const Value& value) -> json::value {
-        if constexpr (std::same_as<Value, std::monostate>) {
-            return nullptr;
-        } else {
-            return json::value_from(value);
-        }
-    };
-    return std::visit(toJson, parameter.value);
+    if (const auto* count = std::get_if<std::optional<std::size_t>>(&parameter.value)) {
+        return *count ? json::value(**count) : json::value(nullptr);
+    }
+    if (const auto* strings = std::get_if<std::vector<std::string>>(&parameter.value)) {
+        return stringsJson(*strings);
+    }
+    const auto* string = std::get_if<std::string>(&parameter.value);
+    return string != nullptr ? json::value(*string) : json::value(std::get<double>(parameter.value));
 }
 
 json::object nodeJson(const Node& node)

@@ -6,7 +6,8 @@
 
 #include <boost/json/array.hpp>
 
-#include <cmath>
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "render/node_json.hpp"
@@ -192,7 +193,7 @@ json::object ofClass(ArrayType type, const Constraint& constraint)
 
 }  // namespace
 
-json::object valueSchema(const Constraint& constraint)
+json::object valueSchema(const core::Constraint& constraint)
 {
     if (constraint.acceptsNothing) {
         return rejectEverything();

@@ -16,79 +16,36 @@ using foundation::verdixdata::ArrayType;
 using Properties = ::settings::core::detail::FactorySettingProperties;
 using ::settings::core::SettingValueValidator;
 
-bool isStringClass(ArrayType type)
+/// Whether the factory value decides about the class. The name of a colour does not: it stands for a triple.
+bool hasFactoryClass(const Properties& properties)
 {
-    return type == ArrayType::CHAR || type == ArrayType::STRING;
-}
-
-// Folding
-
-/// Returns the class that the validator or, before others, the first value validators require.
-std::optional<ArrayType> requiredClass(const Properties& properties)
-{
-    if (const ScriptFunction* function = findScriptFunction(properties.validator)) {
-        return function->requiredClass;
-    }
-    ArrayType required = ArrayType::UNKNOWN;
-    for (const ValueValidator& validator : properties.valueValidators) {
-        forEachKind(validator, [&](const ConstraintKind& kind) {
-            required = required == ArrayType::UNKNOWN ? kind.requiredClass(validator) : required;
-        });
-    }
-    return required == ArrayType::UNKNOWN ? std::nullopt : std::optional(required);
-}
-
-/// Returns the class of the factory value or, without one, the required class. The name of a colour does not
-/// determine the class: it stands for a triple.
-std::optional<ArrayType> classOf(const Properties& properties)
-{
-    const ArrayType type = properties.factoryValue.getType();
     const auto isColour = [](const ValueValidator& validator) { return validator.colour.has_value(); };
-    const bool isDetermined =
-        properties.factoryValue.isAssigned() &&
-        !(isStringClass(type) && std::ranges::any_of(properties.valueValidators, isColour));
-    return isDetermined ? type : requiredClass(properties);
+    return properties.factoryValue.isAssigned() &&
+           !(isStringClass(properties.factoryValue.getType()) &&
+             std::ranges::any_of(properties.valueValidators, isColour));
 }
 
-/// Whether the value must have the size of the factory value. Character vectors and cells have any length.
-bool hasFactorySize(const Properties& properties)
-{
-    const ArrayType type = properties.factoryValue.getType();
-    bool isGiven = properties.factoryValue.isAssigned() && type != ArrayType::CHAR && type != ArrayType::CELL;
-    for (const ValueValidator& validator : properties.valueValidators) {
-        forEachKind(validator, [&](const ConstraintKind& kind) { isGiven = isGiven && !kind.givesSize; });
-    }
-    return isGiven;
-}
-
-// Descriptions
-
-/// Returns "a number" or "4 numbers", the size of the factory value; "numbers" if the size is open.
-std::string describeCount(const Properties& properties, const char* one, const std::string& several)
-{
-    const auto [rows, columns] = constraintOf(properties).size;
-    const std::size_t count = properties.factoryValue.getNumberOfElements();
-    return !rows || !columns ? several : count == 1 ? one : std::to_string(count) + " " + several;
-}
-
-/// Describes the class and size that the factory value prescribes.
+/// Describes the class and size that the factory value prescribes: "a number", "4 numbers"; "numbers" if a
+/// value validator leaves the size open.
 std::string describeKind(const Properties& properties)
 {
-    switch (properties.factoryValue.getType()) {
-    case ArrayType::UNKNOWN:
-        return "a value";
-    case ArrayType::LOGICAL:
-        return describeCount(properties, "true or false", "logical values");
-    case ArrayType::CHAR:
-    case ArrayType::STRING:
-        return "a string";
-    case ArrayType::CELL:
-        return "a cell of strings";
-    case ArrayType::DOUBLE:
-        return describeCount(properties, "a number", "numbers");
-    default:
-        return describeCount(properties, "a whole number", "whole numbers");
+    const Array& factory = properties.factoryValue;
+    const ArrayType type = factory.getType();
+    if (!factory.isAssigned() || type == ArrayType::CELL) {
+        return factory.isAssigned() ? "a cell of strings" : "a value";
     }
+    if (isStringClass(type)) {
+        return "a string";
+    }
+    const bool isLogical = type == ArrayType::LOGICAL;
+    const std::string whole = type == ArrayType::DOUBLE ? "" : "whole ";
+    const auto [rows, columns] = constraintOf(properties).size;
+    const std::size_t count = factory.getNumberOfElements();
+    if (rows && columns && count == 1) {
+        return isLogical ? "true or false" : "a " + whole + "number";
+    }
+    return (rows && columns ? std::to_string(count) + " " : "") +
+           (isLogical ? "logical values" : whole + "numbers");
 }
 
 std::string describeKindAndValidator(const Properties& properties)
@@ -107,15 +64,10 @@ bool Constraint::isSatisfiable() const noexcept
     return !acceptsNothing && range.lower <= range.upper && !(allowedStrings && allowedStrings->empty());
 }
 
-bool Constraint::hasStrings() const noexcept
+ArrayType Constraint::classOr(ArrayType type) noexcept
 {
-    return elementClass && isStringClass(*elementClass);
-}
-
-bool Constraint::hasNumbers() const noexcept
-{
-    return elementClass && !hasStrings() && elementClass != ArrayType::LOGICAL &&
-           elementClass != ArrayType::CELL;
+    elementClass = elementClass.value_or(type);
+    return *elementClass;
 }
 
 void Constraint::restrictSize(const SettingValueValidator::Size& required) noexcept
@@ -126,11 +78,13 @@ void Constraint::restrictSize(const SettingValueValidator::Size& required) noexc
     };
     restrict(size.rows, required.rows);
     restrict(size.columns, required.columns);
+    hasFactorySize = false;
 }
 
 void Constraint::restrictRange(const SettingValueValidator::Range& required) noexcept
 {
-    require(hasNumbers());
+    const ArrayType type = classOr(ArrayType::DOUBLE);
+    require(!isStringClass(type) && type != ArrayType::LOGICAL && type != ArrayType::CELL);
     range = {std::max(range.lower, required.lower), std::min(range.upper, required.upper)};
     if (!(required.lower <= required.upper)) {  // bounds that are NaN exclude all numbers
         range = {.lower = 1, .upper = 0};
@@ -140,20 +94,26 @@ void Constraint::restrictRange(const SettingValueValidator::Range& required) noe
 Constraint constraintOf(const Properties& properties)
 {
     Constraint all;
-    all.elementClass = classOf(properties);
-    all.hasFactorySize = hasFactorySize(properties);
-    if (all.hasFactorySize) {
-        const auto dimensions = properties.factoryValue.getDimensions();
-        all.require(dimensions.size() == 2);  // settings files cannot hold other values
-        all.restrictSize({dimensions[0], dimensions[1]});
+    const Array& factory = properties.factoryValue;
+    if (hasFactoryClass(properties)) {
+        all.elementClass = factory.getType();
     }
     if (const ScriptFunction* function = findScriptFunction(properties.validator)) {
         function->fold(all);
     } else {  // a value that no function can check is rejected
         all.require(!std::holds_alternative<::settings::core::MValidator>(properties.validator));
     }
+    // Character vectors and cells have any length.
+    all.hasFactorySize =
+        factory.isAssigned() && factory.getType() != ArrayType::CHAR && factory.getType() != ArrayType::CELL;
     for (const ValueValidator& validator : properties.valueValidators) {
         forEachKind(validator, [&](const ConstraintKind& kind) { kind.fold(validator, all); });
+    }
+    if (all.hasFactorySize) {
+        const auto dimensions = factory.getDimensions();
+        all.require(dimensions.size() == 2);  // settings files cannot hold other values
+        all.restrictSize({dimensions[0], dimensions[1]});
+        all.hasFactorySize = true;
     }
     return all;
 }
@@ -176,28 +136,20 @@ std::string describeConstraint(const Properties& properties)
 
 std::string describeValidator(const ::settings::core::Validator& validator)
 {
-    struct Describe
-    {
-        std::string operator()(std::monostate) const { return {}; }
-        std::string operator()(const ::settings::core::MValidator& named) const
-        {
-            return "accepted by the script function " + named.scope() + "." + named.function();
-        }
-        std::string operator()(const ::settings::core::CValidator& named) const
-        {
-            return "accepted by " + named.function() + " of " + named.scope();
-        }
-        std::string operator()(const ::settings::core::JValidator& named) const
-        {
-            return "accepted by the managed method " + named.scope() + "." + named.function();
-        }
-        std::string operator()(const ::settings::core::CPPValidator& /*callable*/) const
-        {
-            return "accepted by its provider's validator";
-        }
-    };
-    const ScriptFunction* function = findScriptFunction(validator);
-    return function != nullptr ? std::string(function->description) : std::visit(Describe{}, validator);
+    using namespace ::settings::core;
+    if (const ScriptFunction* function = findScriptFunction(validator)) {
+        return std::string(function->description);
+    }
+    if (const auto* script = std::get_if<MValidator>(&validator)) {
+        return "accepted by the script function " + script->scope() + "." + script->function();
+    }
+    if (const auto* native = std::get_if<CValidator>(&validator)) {
+        return "accepted by " + native->function() + " of " + native->scope();
+    }
+    if (const auto* managed = std::get_if<JValidator>(&validator)) {
+        return "accepted by the managed method " + managed->scope() + "." + managed->function();
+    }
+    return std::holds_alternative<std::monostate>(validator) ? "" : "accepted by its provider's validator";
 }
 
 std::string describeValueValidator(const ValueValidator& validator, const Array& example)

@@ -21,11 +21,11 @@ namespace vx::core {
 /// A value validator: constraints as plain data.
 using ValueValidator = ::settings::core::SettingValueValidator::ConfigData;
 
-/// A named parameter of a constraint; no value where it does not limit anything.
+/// A named parameter of a constraint; a count that does not limit anything is std::nullopt.
 struct Parameter
 {
     std::string_view name;
-    std::variant<std::monostate, double, std::size_t, std::string, std::vector<std::string>> value;
+    std::variant<double, std::optional<std::size_t>, std::string, std::vector<std::string>> value;
 };
 
 /// A constraint of a value validator as an exported tree states it.
@@ -72,12 +72,22 @@ struct VX_API Constraint : ParseTarget
     [[nodiscard]] bool isSatisfiable() const noexcept;
 
     // For folding
-    [[nodiscard]] bool hasNumbers() const noexcept;
-    [[nodiscard]] bool hasStrings() const noexcept;
+
     void require(bool isPossible) noexcept { acceptsNothing = acceptsNothing || !isPossible; }
+    /// Returns the class; this one if nothing has decided about it.
+    foundation::verdixdata::ArrayType classOr(foundation::verdixdata::ArrayType type) noexcept;
+    /// Requires this size instead of that of the factory value.
     void restrictSize(const ValueValidator::Size& required) noexcept;
+    /// Requires numbers, in this range.
     void restrictRange(const ValueValidator::Range& required) noexcept;
 };
+
+/// Whether values of the class are strings.
+[[nodiscard]] inline bool isStringClass(foundation::verdixdata::ArrayType type) noexcept
+{
+    using foundation::verdixdata::ArrayType;
+    return type == ArrayType::CHAR || type == ArrayType::STRING;
+}
 
 /// Returns the constraints of a setting.
 [[nodiscard]] VX_API Constraint

@@ -23,16 +23,26 @@ using Strings = std::vector<std::u16string>;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-template <ArrayType type>
-ArrayType always(const Constraints& /*constraints*/)
-{
-    return type;
-}
-
 /// "1 row", "3 rows".
 std::string pluralise(std::size_t count, const std::string& noun)
 {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+// Classes
+
+bool hasRequiredClass(const Constraints& constraints, const Array& value)
+{
+    return value.getType() == *constraints.elementClass;
+}
+
+std::string describeClass(const Constraints& constraints, const Array& example)
+{
+    if (hasRequiredClass(constraints, example)) {
+        return "";
+    }
+    const ArrayType type = *constraints.elementClass;
+    return type == ArrayType::CELL ? "a cell" : std::string("of class ") + className(type);
 }
 
 // Ranges
@@ -67,13 +77,18 @@ std::size_t lengthOf(const Array& value)
 
 std::string describeLength(const Constraints& constraints, const Array& example)
 {
-    const bool isString = example.getType() == ArrayType::CHAR || example.getType() == ArrayType::STRING;
+    const bool isString = isStringClass(example.getType());
     const std::size_t length = *constraints.maximumLength;
     std::string words = "of at most " + pluralise(length, isString ? "character" : "element");
     if (!example.isAssigned()) {
         words += length == 1 ? " or character" : " or characters";
     }
     return words;
+}
+
+void foldLength(const Constraints& constraints, Constraint& all)
+{
+    all.maximumLength = std::min(all.maximumLength, *constraints.maximumLength);
 }
 
 bool hasRequiredSize(const Constraints& constraints, const Array& value)
@@ -93,9 +108,10 @@ std::string describeSize(const Constraints& constraints, const Array& example)
     return columns ? "in " + pluralise(*columns, "column") : "in rows and columns";
 }
 
-Parameter countParameter(std::string_view name, const std::optional<std::size_t>& count)
+void foldSize(const Constraints& constraints, Constraint& all)
 {
-    return count ? Parameter{name, *count} : Parameter{name, {}};
+    all.classOr(ArrayType::DOUBLE);
+    all.restrictSize(*constraints.size);
 }
 
 // Allowed strings
@@ -127,9 +143,15 @@ std::string listAllowed(const Strings& allowed)
     return list;
 }
 
+std::string describeAllowed(const Constraints& constraints, const Array& example)
+{
+    return (example.getType() == ArrayType::CELL ? "each " : "") + listAllowed(constraints.allowedValues);
+}
+
 void foldAllowed(const Constraints& constraints, Constraint& all)
 {
-    all.require(all.hasStrings() || all.elementClass == ArrayType::CELL);
+    const ArrayType type = all.classOr(ArrayType::CHAR);
+    all.require(isStringClass(type) || type == ArrayType::CELL);
     std::vector<std::u16string_view> kept(constraints.allowedValues.begin(), constraints.allowedValues.end());
     if (all.allowedStrings) {
         std::erase_if(kept, [&before = *all.allowedStrings](std::u16string_view string) {
@@ -192,90 +214,65 @@ Parameters colourParameters(const Constraints& constraints)
     return parameters;
 }
 
-// The first kind with a required class decides about the class.
-constexpr std::array kinds{
-    ConstraintKind{.name = "elementClass",
-                   .exportPosition = 1,
-                   .givesSize = false,
-                   .isSet = [](const Constraints& c) { return c.elementClass.has_value(); },
-                   .accepts = [](const Constraints& c,
-                                 const Array& value) { return value.getType() == *c.elementClass; },
-                   .describe = [](const Constraints& c, const Array& example) -> std::string {
-                       return example.getType() == *c.elementClass ? ""
-                              : *c.elementClass == ArrayType::CELL
-                                  ? "a cell"
-                                  : std::string("of class ") + className(*c.elementClass);
-                   },
-                   .requiredClass = [](const Constraints& c) { return *c.elementClass; },
-                   .fold = [](const Constraints& c,
-                              Constraint& all) { all.require(all.elementClass == c.elementClass); },
-                   .parameters =
-                       [](const Constraints& c) {
-                           return Parameters{{"class", className(*c.elementClass)}};
-                       }},
-    ConstraintKind{.name = "range",
-                   .exportPosition = 2,
-                   .givesSize = false,
-                   .isSet = [](const Constraints& c) { return c.range.has_value(); },
-                   .accepts = isInRange,
-                   .describe = describeRange,
-                   .requiredClass = always<ArrayType::DOUBLE>,
-                   .fold = [](const Constraints& c, Constraint& all) { all.restrictRange(*c.range); },
-                   .parameters =
-                       [](const Constraints& c) {
-                           return Parameters{{"lower", c.range->lower}, {"upper", c.range->upper}};
-                       }},
-    ConstraintKind{
-        .name = "maximumLength",
-        .exportPosition = 4,
-        .givesSize = false,
-        .isSet = [](const Constraints& c) { return c.maximumLength.has_value(); },
-        .accepts = [](const Constraints& c,
-                      const Array& value) { return lengthOf(value) <= *c.maximumLength; },
-        .describe = describeLength,
-        .requiredClass = always<ArrayType::UNKNOWN>,
-        .fold = [](const Constraints& c,
-                   Constraint& all) { all.maximumLength = std::min(all.maximumLength, *c.maximumLength); },
-        .parameters =
-            [](const Constraints& c) {
-                return Parameters{{"length", *c.maximumLength}};
-            }},
-    ConstraintKind{.name = "size",
-                   .exportPosition = 0,
-                   .givesSize = true,
-                   .isSet = [](const Constraints& c) { return c.size.has_value(); },
-                   .accepts = hasRequiredSize,
-                   .describe = describeSize,
-                   .requiredClass = always<ArrayType::DOUBLE>,
-                   .fold = [](const Constraints& c, Constraint& all) { all.restrictSize(*c.size); },
-                   .parameters =
-                       [](const Constraints& c) {
-                           return Parameters{countParameter("rows", c.size->rows),
-                                             countParameter("columns", c.size->columns)};
-                       }},
-    ConstraintKind{
-        .name = "allowedValues",
-        .exportPosition = 3,
-        .givesSize = false,
-        .isSet = [](const Constraints& c) { return !c.allowedValues.empty() && !c.colour; },
-        .accepts = containsOnlyAllowed,
-        .describe =
-            [](const Constraints& c, const Array& example) {
-                return (example.getType() == ArrayType::CELL ? "each " : "") + listAllowed(c.allowedValues);
-            },
-        .requiredClass = always<ArrayType::CHAR>,
-        .fold = foldAllowed,
-        .parameters =
-            [](const Constraints& c) { return Parameters{stringsParameter("values", c.allowedValues)}; }},
-    ConstraintKind{.name = "colour",
-                   .exportPosition = 5,
-                   .givesSize = true,
-                   .isSet = [](const Constraints& c) { return c.colour.has_value(); },
-                   .accepts = isColour,
-                   .describe = describeColour,
-                   .requiredClass = always<ArrayType::DOUBLE>,
-                   .fold = foldColour,
-                   .parameters = colourParameters}};
+// The first kind that needs a class decides about it.
+constexpr auto kinds = std::to_array<ConstraintKind>({
+    {.name = "elementClass",
+     .exportPosition = 1,
+     .isSet = [](const Constraints& c) { return c.elementClass.has_value(); },
+     .accepts = hasRequiredClass,
+     .describe = describeClass,
+     .fold = [](const Constraints& c,
+                Constraint& all) { all.require(all.classOr(*c.elementClass) == *c.elementClass); },
+     .parameters =
+         [](const Constraints& c) {
+             return Parameters{{"class", className(*c.elementClass)}};
+         }},
+    {.name = "range",
+     .exportPosition = 2,
+     .isSet = [](const Constraints& c) { return c.range.has_value(); },
+     .accepts = isInRange,
+     .describe = describeRange,
+     .fold = [](const Constraints& c, Constraint& all) { all.restrictRange(*c.range); },
+     .parameters =
+         [](const Constraints& c) {
+             return Parameters{{"lower", c.range->lower}, {"upper", c.range->upper}};
+         }},
+    {.name = "maximumLength",
+     .exportPosition = 4,
+     .isSet = [](const Constraints& c) { return c.maximumLength.has_value(); },
+     .accepts = [](const Constraints& c, const Array& value) { return lengthOf(value) <= *c.maximumLength; },
+     .describe = describeLength,
+     .fold = foldLength,
+     .parameters =
+         [](const Constraints& c) {
+             return Parameters{{"length", c.maximumLength}};
+         }},
+    {.name = "size",
+     .exportPosition = 0,
+     .isSet = [](const Constraints& c) { return c.size.has_value(); },
+     .accepts = hasRequiredSize,
+     .describe = describeSize,
+     .fold = foldSize,
+     .parameters =
+         [](const Constraints& c) {
+             return Parameters{{"rows", c.size->rows}, {"columns", c.size->columns}};
+         }},
+    {.name = "allowedValues",
+     .exportPosition = 3,
+     .isSet = [](const Constraints& c) { return !c.allowedValues.empty() && !c.colour; },
+     .accepts = containsOnlyAllowed,
+     .describe = describeAllowed,
+     .fold = foldAllowed,
+     .parameters =
+         [](const Constraints& c) { return Parameters{stringsParameter("values", c.allowedValues)}; }},
+    {.name = "colour",
+     .exportPosition = 5,
+     .isSet = [](const Constraints& c) { return c.colour.has_value(); },
+     .accepts = isColour,
+     .describe = describeColour,
+     .fold = foldColour,
+     .parameters = colourParameters},
+});
 
 /// Never called. Does not compile when a field is added to the constraints: name the field here, and give it
 /// an entry in the table.

@@ -17,20 +17,16 @@ struct ConstraintKind
 {
     using Constraints = ::settings::core::SettingValueValidator::Constraints;
     using Array = foundation::verdixdata::Array;
-    using ArrayType = foundation::verdixdata::ArrayType;
 
     std::string_view name;       ///< in exported trees and for users
     std::size_t exportPosition;  ///< rank among the constraints of a value validator in an exported tree
-    bool givesSize;              ///< decides about the size of the value, instead of the factory value
 
     // The other functions are only called for constraints of which this kind is set.
     bool (*isSet)(const Constraints& constraints);
     bool (*accepts)(const Constraints& constraints, const Array& value);
     /// Phrase that follows "must be"; empty if the example, a value that satisfies the constraint, shows it.
     std::string (*describe)(const Constraints& constraints, const Array& example);
-    /// Class of the value of a setting without a factory value; UNKNOWN for any class.
-    ArrayType (*requiredClass)(const Constraints& constraints);
-    /// Restricts `all`, whose class is known already.
+    /// Restricts `all`.
     void (*fold)(const Constraints& constraints, Constraint& all);
     /// Parameters in an exported tree.
     std::vector<Parameter> (*parameters)(const Constraints& constraints);

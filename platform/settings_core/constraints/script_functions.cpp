@@ -13,51 +13,62 @@ using foundation::verdixdata::ArrayType;
 
 constexpr std::string_view qualifier = "verdix.settings";
 
-void foldScalar(Constraint& all, bool hasClass)
+bool isLogicalScalar(const Array& value)
 {
-    all.require(hasClass);
+    return value.getType() == ArrayType::LOGICAL && data::isScalar(value);
+}
+
+bool isString(const Array& value)
+{
+    return data::textOf(value).has_value();
+}
+
+bool isIntegerScalar(const Array& value)
+{
+    return data::isScalar(value) &&
+           data::everyNumber(value, [](auto number) { return data::isWhole(number); });
+}
+
+/// Accepts NaN and the infinities; a range excludes them where they make no sense.
+bool isNumericScalar(const Array& value)
+{
+    return data::isScalar(value) && data::isNumeric(value);
+}
+
+void foldLogicalScalar(Constraint& all)
+{
+    all.require(all.classOr(ArrayType::LOGICAL) == ArrayType::LOGICAL);
     all.restrictSize({1, 1});
 }
 
-constexpr std::array functions{
-    ScriptFunction{
-        .name = "mustBeLogicalScalar",
-        .description = "true or false",
-        .requiredClass = ArrayType::LOGICAL,
-        .accepts =
-            [](const Array& value) { return value.getType() == ArrayType::LOGICAL && data::isScalar(value); },
-        .fold = [](Constraint& all) { foldScalar(all, all.elementClass == ArrayType::LOGICAL); }},
-    ScriptFunction{.name = "mustBeStringScalar",
-                   .description = "a string",
-                   .requiredClass = ArrayType::CHAR,
-                   .accepts = [](const Array& value) { return data::textOf(value).has_value(); },
-                   .fold =
-                       [](Constraint& all) {
-                           all.rejectsMissing = true;
-                           if (all.elementClass != ArrayType::CHAR) {
-                               foldScalar(all, all.elementClass == ArrayType::STRING);
-                           }
-                       }},
-    ScriptFunction{.name = "mustBeIntegerScalar",
-                   .description = "a whole number",
-                   .requiredClass = ArrayType::DOUBLE,
-                   .accepts =
-                       [](const Array& value) {
-                           return data::isScalar(value) &&
-                                  data::everyNumber(value, [](auto number) { return data::isWhole(number); });
-                       },
-                   .fold =
-                       [](Constraint& all) {
-                           all.isWhole = true;
-                           foldScalar(all, all.hasNumbers());
-                       }},
-    ScriptFunction{
-        .name = "mustBeNumericScalar",
-        .description = "a number",
-        .requiredClass = ArrayType::DOUBLE,
-        // Accepts NaN and the infinities; a range excludes them where they make no sense.
-        .accepts = [](const Array& value) { return data::isScalar(value) && data::isNumeric(value); },
-        .fold = [](Constraint& all) { foldScalar(all, all.hasNumbers()); }}};
+void foldString(Constraint& all)
+{
+    const ArrayType type = all.classOr(ArrayType::CHAR);
+    all.require(isStringClass(type));
+    all.rejectsMissing = true;
+    if (type != ArrayType::CHAR) {
+        all.restrictSize({1, 1});
+    }
+}
+
+void foldNumericScalar(Constraint& all)
+{
+    all.restrictRange({});
+    all.restrictSize({1, 1});
+}
+
+void foldIntegerScalar(Constraint& all)
+{
+    foldNumericScalar(all);
+    all.isWhole = true;
+}
+
+constexpr std::array<ScriptFunction, 4> functions{{
+    {"mustBeLogicalScalar", "true or false", isLogicalScalar, foldLogicalScalar},
+    {"mustBeStringScalar", "a string", isString, foldString},
+    {"mustBeIntegerScalar", "a whole number", isIntegerScalar, foldIntegerScalar},
+    {"mustBeNumericScalar", "a number", isNumericScalar, foldNumericScalar},
+}};
 
 }  // namespace
 

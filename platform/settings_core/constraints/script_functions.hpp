@@ -13,10 +13,8 @@ struct ScriptFunction
 {
     std::string_view name;
     std::string_view description;  ///< phrase that follows "must be"
-    /// Class of the value of a setting without a factory value.
-    foundation::verdixdata::ArrayType requiredClass;
     bool (*accepts)(const foundation::verdixdata::Array& value);
-    void (*fold)(Constraint& all);  ///< restricts `all`, whose class is known already
+    void (*fold)(Constraint& all);  ///< restricts `all`
 };
 
 /// Returns the function that the validator names, or null if it names none that is implemented here.

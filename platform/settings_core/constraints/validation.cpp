@@ -88,60 +88,44 @@ Message messageThrownBy(const Check& check)
     }
 }
 
-/// Visitor that runs a setting's validator on a value.
-struct RunValidator
+/// Runs the setting's validator. The managed runtime is unavailable in this process: its validators accept
+/// every value.
+Message runValidator(const Node& setting, const Array& value)
 {
-    const Node& setting;
-    const Array& value;
-
-    Message operator()(std::monostate) const { return std::nullopt; }
-
-    Message operator()(const ::settings::core::MValidator& script) const
-    {
-        const ScriptFunction* function = findScriptFunction(setting.properties().validator);
-        if (function == nullptr) {
-            return "cannot be checked: the settings tree names the script function " + script.scope() + "." +
-                   script.function() +
-                   ", which the settings core does not know. Correct the name in the tree.";
-        }
-        return function->accepts(value) ? Message() : violation(std::string(function->description), value);
+    const auto& validator = setting.properties().validator;
+    const auto reject = [&] { return violation(describeValidator(validator), value); };
+    const auto run = [&](const auto& check) {
+        Message message = messageThrownBy(check);
+        return message == "" ? reject() : message;
+    };
+    if (const ScriptFunction* function = findScriptFunction(validator)) {
+        return function->accepts(value) ? Message() : reject();
     }
-
-    Message operator()(const ::settings::core::CValidator& native) const
-    {
+    if (const auto* script = std::get_if<::settings::core::MValidator>(&validator)) {
+        return "cannot be checked: the settings tree names the script function " + script->scope() + "." +
+               script->function() + ", which the settings core does not know. Correct the name in the tree.";
+    }
+    if (const auto* native = std::get_if<::settings::core::CValidator>(&validator)) {
         ::settings::core::NativeValidator* function = nullptr;
         try {
-            function = nativeFunction<::settings::core::NativeValidator>(native.scope(), native.function());
+            function = nativeFunction<::settings::core::NativeValidator>(native->scope(), native->function());
         } catch (const std::runtime_error& error) {
             return std::string("cannot be checked: ") + error.what();
         }
         return run([&] { function(value); });
     }
-
-    Message operator()(const ::settings::core::JValidator& /*managed*/) const { return std::nullopt; }
-
-    Message operator()(const ::settings::core::CPPValidator& callable) const
-    {
-        return run([&] {
-            if (callable.callable()) {
-                callable.callable()(setting.sharedFromThis(), std::string(setting.name()), value);
-            }
-        });
+    const auto* callable = std::get_if<::settings::core::CPPValidator>(&validator);
+    if (callable != nullptr && callable->callable()) {
+        return run(
+            [&] { callable->callable()(setting.sharedFromThis(), std::string(setting.name()), value); });
     }
-
-private:
-    template <class Check>
-    [[nodiscard]] Message run(const Check& check) const
-    {
-        Message message = messageThrownBy(check);
-        return message == "" ? violation(describeValidator(setting.properties().validator), value) : message;
-    }
-};
+    return std::nullopt;
+}
 
 std::vector<Diagnostic> checkByValidators(const Node& setting, const Array& value)
 {
     std::vector<Diagnostic> diagnostics;
-    if (Message message = std::visit(RunValidator{setting, value}, setting.properties().validator)) {
+    if (Message message = runValidator(setting, value)) {
         diagnostics.push_back({setting.getFullName(), *std::move(message)});
     }
     for (const ValueValidator& validator : setting.properties().valueValidators) {

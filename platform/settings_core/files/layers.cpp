@@ -17,8 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array overridingLayers{Layer::personal, Layer::installation};  // highest first
-
 std::string_view environment(const char* variable)
 {
     const char* value = std::getenv(variable);
@@ -145,24 +143,19 @@ std::vector<LayerValue> Layers::valuesOf(const Node& node)
 LayerValue Layers::effective(const Node& node)
 {
     const Node& setting = resolveSetting(tree_, node);
-    std::vector<Diagnostic> diagnostics;
-    const auto ignore = [&diagnostics](LayerValue& value) {
-        std::move(value.diagnostics.begin(), value.diagnostics.end(), std::back_inserter(diagnostics));
-    };
-    for (const Layer layer : overridingLayers) {
-        std::optional<LayerValue> value = valueIn(layer, setting);
+    std::vector<Diagnostic> ignored;
+    std::optional<LayerValue> value;
+    for (const Layer layer : {Layer::personal, Layer::installation, Layer::factory}) {
+        value = layer == Layer::factory ? factoryValueOf(setting) : valueIn(layer, setting);
         if (value && value->isValid()) {
-            value->diagnostics = std::move(diagnostics);
-            return *std::move(value);
+            break;
         }
         if (value) {
-            ignore(*value);
+            std::ranges::move(value->diagnostics, std::back_inserter(ignored));
         }
     }
-    LayerValue factory = factoryValueOf(setting);
-    ignore(factory);
-    factory.diagnostics = std::move(diagnostics);
-    return factory;
+    value->diagnostics = std::move(ignored);
+    return *std::move(value);
 }
 
 bool Layers::hasOverride(const Node& setting)

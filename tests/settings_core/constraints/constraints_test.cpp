@@ -129,6 +129,7 @@ TEST(ValueValidator, AreDescribedTogetherWithValidatorAndFactoryValue)
               "a number accepted by check of liblimits, at least 1");
     EXPECT_EQ(described(row<double>({0, 0, 1}), {}, {{{.range = {{0, 1}}, .size = {{.columns = 3}}}}}),
               "numbers from 0 to 1, in 3 columns");
+    EXPECT_EQ(described(row<bool>({true, false}), {}, {}), "2 logical values");
     EXPECT_EQ(described({}, MValidator("elsewhere", "mustFit"), {}),
               "a value accepted by the script function elsewhere.mustFit");
 }
