@@ -202,7 +202,7 @@ void foldColour(const Constraints& constraints, Constraint& all)
     all.isWhole = all.isWhole || !isNormalised(constraints);
     all.colour = constraints.colour;
     all.colourNames.assign(constraints.allowedValues.begin(), constraints.allowedValues.end());
-    all.acceptsColourNames = !all.colourNames.empty();
+    all.acceptsColourNames = all.acceptsColourNames || !all.colourNames.empty();
 }
 
 Parameters colourParameters(const Constraints& constraints)
