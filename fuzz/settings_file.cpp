@@ -40,11 +40,11 @@ std::optional<SettingsFile> read(const std::string& text)
 
 void check(const std::string& text, const SettingsTree& tree, bool isRead)
 {
-    const auto faults = checkSettingsFile(text, tree, releases());
+    const auto faults = checkSettingsFile("settings.json", text, tree, releases());
     require(isRead || faults.size() == 1, "what cannot be read has one fault");
     const TextPosition end = positionAt(text, text.size());
-    for (const FileFault& fault : faults) {
-        const auto [line, column] = fault.position;
+    for (const Diagnostic& fault : faults) {
+        const auto& [file, line, column] = fault.position;
         require(line >= 1 && column >= 1 && line <= end.line && !fault.message.empty(),
                 "a fault says where and what", fault.message);
     }
@@ -90,17 +90,18 @@ void checkMigration(const SettingsFile& file, const Migration& migration, const 
         }
     }
     require(valuesIn(after) == values, "migrating does what it reports, and nothing else", migration.text);
-    static_cast<void>(checkMovedValues(migration, tree, releases()));
+    static_cast<void>(checkMovedValues(migration, "settings.json", tree, releases()));
 }
 
 /// Writes each value that counts anew; the file then holds the same values, and all else as before.
 void rewriteValues(const SettingsFile& file, const SettingsTree& tree)
 {
     SettingsFileEdit edit(file);
-    const auto storedIn = [&tree](const JsonMember* member) {
+    const auto storedIn = [&](const JsonMember* member) {
         const Node* node = member == nullptr ? nullptr : tree.find(member->name);
-        return node == nullptr || node->kind() != NodeKind::setting ? StoredValue{}
-                                                                    : readStoredValue(*node, *member);
+        return node == nullptr || node->kind() != NodeKind::setting
+                   ? StoredValue{}
+                   : readStoredValue(*node, *member, "settings.json", file.text());
     };
     for (const JsonMember& setting : file.settings()) {
         const StoredValue stored = storedIn(file.find(setting.name));

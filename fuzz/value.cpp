@@ -1,6 +1,7 @@
 // What `set` is given, in both notations, for a setting of each class: refused with a position, or read, in
 // which case it can be printed and read again.
 
+#include <settings_core/constraints/constraints.hpp>
 #include <settings_core/constraints/validation.hpp>
 #include <settings_core/values/value_format.hpp>
 #include <settings_core/values/value_parsing.hpp>
@@ -64,7 +65,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::Bytes bytes(data, size);
     const Node& setting = settingAt(bytes.below(256));
     const bool isJson = bytes.below(2) == 1;
-    const ParseTarget form = parseTargetOf(setting);
+    const ParseTarget form = constraintOf(setting.properties());
     const Array value = read(bytes.rest(), isJson, form);
     if (!value.isAssigned()) {
         return 0;
@@ -76,8 +77,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const std::string text = formatValueOnOneLine(value, std::numeric_limits<std::size_t>::max());
         require(parseValue(text, form) == value, "the text form reads back", text);
     }
-    const Verdict verdict = checkValue(setting, value);
-    require(verdict.accepted() == verdict.message.empty(), "a refusal says why", json);
+    for (const Diagnostic& diagnostic : checkValue(setting, value)) {
+        require(!diagnostic.message.empty(), "a refusal says why", json);
+    }
     require(adaptValue(setting, value).isAssigned(), "adapting keeps a value", json);
     return 0;
 }

@@ -145,7 +145,8 @@ TreeDocument TreeDocument::read(const std::string& file)
     try {
         return TreeDocument(parseJson(text));
     } catch (const core::ParseError& error) {
-        throw std::runtime_error(core::located(file, text, error.offset(), notATree(error.what())));
+        throw std::runtime_error(core::formatDiagnostic(
+            {"", notATree(error.what()), core::positionIn(file, text, error.offset())}));
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(file + ": " + notATree(error.what()));
     }

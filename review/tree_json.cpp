@@ -8,6 +8,8 @@
 #include <boost/json/array.hpp>
 #include <boost/json/value_from.hpp>
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 #include <string_view>
 #include <type_traits>
@@ -25,17 +27,6 @@ using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 using foundation::verdixdata::String;
 using foundation::verdixdata::toUtf8;
-using settings_core::SettingValueValidator;
-
-json::array stringsJson(const std::vector<std::u16string>& values)
-{
-    json::array result;
-    result.reserve(values.size());
-    for (const std::u16string& value : values) {
-        result.emplace_back(toUtf8(value));
-    }
-    return result;
-}
 
 json::value elementJson(const String& element)
 {
@@ -106,49 +97,13 @@ struct FunctionJson
     }
 };
 
-std::string_view colourForm(SettingValueValidator::Colour colour)
+json::object constraintJson(const core::ExportedConstraint& constraint)
 {
-    return colour == SettingValueValidator::Colour::wholeNumbers ? "wholeNumbers" : "normalised";
-}
-
-/// Returns null for a number of rows or columns that is not constrained.
-json::value countOrNull(const std::optional<std::size_t>& count)
-{
-    return count ? json::value(*count) : json::value(nullptr);
-}
-
-/// Appends one object per constraint of the value validator. Allowed values beside a colour are names of
-/// colours.
-void appendConstraints(json::array& constraints, const SettingValueValidator::ConfigData& validator)
-{
-    if (validator.size) {
-        constraints.push_back(json::object{{"kind", "size"},
-                                           {"rows", countOrNull(validator.size->rows)},
-                                           {"columns", countOrNull(validator.size->columns)}});
+    json::object object{{"kind", constraint.kind}};
+    for (const core::Parameter& parameter : constraint.parameters) {
+        object.emplace(parameter.name, parameterJson(parameter));
     }
-    if (validator.elementClass) {
-        constraints.push_back(
-            json::object{{"kind", "elementClass"}, {"class", className(*validator.elementClass)}});
-    }
-    if (validator.range) {
-        // An open bound is infinite, which is written as null.
-        constraints.push_back(json::object{
-            {"kind", "range"}, {"lower", validator.range->lower}, {"upper", validator.range->upper}});
-    }
-    if (!validator.allowedValues.empty() && !validator.colour) {
-        constraints.push_back(
-            json::object{{"kind", "allowedValues"}, {"values", stringsJson(validator.allowedValues)}});
-    }
-    if (validator.maximumLength) {
-        constraints.push_back(json::object{{"kind", "maximumLength"}, {"length", *validator.maximumLength}});
-    }
-    if (validator.colour) {
-        json::object constraint{{"kind", "colour"}, {"form", colourForm(*validator.colour)}};
-        if (!validator.allowedValues.empty()) {
-            constraint.emplace("words", stringsJson(validator.allowedValues));
-        }
-        constraints.push_back(std::move(constraint));
-    }
+    return object;
 }
 
 }  // namespace
@@ -171,12 +126,18 @@ json::value valueJson(const Array& array)
         {"class", className(array.getType())}, {"dims", std::move(dims)}, {"data", dataJson(array)}};
 }
 
+json::value parameterJson(const core::Parameter& parameter)
+{
+    return json::value_from(parameter.value);
+}
+
 json::object nodeJson(const Node& node)
 {
     const Node::Properties& properties = node.properties();
     json::array constraints;
     for (const auto& validator : properties.valueValidators) {
-        appendConstraints(constraints, validator);
+        std::ranges::transform(core::exportedConstraints(validator), std::back_inserter(constraints),
+                               constraintJson);
     }
     const bool isReadOnlyDeclared = properties.readOnly.isWritten();
     return {

@@ -2,6 +2,7 @@
 
 // Values, nodes, releases and trees as JSON, in the form of exported trees.
 
+#include <settings_core/constraints/constraints.hpp>
 #include <settings_core/tree/settings_tree.hpp>
 
 #include <foundation/verdixdata/array.hpp>
@@ -19,6 +20,9 @@ namespace vx::review {
 /// Returns an object with class, dimensions and the elements in column-major order; null for an unassigned
 /// value. The data of a character row vector is one string.
 [[nodiscard]] boost::json::value valueJson(const foundation::verdixdata::Array& value);
+
+/// Returns the value of a parameter; null if there is none.
+[[nodiscard]] boost::json::value parameterJson(const core::Parameter& parameter);
 
 /// Returns all properties that the provider declared for a node.
 [[nodiscard]] boost::json::object nodeJson(const core::Node& node);

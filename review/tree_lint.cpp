@@ -1,5 +1,6 @@
 #include "tree_lint.hpp"
 
+#include <settings_core/constraints/constraints.hpp>
 #include <settings_core/constraints/validation.hpp>
 #include <settings_core/releases/release_history.hpp>
 
@@ -56,7 +57,7 @@ public:
                 checkContents(*node);
                 checkNames(*node);
             } else if (node->kind() == NodeKind::setting) {
-                checkRanges(*node);
+                checkConstraint(*node);
                 checkFactoryValue(*node);
             }
         }
@@ -97,21 +98,19 @@ private:
         }
     }
 
-    void checkRanges(const Node& setting)
+    void checkConstraint(const Node& setting)
     {
-        for (const auto& validator : setting.properties().valueValidators) {
-            if (validator.range && !(validator.range->lower <= validator.range->upper)) {
-                add(setting, "no value is in the range " + core::describeValueValidator(validator) +
-                                 ": fix its bounds");
-            }
+        if (!core::constraintOf(setting.properties()).isSatisfiable()) {
+            add(setting,
+                "no value can be " + core::describeConstraint(setting.properties()) + ": fix its constraint");
         }
     }
 
     void checkFactoryValue(const Node& setting)
     {
-        const core::Verdict verdict = core::checkDefaultValue(setting);
-        if (!verdict.accepted() && !isKnown(invalidByDesign, setting.fullName())) {
-            add(setting, "invalid factory value: " + verdict.failures.front().message);
+        const auto diagnostics = core::checkDefaultValue(setting);
+        if (!diagnostics.empty() && !isKnown(invalidByDesign, setting.fullName())) {
+            add(setting, "invalid factory value: " + diagnostics.front().message);
         }
     }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <foundation/export.hpp>
+
 #include <cstddef>
 #include <string>
 
@@ -22,5 +24,8 @@ struct Diagnostic
     std::string message;  ///< what is wrong, and what to do
     Position position = {};
 };
+
+/// Returns "<file>:<line>:<column>: <path>: <message>", without the parts that are not known.
+[[nodiscard]] VX_API std::string formatDiagnostic(const Diagnostic& diagnostic);
 
 }  // namespace vx::core

@@ -158,7 +158,7 @@ TEST_F(MemoryOfFiles, StayWholeWhileTheyAreChanged)
                     vx::core::LockedFile locked(file);
                     const auto migration =
                         vx::core::migrateSettings(vx::core::SettingsFile(*locked.content()), releases);
-                    static_cast<void>(vx::core::checkMovedValues(migration, tree, releases));
+                    static_cast<void>(vx::core::checkMovedValues(migration, file, tree, releases));
                     static_cast<void>(locked.keepCopy("settings.json.bak"));
                     locked.replace(migration.text);
                 });
@@ -171,7 +171,7 @@ TEST_F(MemoryOfFiles, AreChecked)
     const std::string text = vx::core::readFile(file).value_or("");
     std::size_t faults = 3;
     sweep(
-        "check", 100, [&] { faults = vx::core::checkSettingsFile(text, tree, releases).size(); },
+        "check", 100, [&] { faults = vx::core::checkSettingsFile(file, text, tree, releases).size(); },
         [&] { ASSERT_EQ(faults, 3U); });
 }
 

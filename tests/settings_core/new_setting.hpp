@@ -1,6 +1,7 @@
 #pragma once
 
 #include <settings_core/constraints/constraints.hpp>
+#include <settings_core/diagnostic.hpp>
 #include <settings_core/tree/settings_tree.hpp>
 
 #include <tests/support/values.hpp>
@@ -21,6 +22,16 @@ inline Properties propertiesOf(foundation::verdixdata::Array factoryValue,
 inline Properties noProperties()
 {
     return propertiesOf({});
+}
+
+/// The messages, one per line.
+inline std::string messagesOf(const std::vector<vx::core::Diagnostic>& diagnostics)
+{
+    std::string lines;
+    for (const vx::core::Diagnostic& diagnostic : diagnostics) {
+        lines += (lines.empty() ? "" : "\n") + diagnostic.message;
+    }
+    return lines;
 }
 
 /// A tree "root" with the one setting "root.Setting".

@@ -14,15 +14,15 @@ namespace vx::tool {
 namespace {
 
 void writeDocument(const std::filesystem::path& file, bool exists,
-                   const std::vector<core::FileFault>& diagnostics, Output& out)
+                   const std::vector<core::Diagnostic>& diagnostics, Output& out)
 {
     writeJson({{"file", file.string()}, {"exists", exists}, {"faults", diagnosticsJson(diagnostics)}}, out);
 }
 
 void writeText(const std::filesystem::path& file, bool exists,
-               const std::vector<core::FileFault>& diagnostics, Output& out)
+               const std::vector<core::Diagnostic>& diagnostics, Output& out)
 {
-    writeDiagnostics(file, diagnostics, out);
+    writeDiagnostics(diagnostics, out);
     if (!exists) {
         out << file.string() << ": no such file, so nothing is set\n";
     } else if (diagnostics.empty()) {
@@ -34,15 +34,15 @@ ExitCode check(LazySession& lazy, const std::string& named, Output& out)
 {
     const std::filesystem::path file =
         named.empty() ? lazy.layerFiles().personal : std::filesystem::path(named);
-    auto content = core::readFile(file);
+    const auto content = core::readFile(file);
     if (!content && !named.empty()) {
         throw CommandError(ExitCode::failed, named + ": no such file");
     }
     const bool exists = content.has_value();
-    std::vector<core::FileFault> diagnostics;
+    std::vector<core::Diagnostic> diagnostics;
     if (exists) {
         const Session& session = lazy.get();
-        diagnostics = core::checkSettingsFile(*std::move(content), session.tree(), session.releaseChanges());
+        diagnostics = core::checkSettingsFile(file, *content, session.tree(), session.releaseChanges());
     }
     (out.isJson() ? writeDocument : writeText)(file, exists, diagnostics, out);
     return diagnostics.empty() ? ExitCode::done : ExitCode::failed;

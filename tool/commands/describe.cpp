@@ -113,8 +113,8 @@ void addConstraints(const Node& setting, PropertyTable& table)
 std::string describeLayer(const core::LayerValue& value)
 {
     std::string text = value.value.isAssigned() ? core::formatValueOnOneLine(value.value, valueWidth) : "";
-    for (const std::string& diagnostic : value.diagnostics) {
-        text += (text.empty() ? "" : "; ") + diagnostic;
+    for (const core::Diagnostic& diagnostic : value.diagnostics) {
+        text += (text.empty() ? "" : "; ") + formatDiagnostic(diagnostic);
     }
     return text + (value.isValid() ? ", in " + value.source : "; ignored");
 }
@@ -184,11 +184,15 @@ json::array layersJson(const std::vector<core::LayerValue>& values)
 {
     json::array layers;
     for (const core::LayerValue& value : values) {
+        json::array diagnostics;
+        for (const core::Diagnostic& diagnostic : value.diagnostics) {
+            diagnostics.emplace_back(formatDiagnostic(diagnostic));
+        }
         layers.push_back(json::object{{"layer", core::layerName(value.layer)},
                                       {"value", review::valueJson(value.value)},
                                       {"source", value.source},
                                       {"counts", value.isValid()},
-                                      {"faults", json::value_from(value.diagnostics)}});
+                                      {"faults", std::move(diagnostics)}});
     }
     return layers;
 }

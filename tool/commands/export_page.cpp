@@ -1,7 +1,6 @@
 #include "export_page.hpp"
 
 #include <settings_core/constraints/constraints.hpp>
-#include <settings_core/constraints/parse_target.hpp>
 #include <settings_core/releases/release_history.hpp>
 #include <settings_core/releases/release_name.hpp>
 #include <settings_core/values/value_format.hpp>
@@ -77,8 +76,8 @@ std::string factoryHtml(const Node& setting, const std::string& font)
 
 std::string classOf(const Node& setting)
 {
-    const auto form = core::parseTargetOf(setting);
-    return form.elementClass ? className(*form.elementClass) : "any";
+    const auto elementClass = core::constraintOf(setting.properties()).elementClass;
+    return elementClass ? className(*elementClass) : "any";
 }
 
 /// Returns the effective value if it differs from the factory value; otherwise an empty value of the factory

@@ -62,7 +62,9 @@ json::object settingSchema(const Node& setting, const ReleaseChangeTable& releas
     if (setting.properties().readOnly.value()) {
         schema.emplace("readOnly", true);
     }
-    for (auto& [keyword, value] : valueSchema(constraintsOf(setting))) {
+    core::Constraint constraint = core::constraintOf(setting.properties());
+    constraint.require(!setting.properties().readOnly.value());
+    for (auto& [keyword, value] : valueSchema(constraint)) {
         schema.emplace(keyword, std::move(value));
     }
     return schema;

@@ -39,12 +39,12 @@ EffectiveValue effectiveValue(const Session& session, core::Layers& layers, cons
     core::LayerValue effective = layers.effective(setting);
     if (!effective.value.isAssigned()) {
         throw CommandError(ExitCode::failed,
-                           setting.getFullName() + (effective.diagnostics.empty()
-                                                        ? " has no factory value, and no file sets it; see "
-                                                          "what it accepts with: "
-                                                          "vxsettings describe " +
-                                                              setting.getFullName()
-                                                        : ": " + firstLine(effective.diagnostics.back())));
+                           effective.diagnostics.empty()
+                               ? setting.getFullName() +
+                                     " has no factory value, and no file sets it; see what it accepts with: "
+                                     "vxsettings describe " +
+                                     setting.getFullName()
+                               : firstLine(formatDiagnostic(effective.diagnostics.back())));
     }
     return {setting, std::move(effective)};
 }
@@ -70,8 +70,8 @@ std::vector<EffectiveValue> effectiveValues(LazySession& lazy, const std::vector
 void reportOrigin(const EffectiveValue& value, bool isOneOfSeveral)
 {
     const auto& [setting, effective] = value;
-    for (const std::string& diagnostic : effective.diagnostics) {
-        printNote("ignored invalid value: " + firstLine(diagnostic));
+    for (const core::Diagnostic& diagnostic : effective.diagnostics) {
+        printNote("ignored invalid value: " + firstLine(formatDiagnostic(diagnostic)));
     }
     if (effective.layer == core::Layer::factory && !setting.properties().factoryValue.isAssigned()) {
         printNote((isOneOfSeveral ? setting.getFullName() + ": " : "") + "computed by " + effective.source);

@@ -66,7 +66,8 @@ Migration planMigration(const std::string& text, const fs::path& file, const Ses
     try {
         return core::migrateSettings(settings, session.releaseChanges(), range);
     } catch (const core::ParseError& error) {
-        throw CommandError(ExitCode::failed, core::located(file, text, error.offset(), error.what()));
+        const core::Position position = core::positionIn(file, text, error.offset());
+        throw CommandError(ExitCode::failed, core::formatDiagnostic({"", error.what(), position}));
     } catch (const std::runtime_error& error) {
         throw CommandError(ExitCode::failed, file.string() + ": " + error.what());
     }
@@ -89,8 +90,8 @@ struct Outcome
 {
     const fs::path file;
     const Migration migration;
-    const std::vector<core::FileFault> diagnostics;  ///< for the values that moved
-    bool isChange;                                   ///< whether the migration changes the file
+    const std::vector<core::Diagnostic> diagnostics;  ///< for the values that moved
+    bool isChange;                                    ///< whether the migration changes the file
     bool isWritten;
     std::string backup;  ///< file name of the backup; empty if there is none
 };
@@ -114,7 +115,7 @@ void writeText(const Outcome& outcome, Output& out)
     writeReport(outcome, out);
     if (!outcome.diagnostics.empty()) {
         out << out.styled(Style::bad, "moved values that the new setting rejects (kept, ignored):") << '\n';
-        writeDiagnostics(outcome.file, outcome.diagnostics, out);
+        writeDiagnostics(outcome.diagnostics, out);
     }
     if (!outcome.isChange) {
         out << "nothing to do: the file is up to date\n";
@@ -168,7 +169,8 @@ Outcome migrateFile(LazySession& lazy, const MigrateOptions& options, const core
     }
     const Session& session = lazy.get();
     Migration migration = planMigration(*content, options.file, session, range);
-    auto diagnostics = core::checkMovedValues(migration, session.tree(), session.releaseChanges());
+    auto diagnostics =
+        core::checkMovedValues(migration, options.file, session.tree(), session.releaseChanges());
     const bool isChange = migration.text != *content;
     std::string backup;
     if (locked && isChange) {

@@ -1,5 +1,6 @@
 #include "completion/completion.hpp"
 
+#include <settings_core/constraints/constraints.hpp>
 #include <settings_core/tree/path_lookup.hpp>
 #include <settings_core/values/value_format.hpp>
 
@@ -15,7 +16,6 @@
 
 #include "cli/arguments.hpp"
 #include "render/node_labels.hpp"
-#include "render/value_constraints.hpp"
 
 namespace vx::tool {
 
@@ -223,18 +223,16 @@ private:
         if (setting == nullptr || setting->kind() != NodeKind::setting) {
             return;
         }
-        const ValueConstraints constraints = constraintsOf(*setting);
-        if (constraints.form.elementClass == foundation::verdixdata::ArrayType::LOGICAL) {
+        const core::Constraint constraint = core::constraintOf(setting->properties());
+        if (constraint.elementClass == foundation::verdixdata::ArrayType::LOGICAL) {
             add("true");
             add("false");
         }
-        if (constraints.allowedStrings) {
-            for (const std::u16string& string : *constraints.allowedStrings) {
+        const std::vector<std::u16string_view> none;
+        for (const auto& strings : {constraint.allowedStrings.value_or(none), constraint.colourNames}) {
+            for (const std::u16string_view string : strings) {
                 add(toUtf8(string));
             }
-        }
-        for (const std::u16string& string : constraints.colourNames) {
-            add(toUtf8(string));
         }
     }
 

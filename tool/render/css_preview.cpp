@@ -1,6 +1,7 @@
 #include "render/css_preview.hpp"
 
 #include <data/views.hpp>
+#include <settings_core/constraints/constraints.hpp>
 #include <settings_core/values/value_format.hpp>
 
 #include <foundation/verdixdata/text.hpp>
@@ -18,17 +19,6 @@ namespace {
 using core::Node;
 using foundation::verdixdata::Array;
 using foundation::verdixdata::toUtf8;
-using ValueValidator = ::settings::core::SettingValueValidator;
-
-std::optional<ValueValidator::Colour> colourForm(const Node& setting)
-{
-    for (const auto& validator : setting.properties().valueValidators) {
-        if (validator.colour) {
-            return validator.colour;
-        }
-    }
-    return std::nullopt;
-}
 
 /// Returns the factory value of a setting in the group; unassigned if there is none.
 Array factoryValue(const Node& group, std::string_view name)
@@ -96,11 +86,11 @@ std::optional<FontStyle> fontStyle(const Array& value)
 
 std::string cssColour(const Node& setting, const Array& value)
 {
-    const auto form = colourForm(setting);
+    const auto form = core::constraintOf(setting.properties()).colour;
     if (!form || !data::hasSize(value, 1, 3)) {
         return "";
     }
-    const bool isNormalised = *form == ValueValidator::Colour::normalised;
+    const bool isNormalised = *form == ::settings::core::SettingValueValidator::Colour::normalised;
     std::string css = "rgb(";
     const bool isTriple = data::everyNumber(value, [&](auto part) {
         css += css.back() == '(' ? "" : " ";

@@ -1,5 +1,7 @@
 #include "render/node_labels.hpp"
 
+#include <settings_core/constraints/constraints.hpp>
+
 #include <utility>
 
 namespace vx::tool {
@@ -16,22 +18,6 @@ struct ValidatorName
     }
 };
 
-void addConstraintNames(std::vector<std::string>& names,
-                        const ::settings::core::SettingValueValidator::ConfigData& validator)
-{
-    const auto add = [&names](bool isPresent, const char* name) {
-        if (isPresent) {
-            names.emplace_back(name);
-        }
-    };
-    add(validator.range.has_value(), "range");
-    add(!validator.allowedValues.empty() && !validator.colour, "allowedValues");
-    add(validator.maximumLength.has_value(), "maximumLength");
-    add(validator.size.has_value(), "size");
-    add(validator.elementClass.has_value(), "elementClass");
-    add(validator.colour.has_value(), "colour");
-}
-
 }  // namespace
 
 std::string qualifiedName(const ::settings::core::detail::FunctionName& function)
@@ -47,7 +33,9 @@ std::vector<std::string> constraintNames(const core::Node& setting)
         names.push_back(std::move(name));
     }
     for (const auto& validator : properties.valueValidators) {
-        addConstraintNames(names, validator);
+        for (const core::ExportedConstraint& constraint : core::exportedConstraints(validator)) {
+            names.emplace_back(constraint.kind);
+        }
     }
     return names.empty() ? std::vector<std::string>{"none"} : names;
 }

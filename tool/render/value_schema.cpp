@@ -1,12 +1,14 @@
 #include "render/value_schema.hpp"
 
 #include <data/views.hpp>
+#include <review/tree_json.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
 #include <boost/json/array.hpp>
 
-#include <cmath>
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace vx::tool {
@@ -14,8 +16,8 @@ namespace vx::tool {
 namespace {
 
 namespace json = boost::json;
+using core::Constraint;
 using foundation::verdixdata::ArrayType;
-using foundation::verdixdata::toUtf8;
 
 constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
 
@@ -32,44 +34,27 @@ json::object anyOf(json::array options)
     return {{"anyOf", std::move(options)}};
 }
 
-json::object oneOf(const std::vector<std::u16string>& strings)
+json::object oneOf(const std::vector<std::u16string_view>& strings)
 {
-    if (strings.size() == 1) {
-        return {{"const", toUtf8(strings.front())}};
-    }
     json::array options;
-    for (const std::u16string& string : strings) {
-        options.emplace_back(toUtf8(string));
+    for (const std::u16string_view string : strings) {
+        options.emplace_back(foundation::verdixdata::toUtf8(string));
+    }
+    if (options.size() == 1) {
+        return {{"const", std::move(options.front())}};
     }
     return {{"enum", std::move(options)}};
 }
 
 // Elements
 
-template <std::integral Integer>
-json::object integer(const ValueConstraints& values)
-{
-    using Limits = std::numeric_limits<Integer>;
-    json::object schema{{"type", "integer"}, {"minimum", Limits::min()}, {"maximum", Limits::max()}};
-    if (static_cast<long double>(values.range.lower) > Limits::min()) {
-        schema["minimum"] = values.range.lower;
-    }
-    if (static_cast<long double>(values.range.upper) < Limits::max()) {
-        schema["maximum"] = values.range.upper;
-    }
-    return schema;
-}
-
 /// Returns the strings for those of NaN, Inf and -Inf that are accepted.
-json::array nonFinite(const ValueConstraints& values)
+json::array nonFinite(const Constraint& constraint)
 {
-    json::array strings;
-    if (values.isWhole) {
-        return strings;
-    }
     constexpr double infinity = std::numeric_limits<double>::infinity();
-    const bool isOpenBelow = values.range.lower == -infinity;
-    const bool isOpenAbove = values.range.upper == infinity;
+    const bool isOpenBelow = constraint.range.lower == -infinity;
+    const bool isOpenAbove = constraint.range.upper == infinity;
+    json::array strings;
     if (isOpenBelow && isOpenAbove) {
         strings.emplace_back("NaN");
     }
@@ -82,45 +67,57 @@ json::array nonFinite(const ValueConstraints& values)
     return strings;
 }
 
-json::object real(const ValueConstraints& values)
+template <data::Number Number>
+json::object number(const Constraint& constraint)
 {
-    json::object number{{"type", values.isWhole ? "integer" : "number"}};
-    if (std::isfinite(values.range.lower)) {
-        number.emplace("minimum", values.range.lower);
+    using Limits = std::numeric_limits<Number>;
+    const auto& [lower, upper] = constraint.range;
+    if (!(lower <= upper)) {
+        return rejectEverything();
     }
-    if (std::isfinite(values.range.upper)) {
-        number.emplace("maximum", values.range.upper);
+    const bool isWhole = constraint.isWhole || std::integral<Number>;
+    json::object schema{{"type", isWhole ? "integer" : "number"}};
+    if (static_cast<long double>(lower) > Limits::lowest()) {
+        schema.emplace("minimum", lower);
+    } else if (std::integral<Number>) {
+        schema.emplace("minimum", Limits::lowest());
     }
-    json::array options{std::move(number)};
-    if (json::array strings = nonFinite(values); !strings.empty()) {
+    if (static_cast<long double>(upper) < Limits::max()) {
+        schema.emplace("maximum", upper);
+    } else if (std::integral<Number>) {
+        schema.emplace("maximum", Limits::max());
+    }
+    for (const core::Parameter& keyword : constraint.numberKeywords) {
+        schema.emplace(keyword.name, review::parameterJson(keyword));
+    }
+    json::array options{std::move(schema)};
+    if (json::array strings = nonFinite(constraint); !isWhole && !strings.empty()) {
         options.push_back(json::object{{"enum", std::move(strings)}});
     }
     return anyOf(std::move(options));
 }
 
-json::object string(const ValueConstraints& values)
+json::object string(const Constraint& constraint, bool acceptsMissing)
 {
-    if (values.allowedStrings) {
-        return oneOf(*values.allowedStrings);
+    if (constraint.allowedStrings) {
+        return oneOf(*constraint.allowedStrings);
     }
     json::object schema{{"type", "string"}};
-    if (!values.rejectsMissing) {
+    if (acceptsMissing) {
         schema["type"] = json::array{"string", "null"};
     }
     return schema;
 }
 
-json::object element(ArrayType type, const ValueConstraints& values)
+json::object element(ArrayType type, const Constraint& constraint)
 {
-    return data::visitElementType(type, [&values]<class T>(std::type_identity<T>) -> json::object {
+    return data::visitElementType(type, [&]<class T>(std::type_identity<T>) -> json::object {
         if constexpr (std::same_as<T, bool>) {
             return {{"type", "boolean"}};
-        } else if constexpr (std::same_as<T, double>) {
-            return real(values);
         } else if constexpr (data::Number<T>) {
-            return integer<T>(values);
+            return number<T>(constraint);
         } else {
-            return string(values);
+            return string(constraint, type == ArrayType::STRING && !constraint.rejectsMissing);
         }
     });
 }
@@ -139,36 +136,29 @@ json::object list(const json::object& items, std::size_t least, std::size_t most
     return schema;
 }
 
-/// Accepts a row as [1, 2], or as the only row of a matrix: [[1, 2]].
-json::array row(const json::object& items, std::size_t least, std::size_t most)
-{
-    json::object bare = list(items, least, most);
-    json::object nested = list(bare, 1, 1);
-    return {std::move(bare), std::move(nested)};
-}
-
 /// Returns how long each of `lines` rows or columns may be, if there are at most so many elements together.
 std::size_t share(std::size_t elements, std::size_t lines)
 {
     return elements == noLimit || lines == 0 ? noLimit : elements / lines;
 }
 
-/// Accepts a scalar as 1, a row as [1, 2], and a matrix as [[1, 2], [3, 4]]. JSON Schema cannot express that
-/// the rows have the same length.
-json::object matrix(ArrayType type, const ValueConstraints& values)
+/// Accepts a scalar as 1 unless it is a cell, a row as [1, 2], and a matrix as [[1, 2], [3, 4]]. JSON Schema
+/// cannot express that the rows have the same length.
+json::object matrix(ArrayType type, const Constraint& constraint)
 {
-    const auto& [rows, columns] = values.size;
+    const bool isCell = type == ArrayType::CELL;
+    const auto& [rows, columns] = constraint.size;
     const std::size_t leastRows = rows.value_or(1);  // settings files cannot hold a matrix without rows
     const std::size_t leastColumns = columns.value_or(0);
-    if (leastRows == 0 || leastRows * leastColumns > values.maximumLength) {
+    if (leastRows == 0 || leastRows * leastColumns > constraint.maximumLength || (isCell && leastRows != 1)) {
         return rejectEverything();
     }
-    const std::size_t mostRows = rows.value_or(share(values.maximumLength, leastColumns));
-    const std::size_t mostColumns = columns.value_or(share(values.maximumLength, leastRows));
-    const json::object items = element(type, values);
+    const std::size_t mostRows = isCell ? 1 : rows.value_or(share(constraint.maximumLength, leastColumns));
+    const std::size_t mostColumns = columns.value_or(share(constraint.maximumLength, leastRows));
+    const json::object items = element(type, constraint);
     const json::object bare = list(items, leastColumns, mostColumns);
     json::array options;
-    if (leastRows == 1 && leastColumns <= 1 && mostColumns != 0) {
+    if (!isCell && leastRows == 1 && leastColumns <= 1 && mostColumns != 0) {
         options.emplace_back(items);
     }
     if (leastRows == 1) {
@@ -178,70 +168,44 @@ json::object matrix(ArrayType type, const ValueConstraints& values)
     return anyOf(std::move(options));
 }
 
-json::object cell(const ValueConstraints& values)
+json::object characterVector(const Constraint& constraint)
 {
-    const auto& [rows, columns] = values.size;
+    const auto& [rows, columns] = constraint.size;
     if (rows.value_or(1) != 1) {
         return rejectEverything();
     }
-    json::object items =
-        values.allowedStrings ? oneOf(*values.allowedStrings) : json::object{{"type", "string"}};
-    return anyOf(row(items, columns.value_or(0), std::min(values.maximumLength, columns.value_or(noLimit))));
-}
-
-json::object characterVector(const ValueConstraints& values)
-{
-    const auto& [rows, columns] = values.size;
-    if (rows.value_or(1) != 1) {
-        return rejectEverything();
-    }
-    json::object schema =
-        values.allowedStrings ? oneOf(*values.allowedStrings) : json::object{{"type", "string"}};
+    json::object schema = element(ArrayType::CHAR, constraint);
     if (columns) {
         schema.emplace("minLength", *columns);
     }
-    const std::size_t most = std::min(values.maximumLength, columns.value_or(noLimit));
+    const std::size_t most = std::min(constraint.maximumLength, columns.value_or(noLimit));
     if (most != noLimit) {
         schema.emplace("maxLength", most);
     }
     return schema;
 }
 
-json::object ofClass(ArrayType type, const ValueConstraints& values)
+json::object ofClass(ArrayType type, const Constraint& constraint)
 {
-    switch (type) {
-    case ArrayType::CHAR:
-        return characterVector(values);
-    case ArrayType::CELL:
-        return cell(values);
-    default:
-        return matrix(type, values);
-    }
-}
-
-json::object ofAnyClass(const ValueConstraints& values)
-{
-    return anyOf({characterVector(values), cell(values), matrix(ArrayType::LOGICAL, values),
-                  matrix(ArrayType::DOUBLE, values)});
+    return type == ArrayType::CHAR ? characterVector(constraint) : matrix(type, constraint);
 }
 
 }  // namespace
 
-json::object valueSchema(const ValueConstraints& values)
+json::object valueSchema(const core::Constraint& constraint)
 {
-    if (values.acceptsNothing) {
+    if (constraint.acceptsNothing) {
         return rejectEverything();
     }
-    if (!values.form.elementClass) {
-        return ofAnyClass(values);
+    if (!constraint.elementClass) {
+        return anyOf({ofClass(ArrayType::CHAR, constraint), ofClass(ArrayType::CELL, constraint),
+                      ofClass(ArrayType::LOGICAL, constraint), ofClass(ArrayType::DOUBLE, constraint)});
     }
-    json::object schema = ofClass(*values.form.elementClass, values);
-    if (values.colourNames.empty()) {
+    json::object schema = ofClass(*constraint.elementClass, constraint);
+    if (constraint.colourNames.empty()) {
         return schema;
     }
-    json::array options{oneOf(values.colourNames)};
-    options.emplace_back(std::move(schema));
-    return anyOf(std::move(options));
+    return anyOf({oneOf(constraint.colourNames), std::move(schema)});
 }
 
 }  // namespace vx::tool

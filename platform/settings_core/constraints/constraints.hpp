@@ -1,12 +1,19 @@
 #pragma once
 
-// The constraints that a provider puts on the values of its settings: whether a value satisfies them, and how
-// they are described in messages and documentation.
+// The constraints that a provider puts on the values of its settings, in one form for everything that parses,
+// describes, exports or suggests values.
+
+#include <settings_core/values/value_parsing.hpp>
 
 #include <foundation/export.hpp>
 #include <settings/core/factory_setting_properties.hpp>
 
+#include <cstddef>
+#include <limits>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <variant>
 #include <vector>
 
 namespace vx::core {
@@ -14,33 +21,92 @@ namespace vx::core {
 /// A value validator: constraints as plain data.
 using ValueValidator = ::settings::core::SettingValueValidator::ConfigData;
 
-/// A constraint that a value violates.
-struct Failure
+/// A named parameter of a constraint; a count that does not limit anything is std::nullopt.
+struct Parameter
 {
-    /// The constraint as a phrase that follows "must be": "from 0 to 3".
-    std::string constraint;
-    /// Constraint and value in one sentence: "must be from 0 to 3; it is 5 (int32, 1-by-1)".
-    std::string message;
+    std::string_view name;
+    std::variant<double, std::optional<std::size_t>, std::string, std::vector<std::string>> value;
 };
 
-/// Returns one entry for each constraint of the value validator that the value violates.
-[[nodiscard]] VX_API std::vector<Failure> findViolations(const ValueValidator& validator,
-                                                         const foundation::verdixdata::Array& value);
+/// A constraint of a value validator as an exported tree states it.
+struct ExportedConstraint
+{
+    std::string_view kind;
+    std::vector<Parameter> parameters;
+};
+
+/// All constraints of a setting, folded from the class and size of its factory value, its validator and its
+/// value validators, as far as they are known without calling a function of the provider. The strings belong
+/// to the setting's properties.
+struct VX_API Constraint : ParseTarget
+{
+    using ValueValidator = ::settings::core::SettingValueValidator;
+
+    /// The constraints exclude each other.
+    bool acceptsNothing = false;
+
+    /// Rows and columns; any number if empty.
+    ValueValidator::Size size = {};
+    /// The value has the size of the factory value.
+    bool hasFactorySize = false;
+    /// In elements, or in characters of a character vector.
+    std::size_t maximumLength = std::numeric_limits<std::size_t>::max();
+
+    /// Bounds of every number; NaN is accepted only if both are infinite.
+    ValueValidator::Range range = {};
+    /// Every number is an integer, hence finite.
+    bool isWhole = false;
+    /// Further JSON Schema keywords for every number.
+    std::vector<Parameter> numberKeywords = {};
+
+    /// Every string is one of these.
+    std::optional<std::vector<std::u16string_view>> allowedStrings = std::nullopt;
+    /// String scalars must not be missing.
+    bool rejectsMissing = false;
+
+    /// The value is a colour in this representation, or one of the names.
+    std::optional<ValueValidator::Colour> colour = std::nullopt;
+    std::vector<std::u16string_view> colourNames = {};
+
+    /// Whether the value can have elements: no empty range, and so on.
+    [[nodiscard]] bool isSatisfiable() const noexcept;
+
+    // For folding
+
+    void require(bool isPossible) noexcept { acceptsNothing = acceptsNothing || !isPossible; }
+    /// Returns the class; this one if nothing has decided about it.
+    foundation::verdixdata::ArrayType classOr(foundation::verdixdata::ArrayType type) noexcept;
+    /// Requires this size instead of that of the factory value.
+    void restrictSize(const ValueValidator::Size& required) noexcept;
+    /// Requires numbers, in this range.
+    void restrictRange(const ValueValidator::Range& required) noexcept;
+};
+
+/// Whether values of the class are strings.
+[[nodiscard]] inline bool isStringClass(foundation::verdixdata::ArrayType type) noexcept
+{
+    using foundation::verdixdata::ArrayType;
+    return type == ArrayType::CHAR || type == ArrayType::STRING;
+}
+
+/// Returns the constraints of a setting.
+[[nodiscard]] VX_API Constraint
+constraintOf(const ::settings::core::detail::FactorySettingProperties& properties);
+
+/// Describes all constraints of a setting: "a whole number from 0 to 3", "a string, one of: loose, compact".
+[[nodiscard]] VX_API std::string
+describeConstraint(const ::settings::core::detail::FactorySettingProperties& properties);
+
+/// Describes the constraint of a validator: "a whole number", "accepted by validateFontSize of
+/// libvxservices"; empty without a validator.
+[[nodiscard]] VX_API std::string describeValidator(const ::settings::core::Validator& validator);
 
 /// Describes the constraints of a value validator: "from 0 to 3", "one of: loose, compact". `example` is a
 /// valid value such as the factory value; its class and size make the description more exact.
 [[nodiscard]] VX_API std::string describeValueValidator(const ValueValidator& validator,
                                                         const foundation::verdixdata::Array& example = {});
 
-/// Describes the constraint of a validator: "a whole number", "accepted by validateFontSize of
-/// libvxservices"; empty without a validator.
-[[nodiscard]] VX_API std::string describeValidator(const ::settings::core::Validator& validator);
-
-/// Describes all constraints of a setting: "a whole number from 0 to 3", "a string, one of: loose, compact".
-[[nodiscard]] VX_API std::string
-describeConstraint(const ::settings::core::detail::FactorySettingProperties& properties);
-
-/// Returns a failure with the message "must be <constraint>; it is <value> (<class>, <size>)".
-[[nodiscard]] Failure makeFailure(std::string constraint, const foundation::verdixdata::Array& value);
+/// Returns the constraints of a value validator for an exported tree, in a fixed order.
+[[nodiscard]] VX_API std::vector<ExportedConstraint> exportedConstraints(const ValueValidator& validator);
 
 }  // namespace vx::core

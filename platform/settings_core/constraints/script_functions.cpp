@@ -11,6 +11,8 @@ namespace {
 using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 
+constexpr std::string_view qualifier = "verdix.settings";
+
 bool isLogicalScalar(const Array& value)
 {
     return value.getType() == ArrayType::LOGICAL && data::isScalar(value);
@@ -33,25 +35,50 @@ bool isNumericScalar(const Array& value)
     return data::isScalar(value) && data::isNumeric(value);
 }
 
-constexpr std::string_view qualifier = "verdix.settings";
+void foldLogicalScalar(Constraint& all)
+{
+    all.require(all.classOr(ArrayType::LOGICAL) == ArrayType::LOGICAL);
+    all.restrictSize({1, 1});
+}
+
+void foldString(Constraint& all)
+{
+    const ArrayType type = all.classOr(ArrayType::CHAR);
+    all.require(isStringClass(type));
+    all.rejectsMissing = true;
+    if (type != ArrayType::CHAR) {
+        all.restrictSize({1, 1});
+    }
+}
+
+void foldNumericScalar(Constraint& all)
+{
+    all.restrictRange({});
+    all.restrictSize({1, 1});
+}
+
+void foldIntegerScalar(Constraint& all)
+{
+    foldNumericScalar(all);
+    all.isWhole = true;
+}
 
 constexpr std::array<ScriptFunction, 4> functions{{
-    {"mustBeLogicalScalar", "true or false", &isLogicalScalar},
-    {"mustBeStringScalar", "a string", &isString},
-    {"mustBeIntegerScalar", "a whole number", &isIntegerScalar},
-    {"mustBeNumericScalar", "a number", &isNumericScalar},
+    {"mustBeLogicalScalar", "true or false", isLogicalScalar, foldLogicalScalar},
+    {"mustBeStringScalar", "a string", isString, foldString},
+    {"mustBeIntegerScalar", "a whole number", isIntegerScalar, foldIntegerScalar},
+    {"mustBeNumericScalar", "a number", isNumericScalar, foldNumericScalar},
 }};
 
 }  // namespace
 
-const ScriptFunction* findScriptFunction(const ::settings::core::MValidator& validator) noexcept
+const ScriptFunction* findScriptFunction(const ::settings::core::Validator& validator) noexcept
 {
-    if (validator.scope() != qualifier) {
+    const auto* script = std::get_if<::settings::core::MValidator>(&validator);
+    if (script == nullptr || script->scope() != qualifier) {
         return nullptr;
     }
-    const auto* found = std::find_if(functions.begin(), functions.end(), [&](const ScriptFunction& function) {
-        return function.name == validator.function();
-    });
+    const auto* found = std::ranges::find(functions, script->function(), &ScriptFunction::name);
     return found == functions.end() ? nullptr : found;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <settings_core/constraints/constraints.hpp>
+
 #include <settings/core/validators.hpp>
 
 #include <string_view>
@@ -10,13 +12,12 @@ namespace vx::core {
 struct ScriptFunction
 {
     std::string_view name;
-    /// The constraint as a phrase that follows "must be".
-    std::string_view constraint;
+    std::string_view description;  ///< phrase that follows "must be"
     bool (*accepts)(const foundation::verdixdata::Array& value);
+    void (*fold)(Constraint& all);  ///< restricts `all`
 };
 
-/// Returns the function that the validator names, or null when it is not implemented here.
-[[nodiscard]] const ScriptFunction*
-findScriptFunction(const ::settings::core::MValidator& validator) noexcept;
+/// Returns the function that the validator names, or null if it names none that is implemented here.
+[[nodiscard]] const ScriptFunction* findScriptFunction(const ::settings::core::Validator& validator) noexcept;
 
 }  // namespace vx::core

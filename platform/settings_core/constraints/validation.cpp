@@ -1,4 +1,5 @@
 #include <data/views.hpp>
+#include <settings_core/constraints/kinds.hpp>
 #include <settings_core/constraints/script_functions.hpp>
 #include <settings_core/constraints/validation.hpp>
 #include <settings_core/values/native_library.hpp>
@@ -21,62 +22,59 @@ namespace {
 
 using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
-using Properties = Node::Properties;
+
+/// Why a value is invalid; nothing for a valid one.
+using Message = std::optional<std::string>;
+
+/// Returns "must be <constraint>; it is <value> (<class>, <size>)".
+std::string violation(const std::string& constraint, const Array& value)
+{
+    constexpr std::size_t width = 60;  // characters of the value
+    return "must be " + constraint + "; it is " +
+           (value.isAssigned() ? formatValueOnOneLine(value, width) + " (" + formatClassAndSize(value) + ")"
+                               : "not set");
+}
 
 // Class and size
 
-bool anyValueValidator(const Properties& properties, bool (*predicate)(const ValueValidator&))
-{
-    return std::any_of(properties.valueValidators.begin(), properties.valueValidators.end(), predicate);
-}
-
 bool isRowOfStrings(const Array& value)
 {
-    if (value.getType() != ArrayType::CELL || !data::isRow(value)) {
-        return false;
-    }
-    const auto elements = data::elementsOf<Array>(value);
-    return std::all_of(elements.begin(), elements.end(),
-                       [](const Array& element) { return data::textOf(element).has_value(); });
+    return value.getType() == ArrayType::CELL && data::isRow(value) &&
+           std::ranges::all_of(data::elementsOf<Array>(value),
+                               [](const Array& element) { return data::textOf(element).has_value(); });
 }
 
 /// Checks class and size of a value against the factory value.
-std::optional<Failure> findClassOrSizeViolation(const Properties& properties, const Array& value)
+Message checkClassAndSize(const Node::Properties& properties, const Array& value)
 {
-    const auto failUnless = [&](bool isSatisfied, std::string constraint) {
-        return isSatisfied ? std::nullopt : std::optional(makeFailure(std::move(constraint), value));
+    const auto violationUnless = [&](bool isSatisfied, const std::string& constraint) {
+        return isSatisfied ? Message() : violation(constraint, value);
     };
     const Array& factory = properties.factoryValue;
-    const bool isColour = anyValueValidator(
-        properties, [](const ValueValidator& validator) { return validator.colour.has_value(); });
-    if (!factory.isAssigned() || (isColour && (data::textOf(value) || data::textOf(factory)))) {
+    const Constraint constraint = constraintOf(properties);
+    if (!factory.isAssigned() || (constraint.colour && (data::textOf(value) || data::textOf(factory)))) {
         return std::nullopt;
     }
-    const bool sameClass = value.getType() == factory.getType();
-    switch (factory.getType()) {
-    case ArrayType::CHAR:
-        return failUnless(sameClass && data::isRow(value), "a character vector");
-    case ArrayType::CELL:
-        return failUnless(isRowOfStrings(value), "a cell of strings in one row");
-    default:
-        break;
+    const bool hasClass = value.getType() == factory.getType();
+    if (factory.getType() == ArrayType::CHAR) {
+        return violationUnless(hasClass && data::isRow(value), "a character vector");
     }
-    if (isColour || anyValueValidator(properties, [](const ValueValidator& validator) {
-            return validator.size.has_value();
-        }))
-    {
-        return failUnless(sameClass, std::string("of class ") + className(factory.getType()));
+    if (factory.getType() == ArrayType::CELL) {
+        return violationUnless(isRowOfStrings(value), "a cell of strings in one row");
     }
-    return failUnless(sameClass && value.getDimensions() == factory.getDimensions(),
-                      formatClassAndSize(factory));
+    if (constraint.hasFactorySize) {
+        return violationUnless(hasClass && value.getDimensions() == factory.getDimensions(),
+                               formatClassAndSize(factory));
+    }
+    return violationUnless(hasClass, std::string("of class ") + className(factory.getType()));
 }
 
 // Validators
 
-/// Runs a check that rejects a value by throwing. Returns the exception's message, `fallback` if it has none,
-/// or nothing for an accepted value. std::bad_alloc is passed on: it says nothing about the value.
+/// Runs a check that rejects a value by throwing. Returns the exception's message, which may be empty.
+/// std::bad_alloc is passed on: it says nothing about the value.
 template <class Check>
-std::optional<std::string> rejectionMessage(const Check& check, const std::string& fallback)
+Message messageThrownBy(const Check& check)
 {
     try {
         check();
@@ -84,113 +82,61 @@ std::optional<std::string> rejectionMessage(const Check& check, const std::strin
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        const std::string message = error.what();
-        return message.empty() ? fallback : message;
+        return error.what();
     } catch (...) {
-        return fallback;
+        return "";
     }
 }
 
-/// Visitor that runs a setting's validator on a value and adds the result to the verdict.
-class RunValidator
+/// Runs the setting's validator. The managed runtime is unavailable in this process: its validators accept
+/// every value.
+Message runValidator(const Node& setting, const Array& value)
 {
-public:
-    RunValidator(const Node& setting, const Array& value, Verdict& verdict)
-        : setting_(setting), value_(value), verdict_(verdict)
-    {}
-
-    void operator()(std::monostate) const {}
-
-    void operator()(const ::settings::core::MValidator& script) const
-    {
-        const ScriptFunction* function = findScriptFunction(script);
-        if (function == nullptr) {
-            fail("cannot be checked: the settings tree names the script function " + script.scope() + "." +
-                 script.function() +
-                 ", which the settings core does not know. Correct the name in the tree.");
-        } else if (!function->accepts(value_)) {
-            verdict_.failures.push_back(makeFailure(std::string(function->constraint), value_));
-        }
+    const auto& validator = setting.properties().validator;
+    const auto reject = [&] { return violation(describeValidator(validator), value); };
+    const auto run = [&](const auto& check) {
+        Message message = messageThrownBy(check);
+        return message == "" ? reject() : message;
+    };
+    if (const ScriptFunction* function = findScriptFunction(validator)) {
+        return function->accepts(value) ? Message() : reject();
     }
-
-    void operator()(const ::settings::core::CValidator& native) const
-    {
+    if (const auto* script = std::get_if<::settings::core::MValidator>(&validator)) {
+        return "cannot be checked: the settings tree names the script function " + script->scope() + "." +
+               script->function() + ", which the settings core does not know. Correct the name in the tree.";
+    }
+    if (const auto* native = std::get_if<::settings::core::CValidator>(&validator)) {
         ::settings::core::NativeValidator* function = nullptr;
         try {
-            function = nativeFunction<::settings::core::NativeValidator>(native.scope(), native.function());
+            function = nativeFunction<::settings::core::NativeValidator>(native->scope(), native->function());
         } catch (const std::runtime_error& error) {
-            fail(std::string("cannot be checked: ") + error.what());
-            return;
+            return std::string("cannot be checked: ") + error.what();
         }
-        failIfRejected([&] { function(value_); });
+        return run([&] { function(value); });
     }
-
-    void operator()(const ::settings::core::JValidator& managed) const
-    {
-        verdict_.skipped.push_back("The managed method " + managed.scope() + "." + managed.function() +
-                                   " is unavailable in this process.");
+    const auto* callable = std::get_if<::settings::core::CPPValidator>(&validator);
+    if (callable != nullptr && callable->callable()) {
+        return run(
+            [&] { callable->callable()(setting.sharedFromThis(), std::string(setting.name()), value); });
     }
+    return std::nullopt;
+}
 
-    void operator()(const ::settings::core::CPPValidator& callable) const
-    {
-        if (callable.callable()) {
-            failIfRejected([&] {
-                callable.callable()(setting_.sharedFromThis(), std::string(setting_.name()), value_);
-            });
-        }
-    }
-
-private:
-    [[nodiscard]] std::string constraint() const
-    {
-        return describeValidator(setting_.properties().validator);
-    }
-
-    void fail(std::string message) const { verdict_.failures.push_back({constraint(), std::move(message)}); }
-
-    template <class Check>
-    void failIfRejected(const Check& check) const
-    {
-        if (auto message = rejectionMessage(check, makeFailure(constraint(), value_).message)) {
-            fail(std::move(*message));
-        }
-    }
-
-    const Node& setting_;
-    const Array& value_;
-    Verdict& verdict_;
-};
-
-void addValidatorFailures(const Node& setting, const Array& value, Verdict& verdict)
+std::vector<Diagnostic> checkByValidators(const Node& setting, const Array& value)
 {
-    std::visit(RunValidator(setting, value, verdict), setting.properties().validator);
+    std::vector<Diagnostic> diagnostics;
+    if (Message message = runValidator(setting, value)) {
+        diagnostics.push_back({setting.getFullName(), *std::move(message)});
+    }
     for (const ValueValidator& validator : setting.properties().valueValidators) {
-        auto violations = findViolations(validator, value);
-        std::move(violations.begin(), violations.end(), std::back_inserter(verdict.failures));
+        forEachKind(validator, [&](const ConstraintKind& kind) {
+            if (!kind.accepts(validator, value)) {
+                diagnostics.push_back(
+                    {setting.getFullName(), violation(kind.describe(validator, value), value)});
+            }
+        });
     }
-}
-
-std::string joinMessages(const std::vector<Failure>& failures)
-{
-    std::string lines;
-    for (const Failure& failure : failures) {
-        lines += (lines.empty() ? "" : "\n") + failure.message;
-    }
-    return lines;
-}
-
-/// Sets the message for a rejected value; that of the setting's error handler takes precedence.
-void addMessage(const Node& setting, const Array& value, Verdict& verdict)
-{
-    if (verdict.accepted()) {
-        return;
-    }
-    verdict.message = joinMessages(verdict.failures);
-    if (const auto& handler = setting.properties().errorHandler) {
-        const auto thrown =
-            rejectionMessage([&] { handler(std::string(setting.name()), value); }, verdict.message);
-        verdict.message = thrown.value_or(verdict.message);
-    }
+    return diagnostics;
 }
 
 void requireSetting(const Node& node)
@@ -206,52 +152,32 @@ void requireSetting(const Node& node)
 
 // Conversion
 
-/// Converts a number to another type; returns nothing if that loses information.
+/// Converts a number to another type. Returns whether nothing is lost.
 template <data::Number To, data::Number From>
-std::optional<To> convertExactly(From number)
+bool convert(From number, To& converted)
 {
     using Limits = std::numeric_limits<To>;
-    if constexpr (std::integral<To>) {
-        const auto exact = static_cast<long double>(number);
-        if (!data::isWhole(number) || exact < static_cast<long double>(Limits::min()) ||
-            exact > static_cast<long double>(Limits::max()))
-        {
-            return std::nullopt;
-        }
-        return static_cast<To>(number);
-    } else {
-        const auto converted = static_cast<To>(number);
-        const bool same = static_cast<long double>(converted) == static_cast<long double>(number);
-        return same ? std::optional(converted) : std::nullopt;
+    const auto exact = static_cast<long double>(number);
+    if (std::integral<To> && !(data::isWhole(number) && exact >= static_cast<long double>(Limits::min()) &&
+                               exact <= static_cast<long double>(Limits::max())))
+    {
+        return false;
     }
-}
-
-template <data::Number To, data::Number From>
-Array convertNumbers(const Array& value)
-{
-    const auto source = data::elementsOf<From>(value);
-    auto result = foundation::verdixdata::ArrayFactory().createArray<To>(value.getDimensions());
-    auto target = result.begin();
-    for (const From number : source) {
-        const auto converted = convertExactly<To>(number);
-        if (!converted) {
-            return value;
-        }
-        *target++ = *converted;
-    }
-    return result;
+    converted = static_cast<To>(number);
+    return static_cast<long double>(converted) == exact;
 }
 
 Array adaptNumbers(const Array& value, ArrayType wanted)
 {
-    return data::visitElementType(wanted, [&]<class To>(std::type_identity<To>) {
-        return data::visitElementType(value.getType(), [&]<class From>(std::type_identity<From>) -> Array {
-            if constexpr (data::Number<To> && data::Number<From>) {
-                return convertNumbers<To, From>(value);
-            } else {
-                return value;
+    return data::visitElementType(wanted, [&]<class To>(std::type_identity<To>) -> Array {
+        if constexpr (data::Number<To>) {
+            auto result = foundation::verdixdata::ArrayFactory().createArray<To>(value.getDimensions());
+            auto target = result.begin();
+            if (data::everyNumber(value, [&](auto number) { return convert(number, *target++); })) {
+                return result;
             }
-        });
+        }
+        return value;
     });
 }
 
@@ -267,32 +193,34 @@ Array adaptString(std::u16string_view string, ArrayType wanted)
 
 }  // namespace
 
-Verdict checkValue(const Node& setting, const Array& value)
+std::vector<Diagnostic> checkValue(const Node& setting, const Array& value)
 {
     requireSetting(setting);
-    Verdict verdict;
-    if (auto violation = findClassOrSizeViolation(setting.properties(), value)) {
-        verdict.failures.push_back(std::move(*violation));
+    const Node::Properties& properties = setting.properties();
+    Message classOrSize = checkClassAndSize(properties, value);
+    std::vector<Diagnostic> diagnostics = checkByValidators(setting, value);
+    if (classOrSize) {
+        diagnostics.insert(diagnostics.begin(), {setting.getFullName(), *std::move(classOrSize)});
     }
-    addValidatorFailures(setting, value, verdict);
-    addMessage(setting, value, verdict);
-    return verdict;
+    if (!diagnostics.empty() && properties.errorHandler) {
+        Message thrown =
+            messageThrownBy([&] { properties.errorHandler(std::string(setting.name()), value); });
+        if (thrown && !thrown->empty()) {
+            return {{setting.getFullName(), *std::move(thrown)}};
+        }
+    }
+    return diagnostics;
 }
 
-Verdict checkDefaultValue(const Node& setting)
+std::vector<Diagnostic> checkDefaultValue(const Node& setting)
 {
     requireSetting(setting);
-    Verdict verdict;
     try {
         const Array value = defaultValue(setting).value;
-        if (value.isAssigned()) {
-            addValidatorFailures(setting, value, verdict);
-        }
+        return value.isAssigned() ? checkByValidators(setting, value) : std::vector<Diagnostic>();
     } catch (const std::runtime_error& error) {
-        verdict.failures.push_back({"computable", std::string("cannot be computed: ") + error.what()});
+        return {{setting.getFullName(), std::string("cannot be computed: ") + error.what()}};
     }
-    verdict.message = joinMessages(verdict.failures);
-    return verdict;
 }
 
 Array adaptValue(const Node& setting, Array value)

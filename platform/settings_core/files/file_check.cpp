@@ -4,6 +4,7 @@
 #include <settings_core/tree/path_lookup.hpp>
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_map>
 #include <utility>
 
@@ -16,11 +17,12 @@ using ::settings::core::ReleaseChangeTable;
 class FileCheck
 {
 public:
-    FileCheck(const SettingsFile& file, const SettingsTree& tree, const ReleaseChangeTable& releases)
-        : file_(file), tree_(tree), releases_(releases)
+    FileCheck(const std::filesystem::path& path, const SettingsFile& file, const SettingsTree& tree,
+              const ReleaseChangeTable& releases)
+        : path_(path), file_(file), tree_(tree), releases_(releases)
     {}
 
-    std::vector<FileFault> run() &&
+    std::vector<Diagnostic> run() &&
     {
         checkDuplicates(file_.root().members);
         for (const JsonMember& member : file_.root().members) {
@@ -32,7 +34,7 @@ public:
 private:
     void report(std::size_t offset, const std::string& path, std::string message)
     {
-        diagnostics_.push_back({positionAt(file_.text(), offset), path, std::move(message)});
+        diagnostics_.push_back({path, std::move(message), positionIn(path_, file_.text(), offset)});
     }
 
     void checkDuplicates(const std::vector<JsonMember>& members)
@@ -98,36 +100,32 @@ private:
                    "is an alias: write " + node->properties().aliasName() + " instead");
             break;
         case NodeKind::setting:
-            for (ValueFault& diagnostic : readStoredValue(*node, member).diagnostics) {
-                report(diagnostic.offset, member.name, std::move(diagnostic.message));
-            }
+            std::ranges::move(readStoredValue(*node, member, path_, file_.text()).diagnostics,
+                              std::back_inserter(diagnostics_));
             break;
         }
     }
 
+    const std::filesystem::path& path_;
     const SettingsFile& file_;
     const SettingsTree& tree_;
     const ReleaseChangeTable& releases_;
-    std::vector<FileFault> diagnostics_;
+    std::vector<Diagnostic> diagnostics_;
 };
 
 }  // namespace
 
-std::vector<FileFault> checkSettingsFile(std::string text, const SettingsTree& tree,
-                                         const ReleaseChangeTable& releases)
+std::vector<Diagnostic> checkSettingsFile(const std::filesystem::path& file, const std::string& text,
+                                          const SettingsTree& tree, const ReleaseChangeTable& releases)
 {
-    const std::string kept = text;
     try {
-        const SettingsFile file(std::move(text));
-        auto diagnostics = FileCheck(file, tree, releases).run();
-        std::stable_sort(diagnostics.begin(), diagnostics.end(),
-                         [](const FileFault& left, const FileFault& right) {
-                             return std::pair(left.position.line, left.position.column) <
-                                    std::pair(right.position.line, right.position.column);
-                         });
+        auto diagnostics = FileCheck(file, SettingsFile(text), tree, releases).run();
+        std::ranges::stable_sort(diagnostics, {}, [](const Diagnostic& diagnostic) {
+            return std::pair(diagnostic.position.line, diagnostic.position.column);
+        });
         return diagnostics;
     } catch (const ParseError& error) {
-        return {{positionAt(kept, error.offset()), "", error.what()}};
+        return {{"", error.what(), positionIn(file, text, error.offset())}};
     }
 }
 

@@ -17,8 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array overridingLayers{Layer::personal, Layer::installation};  // highest first
-
 std::string_view environment(const char* variable)
 {
     const char* value = std::getenv(variable);
@@ -66,7 +64,7 @@ LayerValue factoryValueOf(const Node& setting)
         factory.value = std::move(value.value);
         factory.source = std::move(value.source);
     } catch (const std::runtime_error& error) {
-        factory.diagnostics.emplace_back(error.what());
+        factory.diagnostics.push_back({setting.getFullName(), error.what()});
     }
     return factory;
 }
@@ -89,7 +87,8 @@ SettingsFile parseSettingsFile(const std::string& content, const fs::path& file)
     try {
         return SettingsFile(content);
     } catch (const ParseError& error) {
-        throw std::runtime_error(located(file, content, error.offset(), error.what()));
+        throw std::runtime_error(
+            formatDiagnostic({"", error.what(), positionIn(file, content, error.offset())}));
     }
 }
 
@@ -121,13 +120,8 @@ std::optional<LayerValue> Layers::valueIn(Layer layer, const Node& setting)
     if (member == nullptr) {
         return std::nullopt;
     }
-    StoredValue stored = readStoredValue(setting, *member);
-    LayerValue value{layer, std::move(stored.value), fileOf(layer).string()};
-    for (const ValueFault& diagnostic : stored.diagnostics) {
-        value.diagnostics.push_back(located(fileOf(layer), file->text(), diagnostic.offset,
-                                            setting.getFullName() + ": " + diagnostic.message));
-    }
-    return value;
+    StoredValue stored = readStoredValue(setting, *member, fileOf(layer), file->text());
+    return LayerValue{layer, std::move(stored.value), fileOf(layer).string(), std::move(stored.diagnostics)};
 }
 
 std::vector<LayerValue> Layers::valuesOf(const Node& node)
@@ -149,24 +143,19 @@ std::vector<LayerValue> Layers::valuesOf(const Node& node)
 LayerValue Layers::effective(const Node& node)
 {
     const Node& setting = resolveSetting(tree_, node);
-    std::vector<std::string> diagnostics;
-    const auto ignore = [&diagnostics](LayerValue& value) {
-        std::move(value.diagnostics.begin(), value.diagnostics.end(), std::back_inserter(diagnostics));
-    };
-    for (const Layer layer : overridingLayers) {
-        std::optional<LayerValue> value = valueIn(layer, setting);
+    std::vector<Diagnostic> ignored;
+    std::optional<LayerValue> value;
+    for (const Layer layer : {Layer::personal, Layer::installation, Layer::factory}) {
+        value = layer == Layer::factory ? factoryValueOf(setting) : valueIn(layer, setting);
         if (value && value->isValid()) {
-            value->diagnostics = std::move(diagnostics);
-            return *std::move(value);
+            break;
         }
         if (value) {
-            ignore(*value);
+            std::ranges::move(value->diagnostics, std::back_inserter(ignored));
         }
     }
-    LayerValue factory = factoryValueOf(setting);
-    ignore(factory);
-    factory.diagnostics = std::move(diagnostics);
-    return factory;
+    value->diagnostics = std::move(ignored);
+    return *std::move(value);
 }
 
 bool Layers::hasOverride(const Node& setting)

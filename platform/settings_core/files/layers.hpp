@@ -2,6 +2,7 @@
 
 // The effective values of settings: factory value, installation file, personal file; the last one wins.
 
+#include <settings_core/diagnostic.hpp>
 #include <settings_core/files/settings_file.hpp>
 #include <settings_core/tree/settings_tree.hpp>
 
@@ -49,8 +50,8 @@ struct LayerValue
     foundation::verdixdata::Array value = {};
     /// The file, "factory value", or the function that computed the value.
     std::string source = {};
-    /// Why the value is invalid, as "<file>:<line>:<column>: ..." for a file; empty for a valid value.
-    std::vector<std::string> diagnostics = {};
+    /// Why the value is invalid; empty for a valid value.
+    std::vector<Diagnostic> diagnostics = {};
 
     /// Whether there is a value and it satisfies its constraints. Invalid values are ignored.
     [[nodiscard]] bool isValid() const noexcept { return value.isAssigned() && diagnostics.empty(); }

@@ -1,3 +1,4 @@
+#include <settings_core/constraints/constraints.hpp>
 #include <settings_core/constraints/validation.hpp>
 #include <settings_core/files/atomic_file.hpp>
 #include <settings_core/files/layers.hpp>
@@ -27,7 +28,7 @@ std::string allowedValues(const Node& setting)
 
 Array parse(const Node& setting, std::string_view value, Notation notation)
 {
-    const ParseTarget target = parseTargetOf(setting);
+    const Constraint target = constraintOf(setting.properties());
     try {
         return notation == Notation::json ? parseJsonValue(value, target) : parseValue(value, target);
     } catch (const ParseError& error) {
@@ -39,10 +40,13 @@ Array parse(const Node& setting, std::string_view value, Notation notation)
 
 void requireValid(const Node& setting, const Array& value)
 {
-    const Verdict verdict = checkValue(setting, value);
-    if (!verdict.accepted()) {
+    std::string messages;
+    for (const Diagnostic& diagnostic : checkValue(setting, value)) {
+        messages += (messages.empty() ? "" : "\n") + diagnostic.message;
+    }
+    if (!messages.empty()) {
         throw InvalidValue(setting.getFullName() + " cannot be " + formatValueOnOneLine(value, valueWidth) +
-                           ": " + verdict.message + allowedValues(setting));
+                           ": " + messages + allowedValues(setting));
     }
 }
 

@@ -1,32 +1,28 @@
 #pragma once
 
+#include <settings_core/diagnostic.hpp>
 #include <settings_core/files/json_reader.hpp>
 #include <settings_core/tree/node.hpp>
 
 #include <foundation/verdixdata/array.hpp>
 
-#include <cstddef>
-#include <string>
+#include <filesystem>
+#include <string_view>
 #include <vector>
 
 namespace vx::core {
-
-/// A diagnostic about a value in a settings file.
-struct ValueFault
-{
-    std::size_t offset;   ///< in the file, in bytes
-    std::string message;  ///< what is wrong, and which values are allowed
-};
 
 /// A setting's value in a settings file.
 struct StoredValue
 {
     foundation::verdixdata::Array value;  ///< in the setting's class; unassigned if it could not be parsed
     /// Any diagnostic makes the value invalid, so that it is ignored.
-    std::vector<ValueFault> diagnostics;
+    std::vector<Diagnostic> diagnostics;
 };
 
-/// Parses the value of a setting in a settings file and checks it against the setting's constraints.
-[[nodiscard]] VX_API StoredValue readStoredValue(const Node& setting, const JsonMember& member);
+/// Parses the value of a setting in a settings file and checks it against the setting's constraints. `text`
+/// is the content of the file.
+[[nodiscard]] VX_API StoredValue readStoredValue(const Node& setting, const JsonMember& member,
+                                                 const std::filesystem::path& file, std::string_view text);
 
 }  // namespace vx::core

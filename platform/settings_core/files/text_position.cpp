@@ -18,12 +18,10 @@ TextPosition positionAt(std::string_view text, std::size_t offset) noexcept
     return {lineBreaks + 1, characterCount(line) + 1};
 }
 
-std::string located(const std::filesystem::path& file, std::string_view text, std::size_t offset,
-                    std::string_view message)
+Position positionIn(const std::filesystem::path& file, std::string_view text, std::size_t offset)
 {
-    const TextPosition at = positionAt(text, offset);
-    std::string line = file.string() + ":" + std::to_string(at.line) + ":" + std::to_string(at.column) + ": ";
-    return line.append(message);
+    const auto [line, column] = positionAt(text, offset);
+    return {file.string(), line, column};
 }
 
 std::size_t validUtf8PrefixLength(std::string_view text) noexcept

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <settings_core/diagnostic.hpp>
+
 #include <foundation/export.hpp>
 
 #include <cstddef>
@@ -20,9 +22,9 @@ struct TextPosition
 /// Returns the position of the byte at `offset`. A byte-order mark takes no column.
 [[nodiscard]] VX_API TextPosition positionAt(std::string_view text, std::size_t offset) noexcept;
 
-/// Returns "<file>:<line>:<column>: <message>"; `text` is the file's content, `offset` counts its bytes.
-[[nodiscard]] VX_API std::string located(const std::filesystem::path& file, std::string_view text,
-                                         std::size_t offset, std::string_view message);
+/// Returns the position of the byte at `offset` in a file with the content `text`.
+[[nodiscard]] VX_API Position positionIn(const std::filesystem::path& file, std::string_view text,
+                                         std::size_t offset);
 
 /// Thrown for input that cannot be parsed. The message says what was expected.
 class VX_API ParseError : public std::runtime_error

@@ -145,8 +145,8 @@ Migration migrateSettings(const SettingsFile& file, const ReleaseChangeTable& ta
     return migration;
 }
 
-std::vector<FileFault> checkMovedValues(const Migration& migration, const SettingsTree& tree,
-                                        const ReleaseChangeTable& table)
+std::vector<Diagnostic> checkMovedValues(const Migration& migration, const std::filesystem::path& file,
+                                         const SettingsTree& tree, const ReleaseChangeTable& table)
 {
     std::set<std::string_view> moved;
     for (const MigrationEvent& event : migration.events) {
@@ -154,9 +154,9 @@ std::vector<FileFault> checkMovedValues(const Migration& migration, const Settin
             moved.insert(event.target);
         }
     }
-    auto diagnostics = checkSettingsFile(migration.text, tree, table);
+    auto diagnostics = checkSettingsFile(file, migration.text, tree, table);
     std::erase_if(diagnostics,
-                  [&moved](const FileFault& diagnostic) { return !moved.contains(diagnostic.path); });
+                  [&moved](const Diagnostic& diagnostic) { return !moved.contains(diagnostic.path); });
     return diagnostics;
 }
 

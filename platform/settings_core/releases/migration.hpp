@@ -8,13 +8,14 @@
 #include <settings/core/settings_file_change.hpp>
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace vx::core {
 
-struct FileFault;
+struct Diagnostic;
 class SettingsTree;
 
 /// A change that a release makes to one setting of a file.
@@ -64,8 +65,8 @@ struct MigrationRange
 
 /// Returns diagnostics about moved values that the new setting rejects. They stay in the file and are
 /// ignored.
-[[nodiscard]] VX_API std::vector<FileFault>
-checkMovedValues(const Migration& migration, const SettingsTree& tree,
+[[nodiscard]] VX_API std::vector<Diagnostic>
+checkMovedValues(const Migration& migration, const std::filesystem::path& file, const SettingsTree& tree,
                  const ::settings::core::ReleaseChangeTable& table);
 
 }  // namespace vx::core

@@ -3,7 +3,7 @@
 // The common result of parsing either notation of a value: its literals in rows and columns. An array is made
 // from them.
 
-#include <settings_core/constraints/parse_target.hpp>
+#include <settings_core/values/value_parsing.hpp>
 
 #include <foundation/verdixdata/array.hpp>
 

@@ -2,16 +2,25 @@
 
 // Parsing of values in the scripting language's notation and in JSON. Formatting is in value_format.hpp.
 
-#include <settings_core/constraints/parse_target.hpp>
 #include <settings_core/files/json_reader.hpp>
 
 #include <foundation/export.hpp>
 #include <foundation/verdixdata/array.hpp>
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace vx::core {
+
+/// Target type for parsing a value of a setting.
+struct ParseTarget
+{
+    /// Class to parse to; nothing derives it from the notation: string, logical, double or cell of strings.
+    std::optional<foundation::verdixdata::ArrayType> elementClass = std::nullopt;
+    /// Whether a string, the name of a colour, is allowed instead of numbers.
+    bool acceptsColourNames = false;
+};
 
 /// Parses a value in the scripting language's notation: true, 12, -1.5e3, [14 0 255], [1,2;3,4], {"a","b"},
 /// {} and strings in single or double quotes, which are doubled inside. Quotes may be omitted where the value

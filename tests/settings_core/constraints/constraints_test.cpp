@@ -1,8 +1,10 @@
-#include <settings_core/constraints/constraints.hpp>
+#include <settings_core/constraints/kinds.hpp>
+#include <settings_core/constraints/validation.hpp>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <limits>
+#include <set>
 #include <tests/settings_core/new_setting.hpp>
 
 namespace {
@@ -14,7 +16,6 @@ using tests::scalar;
 using tests::string;
 using tests::text;
 using tests::texts;
-using vx::core::findViolations;
 using vx::core::ValueValidator;
 using Colour = settings::core::SettingValueValidator::Colour;
 
@@ -91,16 +92,24 @@ TEST(ValueValidator, HoldUpToTheirBounds)
          {row<double>({0, 0.5, 1.01}), row<double>({0, notANumber, 1}), text("red"), texts({"auto"})}},
         {{}, "", {text("anything"), Array()}, {}},
     };
+    std::set<std::string_view> untested;
+    for (const vx::core::ConstraintKind& kind : vx::core::constraintKinds()) {
+        untested.insert(kind.name);
+    }
     for (const Case& each : cases) {
         EXPECT_EQ(vx::core::describeValueValidator(each.rules), each.words);
+        const tests::NewSetting setting(tests::propertiesOf({}, {}, {each.rules}));
         for (std::size_t i = 0; i < each.kept.size(); ++i) {
-            EXPECT_TRUE(findViolations(each.rules, each.kept[i]).empty()) << each.words << ", kept " << i;
+            EXPECT_TRUE(checkValue(*setting, each.kept[i]).empty()) << each.words << ", kept " << i;
         }
         for (std::size_t i = 0; i < each.broken.size(); ++i) {
-            EXPECT_EQ(findViolations(each.rules, each.broken[i]).size(), 1U)
-                << each.words << ", broken " << i;
+            EXPECT_EQ(checkValue(*setting, each.broken[i]).size(), 1U) << each.words << ", broken " << i;
+        }
+        for (const auto& constraint : vx::core::exportedConstraints(each.rules)) {
+            untested.erase(each.broken.empty() ? "" : constraint.kind);
         }
     }
+    EXPECT_THAT(untested, testing::IsEmpty()) << "each kind needs values that satisfy and violate it";
 }
 
 TEST(ValueValidator, AreDescribedTogetherWithValidatorAndFactoryValue)
@@ -120,6 +129,7 @@ TEST(ValueValidator, AreDescribedTogetherWithValidatorAndFactoryValue)
               "a number accepted by check of liblimits, at least 1");
     EXPECT_EQ(described(row<double>({0, 0, 1}), {}, {{{.range = {{0, 1}}, .size = {{.columns = 3}}}}}),
               "numbers from 0 to 1, in 3 columns");
+    EXPECT_EQ(described(row<bool>({true, false}), {}, {}), "2 logical values");
     EXPECT_EQ(described({}, MValidator("elsewhere", "mustFit"), {}),
               "a value accepted by the script function elsewhere.mustFit");
 }

@@ -38,7 +38,7 @@ TEST_F(LiveLayersTest, TheLastLayerWithAFittingValueHolds)
     EXPECT_EQ(held.layer, vx::core::Layer::installation);
     ASSERT_EQ(held.diagnostics.size(), 1U);
     EXPECT_THAT(
-        held.diagnostics.front(),
+        formatDiagnostic(held.diagnostics.front()),
         HasSubstr("settings.json:2:35: verdix.commandwindow.WrapLines: expected true or false, not 3"));
     const auto all = layers.valuesOf(wrap);
     ASSERT_EQ(all.size(), 3U);
@@ -92,7 +92,7 @@ TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         ++number;
     }
     ASSERT_EQ(expected.size(), 20U);
-    const auto faults = vx::core::checkSettingsFile(content, tree, releases);
+    const auto faults = vx::core::checkSettingsFile(files.personal, content, tree, releases);
     ASSERT_EQ(faults.size(), expected.size());
     for (std::size_t index = 0; index < faults.size(); ++index) {
         EXPECT_EQ(faults[index].position.line, expected[index].first.line) << faults[index].message;
@@ -107,7 +107,7 @@ TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         {R"({"settings": 1})", "expected an object"},
     };
     for (const auto& [file, words] : others) {
-        const auto found = vx::core::checkSettingsFile(file, tree, releases);
+        const auto found = vx::core::checkSettingsFile(files.personal, file, tree, releases);
         ASSERT_FALSE(found.empty()) << file;
         EXPECT_NE(found.front().message.find(words), std::string::npos) << found.front().message;
     }

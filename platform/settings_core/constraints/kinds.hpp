@@ -1,0 +1,52 @@
+#pragma once
+
+#include <settings_core/constraints/constraints.hpp>
+
+#include <foundation/verdixdata/array.hpp>
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vx::core {
+
+/// A kind of constraint of value validators. A field of SettingValueValidator::Constraints becomes a kind by
+/// its entry in the table in kinds.cpp, and by nothing else.
+struct ConstraintKind
+{
+    using Constraints = ::settings::core::SettingValueValidator::Constraints;
+    using Array = foundation::verdixdata::Array;
+
+    std::string_view name;       ///< in exported trees and for users
+    std::size_t exportPosition;  ///< rank among the constraints of a value validator in an exported tree
+
+    // The other functions are only called for constraints of which this kind is set.
+    bool (*isSet)(const Constraints& constraints);
+    bool (*accepts)(const Constraints& constraints, const Array& value);
+    /// Phrase that follows "must be"; empty if the example, a value that satisfies the constraint, shows it.
+    std::string (*describe)(const Constraints& constraints, const Array& example);
+    /// Restricts `all`.
+    void (*fold)(const Constraints& constraints, Constraint& all);
+    /// Parameters in an exported tree.
+    std::vector<Parameter> (*parameters)(const Constraints& constraints);
+};
+
+/// All kinds, in the order in which they are checked and described.
+[[nodiscard]] VX_API std::span<const ConstraintKind> constraintKinds() noexcept;
+
+/// Calls visitor(kind) for every kind that is set.
+template <class Visitor>
+void forEachKind(const ConstraintKind::Constraints& constraints, Visitor visitor)
+{
+    for (const ConstraintKind& kind : constraintKinds()) {
+        if (kind.isSet(constraints)) {
+            visitor(kind);
+        }
+    }
+}
+
+/// Whether the range does not limit numbers, NaN included.
+[[nodiscard]] bool isOpen(const ::settings::core::SettingValueValidator::Range& range) noexcept;
+
+}  // namespace vx::core
