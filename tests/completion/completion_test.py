@@ -63,6 +63,10 @@ class Terminal:
 
 def main(vxsettings, shell, *set_up):
     command, usual_set_up = SHELLS[shell]
+    executable = shutil.which(command[0])
+    if not executable:
+        print(f"skipped: {shell} is not installed")
+        return 77
     with tempfile.TemporaryDirectory() as folder:
         with open(os.path.join(folder, "old_settings.json"), "w", encoding="utf-8") as file:
             file.write('{ "settings": {} }')
@@ -72,7 +76,7 @@ def main(vxsettings, shell, *set_up):
             "TERM": "dumb" if shell == "bash" else "xterm", "PS1": "$ ", "LC_ALL": "C.UTF-8", "COLUMNS": "200",
         }
         os.chdir(folder)
-        terminal = Terminal([shutil.which(command[0])] + command[1:], environment)
+        terminal = Terminal([executable] + command[1:], environment)
         terminal.run(*set_up or [usual_set_up])
         failures = 0
         for typed, printed in CASES:
