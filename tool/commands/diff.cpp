@@ -7,6 +7,7 @@
 
 #include "arguments.hpp"
 #include "command.hpp"
+#include "escaping.hpp"
 #include "json_text.hpp"
 #include "table.hpp"
 #include "tree_diff.hpp"
@@ -68,11 +69,8 @@ void writeMarkdown(const std::vector<Difference>& differences, Output& out)
 {
     out << "| change | path | details |\n|---|---|---|\n";
     for (const Difference& difference : differences) {
-        std::string cell = details(difference);
-        for (std::size_t bar = cell.find('|'); bar != std::string::npos; bar = cell.find('|', bar + 2)) {
-            cell.insert(bar, 1, '\\');
-        }
-        out << "| " << kindLabel(difference.kind) << " | `" << difference.path << "` | " << cell << " |\n";
+        out << "| " << kindLabel(difference.kind) << " | `" << difference.path << "` | "
+            << markdownCell(details(difference)) << " |\n";
     }
 }
 
