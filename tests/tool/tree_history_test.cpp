@@ -15,6 +15,7 @@ namespace {
 
 using testing::AllOf;
 using testing::HasSubstr;
+using testing::Not;
 using tests::runTool;
 
 /// The tree of a release.
@@ -143,6 +144,12 @@ TEST(TreeHistory, EachQuestionCanFail)
     EXPECT_THAT(faultsOf(astray),
                 HasSubstr("R2026b: move " + lost + " to verdix.web.Nowhere: the target does not exist"));
 
+    Document twice;
+    twice.addRelease(change("move", "verdix.web.Former", "verdix.web.Interim") + ", " +
+                     change("move", "verdix.web.Interim", lost));
+    EXPECT_THAT(faultsOf(twice), AllOf(HasSubstr("to verdix.web.Interim: the target does not exist"),
+                                       Not(HasSubstr("move verdix.web.Interim to " + lost))));
+
     Document invented;
     invented.addRelease(change("remove", "verdix.web.NeverWas"));
     EXPECT_THAT(faultsOf(invented),
@@ -164,6 +171,7 @@ TEST(TreeDiff, TellsKindsOfDifferencesApart)
     Document newer;
     newer.remove("verdix.web.FindPanel");
     newer.remove("verdix.web.UseProxy");
+    newer.remove("verdix.web.zoom");
     newer.addLike("verdix.web.ProxyHost", "verdix.web.Host");
     newer.remove("verdix.web.ProxyHost");
     newer.addLike("verdix.web.ProxyPort", "verdix.web.Fresh|Port");
@@ -171,7 +179,8 @@ TEST(TreeDiff, TellsKindsOfDifferencesApart)
                      change("move", "verdix.web.ProxyHost", "verdix.web.Host"));
     replace(newer.node("verdix.web.MaxFileSize"), "1500000", "2000000");
     replace(newer.node("verdix.web.SystemBrowser"), "\"default\"", "\"hidden\"");
-    replace(newer.node("verdix.web.ProxyUsername"), "mustBeStringScalar", "mustBeAnything");
+    replace(newer.node("verdix.web.ProxyUsername"), "mustBeStringScalar", "mustBe|Anything");
+    replace(newer.node("verdix.ui.figure.Colormap"), "0.125,", "1.25e-1,");
     const std::string file = newer.write();
 
     const auto text = runTool({"diff", baseline, file});
@@ -181,14 +190,18 @@ TEST(TreeDiff, TellsKindsOfDifferencesApart)
     for (std::string kind, path, rest; lines >> kind >> path && std::getline(lines, rest);) {
         found.push_back(kind.append(" ").append(path));
     }
-    EXPECT_THAT(found,
-                testing::ElementsAre("added verdix.web.Fresh|Port", "moved verdix.web.Host",
-                                     "removed verdix.web.UseProxy", "lost verdix.web.FindPanel",
-                                     "default verdix.web.MaxFileSize", "validator verdix.web.ProxyUsername",
-                                     "visibility verdix.web.SystemBrowser"));
+    EXPECT_THAT(found, testing::ElementsAre("added verdix.web.Fresh|Port", "moved verdix.web.Host",
+                                            "removed verdix.web.UseProxy", "removed verdix.web.zoom",
+                                            "lost verdix.web.FindPanel", "default verdix.web.MaxFileSize",
+                                            "validator verdix.web.ProxyUsername",
+                                            "visibility verdix.web.SystemBrowser"));
     EXPECT_THAT(runTool({"diff", baseline, file, "--format", "json"}).output,
                 HasSubstr("\"change\": \"moved\", \"path\": \"verdix.web.Host\", \"before\": "
                           "\"verdix.web.ProxyHost\", \"after\": \"R2026b\""));
+    const std::string markdown = runTool({"diff", baseline, file, "--format", "markdown"}).output;
+    EXPECT_THAT(markdown,
+                HasSubstr("\n| moved | `verdix.web.Host` | from verdix.web.ProxyHost in R2026b |\n"));
+    EXPECT_THAT(markdown, HasSubstr("mustBe\\|Anything"));
 }
 
 TEST(TreeDiff, SaysWhereADocumentIsWrong)

@@ -30,10 +30,13 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
     web->createFactorySetting("Outside", true, textSetting("b", {{.allowedValues = {u"a"}}}));
     web->createFactorySetting("Impossible", true,
                               {false, false, {}, {}, {}, false, false, {{{.range = {{2, 1}}}}}});
+    web->createFactorySetting("Only", true,
+                              {false, false, {}, {}, {}, false, false, {{{.range = {{1, 1}}}}}});
     web->createFactorySetting("Twice", true, textSetting(""));
     web->createFactorySetting("twice", true, textSetting(""));
     web->createFactorySetting("empty", false, groupProperties);
     tree.root()->createFactorySetting("project", false, groupProperties);
+    tree.root()->createFactorySetting("Project", true, textSetting(""));
 
     settings::core::ReleaseChangeTable releases;
     releases[0].release = "R2030a";
@@ -41,6 +44,8 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
                                      std::vector<std::string>());
     releases[0].changes.emplace_back("move", std::vector<std::string>{"verdix.web.Old"},
                                      std::vector<std::string>{"verdix.web.Nowhere"});
+    releases[0].changes.emplace_back("move", std::vector<std::string>{"verdix.web.Nowhere"},
+                                     std::vector<std::string>{"verdix.web.Outside"});
 
     std::vector<std::string> found;
     for (const auto& [file, path, message] : vx::tool::lintTree(tree, releases)) {
@@ -49,8 +54,8 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
     }
     EXPECT_THAT(found, testing::UnorderedElementsAre(
                            "tree/web.cpp verdix.web.Outside", "tree/web.cpp verdix.web.Impossible",
-                           "tree/web.cpp verdix.web.twice", "tree/web.cpp verdix.web.empty",
-                           "migration/release_changes.cpp verdix.web.Good",
+                           "tree/web.cpp verdix.web.twice", "tree/Project.cpp verdix.Project",
+                           "tree/web.cpp verdix.web.empty", "migration/release_changes.cpp verdix.web.Good",
                            "migration/release_changes.cpp verdix.web.Old"));
 }
 
