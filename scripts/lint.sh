@@ -25,6 +25,10 @@ case ${1-} in
 -*) fail "unknown argument '$1'; see the head of this file" ;;
 *) files=$(realpath -- "$@") && cd -- "$project" ;;
 esac
+if [[ -z $files ]]; then
+    echo "Nothing to do: no product source has changed."
+    exit
+fi
 
 "$project/scripts/setup.sh" --ci --quiet
 alone clang configure clang

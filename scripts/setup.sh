@@ -13,7 +13,7 @@ set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 
 packages=(
-    g++ binutils cmake ninja-build ccache pkg-config python3
+    g++ binutils cmake ninja-build ccache pkg-config python3 help2man
     libboost1.81-dev libboost-log1.81-dev libboost-json1.81-dev
     libcli11-dev libgtest-dev libgmock-dev libminizip-dev zlib1g-dev
 )

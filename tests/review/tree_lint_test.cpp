@@ -30,10 +30,13 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
     web->createFactorySetting("Outside", true, textSetting("b", {{.allowedValues = {u"a"}}}));
     web->createFactorySetting("Impossible", true,
                               {false, false, {}, {}, {}, false, false, {{{.range = {{2, 1}}}}}});
+    web->createFactorySetting("Only", true,
+                              {false, false, {}, {}, {}, false, false, {{{.range = {{1, 1}}}}}});
     web->createFactorySetting("Twice", true, textSetting(""));
     web->createFactorySetting("twice", true, textSetting(""));
     web->createFactorySetting("empty", false, groupProperties);
     tree.root()->createFactorySetting("project", false, groupProperties);
+    tree.root()->createFactorySetting("Project", true, textSetting(""));
 
     settings::core::ReleaseChangeTable releases;
     const auto change = [&releases](std::uint64_t index, std::string from, std::vector<std::string> to = {}) {
@@ -54,8 +57,8 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
     }
     EXPECT_THAT(found, testing::UnorderedElementsAre(
                            "tree/web.cpp verdix.web.Outside", "tree/web.cpp verdix.web.Impossible",
-                           "tree/web.cpp verdix.web.twice", "tree/web.cpp verdix.web.empty",
-                           "migration/release_changes.cpp verdix.web.Good",
+                           "tree/web.cpp verdix.web.twice", "tree/Project.cpp verdix.Project",
+                           "tree/web.cpp verdix.web.empty", "migration/release_changes.cpp verdix.web.Good",
                            "migration/release_changes.cpp verdix.web.Old"));
 }
 

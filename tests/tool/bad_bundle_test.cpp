@@ -47,6 +47,9 @@ TEST(BadBundle, IsReportedWithFileAndReason)
     }
     EXPECT_THAT(tests::runTool({"doctor", "--bundle", "/no/such/bundle.so"}).output,
                 HasSubstr("bundle file  /no/such/bundle.so"));
+    const std::string kept = folder.with("kept.json", "old content");
+    tests::runTool({"export", "--format", "json", "-o", kept, "--bundle", "/no/such/bundle.so"});
+    EXPECT_EQ(tests::readFile(kept), "old content");
 }
 
 }  // namespace

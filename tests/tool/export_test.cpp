@@ -1,4 +1,6 @@
-// The JSON form that other programs read.
+// The forms that other programs read.
+
+#include <tool/render/escaping.hpp>
 
 #include <boost/json.hpp>
 #include <gmock/gmock.h>
@@ -16,7 +18,7 @@ namespace json = boost::json;
 json::object exportTree()
 {
     const tests::TestFolder folder;
-    const std::string file = folder.with("export.json", "old content");
+    const std::string file = folder.with("export.json", std::string(2'000'000, 'x'));
     const auto run = tests::runTool({"export", "--format", "json", "-o", file});
     EXPECT_EQ(run.exitCode, 0) << run.errors;
     EXPECT_EQ(run.output, "");
@@ -52,6 +54,29 @@ TEST(Export, WritesKindsOfValuesAndRules)
     EXPECT_EQ(json::serialize(document.at("releaseChanges").as_array().at(3).at("changes").at(0)),
               R"({"operation":"move","from":["verdix.connector.InterfacesBlacklist"],)"
               R"("to":["verdix.connector.InterfacesBlocklist"]})");
+}
+
+TEST(Export, WritesTables)
+{
+    const std::string csv = tests::runTool({"export", "--format", "csv"}).output;
+    EXPECT_THAT(csv, testing::StartsWith("path,class,shape,value,validator,rules,visibility\r\n"));
+    EXPECT_THAT(csv, testing::HasSubstr("\r\nverdix.qorv,,,alias of qorv,,,default\r\n"));
+    EXPECT_THAT(csv, testing::HasSubstr("char,1-by-6,\"\"\"System\"\"\",verdix.settings.mustBeStringScalar,"
+                                        "\"one of: System, Light, Dark\",hidden\r\n"));
+    const std::string markdown = tests::runTool({"export", "--format", "markdown"}).output;
+    EXPECT_THAT(markdown, testing::HasSubstr(" |\n| --- | --- | --- | --- | --- | --- | --- |\n| "));
+    EXPECT_THAT(markdown,
+                testing::HasSubstr("\n| verdix.UserPath | char | 1-by-17 | \"$documents\\\\VERDIX\" | "));
+}
+
+TEST(Export, EscapesEachCharacterOfAString)
+{
+    EXPECT_EQ(vx::tool::csvField("a,b"), "\"a,b\"");
+    EXPECT_EQ(vx::tool::csvField("a\nb"), "\"a\nb\"");
+    EXPECT_EQ(vx::tool::csvField("say \"x\""), "\"say \"\"x\"\"\"");
+    EXPECT_EQ(vx::tool::markdownCell("a|b\\|<c>"), "a\\|b\\\\\\|&lt;c>");
+    EXPECT_EQ(vx::tool::escapeHtml("<a href=\"'&\">"), "&lt;a href=&quot;&#39;&amp;&quot;&gt;");
+    EXPECT_EQ(vx::tool::cssString("a'\\\n\"b"), "'a\\27 \\5c \\0a \"b'");
 }
 
 }  // namespace

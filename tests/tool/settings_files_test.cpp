@@ -38,7 +38,11 @@ TEST_F(SettingsFilesTest, ValuesGoThroughTheLayers)
         folder / "site/verdix/settings.json",
         "{\"settings\": {\"verdix.commandwindow.NumericFormat\": \"hex\", \"verdix.colors.KeywordColor\": "
         "1}}");
+    const std::string other = folder / "other.json";
+    EXPECT_EQ(run({"set", "commandwindow.NumericFormat", "longG", "--personal", other}).exitCode, 0);
     EXPECT_EQ(run({"get", "commandwindow.NumericFormat"}).output, "hex\n");
+    EXPECT_EQ(run({"get", "commandwindow.NumericFormat", "--installation", other}).output, "longG\n");
+    EXPECT_EQ(run({"set", "commandwindow.WrapLines", "false"}).exitCode, 0);  // the factory value
     EXPECT_EQ(run({"set", "commandwindow.NumericFormat", "bank"}).exitCode, 0);
     EXPECT_EQ(run({"set", "commandwindow.WindowSize", "--json", "[100, 50]"}).exitCode, 0);
     EXPECT_EQ(run({"get", "commandwindow.NumericFormat", "commandwindow.WindowSize"}).output,
@@ -53,7 +57,7 @@ TEST_F(SettingsFilesTest, ValuesGoThroughTheLayers)
                 testing::ContainsRegex("verdix.commandwindow.WindowSize +\\[100 50\\] +personal\n"));
     EXPECT_THAT(modified, testing::ContainsRegex("verdix.commandwindow.NumericFormat +\"bank\" +personal\n"));
     EXPECT_EQ(std::ranges::count(modified, '\n'), 2);
-    EXPECT_THAT(run({"reset", "commandwindow"}).output, HasSubstr("2 settings reset"));
+    EXPECT_THAT(run({"reset", "commandwindow"}).output, HasSubstr("3 settings reset"));
     EXPECT_EQ(run({"get", "commandwindow.NumericFormat"}).output, "hex\n");
     EXPECT_EQ(run({"reset"}).exitCode, 2);
 
@@ -66,6 +70,7 @@ TEST_F(SettingsFilesTest, RefusalsAndDamageEndInOneLine)
 {
     EXPECT_THAT(run({"set", "commandwindow.NumberOfLinesInScrollBuffer", "-5"}),
                 FailsInOneLine(1, HasSubstr("cannot be -5: must be from 1000 to 25000")));
+    EXPECT_THAT(run({"reset", "--all"}).output, testing::StartsWith("0 settings reset in "));
     EXPECT_FALSE(fs::exists(personal));
 
     writeFile(personal, "{\"settings\": {\n  \"verdix.commandwindow.WrapLines\": tru }}");

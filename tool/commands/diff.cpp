@@ -10,6 +10,7 @@
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
+#include "render/escaping.hpp"
 #include "render/json_text.hpp"
 #include "render/table.hpp"
 
@@ -73,8 +74,8 @@ void writeMarkdown(const std::vector<Difference>& differences, Output& out)
 {
     out << "| change | path | details |\n|---|---|---|\n";
     for (const Difference& difference : differences) {
-        const std::string cell = boost::replace_all_copy(details(difference), "|", "\\|");
-        out << "| " << kindLabel(difference.kind) << " | `" << difference.path << "` | " << cell << " |\n";
+        out << "| " << kindLabel(difference.kind) << " | `" << difference.path << "` | "
+            << markdownCell(details(difference)) << " |\n";
     }
 }
 

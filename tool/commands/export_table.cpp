@@ -4,7 +4,6 @@
 #include <settings_core/values/value_format.hpp>
 
 #include <boost/algorithm/string/join.hpp>
-#include <boost/algorithm/string/replace.hpp>
 
 #include <array>
 #include <string>
@@ -12,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "render/escaping.hpp"
 #include "render/node_labels.hpp"
 
 namespace vx::tool {
@@ -71,15 +71,6 @@ void forEachRow(const Session& session, Write write)
     }
 }
 
-std::string csvField(std::string field)
-{
-    if (field.find_first_of(",\"\r\n") == std::string::npos) {
-        return field;
-    }
-    boost::algorithm::replace_all(field, "\"", "\"\"");
-    return '"' + field + '"';
-}
-
 template <class Fields>
 void writeCsvLine(const Fields& fields, Output& out)
 {
@@ -89,14 +80,6 @@ void writeCsvLine(const Fields& fields, Output& out)
         separator = ",";
     }
     out << "\r\n";
-}
-
-std::string markdownCell(std::string cell)
-{
-    boost::algorithm::replace_all(cell, "\\", "\\\\");
-    boost::algorithm::replace_all(cell, "|", "\\|");
-    boost::algorithm::replace_all(cell, "<", "&lt;");
-    return cell;
 }
 
 template <class Fields>

@@ -1,16 +1,98 @@
-#include "manual/manual.hpp"
+#include <component/environment.hpp>
+
+#include <CLI/CLI.hpp>
+#include <boost/algorithm/string/replace.hpp>
+
+#include <string>
+#include <string_view>
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
 
 namespace vx::tool {
 
+namespace {
+
+/// Lays out options and positional arguments so that help2man recognises them.
+class ManualFormatter : public CLI::Formatter
+{
+public:
+    ManualFormatter()
+    {
+        label("REQUIRED", "");  // the usage shows it
+        column_width(60);       // of names; longer ones get a line of their own
+    }
+
+    std::string make_option_name(const CLI::Option* option, bool isPositional) const override
+    {
+        return boost::replace_all_copy(Formatter::make_option_name(option, isPositional), ",", ", ");
+    }
+};
+
+/// Returns the arguments of the program or a command. --help is only shown for the program.
+std::string argumentsOf(const CLI::App& app)
+{
+    std::string text;
+    for (const CLI::Option* option : app.get_options()) {
+        if (app.get_parent() == nullptr || option != app.get_help_ptr()) {
+            text += ManualFormatter().make_option(option, option->get_positional());
+        }
+    }
+    return text;
+}
+
+/// Returns the footer of a help, with a prompt before each example. Headings are left out, because help2man
+/// would move what follows to another section.
+std::string footerOf(const CLI::App& command)
+{
+    std::string text = "\n" + command.get_footer() + "\n";
+    boost::replace_all(text, "\nExamples:\n", "\n\n");
+    boost::replace_all(text, "\nExample:\n", "\n\n");
+    return boost::replace_all_copy(text, "\n  ", "\n  $ ");
+}
+
+/// Returns a subsection on a command: a heading, the usage, a sentence, arguments, footer.
+std::string describe(const CLI::App& command)
+{
+    std::string usage = ManualFormatter().make_usage(&command, "vxsettings " + command.get_name());
+    boost::replace_first(usage, "Usage: ", "  ");
+    return command.get_name() + ":\n" + usage + "\n" + command.get_description() + ".\n\n" +
+           argumentsOf(command) + footerOf(command) + "\n";
+}
+
+std::string entry(std::string_view term, std::string_view meaning)
+{
+    return std::string("  ").append(term).append("  ").append(meaning).append("\n");
+}
+
+/// Returns the help of the program and all commands in the layout that help2man reads.
+std::string manual(const CLI::App& app)
+{
+    std::string text = "Options:\n" + argumentsOf(app) + "\n*Commands*\n\n";
+    for (const CLI::App* command :
+         app.get_subcommands([](const CLI::App* any) { return !any->get_group().empty(); }))
+    {
+        text += describe(*command);
+    }
+    text += "*Exit Status*\n";
+    for (const auto& [code, meaning] : exitMeanings) {
+        text += entry(std::to_string(static_cast<int>(code)), meaning);
+    }
+    text += "\nEnvironment:\n";
+    for (const auto& [name, meaning] : ::settings::verdix::environmentInputs) {
+        text += entry(name, meaning);
+    }
+    return text;
+}
+
+}  // namespace
+
 Action addManual(CLI::App& command)
 {
-    setHelp(command, "Print the manual page of vxsettings");
+    setHelp(command, "Print the help of all commands, from which help2man makes the manual page");
     hideFromHelp(command);  // called by the build
     return [&app = programOf(command)](LazySession&, Output& out) {
-        out << manualPage(app);
+        out << manual(app);
         return ExitCode::done;
     };
 }

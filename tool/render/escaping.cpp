@@ -1,5 +1,7 @@
 #include "render/escaping.hpp"
 
+#include <boost/algorithm/string/replace.hpp>
+
 namespace vx::tool {
 
 std::string escapeHtml(std::string_view string)
@@ -45,6 +47,23 @@ std::string cssString(std::string_view string)
         }
     }
     return result += '\'';
+}
+
+std::string csvField(std::string field)
+{
+    if (field.find_first_of(",\"\r\n") == std::string::npos) {
+        return field;
+    }
+    boost::replace_all(field, "\"", "\"\"");
+    return '"' + field + '"';
+}
+
+std::string markdownCell(std::string cell)
+{
+    boost::replace_all(cell, "\\", "\\\\");
+    boost::replace_all(cell, "|", "\\|");
+    boost::replace_all(cell, "<", "&lt;");
+    return cell;
 }
 
 }  // namespace vx::tool

@@ -11,4 +11,10 @@ namespace vx::tool {
 /// Returns the string as a CSS string literal in single quotes.
 [[nodiscard]] std::string cssString(std::string_view string);
 
+/// Returns the string as a field of a CSV file (RFC 4180).
+[[nodiscard]] std::string csvField(std::string field);
+
+/// Returns a string without line breaks as a cell of a Markdown table.
+[[nodiscard]] std::string markdownCell(std::string cell);
+
 }  // namespace vx::tool

@@ -23,7 +23,7 @@ SHELLS = {
 CASES = [
     ("vxsettings ge\tcommandw\tNumericF\t", "short"),
     ("vxsettings get verdix.commandw\tNumericF\tcommandwindow.WindowSi\t", "[180 45]"),
-    ("vxsettings set commandwindow.NumericFormat ban\t", "verdix.commandwindow.NumericFormat is set in"),
+    ("vxsettings set commandw\tNumericF\tban\t", "verdix.commandwindow.NumericFormat is set in"),
     ("vxsettings list --kind al\t", "verdix.qorv"),
     ("vxsettings --format=js\tget commandwindow.NumericF\t", '"layer": "personal"'),
     ("vxsettings migrate --to R2020\told_s\t", "from before all releases to R2020b"),
@@ -63,6 +63,9 @@ class Terminal:
 
 def main(vxsettings, shell, *set_up):
     command, usual_set_up = SHELLS[shell]
+    if not shutil.which(shell):
+        print(f"skipped: {shell} is not installed")
+        return 77
     with tempfile.TemporaryDirectory() as folder:
         with open(os.path.join(folder, "old_settings.json"), "w", encoding="utf-8") as file:
             file.write('{ "settings": {} }')
@@ -72,7 +75,7 @@ def main(vxsettings, shell, *set_up):
             "TERM": "dumb" if shell == "bash" else "xterm", "PS1": "$ ", "LC_ALL": "C.UTF-8", "COLUMNS": "200",
         }
         os.chdir(folder)
-        terminal = Terminal([shutil.which(command[0])] + command[1:], environment)
+        terminal = Terminal([shutil.which(shell)] + command[1:], environment)
         terminal.run(*set_up or [usual_set_up])
         failures = 0
         for typed, printed in CASES:
