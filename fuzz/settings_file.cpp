@@ -42,7 +42,7 @@ void check(const std::string& text, const SettingsTree& tree, bool isRead)
 {
     const auto faults = checkSettingsFile("settings.json", text, tree, releases());
     require(isRead || faults.size() == 1, "what cannot be read has one fault");
-    const TextPosition end = positionAt(text, text.size());
+    const Position end = positionAt(text, text.size());
     for (const Diagnostic& fault : faults) {
         const auto& [file, line, column] = fault.position;
         require(line >= 1 && column >= 1 && line <= end.line && !fault.message.empty(),

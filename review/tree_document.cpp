@@ -146,7 +146,7 @@ TreeDocument TreeDocument::read(const std::string& file)
         return TreeDocument(parseJson(text));
     } catch (const core::ParseError& error) {
         throw std::runtime_error(core::formatDiagnostic(
-            {"", notATree(error.what()), core::positionIn(file, text, error.offset())}));
+            {"", notATree(error.what()), core::positionAt(text, error.offset(), file)}));
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(file + ": " + notATree(error.what()));
     }

@@ -259,32 +259,11 @@ Array ArrayFactory::createScalarInternal(std::string utf8) const
 const char* className(ArrayType type) noexcept
 {
     switch (type) {
-    case ArrayType::LOGICAL:
-        return "logical";
-    case ArrayType::CHAR:
-        return "char";
-    case ArrayType::STRING:
-        return "string";
-    case ArrayType::DOUBLE:
-        return "double";
-    case ArrayType::INT8:
-        return "int8";
-    case ArrayType::UINT8:
-        return "uint8";
-    case ArrayType::INT16:
-        return "int16";
-    case ArrayType::UINT16:
-        return "uint16";
-    case ArrayType::INT32:
-        return "int32";
-    case ArrayType::UINT32:
-        return "uint32";
-    case ArrayType::INT64:
-        return "int64";
-    case ArrayType::UINT64:
-        return "uint64";
-    case ArrayType::CELL:
-        return "cell";
+#define VX_CLASS_NAME(cppType, arrayType, className)                                                         \
+    case ArrayType::arrayType:                                                                               \
+        return className;
+        VX_FOR_EACH_ELEMENT_CLASS(VX_CLASS_NAME)
+#undef VX_CLASS_NAME
     case ArrayType::UNKNOWN:
         break;
     }
@@ -315,22 +294,10 @@ TypedArray<T>::TypedArray(const Array& array) : Array(array)
     checkClass(arrayTypeOf<T>, getType());
 }
 
-#define VX_TYPED_ARRAY(cppType)                                                                              \
+#define VX_TYPED_ARRAY(cppType, arrayType, className)                                                        \
     template class TypedArray<cppType>;                                                                      \
     template void detail::setElement(TypedArray<cppType>&, std::size_t, cppType);
-VX_TYPED_ARRAY(bool)
-VX_TYPED_ARRAY(char16_t)
-VX_TYPED_ARRAY(String)
-VX_TYPED_ARRAY(double)
-VX_TYPED_ARRAY(std::int8_t)
-VX_TYPED_ARRAY(std::uint8_t)
-VX_TYPED_ARRAY(std::int16_t)
-VX_TYPED_ARRAY(std::uint16_t)
-VX_TYPED_ARRAY(std::int32_t)
-VX_TYPED_ARRAY(std::uint32_t)
-VX_TYPED_ARRAY(std::int64_t)
-VX_TYPED_ARRAY(std::uint64_t)
-VX_TYPED_ARRAY(Array)
+VX_FOR_EACH_ELEMENT_CLASS(VX_TYPED_ARRAY)
 #undef VX_TYPED_ARRAY
 
 }  // namespace foundation::verdixdata

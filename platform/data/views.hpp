@@ -23,32 +23,11 @@ decltype(auto) visitElementType(foundation::verdixdata::ArrayType type, Visitor&
 {
     using foundation::verdixdata::ArrayType;
     switch (type) {
-    case ArrayType::LOGICAL:
-        return visitor(std::type_identity<bool>{});
-    case ArrayType::CHAR:
-        return visitor(std::type_identity<char16_t>{});
-    case ArrayType::STRING:
-        return visitor(std::type_identity<foundation::verdixdata::String>{});
-    case ArrayType::DOUBLE:
-        return visitor(std::type_identity<double>{});
-    case ArrayType::INT8:
-        return visitor(std::type_identity<std::int8_t>{});
-    case ArrayType::UINT8:
-        return visitor(std::type_identity<std::uint8_t>{});
-    case ArrayType::INT16:
-        return visitor(std::type_identity<std::int16_t>{});
-    case ArrayType::UINT16:
-        return visitor(std::type_identity<std::uint16_t>{});
-    case ArrayType::INT32:
-        return visitor(std::type_identity<std::int32_t>{});
-    case ArrayType::UINT32:
-        return visitor(std::type_identity<std::uint32_t>{});
-    case ArrayType::INT64:
-        return visitor(std::type_identity<std::int64_t>{});
-    case ArrayType::UINT64:
-        return visitor(std::type_identity<std::uint64_t>{});
-    case ArrayType::CELL:
-        return visitor(std::type_identity<foundation::verdixdata::Array>{});
+#define VX_VISIT(cppType, arrayType, className)                                                              \
+    case ArrayType::arrayType:                                                                               \
+        return visitor(std::type_identity<cppType>{});
+        VX_FOR_EACH_ELEMENT_CLASS(VX_VISIT)
+#undef VX_VISIT
     case ArrayType::UNKNOWN:
         break;
     }

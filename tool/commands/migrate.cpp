@@ -66,7 +66,7 @@ Migration planMigration(const std::string& text, const fs::path& file, const Ses
     try {
         return core::migrateSettings(settings, session.releaseChanges(), range);
     } catch (const core::ParseError& error) {
-        const core::Position position = core::positionIn(file, text, error.offset());
+        const core::Position position = core::positionAt(text, error.offset(), file);
         throw CommandError(ExitCode::failed, core::formatDiagnostic({"", error.what(), position}));
     } catch (const std::runtime_error& error) {
         throw CommandError(ExitCode::failed, file.string() + ": " + error.what());

@@ -6,30 +6,34 @@
 
 namespace foundation::verdixdata {
 
+/// Calls the macro X(C++ type, ArrayType, class name) for each class of elements.
+#define VX_FOR_EACH_ELEMENT_CLASS(X)                                                                         \
+    X(bool, LOGICAL, "logical")                                                                              \
+    X(char16_t, CHAR, "char")                                                                                \
+    X(::foundation::verdixdata::String, STRING, "string")                                                    \
+    X(double, DOUBLE, "double")                                                                              \
+    X(std::int8_t, INT8, "int8")                                                                             \
+    X(std::uint8_t, UINT8, "uint8")                                                                          \
+    X(std::int16_t, INT16, "int16")                                                                          \
+    X(std::uint16_t, UINT16, "uint16")                                                                       \
+    X(std::int32_t, INT32, "int32")                                                                          \
+    X(std::uint32_t, UINT32, "uint32")                                                                       \
+    X(std::int64_t, INT64, "int64")                                                                          \
+    X(std::uint64_t, UINT64, "uint64")                                                                       \
+    X(::foundation::verdixdata::Array, CELL, "cell")
+
 namespace detail {
 
 template <class T>
 struct ElementClass;
 
-#define VX_ELEMENT_CLASS(cppType, arrayType)                                                                 \
+#define VX_ELEMENT_CLASS(cppType, arrayType, className)                                                      \
     template <>                                                                                              \
     struct ElementClass<cppType>                                                                             \
     {                                                                                                        \
         static constexpr ArrayType value = ArrayType::arrayType;                                             \
     };
-VX_ELEMENT_CLASS(bool, LOGICAL)
-VX_ELEMENT_CLASS(char16_t, CHAR)
-VX_ELEMENT_CLASS(String, STRING)
-VX_ELEMENT_CLASS(double, DOUBLE)
-VX_ELEMENT_CLASS(std::int8_t, INT8)
-VX_ELEMENT_CLASS(std::uint8_t, UINT8)
-VX_ELEMENT_CLASS(std::int16_t, INT16)
-VX_ELEMENT_CLASS(std::uint16_t, UINT16)
-VX_ELEMENT_CLASS(std::int32_t, INT32)
-VX_ELEMENT_CLASS(std::uint32_t, UINT32)
-VX_ELEMENT_CLASS(std::int64_t, INT64)
-VX_ELEMENT_CLASS(std::uint64_t, UINT64)
-VX_ELEMENT_CLASS(Array, CELL)
+VX_FOR_EACH_ELEMENT_CLASS(VX_ELEMENT_CLASS)
 #undef VX_ELEMENT_CLASS
 
 }  // namespace detail
@@ -85,22 +89,10 @@ void setElement(TypedArray<T>& array, std::size_t index, T value)
 }  // namespace detail
 
 // Instantiated in the data array library.
-#define VX_TYPED_ARRAY(cppType)                                                                              \
+#define VX_TYPED_ARRAY(cppType, arrayType, className)                                                        \
     extern template class VX_API TypedArray<cppType>;                                                        \
     extern template VX_API void detail::setElement(TypedArray<cppType>&, std::size_t, cppType);
-VX_TYPED_ARRAY(bool)
-VX_TYPED_ARRAY(char16_t)
-VX_TYPED_ARRAY(String)
-VX_TYPED_ARRAY(double)
-VX_TYPED_ARRAY(std::int8_t)
-VX_TYPED_ARRAY(std::uint8_t)
-VX_TYPED_ARRAY(std::int16_t)
-VX_TYPED_ARRAY(std::uint16_t)
-VX_TYPED_ARRAY(std::int32_t)
-VX_TYPED_ARRAY(std::uint32_t)
-VX_TYPED_ARRAY(std::int64_t)
-VX_TYPED_ARRAY(std::uint64_t)
-VX_TYPED_ARRAY(Array)
+VX_FOR_EACH_ELEMENT_CLASS(VX_TYPED_ARRAY)
 #undef VX_TYPED_ARRAY
 
 }  // namespace foundation::verdixdata

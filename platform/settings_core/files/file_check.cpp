@@ -34,7 +34,7 @@ public:
 private:
     void report(std::size_t offset, const std::string& path, std::string message)
     {
-        diagnostics_.push_back({path, std::move(message), positionIn(path_, file_.text(), offset)});
+        diagnostics_.push_back({path, std::move(message), positionAt(file_.text(), offset, path_)});
     }
 
     void checkDuplicates(const std::vector<JsonMember>& members)
@@ -125,7 +125,7 @@ std::vector<Diagnostic> checkSettingsFile(const std::filesystem::path& file, con
         });
         return diagnostics;
     } catch (const ParseError& error) {
-        return {{"", error.what(), positionIn(file, text, error.offset())}};
+        return {{"", error.what(), positionAt(text, error.offset(), file)}};
     }
 }
 

@@ -88,7 +88,7 @@ SettingsFile parseSettingsFile(const std::string& content, const fs::path& file)
         return SettingsFile(content);
     } catch (const ParseError& error) {
         throw std::runtime_error(
-            formatDiagnostic({"", error.what(), positionIn(file, content, error.offset())}));
+            formatDiagnostic({"", error.what(), positionAt(content, error.offset(), file)}));
     }
 }
 

@@ -10,7 +10,7 @@ StoredValue readStoredValue(const Node& setting, const JsonMember& member, const
     StoredValue stored;
     const auto report = [&](std::size_t offset, std::string message) {
         stored.diagnostics.push_back(
-            {setting.getFullName(), std::move(message), positionIn(file, text, offset)});
+            {setting.getFullName(), std::move(message), positionAt(text, offset, file)});
     };
     if (setting.properties().readOnly.value()) {
         report(member.offset, "is read-only: remove it from the file");

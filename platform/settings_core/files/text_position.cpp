@@ -7,7 +7,7 @@
 
 namespace vx::core {
 
-TextPosition positionAt(std::string_view text, std::size_t offset) noexcept
+Position positionAt(std::string_view text, std::size_t offset, const std::filesystem::path& file)
 {
     const std::string_view before = text.substr(0, offset);
     const auto lineBreaks = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
@@ -15,13 +15,7 @@ TextPosition positionAt(std::string_view text, std::size_t offset) noexcept
     if (lineBreaks == 0 && line.starts_with(byteOrderMark)) {
         line.remove_prefix(byteOrderMark.size());
     }
-    return {lineBreaks + 1, characterCount(line) + 1};
-}
-
-Position positionIn(const std::filesystem::path& file, std::string_view text, std::size_t offset)
-{
-    const auto [line, column] = positionAt(text, offset);
-    return {file.string(), line, column};
+    return {file.string(), lineBreaks + 1, characterCount(line) + 1};
 }
 
 std::size_t validUtf8PrefixLength(std::string_view text) noexcept

@@ -12,19 +12,10 @@
 
 namespace vx::core {
 
-/// A position in a UTF-8 file or string, counted from 1; columns count characters, not bytes.
-struct TextPosition
-{
-    std::size_t line = 1;    ///< number of the line
-    std::size_t column = 1;  ///< number of the character in the line
-};
-
-/// Returns the position of the byte at `offset`. A byte-order mark takes no column.
-[[nodiscard]] VX_API TextPosition positionAt(std::string_view text, std::size_t offset) noexcept;
-
-/// Returns the position of the byte at `offset` in a file with the content `text`.
-[[nodiscard]] VX_API Position positionIn(const std::filesystem::path& file, std::string_view text,
-                                         std::size_t offset);
+/// Returns the position of the byte at `offset` in a UTF-8 text, which may be the content of a file. A
+/// byte-order mark takes no column.
+[[nodiscard]] VX_API Position positionAt(std::string_view text, std::size_t offset,
+                                         const std::filesystem::path& file = {});
 
 /// Thrown for input that cannot be parsed. The message says what was expected.
 class VX_API ParseError : public std::runtime_error

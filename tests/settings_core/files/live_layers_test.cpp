@@ -80,13 +80,13 @@ TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         {R"(    ^"verdix.desktop.DisplayScaleFactor": 1)", {"is an alias"}},
         {R"(} })"},
     };
-    std::vector<std::pair<vx::core::TextPosition, const char*>> expected;
+    std::vector<std::pair<vx::core::Position, const char*>> expected;
     std::string content;
     for (std::size_t number = 1; auto [line, words] : lines) {
         for (const char* fault : words) {
             const std::size_t mark = line.find('^');
             line.erase(mark, 1);
-            expected.push_back({{number, vx::core::characterCount(line.substr(0, mark)) + 1}, fault});
+            expected.push_back({{"", number, vx::core::characterCount(line.substr(0, mark)) + 1}, fault});
         }
         content.append(line).append("\n");
         ++number;
