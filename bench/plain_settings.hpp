@@ -8,16 +8,16 @@
 
 namespace bench {
 
-/// A factory value in the types that all formats support.
+/// A factory value, reduced to the types that every library in the benchmark can store.
 using PlainValue = std::variant<bool, int, double, std::string, std::vector<int>, std::vector<double>,
                                 std::vector<std::string>>;
 
-/// A setting with what the other formats support: name and value, without constraints, visibility and element
-/// class.
+/// A setting, reduced to what every library in the benchmark can store: name and value, but no constraints,
+/// visibility or element class.
 struct PlainSetting
 {
     std::string group;  ///< full path
-    std::string name;
+    std::string name;   ///< last component of the path
     PlainValue value;
 
     [[nodiscard]] std::string path() const { return group + "." + name; }

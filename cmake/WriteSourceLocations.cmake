@@ -1,6 +1,10 @@
-# Writes OUTPUT, a C++ source with the constant vx::review::locations: the group or setting that each call in a builder
-# of TREE adds to the root, or to the group that the builder of a file of its own takes (`void buildX(FactoryGroup&
-# desktop)` in a header of TREE), and the file with the call.
+# Writes OUTPUT, a C++ source that defines vx::review::locations, from which messages about a setting get the name of
+# the file to edit. TREE is the folder with the sources of the tree.
+#
+# The sources are searched with regular expressions for two kinds of calls:
+# - add...(root, "name"), which adds a group or setting to the root;
+# - addGroup(desktop, "name"), which adds a group to another group. That group is the parameter of a function in a
+#   header of TREE, `void buildX(FactoryGroup& desktop)`; the parameter must have the name of the group.
 cmake_minimum_required(VERSION 3.25)
 
 file(GLOB headers "${TREE}/*.hpp")

@@ -1,13 +1,13 @@
 #pragma once
 
-// The environment variables that factory values depend on: for the areas that read them, and for the command,
-// which documents and reports them.
+// The environment variables that factory values depend on. Areas read them; vxsettings documents them in its
+// manual page and reports their values.
 
 #include <array>
 
 namespace settings::verdix {
 
-/// An environment variable that the tree reads.
+/// Name and meaning of an environment variable, for users.
 struct EnvironmentVariable
 {
     const char* name;
@@ -22,13 +22,14 @@ enum class EnvironmentInput : unsigned char
     lifecycleLogs
 };
 
-/// Name and meaning of each EnvironmentInput, in its order.
+/// The environment variables, indexed by EnvironmentInput.
 inline constexpr std::array<EnvironmentVariable, 3> environmentInputs{{
     {"VX_CD_ANYWHERE_DISABLED",
-     "If true, in upper or lower case, the factory value of verdix.online.cdAnywhereDisabled is true."},
+     "If set to true, in any letter case, the factory value of verdix.online.cdAnywhereDisabled is true."},
     {"VX_UI_INTERNAL_FIGURE_USEAPPSHELL", "If set to a value that does not begin with 1, the factory value "
                                           "of verdix.ui.internal.figure.UseAppShell is false."},
-    {"VX_WEBWINDOW_LOGS_SPEC", "The factory value of verdix.ui.internal.figure.webwindow.LifecycleLogs."},
+    {"VX_WEBWINDOW_LOGS_SPEC",
+     "The factory value of verdix.ui.internal.figure.webwindow.LifecycleLogs (default: none)."},
 }};
 
 }  // namespace settings::verdix

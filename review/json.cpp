@@ -17,47 +17,48 @@ namespace vx::review {
 namespace {
 
 namespace json = boost::json;
-/// Converts a number: an integer where it fits, else the nearest double, which Boost.JSON's own parser may
-/// miss in the last bit.
-json::value numberOf(std::string_view digits)
+
+/// Parses a number: as an integer if it fits, else as the nearest double. (The doubles of Boost.JSON's own
+/// parser can differ in the last bit.)
+json::value parseNumber(std::string_view digits)
 {
-    const auto parsed = [digits](auto& number) {
+    const auto parseAs = [digits](auto& number) {
         const char* const end = digits.data() + digits.size();
         return std::from_chars(digits.data(), end, number).ptr == end;
     };
     std::int64_t integer = 0;
     std::uint64_t unsignedInteger = 0;
     double number = 0;
-    if (digits != "-0" && parsed(integer)) {
+    if (digits != "-0" && parseAs(integer)) {
         return integer;
     }
-    if (parsed(unsignedInteger)) {
+    if (parseAs(unsignedInteger)) {
         return unsignedInteger;
     }
-    static_cast<void>(parsed(number));
+    static_cast<void>(parseAs(number));
     return number;
 }
 
-json::value valueOf(const core::JsonValue& read)
+json::value convert(const core::JsonValue& parsed)
 {
-    switch (read.kind) {
+    switch (parsed.kind) {
     case core::JsonKind::null:
         return nullptr;
     case core::JsonKind::boolean:
-        return read.text == "true";
+        return parsed.text == "true";
     case core::JsonKind::number:
-        return numberOf(read.text);
+        return parseNumber(parsed.text);
     case core::JsonKind::string:
-        return json::value(foundation::verdixdata::toUtf8(core::decodedString(read)));
+        return json::value(foundation::verdixdata::toUtf8(core::decodedString(parsed)));
     case core::JsonKind::array: {
         json::array array;
-        std::ranges::transform(read.elements, std::back_inserter(array), valueOf);
+        std::ranges::transform(parsed.elements, std::back_inserter(array), convert);
         return array;
     }
     default:
         json::object object;
-        for (const core::JsonMember& member : read.members) {
-            object.insert_or_assign(member.name, valueOf(member.value));
+        for (const core::JsonMember& member : parsed.members) {
+            object.insert_or_assign(member.name, convert(member.value));
         }
         return object;
     }
@@ -89,7 +90,7 @@ void appendObject(std::string& text, const json::object& object, JsonStyle style
 
 json::value parseJson(std::string_view text)
 {
-    return valueOf(core::readJson(text));
+    return convert(core::readJson(text));
 }
 
 void appendJson(std::string& text, const json::value& value, JsonStyle style)

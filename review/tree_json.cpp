@@ -43,7 +43,8 @@ bool isCharacterVector(const Array& array)
     return array.getType() == ArrayType::CHAR && data::isRow(array);
 }
 
-/// Returns a cell element: a string for a character vector, null for an unassigned value, else an object.
+/// Converts an element of a cell: a string for a character vector, null for an unassigned value, else an
+/// object.
 json::value elementJson(const Array& element)
 {
     return isCharacterVector(element) ? json::value(toUtf8(*data::textOf(element))) : valueJson(element);
@@ -73,7 +74,7 @@ json::value dataJson(const Array& array)
 template <class Function, class... Functions>
 constexpr bool isAnyOf = (std::is_same_v<Function, Functions> || ...);
 
-/// Returns a validator or run-time default as JSON; null if there is none.
+/// Visitor that converts a validator or run-time default; null if there is none.
 struct FunctionJson
 {
     json::value operator()(std::monostate) const { return nullptr; }

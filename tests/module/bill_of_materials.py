@@ -1,4 +1,4 @@
-"""Compares the bill of materials with what the product's files are linked with, in both directions.
+"""Checks that the bill of materials lists the shared libraries that the product's files need, and no others.
 
     bill_of_materials.py READELF BILL FILE...
 """
@@ -9,8 +9,8 @@ import re
 import subprocess
 import sys
 
-# Whether the compiler calls for these depends on how it optimises.
-OF_OPTIMISATION = ("libm.so.*", "ld-linux*")
+# Libraries that may be recorded without being linked: whether the compiler needs them depends on the optimisation.
+OPTIONAL = ("libm.so.*", "ld-linux*")
 
 readelf, bill, *files = filter(None, sys.argv[1:])
 with open(bill, encoding="utf-8") as document:
@@ -26,10 +26,10 @@ matches = {
     f"{name}: {pattern}": fnmatch.filter(linked, pattern) for name, patterns in recorded.items() for pattern in patterns
 }
 unknown = linked.difference(*matches.values())
-unused = [pattern for pattern, files in matches.items() if not files and not pattern.endswith(OF_OPTIMISATION)]
+unused = [pattern for pattern, found in matches.items() if not found and not pattern.endswith(OPTIONAL)]
 if unknown or unused or not linked:
     sys.exit(
-        f"linked, but not recorded: {unknown}; recorded, but not linked: {unused}; "
-        "mend the vx_record_dependency that stands beside the dependency's find_package"
+        f"linked, but not recorded: {sorted(unknown)}; recorded, but not linked: {unused}; "
+        "fix LIBRARIES in the vx_record_dependency call after the dependency's find_package"
     )
-print(f"{len(linked)} libraries of {len(packages) - 1} dependencies")
+print(f"{len(linked)} libraries of {len(packages) - 1} dependencies")  # the first package is the product

@@ -26,7 +26,7 @@ namespace {
 using core::Node;
 using core::NodeKind;
 
-constexpr std::size_t valueWidth = 60;
+constexpr std::size_t valueWidth = 60;  // in characters
 
 struct ListOptions
 {
@@ -38,60 +38,62 @@ struct ListOptions
     bool onlyModified = false;
 };
 
-bool matches(const std::string& pattern, const std::string& path, std::size_t from = 0)
+/// Whether a glob matches a string, or its end from `offset`.
+bool matches(const std::string& pattern, const std::string& string, std::size_t offset = 0)
 {
-    return ::fnmatch(pattern.c_str(), path.c_str() + from, 0) == 0;
+    return ::fnmatch(pattern.c_str(), string.c_str() + offset, 0) == 0;
 }
 
-/// Returns the nodes that match any of the patterns, with or without the root. Throws CommandError if a
-/// pattern matches none.
+/// Returns the nodes whose path, with or without the root, matches any of the patterns; all nodes if there is
+/// no pattern. Throws CommandError if a pattern matches no path.
 std::vector<const Node*> matchingNodes(const Session& session, const std::vector<std::string>& patterns)
 {
     const auto& all = session.tree().nodes();
     if (patterns.empty()) {
         return {all.begin(), all.end()};
     }
-    const std::size_t rootLength = session.tree().root()->fullName().size() + 1;
-    std::vector<bool> isUsed(patterns.size());
+    const std::size_t prefixLength = session.tree().root()->fullName().size() + 1;  // with the dot
+    std::vector<bool> isMatched(patterns.size());
     std::vector<const Node*> nodes;
     for (const Node* node : all) {
         const std::string path = node->getFullName();
         bool isMatch = false;
         for (std::size_t index = 0; index < patterns.size(); ++index) {
-            if (matches(patterns[index], path) || matches(patterns[index], path, rootLength)) {
-                isMatch = isUsed[index] = true;
+            if (matches(patterns[index], path) || matches(patterns[index], path, prefixLength)) {
+                isMatch = isMatched[index] = true;
             }
         }
         if (isMatch) {
             nodes.push_back(node);
         }
     }
-    if (const auto unused = std::ranges::find(isUsed, false); unused != isUsed.end()) {
-        throw CommandError(ExitCode::failed, "no path matches " +
-                                                 patterns[static_cast<std::size_t>(unused - isUsed.begin())] +
-                                                 "; * matches any characters, including dots");
+    if (const auto unmatched = std::ranges::find(isMatched, false); unmatched != isMatched.end()) {
+        throw CommandError(ExitCode::failed,
+                           "no path matches " +
+                               patterns[static_cast<std::size_t>(unmatched - isMatched.begin())] +
+                               "; * matches any characters, including dots");
     }
     return nodes;
 }
 
-/// Throws CommandError if no setting has a constraint of this name.
-void requireKnownConstraint(const Session& session, const std::string& validator)
+/// Throws CommandError if the pattern matches the name of no constraint of any setting.
+void requireKnownConstraint(const Session& session, const std::string& pattern)
 {
     std::set<std::string> names;
     for (const Node* node : session.tree().nodes()) {
         std::ranges::move(constraintNames(*node), std::inserter(names, names.end()));
     }
-    if (std::ranges::none_of(names, [&](const auto& name) { return matches(validator, name); })) {
-        throw CommandError(ExitCode::failed, "no setting has a validator " + validator + "; there are " +
-                                                 boost::algorithm::join(names, ", "));
+    if (std::ranges::none_of(names, [&](const auto& name) { return matches(pattern, name); })) {
+        throw CommandError(ExitCode::failed, "no validator or constraint matches " + pattern +
+                                                 "; available: " + boost::algorithm::join(names, ", "));
     }
 }
 
-bool isConstrainedBy(const Node& node, const std::string& validator)
+bool isConstrainedBy(const Node& node, const std::string& pattern)
 {
     return node.kind() == NodeKind::setting &&
            std::ranges::any_of(constraintNames(node),
-                               [&](const std::string& name) { return matches(validator, name); });
+                               [&](const std::string& name) { return matches(pattern, name); });
 }
 
 bool isModified(core::Layers& layers, const Node& node)
@@ -103,7 +105,7 @@ bool isModified(core::Layers& layers, const Node& node)
     return effective.layer != core::Layer::factory && !(effective.value == node.properties().factoryValue);
 }
 
-bool isChosen(LazySession& lazy, const ListOptions& options, const Node& node)
+bool passesFilters(LazySession& lazy, const ListOptions& options, const Node& node)
 {
     return (options.kind.empty() || kindLabel(node.kind()) == options.kind) &&
            (options.validator.empty() || isConstrainedBy(node, options.validator)) &&
@@ -112,7 +114,7 @@ bool isChosen(LazySession& lazy, const ListOptions& options, const Node& node)
            (!options.onlyModified || isModified(lazy.layers(), node));
 }
 
-/// Writes the paths, optionally with effective value and origin.
+/// Writes one path per line, optionally with effective value and origin.
 void writeText(LazySession& lazy, const std::vector<const Node*>& nodes, bool withValues, Output& out)
 {
     Table table;
@@ -150,7 +152,7 @@ ExitCode list(LazySession& lazy, const ListOptions& options, Output& out)
         requireKnownConstraint(session, options.validator);
     }
     auto nodes = matchingNodes(session, options.patterns);
-    std::erase_if(nodes, [&](const Node* node) { return !isChosen(lazy, options, *node); });
+    std::erase_if(nodes, [&](const Node* node) { return !passesFilters(lazy, options, *node); });
     (out.isJson() ? writeDocument : writeText)(lazy, nodes, options.onlyModified, out);
     return ExitCode::done;
 }
@@ -168,11 +170,11 @@ Action addList(CLI::App& command)
     addChoice(command, "--kind", options->kind, {"group", "setting", "alias"},
               "Only list nodes of this kind");
     addOption(command, "--validator", options->validator, "VALIDATOR",
-              "Only list settings with this validator or kind of constraint, a glob; \"none\" for settings "
-              "without any");
+              "Only list settings with a validator or constraint whose name matches this glob; \"none\" "
+              "matches settings without any");
     addFlag(command, "--hidden", options->onlyHidden,
-            "Only list what is hidden, by itself or with its group");
-    addFlag(command, "--read-only", options->onlyReadOnly, "Only list what is read-only");
+            "Only list nodes that are hidden, themselves or with their group");
+    addFlag(command, "--read-only", options->onlyReadOnly, "Only list read-only nodes");
     addFlag(command, "--modified", options->onlyModified,
             "Only list settings whose value differs from the factory value, with value and origin");
     return [options](LazySession& session, Output& out) { return list(session, *options, out); };

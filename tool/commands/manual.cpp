@@ -13,14 +13,14 @@ namespace vx::tool {
 
 namespace {
 
-/// Lays out options and positional arguments so that help2man recognises them.
+/// Formats options and positional arguments so that help2man recognises them.
 class ManualFormatter : public CLI::Formatter
 {
 public:
     ManualFormatter()
     {
-        label("REQUIRED", "");  // the usage shows it
-        column_width(60);       // of names; longer ones get a line of their own
+        label("REQUIRED", "");  // the usage line shows it
+        column_width(60);       // wide enough for each name and its help to share a line
     }
 
     std::string make_option_name(const CLI::Option* option, bool isPositional) const override
@@ -29,7 +29,8 @@ public:
     }
 };
 
-/// Returns the arguments of the program or a command. --help is only shown for the program.
+/// Returns the help of all arguments of the program or a command. --help is only listed for the program, as
+/// it is the same everywhere.
 std::string argumentsOf(const CLI::App& app)
 {
     std::string text;
@@ -41,8 +42,8 @@ std::string argumentsOf(const CLI::App& app)
     return text;
 }
 
-/// Returns the footer of a help, with a prompt before each example. Headings are left out, because help2man
-/// would move what follows to another section.
+/// Returns the footer of a command's help, with a prompt before each example. The headings of examples are
+/// left out, because help2man would move the examples to a section of its own.
 std::string footerOf(const CLI::App& command)
 {
     std::string text = "\n" + command.get_footer() + "\n";
@@ -51,8 +52,8 @@ std::string footerOf(const CLI::App& command)
     return boost::replace_all_copy(text, "\n  ", "\n  $ ");
 }
 
-/// Returns a subsection on a command: a heading, the usage, a sentence, arguments, footer.
-std::string describe(const CLI::App& command)
+/// Returns the subsection of a command: heading, usage, summary, arguments, footer.
+std::string subsectionOf(const CLI::App& command)
 {
     std::string usage = ManualFormatter().make_usage(&command, "vxsettings " + command.get_name());
     boost::replace_first(usage, "Usage: ", "  ");
@@ -60,6 +61,7 @@ std::string describe(const CLI::App& command)
            argumentsOf(command) + footerOf(command) + "\n";
 }
 
+/// Returns a line that help2man recognises as a term with its meaning.
 std::string entry(std::string_view term, std::string_view meaning)
 {
     return std::string("  ").append(term).append("  ").append(meaning).append("\n");
@@ -70,9 +72,9 @@ std::string manual(const CLI::App& app)
 {
     std::string text = "Options:\n" + argumentsOf(app) + "\n*Commands*\n\n";
     for (const CLI::App* command :
-         app.get_subcommands([](const CLI::App* any) { return !any->get_group().empty(); }))
+         app.get_subcommands([](const CLI::App* candidate) { return !candidate->get_group().empty(); }))
     {
-        text += describe(*command);
+        text += subsectionOf(*command);
     }
     text += "*Exit Status*\n";
     for (const auto& [code, meaning] : exitMeanings) {
@@ -90,7 +92,7 @@ std::string manual(const CLI::App& app)
 Action addManual(CLI::App& command)
 {
     setHelp(command, "Print the help of all commands, from which help2man makes the manual page");
-    hideFromHelp(command);  // called by the build
+    hideFromHelp(command);  // only the build runs it
     return [&app = programOf(command)](LazySession&, Output& out) {
         out << manual(app);
         return ExitCode::done;

@@ -8,7 +8,7 @@ namespace vx::tool {
 
 void Table::write(Output& out, std::string_view indent) const
 {
-    constexpr std::string_view gap = "  ";
+    constexpr std::string_view separator = "  ";
     std::vector<std::size_t> widths;
     for (const auto& row : rows_) {
         widths.resize(std::max(widths.size(), row.size()));
@@ -22,10 +22,10 @@ void Table::write(Output& out, std::string_view indent) const
             const Cell& cell = row[column];
             const std::string padding(widths[column] - core::characterCount(cell.text), ' ');
             const bool isLast = column + 1 == row.size();
-            const bool isRight = cell.align == Align::right;
-            out << (isRight ? padding : "") << out.styled(cell.style, cell.text);
+            const bool isRightAligned = cell.align == Align::right;
+            out << (isRightAligned ? padding : "") << out.styled(cell.style, cell.text);
             if (!isLast) {
-                out << (isRight ? "" : padding) << gap;
+                out << (isRightAligned ? "" : padding) << separator;
             }
         }
         out << '\n';

@@ -12,12 +12,12 @@ namespace cppmicroservices {
 class BundlePrivate;
 class ComponentFactory;
 
-/// The components of one running bundle. A component is created when its service is first requested, or at
-/// the start when it is immediate, and deactivated when this object is destroyed.
+/// The components of one running bundle. An immediate component is created by Start(), any other when its
+/// service is first requested. Destroying this object deactivates all components.
 class ComponentRuntime
 {
 public:
-    /// Reads the components in the bundle's manifest. Throws as Bundle::Start does.
+    /// Creates a factory for each enabled component in the bundle's manifest. Throws as Bundle::Start does.
     explicit ComponentRuntime(BundlePrivate& bundle);
     ComponentRuntime(const ComponentRuntime&) = delete;
     ComponentRuntime& operator=(const ComponentRuntime&) = delete;
@@ -31,13 +31,15 @@ private:
     struct Component
     {
         std::shared_ptr<ComponentFactory> factory;
-        ServiceRegistrationU registration;  // empty unless the component has a registered service
+        ServiceRegistrationU
+            registration;  ///< empty before Start(), and if the component provides no service
     };
 
     void Register(Component& component);
-    /// Activates an immediate component. If the component throws, the error is reported, and the bundle
-    /// starts nevertheless.
+    /// Activates an immediate component. An exception of the component is reported and does not keep the
+    /// bundle from starting. Throws SharedLibraryException if the bundle's library cannot be loaded.
     void ActivateImmediate(const Component& component);
+    /// Sends a framework event about the bundle.
     void Report(FrameworkEvent::Type type, const std::string& message) const;
 
     BundlePrivate& bundle_;

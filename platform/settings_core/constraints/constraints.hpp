@@ -1,7 +1,7 @@
 #pragma once
 
-// The constraints that a provider puts on the values of its settings, in one form for everything that parses,
-// describes, exports or suggests values.
+// The constraints of a setting, merged from class and size of the factory value, validator and value
+// validators, so that code that parses, describes, exports or suggests values reads them in one place.
 
 #include <settings_core/values/value_parsing.hpp>
 
@@ -21,28 +21,28 @@ namespace vx::core {
 /// A value validator: constraints as plain data.
 using ValueValidator = ::settings::core::SettingValueValidator::ConfigData;
 
-/// A named parameter of a constraint; a count that does not limit anything is std::nullopt.
+/// A named parameter of a constraint. A count is std::nullopt if it is unlimited.
 struct Parameter
 {
     std::string_view name;
     std::variant<double, std::optional<std::size_t>, std::string, std::vector<std::string>> value;
 };
 
-/// A constraint of a value validator as an exported tree states it.
+/// A constraint of a value validator, in the notation of exported trees.
 struct ExportedConstraint
 {
     std::string_view kind;
     std::vector<Parameter> parameters;
 };
 
-/// All constraints of a setting, folded from the class and size of its factory value, its validator and its
-/// value validators, as far as they are known without calling a function of the provider. The strings belong
-/// to the setting's properties.
+/// All constraints of a setting: the intersection of those of its factory value (class and size), its
+/// validator and its value validators, as far as they are known without calling a function of the provider.
+/// The strings belong to the setting's properties, which must outlive this object.
 struct VX_API Constraint : ParseTarget
 {
     using ValueValidator = ::settings::core::SettingValueValidator;
 
-    /// The constraints exclude each other.
+    /// The constraints contradict each other.
     bool acceptsNothing = false;
 
     /// Rows and columns; any number if empty.
@@ -68,13 +68,15 @@ struct VX_API Constraint : ParseTarget
     std::optional<ValueValidator::Colour> colour = std::nullopt;
     std::vector<std::u16string_view> colourNames = {};
 
-    /// Whether the value can have elements: no empty range, and so on.
+    /// Whether any value with elements satisfies all constraints: neither the range nor the list of allowed
+    /// strings is empty, and no constraint contradicts another.
     [[nodiscard]] bool isSatisfiable() const noexcept;
 
-    // For folding
+    // Each of these functions adds a constraint.
 
+    /// Records a contradiction unless the condition is true.
     void require(bool isPossible) noexcept { acceptsNothing = acceptsNothing || !isPossible; }
-    /// Returns the class; this one if nothing has decided about it.
+    /// Returns the required class. If there is none yet, it becomes `type`.
     foundation::verdixdata::ArrayType classOr(foundation::verdixdata::ArrayType type) noexcept;
     /// Requires this size instead of that of the factory value.
     void restrictSize(const ValueValidator::Size& required) noexcept;

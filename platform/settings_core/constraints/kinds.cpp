@@ -23,7 +23,7 @@ using Strings = std::vector<std::u16string>;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// "1 row", "3 rows".
+/// Returns count and noun: "1 row", "3 rows".
 std::string pluralise(std::size_t count, const std::string& noun)
 {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
@@ -79,11 +79,11 @@ std::string describeLength(const Constraints& constraints, const Array& example)
 {
     const bool isString = isStringClass(example.getType());
     const std::size_t length = *constraints.maximumLength;
-    std::string words = "of at most " + pluralise(length, isString ? "character" : "element");
+    std::string description = "of at most " + pluralise(length, isString ? "character" : "element");
     if (!example.isAssigned()) {
-        words += length == 1 ? " or character" : " or characters";
+        description += length == 1 ? " or character" : " or characters";
     }
-    return words;
+    return description;
 }
 
 void foldLength(const Constraints& constraints, Constraint& all)
@@ -152,13 +152,14 @@ void foldAllowed(const Constraints& constraints, Constraint& all)
 {
     const ArrayType type = all.classOr(ArrayType::CHAR);
     all.require(isStringClass(type) || type == ArrayType::CELL);
-    std::vector<std::u16string_view> kept(constraints.allowedValues.begin(), constraints.allowedValues.end());
+    std::vector<std::u16string_view> common(constraints.allowedValues.begin(),
+                                            constraints.allowedValues.end());
     if (all.allowedStrings) {
-        std::erase_if(kept, [&before = *all.allowedStrings](std::u16string_view string) {
-            return std::ranges::find(before, string) == before.end();
+        std::erase_if(common, [&others = *all.allowedStrings](std::u16string_view string) {
+            return std::ranges::find(others, string) == others.end();
         });
     }
-    all.allowedStrings = std::move(kept);
+    all.allowedStrings = std::move(common);
     all.rejectsMissing = true;
 }
 
@@ -170,7 +171,7 @@ Parameter stringsParameter(std::string_view name, const Strings& strings)
     return {name, std::move(converted)};
 }
 
-// Colours. Allowed values beside a colour are names of colours.
+// Colours. The allowed values of constraints with a colour are colour names.
 
 bool isNormalised(const Constraints& constraints)
 {
@@ -179,10 +180,10 @@ bool isNormalised(const Constraints& constraints)
 
 bool isColour(const Constraints& constraints, const Array& value)
 {
-    const bool isReal = isNormalised(constraints);
+    const bool mayBeFraction = isNormalised(constraints);
     const bool isTriple =
-        data::hasSize(value, 1, 3) && data::everyNumber(value, [isReal](auto part) {
-            return data::isWithin(part, 0, isReal ? 1 : 255) && (isReal || data::isWhole(part));
+        data::hasSize(value, 1, 3) && data::everyNumber(value, [mayBeFraction](auto part) {
+            return data::isWithin(part, 0, mayBeFraction ? 1 : 255) && (mayBeFraction || data::isWhole(part));
         });
     return isTriple || isOneOf(constraints.allowedValues, value);
 }
@@ -214,7 +215,7 @@ Parameters colourParameters(const Constraints& constraints)
     return parameters;
 }
 
-// The first kind that needs a class decides about it.
+// If the factory value does not determine the class, the first kind here that implies a class does.
 constexpr auto kinds = std::to_array<ConstraintKind>({
     {.name = "elementClass",
      .exportPosition = 1,
@@ -274,8 +275,8 @@ constexpr auto kinds = std::to_array<ConstraintKind>({
      .parameters = colourParameters},
 });
 
-/// Never called. Does not compile when a field is added to the constraints: name the field here, and give it
-/// an entry in the table.
+/// Never called. Fails to compile if Constraints gets another field, which then needs a name here and an
+/// entry in the table.
 [[maybe_unused]] void requireKindForEachField(const Constraints& constraints)
 {
     const auto& [range, allowedValues, maximumLength, size, elementClass, colour] = constraints;

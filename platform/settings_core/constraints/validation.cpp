@@ -23,7 +23,7 @@ namespace {
 using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 
-/// Why a value is invalid; nothing for a valid one.
+/// Why a value is invalid; std::nullopt if it is valid.
 using Message = std::optional<std::string>;
 
 /// Returns "must be <constraint>; it is <value> (<class>, <size>)".
@@ -55,24 +55,24 @@ Message checkClassAndSize(const Node::Properties& properties, const Array& value
     if (!factory.isAssigned() || (constraint.colour && (data::textOf(value) || data::textOf(factory)))) {
         return std::nullopt;
     }
-    const bool hasClass = value.getType() == factory.getType();
+    const bool hasFactoryClass = value.getType() == factory.getType();
     if (factory.getType() == ArrayType::CHAR) {
-        return violationUnless(hasClass && data::isRow(value), "a character vector");
+        return violationUnless(hasFactoryClass && data::isRow(value), "a character vector");
     }
     if (factory.getType() == ArrayType::CELL) {
         return violationUnless(isRowOfStrings(value), "a cell of strings in one row");
     }
     if (constraint.hasFactorySize) {
-        return violationUnless(hasClass && value.getDimensions() == factory.getDimensions(),
+        return violationUnless(hasFactoryClass && value.getDimensions() == factory.getDimensions(),
                                formatClassAndSize(factory));
     }
-    return violationUnless(hasClass, std::string("of class ") + className(factory.getType()));
+    return violationUnless(hasFactoryClass, std::string("of class ") + className(factory.getType()));
 }
 
 // Validators
 
-/// Runs a check that rejects a value by throwing. Returns the exception's message, which may be empty.
-/// std::bad_alloc is passed on: it says nothing about the value.
+/// Runs a check that rejects a value by throwing. Returns the exception's message, which may be empty;
+/// std::nullopt if nothing is thrown. Throws std::bad_alloc, which says nothing about the value.
 template <class Check>
 Message messageThrownBy(const Check& check)
 {
@@ -88,18 +88,18 @@ Message messageThrownBy(const Check& check)
     }
 }
 
-/// Runs the setting's validator. The managed runtime is unavailable in this process: its validators accept
-/// every value.
+/// Runs the setting's validator. If that throws an exception without a message, the message describes the
+/// constraint. The managed runtime is unavailable in this process: its validators accept every value.
 Message runValidator(const Node& setting, const Array& value)
 {
     const auto& validator = setting.properties().validator;
-    const auto reject = [&] { return violation(describeValidator(validator), value); };
+    const auto rejection = [&] { return violation(describeValidator(validator), value); };
     const auto run = [&](const auto& check) {
         Message message = messageThrownBy(check);
-        return message == "" ? reject() : message;
+        return message == "" ? rejection() : message;
     };
     if (const ScriptFunction* function = findScriptFunction(validator)) {
-        return function->accepts(value) ? Message() : reject();
+        return function->accepts(value) ? Message() : rejection();
     }
     if (const auto* script = std::get_if<::settings::core::MValidator>(&validator)) {
         return "cannot be checked: the settings tree names the script function " + script->scope() + "." +
@@ -152,7 +152,7 @@ void requireSetting(const Node& node)
 
 // Conversion
 
-/// Converts a number to another type. Returns whether nothing is lost.
+/// Converts a number to another type. Returns whether the result is equal to it.
 template <data::Number To, data::Number From>
 bool convert(From number, To& converted)
 {
