@@ -21,8 +21,8 @@ struct Diagnostic
     /// Full path of the setting or group, or name of a top-level member of a settings file; empty for a whole
     /// file.
     std::string path;
-    std::string message;  ///< what is wrong, and what to do
-    Position position = {};
+    std::string message;     ///< what is wrong, and what to do
+    Position position = {};  ///< of the part to fix
 };
 
 /// Returns "<file>:<line>:<column>: <path>: <message>", without the parts that are not known.

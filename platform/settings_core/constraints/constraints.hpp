@@ -24,15 +24,16 @@ using ValueValidator = ::settings::core::SettingValueValidator::ConfigData;
 /// A named parameter of a constraint. A count is std::nullopt if it is unlimited.
 struct Parameter
 {
-    std::string_view name;
+    std::string_view name;  ///< in exported trees and schemas
+    /// Number, count, string or list of strings.
     std::variant<double, std::optional<std::size_t>, std::string, std::vector<std::string>> value;
 };
 
 /// A constraint of a value validator, in the notation of exported trees.
 struct ExportedConstraint
 {
-    std::string_view kind;
-    std::vector<Parameter> parameters;
+    std::string_view kind;              ///< such as "range"
+    std::vector<Parameter> parameters;  ///< in a fixed order
 };
 
 /// All constraints of a setting: the intersection of those of its factory value (class and size), its
@@ -40,7 +41,7 @@ struct ExportedConstraint
 /// The strings belong to the setting's properties, which must outlive this object.
 struct VX_API Constraint : ParseTarget
 {
-    using ValueValidator = ::settings::core::SettingValueValidator;
+    using ValueValidator = ::settings::core::SettingValueValidator;  ///< has the types of some members
 
     /// The constraints contradict each other.
     bool acceptsNothing = false;
@@ -66,6 +67,7 @@ struct VX_API Constraint : ParseTarget
 
     /// The value is a colour in this representation, or one of the names.
     std::optional<ValueValidator::Colour> colour = std::nullopt;
+    /// Names that are accepted in place of a colour's numbers.
     std::vector<std::u16string_view> colourNames = {};
 
     /// Whether any value with elements satisfies all constraints: neither the range nor the list of allowed
