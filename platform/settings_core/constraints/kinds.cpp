@@ -159,7 +159,6 @@ void foldAllowed(const Constraints& constraints, Constraint& all)
         });
     }
     all.allowedStrings = std::move(kept);
-    all.rejectsMissing = true;
 }
 
 Parameter stringsParameter(std::string_view name, const Strings& strings)
