@@ -35,7 +35,7 @@ void buildHistory(FactoryGroup& appDesigner)
 void buildDesignView(FactoryGroup& appDesigner)
 {
     auto designView = addGroup(appDesigner, "designview", Visible);
-    addInteger(designView, "GridInterval", 10, noValidator, Visible, inRange(10, 50));
+    addInteger(designView, "GridInterval", 10, unchecked, Visible, inRange(10, 50));
     addLogical(designView, "ShowAlignmentHints", true, Visible);
     addLogical(designView, "ShowAxesBanner", true);
     addLogical(designView, "ShowGrid", false, Visible);

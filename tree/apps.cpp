@@ -31,22 +31,22 @@ void addSwitches(FactoryGroup& desktop)
     addLogical(desktop, "PrewarmInDebug", false, Hidden);
     addNumber(desktop, "Zoom", 100, Hidden, inRange(25, 500));  // percent
     addNumber(desktop, "TextFontSize", 12, Hidden, inRange(1, 36));
-    addCharvec(desktop, "LayoutState", "", noValidator, Hidden, rememberedState);
-    addCharvec(desktop, "Documents", "", noValidator, Hidden, rememberedState);
+    addCharvec(desktop, "LayoutState", "", unchecked, Hidden, rememberedState);
+    addCharvec(desktop, "Documents", "", unchecked, Hidden, rememberedState);
 }
 
 void buildAddressBar(FactoryGroup& desktop)
 {
     auto addressBar = addGroup(desktop, "addressbar");
-    addCharvec(addressBar, "LocationHistory", "", noValidator, Hidden, rememberedState);
+    addCharvec(addressBar, "LocationHistory", "", unchecked, Hidden, rememberedState);
 }
 
 void buildToolstrip(FactoryGroup& desktop)
 {
     auto toolstrip = addGroup(desktop, "toolstrip");
-    addCharvec(toolstrip, "QuickAccessBar", "{}", noValidator, Hidden, rememberedState);
-    addCharvec(toolstrip, "AppsGalleryState", "", noValidator, Hidden, rememberedState);
-    addCharvec(toolstrip, "PlotsGalleryState", "", noValidator, Hidden, rememberedState);
+    addCharvec(toolstrip, "QuickAccessBar", "{}", unchecked, Hidden, rememberedState);
+    addCharvec(toolstrip, "AppsGalleryState", "", unchecked, Hidden, rememberedState);
+    addCharvec(toolstrip, "PlotsGalleryState", "", unchecked, Hidden, rememberedState);
 
     auto plotsGallery = addGroup(toolstrip, "plotsgallery");
     addLogical(plotsGallery, "NewFigurePlotOption", true, Hidden);
@@ -146,7 +146,7 @@ void buildDesktop(FactoryGroup& root)
     addSwitches(desktop);
 
     auto layout = addGroup(desktop, "layout");
-    addCharvec(layout, "CustomLayouts", "", noValidator, Hidden, maximumLength(1000000));
+    addCharvec(layout, "CustomLayouts", "", unchecked, Hidden, maximumLength(1000000));
 
     auto help = addGroup(desktop, "help");
     addCharvec(help, "DocLanguage", "");

@@ -18,7 +18,7 @@ void buildCommandWindowArea(FactoryGroup& root)
     addLogical(commandWindow, "SuppressCellBraces", false, Hidden);
     addLogical(commandWindow, "UseTrueFalseForLogical", false, Hidden);
     addLogical(commandWindow, "GettingStarted", true);
-    addInteger(commandWindow, "NumberOfLinesInScrollBuffer", 5000, noValidator, inRange(1000, 25000));
+    addInteger(commandWindow, "NumberOfLinesInScrollBuffer", 5000, unchecked, inRange(1000, 25000));
     addLogical(commandWindow, "WarnIfRoot", true);
     addCharvec(commandWindow, "DisplayLineSpacing", "loose", Visible, oneOf({"loose", "compact"}));
     addCharvec(commandWindow, "NumericFormat", "short", Visible, numericFormat);

@@ -8,7 +8,7 @@ void buildConfirmationDialogsArea(FactoryGroup& root)
     auto confirmationDialogs = addGroup(root, "confirmationdialogs");
     addLogical(confirmationDialogs, "CommandHistoryDeleteConfirm", true);
     addLogical(confirmationDialogs, "CommandWindowClearConfirmation", true);
-    addInteger(confirmationDialogs, "EditorNamedBufferOption", 2, noValidator, inRange(1, 2));
+    addInteger(confirmationDialogs, "EditorNamedBufferOption", 2, unchecked, inRange(1, 2));
     addLogical(confirmationDialogs, "EditorShowNewFilePrompt", true);
     addLogical(confirmationDialogs, "EditorClearOutputsWhenTogglingMode", true, Hidden);
     addLogical(confirmationDialogs, "VdmFileChangeConfirm", true);

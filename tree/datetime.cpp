@@ -28,7 +28,7 @@ DateTimeDefaults defaultsOf(const Service& service)
 // service. Without a service, all values are valid.
 auto forwardTo(const Service& service, CheckFunction check)
 {
-    return validatedBy([service, check](const auto& node, const auto& setting, const auto& proposed) {
+    return checkedBy([service, check](const auto& node, const auto& setting, const auto& proposed) {
         if (service) {
             (service.get()->*check)(node, setting, proposed);
         }

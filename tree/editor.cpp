@@ -33,7 +33,7 @@ void buildGeneral(FactoryGroup& editor)
     addLogical(editor, "HasResetLiveScriptFormatSetting", false, Hidden);
     addLogical(editor, "HasResetWelcomeBannerR2026b", false, Hidden);
     addCharvec(editor, "DefaultLineEnding", "CRLF");
-    addInteger(editor, "RecentFileListSize", 8, noValidator, inRange(0, 100));
+    addInteger(editor, "RecentFileListSize", 8, unchecked, inRange(0, 100));
     addCell(editor, "RecentClosedFileList", {}, Hidden, listOfFiles);
     addLogical(editor, "ShowLastClosedFileNotFoundDialog", true, Hidden);
     addCell(editor, "RecentFileList", {}, Hidden, listOfFiles);
@@ -58,12 +58,12 @@ void buildGeneral(FactoryGroup& editor)
     addLogical(editor, "UseLegacyEditor", false, Hidden);
     addLogical(editor, "EnableSharedBrowserForLiveScript", false, Hidden);
     addNumber(editor, "MaxTokenizationLineLength", 10000, integerScalar, Hidden);
-    addCharvec(editor, "PreviouslyOpenedFiles", "", noValidator, Hidden, maximumLength(100000));
-    addInteger(editor, "MinimumFramesForAnimation", 10, noValidator, atLeast(1));
+    addCharvec(editor, "PreviouslyOpenedFiles", "", unchecked, Hidden, maximumLength(100000));
+    addInteger(editor, "MinimumFramesForAnimation", 10, unchecked, atLeast(1));
 
     auto equations = addGroup(editor, "equations", Hidden);
-    addCharvec(equations, "EquationEditorSymbolsGalleryState", "", noValidator, maximumLength(100000));
-    addCharvec(equations, "EquationEditorStructuresGalleryState", "", noValidator, maximumLength(100000));
+    addCharvec(equations, "EquationEditorSymbolsGalleryState", "", unchecked, maximumLength(100000));
+    addCharvec(equations, "EquationEditorStructuresGalleryState", "", unchecked, maximumLength(100000));
 
     auto debug = addGroup(editor, "debug", Hidden);
     addLogical(debug, "EnableNestedDebuggingLiveEditor", false, Hidden);
@@ -81,7 +81,7 @@ void addPage(FactoryGroup& dialog, int margin)
     const auto customPaperSize = rowOf(2, atLeast(1));
 
     addIntegerRow(dialog, "Margins", {margin, margin, margin, margin}, Hidden, margins);
-    addCharvec(dialog, "MarginType", "Default", noValidator, Hidden, marginType);
+    addCharvec(dialog, "MarginType", "Default", unchecked, Hidden, marginType);
     addCharvec(dialog, "Orientation", "Portrait", Hidden, orientation);
     addCharvec(dialog, "PaperSize", "Letter", Hidden, paperSize);
     addIntegerRow(dialog, "CustomPaperSize", {612, 792}, Hidden, customPaperSize);
@@ -118,11 +118,11 @@ void addExportDialog(FactoryGroup& exportDialog, const ExportDialog& options)
         addPage(dialog, *options.margin);
     }
     if (options.embedImages) {
-        addCharvec(dialog, "MediaPath", "", noValidator, Hidden);
+        addCharvec(dialog, "MediaPath", "", unchecked, Hidden);
         addLogical(dialog, "EmbedImages", *options.embedImages, Hidden);
     }
     if (options.outputs) {
-        addCharvec(dialog, "OutputLanguage", "", noValidator, Hidden);
+        addCharvec(dialog, "OutputLanguage", "", unchecked, Hidden);
         addLogical(dialog, "IncludeOutputs", true, Hidden);
     }
     if (options.html) {
@@ -236,7 +236,7 @@ void buildTabAndIndent(FactoryGroup& editor)
     addLogical(indent, "SmartIndentEntireDocument", false);
     addLogical(indent, "RemoveAutomaticWhitespace", true);
     addLogical(indent, "PadEmptyLines", false);
-    addNumber(indent, "AutoIndentMaxLines", 100, noValidator, Hidden, atLeast(0));
+    addNumber(indent, "AutoIndentMaxLines", 100, unchecked, Hidden, atLeast(0));
 }
 
 }  // namespace

@@ -40,7 +40,7 @@ void buildCodingAids(FactoryGroup& editor)
 
     auto codingUi = addGroup(editor, "codingui", Hidden);
     addLogical(codingUi, "Prewarm", true);
-    addCharvec(codingUi, "LiveAppsGalleryState", "", noValidator, maximumLength(100000));
+    addCharvec(codingUi, "LiveAppsGalleryState", "", unchecked, maximumLength(100000));
     addLogical(codingUi, "EnableTaskExecutionModel", false);
 
     auto autocompletions = addGroup(editor, "autocompletions");

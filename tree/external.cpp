@@ -34,7 +34,7 @@ void buildExternalInterfacesArea(FactoryGroup& root)
     auto dotnet = addGroup(interfaces, "dotnet");
     addCharvec(dotnet, "DotnetVersion", "");
     addCharvec(dotnet, "Framework", "");
-    addCharvec(dotnet, "Version", "framework", noValidator, oneOf({"framework", "core"}));
+    addCharvec(dotnet, "Version", "framework", unchecked, oneOf({"framework", "core"}));
 }
 
 }  // namespace verdix::settings::tree

@@ -7,7 +7,7 @@ void buildFindFilesArea(FactoryGroup& root)
 {
     auto findFiles = addGroup(root, "findfiles");
     addLogical(findFiles, "JsEnabled", false);
-    addCharvec(findFiles, "LookInPathHistory", "", noValidator, maximumLength(100000), Hidden);
+    addCharvec(findFiles, "LookInPathHistory", "", unchecked, maximumLength(100000), Hidden);
     addLogical(findFiles, "MatchCase", false, Hidden);
     addLogical(findFiles, "MatchWholeword", false, Hidden);
     addLogical(findFiles, "SearchFilename", true, Hidden);

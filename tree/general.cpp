@@ -25,8 +25,8 @@ void buildGeneralArea(FactoryGroup& root)
     addCharvec(verdixDrive, "DefaultVisibility", "", Hidden);
 
     auto randomNumbers = addGroup(general, "randomnumbers", Visible);
-    addCharvec(randomNumbers, "DefaultAlgorithm", "twister", noValidator, algorithms);
-    addNumber(randomNumbers, "DefaultSeed", 0, noValidator, seeds);
+    addCharvec(randomNumbers, "DefaultAlgorithm", "twister", unchecked, algorithms);
+    addNumber(randomNumbers, "DefaultSeed", 0, unchecked, seeds);
 
     auto windows = addGroup(general, "windows", Visible);
     addLogical(windows, "AutoCollapse", true);

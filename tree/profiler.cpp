@@ -50,8 +50,8 @@ void buildProfilerArea(FactoryGroup& root)
     auto profiler = addGroup(root, "profiler");
     addLogical(profiler, "EnableProfileOnButton", true);
     addLogical(profiler, "EnableProfileComparison", false);
-    addNumber(profiler, "PaginateThreshold", 1000, noValidator, atLeastOne);
-    addNumber(profiler, "PaginateFunctionListingThreshold", 1000, noValidator, atLeastOne);
+    addNumber(profiler, "PaginateThreshold", 1000, unchecked, atLeastOne);
+    addNumber(profiler, "PaginateFunctionListingThreshold", 1000, unchecked, atLeastOne);
     addCharvec(profiler, "TableViewMode", "");
 
     auto functionListing = addGroup(profiler, "functionlisting");

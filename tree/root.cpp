@@ -18,8 +18,8 @@ void buildUnitTest(FactoryGroup& root)
     const auto verbosity = inRange(-1, 4);
     auto unitTest = addGroup(root, "unittest");
     addCharvec(unitTest, "DefaultPluginsFcn", "verdix.unittest.internal.getDefaultPlugins");
-    addInteger(unitTest, "OutputDetail", -1, noValidator, verbosity);
-    addInteger(unitTest, "LoggingLevel", -1, noValidator, verbosity);
+    addInteger(unitTest, "OutputDetail", -1, unchecked, verbosity);
+    addInteger(unitTest, "LoggingLevel", -1, unchecked, verbosity);
     addLogical(unitTest, "ClearCommandWindow", false);
     addLogical(unitTest, "UseStrict", false);
     addLogical(unitTest, "UseParallel", false);

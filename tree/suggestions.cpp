@@ -10,9 +10,9 @@ void buildSuggestionsArea(FactoryGroup& root)
     addLogical(suggestions, "ShowTips", true, Visible);
     addLogical(suggestions, "ShowInlineText", true, Visible);
     addLogical(suggestions, "ShowFooterDemoPopout", true, Hidden);
-    addNumber(suggestions, "HorizontalWidth", -1, noValidator, Hidden);
-    addNumber(suggestions, "VerticalHeight", -1, noValidator, Hidden);
-    addNumber(suggestions, "MaximumNumberOfSuggestions", 200, noValidator, Hidden, inRange(1, 10000));
+    addNumber(suggestions, "HorizontalWidth", -1, unchecked, Hidden);
+    addNumber(suggestions, "VerticalHeight", -1, unchecked, Hidden);
+    addNumber(suggestions, "MaximumNumberOfSuggestions", 200, unchecked, Hidden, inRange(1, 10000));
 
     auto commandWindow = addGroup(suggestions, "commandwindow", Visible);
     addLogical(commandWindow, "ShowAutomatically", true, Visible);

@@ -146,7 +146,7 @@ void buildCopyOptions(FactoryGroup& ui)
     addCharvec(copyOptions, "TextSizeChangePref", "increase");
     addCharvec(copyOptions, "TextSizeChangeTo", "20");   // points
     addCharvec(copyOptions, "TextSizeIncrease", "140");  // percent
-    addCharvec(copyOptions, "FigureBackgroundColor", "auto", noValidator, figureBackground,
+    addCharvec(copyOptions, "FigureBackgroundColor", "auto", unchecked, figureBackground,
                onError(throwInvalidFigureBackground));
     addCharvec(copyOptions, "Width", "1000");  // in Units
     addCharvec(copyOptions, "Height", "600");  // in Units

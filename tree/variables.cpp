@@ -50,17 +50,17 @@ void buildVariablesArea(FactoryGroup& desktop)
     const auto direction = oneOf({"down", "right", "up", "left"});
 
     auto variables = addGroup(desktop, "variables");
-    addCharvec(variables, "ArrayEditor_CS_Format", "short", noValidator, Visible, format);
+    addCharvec(variables, "ArrayEditor_CS_Format", "short", unchecked, Visible, format);
 
     auto editing = addGroup(variables, "editing", Visible);
-    addCharvec(editing, "ArrayEditorEDirection", "down", noValidator, Visible, direction);
+    addCharvec(editing, "ArrayEditorEDirection", "down", unchecked, Visible, direction);
     addLogical(editing, "ArrayEditorEMoves", true);
 
     auto internationalNumberHandling = addGroup(variables, "internationalnumberhandling", Visible);
     addCharvec(internationalNumberHandling, "SpreadsheetDecimalSeparator", ".");
 
     auto sorting = addGroup(variables, "sorting", Visible);
-    addCharvec(sorting, "MissingValuePlacement", "auto", noValidator, Visible,
+    addCharvec(sorting, "MissingValuePlacement", "auto", unchecked, Visible,
                oneOf({"auto", "first", "last"}));
 
     buildPlotting(variables);

@@ -23,23 +23,26 @@ std::optional<std::size_t> toOptional(std::uint32_t count)
 internal::SettingValueValidator makeValueValidator(const Constraint& constraint,
                                                    std::span<const char* const> allowed)
 {
+    // Names every member, so that a new one does not compile until it is stored here.
+    const auto& [lower, upper, maximumLength, rows, columns, isNumeric, isNormalised, isColour,
+                 elementClass] = constraint;
     internal::SettingValueValidator validator;
-    if (constraint.isNumeric) {
-        validator.range = {constraint.lower, constraint.upper};
+    if (isNumeric) {
+        validator.range = {lower, upper};
     }
     validator.allowedValues.reserve(allowed.size());
     for (const std::string_view string : allowed) {
         validator.allowedValues.emplace_back(string.begin(), string.end());
     }
-    validator.maximumLength = toOptional(constraint.maximumLength);
-    if (constraint.rows != Constraint::open || constraint.columns != Constraint::open) {
-        validator.size = {toOptional(constraint.rows), toOptional(constraint.columns)};
+    validator.maximumLength = toOptional(maximumLength);
+    if (rows != Constraint::open || columns != Constraint::open) {
+        validator.size = {toOptional(rows), toOptional(columns)};
     }
-    if (constraint.elementClass != ArrayType::UNKNOWN) {
-        validator.elementClass = constraint.elementClass;
+    if (elementClass != ArrayType::UNKNOWN) {
+        validator.elementClass = elementClass;
     }
-    if (constraint.isColour) {
-        validator.colour = constraint.isNormalised ? Colour::normalised : Colour::wholeNumbers;
+    if (isColour) {
+        validator.colour = isNormalised ? Colour::normalised : Colour::wholeNumbers;
     }
     return validator;
 }
@@ -232,7 +235,7 @@ void addCell(FactoryGroup& group, std::string_view name, std::span<const char* c
 
 FactoryGroup addGroup(FactoryGroup& parent, const char* name, Visibility visibility)
 {
-    static const FrequentProperties properties(noValidator);
+    static const FrequentProperties properties(unchecked);
     auto group = settings::detail::makeNamedChild<FactoryGroup>(parent, name);
     return insert(parent, std::move(group), properties.of(visibility));
 }

@@ -68,7 +68,7 @@ enum class ScriptFunction : std::uint8_t
 
 /// Validators that replace the default one.
 ///@{
-inline constexpr ScriptFunction noValidator = ScriptFunction::none;
+inline constexpr ScriptFunction unchecked = ScriptFunction::none;
 inline constexpr ScriptFunction logicalScalar = ScriptFunction::logicalScalar;
 inline constexpr ScriptFunction stringScalar = ScriptFunction::stringScalar;
 inline constexpr ScriptFunction integerScalar = ScriptFunction::integerScalar;
@@ -89,7 +89,7 @@ struct NativeFunction
 
 /// Returns a validator that runs in this process; see CPPValidator::Callable.
 [[nodiscard]] inline ::settings::core::CPPValidator
-validatedBy(::settings::core::CPPValidator::Callable callable)
+checkedBy(::settings::core::CPPValidator::Callable callable)
 {
     return makeCppValidator(std::move(callable));
 }
@@ -412,7 +412,7 @@ void addUnset(FactoryGroup& group, std::string_view name, const Traits&... trait
     static_assert(detail::has<detail::Kind::constraint, Traits...> ||
                       detail::has<detail::Kind::validator, Traits...>,
                   "a setting without a factory value needs a constraint or a validator");
-    detail::addUnset(group, name, detail::flagsOf(noValidator, traits...), detail::partsOf(traits...));
+    detail::addUnset(group, name, detail::flagsOf(unchecked, traits...), detail::partsOf(traits...));
 }
 
 /// Adds a setting with any factory value.
@@ -420,7 +420,7 @@ template <class... Traits>
 void addValue(FactoryGroup& group, std::string_view name, foundation::verdixdata::Array value,
               const Traits&... traits)
 {
-    detail::addValue(group, name, std::move(value), detail::flagsOf(noValidator, traits...),
+    detail::addValue(group, name, std::move(value), detail::flagsOf(unchecked, traits...),
                      detail::partsOf(traits...));
 }
 
@@ -480,7 +480,7 @@ template <class... Traits>
 void addIntegerRow(FactoryGroup& group, std::string_view name, std::initializer_list<int> values,
                    const Traits&... traits)
 {
-    detail::addIntegerRow(group, name, values, detail::flagsOf(noValidator, traits...),
+    detail::addIntegerRow(group, name, values, detail::flagsOf(unchecked, traits...),
                           detail::partsOf(traits...));
 }
 
@@ -489,7 +489,7 @@ template <class... Traits>
 void addNumberRow(FactoryGroup& group, std::string_view name, std::initializer_list<double> values,
                   const Traits&... traits)
 {
-    detail::addNumberRow(group, name, values, detail::flagsOf(noValidator, traits...),
+    detail::addNumberRow(group, name, values, detail::flagsOf(unchecked, traits...),
                          detail::partsOf(traits...));
 }
 
@@ -500,7 +500,7 @@ using NormalisedRgb = std::array<double, 3>;
 template <class... Traits>
 void addColour(FactoryGroup& group, std::string_view name, const Rgb& value, const Traits&... traits)
 {
-    detail::addIntegerRow(group, name, value, detail::flagsOf(noValidator, traits...),
+    detail::addIntegerRow(group, name, value, detail::flagsOf(unchecked, traits...),
                           detail::colourParts(traits...));
 }
 
@@ -511,7 +511,7 @@ void addNormalisedColour(FactoryGroup& group, std::string_view name, const Norma
 {
     static_assert(detail::has<detail::Kind::constraint, Traits...>,
                   "a normalised colour needs normalisedColour(...) as a trait");
-    detail::addNumberRow(group, name, value, detail::flagsOf(noValidator, traits...),
+    detail::addNumberRow(group, name, value, detail::flagsOf(unchecked, traits...),
                          detail::partsOf(traits...));
 }
 
@@ -521,15 +521,13 @@ template <class... Traits>
 void addCell(FactoryGroup& group, std::string_view name, std::initializer_list<const char*> strings,
              const Traits&... traits)
 {
-    detail::addCell(group, name, strings, detail::flagsOf(noValidator, traits...),
-                    detail::partsOf(traits...));
+    detail::addCell(group, name, strings, detail::flagsOf(unchecked, traits...), detail::partsOf(traits...));
 }
 template <class... Traits>
 void addCell(FactoryGroup& group, std::string_view name, std::span<const char* const> strings,
              const Traits&... traits)
 {
-    detail::addCell(group, name, strings, detail::flagsOf(noValidator, traits...),
-                    detail::partsOf(traits...));
+    detail::addCell(group, name, strings, detail::flagsOf(unchecked, traits...), detail::partsOf(traits...));
 }
 ///@}
 

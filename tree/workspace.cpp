@@ -50,11 +50,11 @@ void buildColumns(FactoryGroup& workspace)
 void buildWorkspaceArea(FactoryGroup& desktop)
 {
     auto workspace = addGroup(desktop, "workspace");
-    addNumber(workspace, "ArraySizeLimit", 100, noValidator, Visible, atLeast(1));
+    addNumber(workspace, "ArraySizeLimit", 100, unchecked, Visible, atLeast(1));
     addLogical(workspace, "ArraySizeLimitEnabled", true, Visible);
     addLogical(workspace, "UseInspectorForUnregisteredObjects", false, Visible);
     addLogical(workspace, "EnableContainerExpansion", false, Visible);
-    addNumber(workspace, "GcBeta", 0, noValidator, Hidden, inRange(0, 1));
+    addNumber(workspace, "GcBeta", 0, unchecked, Hidden, inRange(0, 1));
 
     buildSaveVariablesToScript(workspace);
     buildStatisticalCalculations(workspace);

@@ -168,6 +168,7 @@ std::vector<ExportedConstraint> exportedConstraints(const ValueValidator& valida
     forEachKind(validator, [&](const ConstraintKind& kind) { kinds.push_back(&kind); });
     std::ranges::sort(kinds, {}, &ConstraintKind::exportPosition);
     std::vector<ExportedConstraint> constraints;
+    constraints.reserve(kinds.size());
     for (const ConstraintKind* kind : kinds) {
         constraints.push_back({kind->name, kind->parameters(validator)});
     }

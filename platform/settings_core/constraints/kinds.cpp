@@ -49,9 +49,9 @@ std::string describeClass(const Constraints& constraints, const Array& example)
 
 bool isInRange(const Constraints& constraints, const Array& value)
 {
-    const auto& [lower, upper] = *constraints.range;
-    const bool isUnlimited = isOpen(*constraints.range);
-    return data::everyNumber(value, [&](auto n) { return isUnlimited || data::isWithin(n, lower, upper); });
+    const auto& range = *constraints.range;
+    return data::everyNumber(
+        value, [&range](auto n) { return isOpen(range) || data::isWithin(n, range.lower, range.upper); });
 }
 
 std::string describeRange(const Constraints& constraints, const Array& example)
@@ -160,7 +160,6 @@ void foldAllowed(const Constraints& constraints, Constraint& all)
         });
     }
     all.allowedStrings = std::move(common);
-    all.rejectsMissing = true;
 }
 
 Parameter stringsParameter(std::string_view name, const Strings& strings)

@@ -163,7 +163,7 @@ bool convert(From number, To& converted)
     {
         return false;
     }
-    converted = static_cast<To>(number);
+    converted = static_cast<To>(exact);
     return static_cast<long double>(converted) == exact;
 }
 

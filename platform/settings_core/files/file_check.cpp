@@ -31,6 +31,16 @@ public:
         return std::move(diagnostics_);
     }
 
+    std::vector<Diagnostic> run(const std::set<std::string_view>& paths) &&
+    {
+        for (const JsonMember& setting : file_.settings()) {
+            if (paths.contains(setting.name)) {
+                checkSetting(setting);
+            }
+        }
+        return std::move(diagnostics_);
+    }
+
 private:
     void report(std::size_t offset, const std::string& path, std::string message)
     {
@@ -127,6 +137,13 @@ std::vector<Diagnostic> checkSettingsFile(const std::filesystem::path& file, con
     } catch (const ParseError& error) {
         return {{"", error.what(), positionAt(text, error.offset(), file)}};
     }
+}
+
+std::vector<Diagnostic> checkSettings(const std::filesystem::path& file, const SettingsFile& content,
+                                      const std::set<std::string_view>& paths, const SettingsTree& tree,
+                                      const ReleaseChangeTable& releases)
+{
+    return FileCheck(file, content, tree, releases).run(paths);
 }
 
 }  // namespace vx::core

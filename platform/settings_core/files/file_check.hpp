@@ -7,7 +7,9 @@
 #include <settings/core/settings_file_change.hpp>
 
 #include <filesystem>
+#include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vx::core {
@@ -18,5 +20,11 @@ namespace vx::core {
 [[nodiscard]] VX_API std::vector<Diagnostic>
 checkSettingsFile(const std::filesystem::path& file, const std::string& text, const SettingsTree& tree,
                   const ::settings::core::ReleaseChangeTable& releases);
+
+/// Returns the diagnostics about the settings at these full paths, in the order of the file.
+[[nodiscard]] VX_API std::vector<Diagnostic>
+checkSettings(const std::filesystem::path& file, const SettingsFile& content,
+              const std::set<std::string_view>& paths, const SettingsTree& tree,
+              const ::settings::core::ReleaseChangeTable& releases);
 
 }  // namespace vx::core

@@ -2,7 +2,6 @@
 #include <settings_core/releases/migration.hpp>
 #include <settings_core/releases/release_history.hpp>
 
-#include <algorithm>
 #include <set>
 #include <stdexcept>
 #include <string_view>
@@ -154,10 +153,7 @@ std::vector<Diagnostic> checkMovedValues(const Migration& migration, const std::
             moved.insert(event.target);
         }
     }
-    auto diagnostics = checkSettingsFile(file, migration.text, tree, table);
-    std::erase_if(diagnostics,
-                  [&moved](const Diagnostic& diagnostic) { return !moved.contains(diagnostic.path); });
-    return diagnostics;
+    return checkSettings(file, SettingsFile(migration.text), moved, tree, table);
 }
 
 }  // namespace vx::core
