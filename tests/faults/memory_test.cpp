@@ -23,7 +23,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using tests::Failing;
-using vx::core::SettingsTree;
 
 /// Lets the action fail at every point, `restore` what it left, and once more do it to the end. The short
 /// form takes about as many steps as given.
@@ -59,26 +58,6 @@ void sweep(const std::string& what, std::size_t steps, Action action, Restore re
     }
 }
 
-struct MemoryTest : testing::Test
-{
-    MemoryTest()
-    {
-        framework.start(VX_BUNDLE_FILE);
-        loader = tests::factoryLoader(framework.context());
-    }
-
-    tests::RunningFramework framework;
-    std::shared_ptr<settings::core::FactorySettingsLoader> loader;
-};
-
-TEST_F(MemoryTest, OfATree)
-{
-    const std::size_t nodes = vx::core::loadTree(*loader).nodes().size();
-    sweep(
-        "tree", 60, [&] { static_cast<void>(vx::core::loadTree(*loader)); },
-        [&] { ASSERT_EQ(vx::core::loadTree(*loader).nodes().size(), nodes); });
-}
-
 // What another framework does without memory is its own affair.
 #if VX_FRAMEWORK_EMBEDDED
 using MemoryOfTheBundle = tests::ServicesTest;
@@ -88,7 +67,7 @@ TEST_F(MemoryOfTheBundle, FromItsFileToItsFirstTreeAndBack)
     const auto offeredDateTime = context.RegisterService<tests::DateTimeSettingsInterface>(dateTime);
     context.RegisterService<tests::CodeAnalyzerSettingsInterface>(codeAnalyzer);
     sweep(
-        "bundle", 60,
+        "bundle", 100,
         [&] {
             auto bundle = framework.start(VX_BUNDLE_FILE);
             auto loader = tests::factoryLoader(framework.context());
@@ -108,8 +87,10 @@ TEST_F(MemoryOfTheBundle, FromItsFileToItsFirstTreeAndBack)
 #endif
 
 /// A settings file in a folder of its own, its content known before and after a change.
-struct MemoryOfFiles : MemoryTest
+struct MemoryOfFiles : testing::Test
 {
+    MemoryOfFiles() { framework.start(VX_BUNDLE_FILE); }
+
     void write(const std::string& text) const { vx::core::LockedFile(file).replace(text); }
 
     /// Lets the change fail at every point: the file is as before or as after it, never anything else.
@@ -138,14 +119,16 @@ struct MemoryOfFiles : MemoryTest
         });
     }
 
-    SettingsTree tree = vx::core::loadTree(*loader);
-    settings::core::ReleaseChangeTable releases = vx::core::loadReleaseChanges(*loader);
+    tests::RunningFramework framework;
     tests::TestFolder folder;
     fs::path file = folder / "settings.json";
 };
 
 TEST_F(MemoryOfFiles, StayWholeWhileTheyAreChanged)
 {
+    const auto loader = tests::factoryLoader(framework.context());
+    const auto tree = vx::core::loadTree(*loader);
+    const auto releases = vx::core::loadReleaseChanges(*loader);
     vx::core::SettingsEditor changer(tree, releases, file);
     const std::string text = "{\"settings\": {\"verdix.commandwindow.WrapLines\": true}}\n";
     sweepChange("set a colour", text,
@@ -162,17 +145,6 @@ TEST_F(MemoryOfFiles, StayWholeWhileTheyAreChanged)
                     static_cast<void>(locked.keepCopy("settings.json.bak"));
                     locked.replace(migration.text);
                 });
-}
-
-TEST_F(MemoryOfFiles, AreChecked)
-{
-    write("{\"settings\": {\"verdix.commandwindow.WrapLines\": 3, \"verdix.commandwindow.WrapLinez\": 1,\n"
-          "\"verdix.colors.KeywordColor\": [1, 2, 3], \"verdix.commandwindow.EightyColumns\": true}}");
-    const std::string text = vx::core::readFile(file).value_or("");
-    std::size_t faults = 3;
-    sweep(
-        "check", 100, [&] { faults = vx::core::checkSettingsFile(file, text, tree, releases).size(); },
-        [&] { ASSERT_EQ(faults, 3U); });
 }
 
 }  // namespace

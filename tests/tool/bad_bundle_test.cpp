@@ -33,8 +33,6 @@ TEST(BadBundle, IsReportedWithFileAndReason)
         {testing::TempDir(), "is a folder, not a library"},
         {folder.with("text.so", "no library at all"), "is not a library"},
         {folder.with("no_manifest.so", library + makeArchive({{"probe/other.txt", "text"}})), "manifest"},
-        {bundle("broken_json.so", R"({"bundle.symbolic_name": "probe",)"), "manifest"},
-        {bundle("no_component.so", R"({"bundle.symbolic_name": "probe"})"), "offers no " + loader},
         {bundle("other_service.so", manifest("probe::Part", "probe::Other")), "offers no " + loader},
         {bundle("missing_export.so", manifest("probe::Part", loader)),
          "names the component probe::Part, but the library does not export NewInstance_probe_Part"},

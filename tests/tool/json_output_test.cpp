@@ -46,7 +46,7 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
          {hex.substr(0, hex.find(", \"layer")), R"("layer": "personal")", R"("source": ")" + file}},
         {{"check"},
          {R"("exists": true)", R"({ "line": 3, "column": 3, "path": "verdix.commandwindow.EightyColumns", )",
-          R"("message": "expected true or false, not 7; accepted)"},
+          R"("message": "expected true or false, not 7; allowed)"},
          1},
         {{"check", "--personal", folder / "none"}, {R"("exists": false)"}},
         {{"changes"}, {R"("index": 4, "release": "R2025b")"}},

@@ -42,18 +42,11 @@ TEST(ValueValidator, HoldUpToTheirBounds)
          {scalar(0.0), scalar(3.0), row<std::int32_t>({0, 3}), row<double>({})},
          {scalar(-0.001), scalar(3.001), row<std::int32_t>({0, 4}), scalar(notANumber), text("1"),
           scalar(true), text(""), Array()}},
-        {{{.range = {{.lower = 1}}}},
-         "at least 1",
-         {scalar(1.0), scalar(infinity)},
-         {scalar(0.5), scalar(-infinity), scalar(notANumber)}},
         {{{.range = {{.upper = 0x1p62}}}},
          "at most 4611686018427387904",
          {scalar(-infinity), scalar(largest / 2 + 1)},
          {scalar(largest / 2 + 2), scalar(infinity), scalar(notANumber)}},
-        {{{.range = anyNumber}},
-         "numeric",
-         {scalar(notANumber), scalar(-infinity), row<std::int32_t>({1, 2})},
-         {text("1"), scalar(true), Array()}},
+        {{{.range = anyNumber}}, "numeric", {scalar(notANumber), scalar(-infinity)}, {scalar(true), Array()}},
         {words,
          "one of: loose, compact",
          {text("loose"), string("compact"), texts({"loose", "loose"}), texts({})},
@@ -69,12 +62,8 @@ TEST(ValueValidator, HoldUpToTheirBounds)
          {scalar(1.0), row<double>({1, 2, 3}), Array()}},
         {{{.size = {{.columns = 3}}}},
          "in 3 columns",
-         {row<double>({1, 2, 3}), tests::matrix<double>(2, 3, {1, 2, 3, 4, 5, 6}), text("abc")},
-         {row<double>({1, 2}), tests::matrix<double>(3, 2, {1, 2, 3, 4, 5, 6}), Array()}},
-        {{{.size = {{.rows = 1}}}},
-         "in 1 row",
-         {scalar(1.0), texts({"a", "b"})},
-         {tests::matrix<int>(2, 1, {1, 2})}},
+         {tests::matrix<double>(2, 3, {1, 2, 3, 4, 5, 6}), text("abc")},
+         {tests::matrix<double>(3, 2, {1, 2, 3, 4, 5, 6}), Array()}},
         {{{.allowedValues = {u"a", u""}, .maximumLength = 0, .size = {{1, 0}}}},
          "of at most 0 elements or characters, 1-by-0, one of: a, \"\"",
          {text(""), tests::matrix<char16_t>(0, 0, {})},
@@ -119,12 +108,8 @@ TEST(ValueValidator, AreDescribedTogetherWithValidatorAndFactoryValue)
         return vx::core::describeConstraint(
             tests::propertiesOf(std::move(factoryValue), std::move(validator), std::move(records)));
     };
-    const MValidator integer("verdix.settings", "mustBeIntegerScalar");
-    EXPECT_EQ(described(scalar(1.0), integer, {{{.range = {{0, 3}}}}}), "a whole number from 0 to 3");
     EXPECT_EQ(described(text("loose"), {}, {{{.allowedValues = {u"loose"}, .maximumLength = 9}}}),
               "a string, of at most 9 characters, one of: loose");
-    EXPECT_EQ(described(texts({}), {}, {{{.allowedValues = {u"a", u"b"}}}}),
-              "a cell of strings, each one of: a, b");
     EXPECT_EQ(described(scalar(1.0), CValidator("liblimits", "check"), {{{.range = {{.lower = 1}}}}}),
               "a number accepted by check of liblimits, at least 1");
     EXPECT_EQ(described(row<double>({0, 0, 1}), {}, {{{.range = {{0, 1}}, .size = {{.columns = 3}}}}}),

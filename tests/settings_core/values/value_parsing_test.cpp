@@ -41,7 +41,6 @@ TEST(ValueParsingTest, ReadsWhatPeopleWrite)
     } const cases[] = {
         {" true ", as(ArrayType::LOGICAL), scalar<bool>(true)},
         {"-1.5e3", as(ArrayType::DOUBLE), scalar<double>(-1500)},
-        {"+.5", as(ArrayType::DOUBLE), scalar<double>(.5)},
         {"18446744073709551615", as(ArrayType::UINT64), scalar(std::numeric_limits<std::uint64_t>::max())},
         {"[14 0,  255 ]", as(ArrayType::INT32), row<std::int32_t>({14, 0, 255})},
         {"[1,2;3 4]", as(ArrayType::DOUBLE), matrix<double>(2, 2, {1, 3, 2, 4})},
@@ -52,22 +51,13 @@ TEST(ValueParsingTest, ReadsWhatPeopleWrite)
         {" \"a \"\"b\"\"\" ", as(ArrayType::STRING), string("a \"b\"")},
         {"12", as(ArrayType::STRING), string("12")},
         {"{\"a\",'b' \"ä\"}", as(ArrayType::CELL), texts({"a", "b", "ä"})},
-        {"{ }", as(ArrayType::CELL), texts({})},
         {"red", colour, text("red")},
         {"[0 .5 1]", colour, row<double>({0, .5, 1})},
-        {"false", any, scalar<bool>(false)},
-        {"-x", any, {}},
-        {"{'a'}", any, texts({"a"})},
     };
     for (const auto& [given, form, value] : cases) {
-        if (value.isAssigned()) {
-            EXPECT_TRUE(vx::core::parseValue(given, form) == value) << given;
-        } else {
-            EXPECT_THROW((void)vx::core::parseValue(given, form), vx::core::ParseError) << given;
-        }
+        EXPECT_TRUE(vx::core::parseValue(given, form) == value) << given;
     }
     EXPECT_TRUE(vx::core::parseJsonValue("[\"a\", \"b\"]", any) == texts({"a", "b"}));
-    EXPECT_TRUE(vx::core::parseJsonValue("[[1, 2], [3, 4]]", any) == matrix<double>(2, 2, {1, 3, 2, 4}));
     EXPECT_TRUE(vx::core::parseJsonValue("[\"Inf\", 2]", any) ==
                 row<double>({std::numeric_limits<double>::infinity(), 2}));
     EXPECT_TRUE(vx::core::parseJsonValue("\"red\"", colour) == text("red"));
@@ -90,7 +80,6 @@ TEST(ValueParsingTest, SaysWhereAndWhatIsExpected)
         {"[1 2", as(ArrayType::DOUBLE), 4, "\"]\" after an element"},
         {"'open", as(ArrayType::CHAR), 5, "a closing '"},
         {"'a' b", as(ArrayType::CHAR), 4, "nothing after the value"},
-        {"a", as(ArrayType::CELL), 0, "a list of strings"},
         {"{'a' 1}", as(ArrayType::CELL), 5, "a string, not 1"},
         {"{'a'; 'b'}", as(ArrayType::CELL), 0, "in one row"},
         {"{1 2}", as(ArrayType::DOUBLE), 0, "no braces"},
