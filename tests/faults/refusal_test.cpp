@@ -123,11 +123,6 @@ TEST_F(RefusalTest, ServicesThatGoBetweenLookUpAndUse)
 
 TEST_F(RefusalTest, TheProcessAround)
 {
-    foundation::host::setMessageHook([](const std::string&) { throw NoStandardException(); });
-    EXPECT_THROW(OutsideCore{*loader}, NoStandardException);
-    foundation::host::setMessageHook(nullptr);
-    expectWhole();
-
     const auto framed = foundation::cppmicroservices::getFramework();
     foundation::host::setFramework(nullptr);
     EXPECT_THROW(OutsideCore{*loader}, std::logic_error);

@@ -77,7 +77,6 @@ TEST(Embedded, refusesWhatThisFrameworkDoesNotDo)
         {R"("bundle.activator": true)", "has a bundle activator"},
         {R"("scr": 1)", "\"scr\" is of the wrong JSON type"},
         {R"("scr": {"version": 2, "components": []})", "\"version\" is not 1"},
-        {R"("scr": {"version": 1})", "\"components\" is missing"},
         {R"("scr": {"version": 1, "components": [{}]})", "component 1: \"implementation-class\" is missing"},
         {component(R"(, "service": {"interfaces": []})"), "\"interfaces\" is empty"},
         {component(R"(, "service": {"interfaces": ["a::I"], "scope": "prototype"})"),

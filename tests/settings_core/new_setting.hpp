@@ -1,8 +1,11 @@
 #pragma once
 
 #include <settings_core/constraints/constraints.hpp>
+#include <settings_core/constraints/validation.hpp>
 #include <settings_core/diagnostic.hpp>
 #include <settings_core/tree/settings_tree.hpp>
+
+#include <gtest/gtest.h>
 
 #include <tests/support/values.hpp>
 
@@ -46,5 +49,21 @@ struct NewSetting
 
     vx::core::SettingsTree tree;
 };
+
+struct Verdicts
+{
+    std::vector<foundation::verdixdata::Array> accepted;
+    std::vector<foundation::verdixdata::Array> refused;
+};
+
+inline void expectVerdicts(const std::string& what, const NewSetting& setting, const Verdicts& expected)
+{
+    for (std::size_t i = 0; i < expected.accepted.size(); ++i) {
+        EXPECT_EQ(messagesOf(checkValue(*setting, expected.accepted[i])), "") << what << ", accepted " << i;
+    }
+    for (std::size_t i = 0; i < expected.refused.size(); ++i) {
+        EXPECT_EQ(checkValue(*setting, expected.refused[i]).size(), 1U) << what << ", refused " << i;
+    }
+}
 
 }  // namespace tests

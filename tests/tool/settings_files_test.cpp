@@ -73,12 +73,8 @@ TEST_F(SettingsFilesTest, MigrationShowsFirstAndKeepsTheOldFile)
     writeFile(file, before);
     const ToolRun shown = run({"migrate", file, "--to", "R2026a"});
     EXPECT_EQ(shown.exitCode, 1) << "the value does not fit its new setting";
-    for (const char* words :
-         {"from R2020b to R2026a, 1 setting unchanged", "removed in R2026a",
-          "to verdix.commandwindow.UseEightyColumnDisplayWidth", "expected true or false"})
-    {
-        EXPECT_THAT(shown.output, HasSubstr(words));
-    }
+    EXPECT_THAT(shown.output, HasSubstr("from R2020b to R2026a, 1 setting unchanged\n"));
+    EXPECT_THAT(shown.output, HasSubstr("expected true or false"));
     EXPECT_EQ(readFile(file), before);
 
     writeFile(folder / "old.json.R2020b.bak", "of before");
