@@ -127,10 +127,8 @@ TEST_F(OptionTest, EachTakesItsOwnTypesAndChangesItselfAlone)
     expectTakers(group, [](const std::string&, const Array&) {}, {"ErrorHandler"});
 
     expectTakers(group, static_cast<const char*>(nullptr), {});
-    expectTakers(group, nullptr, {});
     expectTakers(group, static_cast<Handler*>(nullptr), {});
     expectTakers(group, std::string("a.b"), {});
-    expectTakers(group, 1L, {});
     expectTakers(group, std::make_unique<int>(1), {});
     const auto moveOnly = [owned = std::make_unique<int>(1)](const std::string&, const Array&) {};
     expectTakers(group, std::cref(moveOnly), {"ErrorHandler"});
@@ -158,11 +156,8 @@ TEST_F(OptionTest, RulesAddUpUntilAListReplacesThem)
     };
     const Rule one{{.maximumLength = 1}};
     const Rule two{{.maximumLength = 2}};
-    auto added = add("ValueValidator", one, "ValueValidator", two).valueValidators;
-    const auto copy = added;
-    added.push_back(Rule(one));
-    EXPECT_THAT(lengths(copy), testing::ElementsAre(1, 2));
-    EXPECT_THAT(lengths(added), testing::ElementsAre(1, 2, 1));
+    EXPECT_THAT(lengths(add("ValueValidator", one, "ValueValidator", two).valueValidators),
+                testing::ElementsAre(1, 2));
     EXPECT_THAT(lengths(add("ValueValidator", one, "ValueValidator", std::vector{two}).valueValidators),
                 testing::ElementsAre(2));
 }

@@ -4,8 +4,6 @@
 
 #include <array>
 #include <cstdint>
-#include <tests/support/values.hpp>
-#include <vector>
 
 namespace {
 
@@ -27,13 +25,6 @@ TEST(Values, RowsRefuseWhatTheirClassCannotHold)
     expectBounds<std::uint16_t>(0, 65535);
     EXPECT_THROW((void)makeRow<std::uint8_t>(std::array{1, -1, 256}), boost::numeric::negative_overflow)
         << "the first wrong element decides";
-}
-
-TEST(Values, RowsKeepOrderAndShape)
-{
-    EXPECT_EQ(makeRow<double>(std::array{3, 1, 2}), tests::row<double>({3, 1, 2}));
-    EXPECT_EQ(makeRow(std::array{0.94}), tests::row<double>({0.94}));
-    EXPECT_EQ(makeRow<std::int16_t>(std::vector<int>()), tests::row<std::int16_t>({}));
 }
 
 }  // namespace

@@ -9,8 +9,6 @@
 
 #include <atomic>
 #include <barrier>
-#include <functional>
-#include <iostream>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -44,29 +42,16 @@ void race(Action action)
     }
 }
 
-/// Does one thing after the other, again and again, for as long as it lives.
-class Meanwhile
+/// Does one thing after the other, again and again, for as long as the thread lives.
+template <class Action>
+std::jthread meanwhile(Action action)
 {
-public:
-    explicit Meanwhile(std::function<void()> action)
-        : thread_([this, action = std::move(action)](const std::stop_token& stop) {
-              for (; !stop.stop_requested(); ++rounds_) {
-                  action();
-              }
-          })
-    {}
-    ~Meanwhile()
-    {
-        thread_.request_stop();
-        thread_.join();
-    }
-
-    [[nodiscard]] std::size_t rounds() const { return rounds_; }
-
-private:
-    std::atomic<std::size_t> rounds_{0};
-    std::jthread thread_;
-};
+    return std::jthread([action](const std::stop_token& stop) {
+        while (!stop.stop_requested()) {
+            action();
+        }
+    });
+}
 
 using ConcurrencyTest = tests::ServicesTest;
 
@@ -74,17 +59,11 @@ TEST_F(ConcurrencyTest, FirstUsesOfALibrary)
 {
     context.RegisterService<DateTimeSettingsInterface>(dateTime);
     context.RegisterService<tests::CodeAnalyzerSettingsInterface>(codeAnalyzer);
-    std::atomic<int> lookUps{0};
-    foundation::host::setMessageHook([&](const std::string& message) {
-        lookUps += message.find("CodeAnalyzer") != std::string::npos &&
-                   message.find("found [1]") != std::string::npos;
-    });
     const int rounds = tests::runsInFull() ? 200 : 10;
     for (int round = 0; round < rounds; ++round) {
         // Loaded with the first activation, which is part of the race.
         const tests::BundleCopy copy(VX_BUNDLE_FILE);
         auto bundle = framework.start(copy.file());
-        lookUps = 0;
         codeAnalyzer->queries = 0;
         std::vector<std::unique_ptr<OutsideCore>> cores(threadCount);
         race([&](std::size_t number) {
@@ -93,25 +72,17 @@ TEST_F(ConcurrencyTest, FirstUsesOfALibrary)
         });
         for (const auto& core : cores) {
             ASSERT_EQ(core->nodes.size(), cores.front()->nodes.size());
-            for (std::size_t i = 0; i < core->nodes.size(); ++i) {
-                const auto& [path, isSetting, properties, handle] = core->nodes[i];
-                ASSERT_EQ(path, cores.front()->nodes[i].path);
-                ASSERT_EQ(properties.factoryValue, cores.front()->nodes[i].properties.factoryValue) << path;
-            }
         }
-        EXPECT_EQ(lookUps, 1) << "the service is looked up once";
         EXPECT_EQ(codeAnalyzer->queries, static_cast<int>(threadCount));
         cores.clear();
         bundle.Stop();
         bundle.Uninstall();
     }
-    std::cout << "rounds: " << rounds << '\n';
 }
 
 TEST(Concurrency, FirstUsesOfAFeatureSwitch)
 {
     const int rounds = tests::runsInFull() ? 10000 : 200;
-    FeatureState* const first = getDataPtr("race0");
     for (int round = 0; round < rounds; ++round) {
         const std::string name = "race" + std::to_string(round);
         foundation::feature::Feature<0> feature(name.c_str(), name.size());
@@ -125,10 +96,7 @@ TEST(Concurrency, FirstUsesOfAFeatureSwitch)
         });
         ASSERT_EQ(states, std::vector(threadCount, getDataPtr(name)));
         ASSERT_EQ(feature.get(), 1);
-        ASSERT_EQ(getDataPtr(name + '.' + std::to_string(threadCount - 1))->value, 2);
     }
-    EXPECT_EQ(getDataPtr("race0"), first) << "a switch keeps its place while threads add more";
-    std::cout << "rounds: " << rounds << '\n';
 }
 
 TEST_F(ConcurrencyTest, EverythingAroundChanges)
@@ -136,20 +104,20 @@ TEST_F(ConcurrencyTest, EverythingAroundChanges)
     auto bundle = framework.start(VX_BUNDLE_FILE);
     const auto holding = tests::factoryLoader(framework.context());
     const OutsideCore whole(*holding);
-    std::atomic<std::size_t> interrupted{0};
     {
-        const Meanwhile services([&] {
+        const std::jthread services = meanwhile([&] {
             auto registration = framework.context().RegisterService<DateTimeSettingsInterface>(dateTime);
+            registration.SetProperties({{cppmicroservices::Constants::SERVICE_RANKING, 1}});
             std::this_thread::yield();
             registration.Unregister();
         });
         // The library is given a context at each start.
-        const Meanwhile contexts([&] {
+        const std::jthread contexts = meanwhile([&] {
             bundle.Stop();
             bundle.Start();
             EXPECT_NE(tests::factoryLoader(framework.context()), nullptr);
         });
-        const Meanwhile hooks([] {
+        const std::jthread hooks = meanwhile([] {
             foundation::host::setMessageHook([](const std::string&) {});
             foundation::host::setFeature("webui", 0);
             foundation::host::setMessageHook(nullptr);
@@ -161,14 +129,10 @@ TEST_F(ConcurrencyTest, EverythingAroundChanges)
                     const OutsideCore core(*holding);
                     EXPECT_EQ(core.nodes.size(), whole.nodes.size());
                 } catch (const std::invalid_argument&) {
-                    ++interrupted;  // a service went away between look-up and use
+                    continue;  // a service went away between look-up and use
                 }
             }
         });
-        EXPECT_GT(services.rounds(), 0U);
-        EXPECT_GT(contexts.rounds(), 0U);
-        std::cout << "trees: " << builds * threadCount - interrupted << ", interrupted: " << interrupted
-                  << '\n';
     }
     EXPECT_EQ(OutsideCore(*holding).nodes.size(), whole.nodes.size());
 }

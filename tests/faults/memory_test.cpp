@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <iostream>
 #include <memory>
 #include <string>
 #include <tests/faults/services.hpp>
@@ -23,7 +22,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using tests::Failing;
-using vx::core::SettingsTree;
 
 /// Lets the action fail at every point, `restore` what it left, and once more do it to the end. The short
 /// form takes about as many steps as given.
@@ -40,43 +38,21 @@ void sweep(const std::string& what, std::size_t steps, Action action, Restore re
     const std::size_t stride = tests::runsInFull() ? 1 : allocations / steps + 1;
     for (const Failing mode : {Failing::once, Failing::fromThenOn}) {
         const long live = tests::liveAllocations();
-        std::size_t points = 0;
-        for (bool isReached = true; isReached; ++points) {
+        std::size_t point = 0;
+        for (bool isReached = true; isReached; point += stride) {
             try {
-                const tests::FailingAllocation failing(points * stride, mode);
+                const tests::FailingAllocation failing(point, mode);
                 action();
                 isReached = failing.hasFailed();
                 ASSERT_FALSE(isReached)
-                    << what << ": the failure of allocation " << points * stride << " went unnoticed";
+                    << what << ": the failure of allocation " << point << " went unnoticed";
             } catch (const std::bad_alloc&) {
             }
             restore();
-            ASSERT_EQ(tests::liveAllocations(), live) << what << ", allocation " << points * stride;
-            ASSERT_FALSE(testing::Test::HasFailure()) << what << ", allocation " << points * stride;
+            ASSERT_EQ(tests::liveAllocations(), live) << what << ", allocation " << point;
+            ASSERT_FALSE(testing::Test::HasFailure()) << what << ", allocation " << point;
         }
-        std::cout << what << (mode == Failing::once ? ", one failure: " : ", all failing from one on: ")
-                  << "points tried: " << points - 1 << " of " << allocations << '\n';
     }
-}
-
-struct MemoryTest : testing::Test
-{
-    MemoryTest()
-    {
-        framework.start(VX_BUNDLE_FILE);
-        loader = tests::factoryLoader(framework.context());
-    }
-
-    tests::RunningFramework framework;
-    std::shared_ptr<settings::core::FactorySettingsLoader> loader;
-};
-
-TEST_F(MemoryTest, OfATree)
-{
-    const std::size_t nodes = vx::core::loadTree(*loader).nodes().size();
-    sweep(
-        "tree", 60, [&] { static_cast<void>(vx::core::loadTree(*loader)); },
-        [&] { ASSERT_EQ(vx::core::loadTree(*loader).nodes().size(), nodes); });
 }
 
 // What another framework does without memory is its own affair.
@@ -88,7 +64,7 @@ TEST_F(MemoryOfTheBundle, FromItsFileToItsFirstTreeAndBack)
     const auto offeredDateTime = context.RegisterService<tests::DateTimeSettingsInterface>(dateTime);
     context.RegisterService<tests::CodeAnalyzerSettingsInterface>(codeAnalyzer);
     sweep(
-        "bundle", 60,
+        "bundle", 100,
         [&] {
             auto bundle = framework.start(VX_BUNDLE_FILE);
             auto loader = tests::factoryLoader(framework.context());
@@ -108,8 +84,10 @@ TEST_F(MemoryOfTheBundle, FromItsFileToItsFirstTreeAndBack)
 #endif
 
 /// A settings file in a folder of its own, its content known before and after a change.
-struct MemoryOfFiles : MemoryTest
+struct MemoryOfFiles : testing::Test
 {
+    MemoryOfFiles() { framework.start(VX_BUNDLE_FILE); }
+
     void write(const std::string& text) const { vx::core::LockedFile(file).replace(text); }
 
     /// Lets the change fail at every point: the file is as before or as after it, never anything else.
@@ -138,19 +116,20 @@ struct MemoryOfFiles : MemoryTest
         });
     }
 
-    SettingsTree tree = vx::core::loadTree(*loader);
-    settings::core::ReleaseChangeTable releases = vx::core::loadReleaseChanges(*loader);
+    tests::RunningFramework framework;
     tests::TestFolder folder;
     fs::path file = folder / "settings.json";
 };
 
 TEST_F(MemoryOfFiles, StayWholeWhileTheyAreChanged)
 {
+    const auto loader = tests::factoryLoader(framework.context());
+    const auto tree = vx::core::loadTree(*loader);
+    const auto releases = vx::core::loadReleaseChanges(*loader);
     vx::core::SettingsEditor changer(tree, releases, file);
     const std::string text = "{\"settings\": {\"verdix.commandwindow.WrapLines\": true}}\n";
     sweepChange("set a colour", text,
                 [&] { changer.set("colors.KeywordColor", "[1 2 3]", vx::core::Notation::script); });
-    sweepChange("reset", text, [&] { changer.reset("commandwindow"); });
     sweepChange("migrate",
                 "{\"release\": \"R2020a\", \"settings\": {\"verdix.commandwindow.EightyColumns\": true, "
                 "\"verdix.findfiles.GoToFileEnabled\": true}}\n",
@@ -162,17 +141,6 @@ TEST_F(MemoryOfFiles, StayWholeWhileTheyAreChanged)
                     static_cast<void>(locked.keepCopy("settings.json.bak"));
                     locked.replace(migration.text);
                 });
-}
-
-TEST_F(MemoryOfFiles, AreChecked)
-{
-    write("{\"settings\": {\"verdix.commandwindow.WrapLines\": 3, \"verdix.commandwindow.WrapLinez\": 1,\n"
-          "\"verdix.colors.KeywordColor\": [1, 2, 3], \"verdix.commandwindow.EightyColumns\": true}}");
-    const std::string text = vx::core::readFile(file).value_or("");
-    std::size_t faults = 3;
-    sweep(
-        "check", 100, [&] { faults = vx::core::checkSettingsFile(file, text, tree, releases).size(); },
-        [&] { ASSERT_EQ(faults, 3U); });
 }
 
 }  // namespace

@@ -5,12 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <greeter.hpp>
 #include <stdexcept>
 #include <tests/support/factory.hpp>
 #include <tests/support/running_framework.hpp>
-#include <thread>
 #include <utility>
 
 using namespace cppmicroservices;
@@ -251,32 +249,6 @@ TEST_F(ServiceRegistry, tellsListenersWhatAFactoryDoesWrong)
     context.RemoveListener(std::move(token));
     EXPECT_EQ(getFrom(cases[0].first), nullptr);
     EXPECT_TRUE(events.empty());
-}
-
-TEST_F(ServiceRegistry, servesManyThreadsAtOnce)
-{
-    constexpr int rounds = 200;
-    const auto work = [&](int ranking) {
-        for (int i = 0; i < rounds; ++i) {
-            auto mine = offer(context, "mine", {{Constants::SERVICE_RANKING, ranking}});
-            mine.SetProperties({{Constants::SERVICE_RANKING, i % 5}});
-            for (const auto& reference : context.GetServiceReferences<Greeter>("(service.ranking>=1)")) {
-                try {
-                    const auto greeter = context.GetService(reference);
-                    EXPECT_TRUE(!greeter || greeter->greet() == "mine");
-                } catch (const std::invalid_argument&) {
-                    // Its thread has unregistered it meanwhile.
-                    continue;
-                }
-            }
-            mine.Unregister();
-        }
-    };
-    {
-        const std::array<std::jthread, 4> threads{std::jthread(work, 0), std::jthread(work, 1),
-                                                  std::jthread(work, 2), std::jthread(work, 3)};
-    }
-    EXPECT_TRUE(running.context().GetServiceReferences<Greeter>().empty());
 }
 
 }  // namespace

@@ -16,13 +16,13 @@ struct Plan
 };
 
 thread_local Plan plan;
-thread_local int sure = 0;
+thread_local bool isSure = false;
 thread_local std::size_t made = 0;
 std::atomic<long> live{0};
 
 bool shallFail() noexcept
 {
-    if (plan.remaining == never || sure != 0) {
+    if (plan.remaining == never || isSure) {
         return false;
     }
     if (plan.remaining != 0) {
@@ -40,7 +40,7 @@ void* allocate(std::size_t size, std::size_t alignment = alignof(std::max_align_
 {
     void* memory = std::aligned_alloc(alignment, (size / alignment + 1) * alignment);
     if (memory != nullptr) {
-        made += sure == 0 ? 1 : 0;
+        made += isSure ? 0 : 1;
         live.fetch_add(1, std::memory_order_relaxed);
     }
     return memory;
@@ -51,11 +51,7 @@ void* allocate(std::size_t size, std::size_t alignment = alignof(std::max_align_
 // These replace the ones of the standard library for the whole program, shared libraries included.
 void* operator new(std::size_t size)
 {
-    void* const memory = shallFail() ? nullptr : allocate(size);
-    if (memory == nullptr) {
-        throw std::bad_alloc();
-    }
-    return memory;
+    return operator new(size, std::align_val_t(alignof(std::max_align_t)));
 }
 
 void* operator new(std::size_t size, std::align_val_t alignment)
@@ -91,18 +87,15 @@ void operator delete(void* memory, std::align_val_t /*alignment*/) noexcept
     operator delete(memory);
 }
 
-void operator delete(void* memory, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept
-{
-    operator delete(memory);
-}
-
 // By the language, an exception in the initialisation of a library ends the program; so nothing fails in
 // there.
 extern "C" [[gnu::visibility("default")]] void* dlopen(const char* file, int flags) noexcept
 {
     using Open = void*(const char*, int);
-    const tests::SureAllocation guard;
-    return reinterpret_cast<Open*>(dlsym(RTLD_NEXT, "dlopen"))(file, flags);
+    isSure = true;
+    void* const library = reinterpret_cast<Open*>(dlsym(RTLD_NEXT, "dlopen"))(file, flags);
+    isSure = false;
+    return library;
 }
 
 namespace tests {
@@ -125,16 +118,6 @@ FailingAllocation::FailingAllocation(std::size_t index, Failing failing) noexcep
 FailingAllocation::~FailingAllocation()
 {
     plan = {};
-}
-
-SureAllocation::SureAllocation() noexcept
-{
-    ++sure;
-}
-
-SureAllocation::~SureAllocation()
-{
-    --sure;
 }
 
 bool FailingAllocation::hasFailed() const noexcept

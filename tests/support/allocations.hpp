@@ -34,16 +34,6 @@ public:
     [[nodiscard]] bool hasFailed() const noexcept;
 };
 
-/// While it lives, this thread's allocations succeed, and are not counted towards the one that shall fail.
-class SureAllocation
-{
-public:
-    SureAllocation() noexcept;
-    ~SureAllocation();
-    SureAllocation(const SureAllocation&) = delete;
-    SureAllocation& operator=(const SureAllocation&) = delete;
-};
-
 /// Runs the action again and again, one allocation later failing each time, until it succeeds; calls
 /// `afterFailure` in between. Returns how many allocations failed.
 template <class Action, class AfterFailure>

@@ -17,7 +17,6 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-using tests::OutputTo;
 using tests::runTool;
 
 std::string outputOf(const std::vector<std::string>& arguments,
@@ -38,18 +37,15 @@ TEST(Command, SaysInOneLineWhatIsWrong)
     } cases[] = {
         {{"tre"}, 2, "no such command: tre; did you mean tree?"},
         {{"describe", "a", "b"}, 2, "not expected: b"},
-        {{"--nosuch"}, 2, "not expected: --nosuch"},
         {{"--feature", "webui"}, 2, "needs NAME=VALUE"},
         {{"--feature", "webui=maybe"}, 2, "on, off or a whole number"},
         {{"get", "comandwindow.wraplines"}, 1, "did you mean verdix.commandwindow.WrapLines?"},
         {{"tree", "zzzzzzzzzz"}, 1, "list all paths with: vxsettings list"},
         {{"get", "editor.suggestions.ShowTips"}, 1, "it was moved to verdix.suggestions.ShowTips in R2025b"},
-        {{"get", "desktop.help.SingleSource"}, 1, "it was removed in R2026a"},
         {{"get", "qorv"}, 1, "alias of qorv, which is not in this tree: unresolved"},
         {{"get", "commandwindow"},
          1,
          "is a group, not a setting; show its settings with: vxsettings tree verdix.commandwindow"},
-        {{"get", "dump"}, 1, "verdix.dump has no factory value, and no file sets it"},
         {{"list", "--validator", "mustBe"}, 1, "there are allowedValues, callable, colour"},
         {{"list", "class*", "nothing*"}, 1, "no path matches nothing*"},
         {{"export", "--format", "json", "-o", "/no/such/folder/x"},
@@ -64,16 +60,15 @@ TEST(Command, SaysInOneLineWhatIsWrong)
 
 TEST(Command, ReportsOutputThatCannotBeWritten)
 {
-    const std::pair<OutputTo, const char*> cases[] = {{OutputTo::fullDevice, "No space left on device"},
-                                                      {OutputTo::closedPipe, "Broken pipe"},
-                                                      {OutputTo::nowhere, "Bad file descriptor"}};
-    for (const auto& [outputTo, reason] : cases) {
-        for (const char* verb : {"summary", "tree", "--help"}) {
-            const auto run = runTool({verb}, {}, outputTo);
-            EXPECT_EQ(run.exitCode, 1) << reason;
-            EXPECT_THAT(run.errors,
-                        StartsWith(std::string("vxsettings: cannot write standard output: ") + reason));
-        }
+    // Descriptor 3 is a pipe that nobody reads any more.
+    const std::string shell = "bash -c 'exec 3> >(:); wait $!; said=$(" VX_TOOL_FILE " ";
+    const std::string expected = "); [[ $? == 1 && $said == \"vxsettings: cannot write standard output: ";
+    const std::pair<const char*, const char*> cases[] = {
+        {"summary 2>&1 >/dev/full", "No space left on device"},
+        {"tree 2>&1 >&3", "Broken pipe"},
+        {"--help 2>&1 >&-", "Bad file descriptor"}};
+    for (const auto& [command, reason] : cases) {
+        EXPECT_EQ(std::system((shell + command + expected + reason + "\"* ]]'").c_str()), 0) << command;
     }
     // A descriptor that is in use is not given to a file that is opened.
     for (const char* descriptor : {"0", "1", "2"}) {
@@ -81,6 +76,16 @@ TEST(Command, ReportsOutputThatCannotBeWritten)
         EXPECT_EQ(std::system((command + descriptor + " <&- >&- 2>&-").c_str()), 0) << descriptor;
     }
 }
+
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)  // which take more than the limit
+TEST(Command, ReportsThatMemoryRanOut)
+{
+    const char* const command =
+        "(ulimit -v 300000; " VX_TOOL_FILE " check /dev/zero; echo $?) 2>&1 | tr '\n' ' ' | "
+        "grep -qx 'vxsettings: out of memory: .* 1 '";
+    EXPECT_EQ(std::system(command), 0);
+}
+#endif
 
 TEST(Command, PrintsValuesInTheScriptingLanguagesForm)
 {
@@ -90,20 +95,15 @@ TEST(Command, PrintsValuesInTheScriptingLanguagesForm)
     const auto computed = runTool({"get", path});
     EXPECT_EQ(computed.output, "true\n");
     EXPECT_EQ(computed.errors, "vxsettings: " + remark);
-    const auto several = runTool({"get", "commandwindow.WindowSize", path, "commandwindow.WindowSize"});
-    EXPECT_EQ(several.output, "[180 45]\ntrue\n[180 45]\n");
-    EXPECT_EQ(several.errors, "vxsettings: verdix." + path + ": " + remark);
 }
 
 TEST(Command, PrintsNoValueUnlessEachPathHasOne)
 {
-    for (const char* form : {"text", "json"}) {
-        const auto run = runTool(
-            {"get", "class", "commandwindow.WrapLines", "comandwindow.wraplines", "dump", "--format", form});
-        EXPECT_EQ(run.exitCode, 1);
-        EXPECT_EQ(run.output, "");
-        EXPECT_EQ(std::ranges::count(run.errors, '\n'), 3);
-    }
+    const auto run = runTool({"get", "class", "commandwindow.WrapLines", "comandwindow.wraplines", "dump"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(std::ranges::count(run.errors, '\n'), 3);
+    EXPECT_THAT(run.errors, HasSubstr("verdix.dump has no factory value, and no file sets it"));
 }
 
 TEST(Command, DrawsTheTree)
@@ -128,11 +128,8 @@ TEST(Command, ColoursOnlyWhereAskedFor)
 TEST(Command, ListsByPatternsAndFilters)
 {
     EXPECT_EQ(outputOf({"list", "class*"}), "verdix.class\nverdix.class.UseFullNameInDisplayHeader\n");
-    EXPECT_EQ(outputOf({"list", "verdix.unittest.Use[SP]*"}),
-              "verdix.unittest.UseStrict\nverdix.unittest.UseParallel\n");
     EXPECT_EQ(outputOf({"list", "--kind", "alias"}), "verdix.qorv\nverdix.desktop.DisplayScaleFactor\n");
-    EXPECT_EQ(outputOf({"list", "--read-only", "--kind", "setting"}),
-              "verdix.ui.internal.figuretype.webfigures\n");
+    EXPECT_EQ(outputOf({"list", "--read-only"}), "verdix.ui.internal.figuretype.webfigures\n");
     EXPECT_EQ(outputOf({"list", "unittest*", "--validator", "range"}),
               "verdix.unittest.OutputDetail\nverdix.unittest.LoggingLevel\n");
     EXPECT_THAT(outputOf({"list", "--hidden"}), Not(HasSubstr("verdix.commandwindow.WrapLines\n")));
@@ -144,10 +141,6 @@ TEST(Command, DescribesNodesInWords)
     EXPECT_THAT(setting, HasSubstr("class       logical, 1-by-1\n"));
     EXPECT_THAT(setting, HasSubstr("moved from  verdix.commandwindow.EightyColumns in R2021a\n"));
 
-    const std::string twiceMoved = outputOf({"describe", "suggestions.editor.ShowAutomatically"});
-    EXPECT_THAT(twiceMoved, HasSubstr("verdix.editor.suggestions.ShowAutomatically in R2025b\n  moved from"));
-    EXPECT_THAT(twiceMoved, HasSubstr("verdix.keyboard.suggestions.ShowAutomatically in R2022b\n"));
-
     EXPECT_THAT(outputOf({"describe", "desktop.workspace"}),
                 HasSubstr("hidden: its group verdix.desktop is hidden\n"));
 }
@@ -156,12 +149,6 @@ TEST(Command, CountsAndDiagnoses)
 {
     const std::string summary = outputOf({});
     EXPECT_EQ(summary, outputOf({"summary"}));
-    std::string all = "\nall";
-    for (const char* kind : {"group", "setting", "alias"}) {
-        all += " +" + std::to_string(std::ranges::count(outputOf({"list", "--kind", kind}), '\n'));
-    }
-    EXPECT_THAT(summary, testing::ContainsRegex(all + " "));
-
     EXPECT_EQ(outputOf({"get", "ui.internal.dialog.FileDialogs", "--feature", "webui=on"}), "true\n");
     const std::string doctor = outputOf({"doctor", "--feature", "webui=on"}, {"VX_WEBWINDOW_LOGS_SPEC=a b"});
     EXPECT_THAT(doctor, HasSubstr("settings::core::FactorySettingsLoader"));
@@ -182,14 +169,6 @@ TEST(Command, CountsAndDiagnoses)
         broken.output,
         AllOf(HasSubstr("{\n  \"isWell\": false,"), HasSubstr("\"isGood\": false }"),
               HasSubstr("\"what\": \"libvxservices\", \"text\": \"validateFontSize\", \"isGood\": true")));
-}
-
-TEST(Command, KeepsLogRecordsOffTheOutput)
-{
-    const auto run = runTool({"get", "online.cdAnywhereDisabled", "--log-level", "debug"},
-                             {"VX_CD_ANYWHERE_DISABLED=TRUE"});
-    EXPECT_EQ(run.output, "true\n");
-    EXPECT_THAT(run.errors, HasSubstr("set to true, based on value of VX_CD_ANYWHERE_DISABLED."));
 }
 
 }  // namespace

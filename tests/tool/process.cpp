@@ -1,7 +1,5 @@
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
-#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <tests/support/files.hpp>
@@ -11,24 +9,6 @@
 namespace tests {
 
 namespace {
-
-int openOutput(OutputTo outputTo)
-{
-    switch (outputTo) {
-    case OutputTo::fullDevice:
-        return ::open("/dev/full", O_WRONLY | O_CLOEXEC);
-    case OutputTo::closedPipe: {
-        int ends[2];
-        EXPECT_EQ(::pipe2(ends, O_CLOEXEC), 0);
-        ::close(ends[0]);
-        return ends[1];
-    }
-    case OutputTo::capture:
-    case OutputTo::nowhere:
-        break;
-    }
-    return ::memfd_create("output", MFD_CLOEXEC);
-}
 
 std::string content(int descriptor)
 {
@@ -53,24 +33,20 @@ std::string content(int descriptor)
 
 }  // namespace
 
-ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment,
-                OutputTo outputTo)
+ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment)
 {
-    const int output = openOutput(outputTo);
+    const int output = ::memfd_create("output", MFD_CLOEXEC);
     const int errors = ::memfd_create("errors", MFD_CLOEXEC);
     const pid_t child = ::fork();
     if (child == 0) {
         ::dup2(output, STDOUT_FILENO);
         ::dup2(errors, STDERR_FILENO);
-        if (outputTo == OutputTo::nowhere) {
-            ::close(STDOUT_FILENO);
-        }
         execTool(arguments, environment);
     }
     int status = 0;
     EXPECT_EQ(::waitpid(child, &status, 0), child);
-    ToolRun run{WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status),
-                outputTo == OutputTo::capture ? content(output) : "", content(errors)};
+    ToolRun run{WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), content(output),
+                content(errors)};
     ::close(output);
     ::close(errors);
     return run;

@@ -14,19 +14,9 @@ struct ToolRun
     std::string errors;
 };
 
-/// Where the tool's standard output goes.
-enum class OutputTo
-{
-    capture,
-    fullDevice,
-    closedPipe,
-    nowhere  ///< the descriptor is closed
-};
-
 /// Runs vxsettings with these arguments. `environment` holds NAME=VALUE entries that are added to the test's
 /// own.
-ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {},
-                OutputTo outputTo = OutputTo::capture);
+ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {});
 
 /// The run ends with this code, writes no output, and one line of errors.
 MATCHER_P2(FailsInOneLine, exitCode, message, "")

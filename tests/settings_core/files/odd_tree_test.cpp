@@ -35,7 +35,6 @@ struct OddTreeTest : testing::Test
         fixed.readOnly = true;
         add("Fixed", fixed);
         add("Word", tests::propertiesOf({}, {}, {{{.allowedValues = {u"a", u"b"}}}}));
-        add("Short", tests::propertiesOf({}, {}, {{{.maximumLength = 3}}}));
         add("Table", tests::propertiesOf({}, {}, {{{.size = {{2, 2}}}}}));
         addAlias("First", "root.Second");
         addAlias("Second", "root.Word");
@@ -78,8 +77,6 @@ TEST_F(OddTreeTest, ChangesWhatCanBeChanged)
     changer.set("Table", "[1 2; 3 4]", Notation::script);
     EXPECT_EQ(tests::readFile(file), "{\n  \"settings\": {\n    \"root.Word\": \"b\",\n"
                                      "    \"root.Table\": [[1, 2], [3, 4]]\n  }\n}\n");
-    EXPECT_THAT([&] { changer.set("Short", "long", Notation::script); },
-                ThrowsMessage<InvalidValue>(HasSubstr("at most 3")));
     Layers layers(tree, {folder / "none", file});
     EXPECT_EQ(formatValue(layers.effective(*tree.find("root.Second")).value), "b");
     EXPECT_EQ(changer.reset("group"), 0U);

@@ -28,8 +28,6 @@ TEST(Search, RanksByWhereAWordStandsInThePath)
         {"url", "LabelURLToHyperlink", MatchRank::word},
         {"hyper", "LabelURLToHyperlink", MatchRank::substring},
         {"case2", "snake_Case2", MatchRank::word},
-        {"case", "snake_Case2", MatchRank::substring},
-        {"snake", "snake_Case2", MatchRank::prefix},
         {"LOOSE", "Spacing", MatchRank::value},
         {"Spacng", "Spacing", MatchRank::similar},
     };

@@ -16,14 +16,11 @@ using vx::core::formatValueOnOneLine;
 
 TEST(FormatValue, WritesEveryShape)
 {
-    EXPECT_EQ(formatValue(matrix<bool>(1, 1, {true})), "true");
-    EXPECT_EQ(formatValue(matrix<std::int32_t>(1, 3, {14, 0, 255})), "[14 0 255]");
     EXPECT_EQ(formatValue(matrix<double>(2, 2, {1, 3, 2, 4})), "[1 2; 3 4]");  // stored column by column
     EXPECT_EQ(formatValue(matrix<std::uint64_t>(1, 1, {std::numeric_limits<std::uint64_t>::max()})),
               "18446744073709551615");
     EXPECT_EQ(formatValue(text("a \"b\"")), "a \"b\"");
     EXPECT_EQ(formatValueOnOneLine(matrix<char16_t>(0, 0, {}), 40), R"("")");
-    EXPECT_EQ(formatValue(tests::string("héllo")), "héllo");
     EXPECT_EQ(formatValue(matrix<String>(1, 2, {u"a", std::nullopt})), R"(["a" missing])");
     EXPECT_EQ(formatValue(texts({"a", "say \"x\""})), R"({"a","say ""x"""})");
     EXPECT_EQ(formatValue(matrix<Array>(1, 2, {texts({"a"}), Array()})), R"({{"a"},[]})");
