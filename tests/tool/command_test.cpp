@@ -50,7 +50,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
          1,
          "is a group, not a setting; show its settings with: vxsettings tree verdix.commandwindow"},
         {{"get", "dump"}, 1, "verdix.dump has no factory value, and no file sets it"},
-        {{"list", "--validator", "mustBe"}, 1, "there are allowedValues, callable, colour"},
+        {{"list", "--validator", "mustBe"}, 1, "available: allowedValues, callable, colour"},
         {{"list", "class*", "nothing*"}, 1, "no path matches nothing*"},
         {{"export", "--format", "json", "-o", "/no/such/folder/x"},
          1,
