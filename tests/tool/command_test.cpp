@@ -46,7 +46,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         {{"get", "commandwindow"},
          1,
          "is a group, not a setting; show its settings with: vxsettings tree verdix.commandwindow"},
-        {{"list", "--validator", "mustBe"}, 1, "there are allowedValues, callable, colour"},
+        {{"list", "--validator", "mustBe"}, 1, "available: allowedValues, callable, colour"},
         {{"list", "class*", "nothing*"}, 1, "no path matches nothing*"},
         {{"export", "--format", "json", "-o", "/no/such/folder/x"},
          1,
