@@ -166,6 +166,8 @@ TEST(Validation, AllFailuresAreCollectedAndTheErrorHandlerHasTheWord)
     };
     EXPECT_EQ(rejection(NewSetting(properties), row<double>({7.5, 8})), "Setting refuses 2");
     EXPECT_EQ(rejection(NewSetting(properties), scalar<std::int32_t>(2)), "");
+    properties.errorHandler = [](const std::string&, const Array&) {};
+    EXPECT_THAT(rejection(NewSetting(properties), scalar<std::int32_t>(9)), HasSubstr("from 0 to 3"));
 }
 
 TEST(Validation, ASettingsOwnValue)
