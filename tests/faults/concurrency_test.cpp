@@ -96,6 +96,7 @@ TEST(Concurrency, FirstUsesOfAFeatureSwitch)
         });
         ASSERT_EQ(states, std::vector(threadCount, getDataPtr(name)));
         ASSERT_EQ(feature.get(), 1);
+        ASSERT_EQ(getDataPtr(name + '.' + std::to_string(threadCount - 1))->value, 2);
     }
 }
 

@@ -113,7 +113,6 @@ TEST(Command, DrawsTheTree)
     const std::string top = outputOf({"tree", "--depth", "1"});
     EXPECT_THAT(
         top, HasSubstr("├── dump (no factory value)\n├── workingfolder …\n├── qorv -> qorv (unresolved)\n"));
-    EXPECT_THAT(outputOf({"tree", "--hidden", "--depth", "1"}), HasSubstr("├── diagnostics (hidden) …\n"));
     EXPECT_THAT(outputOf({"tree", "--hidden"}), HasSubstr("│   └── ShowStackDecoration = true (hidden)\n"));
 }
 

@@ -29,7 +29,6 @@ TEST(RunTimeDefault, IsComputedWhereThereIsNoFactoryValue)
         EXPECT_EQ(computed.source, std::string(function) + " of libvxgraphics_state");
     }
     EXPECT_EQ(defaultOf(CRunTimeDefault("libabsent", "f"), tests::scalar(1.0)).source, "factory value");
-    EXPECT_FALSE(defaultOf({}).value.isAssigned());
 }
 
 TEST(RunTimeDefault, SaysWhatIsMissingAndWhere)
