@@ -103,6 +103,10 @@ TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         ASSERT_FALSE(found.empty()) << file;
         EXPECT_NE(found.front().message.find(words), std::string::npos) << found.front().message;
     }
+    const auto twice = vx::core::checkSettingsFile(
+        files.personal, R"({"settings": {"verdix.commandwindow.WrapLines": 1}, "settings": {}})", tree,
+        releases);
+    EXPECT_EQ(twice.size(), 1U) << "the first of them is reported as a duplicate, but does not apply";
 }
 
 }  // namespace

@@ -113,6 +113,9 @@ TEST_F(MigrationTest, ReportsMovesAndKeepsWhatTheTargetStates)
                                         {.from = ReleaseName{2021, 'a'}})
                   .events.size(),
               0U);
+    // The changes of a release apply from top to bottom.
+    table.rbegin()->second.changes = {{"move", {"a"}, {"b"}}, {"move", {"b"}, {"c"}}};
+    EXPECT_EQ(migrate(text("\"a\": 1")).text, newest + "\"settings\": {\"c\": 1}}");
 }
 
 TEST_F(MigrationTest, RefusesWhatItCannotKnow)
