@@ -37,6 +37,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
     } cases[] = {
         {{"tre"}, 2, "no such command: tre; did you mean tree?"},
         {{"describe", "a", "b"}, 2, "not expected: b"},
+        {{"--color", "sometimes"}, 2, "--color: sometimes"},
         {{"--feature", "webui"}, 2, "needs NAME=VALUE"},
         {{"--feature", "webui=maybe"}, 2, "on, off or a whole number"},
         {{"get", "comandwindow.wraplines"}, 1, "did you mean verdix.commandwindow.WrapLines?"},
