@@ -24,9 +24,10 @@ CASES = [
     ("vxsettings ge\tcommandw\tNumericF\t", "short"),
     ("vxsettings get verdix.commandw\tNumericF\tcommandwindow.WindowSi\t", "[180 45]"),
     ("vxsettings set commandw\tNumericF\tban\t", "verdix.commandwindow.NumericFormat is set in"),
+    ("vxsettings set commandw\tWrapL\tf\t", "verdix.commandwindow.WrapLines is set in"),
     ("vxsettings list --kind al\t", "verdix.qorv"),
     ("vxsettings --format=js\tget commandwindow.NumericF\t", '"layer": "personal"'),
-    ("vxsettings migrate --to R2020\told_s\t", "from before all releases to R2020b"),
+    ("vxsettings --color=ne\tmigrate --to R2020\told_s\t", "from before all releases to R2020b"),
     ("vxsettings doctor --feature webui=of\t", "feature webui                      off"),
 ]
 
