@@ -87,6 +87,11 @@ void operator delete(void* memory, std::align_val_t /*alignment*/) noexcept
     operator delete(memory);
 }
 
+void operator delete(void* memory, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept
+{
+    operator delete(memory);
+}
+
 // By the language, an exception in the initialisation of a library ends the program; so nothing fails in
 // there.
 extern "C" [[gnu::visibility("default")]] void* dlopen(const char* file, int flags) noexcept
