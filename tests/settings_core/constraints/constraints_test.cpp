@@ -348,9 +348,9 @@ TEST(ValueValidator, AreFoldedIntoOneConstraint)
     };
     const auto [lower, upper] = folded({{{.range = {{0, 9}}}}, {{.range = {{5, 20}}}}}).range;
     EXPECT_EQ(std::pair(lower, upper), std::pair(5.0, 9.0));
-    EXPECT_THAT(
-        *folded({{{.allowedValues = {u"a", u"b"}}}, {{.allowedValues = {u"b", u"c"}}}}).allowedStrings,
-        testing::ElementsAre(u"b"));
+    const Properties twoLists =
+        propertiesOf({}, {}, {{{.allowedValues = {u"a", u"b"}}}, {{.allowedValues = {u"b", u"c"}}}});
+    EXPECT_THAT(*constraintOf(twoLists).allowedStrings, testing::ElementsAre(u"b"));
     const MValidator logical("verdix.settings", "mustBeLogicalScalar");
     const Constraint impossible[] = {folded({{{.range = {{notANumber, 1}}}}, {{.range = {{0, 1}}}}}),
                                      folded({{{.size = {{1, 2}}}}, {{.size = {{.columns = 3}}}}}),
