@@ -1,6 +1,6 @@
 #include <migration/release_changes.hpp>
 
-#include <span>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -11,17 +11,33 @@ using ::settings::core::ReleaseChangeTable;
 
 namespace {
 
-/// A change in a release: a move to the target, or a removal if there is no target.
+/// A change in a release.
 struct Change
 {
+    /// Removes a setting, or a group with all of its members.
+    consteval Change(const char* removed) : path(requireName(removed)) {}
+    /// Moves a setting. A move to its own path brings back a setting that was removed.
+    consteval Change(const char* source, const char* destination)
+        : path(requireName(source)), target(requireName(destination))
+    {}
+
     std::string_view path;
-    std::string_view target = {};
+    std::string_view target = {};  ///< empty for a removal
+
+private:
+    static consteval const char* requireName(const char* name)
+    {
+        return *name == '\0' ? throw "a release change has an empty path" : name;
+    }
 };
 
-// Users' settings files are migrated release by release, applying each list from top to bottom. The list of a
-// published release never changes; errors in it are fixed by a later list.
+using Changes = std::initializer_list<Change>;
 
-constexpr Change r2020b[] = {
+// Users' settings files are migrated release by release, applying each list from top to bottom. The list of a
+// published release never changes; errors in it are fixed by a later list. Only the last list is open: that
+// of the coming release. scripts/release.sh closes it and opens the next one.
+
+constexpr Changes r2020b = {
     // The old name was misleading: the setting is the line spacing, not the number format.
     {"verdix.commandwindow.NumericDisplay", "verdix.commandwindow.DisplayLineSpacing"},
     {"verdix.colors.programmingtools.WarningsColor",
@@ -37,7 +53,7 @@ constexpr Change r2020b[] = {
     {"verdix.keyboard.delimiter.DelimiterOptionsTyping", "verdix.keyboard.delimiter.ShowMatchesWhenTyping"},
 };
 
-constexpr Change r2021a[] = {
+constexpr Changes r2021a = {
     {"verdix.addons.AdditionalInstallationFolders"},
     {"verdix.addons.ImportLegacyAddOnsAtStartup"},
     {"verdix.addons.MultipleVersionInstallationEnabled"},
@@ -45,19 +61,19 @@ constexpr Change r2021a[] = {
     {"verdix.commandwindow.EightyColumns", "verdix.commandwindow.UseEightyColumnDisplayWidth"},
 };
 
-constexpr Change r2022b[] = {
+constexpr Changes r2022b = {
     {"verdix.keyboard.suggestions.ShowAutomatically", "verdix.editor.suggestions.ShowAutomatically"},
     {"verdix.commandwindow.ShowCompletionsAutomatically",
      "verdix.commandwindow.suggestions.ShowAutomatically"},
 };
 
-constexpr Change r2023a[] = {
+constexpr Changes r2023a = {
     {"verdix.connector.InterfacesBlacklist", "verdix.connector.InterfacesBlocklist"},
     {"verdix.keyboard.suggestions"},
 };
 
 // Settings that editor and command window share moved to the suggestions group, the others to its subgroups.
-constexpr Change r2025b[] = {
+constexpr Changes r2025b = {
     {"verdix.editor.suggestions.ShowTips", "verdix.suggestions.ShowTips"},
     {"verdix.editor.suggestions.AcceptOnRightArrow", "verdix.suggestions.AcceptOnRightArrow"},
     {"verdix.editor.suggestions.MaximumNumberOfSuggestions", "verdix.suggestions.MaximumNumberOfSuggestions"},
@@ -75,7 +91,7 @@ constexpr Change r2025b[] = {
 };
 
 // Groups and their members are listed both, so that files that only contain members are cleaned up, too.
-constexpr Change r2026a[] = {
+constexpr Changes r2026a = {
     {"verdix.desktop.help.SingleSource"},
     {"verdix.editor.suggestions"},
     {"verdix.editor.suggestions.ShowTips"},
@@ -92,15 +108,17 @@ constexpr Change r2026a[] = {
     {"verdix.commandwindow.suggestions.TabAcceptsOnOneSuggestion"},
 };
 
+constexpr Changes r2026b = {};
+
 struct Release
 {
     const char* name;
-    std::span<const Change> changes;
+    Changes changes;
 };
 
 constexpr Release releases[] = {
-    {"R2020b", r2020b}, {"R2021a", r2021a}, {"R2022b", r2022b},
-    {"R2023a", r2023a}, {"R2025b", r2025b}, {"R2026a", r2026a},
+    {"R2020b", r2020b}, {"R2021a", r2021a}, {"R2022b", r2022b}, {"R2023a", r2023a},
+    {"R2025b", r2025b}, {"R2026a", r2026a}, {"R2026b", r2026b},
 };
 
 std::string_view rootGroupOf(std::string_view path)
@@ -129,6 +147,9 @@ void addRemove(ReleaseChangeSet& set, std::string_view path)
 void fillReleaseChanges(ReleaseChangeTable& table)
 {
     for (std::uint64_t index = 0; const Release& release : releases) {
+        if (release.changes.size() == 0) {
+            continue;  // a release that moves and removes nothing has no entry
+        }
         ReleaseChangeSet& set = table[index++];
         set = {release.name, false, {}};
         set.changes.reserve(release.changes.size());

@@ -4,13 +4,8 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 namespace vx::review {
-
-/// Parses a JSON text; a byte-order mark may precede it. Numbers that do not fit an integer are the nearest
-/// double. Throws core::ParseError.
-[[nodiscard]] boost::json::value parseJson(std::string_view text);
 
 enum class JsonStyle : std::uint8_t
 {

@@ -1,37 +1,30 @@
 #include "tree_history.hpp"
 
 #include <settings_core/releases/release_history.hpp>
+#include <settings_core/tree/suggestions.hpp>
 
 #include <algorithm>
 #include <cstdint>
-#include <sstream>
+#include <iterator>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 
+#include "release_table.hpp"
 #include "source_file.hpp"
-#include "tree_diff.hpp"
 
 namespace vx::review {
 
 namespace {
 
-using settings::core::ReleaseChangeSet;
-using settings::core::ReleaseChangeTable;
+using core::Diagnostic;
+using core::editDistance;
+using core::Node;
 using settings::core::SettingsFileChange;
 
-const std::string tableFile(releaseTableFile);
-constexpr const char* listFile = "docs/changed-defaults";
-
-std::string changeLabel(const ReleaseChangeSet& set, const SettingsFileChange& change)
+Diagnostic inTable(std::string path, std::string message)
 {
-    const std::string target = change.to().empty() ? "" : " to " + change.to().front();
-    return set.release + ": " + change.operation() + " " + change.from().front() + target;
-}
-
-std::string missingSetting(const std::string& path)
-{
-    return path + " is missing, and no later release change moves or removes it: restore it in " +
-           sourceFileOf(path) + " or add a release change to " + tableFile;
+    return {std::move(path), std::move(message), {.file = std::string(releaseTableFile)}};
 }
 
 bool sameChange(const SettingsFileChange& left, const SettingsFileChange& right)
@@ -39,36 +32,36 @@ bool sameChange(const SettingsFileChange& left, const SettingsFileChange& right)
     return left.operation() == right.operation() && left.from() == right.from() && left.to() == right.to();
 }
 
-class HistoryCheck
+/// Checks the step from one release to the next: nothing is lost, and what was published stays.
+class StepCheck
 {
 public:
-    HistoryCheck(const TreeDocument& baseline, const TreeDocument& live)
-        : baseline_(baseline), live_(live), firstLater_(baseline.releaseChanges().size())
+    StepCheck(const ReleaseTree& older, const ReleaseTree& newer)
+        : older_(older), newer_(newer), firstLater_(older.releaseChanges.size())
     {}
 
-    std::vector<std::string> run(const ChangedDefaults& changedDefaults) &&
+    std::vector<Diagnostic> run() &&
     {
         checkMissingSettings();
         checkFormerChanges();
-        checkTargets();
-        checkSources();
-        checkDefaults(changedDefaults);
+        checkLaterRows();
         return std::move(diagnostics_);
     }
 
 private:
-    /// Whether the release at this index or a later one moves or removes the path.
-    [[nodiscard]] bool isChangedLater(std::string_view path, std::uint64_t first) const
-    {
-        return !core::changesFrom(live_.releaseChanges(), path, first).empty();
-    }
-
     void checkMissingSettings()
     {
-        for (const DocumentNode& node : baseline_.nodes()) {
-            const std::string& path = node.path;
-            if (!node.isGroup() && live_.find(path) == nullptr && !isChangedLater(path, firstLater_)) {
-                diagnostics_.push_back(missingSetting(path));
+        for (const Node* node : older_.tree.nodes()) {
+            const std::string path = node->getFullName();
+            if (node->kind() != core::NodeKind::group && newer_.tree.find(path) == nullptr &&
+                core::changesFrom(newer_.releaseChanges, path, firstLater_).empty())
+            {
+                diagnostics_.push_back(
+                    {path,
+                     "is missing, and no later release change moves or removes it: restore it, or add a "
+                     "release change to " +
+                         std::string(releaseTableFile),
+                     {.file = sourceFileOf(path)}});
             }
         }
     }
@@ -76,98 +69,192 @@ private:
     /// The changes of a release are final: users' files have been migrated by them.
     void checkFormerChanges()
     {
-        for (const auto& [index, set] : baseline_.releaseChanges()) {
-            const auto now = live_.releaseChanges().find(index);
-            if (now == live_.releaseChanges().end() || now->second.release != set.release ||
+        for (const auto& [index, set] : older_.releaseChanges) {
+            const auto now = newer_.releaseChanges.find(index);
+            if (now == newer_.releaseChanges.end() || now->second.release != set.release ||
                 !std::ranges::equal(now->second.changes, set.changes, sameChange))
             {
-                diagnostics_.push_back("the changes of " + set.release +
-                                       " are not those of its baseline: restore them in " + tableFile +
-                                       " and add changes to a later release");
+                diagnostics_.push_back(inTable(set.release, "its changes are not those that were published: "
+                                                            "restore them and add changes to a later "
+                                                            "release"));
             }
         }
     }
 
-    void checkTargets()
+    void checkLaterRows()
     {
-        for (const auto& [index, set] : live_.releaseChanges()) {
-            for (const SettingsFileChange& change : set.changes) {
-                if (!change.to().empty() && live_.find(change.to().front()) == nullptr &&
-                    !isChangedLater(change.to().front(), index + 1))
-                {
-                    diagnostics_.push_back(
-                        changeLabel(set, change) +
-                        ": the target does not exist, and no later change moves it on: fix the change in " +
-                        tableFile + " or define the setting in " + sourceFileOf(change.to().front()));
+        std::unordered_set<std::string_view> formerPaths;  // that files may hold
+        forEachLaterRow(newer_.releaseChanges, 0, [&](const TableRow& row) {
+            if (row.index < firstLater_) {
+                formerPaths.insert(row.source);
+            } else {
+                checkLaterTarget(row);
+                if (older_.tree.find(row.source) == nullptr && !formerPaths.contains(row.source)) {
+                    diagnostics_.push_back(inTable(row.label(), "no release had this path: fix the change"));
                 }
             }
-        }
+            formerPaths.insert(row.target);
+        });
     }
 
-    void checkSources()
+    void checkLaterTarget(const TableRow& row)
     {
-        ChangedDefaults known;
-        const ReleaseChangeTable& table = live_.releaseChanges();
-        for (auto later = table.lower_bound(firstLater_); later != table.end(); ++later) {
-            for (const SettingsFileChange& change : later->second.changes) {
-                const std::string& source = change.from().front();
-                if (baseline_.find(source) == nullptr && !known.contains(source)) {
-                    diagnostics_.push_back(changeLabel(later->second, change) +
-                                           ": no release had this path: fix the change in " + tableFile);
-                }
-                known.insert(change.to().begin(), change.to().end());
-            }
+        if (!row.target.empty() && newer_.tree.find(row.target) == nullptr &&
+            core::changesFrom(newer_.releaseChanges, row.target, row.index, row.number + 1).empty())
+        {
+            diagnostics_.push_back(
+                inTable(row.label(), "the target does not exist, and no later change moves it on: fix the "
+                                     "change, or define the setting in " +
+                                         sourceFileOf(row.target)));
         }
     }
 
-    void checkDefaults(const ChangedDefaults& listed)
-    {
-        ChangedDefaults changed;
-        for (const Difference& difference : compareTrees(baseline_, live_)) {
-            if (difference.kind != DifferenceKind::changedDefault) {
-                continue;
-            }
-            changed.insert(difference.path);
-            if (!listed.contains(difference.path)) {
-                diagnostics_.push_back(difference.path + ": the default changed (" + difference.before +
-                                       " -> " + difference.after + "): list it in " + listFile +
-                                       " if that is intended, otherwise fix " +
-                                       sourceFileOf(difference.path));
-            }
-        }
-        for (const std::string& path : listed) {
-            if (!changed.contains(path)) {
-                diagnostics_.push_back(path + " is listed in " + listFile +
-                                       ", but its default is unchanged: remove it from the list");
-            }
-        }
-    }
-
-    const TreeDocument& baseline_;
-    const TreeDocument& live_;
-    std::uint64_t firstLater_;  // index of the first release after the baseline
-    std::vector<std::string> diagnostics_;
+    const ReleaseTree& older_;
+    const ReleaseTree& newer_;
+    std::uint64_t firstLater_;  // index of the first release after the older one
+    std::vector<Diagnostic> diagnostics_;
 };
+
+/// Checks the moves since the last baseline against both trees.
+class MoveCheck
+{
+public:
+    MoveCheck(const ReleaseTree& baseline, const ReleaseTree& live) : baseline_(baseline), live_(live)
+    {
+        forEachLaterRow(live.releaseChanges, baseline.releaseChanges.size(), [this](const TableRow& row) {
+            if (!row.target.empty() && !row.isRestoration()) {
+                moves_.push_back(row);
+            }
+        });
+    }
+
+    /// Moves that cannot be right.
+    [[nodiscard]] std::vector<Diagnostic> findErrors() const
+    {
+        std::vector<Diagnostic> diagnostics;
+        for (const TableRow& move : moves_) {
+            const std::string message = errorOf(move);
+            if (!message.empty()) {
+                diagnostics.push_back(inTable(move.label(), message));
+            }
+        }
+        return diagnostics;
+    }
+
+    /// Moves that are wrong unless there is a reason for them.
+    [[nodiscard]] std::vector<Difference> findSuspicious() const
+    {
+        std::vector<Difference> suspicious;
+        for (const TableRow& move : moves_) {
+            if (baseline_.tree.find(move.target) != nullptr) {
+                add(suspicious, move, "the last release already has this setting");
+            } else if (const TableRow* other = findCrossed(move)) {
+                add(suspicious, move,
+                    "the name is more like that of " + std::string(other->source) +
+                        ", whose values move elsewhere");
+            }
+        }
+        return suspicious;
+    }
+
+private:
+    [[nodiscard]] std::string errorOf(const TableRow& move) const
+    {
+        const Node* const source = baseline_.tree.find(move.source);
+        const Node* const target = live_.tree.find(move.target);
+        if (source != nullptr && source->kind() == core::NodeKind::group) {
+            return "the source is a group: list the moves of its settings one by one";
+        }
+        if (target == nullptr) {
+            return "";
+        }
+        if (target->kind() != core::NodeKind::setting) {
+            return "the target is " +
+                   std::string(target->kind() == core::NodeKind::group ? "a group" : "an alias") +
+                   ": only a setting can take the values";
+        }
+        return target->properties().readOnly.value()
+                   ? "the target is read-only, so that users lose their values: choose another target, or "
+                     "remove the setting"
+                   : "";
+    }
+
+    static void add(std::vector<Difference>& suspicious, const TableRow& move, const std::string& summary)
+    {
+        suspicious.push_back({DifferenceKind::moved, std::string(move.target), std::string(move.source),
+                              std::string(move.release),
+                              "from " + std::string(move.source) + ", but " + summary});
+    }
+
+    /// Returns another move of the same release, if exchanging the targets would make source and target names
+    /// more alike; else null. Moves in several steps are not compared.
+    [[nodiscard]] const TableRow* findCrossed(const TableRow& move) const
+    {
+        const auto crosses = [&](const TableRow& other) {
+            return other.index == move.index && other.number != move.number && isWhole(other) &&
+                   editDistance(move.source, other.target) + editDistance(other.source, move.target) <
+                       editDistance(move.source, move.target) + editDistance(other.source, other.target);
+        };
+        const auto found = isWhole(move) ? std::ranges::find_if(moves_, crosses) : moves_.end();
+        return found == moves_.end() ? nullptr : &*found;
+    }
+
+    /// Whether the move leads from the last release to the tree in one step.
+    [[nodiscard]] bool isWhole(const TableRow& move) const
+    {
+        return baseline_.tree.find(move.source) != nullptr && live_.tree.find(move.target) != nullptr;
+    }
+
+    const ReleaseTree& baseline_;
+    const ReleaseTree& live_;
+    std::vector<TableRow> moves_;
+};
+
+/// At most one release may follow the last baseline: the one that is being prepared.
+std::vector<Diagnostic> checkComingRelease(const Baseline& last, const ReleaseTree& live)
+{
+    std::vector<Diagnostic> diagnostics;
+    const core::ReleaseName coming = releaseAfter(last.release);
+    for (const auto& [index, set] : live.releaseChanges) {
+        const auto release = core::parseReleaseName(set.release);
+        if (release && coming < *release) {
+            diagnostics.push_back(
+                inTable(set.release, "the release after " + last.name + " is " + formatReleaseName(coming) +
+                                         ": name the list after that, or, if that is published, record its "
+                                         "baseline with scripts/release.sh"));
+        }
+    }
+    return diagnostics;
+}
+
+void append(std::vector<Diagnostic>& all, std::vector<Diagnostic> more)
+{
+    std::ranges::move(more, std::back_inserter(all));
+}
 
 }  // namespace
 
-ChangedDefaults readChangedDefaults(const std::string& file)
+std::vector<Diagnostic> checkHistory(const Baselines& baselines, const ReleaseTree& live,
+                                     const ChangedSettings& changedSettings)
 {
-    ChangedDefaults paths;
-    std::istringstream lines(contentOf(file));
-    for (std::string line; std::getline(lines, line);) {
-        std::istringstream uncommented(line.substr(0, line.find('#')));
-        if (std::string path; uncommented >> path) {
-            paths.insert(std::move(path));
-        }
+    std::vector<Diagnostic> diagnostics = baselines.diagnostics;
+    if (baselines.list.empty()) {
+        diagnostics.push_back({"", "has no baseline", {.file = baselines.folder}});
+        return diagnostics;
     }
-    return paths;
-}
-
-std::vector<std::string> checkHistory(const TreeDocument& baseline, const TreeDocument& live,
-                                      const ChangedDefaults& changedDefaults)
-{
-    return HistoryCheck(baseline, live).run(changedDefaults);
+    for (std::size_t i = 1; i < baselines.list.size(); ++i) {
+        append(diagnostics, StepCheck(baselines.list[i - 1].content, baselines.list[i].content).run());
+    }
+    const Baseline& last = baselines.list.back();
+    append(diagnostics, checkComingRelease(last, live));
+    append(diagnostics, StepCheck(last.content, live).run());
+    const MoveCheck moves(last.content, live);
+    append(diagnostics, moves.findErrors());
+    std::vector<Difference> differences = moves.findSuspicious();
+    std::ranges::copy_if(compareTrees(last.content, live), std::back_inserter(differences),
+                         [](const Difference& difference) { return isPropertyKind(difference.kind); });
+    append(diagnostics, checkChangedSettings(changedSettings, differences, live.tree));
+    return diagnostics;
 }
 
 }  // namespace vx::review

@@ -1,28 +1,21 @@
 #pragma once
 
-#include <set>
-#include <string>
+#include <settings_core/diagnostic.hpp>
+
 #include <vector>
 
-#include "tree_document.hpp"
+#include "baselines.hpp"
+#include "changed_settings.hpp"
 
 namespace vx::review {
 
-/// Paths of the settings whose default may differ from the last release.
-using ChangedDefaults = std::set<std::string, std::less<>>;
-
-/// Reads a file with one path per line; empty lines and everything after a "#" are ignored. Throws
-/// std::runtime_error.
-[[nodiscard]] ChangedDefaults readChangedDefaults(const std::string& file);
-
-/// Compares the tree with that of the last release and returns one line per incompatibility, with the path or
-/// release change and the file to edit:
-/// - a setting of the baseline is missing, and no later release change moves or removes it;
-/// - a release change moves a setting to a path that does not exist and that no later change moves on;
-/// - a release change after the baseline names a path that never existed;
-/// - the changes of a published release differ from those in the baseline;
-/// - a default differs without being listed, or is listed without differing.
-[[nodiscard]] std::vector<std::string> checkHistory(const TreeDocument& baseline, const TreeDocument& live,
-                                                    const ChangedDefaults& changedDefaults);
+/// Checks that the tree continues the published releases. Returns a diagnostic, with the file to edit, for
+/// - each file or checksum of the baselines that is wrong;
+/// - each step from one baseline to the next, and from the last to the tree, that loses a setting or rewrites
+///   changes that were published;
+/// - each wrong release change since the last baseline, and a release that is out of turn;
+/// - each difference from the last baseline that the list of intended changes does not have, and vice versa.
+[[nodiscard]] std::vector<core::Diagnostic> checkHistory(const Baselines& baselines, const ReleaseTree& live,
+                                                         const ChangedSettings& changedSettings);
 
 }  // namespace vx::review

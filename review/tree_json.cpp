@@ -2,6 +2,7 @@
 
 #include <data/views.hpp>
 #include <settings_core/values/array_visit.hpp>
+#include <settings_core/values/value_format.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
@@ -9,6 +10,7 @@
 #include <boost/json/value_from.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <optional>
 #include <string_view>
@@ -26,6 +28,7 @@ using core::Node;
 using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 using foundation::verdixdata::String;
+using foundation::verdixdata::toUtf16;
 using foundation::verdixdata::toUtf8;
 
 json::value elementJson(const String& element)
@@ -53,6 +56,11 @@ json::value elementJson(const Array& element)
 template <class Number>
 json::value elementJson(Number element)
 {
+    if constexpr (std::is_floating_point_v<Number>) {
+        if (!std::isfinite(element)) {
+            return json::value(core::formatNumber(element));
+        }
+    }
     return element;
 }
 
@@ -74,7 +82,7 @@ json::value dataJson(const Array& array)
 template <class Function, class... Functions>
 constexpr bool isAnyOf = (std::is_same_v<Function, Functions> || ...);
 
-/// Visitor that converts a validator or run-time default; null if there is none.
+/// Visitor that converts a validator or run-time default.
 struct FunctionJson
 {
     json::value operator()(std::monostate) const { return nullptr; }
@@ -97,6 +105,43 @@ struct FunctionJson
                             {"function", function.function()}};
     }
 };
+
+/// Removes a member with this value.
+void eraseIf(json::object& object, std::string_view name, const json::value& value)
+{
+    if (const json::value* const found = object.if_contains(name); found != nullptr && *found == value) {
+        object.stable_erase(name);
+    }
+}
+
+/// Removes the dimensions of a row.
+void shortenValue(json::value& value)
+{
+    if (json::object* const object = value.if_object()) {
+        const json::value& data = object->at("data");
+        const std::size_t count =
+            data.is_array() ? data.get_array().size() : toUtf16(data.get_string()).size();
+        eraseIf(*object, "dims", {1, count});
+    }
+}
+
+/// Removes all members whose values are implied: null and those of a setting without options.
+json::object shortened(json::object node)
+{
+    shortenValue(node.at("value"));
+    eraseIf(node, "node", "setting");
+    eraseIf(node, "visibility", "default");
+    eraseIf(node, "valueValidators", json::array());
+    eraseIf(node, "errorHandler", false);
+    eraseIf(node, "additionalFile", false);
+    json::object remaining;
+    for (const auto& [name, value] : node) {
+        if (!value.is_null()) {
+            remaining.emplace(name, value);
+        }
+    }
+    return remaining;
+}
 
 json::object constraintJson(const core::ExportedConstraint& constraint)
 {
@@ -132,14 +177,29 @@ json::value parameterJson(const core::Parameter& parameter)
     return json::value_from(parameter.value);
 }
 
-json::object nodeJson(const Node& node)
+json::value functionJson(const settings_core::Validator& validator)
 {
-    const Node::Properties& properties = node.properties();
+    return std::visit(FunctionJson(), validator);
+}
+
+json::value functionJson(const settings_core::RunTimeDefault& runTimeDefault)
+{
+    return std::visit(FunctionJson(), runTimeDefault);
+}
+
+json::array constraintsJson(const Node& node)
+{
     json::array constraints;
-    for (const auto& validator : properties.valueValidators) {
+    for (const auto& validator : node.properties().valueValidators) {
         std::ranges::transform(core::exportedConstraints(validator), std::back_inserter(constraints),
                                constraintJson);
     }
+    return constraints;
+}
+
+json::object nodeJson(const Node& node)
+{
+    const Node::Properties& properties = node.properties();
     const bool isReadOnlyDeclared = properties.readOnly.isWritten();
     return {
         {"path", node.fullName()},
@@ -147,9 +207,9 @@ json::object nodeJson(const Node& node)
         {"visibility", visibilityLabel(node)},
         {"readOnly", isReadOnlyDeclared ? json::value(properties.readOnly.value()) : json::value(nullptr)},
         {"value", valueJson(properties.factoryValue)},
-        {"validator", std::visit(FunctionJson(), properties.validator)},
-        {"runTimeDefault", std::visit(FunctionJson(), properties.runTimeDefault)},
-        {"valueValidators", std::move(constraints)},
+        {"validator", functionJson(properties.validator)},
+        {"runTimeDefault", functionJson(properties.runTimeDefault)},
+        {"valueValidators", constraintsJson(node)},
         {"aliasTarget", stringOrNull(properties.aliasName())},
         {"errorHandler", static_cast<bool>(properties.errorHandler)},
         {"additionalFile", properties.additionalFile}};
@@ -169,6 +229,19 @@ json::object releaseJson(std::uint64_t index, const settings_core::ReleaseChange
             {"changes", std::move(changes)}};
 }
 
+namespace {
+
+json::array releasesJson(const settings_core::ReleaseChangeTable& releases)
+{
+    json::array list;
+    for (const auto& [index, set] : releases) {
+        list.push_back(releaseJson(index, set));
+    }
+    return list;
+}
+
+}  // namespace
+
 json::object treeJson(const core::SettingsTree& tree, const settings_core::ReleaseChangeTable& releases,
                       const std::vector<std::string>& settingPathList)
 {
@@ -177,14 +250,28 @@ json::object treeJson(const core::SettingsTree& tree, const settings_core::Relea
     for (const Node* node : tree.nodes()) {
         nodes.push_back(nodeJson(*node));
     }
-    json::array releaseChanges;
-    for (const auto& [index, set] : releases) {
-        releaseChanges.push_back(releaseJson(index, set));
-    }
     return {{"root", tree.root()->fullName()},
             {"nodes", std::move(nodes)},
-            {"releaseChanges", std::move(releaseChanges)},
+            {"releaseChanges", releasesJson(releases)},
             {"settingPathList", json::value_from(settingPathList)}};
+}
+
+json::object baselineJson(const ReleaseTree& release)
+{
+    json::array nodes;
+    for (const Node* node : release.tree.nodes()) {
+        json::object object = shortened(nodeJson(*node));
+        const auto computed = release.computedValues.find(node->fullName());
+        if (computed != release.computedValues.end()) {
+            json::value value = valueJson(computed->second);
+            shortenValue(value);
+            object.emplace("computedValue", std::move(value));
+        }
+        nodes.push_back(std::move(object));
+    }
+    return {{"root", release.tree.root()->fullName()},
+            {"nodes", std::move(nodes)},
+            {"releaseChanges", releasesJson(release.releaseChanges)}};
 }
 
 }  // namespace vx::review

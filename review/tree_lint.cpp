@@ -2,18 +2,18 @@
 
 #include <settings_core/constraints/constraints.hpp>
 #include <settings_core/constraints/validation.hpp>
-#include <settings_core/releases/release_history.hpp>
 
 #include <boost/algorithm/string/case_conv.hpp>
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
+#include <iterator>
 #include <locale>
 #include <map>
 #include <string_view>
 #include <utility>
 
+#include "release_table.hpp"
 #include "source_file.hpp"
 
 namespace vx::review {
@@ -23,7 +23,6 @@ namespace {
 using core::Node;
 using core::NodeKind;
 using settings::core::ReleaseChangeTable;
-using settings::core::SettingsFileChange;
 
 /// Settings with an invalid factory value: the platform is unknown when the tree is built, and no allowed
 /// value means unknown.
@@ -61,7 +60,7 @@ public:
                 checkFactoryValue(*node);
             }
         }
-        checkReleases();
+        std::ranges::move(checkReleaseTable(tree_, releases_), std::back_inserter(diagnostics_));
         return std::move(diagnostics_);
     }
 
@@ -70,11 +69,6 @@ private:
     {
         diagnostics_.push_back(
             {node.getFullName(), std::move(message), {.file = sourceFileOf(node.getFullName())}});
-    }
-
-    void addChange(const std::string& path, std::string message)
-    {
-        diagnostics_.push_back({path, std::move(message), {.file = std::string(releaseTableFile)}});
     }
 
     void checkContents(const Node& group)
@@ -111,39 +105,6 @@ private:
         const auto diagnostics = core::checkDefaultValue(setting);
         if (!diagnostics.empty() && !isKnown(invalidByDesign, setting.fullName())) {
             add(setting, "invalid factory value: " + diagnostics.front().message);
-        }
-    }
-
-    void checkReleases()
-    {
-        for (const auto& [index, set] : releases_) {
-            for (const auto& change : set.changes) {
-                checkSource(set.release, change, index + 1);
-                checkTarget(set.release, change, index + 1);
-            }
-        }
-    }
-
-    /// A path that a release moved or removed may exist again only as the target of a later move.
-    void checkSource(const std::string& release, const SettingsFileChange& change, std::uint64_t following)
-    {
-        const std::string& path = change.from().front();
-        if (tree_.find(path) != nullptr && core::movesTo(releases_, path, following).empty()) {
-            addChange(path, release + " moved or removed it, but it is still in the tree: remove it from " +
-                                sourceFileOf(path) + " or fix the release change");
-        }
-    }
-
-    void checkTarget(const std::string& release, const SettingsFileChange& change, std::uint64_t following)
-    {
-        if (change.to().empty()) {
-            return;
-        }
-        const std::string& target = change.to().front();
-        if (tree_.find(target) == nullptr && core::changesFrom(releases_, target, following).empty()) {
-            addChange(change.from().front(), release + " moved it to " + target +
-                                                 ", which does not exist: define it in " +
-                                                 sourceFileOf(target) + " or fix the release change");
         }
     }
 

@@ -34,6 +34,19 @@ decltype(auto) visitElementType(foundation::verdixdata::ArrayType type, Visitor&
     throw std::invalid_argument("An array that nothing was assigned to has no elements to work on.");
 }
 
+/// Returns the element class with this name, such as "logical"; nothing if there is none.
+[[nodiscard]] inline std::optional<foundation::verdixdata::ArrayType> classNamed(std::string_view name)
+{
+    using foundation::verdixdata::ArrayType;
+#define VX_COMPARE(cppType, arrayType, className)                                                            \
+    if (name == (className)) {                                                                               \
+        return ArrayType::arrayType;                                                                         \
+    }
+    VX_FOR_EACH_ELEMENT_CLASS(VX_COMPARE)
+#undef VX_COMPARE
+    return std::nullopt;
+}
+
 /// The element types of the numeric classes: double and the eight integer types. bool and char16_t are not
 /// numeric.
 template <class T>

@@ -6,8 +6,8 @@ std::string formatDiagnostic(const Diagnostic& diagnostic)
 {
     const auto& [file, line, column] = diagnostic.position;
     std::string text = file;
-    if (line != 0) {
-        text += ":" + std::to_string(line) + ":" + std::to_string(column);
+    for (const std::size_t number : {line, column}) {
+        text += number == 0 ? "" : ":" + std::to_string(number);
     }
     for (const std::string* part : {&diagnostic.path, &diagnostic.message}) {
         text += (text.empty() || part->empty() ? "" : ": ") + *part;

@@ -12,7 +12,7 @@ struct Position
 {
     std::string file = {};   ///< as the user named it, or a source file of the tree; empty if there is none
     std::size_t line = 0;    ///< from 1; 0 if the whole file is meant
-    std::size_t column = 0;  ///< in characters, from 1; 0 if there is no line
+    std::size_t column = 0;  ///< in characters, from 1; 0 if the whole line is meant
 };
 
 /// One problem, as it is reported to a person.

@@ -1,215 +1,390 @@
 // Trees that differ from the baseline in one thing: what a release engineer asks of two releases.
 
 #include <review/json.hpp>
-#include <review/tree_diff.hpp>
+#include <review/release_table.hpp>
 #include <review/tree_history.hpp>
+#include <review/tree_json.hpp>
 
-#include <boost/json/array.hpp>
-#include <boost/json/serialize.hpp>
+#include <boost/algorithm/string/replace.hpp>
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <filesystem>
-#include <set>
-#include <sstream>
+#include <cstdlib>
+#include <fstream>
 #include <string>
 #include <tests/support/files.hpp>
 #include <tests/tool/process.hpp>
+#include <utility>
 #include <vector>
 
 namespace {
 
-namespace json = boost::json;
-using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using tests::runTool;
-using vx::review::TreeDocument;
+using vx::review::ReleaseTree;
 
-/// The tree of a release.
-const std::string baseline = VX_SOURCE_DIR "/docs/baseline/R2026a.json";
+using Edits = std::vector<std::pair<std::string, std::string>>;
+using Lines = std::vector<std::string>;
 
-/// The baseline, to be changed.
-class Tree
+const std::string baseline = R"({
+  "root": "v",
+  "nodes": [
+    { "path": "v.web", "node": "group" },
+    { "path": "v.web.Zoom", "value": { "class": "int32", "data": [100] }, "validator": { "kind": "script", "qualifier": "verdix.settings", "function": "mustBeIntegerScalar" }, "valueValidators": [{ "kind": "range", "lower": 10, "upper": null }] },
+    { "path": "v.web.Panel", "value": { "class": "char", "data": "a" }, "validator": { "kind": "native", "library": "libl", "function": "check" }, "valueValidators": [{ "kind": "allowedValues", "values": ["a", "b"] }, { "kind": "maximumLength", "length": 9 }] },
+    { "path": "v.web.Size", "visibility": "hidden", "value": { "class": "double", "data": ["NaN", -0.5] }, "valueValidators": [{ "kind": "size", "rows": 1, "columns": null }, { "kind": "elementClass", "class": "double" }] },
+    { "path": "v.web.proxy", "node": "group", "visibility": "visible" },
+    { "path": "v.web.proxy.Host", "readOnly": false, "value": { "class": "cell", "dims": [2, 1], "data": ["x", null] }, "valueValidators": [{ "kind": "size", "rows": 2, "columns": 1 }, { "kind": "size", "rows": 2, "columns": 1 }], "errorHandler": true },
+    { "path": "v.web.proxy.Port", "value": { "class": "char", "dims": [2, 1], "data": ["p", "q"] }, "validator": { "kind": "callable", "qualifier": "q", "function": "f" } },
+    { "path": "v.web.proxy.Names", "value": { "class": "string", "data": ["n", null] }, "validator": { "kind": "managed", "class": "c", "function": "f" } },
+    { "path": "v.web.Mode", "readOnly": true, "runTimeDefault": { "kind": "native", "library": "libm", "function": "mode" }, "additionalFile": true, "computedValue": { "class": "logical", "data": [true] } },
+    { "path": "v.web.Tint", "valueValidators": [{ "kind": "colour", "form": "normalised", "words": ["auto"] }], "runTimeDefault": { "kind": "script", "qualifier": "q", "function": "tint" } },
+    { "path": "v.web.Other", "node": "alias", "aliasTarget": "v.web.Zoom" }
+  ],
+  "releaseChanges": [
+    { "index": 0, "release": "R2026a", "crossesRootGroups": false, "changes": [{ "operation": "remove", "from": ["v.web.Old"], "to": [] }] }
+  ]
+})";
+
+ReleaseTree parse(const std::string& text)
 {
-public:
-    json::object& node(const std::string& path) { return find(path)->as_object(); }
-    json::array& factoryData(const std::string& path) { return node(path)["value"].at("data").as_array(); }
-
-    void remove(const std::string& path) { nodes().erase(find(path)); }
-
-    /// Another node like this one, at another path.
-    void addLike(const std::string& path, const std::string& newPath)
-    {
-        nodes().insert(find(path), json::value(node(path)))->as_object()["path"] = newPath;
-    }
-
-    /// A further release with these changes.
-    void addRelease(const std::string& changes)
-    {
-        releases().push_back(
-            vx::review::parseJson(R"({ "index": 6, "release": "R2026b", "changes": [)" + changes + "] }"));
-    }
-
-    json::array& releases() { return exported_.at("releaseChanges").as_array(); }
-
-    [[nodiscard]] const json::value& exported() const { return exported_; }
-
-private:
-    json::array& nodes() { return exported_.at("nodes").as_array(); }
-    json::array::iterator find(const std::string& path)
-    {
-        const auto found = std::ranges::find(
-            nodes(), path, [](const json::value& node) { return std::string(node.at("path").as_string()); });
-        EXPECT_NE(found, nodes().end()) << path;
-        return found;
-    }
-
-    json::value exported_ = vx::review::parseJson(tests::readFile(baseline));
-};
-
-std::string change(const std::string& operation, const std::string& from, const std::string& to = {})
-{
-    return "{ \"operation\": \"" + operation + "\", \"from\": [\"" + from + "\"], \"to\": [" +
-           (to.empty() ? "" : "\"" + to + "\"") + "] }";
+    return vx::review::parseReleaseTree(text, "tree.json");
 }
 
-TEST(TreeHistory, TheLiveTreeCarriesTheBaselineForward)
+/// The baseline with each first occurrence replaced.
+std::string edited(const Edits& edits)
 {
-    std::filesystem::path last;
-    for (const auto& file : std::filesystem::directory_iterator(VX_SOURCE_DIR "/docs/baseline")) {
-        last = std::max(last, file.path());
+    std::string text = baseline;
+    for (const auto& [from, to] : edits) {
+        EXPECT_THAT(text, HasSubstr(from));
+        boost::algorithm::replace_first(text, from, to);
     }
-    std::istringstream changes(runTool({"changes"}).output);
-    std::set<std::string> later;
-    for (std::string release; changes >> release; std::getline(changes, release)) {
-        if (release > last.stem() && release.starts_with("R2")) {
-            later.insert(release);
+    return text;
+}
+
+/// An edit that appends a release with these rows, "from>to" for a move and "path" for a removal.
+std::pair<std::string, std::string> release(const std::string& name, const Lines& rows)
+{
+    std::string changes;
+    for (const std::string& row : rows) {
+        const std::size_t end = std::min(row.find('>'), row.size());
+        const bool isMove = end < row.size();
+        changes += (changes.empty() ? "" : ", ") +
+                   ("{ \"operation\": \"" + std::string(isMove ? "move" : "remove")) + "\", \"from\": [\"" +
+                   row.substr(0, end) + "\"], \"to\": [" + (isMove ? "\"" + row.substr(end + 1) + "\"" : "") +
+                   "] }";
+    }
+    return {"\n  ]\n}",
+            ",\n    { \"index\": 1, \"release\": \"" + name + "\", \"changes\": [" + changes + "] }\n  ]\n}"};
+}
+
+/// The edits that give a node another path.
+std::pair<std::string, std::string> renamed(const std::string& from, const std::string& to)
+{
+    return {"\"path\": \"" + from + '"', "\"path\": \"" + to + '"'};
+}
+
+/// What history and lint say about a tree that follows the baseline.
+Lines check(const Edits& edits, const std::string& changedSettings = {})
+{
+    const tests::TestFolder folder;
+    const auto baselines = vx::review::readBaselines(folder.with("R2026a.json", baseline));
+    const ReleaseTree live = parse(edited(edits));
+    auto changed = vx::review::readChangedSettings(folder.with("changed-settings", changedSettings));
+    changed.file = "changed-settings";
+    Lines found;
+    for (const auto& diagnostics : {checkHistory(baselines, live, changed),
+                                    vx::review::checkReleaseTable(live.tree, live.releaseChanges)})
+    {
+        for (const auto& diagnostic : diagnostics) {
+            found.push_back(vx::core::formatDiagnostic(diagnostic));
         }
     }
-    EXPECT_LE(later.size(), 1U) << *later.begin()
-                                << " is published, and its tree is not in docs/baseline: save it there with "
-                                   "vxsettings export --format json, and empty docs/changed-defaults";
+    return found;
+}
+
+TEST(TreeHistory, TheLiveTreeContinuesThePublishedOnes)
+{
+    const std::string docs = VX_SOURCE_DIR "/docs/";
     const auto run = runTool(
-        {"history", "--baseline", last, "--changed-defaults", VX_SOURCE_DIR "/docs/changed-defaults"});
-    EXPECT_EQ(run.exitCode, 0) << run.output << run.errors;
-    EXPECT_EQ(runTool({"lint"}).output, "");
+        {"history", "--baseline", docs + "baseline", "--changed-settings", docs + "changed-settings"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.output + run.errors + runTool({"lint"}).output, "");
 }
 
-/// The incompatibilities of a tree that differs from the baseline.
-std::vector<std::string> check(const Tree& current, const vx::review::ChangedDefaults& listed = {})
+TEST(TreeHistory, NamesEachWrongReleaseChange)
 {
-    return checkHistory(TreeDocument::read(baseline), TreeDocument(current.exported()), listed);
-}
-
-TEST(TreeHistory, ReportsEachIncompatibility)
-{
-    const std::string lost = "verdix.web.FindPanel";
-    Tree gone;
-    gone.remove(lost);
-    EXPECT_THAT(check(gone), ElementsAre(AllOf(HasSubstr(lost + " is missing"), HasSubstr("tree/web.cpp"),
-                                               HasSubstr("migration/release_changes.cpp"))));
-    Tree removed = gone;
-    removed.addRelease(change("remove", "verdix.web"));
-    EXPECT_THAT(check(removed), IsEmpty());
-    gone.releases().at(0).at("changes").as_array().push_back(vx::review::parseJson(change("remove", lost)));
-    EXPECT_THAT(check(gone), ElementsAre(HasSubstr("is missing"),
-                                         HasSubstr("the changes of R2020b are not those of its baseline")));
-
-    Tree astray;
-    astray.remove(lost);
-    astray.addRelease(change("remove", "verdix.web.Nowhere") + ", " +
-                      change("move", lost, "verdix.web.Nowhere"));
-    EXPECT_THAT(check(astray),
-                ElementsAre(HasSubstr("R2026b: move " + lost + " to verdix.web.Nowhere: the target does not"),
-                            HasSubstr("R2026b: remove verdix.web.Nowhere: no release had this path")));
-
-    Tree changed;
-    changed.node(lost)["value"].at("data") = "large";
-    EXPECT_THAT(check(changed), ElementsAre(HasSubstr(lost + ": the default changed")));
-    const tests::TestFolder folder;
-    const auto listed = vx::review::readChangedDefaults(
-        folder.with("list", "# These were asked for.\n\n  " + lost + "  # twice\n"));
-    EXPECT_THAT(check(changed, listed), IsEmpty());
-    EXPECT_THAT(check(Tree(), listed),
-                ElementsAre(HasSubstr(lost + " is listed in docs/changed-defaults, but")));
-}
-
-TEST(TreeDiff, TellsKindsOfDifferencesApart)
-{
-    Tree newer;
-    newer.remove("verdix.web.FindPanel");
-    newer.remove("verdix.web.UseProxy");
-    newer.addLike("verdix.web.ProxyHost", "verdix.web.Host");
-    newer.remove("verdix.web.ProxyHost");
-    newer.addLike("verdix.web.ProxyPort", "verdix.web.Fresh");
-    newer.addRelease(change("remove", "verdix.web.UseProxy") + ", " +
-                     change("move", "verdix.web.ProxyHost", "verdix.web.Host"));
-    newer.node("verdix.web.MaxFileSize")["value"].at("data") = json::array{2e6};
-    newer.node("verdix.commandwindow.WindowSize")["value"].at("data") = json::array{180.0, 45};  // as before
-    newer.node("verdix.web.SystemBrowser")["visibility"] = "hidden";
-    newer.node("verdix.web.ProxyUsername")["validator"] = nullptr;
-
-    std::vector<std::string> found;
-    for (const auto& [kind, path, before, after] :
-         compareTrees(TreeDocument::read(baseline), TreeDocument(newer.exported())))
+    const std::string table = "migration/release_changes.cpp: ";
+    const auto zoom = renamed("v.web.Zoom", "v.web.Scale");
+    const Edits noTarget = {{"v.web.Zoom\" }\n", "v.web.Scale\" }\n"}};  // of the alias
+    const struct
     {
-        found.push_back(std::string(kindLabel(kind)) + " " + path + ": " + before + " -> " + after);
+        Edits edits;
+        Lines starts;
+    } cases[] = {
+        {{zoom}, {"tree/web.cpp: v.web.Zoom: is missing, and no later release change"}},
+        {{zoom, release("R2026b", {"v.web.Zoom>v.web.Scale"})}, {}},
+        {{zoom, release("R2026b", {"v.web"})},
+         {table + "v.web: R2026b moved or removed it, but it is still in the tree"}},
+        {{zoom, release("R2026b", {"v.web.Zoom>v.web.Step", "v.web.Step>v.web.Scale"})}, {}},
+        {{zoom, release("R2026b", {"v.web.Step>v.web.Scale", "v.web.Zoom>v.web.Step"})},
+         {table + "R2026b: move v.web.Step to v.web.Scale: no release had this path",
+          table + "R2026b: move v.web.Zoom to v.web.Step: the target does not exist",
+          table + "v.web.Zoom: R2026b moved it to v.web.Step, which does not exist"}},
+        {{zoom, release("R2026b", {"v.web.Zoom>v.web.Panel"})},
+         {"tree/web.cpp: v.web.Panel: moved changed: from v.web.Zoom, but the last release already has"}},
+        {{zoom, renamed("v.web.Panel", "v.web.Pane"),
+          release("R2026b", {"v.web.Zoom>v.web.Pane", "v.web.Panel>v.web.Scale"})},
+         {"tree/web.cpp: v.web.Pane: moved changed: from v.web.Zoom, but the name is more like that of "
+          "v.web.Panel",
+          "tree/web.cpp: v.web.Scale: moved changed: ", "tree/web.cpp: v.web.Pane: class changed",
+          "tree/web.cpp: v.web.Scale: class changed", "tree/web.cpp: v.web.Pane: constraint changed",
+          "tree/web.cpp: v.web.Scale: constraint changed", "tree/web.cpp: v.web.Pane: validator changed",
+          "tree/web.cpp: v.web.Scale: validator changed"}},
+        {{zoom, release("R2026b", {"v.web.Zoom>v.web.Scale", "v.web.Zoom"})},
+         {table + "v.web.Zoom: R2026b lists it twice"}},
+        {{zoom, renamed("v.web.proxy.Port", "v.web.Port"),
+          release("R2026b", {"v.web.Zoom>v.web.Port", "v.web.proxy.Port>v.web.Port"})},
+         {"tree/web.cpp: v.web.Port: class", "tree/web.cpp: v.web.Port: constraint",
+          "tree/web.cpp: v.web.Port: validator",
+          table + "v.web.proxy.Port: R2026b moves it to v.web.Port, and v.web.Zoom, too"}},
+        {{renamed("v.web.proxy.Port", "v.web.Port"),
+          release("R2026b", {"v.web.proxy", "v.web.proxy.Port>v.web.Port"})},
+         {table + "v.web.proxy: R2026b moved or removed it, but",
+          table + "v.web.proxy.Port: R2026b moves it after it removed v.web.proxy, so that its values"}},
+        {{{"\"v.web.Zoom\", \"value\"", "\"v.web.Scale\", \"readOnly\": true, \"value\""},
+          release("R2026b", {"v.web.Zoom>v.web.Scale"})},
+         {table + "R2026b: move v.web.Zoom to v.web.Scale: the target is read-only",
+          "tree/web.cpp: v.web.Scale: read-only changed: default -> true"}},
+        {{{"\"visibility\": \"visible\"", "\"visibility\": \"hidden\""},
+          renamed("v.web.Zoom", "v.web.proxy.Zoom"),
+          {"{ \"path\": \"v.web.proxy.Zoom\"",
+           "{ \"path\": \"v.web.Scale\", \"node\": \"group\", \"visibility\": "
+           "\"hidden\" },\n    { \"path\": \"v.web.Scale.Zoom\""},
+          release("R2026b", {"v.web.Zoom>v.web.Scale.Zoom"})},
+         {"tree/web.cpp: v.web.proxy: visibility changed: visible -> hidden",
+          "tree/web.cpp: v.web.Scale.Zoom: effective-visibility changed: visible -> hidden"}},
+        {{release("R2026b", {"v.web.proxy>v.web.proxies"})},
+         {table + "R2026b: move v.web.proxy to v.web.proxies: the target does not exist",
+          table + "R2026b: move v.web.proxy to v.web.proxies: the source is a group",
+          table + "v.web.proxy: R2026b moved or removed it, but", table + "v.web.proxy: R2026b moved it to"}},
+        {{zoom, release("R2026b", {"v.web.Zoom>v.web.proxy"})},
+         {table + "R2026b: move v.web.Zoom to v.web.proxy: the target is a group",
+          "tree/web.cpp: v.web.proxy: moved changed"}},
+        {{{"\"path\": \"v.web.Zoom\"", "\"path\": \"v.web.Old\""},
+          release("R2026b", {"v.web.Zoom", "v.web.Old>v.web.Old"})},
+         {}},
+        {{zoom, release("R2027a", {"v.web.Zoom>v.web.Scale"})},
+         {table + "R2027a: the release after R2026a is R2026b"}},
+        {{zoom, release("R2025b", {"v.web.Zoom>v.web.Scale"})},
+         {table + "R2025b: does not follow R2026a, which precedes it in the table"}},
+        {{zoom, release("2026b", {"v.web.Zoom>v.web.Scale"})}, {table + "2026b: is no release name"}},
+        {{zoom,
+          {"\"v.web.Old\"], \"to\": [] }", "\"v.web.Old\"], \"to\": [] }, { \"operation\": \"move\", "
+                                           "\"from\": [\"v.web.Zoom\"], \"to\": [\"v.web.Scale\"] }"}},
+         {"tree/web.cpp: v.web.Zoom: is missing", table + "R2026a: its changes are not those that were"}},
+    };
+    for (const auto& [edits, starts] : cases) {
+        std::vector<testing::Matcher<std::string>> expected;
+        for (const std::string& start : starts) {
+            expected.emplace_back(testing::StartsWith(start));
+        }
+        EXPECT_THAT(check(edits), testing::ElementsAreArray(expected)) << edited(edits);
     }
-    EXPECT_THAT(found,
-                ElementsAre("added verdix.web.Fresh:  -> ",
-                            "moved verdix.web.Host: verdix.web.ProxyHost -> R2026b",
-                            "removed verdix.web.UseProxy:  -> R2026b", "lost verdix.web.FindPanel:  -> ",
-                            "default verdix.web.MaxFileSize: "
-                            "value {class: \"double\", dims: [1, 1], data: [1500000]} -> "
-                            "value {class: \"double\", dims: [1, 1], data: [2000000]}",
-                            HasSubstr("validator verdix.web.ProxyUsername: validator {kind: \"script\""),
-                            "visibility verdix.web.SystemBrowser: visibility \"default\" -> "
-                            "visibility \"hidden\""));
 }
 
-TEST(TreeDocument, SaysWhereAFileIsWrong)
+TEST(TreeHistory, RequiresAReasonForEachKindOfDifference)
 {
-    const std::pair<const char*, const char*> cases[] = {
-        {"{\n  \"nodes\": [ { \"path\" 3 } ] }",
-         ":2:23: not an exported tree: expected \":\" after a name; create one with: "},
-        {"\xEF\xBB\xBF{\"nodes\": [ {", ":1:14: not an exported tree: expected a name in double quotes"},
-        {"{} {}", ":1:4: not an exported tree: expected nothing after the value"},
-        {R"({ "nodes": {} })", ": not an exported tree: nodes: expected an array"},
-        {R"({ "nodes": [ { "path": "b" } ] })", ": nodes[0]: expected a member \"node\""},
-        {R"({ "nodes": [], "releaseChanges": [ { "release": "R", "changes": [ { "from": [] } ] } ] })",
-         ": releaseChanges[0].changes[0].from: expected a path"},
+    const struct
+    {
+        std::pair<std::string, std::string> edit;
+        std::string difference;  ///< "path: kind changed: before -> after"
+    } cases[] = {
+        {{"\"data\": [100]", "\"data\": [90]"}, "v.web.Zoom: default changed: 100 -> 90"},
+        {{"\"int32\"", "\"double\""},
+         "v.web.Zoom: class changed: 100 (int32, 1-by-1) -> 100 (double, 1-by-1)"},
+        {{"[\"NaN\", -0.5]", "[1]"},
+         "v.web.Size: size changed: [NaN -0.5] (double, 1-by-2) -> 1 (double, 1-by-1)"},
+        {{"\"data\": [\"n\", null]", "\"data\": [\"n\", \"\"]"}, "v.web.proxy.Names: default changed: "},
+        {{"\"upper\": null", "\"upper\": 500"},
+         "v.web.Zoom: constraint changed: a whole number at least 10 -> a whole number from 10 to 500"},
+        {{"[\"a\", \"b\"]", "[\"a\", \"c\"]"},
+         "v.web.Panel: constraint changed: also allows: c; no longer allows: b"},
+        {{", { \"kind\": \"elementClass\", \"class\": \"double\" }", ""},
+         "v.web.Size: constraint changed: [{kind: \"size\", rows: 1, columns: null}, {kind: "
+         "\"elementClass\""},
+        {{"\"auto\"", "\"none\""}, "v.web.Tint: constraint changed: "},
+        {{"\"function\": \"check\"", "\"function\": \"test\""},
+         "v.web.Panel: validator changed: {kind: \"native\", library: \"libl\", function: \"check\"} -> "},
+        {{", \"errorHandler\": true", ""}, "v.web.proxy.Host: error-handler changed: present -> none"},
+        {{"\"mode\"", "\"Mode\""}, "v.web.Mode: run-time-default changed: "},
+        {{"[true] }", "[false] }"},
+         "v.web.Mode: computed-value changed: true (logical, 1-by-1) -> false (logical, 1-by-1)"},
+        {{", \"visibility\": \"visible\"", ""}, "v.web.proxy: visibility changed: visible -> default"},
+        {{"\"readOnly\": false, ", ""}, "v.web.proxy.Host: read-only changed: false -> default"},
+        {{"\"v.web.Zoom\" }", "\"v.web.Size\" }"},
+         "v.web.Other: alias-target changed: v.web.Zoom -> v.web.Size"},
+        {{", \"additionalFile\": true", ""}, "v.web.Mode: additional-file changed: true -> false"},
+        {{"\"node\": \"alias\", \"aliasTarget\": \"v.web.Zoom\"", "\"node\": \"setting\""},
+         "v.web.Other: node changed: alias -> setting"},
     };
+    for (const auto& [edit, difference] : cases) {
+        const Lines found = check({edit});
+        ASSERT_FALSE(found.empty()) << difference;
+        EXPECT_THAT(found.front(), testing::StartsWith("tree/web.cpp: " + difference));
+        const std::string path = difference.substr(0, difference.find(':'));
+        const std::string rest = difference.substr(path.size() + 2);
+        const std::string kind = rest.substr(0, rest.find(' '));
+        const bool isAlias = kind == "node";  // also has no target any more
+        EXPECT_THAT(check({edit}, path + "  " + kind + (isAlias ? ",alias-target" : "") + "  Asked for.\n"),
+                    IsEmpty());
+    }
+    EXPECT_THAT(
+        check({renamed("v.web.Zoom", "v.web.Swap"), renamed("v.web.Size", "v.web.Zoom"),
+               renamed("v.web.Swap", "v.web.Size")}),
+        testing::Contains("tree/web.cpp: v.web.Size: order changed: after Panel -> first in its group; "
+                          "if that is intended, add the line \"v.web.Size  order  REASON\" to "
+                          "changed-settings, otherwise fix it"));
+}
+
+TEST(TreeHistory, ChecksTheListOfChangedSettings)
+{
+    EXPECT_THAT(check({{"[100]", "[90]"}}, "# why\n\nv.web.Zoom default,default  x\nv.web.Zoom  defalt  x\n"
+                                           "v.web.Zom  default\nv.web.Zoom\nv.web.Size order  x\n"
+                                           "v.web.Panel  order"),
+                ElementsAre("changed-settings:3: v.web.Zoom: default is listed twice: remove it here",
+                            HasSubstr("changed-settings:4: v.web.Zoom: unknown kind \"defalt\"; did you mean "
+                                      "default? Kinds: moved, node, class, "),
+                            "changed-settings:5: v.web.Zom: is not in the tree; did you mean v.web.Zoom?",
+                            HasSubstr("changed-settings:6: v.web.Zoom: the line needs kinds and a reason"),
+                            "changed-settings:7: v.web.Size: order is listed but did not change: remove it",
+                            "changed-settings:8: v.web.Panel: order is listed but did not change: remove it",
+                            HasSubstr("changed-settings:8: v.web.Panel: the line needs a reason")));
+}
+
+TEST(Baselines, AreRecordedOnceAndInARow)
+{
     const tests::TestFolder folder;
+    const std::string next = edited({renamed("v.web.Zoom", "v.web.Scale"), release("R2026b", {})});
+    const auto write = [&folder](const std::string& name, const std::string& text) {
+        std::ofstream(folder / name) << text;
+    };
+    write("R2026a.json", baseline);
+    write("R2026a.1.json", baseline);
+    write("R2026b.json", next);
+    write("notes.txt", "");
+    const std::string inFolder = "cd '" + std::string(folder / "") + "' && ";
+    ASSERT_EQ(
+        std::system((inFolder + "cksum R*.json >checksums && echo 1 2 R2025b.json >>checksums").c_str()), 0);
+    const auto messages = [&folder](const std::string& live) {
+        Lines found;
+        for (const auto& [path, message, position] :
+             checkHistory(vx::review::readBaselines(folder / ""), parse(live), {"list", {}}))
+        {
+            found.push_back(position.file.substr(position.file.rfind('/') + 1) + " " + path + " " + message);
+        }
+        return found;
+    };
+    EXPECT_THAT(messages(next), ElementsAre(HasSubstr("notes.txt  is no baseline"),
+                                            HasSubstr("R2025b.json  is missing, but its"),
+                                            HasSubstr("web.cpp v.web.Zoom is missing, and no later")));
+    write("R2026a.json", baseline + "\n");
+    write("R2027a.json", next);
+    EXPECT_THAT(messages(next), testing::IsSupersetOf({HasSubstr("R2026a.json  differs from the published"),
+                                                       HasSubstr("R2027a.json  has no line in checksums")}));
+}
+
+TEST(Baselines, AndExportedTreesAreReadBackExactly)
+{
+    std::string text;
+    vx::review::appendJson(text, baselineJson(parse(baseline)));
+    std::string again;
+    vx::review::appendJson(again, baselineJson(parse(text)));
+    EXPECT_EQ(text, again);
+    for (const std::string part : {"\"dims\": [2, 1], \"data\": [\"x\", null]", "[\"NaN\", -0.5]",
+                                   "\"computedValue\": { \"class\": \"logical\", \"data\": [true] }",
+                                   "\"words\": [\"auto\"]", "\"kind\": \"callable\""})
+    {
+        EXPECT_THAT(text, HasSubstr(part));
+    }
+    const tests::TestFolder folder;
+    const std::string exported = folder.with("full.json", runTool({"export", "--format", "json"}).output);
+    const std::string brief = folder.with("brief.json", runTool({"export", "--format", "baseline"}).output);
+    for (const auto& difference :
+         compareTrees(vx::review::readReleaseTree(exported), vx::review::readReleaseTree(brief)))
+    {
+        EXPECT_EQ(kindLabel(difference.kind), "computed-value") << difference.path;
+    }
+}
+
+TEST(ReleaseTree, SaysWhereAFileIsWrong)
+{
+    const auto node = [](const std::string& members) {
+        return R"({ "root": "v", "nodes": [ { "path": "v.A", )" + members + R"( } ], "releaseChanges": [] })";
+    };
+    const std::pair<std::string, const char*> cases[] = {
+        {"{\n  \"nodes\": [ { \"path\" 3 } ] }",
+         "f:2:23: not an exported tree: expected \":\" after a name; create one with: "},
+        {"\xEF\xBB\xBF{\"nodes\": [ {", "f:1:14: not an exported tree: expected a name in double quotes"},
+        {"{} {}", "f:1:4: not an exported tree: expected nothing after the value"},
+        {R"({ "root": "v", "nodes": {} })", "f:1:25: not an exported tree: expected an array"},
+        {R"({ "root": "v", "nodes": [ { } ] })", "expected a member \"path\""},
+        {R"({ "root": "v", "nodes": [ { "path": "w.b" } ] })", "expected a path in a group that precedes it"},
+        {R"({ "root": "v", "nodes": [ { "path": "v" } ] })", "expected a path in a group that precedes it"},
+        {R"({ "root": "v", "nodes": [ { "path": "v.a" }, { "path": "v.a" } ] })", "expected another path: "},
+        {R"({ "root": "v", "nodes": [], "releaseChanges": [ { "release": "R", "changes": [ { "from": [] } ] } ] })",
+         "f:1:90: not an exported tree: expected a path"},
+        {node(R"("value": { "class": "int", "data": [] })"), "expected the name of a class"},
+        {node(R"("value": { "class": "int8", "data": [128] })"), "expected a whole number from -128 to 127"},
+        {node(R"("value": { "class": "double", "data": ["nan"] })"), "expected a number, \"NaN\", \"Inf\""},
+        {node(R"("value": { "class": "double", "dims": [4294967295, 4294967295, 9, 0], "data": [1] })"),
+         "expected the dimensions of an array with 1 elements"},
+        {node(R"("value": { "class": "double", "dims": [4294967295, 4294967295, 9], "data": [1] })"),
+         "expected the dimensions of an array with 1 elements"},
+        {node(R"("valueValidators": [{ "kind": "rank" }])"), "a constraint; unknown kind \"rank\""},
+        {node(R"("valueValidators": [{ "kind": "range", "lower": "1" }])"),
+         "a constraint; lower: expected a number"},
+        {node(R"("valueValidators": [{ "kind": "maximumLength", "length": 0.5 }])"),
+         "length: expected a whole"},
+        {node(R"("validator": { "kind": "rule", "function": "f" })"),
+         "\"script\", \"native\" or \"managed\""},
+    };
     for (const auto& [text, message] : cases) {
-        const std::string file = folder.with("tree.json", text);
-        EXPECT_THAT([&] { static_cast<void>(TreeDocument::read(file)); },
+        EXPECT_THAT([&] { static_cast<void>(vx::review::parseReleaseTree(text, "f")); },
                     testing::ThrowsMessage<std::runtime_error>(HasSubstr(message)));
     }
 }
 
-TEST(ReviewCommands, ExitWithOneIfASettingIsLost)
+TEST(ReviewCommands, WriteReleaseNotesAndFailForLostSettings)
 {
-    Tree newer;
-    newer.remove("verdix.web.FindPanel");
-    newer.node("verdix.web.MaxFileSize")["aliasTarget"] = "a|b";
     const tests::TestFolder folder;
-    const std::string file = folder.with("tree.json", json::serialize(newer.exported()));
+    const std::string older = folder.with("R2026a.json", baseline);
+    const std::string newer =
+        folder.with("new.json", edited({renamed("v.web.Zoom", "v.web.Scale"),
+                                        {"[\"a\", \"b\"]", "[\"a\", \"*\"]"},
+                                        {"[100]", "[90]"},
+                                        renamed("v.web.Tint", "v.Tint"),
+                                        {"\"hidden\"", "\"default\""},
+                                        renamed("v.web.proxy.Names", "v.web.proxy.Hosts"),
+                                        release("R2026b", {"v.web.Zoom>v.web.Scale", "v.web.Tint"})}));
+    const std::string changed = folder.with("changed-settings", "v.web.Scale  default  Eyes <age>.\n");
 
-    const auto diff = runTool({"diff", baseline, file});
-    EXPECT_EQ(diff.exitCode, 1);
-    EXPECT_THAT(diff.output,
-                testing::StartsWith("lost     verdix.web.FindPanel    no release change mentions it\n"));
-    EXPECT_EQ(runTool({"diff", baseline, file, "--format", "markdown"}).output,
-              "| change | path | details |\n|---|---|---|\n"
-              "| lost | `verdix.web.FindPanel` | no release change mentions it |\n"
-              "| default | `verdix.web.MaxFileSize` | aliasTarget null -> aliasTarget \"a\\|b\" |\n");
-
-    const auto history = runTool({"history", "--baseline", baseline, "--tree", file});
+    const auto notes = runTool({"diff", older, newer, "--format", "markdown", "--changed-settings", changed});
+    EXPECT_EQ(notes.exitCode, 1);
+    EXPECT_EQ(notes.output, "#### root\n\n- Added `Tint`\n\n#### web\n\n- Added `web.proxy.Hosts`\n"
+                            "- Renamed `web.Zoom` to `web.Scale`\n- Removed `web.Tint`\n"
+                            "- Lost `web.proxy.Names`: no release change mentions it\n"
+                            "- `web.Scale`: default is now 90 (before: 100). Eyes \\<age\\>.\n"
+                            "- `web.Panel`: also allows: \\*; no longer allows: b\n"
+                            "- `web.Size`: visibility is now default (before: hidden)\n");
+    EXPECT_THAT(runTool({"diff", older, newer}).output,
+                testing::AllOf(HasSubstr("lost        v.web.proxy.Names  no release change mentions it\n"),
+                               HasSubstr("default     v.web.Scale        100 -> 90\n")));
+    const auto history = runTool({"history", "--baseline", older, "--tree", newer});
     EXPECT_EQ(history.exitCode, 1);
-    EXPECT_THAT(history.output, testing::StartsWith("error  verdix.web.FindPanel is missing"));
-    EXPECT_THAT(runTool({"diff", baseline, folder / "none"}),
+    EXPECT_THAT(history.output, testing::StartsWith("tree/web.cpp: v.web.proxy.Names: is missing"));
+    EXPECT_THAT(runTool({"diff", older, folder / "none"}),
                 tests::FailsInOneLine(1, HasSubstr("no such file: " + std::string(folder / "none"))));
 }
 

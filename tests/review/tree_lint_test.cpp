@@ -40,6 +40,7 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
 
     settings::core::ReleaseChangeTable releases;
     const auto change = [&releases](std::uint64_t index, std::string from, std::vector<std::string> to = {}) {
+        releases[index].release = index == 0 ? "R2020a" : "R2020b";
         releases[index].changes.emplace_back(to.empty() ? "remove" : "move", std::vector{std::move(from)},
                                              std::move(to));
     };

@@ -3,6 +3,10 @@
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/json/object.hpp>
 
+#include <utility>
+
+#include "render/json_text.hpp"
+
 namespace vx::tool {
 
 void writeDiagnostics(const std::vector<core::Diagnostic>& diagnostics, Output& out)
@@ -20,6 +24,21 @@ boost::json::array diagnosticsJson(const std::vector<core::Diagnostic>& diagnost
             {"line", position.line}, {"column", position.column}, {"path", path}, {"message", message}});
     }
     return list;
+}
+
+ExitCode reportDefinitionErrors(const std::vector<core::Diagnostic>& errors, Output& out)
+{
+    if (out.isJson()) {
+        boost::json::array list;
+        for (const auto& [path, message, position] : errors) {
+            list.push_back(boost::json::object{
+                {"file", position.file}, {"line", position.line}, {"path", path}, {"message", message}});
+        }
+        writeJson({{"faults", std::move(list)}}, out);
+    } else {
+        writeDiagnostics(errors, out);
+    }
+    return errors.empty() ? ExitCode::done : ExitCode::failed;
 }
 
 }  // namespace vx::tool

@@ -6,6 +6,7 @@
 
 #include <vector>
 
+#include "cli/command_error.hpp"
 #include "render/output.hpp"
 
 namespace vx::tool {
@@ -15,5 +16,9 @@ void writeDiagnostics(const std::vector<core::Diagnostic>& diagnostics, Output& 
 
 /// Returns an array of objects with line, column, path and message.
 [[nodiscard]] boost::json::array diagnosticsJson(const std::vector<core::Diagnostic>& diagnostics);
+
+/// Writes the errors in the definition of a tree, with the files to edit, as text or as JSON. Returns failed
+/// if there are any.
+[[nodiscard]] ExitCode reportDefinitionErrors(const std::vector<core::Diagnostic>& errors, Output& out);
 
 }  // namespace vx::tool

@@ -27,9 +27,8 @@ struct ResetOptions
 ExitCode set(LazySession& lazy, const SetOptions& options, Output& out)
 {
     const Session& session = lazy.get();
-    const auto& releases = session.releaseChanges();
     const std::string file = lazy.layerFiles().personal.string();
-    core::SettingsEditor changer(session.tree(), releases, file);
+    core::SettingsEditor changer(session.tree(), session.releaseChanges(), file, session.publishedRelease());
     const core::Node& setting = changer.set(options.path, options.value,
                                             options.isJson ? core::Notation::json : core::Notation::script);
     if (out.isJson()) {
@@ -47,9 +46,8 @@ ExitCode reset(LazySession& lazy, const ResetOptions& options, Output& out)
                            "reset needs either a path or --all; see vxsettings reset --help");
     }
     const Session& session = lazy.get();
-    const auto& releases = session.releaseChanges();
     const std::string file = lazy.layerFiles().personal.string();
-    core::SettingsEditor changer(session.tree(), releases, file);
+    core::SettingsEditor changer(session.tree(), session.releaseChanges(), file, session.publishedRelease());
     const std::size_t count = options.resetsAll ? changer.resetAll() : changer.reset(options.path);
     if (out.isJson()) {
         writeJson({{"count", count}, {"file", file}}, out);

@@ -1,11 +1,12 @@
-#include <review/tree_diff.hpp>
+#include <review/changed_settings.hpp>
 
-#include <boost/algorithm/string/replace.hpp>
 #include <boost/json/array.hpp>
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/arguments.hpp"
@@ -21,31 +22,14 @@ namespace {
 namespace json = boost::json;
 using review::Difference;
 using review::DifferenceKind;
-using review::TreeDocument;
 
 struct DiffOptions
 {
     std::string older;
     std::string newer;
+    std::string changedSettings;
     std::string format;  ///< empty: the global --format
 };
-
-/// Returns what differs, beside kind and path.
-std::string details(const Difference& difference)
-{
-    switch (difference.kind) {
-    case DifferenceKind::added:
-        return {};
-    case DifferenceKind::moved:
-        return "from " + difference.before + " in " + difference.after;
-    case DifferenceKind::removed:
-        return difference.after.empty() ? "" : "in " + difference.after;
-    case DifferenceKind::lost:
-        return difference.after.empty() ? "no release change mentions it" : difference.after;
-    default:
-        return difference.before + " -> " + difference.after;
-    }
-}
 
 Style styleOf(DifferenceKind kind)
 {
@@ -65,17 +49,72 @@ void writeText(const std::vector<Difference>& differences, Output& out)
     for (const Difference& difference : differences) {
         table.add({{std::string(kindLabel(difference.kind)), styleOf(difference.kind)},
                    difference.path,
-                   {details(difference), Style::note}});
+                   {describeDifference(difference), Style::note}});
     }
     table.write(out);
 }
 
-void writeMarkdown(const std::vector<Difference>& differences, Output& out)
+/// Returns the path without the root.
+std::string_view shortPath(std::string_view path)
 {
-    out << "| change | path | details |\n|---|---|---|\n";
+    return path.substr(path.find('.') + 1);
+}
+
+/// Returns the name of the group directly under the root, or "root" for a setting there.
+std::string_view areaOf(std::string_view path)
+{
+    const std::string_view below = shortPath(path);
+    const std::size_t dot = below.find('.');
+    return dot == below.npos ? "root" : below.substr(0, dot);
+}
+
+std::string code(std::string_view path)
+{
+    return "`" + std::string(shortPath(path)) + "`";
+}
+
+/// Returns what changed in a property: "must now be from 1 to 50 (before: from 1 to 100)".
+std::string propertyNote(const Difference& difference)
+{
+    if (!difference.summary.empty()) {
+        return difference.summary;
+    }
+    const std::string subject = difference.kind == DifferenceKind::constraint
+                                    ? "must now be "
+                                    : std::string(kindLabel(difference.kind)) + " is now ";
+    return subject + difference.after + " (before: " + difference.before + ")";
+}
+
+/// Returns a difference as an entry of release notes.
+std::string releaseNote(const Difference& difference)
+{
+    switch (difference.kind) {
+    case DifferenceKind::added:
+        return "Added " + code(difference.path);
+    case DifferenceKind::moved:
+        return "Renamed " + code(difference.before) + " to " + code(difference.path);
+    case DifferenceKind::removed:
+        return "Removed " + code(difference.path);
+    case DifferenceKind::lost:
+        return "Lost " + code(difference.path) + ": " + markdownText(describeDifference(difference));
+    default:
+        return code(difference.path) + ": " + markdownText(propertyNote(difference));
+    }
+}
+
+/// Writes release notes, grouped by the groups directly under the root in alphabetical order.
+void writeMarkdown(const std::vector<Difference>& differences, const review::ChangedSettings& changed,
+                   Output& out)
+{
+    std::map<std::string_view, std::string> areas;
     for (const Difference& difference : differences) {
-        out << "| " << kindLabel(difference.kind) << " | `" << difference.path << "` | "
-            << markdownCell(details(difference)) << " |\n";
+        const std::string reason = changed.reasonFor(difference);
+        areas[areaOf(difference.path)] +=
+            "- " + releaseNote(difference) + (reason.empty() ? "" : ". " + markdownText(reason)) + "\n";
+    }
+    for (std::string_view separator; const auto& [area, notes] : areas) {
+        out << separator << "#### " << area << "\n\n" << notes;
+        separator = "\n";
     }
 }
 
@@ -93,13 +132,16 @@ void writeJson(const std::vector<Difference>& differences, Output& out)
 
 ExitCode diff(const DiffOptions& options, Output& out)
 {
-    const auto older = TreeDocument::read(options.older);
-    const auto newer = TreeDocument::read(options.newer);
+    const auto older = review::readReleaseTree(options.older);
+    const auto newer = review::readReleaseTree(options.newer);
     const auto differences = review::compareTrees(older, newer);
     if (options.format == "json" || (options.format.empty() && out.isJson())) {
         writeJson(differences, out);
     } else if (options.format == "markdown") {
-        writeMarkdown(differences, out);
+        const auto changed = options.changedSettings.empty()
+                                 ? review::ChangedSettings()
+                                 : review::readChangedSettings(options.changedSettings);
+        writeMarkdown(differences, changed, out);
     } else {
         writeText(differences, out);
     }
@@ -119,7 +161,9 @@ Action addDiff(CLI::App& command)
                   "Older tree, written by export --format json");
     addPositional(command, "NEW", options->newer, Need::required, "Newer tree");
     addChoice(command, "--format", options->format, {"text", "json", "markdown"},
-              "Output format (default: text)");
+              "Output format (default: text); markdown is for release notes");
+    addOption(command, "--changed-settings", options->changedSettings, "FILE",
+              "List of intended changes, whose reasons are added to the release notes");
     return [options](LazySession&, Output& out) { return diff(*options, out); };
 }
 

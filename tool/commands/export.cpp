@@ -65,8 +65,14 @@ void exportJson(const Session& session, Output& out)
     writeJson(review::treeJson(session.tree(), session.releaseChanges(), session.settingPathList()), out);
 }
 
+void exportBaseline(const Session& session, Output& out)
+{
+    writeJson(review::baselineJson(review::makeReleaseTree(session.tree(), session.releaseChanges())), out);
+}
+
 /// In the order in which help lists them; the first is the default with the global --format json.
 constexpr Format formats[] = {{"json", writeTree<exportJson>},
+                              {"baseline", writeTree<exportBaseline>},
                               {"json-schema", writeTree<exportSchema>},
                               {"html", exportPage},
                               {"csv", writeTree<exportCsv>},
@@ -106,10 +112,10 @@ Action addExport(CLI::App& command)
             "Examples:\n  vxsettings export --format json -o tree.json\n"
             "  vxsettings export --format html -o settings.html");
     auto options = std::make_shared<ExportOptions>();
-    addChoice(
-        command, "--format", options->format, formatNames(),
-        "Output format; json-schema lets editors complete and check settings files, html is a page to browse "
-        "and search the settings");
+    addChoice(command, "--format", options->format, formatNames(),
+              "Output format; baseline is a shorter json, to be kept for each release; json-schema lets "
+              "editors complete and check settings files, html is a page to browse "
+              "and search the settings");
     addOption(command, "-o,--output", options->file, "FILE", "File to write (default: standard output)");
     return [options](LazySession& session, Output& out) { return exportTree(session, *options, out); };
 }

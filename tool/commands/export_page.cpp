@@ -35,7 +35,8 @@ constexpr std::size_t valueWidth = 160;
 struct Source
 {
     const core::SettingsTree& tree;
-    const ReleaseChangeTable releases;
+    const ReleaseChangeTable& releases;
+    const std::optional<core::ReleaseName> release;
     core::Layers* layers;
 };
 
@@ -187,9 +188,8 @@ std::string summary(const Source& source)
     const auto nodes = source.tree.nodes();
     const auto count = std::count_if(nodes.begin(), nodes.end(),
                                      [](const Node* node) { return node->kind() != NodeKind::group; });
-    const auto newest = core::newestRelease(source.releases);
     return std::to_string(count) + " settings" +
-           (newest ? ", release " + core::formatReleaseName(*newest) : "");
+           (source.release ? ", release " + core::formatReleaseName(*source.release) : "");
 }
 
 /// Writes the document, with each {{placeholder}} replaced by the output of its function.
@@ -213,7 +213,7 @@ void fill(std::string_view document, const std::map<std::string_view, std::funct
 void exportPage(LazySession& lazy, Output& out)
 {
     const Session& session = lazy.get();
-    const Source source{session.tree(), session.releaseChanges(),
+    const Source source{session.tree(), session.releaseChanges(), session.publishedRelease(),
                         lazy.hasNamedLayerFiles() ? &lazy.layers() : nullptr};
     const Node& root = *source.tree.root();
     fill(page::document,

@@ -37,6 +37,18 @@ std::vector<std::string> Session::settingPathList() const
     return core::loadSettingPathList(host_.loader());
 }
 
+std::optional<core::ReleaseName> Session::publishedRelease() const
+{
+    const auto& headers = host_.bundle().GetHeaders();
+    const auto named = headers.find("verdix.release");
+    if (named != headers.end()) {
+        if (auto release = core::parseReleaseName(named->second.ToStringNoExcept())) {
+            return release;
+        }
+    }
+    return core::newestRelease(releaseChanges());
+}
+
 const core::Node& Session::node(const std::string& path) const
 {
     if (const core::Node* found = tree_.find(core::fullPath(tree_, path))) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <settings_core/files/layers.hpp>
+#include <settings_core/releases/release_name.hpp>
 #include <settings_core/tree/settings_tree.hpp>
 
 #include <settings/core/settings_file_change.hpp>
@@ -28,6 +29,10 @@ public:
     /// Returns the bundle's table of release changes, which it builds on the first call.
     [[nodiscard]] const settings::core::ReleaseChangeTable& releaseChanges() const;
     [[nodiscard]] std::vector<std::string> settingPathList() const;
+
+    /// Returns the last published release, which settings files are written for: the one that the bundle's
+    /// manifest names, else the newest in the table of release changes; nothing for an empty table.
+    [[nodiscard]] std::optional<core::ReleaseName> publishedRelease() const;
 
     /// Returns the node at this path; the root may be left out. Throws CommandError with the release that
     /// moved or removed the path, or with suggestions.

@@ -66,4 +66,16 @@ std::string markdownCell(std::string cell)
     return cell;
 }
 
+std::string markdownText(std::string_view string)
+{
+    std::string text;
+    for (const char c : string) {
+        if (std::string_view("\\`*_[]<>|").find(c) != std::string_view::npos) {
+            text += '\\';
+        }
+        text += c == '\n' ? ' ' : c;
+    }
+    return text;
+}
+
 }  // namespace vx::tool

@@ -17,4 +17,7 @@ namespace vx::tool {
 /// Returns a string without line breaks as a cell of a Markdown table.
 [[nodiscard]] std::string markdownCell(std::string cell);
 
+/// Returns a string as plain text in Markdown, with its line breaks as spaces.
+[[nodiscard]] std::string markdownText(std::string_view string);
+
 }  // namespace vx::tool

@@ -5,6 +5,7 @@
 #include <settings_core/values/value_format.hpp>
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace vx::core {
@@ -173,6 +174,22 @@ std::vector<ExportedConstraint> exportedConstraints(const ValueValidator& valida
         constraints.push_back({kind->name, kind->parameters(validator)});
     }
     return constraints;
+}
+
+void restoreConstraint(const ExportedConstraint& constraint, std::vector<ValueValidator>& validators)
+{
+    const auto kind = std::ranges::find(constraintKinds(), constraint.kind, &ConstraintKind::name);
+    if (kind == constraintKinds().end()) {
+        throw std::invalid_argument("unknown kind \"" + std::string(constraint.kind) + "\"");
+    }
+    bool isNew = validators.empty();
+    if (!isNew) {
+        forEachKind(validators.back(), [&](const ConstraintKind& present) {
+            isNew = isNew || present.exportPosition >= kind->exportPosition;
+        });
+    }
+    ValueValidator& validator = isNew ? validators.emplace_back() : validators.back();
+    kind->restore(ParameterReader(constraint.parameters), validator);
 }
 
 }  // namespace vx::core

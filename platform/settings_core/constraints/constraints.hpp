@@ -113,4 +113,9 @@ describeConstraint(const ::settings::core::detail::FactorySettingProperties& pro
 /// Returns the constraints of a value validator for an exported tree, in a fixed order.
 [[nodiscard]] VX_API std::vector<ExportedConstraint> exportedConstraints(const ValueValidator& validator);
 
+/// Adds a constraint to value validators: to the last one, if exportedConstraints() could list it after those
+/// that this already has, else to a new one. A count may be given as a number, an unlimited number as an
+/// unlimited count. Throws std::invalid_argument for an unknown kind, and for missing or wrong parameters.
+VX_API void restoreConstraint(const ExportedConstraint& constraint, std::vector<ValueValidator>& validators);
+
 }  // namespace vx::core

@@ -6,6 +6,9 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <limits>
+#include <stdexcept>
 #include <tuple>
 #include <utility>
 
@@ -20,6 +23,9 @@ using Constraints = ConstraintKind::Constraints;
 using Colour = ::settings::core::SettingValueValidator::Colour;
 using Parameters = std::vector<Parameter>;
 using Strings = std::vector<std::u16string>;
+
+/// Limit of counts in exported trees: every whole number up to it is a double.
+constexpr double maximumCount = 9007199254740992.0;
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
@@ -214,6 +220,15 @@ Parameters colourParameters(const Constraints& constraints)
     return parameters;
 }
 
+void restoreColour(const ParameterReader& parameters, Constraints& constraints)
+{
+    constraints.colour =
+        parameters.string("form") == "normalised" ? Colour::normalised : Colour::wholeNumbers;
+    if (parameters.has("words")) {
+        constraints.allowedValues = parameters.strings("words");
+    }
+}
+
 // If the factory value does not determine the class, the first kind here that implies a class does.
 constexpr auto kinds = std::to_array<ConstraintKind>({
     {.name = "elementClass",
@@ -226,6 +241,13 @@ constexpr auto kinds = std::to_array<ConstraintKind>({
      .parameters =
          [](const Constraints& c) {
              return Parameters{{"class", className(*c.elementClass)}};
+         },
+     .restore =
+         [](const ParameterReader& p, Constraints& c) {
+             c.elementClass = data::classNamed(p.string("class"));
+             if (!c.elementClass) {
+                 throw std::invalid_argument("unknown class " + p.string("class"));
+             }
          }},
     {.name = "range",
      .exportPosition = 2,
@@ -236,6 +258,10 @@ constexpr auto kinds = std::to_array<ConstraintKind>({
      .parameters =
          [](const Constraints& c) {
              return Parameters{{"lower", c.range->lower}, {"upper", c.range->upper}};
+         },
+     .restore =
+         [](const ParameterReader& p, Constraints& c) {
+             c.range = {p.number("lower", -infinity), p.number("upper", infinity)};
          }},
     {.name = "maximumLength",
      .exportPosition = 4,
@@ -246,7 +272,8 @@ constexpr auto kinds = std::to_array<ConstraintKind>({
      .parameters =
          [](const Constraints& c) {
              return Parameters{{"length", c.maximumLength}};
-         }},
+         },
+     .restore = [](const ParameterReader& p, Constraints& c) { c.maximumLength = p.count("length"); }},
     {.name = "size",
      .exportPosition = 0,
      .isSet = [](const Constraints& c) { return c.size.has_value(); },
@@ -256,6 +283,10 @@ constexpr auto kinds = std::to_array<ConstraintKind>({
      .parameters =
          [](const Constraints& c) {
              return Parameters{{"rows", c.size->rows}, {"columns", c.size->columns}};
+         },
+     .restore =
+         [](const ParameterReader& p, Constraints& c) {
+             c.size = {p.count("rows"), p.count("columns")};
          }},
     {.name = "allowedValues",
      .exportPosition = 3,
@@ -264,14 +295,16 @@ constexpr auto kinds = std::to_array<ConstraintKind>({
      .describe = describeAllowed,
      .fold = foldAllowed,
      .parameters =
-         [](const Constraints& c) { return Parameters{stringsParameter("values", c.allowedValues)}; }},
+         [](const Constraints& c) { return Parameters{stringsParameter("values", c.allowedValues)}; },
+     .restore = [](const ParameterReader& p, Constraints& c) { c.allowedValues = p.strings("values"); }},
     {.name = "colour",
      .exportPosition = 5,
      .isSet = [](const Constraints& c) { return c.colour.has_value(); },
      .accepts = isColour,
      .describe = describeColour,
      .fold = foldColour,
-     .parameters = colourParameters},
+     .parameters = colourParameters,
+     .restore = restoreColour},
 });
 
 /// Never called. Fails to compile if Constraints gets another field, which then needs a name here and an
@@ -288,6 +321,60 @@ constexpr auto kinds = std::to_array<ConstraintKind>({
 std::span<const ConstraintKind> constraintKinds() noexcept
 {
     return kinds;
+}
+
+double ParameterReader::number(std::string_view name, double open) const
+{
+    return findAs<std::optional<std::size_t>>(name) != nullptr ? open : as<double>(name, "a number");
+}
+
+std::optional<std::size_t> ParameterReader::count(std::string_view name) const
+{
+    if (findAs<std::optional<std::size_t>>(name) != nullptr) {
+        return std::nullopt;
+    }
+    const auto count = as<double>(name, "a whole number");
+    if (!data::isWhole(count) || !data::isWithin(count, 0, maximumCount)) {
+        throw std::invalid_argument(std::string(name) + ": expected a whole number");
+    }
+    return static_cast<std::size_t>(count);
+}
+
+const std::string& ParameterReader::string(std::string_view name) const
+{
+    return as<std::string>(name, "a string");
+}
+
+std::vector<std::u16string> ParameterReader::strings(std::string_view name) const
+{
+    std::vector<std::u16string> converted;
+    std::ranges::transform(as<std::vector<std::string>>(name, "a list of strings"),
+                           std::back_inserter(converted),
+                           [](const std::string& string) { return foundation::verdixdata::toUtf16(string); });
+    return converted;
+}
+
+const Parameter* ParameterReader::find(std::string_view name) const noexcept
+{
+    const auto found = std::ranges::find(parameters_, name, &Parameter::name);
+    return found == parameters_.end() ? nullptr : &*found;
+}
+
+/// Returns the parameter's value; null if it has another type or is missing.
+template <class T>
+const T* ParameterReader::findAs(std::string_view name) const
+{
+    const Parameter* const parameter = find(name);
+    return parameter == nullptr ? nullptr : std::get_if<T>(&parameter->value);
+}
+
+template <class T>
+const T& ParameterReader::as(std::string_view name, const char* expected) const
+{
+    if (const T* const value = findAs<T>(name)) {
+        return *value;
+    }
+    throw std::invalid_argument(std::string(name) + ": expected " + expected);
 }
 
 bool isOpen(const ::settings::core::SettingValueValidator::Range& range) noexcept

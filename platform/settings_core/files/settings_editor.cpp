@@ -50,17 +50,19 @@ void requireValid(const Node& setting, const Array& value)
     }
 }
 
-std::string newestReleaseName(const ::settings::core::ReleaseChangeTable& releases)
+std::string nameOf(const std::optional<ReleaseName>& release)
 {
-    const auto newest = newestRelease(releases);
-    return newest ? formatReleaseName(*newest) : std::string();
+    return release ? formatReleaseName(*release) : std::string();
 }
 
 }  // namespace
 
 SettingsEditor::SettingsEditor(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases,
-                               std::filesystem::path file)
-    : tree_(tree), releases_(releases), file_(std::move(file))
+                               std::filesystem::path file, std::optional<ReleaseName> release)
+    : tree_(tree),
+      releases_(releases),
+      file_(std::move(file)),
+      release_(release)
 {}
 
 const Node& SettingsEditor::editableSetting(std::string_view path) const
@@ -91,7 +93,7 @@ void SettingsEditor::store(const Node& setting, const Array& value)
     requireValid(setting, value);
     LockedFile locked(file_);
     const SettingsFile file =
-        parseSettingsFile(locked.content().value_or(emptySettingsFile(newestReleaseName(releases_))), file_);
+        parseSettingsFile(locked.content().value_or(emptySettingsFile(nameOf(release_ ? release_ : newestRelease(releases_)))), file_);
     SettingsFileEdit edit(file);
     edit.set(setting.getFullName(), valueToJson(value));
     locked.replace(edit.text());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <settings_core/releases/release_name.hpp>
 #include <settings_core/tree/node.hpp>
 #include <settings_core/tree/settings_tree.hpp>
 
@@ -9,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -40,9 +42,9 @@ enum class Notation : std::uint8_t
 class VX_API SettingsEditor
 {
 public:
-    /// `file` need not exist.
+    /// `file` need not exist. A new file names `release`, by default the newest in the table.
     SettingsEditor(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases,
-                   std::filesystem::path file);
+                   std::filesystem::path file, std::optional<ReleaseName> release = std::nullopt);
 
     /// Writes an override for a setting and returns the setting. The value is converted to the setting's
     /// class where that loses nothing. The path may omit the root; an alias stands for its target.
@@ -66,6 +68,7 @@ private:
     const SettingsTree& tree_;
     const ::settings::core::ReleaseChangeTable& releases_;
     std::filesystem::path file_;
+    std::optional<ReleaseName> release_;
 };
 
 }  // namespace vx::core

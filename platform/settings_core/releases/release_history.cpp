@@ -3,10 +3,14 @@
 #include <boost/range/adaptor/reversed.hpp>
 #include <boost/range/iterator_range_core.hpp>
 
+#include <algorithm>
+#include <cstddef>
+
 namespace vx::core {
 
 namespace {
 
+using ::settings::core::ReleaseChangeSet;
 using ::settings::core::ReleaseChangeTable;
 using ::settings::core::SettingsFileChange;
 
@@ -18,12 +22,20 @@ bool isMoveTo(const SettingsFileChange& change, std::string_view path)
 /// Whether the change moves or removes this path. Only a removal can name a group.
 bool affects(const SettingsFileChange& change, std::string_view path)
 {
-    return change.to().empty() ? isAtOrUnder(path, change.from().front()) : change.from().front() == path;
+    return change.to().empty() ? isAtOrUnder(path, change.from().front())
+                               : change.from().front() == path && !isMoveTo(change, path);
 }
 
 auto releasesFrom(const ReleaseChangeTable& table, std::uint64_t first)
 {
     return boost::make_iterator_range(table.lower_bound(first), table.end());
+}
+
+/// Returns the changes of a release from this row on.
+auto changesOf(const ReleaseChangeSet& set, std::size_t firstRow)
+{
+    const auto skipped = static_cast<std::ptrdiff_t>(std::min(firstRow, set.changes.size()));
+    return boost::make_iterator_range(set.changes.begin() + skipped, set.changes.end());
 }
 
 }  // namespace
@@ -33,11 +45,13 @@ bool isAtOrUnder(std::string_view path, std::string_view group) noexcept
     return path.starts_with(group) && (path.size() == group.size() || path[group.size()] == '.');
 }
 
-std::vector<ReleaseStep> movesTo(const ReleaseChangeTable& table, std::string_view path, std::uint64_t first)
+std::vector<ReleaseStep> movesTo(const ReleaseChangeTable& table, std::string_view path, std::uint64_t first,
+                                 std::size_t firstRow)
 {
     std::vector<ReleaseStep> steps;
     for (const auto& [index, set] : boost::adaptors::reverse(releasesFrom(table, first))) {
-        for (const SettingsFileChange& change : boost::adaptors::reverse(set.changes)) {
+        const auto changes = changesOf(set, index == first ? firstRow : 0);
+        for (const SettingsFileChange& change : boost::adaptors::reverse(changes)) {
             if (isMoveTo(change, path)) {
                 path = change.from().front();
                 steps.push_back({set.release, path, change.to().front()});
@@ -48,11 +62,11 @@ std::vector<ReleaseStep> movesTo(const ReleaseChangeTable& table, std::string_vi
 }
 
 std::vector<ReleaseStep> changesFrom(const ReleaseChangeTable& table, std::string_view path,
-                                     std::uint64_t first)
+                                     std::uint64_t first, std::size_t firstRow)
 {
     std::vector<ReleaseStep> steps;
     for (const auto& [index, set] : releasesFrom(table, first)) {
-        for (const SettingsFileChange& change : set.changes) {
+        for (const SettingsFileChange& change : changesOf(set, index == first ? firstRow : 0)) {
             if (!affects(change, path)) {
                 continue;
             }

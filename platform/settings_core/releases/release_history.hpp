@@ -3,6 +3,7 @@
 #include <foundation/export.hpp>
 #include <settings/core/settings_file_change.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -18,15 +19,18 @@ struct ReleaseStep
     std::string_view to;       ///< full path after it; empty when `from` was removed
 };
 
-/// Returns the moves that led to this path, latest first, by the release at index `first` of the table and
-/// later ones. The steps refer to the table.
+/// Returns the moves that led to this path, latest first, by the release at index `first` of the table, from
+/// its row `firstRow` on, and by later ones. The steps refer to the table.
 [[nodiscard]] VX_API std::vector<ReleaseStep> movesTo(const ::settings::core::ReleaseChangeTable& table,
-                                                      std::string_view path, std::uint64_t first = 0);
+                                                      std::string_view path, std::uint64_t first = 0,
+                                                      std::size_t firstRow = 0);
 
 /// Returns the moves and the final removal, if any, of a path or its group, earliest first, by the release at
-/// index `first` of the table and later ones. The steps refer to the table and to `path`.
+/// index `first` of the table, from its row `firstRow` on, and by later ones. A move of a path to itself is
+/// no step. The steps refer to the table and to `path`.
 [[nodiscard]] VX_API std::vector<ReleaseStep> changesFrom(const ::settings::core::ReleaseChangeTable& table,
-                                                          std::string_view path, std::uint64_t first = 0);
+                                                          std::string_view path, std::uint64_t first = 0,
+                                                          std::size_t firstRow = 0);
 
 /// Describes the steps: "it was moved to <path> in R2022b, then removed in R2026a"; empty without steps.
 [[nodiscard]] VX_API std::string describeSteps(const std::vector<ReleaseStep>& steps);

@@ -144,6 +144,11 @@ std::vector<std::string_view> suggestPaths(std::string_view wanted, const Settin
     return closest(std::move(candidates));
 }
 
+std::size_t editDistance(std::string_view left, std::string_view right)
+{
+    return EditDistance(left).to(right, std::max(left.size(), right.size()));
+}
+
 std::string didYouMean(std::span<const std::string_view> names)
 {
     std::string text;

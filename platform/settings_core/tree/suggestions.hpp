@@ -4,6 +4,7 @@
 
 #include <foundation/export.hpp>
 
+#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
@@ -23,6 +24,10 @@ class SettingsTree;
 /// also when its last component is, which finds a setting under another group.
 [[nodiscard]] VX_API std::vector<std::string_view> suggestPaths(std::string_view wanted,
                                                                 const SettingsTree& tree);
+
+/// Returns the number of letters to insert, delete, replace or transpose, ignoring case, that turn one string
+/// into the other.
+[[nodiscard]] VX_API std::size_t editDistance(std::string_view left, std::string_view right);
 
 /// Returns "did you mean a, b or c?"; empty without names.
 [[nodiscard]] VX_API std::string didYouMean(std::span<const std::string_view> names);

@@ -1,0 +1,166 @@
+#include "changed_settings.hpp"
+
+#include <settings_core/tree/suggestions.hpp>
+
+#include <boost/algorithm/string/classification.hpp>
+#include <boost/algorithm/string/split.hpp>
+#include <boost/algorithm/string/trim.hpp>
+
+#include <algorithm>
+#include <set>
+#include <sstream>
+#include <utility>
+
+#include "source_file.hpp"
+
+namespace vx::review {
+
+namespace {
+
+using core::Diagnostic;
+
+std::vector<std::string_view> propertyKinds()
+{
+    std::vector<std::string_view> labels{kindLabel(DifferenceKind::moved)};
+    for (std::size_t kind = 0; kind < differenceKindCount; ++kind) {
+        if (isPropertyKind(static_cast<DifferenceKind>(kind))) {
+            labels.push_back(kindLabel(static_cast<DifferenceKind>(kind)));
+        }
+    }
+    return labels;
+}
+
+std::string join(const std::vector<std::string_view>& names)
+{
+    std::string list;
+    for (const std::string_view name : names) {
+        list.append(list.empty() ? "" : ", ").append(name);
+    }
+    return list;
+}
+
+bool lists(const ChangedSetting& entry, const Difference& difference)
+{
+    return entry.path == difference.path &&
+           std::ranges::find(entry.kinds, kindLabel(difference.kind)) != entry.kinds.end();
+}
+
+class ListCheck
+{
+public:
+    ListCheck(const ChangedSettings& changedSettings, const core::SettingsTree& tree)
+        : file_(changedSettings.file), entries_(changedSettings.entries), tree_(tree)
+    {}
+
+    std::vector<Diagnostic> run(const std::vector<Difference>& differences) &&
+    {
+        for (const ChangedSetting& entry : entries_) {
+            for (const std::string& kind : entry.kinds) {
+                unused_.emplace(entry.path, kind);
+            }
+        }
+        for (const Difference& difference : differences) {
+            if (unused_.erase({difference.path, std::string(kindLabel(difference.kind))}) == 0) {
+                reportUnlisted(difference);
+            }
+        }
+        std::ranges::for_each(entries_, [this](const ChangedSetting& entry) { checkEntry(entry); });
+        return std::move(diagnostics_);
+    }
+
+private:
+    void report(const ChangedSetting& entry, std::string message)
+    {
+        diagnostics_.push_back({entry.path, std::move(message), {.file = file_, .line = entry.line}});
+    }
+
+    void reportUnlisted(const Difference& difference)
+    {
+        const std::string kind(kindLabel(difference.kind));
+        diagnostics_.push_back({difference.path,
+                                kind + " changed: " + describeDifference(difference) +
+                                    "; if that is intended, add the line \"" + difference.path + "  " + kind +
+                                    "  REASON\" to " + file_ + ", otherwise fix it",
+                                {.file = sourceFileOf(difference.path)}});
+    }
+
+    void checkEntry(const ChangedSetting& entry)
+    {
+        if (tree_.find(entry.path) == nullptr) {
+            const auto near = core::suggestPaths(entry.path, tree_);
+            report(entry, "is not in the tree" + (near.empty() ? "" : "; " + core::didYouMean(near)));
+            return;
+        }
+        for (const std::string& kind : entry.kinds) {
+            checkKind(entry, kind);
+        }
+        if (entry.kinds.empty()) {
+            report(entry, "the line needs kinds and a reason: path  kind,kind  reason");
+        } else if (entry.reason.empty()) {
+            report(entry, "the line needs a reason after the kinds, for the release notes");
+        }
+    }
+
+    void checkKind(const ChangedSetting& entry, const std::string& kind)
+    {
+        const auto known = propertyKinds();
+        if (std::ranges::find(known, kind) == known.end()) {
+            const auto near = core::suggestNames(kind, known);
+            report(entry, "unknown kind \"" + kind + "\"; " +
+                              (near.empty() ? "" : core::didYouMean(near) + " ") + "Kinds: " + join(known));
+        } else if (unused_.contains({entry.path, kind})) {
+            report(entry, kind + " is listed but did not change: remove it");
+        } else if (!listed_.emplace(entry.path, kind).second) {
+            report(entry, kind + " is listed twice: remove it here");
+        }
+    }
+
+    using PathAndKind = std::pair<std::string, std::string>;
+
+    const std::string& file_;
+    const std::vector<ChangedSetting>& entries_;
+    const core::SettingsTree& tree_;
+    std::set<PathAndKind> unused_;
+    std::set<PathAndKind> listed_;
+    std::vector<Diagnostic> diagnostics_;
+};
+
+}  // namespace
+
+std::string ChangedSettings::reasonFor(const Difference& difference) const
+{
+    const auto found = std::ranges::find_if(
+        entries, [&difference](const ChangedSetting& entry) { return lists(entry, difference); });
+    return found == entries.end() ? "" : found->reason;
+}
+
+ChangedSettings readChangedSettings(const std::string& file)
+{
+    ChangedSettings result{file, {}};
+    std::istringstream lines(contentOf(file));
+    std::string text;
+    for (std::size_t line = 1; std::getline(lines, text); ++line) {
+        std::istringstream words(text);
+        ChangedSetting entry{line, {}, {}, {}};
+        std::string kinds;
+        if (!(words >> entry.path) || entry.path.starts_with('#')) {
+            continue;
+        }
+        if (words >> kinds) {
+            boost::algorithm::split(entry.kinds, kinds, boost::algorithm::is_any_of(","));
+        }
+        std::getline(words, entry.reason);
+        boost::algorithm::trim(entry.reason);
+        result.entries.push_back(std::move(entry));
+    }
+    return result;
+}
+
+std::vector<Diagnostic> checkChangedSettings(const ChangedSettings& changedSettings,
+                                             const std::vector<Difference>& differences,
+                                             const core::SettingsTree& tree)
+{
+    return ListCheck(changedSettings, tree).run(differences);
+}
+
+}  // namespace vx::review

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <settings_core/diagnostic.hpp>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "tree_diff.hpp"
+
+namespace vx::review {
+
+/// A line of the list of intended changes: a setting, the kinds of differences, and why they are wanted.
+struct ChangedSetting
+{
+    std::size_t line;  ///< from 1
+    std::string path;
+    std::vector<std::string> kinds;  ///< labels, as the file has them
+    std::string reason;              ///< for the release notes
+};
+
+/// The settings that were changed on purpose since the last release.
+struct ChangedSettings
+{
+    std::string file;
+    std::vector<ChangedSetting> entries;
+
+    /// Returns why a difference is wanted; an empty string if it is not listed.
+    [[nodiscard]] std::string reasonFor(const Difference& difference) const;
+};
+
+/// Reads a file with lines of the form "path  kind,kind  reason"; empty lines and lines that begin with "#"
+/// are ignored. Throws std::runtime_error if the file cannot be read.
+[[nodiscard]] ChangedSettings readChangedSettings(const std::string& file);
+
+/// Compares the list with the differences that need a reason. Returns a diagnostic for each difference that
+/// is not listed, and for each line without a reason, with an unknown path or kind, or for something that did
+/// not change.
+[[nodiscard]] std::vector<core::Diagnostic> checkChangedSettings(const ChangedSettings& changedSettings,
+                                                                 const std::vector<Difference>& differences,
+                                                                 const core::SettingsTree& tree);
+
+}  // namespace vx::review
