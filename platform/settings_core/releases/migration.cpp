@@ -1,4 +1,5 @@
 #include <settings_core/files/file_check.hpp>
+#include <settings_core/files/value_conversion.hpp>
 #include <settings_core/releases/migration.hpp>
 #include <settings_core/releases/release_history.hpp>
 
@@ -101,7 +102,24 @@ private:
     std::vector<MigrationEvent>& events_;
 };
 
-/// Returns the number of settings that were neither moved nor dropped.
+/// Converts the values that their settings reject.
+void convertValues(Migration& migration, const SettingsTree& tree)
+{
+    const SettingsFile moved(migration.text);
+    SettingsFileEdit edit(moved);
+    for (const JsonMember& setting : moved.settings()) {
+        const Node* node = tree.find(setting.name);
+        const bool isKnown = node != nullptr && node->kind() == NodeKind::setting;
+        if (auto converted = isKnown ? convertStoredValue(*node, setting.value) : std::nullopt) {
+            migration.events.push_back({MigrationEvent::Kind::converted, formatReleaseName(migration.to),
+                                        setting.name, "", std::string(setting.value.text), *converted});
+            edit.set(setting.name, *std::move(converted));
+        }
+    }
+    migration.text = edit.text();
+}
+
+/// Returns the number of settings without an event.
 std::size_t countUntouched(const Migration& migration, std::size_t settings)
 {
     std::set<std::string_view> arrived;
@@ -118,7 +136,7 @@ std::size_t countUntouched(const Migration& migration, std::size_t settings)
 
 }  // namespace
 
-Migration migrateSettings(const SettingsFile& file, const ReleaseChangeTable& table,
+Migration migrateSettings(const SettingsFile& file, const SettingsTree& tree, const ReleaseChangeTable& table,
                           const MigrationRange& range)
 {
     const auto newest = newestRelease(table);
@@ -139,21 +157,25 @@ Migration migrateSettings(const SettingsFile& file, const ReleaseChangeTable& ta
     if (releaseIn(file) != migration.to) {
         edit.setRelease(formatReleaseName(migration.to));
     }
-    migration.untouched = countUntouched(migration, file.settings().size());
     migration.text = edit.text();
+    if (migration.to == *newest) {  // the tree describes no other release
+        convertValues(migration, tree);
+    }
+    migration.untouched = countUntouched(migration, file.settings().size());
     return migration;
 }
 
-std::vector<Diagnostic> checkMovedValues(const Migration& migration, const std::filesystem::path& file,
-                                         const SettingsTree& tree, const ReleaseChangeTable& table)
+std::vector<Diagnostic> checkMigratedValues(const Migration& migration, const std::filesystem::path& file,
+                                            const SettingsTree& tree, const ReleaseChangeTable& table)
 {
-    std::set<std::string_view> moved;
-    for (const MigrationEvent& event : migration.events) {
-        if (event.kind == MigrationEvent::Kind::moved && tree.find(event.target) != nullptr) {
-            moved.insert(event.target);
+    const SettingsFile migrated(migration.text);
+    std::set<std::string_view> known;
+    for (const JsonMember& setting : migrated.settings()) {
+        if (tree.find(setting.name) != nullptr) {
+            known.insert(setting.name);
         }
     }
-    return checkSettings(file, SettingsFile(migration.text), moved, tree, table);
+    return checkSettings(file, migrated, known, tree, table);
 }
 
 }  // namespace vx::core
