@@ -74,6 +74,6 @@ struct MigrationRange
 /// Paths that the tree does not have are not checked: they may belong to another product.
 [[nodiscard]] VX_API std::vector<Diagnostic>
 checkMigratedValues(const Migration& migration, const std::filesystem::path& file, const SettingsTree& tree,
-                 const ::settings::core::ReleaseChangeTable& table);
+                    const ::settings::core::ReleaseChangeTable& table);
 
 }  // namespace vx::core
