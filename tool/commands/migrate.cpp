@@ -130,8 +130,8 @@ void writeText(const Outcome& outcome, Output& out)
         out << out.styled(Style::bad, "invalid values (kept, ignored):") << '\n';
         writeDiagnostics(outcome.diagnostics, out);
         const std::string file = " --personal " + outcome.file.string() + '\n';
-        out << "replace each with:  vxsettings set PATH VALUE" << file
-            << "or remove it with:  vxsettings reset PATH" << file;
+        out << "to replace one:  vxsettings set PATH VALUE" << file;
+        out << "to remove one:   vxsettings reset PATH" << file;
     }
     if (!outcome.isChange) {
         out << (outcome.diagnostics.empty() ? "nothing to do: the file is up to date\n"

@@ -102,15 +102,22 @@ private:
     std::vector<MigrationEvent>& events_;
 };
 
+/// Returns the converted value of a setting that rejects the stored one; nothing if there is none, or no such
+/// setting.
+std::optional<std::string> convert(const JsonMember& stored, const SettingsTree& tree)
+{
+    const Node* node = tree.find(stored.name);
+    const bool isSetting = node != nullptr && node->kind() == NodeKind::setting;
+    return isSetting ? convertStoredValue(*node, stored.value) : std::nullopt;
+}
+
 /// Converts the values that their settings reject.
 void convertValues(Migration& migration, const SettingsTree& tree)
 {
     const SettingsFile moved(migration.text);
     SettingsFileEdit edit(moved);
     for (const JsonMember& setting : moved.settings()) {
-        const Node* node = tree.find(setting.name);
-        const bool isKnown = node != nullptr && node->kind() == NodeKind::setting;
-        if (auto converted = isKnown ? convertStoredValue(*node, setting.value) : std::nullopt) {
+        if (auto converted = convert(setting, tree)) {
             migration.events.push_back({MigrationEvent::Kind::converted, formatReleaseName(migration.to),
                                         setting.name, "", std::string(setting.value.text), *converted});
             edit.set(setting.name, *std::move(converted));
@@ -175,7 +182,13 @@ std::vector<Diagnostic> checkMigratedValues(const Migration& migration, const st
             known.insert(setting.name);
         }
     }
-    return checkSettings(file, migrated, known, tree, table);
+    std::vector<Diagnostic> diagnostics = checkSettings(file, migrated, known, tree, table);
+    for (Diagnostic& diagnostic : diagnostics) {
+        if (const auto converted = convert(*migrated.find(diagnostic.path), tree)) {
+            diagnostic.message += "; a migration to the newest release converts it to " + *converted;
+        }
+    }
+    return diagnostics;
 }
 
 }  // namespace vx::core

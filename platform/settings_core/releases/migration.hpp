@@ -71,7 +71,8 @@ struct MigrationRange
                                                const MigrationRange& range = {});
 
 /// Returns diagnostics about the invalid values in the migrated file, which stay there and are ignored.
-/// Paths that the tree does not have are not checked: they may belong to another product.
+/// Paths that the tree does not have are not checked: they may belong to another product. Values are checked
+/// against the tree even if the file was migrated to an older release, as it is the tree that ignores them.
 [[nodiscard]] VX_API std::vector<Diagnostic>
 checkMigratedValues(const Migration& migration, const std::filesystem::path& file, const SettingsTree& tree,
                     const ::settings::core::ReleaseChangeTable& table);
