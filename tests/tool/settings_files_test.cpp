@@ -76,7 +76,7 @@ TEST_F(SettingsFilesTest, MigrationShowsFirstAndKeepsTheOldFile)
     EXPECT_EQ(shown.exitCode, 1) << "the value does not fit its new setting";
     EXPECT_THAT(shown.output, HasSubstr("from R2020b to R2026a, 1 setting unchanged\n"));
     EXPECT_THAT(shown.output, testing::ContainsRegex("moves +verdix.commandwindow.EightyColumns +to verdix"));
-    EXPECT_THAT(shown.output, HasSubstr("converts  verdix.commandwindow.WrapLines"));
+    EXPECT_THAT(shown.output, HasSubstr("  R2026a  converts  verdix.commandwindow.WrapLines"));
     EXPECT_THAT(shown.output, HasSubstr(" [0] to [false]\n"));
     EXPECT_THAT(shown.output, HasSubstr("expected true or false"));
     EXPECT_EQ(readFile(file), before);

@@ -39,7 +39,8 @@ struct MigrationTest : testing::Test
                           std::string(group) + "Not.Member"});
         }
         paths.insert({"verdix.Untouched", "verdix.commandwindow.NumericFormat", "verdix.class.int32",
-                      "verdix.class.char", "verdix.class.cell"});
+                      "verdix.class.char", "verdix.class.cell", "verdix.class",
+                      "verdix.commandwindow.alias"});
     }
 
     std::size_t below(std::size_t limit) { return bits() % limit; }
@@ -171,7 +172,9 @@ TEST_F(MigrationTest, ConvertsRejectedValuesWithoutLoss)
     // The tree does not describe an older release.
     const Migration older = migrate(R"({"settings": {"verdix.class.int32": true}})", ReleaseName{2025, 'b'});
     EXPECT_TRUE(older.events.empty());
-    EXPECT_TRUE(checkMigratedValues(older, "", tree, table).front().message.ends_with("converts it to 1"));
+    const auto diagnostics = checkMigratedValues(older, "", tree, table);
+    ASSERT_EQ(diagnostics.size(), 1U);
+    EXPECT_TRUE(diagnostics.front().message.ends_with("converts it to 1"));
 }
 
 TEST_F(MigrationTest, RefusesWhatItCannotKnow)
