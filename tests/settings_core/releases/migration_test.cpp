@@ -161,7 +161,7 @@ TEST_F(MigrationTest, ConvertsRejectedValuesWithoutLoss)
     };
     for (const auto& [path, before, after] : cases) {
         const std::string start = R"({"settings": {"verdix.Own": {}, "verdix.)" + path + "\": ";
-        const std::string end = R"( , "verdix.class.uint8": 3.0}, "release": "R2099b"})";
+        const std::string end = R"( , "verdix.class.none": true}, "release": "R2099b"})";
         table.rbegin()->second.release = "R2099b";
         const std::string& kept = after.empty() ? before : after;
         const Migration migration = migrate(start + before + end);
