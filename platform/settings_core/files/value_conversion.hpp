@@ -12,7 +12,7 @@ namespace vx::core {
 /// Returns the value as JSON on one line; nothing if the setting accepts the value as it is, or if no
 /// conversion leads to a value that the setting accepts and from which the old one can be restored.
 ///
-/// The conversions are tried in this order. Except for the last two, they apply to each element of a list.
+/// The conversions are tried in this order. All but the last apply to each element of a list.
 /// - false and true to 0 and 1, and back
 /// - a number to a string with its shortest decimal, and back
 /// - false and true to "false" and "true", and back
