@@ -49,6 +49,8 @@ void addRules(FactoryGroup& root)
     addSetting(rules, "size", "ValueValidator", SettingValueValidator{{.size = {{.columns = 2}}}});
     addSetting(rules, "words", "FactoryValue", internal::charvec(std::string("short")), "ValueValidator",
                SettingValueValidator{{.allowedValues = {u"short", u"long"}, .maximumLength = 5}});
+    addSetting(rules, "switch", "FactoryValue", internal::charvec(std::string("on")), "ValueValidator",
+               SettingValueValidator{{.allowedValues = {u"on", u"off"}}});
     addSetting(rules, "list", "FactoryValue", internal::cellstr({}), "ValueValidator",
                SettingValueValidator{{.allowedValues = {u"a", u"b"}, .maximumLength = 3}});
     addSetting(rules, "element", "ValueValidator", SettingValueValidator{{.elementClass = ArrayType::UINT8}});

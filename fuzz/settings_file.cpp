@@ -50,10 +50,10 @@ void check(const std::string& text, const SettingsTree& tree, bool isRead)
     }
 }
 
-std::optional<Migration> migrate(const SettingsFile& file)
+std::optional<Migration> migrate(const SettingsFile& file, const SettingsTree& tree)
 {
     try {
-        return migrateSettings(file, releases());
+        return migrateSettings(file, tree, releases());
     } catch (const ParseError& error) {
         require(error.offset() <= file.text().size(), "an error is in the text");
     } catch (const std::runtime_error& error) {
@@ -77,7 +77,7 @@ Values valuesIn(const SettingsFile& file)
 void checkMigration(const SettingsFile& file, const Migration& migration, const SettingsTree& tree)
 {
     const SettingsFile after(migration.text);
-    const Migration again = migrateSettings(after, releases());
+    const Migration again = migrateSettings(after, tree, releases());
     require(again.text == migration.text && again.events.empty(), "migrating twice is migrating once",
             migration.text);
     Values values = valuesIn(file);
@@ -87,10 +87,13 @@ void checkMigration(const SettingsFile& file, const Migration& migration, const 
         if (event.kind == MigrationEvent::Kind::moved) {
             setting.key() = event.target;
             require(values.insert(std::move(setting)).inserted, "a move replaces nothing", event.target);
+        } else if (event.kind == MigrationEvent::Kind::converted) {
+            require(setting.mapped() == event.before, "a conversion reports the old value", event.before);
+            values[event.path] = event.after;
         }
     }
     require(valuesIn(after) == values, "migrating does what it reports, and nothing else", migration.text);
-    static_cast<void>(checkMovedValues(migration, "settings.json", tree, releases()));
+    static_cast<void>(checkMigratedValues(migration, "settings.json", tree, releases()));
 }
 
 /// Writes each value that counts anew; the file then holds the same values, and all else as before.
@@ -149,7 +152,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!file) {
         return 0;
     }
-    if (const auto migration = migrate(*file)) {
+    if (const auto migration = migrate(*file, tree)) {
         checkMigration(*file, *migration, tree);
     }
     rewriteValues(*file, tree);

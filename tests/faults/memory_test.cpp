@@ -136,8 +136,8 @@ TEST_F(MemoryOfFiles, StayWholeWhileTheyAreChanged)
                 [&] {
                     vx::core::LockedFile locked(file);
                     const auto migration =
-                        vx::core::migrateSettings(vx::core::SettingsFile(*locked.content()), releases);
-                    static_cast<void>(vx::core::checkMovedValues(migration, file, tree, releases));
+                        vx::core::migrateSettings(vx::core::SettingsFile(*locked.content()), tree, releases);
+                    static_cast<void>(vx::core::checkMigratedValues(migration, file, tree, releases));
                     static_cast<void>(locked.keepCopy("settings.json.bak"));
                     locked.replace(migration.text);
                 });

@@ -20,6 +20,7 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
     tests::writeFile(file, R"({ "release": "R2020b", "settings": {
   "verdix.commandwindow.NumericFormat": "hex",
   "verdix.commandwindow.EightyColumns": "yes",
+  "verdix.commandwindow.NumberOfLinesInScrollBuffer": "5000",
   "verdix.commandwindow.WrapLines": 7 } })");
     const std::string listed = folder.with("listed", "verdix.web.FindPanel\n");
     const std::string format = "commandwindow.NumericFormat";
@@ -63,7 +64,9 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
         {{"migrate", file},
          {R"("untouched": 2)", R"("line": 3, "column": 55, "path": "verdix.commandwindow.UseEightyC)",
           R"("change": "moved", "path": "verdix.commandwindow.EightyColumns", "target": "verdix.commandwindow.UseE)",
-          R"({ "release": "R2021a", )", R"("isChange": true)", R"("isWritten": false)"},
+          R"("change": "converted", "path": "verdix.commandwindow.NumberOfLinesInScrollBuffer", "target": null, )",
+          R"("before": "\"5000\"", "after": "5000" })", R"({ "release": "R2021a", )", R"("isChange": true)",
+          R"("isWritten": false)"},
          1},
         {{"migrate", file, "--write"}, {R"("backup": "settings.json.R2020b.bak")"}, 1},
     };

@@ -69,12 +69,15 @@ TEST_F(SettingsFilesTest, MigrationShowsFirstAndKeepsTheOldFile)
     const fs::path file = folder / "old.json";
     const std::string before =
         R"({"release": "R2020b", "settings": {"verdix.commandwindow.EightyColumns": "yes",
-        "verdix.desktop.help.SingleSource": 1, "verdix.Own": 1}})";
+        "verdix.commandwindow.WrapLines": [
+0], "verdix.desktop.help.SingleSource": 1, "verdix.Own": 1}})";
     writeFile(file, before);
     const ToolRun shown = run({"migrate", file, "--to", "R2026a"});
     EXPECT_EQ(shown.exitCode, 1) << "the value does not fit its new setting";
     EXPECT_THAT(shown.output, HasSubstr("from R2020b to R2026a, 1 setting unchanged\n"));
     EXPECT_THAT(shown.output, testing::ContainsRegex("moves +verdix.commandwindow.EightyColumns +to verdix"));
+    EXPECT_THAT(shown.output, HasSubstr("  R2026a  converts  verdix.commandwindow.WrapLines"));
+    EXPECT_THAT(shown.output, HasSubstr(" [0] to [false]\n"));
     EXPECT_THAT(shown.output, HasSubstr("expected true or false"));
     EXPECT_EQ(readFile(file), before);
 
@@ -82,7 +85,12 @@ TEST_F(SettingsFilesTest, MigrationShowsFirstAndKeepsTheOldFile)
     EXPECT_THAT(run({"migrate", file, "--write"}).output, HasSubstr("old.json.R2020b.2.bak"));
     EXPECT_EQ(readFile(folder / "old.json.R2020b.bak"), "of before");
     EXPECT_EQ(readFile(folder / "old.json.R2020b.2.bak"), before);
-    EXPECT_THAT(run({"migrate", file, "--write"}).output, HasSubstr("nothing to do"));
+    const ToolRun again = run({"migrate", file});
+    EXPECT_THAT(again.output, HasSubstr("old.json\nnothing changed: only the invalid"));
+    EXPECT_EQ(again.exitCode, 1) << "a value is still ignored";
+    EXPECT_EQ(run({"set", "commandwindow.UseEightyColumnDisplayWidth", "true", "--personal", file}).exitCode,
+              0);
+    EXPECT_THAT(run({"migrate", file}).output, HasSubstr("nothing to do"));
     EXPECT_EQ(run({"migrate", file, "--from", "yesterday"}).exitCode, 2);
 }
 

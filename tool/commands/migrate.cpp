@@ -47,10 +47,23 @@ std::optional<core::ReleaseName> parseReleaseOption(const char* option, const st
     return release;
 }
 
+/// Returns JSON without the line breaks and tabs, which are never part of a string.
+std::string withoutLineBreaks(std::string json)
+{
+    std::erase_if(json, [](char c) { return c == '\n' || c == '\r' || c == '\t'; });
+    return json;
+}
+
 Table::Row eventRow(const MigrationEvent& event)
 {
     if (event.kind == MigrationEvent::Kind::moved) {
         return {event.release, {"moves", Style::good}, event.path, "to " + event.target};
+    }
+    if (event.kind == MigrationEvent::Kind::converted) {
+        return {event.release,
+                {"converts", Style::good},
+                event.path,
+                withoutLineBreaks(event.before) + " to " + event.after};
     }
     const bool isRemoved = event.kind == MigrationEvent::Kind::removed;
     return {event.release,
@@ -64,7 +77,7 @@ Migration planMigration(const std::string& text, const fs::path& file, const Ses
 {
     const core::SettingsFile settings = core::parseSettingsFile(text, file);
     try {
-        return core::migrateSettings(settings, session.releaseChanges(), range);
+        return core::migrateSettings(settings, session.tree(), session.releaseChanges(), range);
     } catch (const core::ParseError& error) {
         const core::Position position = core::positionAt(text, error.offset(), file);
         throw CommandError(ExitCode::failed, core::formatDiagnostic({"", error.what(), position}));
@@ -90,7 +103,7 @@ struct Outcome
 {
     const fs::path file;
     const Migration migration;
-    const std::vector<core::Diagnostic> diagnostics;  ///< for the values that moved
+    const std::vector<core::Diagnostic> diagnostics;  ///< about values that are ignored
     bool isChange;                                    ///< whether the migration changes the file
     bool isWritten;
     std::string backup;  ///< file name of the backup; empty if there is none
@@ -114,11 +127,15 @@ void writeText(const Outcome& outcome, Output& out)
 {
     writeReport(outcome, out);
     if (!outcome.diagnostics.empty()) {
-        out << out.styled(Style::bad, "moved values that the new setting rejects (kept, ignored):") << '\n';
+        out << out.styled(Style::bad, "invalid values (kept, ignored):") << '\n';
         writeDiagnostics(outcome.diagnostics, out);
+        const std::string file = " --personal " + outcome.file.string() + '\n';
+        out << "to replace one:  vxsettings set PATH VALUE" << file;
+        out << "to remove one:   vxsettings reset PATH" << file;
     }
     if (!outcome.isChange) {
-        out << "nothing to do: the file is up to date\n";
+        out << (outcome.diagnostics.empty() ? "nothing to do: the file is up to date\n"
+                                            : "nothing changed: only the invalid values need attention\n");
     } else if (outcome.isWritten) {
         out << "written; the old file is saved as " << outcome.backup << '\n';
     } else {
@@ -128,7 +145,7 @@ void writeText(const Outcome& outcome, Output& out)
 
 std::string_view eventLabel(MigrationEvent::Kind kind)
 {
-    static constexpr std::string_view labels[] = {"moved", "targetKept", "removed"};
+    static constexpr std::string_view labels[] = {"moved", "targetKept", "removed", "converted"};
     return labels[static_cast<std::size_t>(kind)];
 }
 
@@ -140,7 +157,9 @@ void writeDocument(const Outcome& outcome, Output& out)
         events.push_back(json::object{{"release", event.release},
                                       {"change", eventLabel(event.kind)},
                                       {"path", event.path},
-                                      {"target", review::stringOrNull(event.target)}});
+                                      {"target", review::stringOrNull(event.target)},
+                                      {"before", review::stringOrNull(event.before)},
+                                      {"after", review::stringOrNull(event.after)}});
     }
     writeJson(
         {{"file", outcome.file.string()},
@@ -170,7 +189,7 @@ Outcome migrateFile(LazySession& lazy, const MigrateOptions& options, const core
     const Session& session = lazy.get();
     Migration migration = planMigration(*content, options.file, session, range);
     auto diagnostics =
-        core::checkMovedValues(migration, options.file, session.tree(), session.releaseChanges());
+        core::checkMigratedValues(migration, options.file, session.tree(), session.releaseChanges());
     const bool isChange = migration.text != *content;
     std::string backup;
     if (locked && isChange) {
@@ -194,7 +213,7 @@ ExitCode migrate(LazySession& lazy, const MigrateOptions& options, Output& out)
 Action addMigrate(CLI::App& command)
 {
     setHelp(command, "Migrate a settings file to a newer release; without --write, only show the changes",
-            "Exits with 1 if a moved value violates a constraint of its new setting.\n"
+            "Exits with 1 if invalid values remain in the file, which are ignored.\n"
             "Example:\n  vxsettings migrate settings.json --write");
     auto options = std::make_shared<MigrateOptions>();
     addPositional(command, "FILE", options->file, Need::required, "Settings file");

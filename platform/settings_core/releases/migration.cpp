@@ -1,4 +1,5 @@
 #include <settings_core/files/file_check.hpp>
+#include <settings_core/files/value_conversion.hpp>
 #include <settings_core/releases/migration.hpp>
 #include <settings_core/releases/release_history.hpp>
 
@@ -101,7 +102,31 @@ private:
     std::vector<MigrationEvent>& events_;
 };
 
-/// Returns the number of settings that were neither moved nor dropped.
+/// Returns the converted value of a setting that rejects the stored one; nothing if there is none, or no such
+/// setting.
+std::optional<std::string> convert(const JsonMember& stored, const SettingsTree& tree)
+{
+    const Node* node = tree.find(stored.name);
+    const bool isSetting = node != nullptr && node->kind() == NodeKind::setting;
+    return isSetting ? convertStoredValue(*node, stored.value) : std::nullopt;
+}
+
+/// Converts the values that their settings reject.
+void convertValues(Migration& migration, const SettingsTree& tree)
+{
+    const SettingsFile moved(migration.text);
+    SettingsFileEdit edit(moved);
+    for (const JsonMember& setting : moved.settings()) {
+        if (auto converted = convert(setting, tree)) {
+            migration.events.push_back({MigrationEvent::Kind::converted, formatReleaseName(migration.to),
+                                        setting.name, "", std::string(setting.value.text), *converted});
+            edit.set(setting.name, *std::move(converted));
+        }
+    }
+    migration.text = edit.text();
+}
+
+/// Returns the number of settings without an event.
 std::size_t countUntouched(const Migration& migration, std::size_t settings)
 {
     std::set<std::string_view> arrived;
@@ -118,7 +143,7 @@ std::size_t countUntouched(const Migration& migration, std::size_t settings)
 
 }  // namespace
 
-Migration migrateSettings(const SettingsFile& file, const ReleaseChangeTable& table,
+Migration migrateSettings(const SettingsFile& file, const SettingsTree& tree, const ReleaseChangeTable& table,
                           const MigrationRange& range)
 {
     const auto newest = newestRelease(table);
@@ -139,21 +164,31 @@ Migration migrateSettings(const SettingsFile& file, const ReleaseChangeTable& ta
     if (releaseIn(file) != migration.to) {
         edit.setRelease(formatReleaseName(migration.to));
     }
-    migration.untouched = countUntouched(migration, file.settings().size());
     migration.text = edit.text();
+    if (migration.to == *newest) {  // the tree describes no other release
+        convertValues(migration, tree);
+    }
+    migration.untouched = countUntouched(migration, file.settings().size());
     return migration;
 }
 
-std::vector<Diagnostic> checkMovedValues(const Migration& migration, const std::filesystem::path& file,
-                                         const SettingsTree& tree, const ReleaseChangeTable& table)
+std::vector<Diagnostic> checkMigratedValues(const Migration& migration, const std::filesystem::path& file,
+                                            const SettingsTree& tree, const ReleaseChangeTable& table)
 {
-    std::set<std::string_view> moved;
-    for (const MigrationEvent& event : migration.events) {
-        if (event.kind == MigrationEvent::Kind::moved && tree.find(event.target) != nullptr) {
-            moved.insert(event.target);
+    const SettingsFile migrated(migration.text);
+    std::set<std::string_view> known;
+    for (const JsonMember& setting : migrated.settings()) {
+        if (tree.find(setting.name) != nullptr) {
+            known.insert(setting.name);
         }
     }
-    return checkSettings(file, SettingsFile(migration.text), moved, tree, table);
+    std::vector<Diagnostic> diagnostics = checkSettings(file, migrated, known, tree, table);
+    for (Diagnostic& diagnostic : diagnostics) {
+        if (const auto converted = convert(*migrated.find(diagnostic.path), tree)) {
+            diagnostic.message += "; a migration to the newest release converts it to " + *converted;
+        }
+    }
+    return diagnostics;
 }
 
 }  // namespace vx::core

@@ -18,7 +18,7 @@ namespace vx::core {
 struct Diagnostic;
 class SettingsTree;
 
-/// A change that a release makes to one setting of a file.
+/// A change that a migration makes to one setting of a file.
 struct MigrationEvent
 {
     /// The kinds of changes.
@@ -26,13 +26,17 @@ struct MigrationEvent
     {
         moved,       ///< renamed to `target`, value unchanged
         targetKept,  ///< dropped: the file already has `target`, whose value stays
-        removed      ///< dropped: the release has no such setting
+        removed,     ///< dropped: the release has no such setting
+        converted    ///< same path, value in the class of the setting of the newest release
     };
 
     Kind kind;            ///< of the change
-    std::string release;  ///< that made the change: "R2022b"
+    std::string release;  ///< that made the change: "R2022b"; for `converted` the one migrated to
     std::string path;     ///< of the setting before the change
-    std::string target;   ///< path of the move; empty for `removed`
+    std::string target;   ///< path of the move; empty for `removed` and `converted`
+
+    std::string before = {};  ///< the old value as JSON, as it was in the file; only for `converted`
+    std::string after = {};   ///< the new value as JSON; only for `converted`
 };
 
 /// The result of migrating a settings file.
@@ -41,7 +45,7 @@ struct Migration
     /// Release of the file before; nothing when it names none, which means older than all releases.
     std::optional<ReleaseName> from;
     ReleaseName to;                           ///< release of the file afterwards
-    std::vector<MigrationEvent> events = {};  ///< oldest release first
+    std::vector<MigrationEvent> events = {};  ///< oldest release first, conversions last
     std::size_t untouched = 0;                ///< number of settings without an event
     std::string text = {};                    ///< content of the file afterwards
 };
@@ -57,16 +61,20 @@ struct MigrationRange
 /// file's release to `to`. A moved setting keeps its position and the source text of its value; a setting
 /// that is already in the file is never replaced. Removing a group removes all settings in it.
 ///
+/// In a file that is migrated to the newest release, the one that the tree describes, the values that the
+/// tree's settings reject are then converted if that loses nothing: false to 0, 12 to "12", "a" to ["a"].
+///
 /// Throws ParseError, with an offset in the file, for a duplicate setting or an invalid release name;
 /// std::runtime_error when the file or `to` is newer than the table, or the file newer than `to`.
-[[nodiscard]] VX_API Migration migrateSettings(const SettingsFile& file,
+[[nodiscard]] VX_API Migration migrateSettings(const SettingsFile& file, const SettingsTree& tree,
                                                const ::settings::core::ReleaseChangeTable& table,
                                                const MigrationRange& range = {});
 
-/// Returns diagnostics about moved values that the new setting rejects. They stay in the file and are
-/// ignored.
+/// Returns diagnostics about the invalid values in the migrated file, which stay there and are ignored.
+/// Paths that the tree does not have are not checked: they may belong to another product. Values are checked
+/// against the tree even if the file was migrated to an older release, as it is the tree that ignores them.
 [[nodiscard]] VX_API std::vector<Diagnostic>
-checkMovedValues(const Migration& migration, const std::filesystem::path& file, const SettingsTree& tree,
-                 const ::settings::core::ReleaseChangeTable& table);
+checkMigratedValues(const Migration& migration, const std::filesystem::path& file, const SettingsTree& tree,
+                    const ::settings::core::ReleaseChangeTable& table);
 
 }  // namespace vx::core

@@ -95,7 +95,7 @@ TEST_F(OddTreeTest, ChecksWithoutReleases)
     for (std::size_t index = 0; index < faults.size(); ++index) {
         EXPECT_THAT(faults[index].message, HasSubstr(words[index]));
     }
-    EXPECT_THAT([&] { static_cast<void>(migrateSettings(parseSettingsFile("{}", file), releases)); },
+    EXPECT_THAT([&] { static_cast<void>(migrateSettings(parseSettingsFile("{}", file), tree, releases)); },
                 testing::Throws<std::runtime_error>());
     EXPECT_THAT([&] { static_cast<void>(checkValue(*tree.find("root.First"), text("a"))); },
                 ThrowsMessage<std::invalid_argument>(HasSubstr("an alias of, root.Second")));

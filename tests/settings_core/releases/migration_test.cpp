@@ -1,9 +1,12 @@
 #include <migration/release_changes.hpp>
+#include <settings_core/diagnostic.hpp>
 #include <settings_core/releases/migration.hpp>
+#include <settings_core/tree/settings_tree.hpp>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fuzz/every_class_tree.hpp>
 #include <fuzz/fuzzing.hpp>
 #include <random>
 #include <set>
@@ -35,7 +38,9 @@ struct MigrationTest : testing::Test
             paths.insert({std::string(group) + ".Forgotten", std::string(group) + ".deep.Setting",
                           std::string(group) + "Not.Member"});
         }
-        paths.insert({"verdix.Untouched", "verdix.commandwindow.NumericFormat"});
+        paths.insert({"verdix.Untouched", "verdix.commandwindow.NumericFormat", "verdix.class.int32",
+                      "verdix.class.char", "verdix.class.cell", "verdix.class",
+                      "verdix.commandwindow.alias"});
     }
 
     std::size_t below(std::size_t limit) { return bits() % limit; }
@@ -46,6 +51,7 @@ struct MigrationTest : testing::Test
     /// A file that states about half of the paths, in any order and one of several styles.
     std::string anyFile(const std::string& release)
     {
+        const std::string values[] = {"700", "1", "true", R"("off")", R"("12")", R"(["a"])"};
         const std::string gaps[] = {"", " ", "\n  ", "\r\n\t"};
         std::vector<std::string> stated;
         std::sample(paths.begin(), paths.end(), std::back_inserter(stated), below(paths.size()), bits);
@@ -55,16 +61,17 @@ struct MigrationTest : testing::Test
             "{" + (release.empty() ? "" : "\"release\": \"" + release + "\",") + gap + "\"settings\":{";
         for (const std::string& path : stated) {
             text += (&path == stated.data() ? "" : ",") + gap + "\"" + path +
-                    "\": " + std::to_string(below(1000));
+                    "\": " + values[below(std::size(values))];
         }
         return text + "}" + gap + "}";
     }
 
     Migration migrate(const std::string& text, std::optional<ReleaseName> to = std::nullopt)
     {
-        return vx::core::migrateSettings(SettingsFile(text), table, {.to = to});
+        return vx::core::migrateSettings(SettingsFile(text), tree, table, {.to = to});
     }
 
+    const vx::core::SettingsTree tree = fuzz::everyClassTree();
     ReleaseChangeTable table;
     std::set<std::string> paths;
     std::mt19937 bits{2026};
@@ -109,13 +116,65 @@ TEST_F(MigrationTest, ReportsMovesAndKeepsWhatTheTargetStates)
     EXPECT_EQ(kept.events.front().kind, MigrationEvent::Kind::targetKept);
     EXPECT_EQ(kept.events.front().release, "R2021a");
     // As of its own release the file was right already.
-    EXPECT_EQ(vx::core::migrateSettings(SettingsFile(text("\"" + source + "\": true")), table,
+    EXPECT_EQ(vx::core::migrateSettings(SettingsFile(text("\"" + source + "\": true")), tree, table,
                                         {.from = ReleaseName{2021, 'a'}})
                   .events.size(),
               0U);
     // The changes of a release apply from top to bottom.
     table.rbegin()->second.changes = {{"move", {"a"}, {"b"}}, {"move", {"b"}, {"c"}}};
     EXPECT_EQ(migrate(text("\"a\": 1")).text, newest + "\"settings\": {\"c\": 1}}");
+}
+
+TEST_F(MigrationTest, ConvertsRejectedValuesWithoutLoss)
+{
+    struct
+    {
+        std::string path;
+        std::string before;
+        std::string after;  ///< empty if the value is kept and reported
+    } const cases[] = {
+        {"class.int32", "true", "1"},
+        {"class.logical", "0.0", "false"},
+        {"class.logical", "2", ""},
+        {"class.logical", "-0", ""},
+        {"class.char", "1.50", R"("1.5")"},
+        {"class.char", "9007199254740993", R"("9007199254740993")"},
+        {"class.char", "1e400", ""},
+        {"class.int64", R"("9007199254740993")", "9007199254740993"},
+        {"class.double", R"("9007199254740993")", ""},
+        {"class.double", R"("1.50")", ""},
+        {"class.double", R"(" 1")", ""},
+        {"class.double", R"("[1]")", ""},
+        {"class.char", "false", R"("false")"},
+        {"class.logical", R"("true")", "true"},
+        {"class.logical", R"("off")", "false"},
+        {"class.logical", R"("yes")", ""},
+        {"rule.switch", "true", R"("on")"},
+        {"class.cell", R"("\u0061")", R"(["\u0061"])"},
+        {"class.char", R"(["a"])", R"("a")"},
+        {"class.char", R"(["a", "b"])", ""},
+        {"class.row", "[true,\n false]", "[1, 0]"},
+        {"class.row", "[true, 2]", ""},
+        {"rule.list", R"("c")", ""},
+        {"rule.range", "2000", ""},
+        {"commandwindow.fixed", "true", ""},
+    };
+    for (const auto& [path, before, after] : cases) {
+        const std::string start = R"({"settings": {"verdix.Own": {}, "verdix.)" + path + "\": ";
+        const std::string end = R"( , "verdix.class.none": true}, "release": "R2099b"})";
+        table.rbegin()->second.release = "R2099b";
+        const std::string& kept = after.empty() ? before : after;
+        const Migration migration = migrate(start + before + end);
+        EXPECT_EQ(migration.text, start + kept + end);
+        EXPECT_EQ(migration.events.size(), after.empty() ? 0U : 1U) << path << before;
+        EXPECT_EQ(checkMigratedValues(migration, "", tree, table).empty(), !after.empty()) << before;
+    }
+    // The tree does not describe an older release.
+    const Migration older = migrate(R"({"settings": {"verdix.class.int32": true}})", ReleaseName{2025, 'b'});
+    EXPECT_TRUE(older.events.empty());
+    const auto diagnostics = checkMigratedValues(older, "", tree, table);
+    ASSERT_EQ(diagnostics.size(), 1U);
+    EXPECT_TRUE(diagnostics.front().message.ends_with("converts it to 1"));
 }
 
 TEST_F(MigrationTest, RefusesWhatItCannotKnow)
