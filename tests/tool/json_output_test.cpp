@@ -22,7 +22,7 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
   "verdix.commandwindow.EightyColumns": "yes",
   "verdix.commandwindow.NumberOfLinesInScrollBuffer": "5000",
   "verdix.commandwindow.WrapLines": 7 } })");
-    const std::string listed = folder.with("listed", "verdix.web.FindPanel\n");
+    const std::string listed = folder.with("listed", "verdix.web.FindPanel  default  x\n");
     const std::string format = "commandwindow.NumericFormat";
     const std::string hex =
         R"("value": { "class": "char", "dims": [1, 3], "data": "hex" }, "layer": "personal")";
@@ -49,8 +49,8 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
         {{"changes"}, {R"("index": 4, "release": "R2025b")"}},
         {{"export"}, {R"("path": "verdix.commandwindow.WrapLines", "node": "setting")"}},
         {{"diff", baseline, baseline}, {R"("differences": [])"}},
-        {{"history", "--baseline", baseline, "--changed-defaults", listed},
-         {R"(["verdix.web.FindPanel is)"},
+        {{"history", "--baseline", baseline, "--changed-settings", listed},
+         {R"("line": 1, "path": "verdix.web.FindPanel", "message": "default is listed but)"},
          1},
         {{"lint"}, {R"("faults": [])"}},
         {{"doctor"},

@@ -199,10 +199,23 @@ Outcome migrateFile(LazySession& lazy, const MigrateOptions& options, const core
     return {options.file, std::move(migration), std::move(diagnostics), isChange, locked && isChange, backup};
 }
 
+/// The changes of a release in preparation are not final.
+void requirePublished(const MigrateOptions& options, const core::MigrationRange& range)
+{
+    if (options.writes && range.to && range.published && *range.published < *range.to) {
+        throw CommandError(ExitCode::failed, "release " + formatReleaseName(*range.to) +
+                                                 " is not published, so that its changes may still change: "
+                                                 "leave out --write, or migrate to " +
+                                                 formatReleaseName(*range.published));
+    }
+}
+
 ExitCode migrate(LazySession& lazy, const MigrateOptions& options, Output& out)
 {
-    const core::MigrationRange range{parseReleaseOption("--from", options.from),
-                                     parseReleaseOption("--to", options.to)};
+    core::MigrationRange range{parseReleaseOption("--from", options.from),
+                               parseReleaseOption("--to", options.to)};
+    range.published = lazy.get().publishedRelease();
+    requirePublished(options, range);
     const Outcome outcome = migrateFile(lazy, options, range);
     (out.isJson() ? writeDocument : writeText)(outcome, out);
     return outcome.diagnostics.empty() ? ExitCode::done : ExitCode::failed;

@@ -3,6 +3,7 @@
 #include <settings_core/releases/migration.hpp>
 #include <settings_core/releases/release_history.hpp>
 
+#include <algorithm>
 #include <set>
 #include <stdexcept>
 #include <string_view>
@@ -68,7 +69,7 @@ public:
         for (const SettingsFileChange& change : set.changes) {
             if (change.to().empty()) {
                 remove(set.release, change.from().front());
-            } else if (edit_.has(change.from().front())) {
+            } else if (change.from() != change.to() && edit_.has(change.from().front())) {
                 move(set.release, change.from().front(), change.to().front());
             }
         }
@@ -146,11 +147,12 @@ std::size_t countUntouched(const Migration& migration, std::size_t settings)
 Migration migrateSettings(const SettingsFile& file, const SettingsTree& tree, const ReleaseChangeTable& table,
                           const MigrationRange& range)
 {
-    const auto newest = newestRelease(table);
+    const auto newest = std::max(newestRelease(table), range.published);
     if (!newest) {
         throw std::runtime_error("the table of release changes is empty: there is nothing to migrate by");
     }
-    Migration migration{.from = range.from ? range.from : releaseIn(file), .to = range.to.value_or(*newest)};
+    Migration migration{.from = range.from ? range.from : releaseIn(file),
+                        .to = range.to.value_or(range.published.value_or(*newest))};
     requireOrder(migration, *newest);
     requireUniqueSettings(file);
     SettingsFileEdit edit(file);

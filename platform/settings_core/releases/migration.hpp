@@ -54,7 +54,10 @@ struct Migration
 struct MigrationRange
 {
     std::optional<ReleaseName> from = std::nullopt;  ///< overrides the file's own release
-    std::optional<ReleaseName> to = std::nullopt;    ///< last release to apply; default: the newest
+    std::optional<ReleaseName> to = std::nullopt;    ///< last release to apply; default: the published one
+    /// The last published release; default: the newest in the table. A later one in the table is in
+    /// preparation.
+    std::optional<ReleaseName> published = std::nullopt;
 };
 
 /// Applies the changes of every release after `from` up to and including `to`, oldest first, and sets the

@@ -185,4 +185,19 @@ TEST_F(MigrationTest, RefusesWhatItCannotKnow)
     EXPECT_THROW((void)migrate("{\"settings\": {\"a\": 1, \"a\": 2}}"), vx::core::ParseError);
 }
 
+TEST_F(MigrationTest, StopsAtThePublishedReleaseAndKeepsWhatIsBroughtBack)
+{
+    table[6] = {
+        "R2026b", false, {{"move", {"verdix.A"}, {"verdix.B"}}, {"move", {"verdix.C"}, {"verdix.C"}}}};
+    const std::string text = R"({"release": "R2026a", "settings": {"verdix.A": 1, "verdix.C": 2}})";
+    const auto migrateTo = [&](std::optional<ReleaseName> to, ReleaseName published) {
+        return vx::core::migrateSettings(SettingsFile(text), tree, table, {.to = to, .published = published});
+    };
+    EXPECT_EQ(migrateTo(std::nullopt, {2026, 'a'}).text, text);
+    const Migration next = migrateTo(ReleaseName{2026, 'b'}, {2026, 'a'});
+    EXPECT_EQ(next.text, R"({"release": "R2026b", "settings": {"verdix.B": 1, "verdix.C": 2}})");
+    EXPECT_EQ(next.events.size(), 1U);
+    EXPECT_EQ(formatReleaseName(migrateTo(std::nullopt, {2027, 'a'}).to), "R2027a") << "it has no changes";
+}
+
 }  // namespace
