@@ -81,7 +81,7 @@ Array blueToYellow()
 }
 
 // Constraint for a colour map: a row of red, green and blue from 0 to 1 for each colour.
-constexpr Constraint colourMap()
+consteval auto colourMap()
 {
     auto constraint = inRange(0, 1);
     constraint.elementClass = foundation::verdixdata::ArrayType::DOUBLE;
