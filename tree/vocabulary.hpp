@@ -416,9 +416,8 @@ constexpr Flags flagsOf(const Traits&... traits)
                   "the constraint is not for values that this function adds: correct one of them");
     static_assert(value == ValueKind::none || !has<Kind::runTimeDefault, Traits...>,
                   "a setting with a factory value has computedBy(...), too: use addUnset, or leave it out");
-    static_assert(
-        !has<Kind::errorHandler, Traits...> || rejectsValues<implied, Traits...>,
-        "onError(...) is never called, because no value is invalid: add a constraint or a validator");
+    static_assert(!has<Kind::errorHandler, Traits...> || rejectsValues<implied, Traits...>,
+                  "onError(...) explains constraints, but there is none: add a constraint or a validator");
     Flags flags{.validator = has<Kind::validator, Traits...> ? ScriptFunction::none : implied};
     (add(flags, traits), ...);
     return flags;
