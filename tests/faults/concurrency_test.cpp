@@ -5,6 +5,7 @@
 
 #include <foundation/host.hpp>
 
+#include <cppmicroservices/Constants.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
