@@ -202,13 +202,21 @@ constexpr bool isPrintable(char character)
     return character >= ' ' && character <= '~';
 }
 
+/// Whether all parts of a colour are in the range from 0 to maximum.
+template <class Part>
+consteval bool areWithin(const std::array<Part, 3>& colour, Part maximum)
+{
+    return std::all_of(colour.begin(), colour.end(),
+                       [maximum](Part part) { return part >= 0 && part <= maximum; });
+}
+
 template <std::size_t Count>
 consteval std::array<const char*, Count> toList(std::array<const char*, Count> strings)
 {
     for (auto string = strings.begin(); string != strings.end(); ++string) {
         require(*string != nullptr, "an allowed string is null");
         const std::string_view characters = *string;
-        require(std::ranges::all_of(characters, isPrintable),
+        require(std::all_of(characters.begin(), characters.end(), isPrintable),
                 "an allowed string contains a character that is not printable ASCII");
         require(!characters.starts_with(' ') && !characters.ends_with(' '),
                 "an allowed string begins or ends with a space");
@@ -630,8 +638,7 @@ struct Rgb : std::array<int, 3>
     consteval Rgb(std::same_as<int> auto red, std::same_as<int> auto green, std::same_as<int> auto blue)
         : array{red, green, blue}
     {
-        detail::require(std::ranges::min(*this) >= 0 && std::ranges::max(*this) <= 255,
-                        "red, green and blue are from 0 to 255");
+        detail::require(detail::areWithin<int>(*this, 255), "red, green and blue are from 0 to 255");
     }
 };
 
@@ -641,8 +648,7 @@ struct NormalisedRgb : std::array<double, 3>
     consteval NormalisedRgb(detail::Number auto red, detail::Number auto green, detail::Number auto blue)
         : array{static_cast<double>(red), static_cast<double>(green), static_cast<double>(blue)}
     {
-        detail::require(std::ranges::min(*this) >= 0 && std::ranges::max(*this) <= 1,
-                        "red, green and blue are from 0 to 1");
+        detail::require(detail::areWithin<double>(*this, 1), "red, green and blue are from 0 to 1");
     }
 };
 
