@@ -1,12 +1,12 @@
+#include <component/feature.hpp>
 #include <component/inputs.hpp>
 
 #include <foundation/log/diagnostic_logger.hpp>
-#include <foundation/verdixdata/text.hpp>
 
 #include <boost/log/sources/severity_feature.hpp>
 
 #include <cstdlib>
-#include <stdexcept>
+#include <string_view>
 
 namespace settings::verdix {
 
@@ -23,30 +23,15 @@ std::optional<std::string> environmentVariable(EnvironmentInput input)
     return value == nullptr ? std::nullopt : std::optional<std::string>(value);
 }
 
+int featureSwitch(FeatureInput input)
+{
+    const std::string_view name = featureInputs[static_cast<std::size_t>(input)].name;
+    return foundation::feature::Feature<0>(name.data(), name.size()).get();
+}
+
 void logDecision(std::string_view message, std::string_view detail)
 {
     BOOST_LOG_SEV(diagnosticLogger, decisionSeverity) << message << detail;
 }
 
 }  // namespace settings::verdix
-
-namespace foundation::feature {
-
-Feature<0>::Feature(const char* name, std::size_t length) : IFeature(name, length)
-{
-    if (name[length] != '\0') {
-        throw std::logic_error("feature name needs to be null terminated.");
-    }
-}
-
-FeatureState* Feature<0>::getState()
-{
-    FeatureState* state = state_.load();
-    if (state == nullptr) {
-        state = management::process::getDataPtr(verdixdata::toUtf8(getName()));
-        state_.exchange(state);
-    }
-    return state;
-}
-
-}  // namespace foundation::feature

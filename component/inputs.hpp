@@ -6,7 +6,6 @@
 #include <component/environment.hpp>
 
 #include <foundation/cppmicroservices/framework.hpp>
-#include <foundation/feature/ifeature.hpp>
 
 #include <cppmicroservices/BundleContext.h>
 #include <cppmicroservices/Constants.h>
@@ -14,8 +13,6 @@
 #include <cppmicroservices/ServiceObjects.h>
 
 #include <algorithm>
-#include <atomic>
-#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -64,6 +61,9 @@ template <class T>
 /// change the environment during the call.
 [[nodiscard]] std::optional<std::string> environmentVariable(EnvironmentInput input);
 
+/// Returns the current value of a feature switch: 0 is off, everything else is on.
+[[nodiscard]] int featureSwitch(FeatureInput input);
+
 /// Severity of logged decisions: debug.
 inline constexpr int decisionSeverity = 4;
 
@@ -71,29 +71,3 @@ inline constexpr int decisionSeverity = 4;
 void logDecision(std::string_view message, std::string_view detail = {});
 
 }  // namespace settings::verdix
-
-namespace foundation::feature {
-
-template <int Tag>
-class Feature;
-
-/// A feature switch of the environment.
-template <>
-class Feature<0> final : public IFeature
-{
-public:
-    /// `name` must have a terminating null character at `length`, else throws std::logic_error. It is not
-    /// copied.
-    Feature(const char* name, std::size_t length);
-
-    template <std::size_t Size>
-    explicit Feature(const char (&name)[Size]) : Feature(name, Size - 1)
-    {}
-
-    [[nodiscard]] FeatureState* getState() override;
-
-private:
-    std::atomic<FeatureState*> state_{nullptr};
-};
-
-}  // namespace foundation::feature

@@ -11,7 +11,13 @@ namespace vx::review {
 
 /// Returns a diagnostic, with the source file to edit, for:
 /// - each factory value that violates a constraint of its own setting;
-/// - each range that contains no value;
+/// - constraints that no value satisfies, or that are not for the class of the factory value;
+/// - value validators without a constraint, and allowed strings that are repeated or begin or end with
+///   whitespace;
+/// - settings without a constraint that have an error handler, or no factory value;
+/// - aliases whose target is not a setting or leads back to them; targets outside the tree's root are not
+///   checked;
+/// - names that do not consist of ASCII letters, digits and _, or do not begin with a letter;
 /// - names in one group that differ only in letter case;
 /// - empty groups;
 /// - release changes that move a setting to a path that does not exist, and moved or removed paths that are

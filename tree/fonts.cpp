@@ -5,37 +5,34 @@ namespace verdix::settings::tree {
 
 namespace {
 
-struct FontConstraints
-{
-    Constraint size = inRange(1, 100);  // points
-    Constraint style = inRange(0, 3);   // plain, bold, italic, both
-};
+constexpr auto fontSize = inRange(1, 100);  // points
+constexpr auto fontStyle = inRange(0, 3);   // plain, bold, italic, both
 
-void buildCodeFont(FactoryGroup& fonts, const FontConstraints& constraints)
+void buildCodeFont(FactoryGroup& fonts)
 {
     auto codeFont = addGroup(fonts, "codefont", Visible);
     addCharvec(codeFont, "Name", "Monospaced");
-    addInteger(codeFont, "Style", 0, constraints.style);
-    addInteger(codeFont, "Size", 10, constraints.size);
+    addInteger(codeFont, "Style", 0, fontStyle);
+    addInteger(codeFont, "Size", 10, fontSize);
 }
 
-void buildCustomFonts(FactoryGroup& fonts, const FontConstraints& constraints)
+void buildCustomFonts(FactoryGroup& fonts)
 {
     auto custom = addGroup(fonts, "custom");
     auto editor = addGroup(custom, "editor");
     addCharvec(editor, "FontToUse", "CodeFont", oneOf({"CodeFont", "TextFont", "CustomFont"}));
     addCharvec(editor, "Name", "Courier");
-    addInteger(editor, "Size", 9, constraints.size);
-    addInteger(editor, "Style", 0, constraints.style);
+    addInteger(editor, "Size", 9, fontSize);
+    addInteger(editor, "Style", 0, fontStyle);
 }
 
-void buildTextFont(FactoryGroup& fonts, const FontConstraints& constraints)
+void buildTextFont(FactoryGroup& fonts)
 {
     auto textFont = addGroup(fonts, "textfont");
     addLogical(textFont, "UseSystemFont", true);
     addCharvec(textFont, "Name", "Helvetica");
-    addInteger(textFont, "Size", 9, constraints.size);
-    addInteger(textFont, "Style", 0, constraints.style);
+    addInteger(textFont, "Size", 9, fontSize);
+    addInteger(textFont, "Style", 0, fontStyle);
 }
 
 struct ParagraphFont
@@ -75,12 +72,10 @@ void buildEditorFonts(FactoryGroup& fonts)
 
 void buildFontsArea(FactoryGroup& root)
 {
-    const FontConstraints constraints;
-
     auto fonts = addGroup(root, "fonts", Visible);
-    buildCodeFont(fonts, constraints);
-    buildCustomFonts(fonts, constraints);
-    buildTextFont(fonts, constraints);
+    buildCodeFont(fonts);
+    buildCustomFonts(fonts);
+    buildTextFont(fonts);
     buildEditorFonts(fonts);
 }
 

@@ -13,6 +13,8 @@ namespace {
 using foundation::verdixdata::Array;
 using ::settings::verdix::EnvironmentInput;
 using ::settings::verdix::environmentVariable;
+using ::settings::verdix::FeatureInput;
+using ::settings::verdix::featureSwitch;
 
 constexpr NormalisedRgb black{0, 0, 0};
 constexpr NormalisedRgb grey{0.7, 0.7, 0.7};
@@ -81,7 +83,7 @@ Array blueToYellow()
 }
 
 // Constraint for a colour map: a row of red, green and blue from 0 to 1 for each colour.
-constexpr Constraint colourMap()
+consteval auto colourMap()
 {
     auto constraint = inRange(0, 1);
     constraint.elementClass = foundation::verdixdata::ArrayType::DOUBLE;
@@ -200,8 +202,7 @@ void buildControl(FactoryGroup& ui)
 void buildUserInterfaceArea(FactoryGroup& root)
 {
     // Read once at the beginning, so that all nodes see the same value.
-    foundation::feature::Feature<0> webUi("webui");
-    const bool isWebUi = webUi.get() != 0;
+    const bool isWebUi = featureSwitch(FeatureInput::webUi) != 0;
 
     auto ui = addGroup(root, "ui");
     addLogical(ui, "UIFigureDebugModeEnabled", false);

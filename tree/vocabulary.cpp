@@ -225,7 +225,19 @@ void addNumberRow(FactoryGroup& group, std::string_view name, std::span<const do
     addValue(group, name, internal::makeRow(values), flags, parts);
 }
 
+void addNumberRow(FactoryGroup& group, std::string_view name, std::span<const int> values, Flags flags,
+                  const Parts& parts)
+{
+    addValue(group, name, internal::makeRow<double>(values), flags, parts);
+}
+
 void addCell(FactoryGroup& group, std::string_view name, std::span<const char* const> strings, Flags flags,
+             const Parts& parts)
+{
+    addValue(group, name, internal::cellstr({strings.begin(), strings.end()}), flags, parts);
+}
+
+void addCell(FactoryGroup& group, std::string_view name, std::span<const CellString> strings, Flags flags,
              const Parts& parts)
 {
     addValue(group, name, internal::cellstr({strings.begin(), strings.end()}), flags, parts);
@@ -235,7 +247,7 @@ void addCell(FactoryGroup& group, std::string_view name, std::span<const char* c
 
 FactoryGroup addGroup(FactoryGroup& parent, const char* name, Visibility visibility)
 {
-    static const FrequentProperties properties(unchecked);
+    static const FrequentProperties properties(ScriptFunction::none);
     auto group = settings::detail::makeNamedChild<FactoryGroup>(parent, name);
     return insert(parent, std::move(group), properties.of(visibility));
 }

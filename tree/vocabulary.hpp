@@ -7,15 +7,17 @@
 //   readOnly(true)         sets the option ReadOnly; without it, users can change the value
 //   inRange(1, 100), ...   a constraint; see "Constraints"
 //   integerScalar, ...     a validator that replaces the default validator of the function; see "Validators"
-//   computedBy(...)        a function that computes the factory value
+//   computedBy(...)        a function that computes the factory value, for addUnset
 //   onError(...)           a function that is called for invalid values
 //
-// A factory value of another type, or two traits of one kind, do not compile.
+// A factory value of another type, a constraint on other values, one that no value satisfies, and traits that
+// contradict each other do not compile.
 
 #include <builder/factory_tree.hpp>
 #include <builder/validators.hpp>
 #include <builder/values.hpp>
 
+#include <algorithm>
 #include <array>
 #include <concepts>
 #include <cstddef>
@@ -23,6 +25,7 @@
 #include <initializer_list>
 #include <limits>
 #include <span>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -66,9 +69,15 @@ enum class ScriptFunction : std::uint8_t
     numericScalar
 };
 
+/// The trait of a setting without a validator.
+enum class Unchecked : std::uint8_t
+{
+    unchecked
+};
+
 /// Validators that replace the default one.
 ///@{
-inline constexpr ScriptFunction unchecked = ScriptFunction::none;
+inline constexpr Unchecked unchecked = Unchecked::unchecked;
 inline constexpr ScriptFunction logicalScalar = ScriptFunction::logicalScalar;
 inline constexpr ScriptFunction stringScalar = ScriptFunction::stringScalar;
 inline constexpr ScriptFunction integerScalar = ScriptFunction::integerScalar;
@@ -144,88 +153,163 @@ struct Constraint
     foundation::verdixdata::ArrayType elementClass = foundation::verdixdata::ArrayType::UNKNOWN;
 };
 
+/// Kinds of values, as bits: a constraint is for values of some kinds, each function below adds those of one.
+struct ValueKind
+{
+    enum : unsigned
+    {
+        none = 0,
+        logical = 1,
+        number = 2,
+        string = 4,
+        cell = 8,
+        colour = 16,
+        normalisedColour = 32,
+        any = 63
+    };
+};
+
+/// A constraint on values of these kinds.
+template <unsigned kinds>
+struct ConstraintOn : Constraint
+{};
+
 /// A constraint with a list of ASCII strings.
-template <std::size_t Count>
+template <unsigned kinds, std::size_t Count>
 struct ListConstraint : Constraint
 {
     std::array<const char*, Count> allowed;
 };
 
-/// Every element is in the range from lower to upper, inclusive.
-[[nodiscard]] constexpr Constraint inRange(double lower, double upper)
+namespace detail {
+
+/// Does not compile, and shows the message, unless the condition holds.
+consteval void require(bool condition, const char* message)
 {
-    return {.lower = lower, .upper = upper, .isNumeric = true};
+    if (!condition) {
+        throw std::invalid_argument(message);
+    }
 }
 
-/// Every element is at least lower.
-[[nodiscard]] constexpr Constraint atLeast(double lower)
+consteval std::uint32_t toCount(std::int64_t count)
 {
-    return {.lower = lower, .isNumeric = true};
+    require(count > 0 && count < Constraint::open, "lengths and sizes are at least 1");
+    return static_cast<std::uint32_t>(count);
+}
+
+constexpr bool isPrintable(char character)
+{
+    return character >= ' ' && character <= '~';
+}
+
+/// Whether all parts of a colour are in the range from 0 to maximum.
+template <class Part>
+consteval bool areWithin(const std::array<Part, 3>& colour, Part maximum)
+{
+    return std::all_of(colour.begin(), colour.end(),
+                       [maximum](Part part) { return part >= 0 && part <= maximum; });
+}
+
+template <std::size_t Count>
+consteval std::array<const char*, Count> toList(std::array<const char*, Count> strings)
+{
+    for (auto string = strings.begin(); string != strings.end(); ++string) {
+        require(*string != nullptr, "an allowed string is null");
+        const std::string_view characters = *string;
+        require(std::all_of(characters.begin(), characters.end(), isPrintable),
+                "an allowed string contains a character that is not printable ASCII");
+        require(!characters.starts_with(' ') && !characters.ends_with(' '),
+                "an allowed string begins or ends with a space");
+        require(std::find_if(strings.begin(), string,
+                             [&](std::string_view other) { return other == characters; }) == string,
+                "an allowed string is repeated");
+    }
+    return strings;
+}
+
+}  // namespace detail
+
+/// Every element is in the range from lower to upper, inclusive. For numbers.
+[[nodiscard]] consteval ConstraintOn<ValueKind::number> inRange(double lower, double upper)
+{
+    detail::require(lower <= upper, "the lower bound is greater than the upper one");
+    return {{.lower = lower, .upper = upper, .isNumeric = true}};
+}
+
+/// Every element is at least lower. For numbers.
+[[nodiscard]] consteval ConstraintOn<ValueKind::number> atLeast(double lower)
+{
+    return inRange(lower, std::numeric_limits<double>::infinity());
 }
 
 /// A character vector has at most `length` characters, a cell at most `length` elements.
-[[nodiscard]] constexpr Constraint maximumLength(std::uint32_t length)
+[[nodiscard]] consteval ConstraintOn<ValueKind::string | ValueKind::cell> maximumLength(std::int64_t length)
 {
-    return {.maximumLength = length};
+    return {{.maximumLength = detail::toCount(length)}};
 }
 
-/// The value is a row with this number of columns, and every element satisfies the constraint.
-[[nodiscard]] constexpr Constraint rowOf(std::uint32_t columns, Constraint elements)
+/// The value is a row with this number of columns, and every element satisfies the constraint. For the values
+/// that the other constraint is for.
+template <unsigned kinds>
+[[nodiscard]] consteval ConstraintOn<kinds> rowOf(std::int64_t columns, ConstraintOn<kinds> elements)
 {
     elements.rows = 1;
-    elements.columns = columns;
+    elements.columns = detail::toCount(columns);
     return elements;
 }
 
 /// The value is a cell.
-[[nodiscard]] constexpr Constraint cellOfStrings()
+[[nodiscard]] consteval ConstraintOn<ValueKind::cell> cellOfStrings()
 {
-    return {.elementClass = foundation::verdixdata::ArrayType::CELL};
+    return {{.elementClass = foundation::verdixdata::ArrayType::CELL}};
 }
 
 /// A character vector, or every element of a cell, is one of these strings.
 template <std::size_t Count>
-[[nodiscard]] constexpr ListConstraint<Count> oneOf(const char* const (&allowed)[Count])
+[[nodiscard]] consteval ListConstraint<ValueKind::string | ValueKind::cell, Count>
+oneOf(const char* const (&allowed)[Count])
 {
-    return {{}, std::to_array(allowed)};
+    return {{}, detail::toList(std::to_array(allowed))};
 }
 
 /// The value is a cell, and every element is one of these strings.
 ///@{
 template <std::size_t Count>
-[[nodiscard]] constexpr ListConstraint<Count> cellOf(const std::array<const char*, Count>& allowed)
+[[nodiscard]] consteval ListConstraint<ValueKind::cell, Count>
+cellOf(const std::array<const char*, Count>& allowed)
 {
-    return {cellOfStrings(), allowed};
+    return {cellOfStrings(), detail::toList(allowed)};
 }
 template <std::size_t Count>
-[[nodiscard]] constexpr ListConstraint<Count> cellOf(const char* const (&allowed)[Count])
+[[nodiscard]] consteval ListConstraint<ValueKind::cell, Count> cellOf(const char* const (&allowed)[Count])
 {
     return cellOf(std::to_array(allowed));
 }
 ///@}
 
-/// Red, green and blue as whole numbers from 0 to 255.
-[[nodiscard]] constexpr Constraint colourTriple()
+/// Red, green and blue as whole numbers from 0 to 255; addColour implies it.
+[[nodiscard]] consteval ConstraintOn<ValueKind::colour> colourTriple()
 {
-    return {.isColour = true};
+    return {{.isColour = true}};
 }
 
 /// Red, green and blue as real numbers from 0 to 1.
-[[nodiscard]] constexpr Constraint normalisedColour()
+[[nodiscard]] consteval ConstraintOn<ValueKind::normalisedColour> normalisedColour()
 {
-    return {.isNormalised = true, .isColour = true};
+    return {{.isNormalised = true, .isColour = true}};
 }
 
-/// Red, green and blue as real numbers from 0 to 1, or one of these names.
+/// Red, green and blue as real numbers from 0 to 1, or one of these names. For colours and character vectors.
 template <std::size_t Count>
-[[nodiscard]] constexpr ListConstraint<Count> normalisedColour(const char* const (&names)[Count])
+[[nodiscard]] consteval ListConstraint<ValueKind::normalisedColour | ValueKind::string, Count>
+normalisedColour(const char* const (&names)[Count])
 {
-    return {normalisedColour(), std::to_array(names)};
+    return {normalisedColour(), detail::toList(std::to_array(names))};
 }
 
 /// Position and size of a window in pixels: left, bottom, width, height. left and bottom may be negative on a
 /// secondary screen. The bounds exclude NaN and infinities.
-[[nodiscard]] constexpr Constraint windowPosition()
+[[nodiscard]] consteval ConstraintOn<ValueKind::number> windowPosition()
 {
     using Pixels = std::numeric_limits<std::int32_t>;
     return rowOf(4, inRange(Pixels::min(), Pixels::max()));
@@ -258,6 +342,7 @@ struct Parts
 
 enum class Kind : std::uint8_t
 {
+    noTrait,
     visibility,
     access,
     validator,
@@ -267,17 +352,23 @@ enum class Kind : std::uint8_t
 };
 
 template <class Trait>
-inline constexpr Kind kindOf = Kind::constraint;
+inline constexpr Kind kindOf = Kind::noTrait;
 template <>
 inline constexpr Kind kindOf<Visibility> = Kind::visibility;
 template <>
 inline constexpr Kind kindOf<Access> = Kind::access;
+template <>
+inline constexpr Kind kindOf<Unchecked> = Kind::validator;
 template <>
 inline constexpr Kind kindOf<ScriptFunction> = Kind::validator;
 template <>
 inline constexpr Kind kindOf<NativeFunction> = Kind::validator;
 template <>
 inline constexpr Kind kindOf<::settings::core::CPPValidator> = Kind::validator;
+template <unsigned kinds>
+inline constexpr Kind kindOf<ConstraintOn<kinds>> = Kind::constraint;
+template <unsigned kinds, std::size_t Count>
+inline constexpr Kind kindOf<ListConstraint<kinds, Count>> = Kind::constraint;
 template <>
 inline constexpr Kind kindOf<ComputedBy> = Kind::runTimeDefault;
 template <>
@@ -290,6 +381,21 @@ inline constexpr bool has = ((kindOf<Traits> == kind) || ...);
 template <class... Traits>
 inline constexpr bool areOfDistinctKinds = ((1U << static_cast<unsigned>(kindOf<Traits>)) + ... + 0U) ==
                                            ((1U << static_cast<unsigned>(kindOf<Traits>)) | ... | 0U);
+
+/// The kinds of values that a trait can be given to.
+template <class Trait>
+inline constexpr unsigned valuesOf = ValueKind::any;
+template <unsigned kinds>
+inline constexpr unsigned valuesOf<ConstraintOn<kinds>> = kinds;
+template <unsigned kinds, std::size_t Count>
+inline constexpr unsigned valuesOf<ListConstraint<kinds, Count>> = kinds;
+
+/// True if a value can be invalid because of a constraint or a validator.
+template <ScriptFunction implied, class... Traits>
+inline constexpr bool rejectsValues = has<Kind::constraint, Traits...> ||
+                                      (has<Kind::validator, Traits...>
+                                           ? !(std::same_as<Traits, Unchecked> || ...)
+                                           : implied != ScriptFunction::none);
 
 constexpr void add(Flags& flags, Visibility visibility)
 {
@@ -305,11 +411,21 @@ constexpr void add(Flags& flags, ScriptFunction validator)
 }
 constexpr void add(Flags& /*flags*/, const auto& /*trait*/) {}
 
-/// Combines the traits that are flags. A validator among the traits replaces the implied one.
-template <class... Traits>
-constexpr Flags flagsOf(ScriptFunction implied, const Traits&... traits)
+/// Combines the traits that are flags. A validator among the traits replaces the implied one. `value` is the
+/// kind of the factory value; none if there is none.
+template <unsigned value, ScriptFunction implied, class... Traits>
+constexpr Flags flagsOf(const Traits&... traits)
 {
+    static_assert(
+        !has<Kind::noTrait, Traits...>,
+        "an argument after the factory value is not a trait; the head of vocabulary.hpp lists them");
     static_assert(areOfDistinctKinds<Traits...>, "a line has two traits of the same kind");
+    static_assert(((value == ValueKind::any || (valuesOf<Traits> & value) == value) && ...),
+                  "the constraint is not for values that this function adds: correct one of them");
+    static_assert(value == ValueKind::none || !has<Kind::runTimeDefault, Traits...>,
+                  "a setting with a factory value has computedBy(...), too: use addUnset, or leave it out");
+    static_assert(!has<Kind::errorHandler, Traits...> || rejectsValues<implied, Traits...>,
+                  "onError(...) explains constraints, but there is none: add a constraint or a validator");
     Flags flags{.validator = has<Kind::validator, Traits...> ? ScriptFunction::none : implied};
     (add(flags, traits), ...);
     return flags;
@@ -319,8 +435,8 @@ constexpr void add(Parts& parts, const Constraint& constraint)
 {
     parts.constraint = &constraint;
 }
-template <std::size_t Count>
-constexpr void add(Parts& parts, const ListConstraint<Count>& constraint)
+template <unsigned kinds, std::size_t Count>
+constexpr void add(Parts& parts, const ListConstraint<kinds, Count>& constraint)
 {
     parts.constraint = &constraint;
     parts.allowed = constraint.allowed;
@@ -343,6 +459,7 @@ constexpr void add(Parts& parts, OnError error)
 }
 constexpr void add(Parts& /*parts*/, Visibility /*flag*/) {}
 constexpr void add(Parts& /*parts*/, Access /*flag*/) {}
+constexpr void add(Parts& /*parts*/, Unchecked /*flag*/) {}
 constexpr void add(Parts& /*parts*/, ScriptFunction /*flag*/) {}
 
 extern const Parts noParts;
@@ -377,6 +494,20 @@ constexpr decltype(auto) colourParts(const Traits&... traits)
     }
 }
 
+/// An element of a cell; no null pointer constant converts to it.
+struct CellString
+{
+    constexpr CellString(std::same_as<const char*> auto string) : characters(string) {}
+
+    constexpr operator const char*() const { return characters; }
+
+    const char* characters;
+};
+
+/// A double, or an int in place of one.
+template <class T>
+concept Number = std::same_as<T, double> || std::same_as<T, int>;
+
 // One function for each type of factory value.
 void addUnset(FactoryGroup& group, std::string_view name, Flags flags, const Parts& parts);
 void addValue(FactoryGroup& group, std::string_view name, foundation::verdixdata::Array&& value, Flags flags,
@@ -392,7 +523,11 @@ void addIntegerRow(FactoryGroup& group, std::string_view name, std::span<const i
                    const Parts& parts);
 void addNumberRow(FactoryGroup& group, std::string_view name, std::span<const double> values, Flags flags,
                   const Parts& parts);
+void addNumberRow(FactoryGroup& group, std::string_view name, std::span<const int> values, Flags flags,
+                  const Parts& parts);
 void addCell(FactoryGroup& group, std::string_view name, std::span<const char* const> strings, Flags flags,
+             const Parts& parts);
+void addCell(FactoryGroup& group, std::string_view name, std::span<const CellString> strings, Flags flags,
              const Parts& parts);
 
 }  // namespace detail
@@ -409,10 +544,10 @@ FactoryGroup addGroup(FactoryGroup& parent, const char* name,
 template <class... Traits>
 void addUnset(FactoryGroup& group, std::string_view name, const Traits&... traits)
 {
-    static_assert(detail::has<detail::Kind::constraint, Traits...> ||
-                      detail::has<detail::Kind::validator, Traits...>,
+    static_assert(detail::rejectsValues<ScriptFunction::none, Traits...>,
                   "a setting without a factory value needs a constraint or a validator");
-    detail::addUnset(group, name, detail::flagsOf(unchecked, traits...), detail::partsOf(traits...));
+    detail::addUnset(group, name, detail::flagsOf<ValueKind::none, ScriptFunction::none>(traits...),
+                     detail::partsOf(traits...));
 }
 
 /// Adds a setting with any factory value.
@@ -420,7 +555,8 @@ template <class... Traits>
 void addValue(FactoryGroup& group, std::string_view name, foundation::verdixdata::Array value,
               const Traits&... traits)
 {
-    detail::addValue(group, name, std::move(value), detail::flagsOf(unchecked, traits...),
+    detail::addValue(group, name, std::move(value),
+                     detail::flagsOf<ValueKind::any, ScriptFunction::none>(traits...),
                      detail::partsOf(traits...));
 }
 
@@ -429,7 +565,7 @@ template <class... Traits>
 void addLogical(FactoryGroup& group, std::string_view name, std::same_as<bool> auto value,
                 const Traits&... traits)
 {
-    detail::addLogical(group, name, value, detail::flagsOf(logicalScalar, traits...),
+    detail::addLogical(group, name, value, detail::flagsOf<ValueKind::logical, logicalScalar>(traits...),
                        detail::partsOf(traits...));
 }
 
@@ -437,7 +573,7 @@ void addLogical(FactoryGroup& group, std::string_view name, std::same_as<bool> a
 template <class... Traits>
 void addCharvec(FactoryGroup& group, std::string_view name, std::string_view value, const Traits&... traits)
 {
-    detail::addCharvec(group, name, value, detail::flagsOf(stringScalar, traits...),
+    detail::addCharvec(group, name, value, detail::flagsOf<ValueKind::string, stringScalar>(traits...),
                        detail::partsOf(traits...));
 }
 
@@ -446,14 +582,15 @@ template <class... Traits>
 void addCharvec(FactoryGroup& group, std::string_view name, std::u16string&& value, const Traits&... traits)
 {
     detail::addValue(group, name, internal::charvec(std::move(value)),
-                     detail::flagsOf(stringScalar, traits...), detail::partsOf(traits...));
+                     detail::flagsOf<ValueKind::string, stringScalar>(traits...), detail::partsOf(traits...));
 }
 
 /// Adds a string scalar; implies stringScalar.
 template <class... Traits>
-void addString(FactoryGroup& group, std::string_view name, const char* value, const Traits&... traits)
+void addString(FactoryGroup& group, std::string_view name, std::same_as<const char*> auto value,
+               const Traits&... traits)
 {
-    detail::addString(group, name, value, detail::flagsOf(stringScalar, traits...),
+    detail::addString(group, name, value, detail::flagsOf<ValueKind::string, stringScalar>(traits...),
                       detail::partsOf(traits...));
 }
 
@@ -462,7 +599,7 @@ template <class... Traits>
 void addInteger(FactoryGroup& group, std::string_view name, std::same_as<int> auto value,
                 const Traits&... traits)
 {
-    detail::addInteger(group, name, value, detail::flagsOf(integerScalar, traits...),
+    detail::addInteger(group, name, value, detail::flagsOf<ValueKind::number, integerScalar>(traits...),
                        detail::partsOf(traits...));
 }
 
@@ -471,36 +608,56 @@ template <class... Traits>
 void addNumber(FactoryGroup& group, std::string_view name, std::same_as<int> auto value,
                const Traits&... traits)
 {
-    detail::addNumber(group, name, value, detail::flagsOf(numericScalar, traits...),
+    detail::addNumber(group, name, value, detail::flagsOf<ValueKind::number, numericScalar>(traits...),
                       detail::partsOf(traits...));
 }
 
 /// Adds a row of int32.
-template <class... Traits>
-void addIntegerRow(FactoryGroup& group, std::string_view name, std::initializer_list<int> values,
+template <std::same_as<int> Element, std::size_t Count, class... Traits>
+void addIntegerRow(FactoryGroup& group, std::string_view name, const Element (&values)[Count],
                    const Traits&... traits)
 {
-    detail::addIntegerRow(group, name, values, detail::flagsOf(unchecked, traits...),
+    detail::addIntegerRow(group, name, values,
+                          detail::flagsOf<ValueKind::number, ScriptFunction::none>(traits...),
                           detail::partsOf(traits...));
 }
 
 /// Adds a row of doubles.
-template <class... Traits>
-void addNumberRow(FactoryGroup& group, std::string_view name, std::initializer_list<double> values,
+template <detail::Number Element, std::size_t Count, class... Traits>
+void addNumberRow(FactoryGroup& group, std::string_view name, const Element (&values)[Count],
                   const Traits&... traits)
 {
-    detail::addNumberRow(group, name, values, detail::flagsOf(unchecked, traits...),
+    detail::addNumberRow(group, name, values,
+                         detail::flagsOf<ValueKind::number, ScriptFunction::none>(traits...),
                          detail::partsOf(traits...));
 }
 
-using Rgb = std::array<int, 3>;
-using NormalisedRgb = std::array<double, 3>;
+/// Red, green and blue from 0 to 255.
+struct Rgb : std::array<int, 3>
+{
+    consteval Rgb(std::same_as<int> auto red, std::same_as<int> auto green, std::same_as<int> auto blue)
+        : array{red, green, blue}
+    {
+        detail::require(detail::areWithin<int>(*this, 255), "red, green and blue are from 0 to 255");
+    }
+};
+
+/// Red, green and blue from 0 to 1.
+struct NormalisedRgb : std::array<double, 3>
+{
+    consteval NormalisedRgb(detail::Number auto red, detail::Number auto green, detail::Number auto blue)
+        : array{static_cast<double>(red), static_cast<double>(green), static_cast<double>(blue)}
+    {
+        detail::require(detail::areWithin<double>(*this, 1), "red, green and blue are from 0 to 1");
+    }
+};
 
 /// Adds a colour: red, green and blue as int32 from 0 to 255; implies colourTriple().
 template <class... Traits>
 void addColour(FactoryGroup& group, std::string_view name, const Rgb& value, const Traits&... traits)
 {
-    detail::addIntegerRow(group, name, value, detail::flagsOf(unchecked, traits...),
+    detail::addIntegerRow(group, name, value,
+                          detail::flagsOf<ValueKind::colour, ScriptFunction::none>(traits...),
                           detail::colourParts(traits...));
 }
 
@@ -511,23 +668,26 @@ void addNormalisedColour(FactoryGroup& group, std::string_view name, const Norma
 {
     static_assert(detail::has<detail::Kind::constraint, Traits...>,
                   "a normalised colour needs normalisedColour(...) as a trait");
-    detail::addNumberRow(group, name, value, detail::flagsOf(unchecked, traits...),
+    detail::addNumberRow(group, name, value,
+                         detail::flagsOf<ValueKind::normalisedColour, ScriptFunction::none>(traits...),
                          detail::partsOf(traits...));
 }
 
 /// Adds a cell of character vectors.
 ///@{
 template <class... Traits>
-void addCell(FactoryGroup& group, std::string_view name, std::initializer_list<const char*> strings,
+void addCell(FactoryGroup& group, std::string_view name, std::initializer_list<detail::CellString> strings,
              const Traits&... traits)
 {
-    detail::addCell(group, name, strings, detail::flagsOf(unchecked, traits...), detail::partsOf(traits...));
+    detail::addCell(group, name, strings, detail::flagsOf<ValueKind::cell, ScriptFunction::none>(traits...),
+                    detail::partsOf(traits...));
 }
 template <class... Traits>
 void addCell(FactoryGroup& group, std::string_view name, std::span<const char* const> strings,
              const Traits&... traits)
 {
-    detail::addCell(group, name, strings, detail::flagsOf(unchecked, traits...), detail::partsOf(traits...));
+    detail::addCell(group, name, strings, detail::flagsOf<ValueKind::cell, ScriptFunction::none>(traits...),
+                    detail::partsOf(traits...));
 }
 ///@}
 

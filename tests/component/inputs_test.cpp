@@ -1,3 +1,4 @@
+#include <component/feature.hpp>
 #include <component/inputs.hpp>
 
 #include <foundation/host.hpp>

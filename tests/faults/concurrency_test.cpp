@@ -1,10 +1,11 @@
 // Trees built by several threads from one component, while everything around it changes. The thread sanitizer
 // is the stricter judge of these tests; without it they tell that every tree is whole.
 
-#include <component/inputs.hpp>
+#include <component/feature.hpp>
 
 #include <foundation/host.hpp>
 
+#include <cppmicroservices/Constants.h>
 #include <gtest/gtest.h>
 
 #include <atomic>

@@ -1,9 +1,11 @@
+#include <builder/values.hpp>
 #include <review/tree_lint.hpp>
 
 #include <verdix/settings/internal/values.hpp>
 
 #include <gmock/gmock.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -12,12 +14,27 @@ namespace {
 using settings::core::MValidator;
 using settings::core::SettingValueValidator;
 using Properties = settings::core::detail::FactorySettingProperties;
+using ConfigData = SettingValueValidator::ConfigData;
 using verdix::settings::internal::charvec;
+using verdix::settings::internal::makeScalar;
 
-Properties textSetting(const char* text, SettingValueValidator::ConfigData record = {})
+Properties textSetting(const char* text)
 {
-    return {false, false, charvec(std::string(text)), MValidator("verdix.settings", "mustBeStringScalar"), {},
-            false, false, {std::move(record)}};
+    return {false,
+            false,
+            charvec(std::string(text)),
+            MValidator("verdix.settings", "mustBeStringScalar"),
+            {},
+            false,
+            false,
+            {}};
+}
+
+Properties textSetting(const char* text, ConfigData record)
+{
+    Properties properties = textSetting(text);
+    properties.valueValidators = {std::move(record)};
+    return properties;
 }
 
 const Properties groupProperties{false, false, {}, {}, {}, false, false, {}};
@@ -32,6 +49,31 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
                               {false, false, {}, {}, {}, false, false, {{{.range = {{2, 1}}}}}});
     web->createFactorySetting("Only", true,
                               {false, false, {}, {}, {}, false, false, {{{.range = {{1, 1}}}}}});
+    web->createFactorySetting("Unset", true, {false, false, {}, {}, {}, false, false, {}});
+    web->createFactorySetting("Unlimited", true, textSetting("", ConfigData()));
+    web->createFactorySetting("NoLength", true, textSetting("", {{.maximumLength = 0}}));
+    web->createFactorySetting("Repeated", true, textSetting("a", {{.allowedValues = {u"a", u"a"}}}));
+    web->createFactorySetting("Padded", true, textSetting("a", {{.allowedValues = {u"a", u"b\t"}}}));
+    Properties number{false, false, makeScalar<int>(1), {}, {}, false, false, {{{.maximumLength = 1}}}};
+    web->createFactorySetting("Number", true, number);
+    number.valueValidators.clear();
+    number.errorHandler = [](const std::string&, const auto&) {};
+    web->createFactorySetting("Handled", true, number);
+    for (const char* name : {"Good_1", "1st", "Sp ace", "Hy-phen", "\u00dcber", "_Line"}) {
+        web->createFactorySetting(name, true, textSetting(""));
+    }
+    for (const auto& [name, target] : std::map<std::string, std::string>{{"Missing", "verdix.web.Nothing"},
+                                                                         {"OfGroup", "verdix.web"},
+                                                                         {"Itself", "verdix.web.Itself"},
+                                                                         {"There", "verdix.web.Here"},
+                                                                         {"Here", "verdix.web.There"},
+                                                                         {"ToLoop", "verdix.web.There"},
+                                                                         {"Elsewhere", "web.Nothing"}})
+    {
+        Properties alias = groupProperties;
+        alias.setAliasName(std::string(target));
+        web->createFactorySetting(name, true, alias);
+    }
     web->createFactorySetting("Twice", true, textSetting(""));
     web->createFactorySetting("twice", true, textSetting(""));
     web->createFactorySetting("empty", false, groupProperties);
@@ -56,11 +98,17 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
         found.push_back(position.file + " " + path);
         EXPECT_FALSE(message.empty());
     }
-    EXPECT_THAT(found, testing::UnorderedElementsAre(
-                           "tree/web.cpp verdix.web.Outside", "tree/web.cpp verdix.web.Impossible",
-                           "tree/web.cpp verdix.web.twice", "tree/Project.cpp verdix.Project",
-                           "tree/web.cpp verdix.web.empty", "migration/release_changes.cpp verdix.web.Good",
-                           "migration/release_changes.cpp verdix.web.Old"));
+    std::vector<std::string> expected{"tree/Project.cpp verdix.Project",
+                                      "migration/release_changes.cpp verdix.web.Good",
+                                      "migration/release_changes.cpp verdix.web.Old"};
+    for (const char* name :
+         {"Outside", "Impossible", "Unset",  "Unlimited", "NoLength", "Repeated",  "Padded",
+          "Number",  "Handled",    "1st",    "Sp ace",    "Hy-phen",  "\u00dcber", "_Line",
+          "Missing", "OfGroup",    "Itself", "There",     "Here",     "twice",     "empty"})
+    {
+        expected.push_back("tree/web.cpp verdix.web." + std::string(name));
+    }
+    EXPECT_THAT(found, testing::UnorderedElementsAreArray(expected));
 }
 
 }  // namespace

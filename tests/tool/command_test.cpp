@@ -150,6 +150,10 @@ TEST(Command, CountsAndDiagnoses)
     const std::string summary = outputOf({});
     EXPECT_EQ(summary, outputOf({"summary"}));
     EXPECT_EQ(outputOf({"get", "ui.internal.dialog.FileDialogs", "--feature", "webui=on"}), "true\n");
+    const auto unread = runTool({"get", "ui.internal.dialog.FileDialogs", "--feature", "webiu=on"});
+    EXPECT_EQ(unread.output, "false\n");
+    EXPECT_EQ(unread.errors,
+              "vxsettings: no Verdix setting depends on the feature switch \"webiu\"; known: webui\n");
     const std::string doctor = outputOf({"doctor", "--feature", "webui=on"}, {"VX_WEBWINDOW_LOGS_SPEC=a b"});
     EXPECT_THAT(doctor, HasSubstr("settings::core::FactorySettingsLoader"));
     EXPECT_THAT(doctor, HasSubstr("ok  libvxservices        validateFontSize\n"));

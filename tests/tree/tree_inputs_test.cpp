@@ -160,14 +160,12 @@ TEST(TreeInputs, UserInterface)
     tests::RunningFramework framework;
     const std::string useAppShell = "verdix.ui.internal.figure.UseAppShell";
     const std::string lifecycleLogs = "verdix.ui.internal.figure.webwindow.LifecycleLogs";
-    const std::string fileDialogs = "verdix.ui.internal.dialog.FileDialogs";
     const std::string on = "logical, 1-by-1: true";
     const std::string off = "logical, 1-by-1: false";
 
     const Values plain = buildValues();
     EXPECT_EQ(plain.at(useAppShell), on);
     EXPECT_EQ(plain.at(lifecycleLogs), "char, 1-by-4: none");
-    EXPECT_EQ(plain.at(fileDialogs), off);
 
     const std::tuple<std::string, const char*, Values> cases[] = {
         {shell, "", {{useAppShell, off}}},
@@ -181,12 +179,22 @@ TEST(TreeInputs, UserInterface)
         EXPECT_EQ(difference(plain, valuesWith(variable, value)), changed)
             << variable << "='" << value << '\'';
     }
-    for (const int state : {1, 2, -1}) {
-        foundation::host::setFeature("webui", state);
-        EXPECT_EQ(difference(plain, buildValues()), (Values{{fileDialogs, on}})) << state;
+}
+
+TEST(TreeInputs, FeatureSwitchesChangeTheSettingsThatTheirMeaningNames)
+{
+    tests::RunningFramework framework;
+    const Values plain = buildValues();
+    for (const auto& [name, meaning] : settings::verdix::featureInputs) {
+        foundation::host::setFeature(name, -1);  // on, like any value but 0
+        const Values changed = difference(plain, buildValues());
+        foundation::host::setFeature(name, 0);
+        for (const auto& [path, value] : plain) {
+            const bool isNamed = std::string(meaning).find(path + ' ') != std::string::npos;
+            EXPECT_EQ(changed.contains(path), isNamed) << name << ": " << path;
+        }
+        EXPECT_FALSE(changed.empty()) << name;
     }
-    foundation::host::setFeature("webui", 0);
-    EXPECT_EQ(difference(plain, buildValues()), Values());
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include <component/environment.hpp>
 #include <settings_core/tree/suggestions.hpp>
 
 #include <foundation/host.hpp>
@@ -109,10 +110,26 @@ const Command& chosenCommand(const std::vector<Command>& commands)
     return commands.front();
 }
 
+/// Warns of a feature switch that no factory setting depends on. It is set nevertheless: the bundle may be
+/// another one.
+void warnOfUnknownFeature(const std::string& name)
+{
+    std::string known;
+    for (const auto& input : ::settings::verdix::featureInputs) {
+        if (name == input.name) {
+            return;
+        }
+        known.append(known.empty() ? "" : ", ").append(input.name);
+    }
+    std::fprintf(stderr, "vxsettings: no Verdix setting depends on the feature switch \"%s\"; known: %s\n",
+                 name.c_str(), known.c_str());
+}
+
 ExitCode execute(const GlobalOptions& options, const Command& command)
 {
     foundation::host::setLogThreshold(options.logThreshold);
     for (const auto& [name, value] : options.features) {
+        warnOfUnknownFeature(name);
         foundation::host::setFeature(name, value);
     }
     Output out(STDOUT_FILENO, "standard output", options.colour, options.format);

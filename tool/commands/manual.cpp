@@ -80,6 +80,10 @@ std::string manual(const CLI::App& app)
     for (const auto& [code, meaning] : exitMeanings) {
         text += entry(std::to_string(static_cast<int>(code)), meaning);
     }
+    text += "\n*Feature Switches*\n";
+    for (const auto& [name, meaning] : ::settings::verdix::featureInputs) {
+        text += entry(name, meaning);
+    }
     text += "\nEnvironment:\n";
     for (const auto& [name, meaning] : ::settings::verdix::environmentInputs) {
         text += entry(name, meaning);
