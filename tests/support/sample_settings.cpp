@@ -1,12 +1,11 @@
 #include <builder/factory_tree.hpp>
 #include <builder/validators.hpp>
-#include <builder/values.hpp>
 
 #include <foundation/feature/ifeature.hpp>
 
-#include <initializer_list>
 #include <stdexcept>
 #include <tests/support/sample_settings.hpp>
+#include <tests/support/values.hpp>
 
 namespace tests {
 
@@ -15,30 +14,13 @@ namespace {
 using namespace verdix::settings;
 using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
-using internal::cellstr;
-using internal::SettingValueValidator;
-using Colour = ::settings::core::SettingValueValidator::Colour;
-using Words = std::vector<std::u16string>;
+using Validators = std::vector<internal::SettingValueValidator>;
+using Colour = settings::core::SettingValueValidator::Colour;
 
-Array charvec(const char* characters)
+/// Without a factory value if `value` is unassigned.
+void add(FactoryGroup& group, const char* name, Array value, Validators validators = {})
 {
-    return internal::charvec(std::string(characters));
-}
-
-template <class T>
-Array row(std::initializer_list<int> values)
-{
-    return internal::makeRow<T>(std::vector<int>(values));
-}
-
-SettingValueValidator range(double lower, double upper)
-{
-    return {{.range = {{lower, upper}}}};
-}
-
-SettingValueValidator oneOf(Words words)
-{
-    return {{.allowedValues = std::move(words)}};
+    addSetting(group, name, "FactoryValue", std::move(value), "ValueValidator", std::move(validators));
 }
 
 FunctionDescriptor native(const char* library, const char* function)
@@ -51,23 +33,22 @@ constexpr const char* logicalScalar = "verdix.settings.mustBeLogicalScalar";
 void addClasses(FactoryGroup& root)
 {
     FactoryGroup classes = addGroup(root, "class");
-    addSetting(classes, "int8", "FactoryValue", internal::makeScalar<std::int8_t>(1));
-    addSetting(classes, "int16", "FactoryValue", internal::makeScalar<std::int16_t>(1));
-    addSetting(classes, "int32", "FactoryValue", internal::makeScalar<std::int32_t>(1));
-    addSetting(classes, "int64", "FactoryValue", internal::makeScalar<std::int64_t>(1));
-    addSetting(classes, "uint8", "FactoryValue", internal::makeScalar<std::uint8_t>(1));
-    addSetting(classes, "uint16", "FactoryValue", internal::makeScalar<std::uint16_t>(1));
-    addSetting(classes, "uint32", "FactoryValue", internal::makeScalar<std::uint32_t>(1));
-    addSetting(classes, "uint64", "FactoryValue", internal::makeScalar<std::uint64_t>(1));
-    addSetting(classes, "logical", "FactoryValue", true);
-    addSetting(classes, "double", "FactoryValue", 1);
-    addSetting(classes, "string", "FactoryValue", "text");
-    addSetting(classes, "char", "FactoryValue", charvec("text"));
-    addSetting(classes, "cell", "FactoryValue", cellstr({"a", "b"}));
-    addSetting(classes, "none");
-    addSetting(classes, "row", "FactoryValue", row<std::int32_t>({180, 45}));
-    addSetting(classes, "matrix", "FactoryValue",
-               foundation::verdixdata::ArrayFactory().createArray<double>({2, 3}));
+    add(classes, "int8", scalar<std::int8_t>(1));
+    add(classes, "int16", scalar<std::int16_t>(1));
+    add(classes, "int32", scalar<std::int32_t>(1));
+    add(classes, "int64", scalar<std::int64_t>(1));
+    add(classes, "uint8", scalar<std::uint8_t>(1));
+    add(classes, "uint16", scalar<std::uint16_t>(1));
+    add(classes, "uint32", scalar<std::uint32_t>(1));
+    add(classes, "uint64", scalar<std::uint64_t>(1));
+    add(classes, "logical", scalar(true));
+    add(classes, "double", scalar(1.0));
+    add(classes, "string", string("text"));
+    add(classes, "char", text("text"));
+    add(classes, "cell", texts({"a", "b"}));
+    add(classes, "none", {});
+    add(classes, "row", row<std::int32_t>({180, 45}));
+    add(classes, "matrix", matrix<double>(2, 3, {}));
 }
 
 void addRules(FactoryGroup& root)
@@ -77,28 +58,20 @@ void addRules(FactoryGroup& root)
         const std::string validator = std::string("verdix.settings.mustBe") + function;
         addSetting(rules, function, "ValidationFcn", validator.c_str());
     }
-    addSetting(rules, "range", "FactoryValue", 1, "ValueValidator", range(-1, 1000));
-    addSetting(rules, "limit", "FactoryValue", 100, "ValueValidator",
-               SettingValueValidator{{.range = {{.lower = 1}}}});
-    addSetting(rules, "size", "ValueValidator", SettingValueValidator{{.size = {{.columns = 2}}}});
-    addSetting(rules, "position", "ValueValidator",
-               SettingValueValidator{{.range = {{-10000, 10000}}, .size = {{1, 4}}}});
-    addSetting(rules, "colormap", "FactoryValue", row<double>({0, 0, 1}), "ValueValidator",
-               SettingValueValidator{{.range = {{0, 1}}, .size = {{.columns = 3}}}});
-    addSetting(rules, "words", "FactoryValue", charvec("short"), "ValueValidator",
-               SettingValueValidator{{.allowedValues = {u"short", u"long"}, .maximumLength = 5}});
-    addSetting(rules, "list", "FactoryValue", cellstr({}), "ValueValidator",
-               SettingValueValidator{{.allowedValues = {u"a", u"b"}, .maximumLength = 3}});
-    addSetting(rules, "pair", "FactoryValue", cellstr({"", ""}), "ValueValidator",
-               SettingValueValidator{{.size = {{1, 2}}}});
-    addSetting(rules, "element", "ValueValidator", SettingValueValidator{{.elementClass = ArrayType::UINT8}});
-    addSetting(rules, "whole", "FactoryValue", row<std::int32_t>({0, 0, 255}), "ValueValidator",
-               SettingValueValidator{{.colour = Colour::wholeNumbers}});
-    addSetting(rules, "colour", "ValueValidator",
-               SettingValueValidator{{.allowedValues = {u"red"}, .colour = Colour::normalised}});
+    add(rules, "range", scalar(1.0), {{{.range = {{-1, 1000}}}}});
+    add(rules, "limit", scalar(100.0), {{{.range = {{.lower = 1}}}}});
+    add(rules, "size", {}, {{{.size = {{.columns = 2}}}}});
+    add(rules, "position", {}, {{{.range = {{-10000, 10000}}, .size = {{1, 4}}}}});
+    add(rules, "colormap", row<double>({0, 0, 1}), {{{.range = {{0, 1}}, .size = {{.columns = 3}}}}});
+    add(rules, "words", text("short"), {{{.allowedValues = {u"short", u"long"}, .maximumLength = 5}}});
+    add(rules, "list", texts({}), {{{.allowedValues = {u"a", u"b"}, .maximumLength = 3}}});
+    add(rules, "pair", texts({"", ""}), {{{.size = {{1, 2}}}}});
+    add(rules, "element", {}, {{{.elementClass = ArrayType::UINT8}}});
+    add(rules, "whole", row<std::int32_t>({0, 0, 255}), {{{.colour = Colour::wholeNumbers}}});
+    add(rules, "colour", {}, {{{.allowedValues = {u"red"}, .colour = Colour::normalised}}});
     addSetting(rules, "called", "FactoryValue", 1, "ValidationFcn",
                makeCppValidator([](const auto&, const std::string&, const Array& value) {
-                   if (value != internal::makeScalar<double>(1)) {
+                   if (value != scalar(1.0)) {
                        throw std::invalid_argument("is refused");
                    }
                }),
@@ -108,18 +81,15 @@ void addRules(FactoryGroup& root)
 void addCommandWindow(FactoryGroup& root)
 {
     FactoryGroup window = addGroup(root, "commandwindow", "Hidden", false);
-    addSetting(window, "WrapLines", "FactoryValue", false);
-    addSetting(window, "UseEightyColumnDisplayWidth", "FactoryValue", false, "Hidden", false);
+    add(window, "WrapLines", scalar(false));
+    add(window, "UseEightyColumnDisplayWidth", scalar(false));
     addSetting(window, "SuppressCellBraces", "FactoryValue", false, "ValidationFcn", logicalScalar, "Hidden",
                true);
-    addSetting(window, "NumberOfLinesInScrollBuffer", "FactoryValue", row<std::int32_t>({5000}),
-               "ValueValidator", range(1000, 25000));
-    addSetting(window, "DisplayLineSpacing", "FactoryValue", charvec("loose"), "ValueValidator",
-               oneOf({u"loose", u"compact"}));
-    addSetting(window, "NumericFormat", "FactoryValue", charvec("short"), "ValueValidator",
-               oneOf({u"short", u"long", u"longG", u"hex", u"bank"}));
-    addSetting(window, "WindowSize", "FactoryValue", row<std::int32_t>({180, 45}), "ValueValidator",
-               range(1, 1000));
+    add(window, "NumberOfLinesInScrollBuffer", scalar<std::int32_t>(5000), {{{.range = {{1000, 25000}}}}});
+    add(window, "DisplayLineSpacing", text("loose"), {{{.allowedValues = {u"loose", u"compact"}}}});
+    add(window, "NumericFormat", text("short"),
+        {{{.allowedValues = {u"short", u"long", u"longG", u"hex", u"bank"}}}});
+    add(window, "WindowSize", row<std::int32_t>({180, 45}), {{{.range = {{1, 1000}}}}});
     addSetting(window, "fixed", "FactoryValue", 1, "ReadOnly", true);
     addAlias(window, "alias", "verdix.class.double");
 }
@@ -127,40 +97,35 @@ void addCommandWindow(FactoryGroup& root)
 void addAppearance(FactoryGroup& root)
 {
     FactoryGroup colors = addGroup(root, "colors");
-    const SettingValueValidator colour{{.colour = Colour::wholeNumbers}};
-    addSetting(colors, "KeywordColor", "FactoryValue", row<std::int32_t>({14, 0, 255}), "ValueValidator",
-               colour);
-    addSetting(colors, "CommentColor", "FactoryValue", row<std::int32_t>({0, 128, 19}), "ValueValidator",
-               colour);
+    add(colors, "KeywordColor", row<std::int32_t>({14, 0, 255}), {{{.colour = Colour::wholeNumbers}}});
+    add(colors, "CommentColor", row<std::int32_t>({0, 128, 19}), {{{.colour = Colour::wholeNumbers}}});
     FactoryGroup fonts = addGroup(root, "fonts");
     FactoryGroup heading = addGroup(fonts, "heading");
-    addSetting(heading, "Name", "FactoryValue", charvec("SansSerif"));
-    addSetting(heading, "Style", "FactoryValue", cellstr({"bold"}), "ValidationFcn",
-               native("libvxservices", "validateFontStyle"));
-    addSetting(heading, "Size", "FactoryValue", charvec("20px"), "ValidationFcn",
+    add(heading, "Name", text("SansSerif"));
+    add(heading, "Style", texts({"bold"}));
+    addSetting(heading, "Size", "FactoryValue", text("20px"), "ValidationFcn",
                native("libvxservices", "validateFontSize"));
 }
 
 void addOthers(FactoryGroup& root)
 {
-    addSetting(root, "UserPath", "FactoryValue", charvec("$documents\\VERDIX"));
+    add(root, "UserPath", text("$documents\\VERDIX"));
     addSetting(root, "dump", "ValidationFcn", logicalScalar);
     addAlias(root, "qorv", "qorv");
     FactoryGroup suggestions = addGroup(root, "suggestions");
-    addSetting(suggestions, "ShowTips", "FactoryValue", true);
-    addSetting(suggestions, "ShowAutomatically", "FactoryValue", true);
+    add(suggestions, "ShowTips", scalar(true));
+    add(suggestions, "ShowAutomatically", scalar(true));
     FactoryGroup connector = addGroup(root, "connector");
-    addSetting(connector, "InterfacesBlocklist", "FactoryValue", cellstr({}));
+    add(connector, "InterfacesBlocklist", texts({}));
     FactoryGroup desktop = addGroup(root, "desktop", "Hidden", true);
     FactoryGroup workspace = addGroup(desktop, "workspace");
     addSetting(workspace, "MaximumArraySize", "FactoryValue", 1000, "ValidationFcn",
                native("libvxsavevars", "validateMaximumArraySizeValue"));
     FactoryGroup ui = addGroup(root, "ui");
     addSetting(ui, "webfigures", "FactoryValueFcn",
-               native("libvxgraphics_state", "getDefaultFigureTypeForSetting"), "ValidationFcn",
-               logicalScalar, "ReadOnly", true);
-    addSetting(ui, "FileDialogs", "FactoryValue",
-               foundation::feature::management::process::getDataPtr("webui")->value != 0);
+               native("libvxgraphics_state", "getDefaultFigureTypeForSetting"), "ReadOnly", true);
+    const int webUi = foundation::feature::management::process::getDataPtr("webui")->value;
+    add(ui, "FileDialogs", scalar(webUi != 0));
 }
 
 }  // namespace
@@ -176,29 +141,24 @@ void SampleSettings::createTree(FactoryGroup& root)
 
 void SampleSettings::getReleaseChanges(settings::core::ReleaseChangeTable& changes)
 {
-    const auto move = [](std::string from, std::string to) {
-        return settings::core::SettingsFileChange("move", {std::move(from)}, {std::move(to)});
+    using Changes = std::vector<settings::core::SettingsFileChange>;
+    const auto move = [](const std::string& from, const std::string& to) {
+        return settings::core::SettingsFileChange("move", {"verdix." + from}, {"verdix." + to});
     };
-    const auto remove = [](std::string path) {
-        return settings::core::SettingsFileChange("remove", {std::move(path)}, {});
+    const auto remove = [](const std::string& path) {
+        return settings::core::SettingsFileChange("remove", {"verdix." + path}, {});
     };
-    const std::string window = "verdix.commandwindow.";
-    const std::string keyboard = "verdix.keyboard.suggestions";
-    const std::string editor = "verdix.editor.suggestions";
-    changes[0] = {"R2020b", false, {move(window + "NumericDisplay", window + "DisplayLineSpacing")}};
-    changes[1] = {"R2021a",
-                  false,
-                  {remove("verdix.findfiles.GoToFileEnabled"),
-                   move(window + "EightyColumns", window + "UseEightyColumnDisplayWidth")}};
-    changes[2] = {"R2023a",
-                  false,
-                  {move(keyboard + ".ShowAutomatically", editor + ".ShowAutomatically"), remove(keyboard)}};
-    changes[3] = {"R2025b",
-                  false,
-                  {move(editor + ".ShowTips", "verdix.suggestions.ShowTips"),
-                   move(editor + ".ShowAutomatically", "verdix.suggestions.ShowAutomatically"),
-                   move("verdix.connector.InterfacesBlacklist", "verdix.connector.InterfacesBlocklist")}};
-    changes[4] = {"R2026a", false, {remove(editor), remove("verdix.desktop.help.SingleSource")}};
+    std::uint64_t index = 0;
+    const auto release = [&](const char* name, Changes made) { changes[index++] = {name, false, made}; };
+    release("R2020b", {move("commandwindow.NumericDisplay", "commandwindow.DisplayLineSpacing")});
+    release("R2021a", {remove("findfiles.GoToFileEnabled"),
+                       move("commandwindow.EightyColumns", "commandwindow.UseEightyColumnDisplayWidth")});
+    release("R2023a", {move("keyboard.suggestions.ShowAutomatically", "editor.suggestions.ShowAutomatically"),
+                       remove("keyboard.suggestions")});
+    release("R2025b", {move("editor.suggestions.ShowTips", "suggestions.ShowTips"),
+                       move("editor.suggestions.ShowAutomatically", "suggestions.ShowAutomatically"),
+                       move("connector.InterfacesBlacklist", "connector.InterfacesBlocklist")});
+    release("R2026a", {remove("editor.suggestions"), remove("desktop.help.SingleSource")});
 }
 
 void SampleSettings::getSettingPathList(std::vector<std::string>& paths)

@@ -1,5 +1,6 @@
 #include <settings_core/files/file_check.hpp>
 #include <settings_core/files/layers.hpp>
+#include <settings_core/tree/path_lookup.hpp>
 #include <settings_core/values/value_format.hpp>
 
 #include <gmock/gmock.h>
@@ -26,7 +27,7 @@ struct LayersTest : testing::Test
 
 TEST_F(LayersTest, TheLastLayerWithAFittingValueHolds)
 {
-    const Node& wrap = *tree.find("verdix.commandwindow.WrapLines");
+    const Node& wrap = nodeAt(tree, releases, "verdix.commandwindow.WrapLines");
     tests::writeFile(files.installation, "{\"settings\": {\"verdix.commandwindow.WrapLines\": true}}");
     tests::writeFile(files.personal, "{\"settings\": {\n\"verdix.commandwindow.WrapLines\": 3}}");
     vx::core::Layers layers(tree, files);
