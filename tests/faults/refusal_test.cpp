@@ -3,12 +3,14 @@
 
 #include <settings_core/constraints/validation.hpp>
 #include <settings_core/tree/path_lookup.hpp>
+#include <settings_core/values/value_format.hpp>
 
 #include <foundation/cppmicroservices/framework.hpp>
 #include <foundation/host.hpp>
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -17,7 +19,6 @@
 #include <tests/support/factory.hpp>
 #include <tests/support/factory_bundle.hpp>
 #include <tests/support/outside_core.hpp>
-#include <tests/support/values.hpp>
 #include <vector>
 
 namespace {
@@ -40,9 +41,7 @@ struct RefusalTest : tests::ServicesTest
         const OutsideCore core(*loader);
         for (const auto& node : core.nodes) {
             whole.push_back(node.path);
-            const auto& value = node.properties.factoryValue;
-            locale = value == tests::text("de_CH") ? node.path : locale;
-            configurationFile = value == tests::text("team.json") ? node.path : configurationFile;
+            pathOf[vx::core::formatValue(node.properties.factoryValue)] = node.path;
         }
         offeredDateTime.Unregister();
         offeredCodeAnalyzer.Unregister();
@@ -74,19 +73,16 @@ struct RefusalTest : tests::ServicesTest
     std::shared_ptr<settings::core::FactorySettingsLoader> loader;
     /// The paths of all nodes.
     std::vector<std::string> whole;
-    /// The settings whose factory values the services give.
-    ///@{
-    std::string locale;
-    std::string configurationFile;
-    ///@}
+    /// The settings with these factory values; some are the services'.
+    std::map<std::string, std::string> pathOf;
 };
 
 TEST_F(RefusalTest, QueriesThatRaise)
 {
     context.RegisterService<DateTimeSettingsInterface>(dateTime);
     context.RegisterService<CodeAnalyzerSettingsInterface>(codeAnalyzer);
-    for (auto [before, setting] :
-         {std::pair(&dateTime->before, locale), std::pair(&codeAnalyzer->before, configurationFile)})
+    for (auto [before, setting] : {std::pair(&dateTime->before, pathOf["de_CH"]),
+                                   std::pair(&codeAnalyzer->before, pathOf["team.json"])})
     {
         loadAnew();
         *before = [](const std::string& query) { throw std::runtime_error(query); };
@@ -98,7 +94,7 @@ TEST_F(RefusalTest, QueriesThatRaise)
     }
 
     const auto tree = vx::core::loadTree(*loader);
-    const auto& setting = nodeAt(tree, {}, locale);
+    const auto& setting = nodeAt(tree, {}, pathOf["de_CH"]);
     const auto& value = setting.properties().factoryValue;
     dateTime->before = [](const std::string&) { throw std::bad_alloc(); };
     EXPECT_THROW(static_cast<void>(checkValue(setting, value)), std::bad_alloc) << "is no refusal";
@@ -113,7 +109,7 @@ TEST_F(RefusalTest, AFactoryWithoutMemory)
     auto poor = context.RegisterService<CodeAnalyzerSettingsInterface>(
         cppmicroservices::ToFactory(std::make_shared<tests::Factory>(
             [](const auto&) -> InterfaceMapConstPtr { throw std::bad_alloc(); })));
-    expectStopBefore<std::bad_alloc>(configurationFile);
+    expectStopBefore<std::bad_alloc>(pathOf["team.json"]);
     poor.Unregister();
     context.RegisterService<CodeAnalyzerSettingsInterface>(codeAnalyzer);
     expectWhole();
@@ -128,7 +124,7 @@ TEST_F(RefusalTest, ServicesThatGoBetweenLookUpAndUse)
             registration.Unregister();
         }
     });
-    expectStopBefore<std::invalid_argument>(locale);
+    expectStopBefore<std::invalid_argument>(pathOf["de_CH"]);
     expectWhole();
     foundation::host::setMessageHook(nullptr);
 }

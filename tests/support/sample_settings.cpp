@@ -112,6 +112,11 @@ void addOthers(FactoryGroup& root)
     add(root, "UserPath", text("$documents\\VERDIX"));
     addSetting(root, "dump", "ValidationFcn", logicalScalar);
     addAlias(root, "qorv", "qorv");
+    FactoryGroup aliases = addGroup(root, "alias");
+    addAlias(aliases, "First", "verdix.alias.Second");
+    addAlias(aliases, "Second", "verdix.rule.words");
+    addAlias(aliases, "Round", "verdix.alias.About");
+    addAlias(aliases, "About", "verdix.alias.Round");
     FactoryGroup suggestions = addGroup(root, "suggestions");
     add(suggestions, "ShowTips", scalar(true));
     add(suggestions, "ShowAutomatically", scalar(true));

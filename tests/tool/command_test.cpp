@@ -116,7 +116,7 @@ TEST(Command, DrawsTheTree)
 
     const std::string top = outputOf({"tree", "--depth", "1"});
     EXPECT_THAT(top, HasSubstr("├── dump (no factory value)\n├── qorv -> qorv (unresolved)\n"
-                               "├── suggestions …\n"));
+                               "├── alias …\n"));
     EXPECT_THAT(outputOf({"tree", "--hidden"}), HasSubstr("│   ├── SuppressCellBraces = false (hidden)\n"));
 }
 
@@ -132,7 +132,8 @@ TEST(Command, ListsByPatternsAndFilters)
 {
     EXPECT_EQ(outputOf({"list", "font*"}), "verdix.fonts\nverdix.fonts.heading\nverdix.fonts.heading.Name\n"
                                            "verdix.fonts.heading.Style\nverdix.fonts.heading.Size\n");
-    EXPECT_EQ(outputOf({"list", "--kind", "alias"}), "verdix.commandwindow.alias\nverdix.qorv\n");
+    EXPECT_EQ(outputOf({"list", "--kind", "alias", "co*", "q*"}),
+              "verdix.commandwindow.alias\nverdix.qorv\n");
     EXPECT_EQ(outputOf({"list", "--read-only"}), "verdix.commandwindow.fixed\nverdix.ui.webfigures\n");
     EXPECT_EQ(outputOf({"list", "commandw*", "--validator", "range"}),
               "verdix.commandwindow.NumberOfLinesInScrollBuffer\nverdix.commandwindow.WindowSize\n");
