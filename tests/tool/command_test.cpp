@@ -14,6 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::AllOf;
+using testing::AnyOf;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -117,6 +118,7 @@ TEST(Command, DrawsTheTree)
     const std::string top = outputOf({"tree", "--depth", "1"});
     EXPECT_THAT(top, HasSubstr("├── dump (no factory value)\n├── qorv -> qorv (unresolved)\n"
                                "├── alias …\n"));
+    EXPECT_THAT(outputOf({"tree"}), Not(AnyOf(HasSubstr("(hidden)"), HasSubstr("SuppressCellBraces"))));
     EXPECT_THAT(outputOf({"tree", "--hidden"}), HasSubstr("│   ├── SuppressCellBraces = false (hidden)\n"));
 }
 
@@ -146,6 +148,9 @@ TEST(Command, DescribesNodesInWords)
     EXPECT_THAT(setting, HasSubstr("class       logical, 1-by-1\n"));
     EXPECT_THAT(setting, HasSubstr("moved from  verdix.commandwindow.EightyColumns in R2021a\n"));
 
+    EXPECT_THAT(outputOf({"describe", "commandwindow.NumberOfLinesInScrollBuffer"}),
+                AllOf(HasSubstr("constraint  from 1000 to 25000\n"),
+                      HasSubstr("accepts     a whole number from 1000 to 25000\n")));
     EXPECT_THAT(outputOf({"describe", "desktop.workspace"}),
                 HasSubstr("hidden: its group verdix.desktop is hidden\n"));
 }

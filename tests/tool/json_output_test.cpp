@@ -39,6 +39,7 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
          {R"("factory value", "counts": true)", R"(json", "counts": false, "faults": [")",
           R"("readOnly": null)"}},
         {{"describe", "suggestions.ShowTips"}, {R"(suggestions.ShowTips", "release": "R2025b" })"}},
+        {{"describe", "commandwindow.WindowSize"}, {R"("accepts": "2 whole numbers from 1 to 1000")"}},
         {{"check"},
          {R"("exists": true)", R"({ "line": 3, "column": 3, "path": "verdix.commandwindow.EightyColumns", )",
           R"("message": "expected true or false, not 7; allowed)"},

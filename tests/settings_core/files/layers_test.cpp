@@ -66,7 +66,8 @@ TEST_F(LayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         {R"(    "verdix.colors.KeywordColor": ^[1, 2],)", {"0 to 255"}},
         {R"(    "verdix.colors.CommentColor": [[1, 2], ^[3]],)", {"a list of 2"}},
         {R"(    "verdix.connector.InterfacesBlocklist": ^"a",)", {"a list of strings"}},
-        {R"(    ^"verdix.commandwindow.alias": 1)", {"is an alias"}},
+        {R"(    ^"verdix.alias.Second": 1,)", {"is an alias: write verdix.rule.words"}},
+        {R"(    ^"verdix.commandwindow.fixed": 1)", {"is read-only"}},
         {R"(} })"},
     };
     std::vector<std::pair<vx::core::Position, const char*>> expected;
@@ -80,7 +81,7 @@ TEST_F(LayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         content.append(line).append("\n");
         ++number;
     }
-    ASSERT_EQ(expected.size(), 16U);
+    ASSERT_EQ(expected.size(), 17U);
     const auto faults = vx::core::checkSettingsFile(files.personal, content, tree, releases);
     ASSERT_EQ(faults.size(), expected.size());
     for (std::size_t index = 0; index < faults.size(); ++index) {

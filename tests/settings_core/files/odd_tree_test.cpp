@@ -1,7 +1,6 @@
 // Settings files over aliases of aliases, settings without a factory value, and a table without releases.
 
 #include <settings_core/constraints/validation.hpp>
-#include <settings_core/files/file_check.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/files/settings_editor.hpp>
 #include <settings_core/releases/migration.hpp>
@@ -56,18 +55,8 @@ TEST_F(OddTreeTest, ChangesWhatCanBeChanged)
     EXPECT_EQ(changer.resetAll(), 1U);
 }
 
-TEST_F(OddTreeTest, ChecksWithoutReleases)
+TEST_F(OddTreeTest, RefusesWhatNoReleaseOrSettingCanTell)
 {
-    const auto faults =
-        checkSettingsFile(file, R"({"release": "R2099b", "settings": {"verdix.commandwindow.fixed": 1,
-        "verdix.alias.Second": "a", "verdix.rule": 1, "verdix.rule.words": [1], "verdix.rule.size": [[1]]}})",
-                          tree, releases);
-    const char* const words[] = {"is read-only", "is an alias: write verdix.rule.words", "is a group", "",
-                                 "2 columns"};
-    ASSERT_EQ(faults.size(), std::size(words));
-    for (std::size_t index = 0; index < faults.size(); ++index) {
-        EXPECT_THAT(faults[index].message, HasSubstr(words[index]));
-    }
     EXPECT_THAT([&] { static_cast<void>(migrateSettings(parseSettingsFile("{}", file), releases)); },
                 testing::Throws<std::runtime_error>());
     EXPECT_THAT([&] { static_cast<void>(checkValue(nodeAt(tree, releases, "alias.First"), text("a"))); },
