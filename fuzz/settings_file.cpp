@@ -7,11 +7,11 @@
 #include <settings_core/values/value_parsing.hpp>
 
 #include <algorithm>
-#include <fuzz/every_class_tree.hpp>
 #include <fuzz/fuzzing.hpp>
 #include <map>
 #include <optional>
 #include <stdexcept>
+#include <tests/support/sample_settings.hpp>
 
 namespace {
 
@@ -145,7 +145,7 @@ void addAndRemove(const SettingsFile& file)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static const SettingsTree tree = fuzz::everyClassTree();
+    static const SettingsTree tree = tests::sampleTree();
     const std::string text(reinterpret_cast<const char*>(data), size);
     const auto file = read(text);
     check(text, tree, file.has_value());

@@ -7,9 +7,9 @@
 #include <settings_core/values/value_parsing.hpp>
 
 #include <algorithm>
-#include <fuzz/every_class_tree.hpp>
 #include <fuzz/fuzzing.hpp>
 #include <limits>
+#include <tests/support/sample_settings.hpp>
 #include <vector>
 
 namespace {
@@ -21,7 +21,7 @@ using namespace vx::core;
 
 const Node& settingAt(std::size_t index)
 {
-    static const SettingsTree tree = fuzz::everyClassTree();
+    static const SettingsTree tree = tests::sampleTree();
     static const auto settings = [] {
         std::vector<const Node*> found;
         std::ranges::copy_if(tree.nodes(), std::back_inserter(found),

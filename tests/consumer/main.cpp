@@ -35,7 +35,8 @@ int main(int, char** arguments)
     {
         const auto loader = context.GetService(context.GetServiceReference<FactorySettingsLoader>());
         const vx::core::SettingsTree tree = vx::core::loadTree(*loader);
-        std::cout << vx::core::formatValue(tree.find(arguments[2])->properties().factoryValue) << '\n';
+        std::cout << vx::core::formatValue(vx::core::nodeAt(tree, {}, arguments[2]).properties().factoryValue)
+                  << '\n';
     }
     foundation::host::setFramework(nullptr);
     framework->Stop();

@@ -16,6 +16,7 @@
 #include <tests/support/allocations.hpp>
 #include <tests/support/factory_bundle.hpp>
 #include <tests/support/files.hpp>
+#include <tests/support/sample_settings.hpp>
 #include <tests/support/soak.hpp>
 
 namespace {
@@ -86,8 +87,6 @@ TEST_F(MemoryOfTheBundle, FromItsFileToItsFirstTreeAndBack)
 /// A settings file in a folder of its own, its content known before and after a change.
 struct MemoryOfFiles : testing::Test
 {
-    MemoryOfFiles() { framework.start(VX_BUNDLE_FILE); }
-
     void write(const std::string& text) const { vx::core::LockedFile(file).replace(text); }
 
     /// Lets the change fail at every point: the file is as before or as after it, never anything else.
@@ -116,16 +115,15 @@ struct MemoryOfFiles : testing::Test
         });
     }
 
-    tests::RunningFramework framework;
     tests::TestFolder folder;
     fs::path file = folder / "settings.json";
 };
 
 TEST_F(MemoryOfFiles, StayWholeWhileTheyAreChanged)
 {
-    const auto loader = tests::factoryLoader(framework.context());
-    const auto tree = vx::core::loadTree(*loader);
-    const auto releases = vx::core::loadReleaseChanges(*loader);
+    tests::SampleSettings sample;
+    const auto tree = vx::core::loadTree(sample);
+    const auto releases = vx::core::loadReleaseChanges(sample);
     vx::core::SettingsEditor changer(tree, releases, file);
     const std::string text = "{\"settings\": {\"verdix.commandwindow.WrapLines\": true}}\n";
     sweepChange("set a colour", text,

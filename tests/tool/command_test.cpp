@@ -7,22 +7,23 @@
 #include <filesystem>
 #include <string>
 #include <tests/support/files.hpp>
-#include <tests/tool/process.hpp>
+#include <tests/tool/sample_run.hpp>
 #include <vector>
 
 namespace {
 
 namespace fs = std::filesystem;
 using testing::AllOf;
+using testing::AnyOf;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-using tests::runTool;
+using tests::runOnSample;
 
 std::string outputOf(const std::vector<std::string>& arguments,
                      const std::vector<std::string>& environment = {})
 {
-    const auto run = runTool(arguments, environment);
+    const auto run = runOnSample(arguments, environment);
     EXPECT_EQ(run.exitCode, 0) << run.errors;
     return run.output;
 }
@@ -40,7 +41,9 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         {{"--color", "sometimes"}, 2, "--color: sometimes"},
         {{"--feature", "webui"}, 2, "needs NAME=VALUE"},
         {{"--feature", "webui=maybe"}, 2, "on, off or a whole number"},
-        {{"get", "comandwindow.wraplines"}, 1, "did you mean verdix.commandwindow.WrapLines?"},
+        {{"get", "comandwindow.wraplines"},
+         1,
+         "did you mean verdix.commandwindow.WrapLines or verdix.commandwindow.alias?"},
         {{"tree", "zzzzzzzzzz"}, 1, "list all paths with: vxsettings list"},
         {{"get", "editor.suggestions.ShowTips"}, 1, "it was moved to verdix.suggestions.ShowTips in R2025b"},
         {{"get", "qorv"}, 1, "alias of qorv, which is not in this tree: unresolved"},
@@ -55,7 +58,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         {{"export", "--format", "json", "-o", "/dev/full"}, 1, "cannot write /dev/full: No space left"},
     };
     for (const auto& bad : cases) {
-        EXPECT_THAT(runTool(bad.arguments), tests::FailsInOneLine(bad.exitCode, HasSubstr(bad.message)));
+        EXPECT_THAT(runOnSample(bad.arguments), tests::FailsInOneLine(bad.exitCode, HasSubstr(bad.message)));
     }
 }
 
@@ -91,16 +94,17 @@ TEST(Command, ReportsThatMemoryRanOut)
 TEST(Command, PrintsValuesInTheScriptingLanguagesForm)
 {
     EXPECT_EQ(outputOf({"get", "verdix.UserPath"}), "$documents\\VERDIX\n");
-    const std::string path = "ui.internal.figuretype.webfigures";
+    const std::string path = "ui.webfigures";
     const std::string remark = "computed by getDefaultFigureTypeForSetting of libvxgraphics_state\n";
-    const auto computed = runTool({"get", path});
+    const auto computed = runOnSample({"get", path});
     EXPECT_EQ(computed.output, "true\n");
     EXPECT_EQ(computed.errors, "vxsettings: " + remark);
 }
 
 TEST(Command, PrintsNoValueUnlessEachPathHasOne)
 {
-    const auto run = runTool({"get", "class", "commandwindow.WrapLines", "comandwindow.wraplines", "dump"});
+    const auto run =
+        runOnSample({"get", "class", "commandwindow.WrapLines", "comandwindow.wraplines", "dump"});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(run.output, "");
     EXPECT_EQ(std::ranges::count(run.errors, '\n'), 3);
@@ -109,12 +113,13 @@ TEST(Command, PrintsNoValueUnlessEachPathHasOne)
 
 TEST(Command, DrawsTheTree)
 {
-    EXPECT_EQ(outputOf({"tree", "string"}), "verdix.string\n└── DefaultTextType = \"char\"\n");
+    EXPECT_EQ(outputOf({"tree", "connector"}), "verdix.connector\n└── InterfacesBlocklist = {}\n");
 
     const std::string top = outputOf({"tree", "--depth", "1"});
-    EXPECT_THAT(
-        top, HasSubstr("├── dump (no factory value)\n├── workingfolder …\n├── qorv -> qorv (unresolved)\n"));
-    EXPECT_THAT(outputOf({"tree", "--hidden"}), HasSubstr("│   └── ShowStackDecoration = true (hidden)\n"));
+    EXPECT_THAT(top, HasSubstr("├── dump (no factory value)\n├── qorv -> qorv (unresolved)\n"
+                               "├── alias …\n"));
+    EXPECT_THAT(outputOf({"tree"}), Not(AnyOf(HasSubstr("(hidden)"), HasSubstr("SuppressCellBraces"))));
+    EXPECT_THAT(outputOf({"tree", "--hidden"}), HasSubstr("│   ├── SuppressCellBraces = false (hidden)\n"));
 }
 
 TEST(Command, ColoursOnlyWhereAskedFor)
@@ -127,11 +132,13 @@ TEST(Command, ColoursOnlyWhereAskedFor)
 
 TEST(Command, ListsByPatternsAndFilters)
 {
-    EXPECT_EQ(outputOf({"list", "class*"}), "verdix.class\nverdix.class.UseFullNameInDisplayHeader\n");
-    EXPECT_EQ(outputOf({"list", "--kind", "alias"}), "verdix.qorv\nverdix.desktop.DisplayScaleFactor\n");
-    EXPECT_EQ(outputOf({"list", "--read-only"}), "verdix.ui.internal.figuretype.webfigures\n");
-    EXPECT_EQ(outputOf({"list", "unittest*", "--validator", "range"}),
-              "verdix.unittest.OutputDetail\nverdix.unittest.LoggingLevel\n");
+    EXPECT_EQ(outputOf({"list", "font*"}), "verdix.fonts\nverdix.fonts.heading\nverdix.fonts.heading.Name\n"
+                                           "verdix.fonts.heading.Style\nverdix.fonts.heading.Size\n");
+    EXPECT_EQ(outputOf({"list", "--kind", "alias", "co*", "q*"}),
+              "verdix.commandwindow.alias\nverdix.qorv\n");
+    EXPECT_EQ(outputOf({"list", "--read-only"}), "verdix.commandwindow.fixed\nverdix.ui.webfigures\n");
+    EXPECT_EQ(outputOf({"list", "commandw*", "--validator", "range"}),
+              "verdix.commandwindow.NumberOfLinesInScrollBuffer\nverdix.commandwindow.WindowSize\n");
     EXPECT_THAT(outputOf({"list", "--hidden"}), Not(HasSubstr("verdix.commandwindow.WrapLines\n")));
 }
 
@@ -141,6 +148,9 @@ TEST(Command, DescribesNodesInWords)
     EXPECT_THAT(setting, HasSubstr("class       logical, 1-by-1\n"));
     EXPECT_THAT(setting, HasSubstr("moved from  verdix.commandwindow.EightyColumns in R2021a\n"));
 
+    EXPECT_THAT(outputOf({"describe", "commandwindow.NumberOfLinesInScrollBuffer"}),
+                AllOf(HasSubstr("constraint  from 1000 to 25000\n"),
+                      HasSubstr("accepts     a whole number from 1000 to 25000\n")));
     EXPECT_THAT(outputOf({"describe", "desktop.workspace"}),
                 HasSubstr("hidden: its group verdix.desktop is hidden\n"));
 }
@@ -149,8 +159,8 @@ TEST(Command, CountsAndDiagnoses)
 {
     const std::string summary = outputOf({});
     EXPECT_EQ(summary, outputOf({"summary"}));
-    EXPECT_EQ(outputOf({"get", "ui.internal.dialog.FileDialogs", "--feature", "webui=on"}), "true\n");
-    const auto unread = runTool({"get", "ui.internal.dialog.FileDialogs", "--feature", "webiu=on"});
+    EXPECT_EQ(outputOf({"get", "ui.FileDialogs", "--feature", "webui=on"}), "true\n");
+    const auto unread = tests::runOnSample({"get", "ui.FileDialogs", "--feature", "webiu=on"});
     EXPECT_EQ(unread.output, "false\n");
     EXPECT_EQ(unread.errors,
               "vxsettings: no Verdix setting depends on the feature switch \"webiu\"; known: webui\n");
@@ -167,7 +177,7 @@ TEST(Command, CountsAndDiagnoses)
         fs::create_symlink(fs::path(VX_PLAIN_LIBRARY).parent_path() / file, platform / file);
     }
     const auto broken =
-        runTool({"doctor", "--format", "json"}, {"LD_LIBRARY_PATH=" + (platform / "").string()});
+        runOnSample({"doctor", "--format", "json"}, {"LD_LIBRARY_PATH=" + (platform / "").string()});
     EXPECT_EQ(broken.exitCode, 1);
     EXPECT_THAT(
         broken.output,

@@ -5,13 +5,10 @@
 
 #include <string>
 #include <tests/support/files.hpp>
-#include <tests/tool/process.hpp>
+#include <tests/tool/sample_run.hpp>
 #include <vector>
 
 namespace {
-
-/// The tree of a release.
-const std::string baseline = VX_SOURCE_DIR "/docs/baseline/R2026a.json";
 
 TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
 {
@@ -22,7 +19,9 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
   "verdix.commandwindow.EightyColumns": "yes",
   "verdix.commandwindow.NumberOfLinesInScrollBuffer": "5000",
   "verdix.commandwindow.WrapLines": 7 } })");
-    const std::string listed = folder.with("listed", "verdix.web.FindPanel  default  x\n");
+    const std::string listed = folder.with("listed", "verdix.UserPath  default  x\n");
+    const std::string baseline = folder / "baseline.json";
+    ASSERT_EQ(tests::runOnSample({"export", "--format", "json", "-o", baseline}).exitCode, 0);
     const std::string format = "commandwindow.NumericFormat";
     const std::string hex =
         R"("value": { "class": "char", "dims": [1, 3], "data": "hex" }, "layer": "personal")";
@@ -33,7 +32,7 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
         int exitCode = 0;                    ///< as with text
     };
     const Case cases[] = {
-        {{}, {R"x("(directly in verdix)", "groups": 0, "settings": 4, "aliases": 1)x", R"("hidden": 2 })"}},
+        {{}, {R"x("(directly in verdix)", "groups": 0, "settings": 2, "aliases": 1)x", R"("hidden": 22 })"}},
         {{"tree", "qorv"}, {R"("aliasTarget": "qorv")"}},
         {{"list", "--modified"}, {"\"node\": \"setting\", " + hex + " }"}},
         {{"search", "wrapl"}, {R"("node": "setting", "rank": "prefix", "value": { "class": "logical")"}},
@@ -41,21 +40,23 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
          {R"("factory value", "counts": true)", R"(json", "counts": false, "faults": [")",
           R"("readOnly": null)"}},
         {{"describe", "suggestions.ShowTips"}, {R"(suggestions.ShowTips", "release": "R2025b" })"}},
+        {{"describe", "commandwindow.WindowSize"}, {R"("accepts": "2 whole numbers from 1 to 1000")"}},
         {{"check"},
          {R"("exists": true)", R"({ "line": 3, "column": 3, "path": "verdix.commandwindow.EightyColumns", )",
           R"("message": "expected true or false, not 7; allowed)"},
          1},
         {{"check", "--personal", folder / "none"}, {R"("exists": false)"}},
-        {{"changes"}, {R"("index": 4, "release": "R2025b")"}},
+        {{"changes"}, {R"("index": 3, "release": "R2025b")"}},
         {{"export"}, {R"("path": "verdix.commandwindow.WrapLines", "node": "setting")"}},
         {{"diff", baseline, baseline}, {R"("differences": [])"}},
         {{"history", "--baseline", baseline, "--changed-settings", listed},
-         {R"("line": 1, "path": "verdix.web.FindPanel", "message": "default is listed but)"},
+         {R"("line": 1, "path": "verdix.UserPath", "message": "default is listed but)"},
          1},
-        {{"lint"}, {R"("faults": [])"}},
+        {{"lint"},
+         {R"("file": "tree/root.cpp", "line": 0, "path": "verdix.class.none", "message": "it has)"},
+         1},
         {{"doctor"},
          {R"("isWell": true)", R"("text": "unset", "isGood": null })", R"(webui", "text": "off")"}},
-        {{"doctor", "--bundle", VX_PLAIN_LIBRARY}, {R"("isWell": false)"}, 3},
         {{"set", "colors.KeywordColor", "[1 2 3]"},
          {R"("verdix.colors.KeywordColor")", R"("file": ")" + file}},
         {{"get", "colors.KeywordColor", format},
@@ -73,8 +74,8 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
     for (const auto& [given, fragments, exitCode] : cases) {
         std::vector<std::string> arguments{"--format", "json"};
         arguments.insert(arguments.end(), given.begin(), given.end());
-        const auto run =
-            tests::runTool(arguments, {"XDG_CONFIG_HOME=" + (folder / "").string(), "XDG_CONFIG_DIRS=/none"});
+        const auto run = tests::runOnSample(
+            arguments, {"XDG_CONFIG_HOME=" + (folder / "").string(), "XDG_CONFIG_DIRS=/none"});
         EXPECT_EQ(run.exitCode, exitCode) << run.errors;
         EXPECT_NO_THROW(boost::json::parse(run.output)) << run.output;
         for (const std::string& fragment : fragments) {

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <string>
 #include <tests/support/files.hpp>
-#include <tests/tool/process.hpp>
+#include <tests/tool/sample_run.hpp>
 #include <vector>
 
 namespace {
@@ -23,7 +23,7 @@ struct SettingsFilesTest : testing::Test
 {
     [[nodiscard]] ToolRun run(const std::vector<std::string>& arguments) const
     {
-        return tests::runTool(
+        return tests::runOnSample(
             arguments, {"XDG_CONFIG_HOME=" + (folder / "home").string(),
                         "XDG_CONFIG_DIRS=" + (folder / "none").string() + ":" + (folder / "site").string()});
     }

@@ -1,8 +1,6 @@
-// Settings files over what the live tree does not have: read-only settings, aliases of aliases, settings
-// without a factory value, a table without releases.
+// Settings files over aliases of aliases, settings without a factory value, and a table without releases.
 
 #include <settings_core/constraints/validation.hpp>
-#include <settings_core/files/file_check.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/files/settings_editor.hpp>
 #include <settings_core/releases/migration.hpp>
@@ -14,8 +12,9 @@
 #include <gmock/gmock.h>
 
 #include <cstdlib>
-#include <tests/settings_core/new_setting.hpp>
 #include <tests/support/files.hpp>
+#include <tests/support/sample_settings.hpp>
+#include <tests/support/values.hpp>
 
 namespace {
 
@@ -23,40 +22,12 @@ using namespace vx::core;
 using testing::HasSubstr;
 using testing::ThrowsMessage;
 using tests::matrix;
-using tests::Properties;
-using tests::scalar;
 using tests::text;
 
 struct OddTreeTest : testing::Test
 {
-    OddTreeTest()
-    {
-        Properties fixed = tests::propertiesOf(scalar(1.0));
-        fixed.readOnly = true;
-        add("Fixed", fixed);
-        add("Word", tests::propertiesOf({}, {}, {{{.allowedValues = {u"a", u"b"}}}}));
-        add("Table", tests::propertiesOf({}, {}, {{{.size = {{2, 2}}}}}));
-        addAlias("First", "root.Second");
-        addAlias("Second", "root.Word");
-        addAlias("Round", "root.About");
-        addAlias("About", "root.Round");
-        tree.root()->createFactorySetting("group", false, tests::noProperties());
-    }
-
-    void add(const char* name, const Properties& properties) const
-    {
-        tree.root()->createFactorySetting(name, true, properties);
-    }
-
-    void addAlias(const char* name, std::string target) const
-    {
-        Properties properties = tests::noProperties();
-        properties.setAliasName(std::move(target));
-        add(name, properties);
-    }
-
     tests::TestFolder folder;
-    SettingsTree tree{"root"};
+    SettingsTree tree = tests::sampleTree();
     const settings::core::ReleaseChangeTable releases;
     const std::string file = folder / "settings.json";
     SettingsEditor changer{tree, releases, file};
@@ -64,41 +35,32 @@ struct OddTreeTest : testing::Test
 
 TEST_F(OddTreeTest, ChangesWhatCanBeChanged)
 {
-    EXPECT_EQ(changer.reset("Word"), 0U) << "there is no file";
+    EXPECT_EQ(changer.reset("rule.words"), 0U) << "there is no file";
     const auto expectRefusal = [&](const char* path, const char* value, const char* words) {
         EXPECT_THAT([&] { changer.set(path, value, Notation::script); },
                     ThrowsMessage<std::runtime_error>(HasSubstr(words)));
     };
-    expectRefusal("Fixed", "2", "read-only");
-    expectRefusal("Round", "a", "leads back");
-    expectRefusal("Word", "c", "a, b");
+    expectRefusal("commandwindow.fixed", "2", "read-only");
+    expectRefusal("alias.Round", "a", "leads back");
+    expectRefusal("rule.words", "c", "short, long");
 
-    EXPECT_EQ(changer.set("First", "b", Notation::script).fullName(), "root.Word");
-    changer.set("Table", "[1 2; 3 4]", Notation::script);
-    EXPECT_EQ(tests::readFile(file), "{\n  \"settings\": {\n    \"root.Word\": \"b\",\n"
-                                     "    \"root.Table\": [[1, 2], [3, 4]]\n  }\n}\n");
+    EXPECT_EQ(changer.set("alias.First", "long", Notation::script).fullName(), "verdix.rule.words");
+    changer.set("rule.size", "[1 2; 3 4]", Notation::script);
+    EXPECT_EQ(tests::readFile(file), "{\n  \"settings\": {\n    \"verdix.rule.words\": \"long\",\n"
+                                     "    \"verdix.rule.size\": [[1, 2], [3, 4]]\n  }\n}\n");
     Layers layers(tree, {folder / "none", file});
-    EXPECT_EQ(formatValue(layers.effective(*tree.find("root.Second")).value), "b");
-    EXPECT_EQ(changer.reset("group"), 0U);
-    EXPECT_EQ(changer.reset("Second"), 1U) << "what it stands for";
+    EXPECT_EQ(formatValue(layers.effective(nodeAt(tree, releases, "alias.Second")).value), "long");
+    EXPECT_EQ(changer.reset("colors"), 0U);
+    EXPECT_EQ(changer.reset("alias.Second"), 1U) << "what it stands for";
     EXPECT_EQ(changer.resetAll(), 1U);
 }
 
-TEST_F(OddTreeTest, ChecksWithoutReleases)
+TEST_F(OddTreeTest, RefusesWhatNoReleaseOrSettingCanTell)
 {
-    const auto faults =
-        checkSettingsFile(file, R"({"release": "R2099b", "settings": {"root.Fixed": 1, "root.Second": "a",
-        "root.group": 1, "root.Word": [1], "root.Table": [[1, 2]]}})",
-                          tree, releases);
-    const char* const words[] = {"is read-only", "is an alias: write root.Word", "is a group", "", "2-by-2"};
-    ASSERT_EQ(faults.size(), std::size(words));
-    for (std::size_t index = 0; index < faults.size(); ++index) {
-        EXPECT_THAT(faults[index].message, HasSubstr(words[index]));
-    }
     EXPECT_THAT([&] { static_cast<void>(migrateSettings(parseSettingsFile("{}", file), tree, releases)); },
                 testing::Throws<std::runtime_error>());
-    EXPECT_THAT([&] { static_cast<void>(checkValue(*tree.find("root.First"), text("a"))); },
-                ThrowsMessage<std::invalid_argument>(HasSubstr("an alias of, root.Second")));
+    EXPECT_THAT([&] { static_cast<void>(checkValue(nodeAt(tree, releases, "alias.First"), text("a"))); },
+                ThrowsMessage<std::invalid_argument>(HasSubstr("an alias of, verdix.alias.Second")));
 }
 
 TEST_F(OddTreeTest, FindsFilesByUsableFoldersOnly)

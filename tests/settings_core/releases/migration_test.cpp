@@ -1,4 +1,3 @@
-#include <migration/release_changes.hpp>
 #include <settings_core/diagnostic.hpp>
 #include <settings_core/releases/migration.hpp>
 #include <settings_core/tree/settings_tree.hpp>
@@ -6,11 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fuzz/every_class_tree.hpp>
 #include <fuzz/fuzzing.hpp>
 #include <random>
 #include <set>
 #include <string>
+#include <tests/support/sample_settings.hpp>
 #include <vector>
 
 namespace {
@@ -25,7 +24,7 @@ struct MigrationTest : testing::Test
 {
     MigrationTest()
     {
-        settings::verdix::fillReleaseChanges(table);
+        tests::SampleSettings().getReleaseChanges(table);
         for (const auto& [index, set] : table) {
             for (const auto& change : set.changes) {
                 paths.insert(change.from().front());
@@ -71,7 +70,7 @@ struct MigrationTest : testing::Test
         return vx::core::migrateSettings(SettingsFile(text), tree, table, {.to = to});
     }
 
-    const vx::core::SettingsTree tree = fuzz::everyClassTree();
+    const vx::core::SettingsTree tree = tests::sampleTree();
     ReleaseChangeTable table;
     std::set<std::string> paths;
     std::mt19937 bits{2026};

@@ -1,10 +1,9 @@
-#include <settings_core/tree/settings_tree.hpp>
 #include <settings_core/tree/suggestions.hpp>
 
 #include <gmock/gmock.h>
 
 #include <string>
-#include <tests/settings_core/new_setting.hpp>
+#include <tests/support/sample_settings.hpp>
 
 namespace {
 
@@ -27,17 +26,12 @@ TEST(Nearest, FindsNamesByTheLettersThatDiffer)
 
 TEST(Nearest, FindsPathsByWholeOrByLastComponent)
 {
-    const vx::core::SettingsTree tree("root");
-    const auto none = tests::noProperties();
-    for (const char* group : {"editor", "desktop"}) {
-        const auto node = tree.root()->createFactorySetting(group, false, none);
-        node->createFactorySetting("FontSize", true, none);
-        node->createFactorySetting(std::string(group) + "Only", true, none);
-    }
-    EXPECT_THAT(suggestPaths("root.editor.Fontsize", tree), testing::Contains("root.editor.FontSize"));
-    EXPECT_EQ(suggestPaths("editr.FontSize", tree).front(), "root.editor.FontSize");
-    EXPECT_THAT(suggestPaths("FontSize", tree), ElementsAre("root.editor.FontSize", "root.desktop.FontSize"));
-    EXPECT_EQ(suggestPaths("root.desktop.editorOnly", tree).front(), "root.editor.editorOnly");
+    const vx::core::SettingsTree tree = tests::sampleTree();
+    EXPECT_THAT(suggestPaths("verdix.colors.Keywordcolor", tree),
+                testing::Contains("verdix.colors.KeywordColor"));
+    EXPECT_EQ(suggestPaths("colrs.KeywordColor", tree).front(), "verdix.colors.KeywordColor");
+    EXPECT_THAT(suggestPaths("Position", tree), ElementsAre("verdix.rule.position"));
+    EXPECT_EQ(suggestPaths("verdix.ui.KeywordColor", tree).front(), "verdix.colors.KeywordColor");
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 """Types unfinished commands into a shell on a terminal, and looks at what they do.
 
-    completion_test.py VXSETTINGS SHELL [COMMAND that makes the shell complete, if not the usual one]
+    completion_test.py VXSETTINGS SAMPLE_BUNDLE SHELL [COMMAND that makes the shell complete, if not the usual one]
 """
 
 import os
@@ -25,7 +25,7 @@ CASES = [
     ("vxsettings get verdix.commandw\tNumericF\tcommandwindow.WindowSi\t", "[180 45]"),
     ("vxsettings set commandw\tNumericF\tban\t", "verdix.commandwindow.NumericFormat is set in"),
     ("vxsettings set commandw\tWrapL\tf\t", "verdix.commandwindow.WrapLines is set in"),
-    ("vxsettings list --kind al\t", "verdix.qorv"),
+    ("vxsettings list --kind al\t", "verdix.commandwindow.alias"),
     ("vxsettings --format=js\tget commandwindow.NumericF\t", '"layer": "personal"'),
     ("vxsettings --color=ne\tmigrate --to R2020\told_s\t", "from before all releases to R2020b"),
     ("vxsettings doctor --feature webui=of\t", "feature webui                      off"),
@@ -62,7 +62,7 @@ class Terminal:
         return self.read_until("end\r\n")
 
 
-def main(vxsettings, shell, *set_up):
+def main(vxsettings, sample_bundle, shell, *set_up):
     command, usual_set_up = SHELLS[shell]
     if not shutil.which(shell):
         print(f"skipped: {shell} is not installed")
@@ -70,8 +70,11 @@ def main(vxsettings, shell, *set_up):
     with tempfile.TemporaryDirectory() as folder:
         with open(os.path.join(folder, "old_settings.json"), "w", encoding="utf-8") as file:
             file.write('{ "settings": {} }')
+        with open(os.path.join(folder, "vxsettings"), "w", encoding="utf-8") as script:
+            script.write(f'#!/bin/sh\nexec "{vxsettings}" --bundle "{sample_bundle}" "$@"\n')
+        os.chmod(script.name, 0o700)
         environment = {
-            "PATH": os.path.dirname(vxsettings) + ":" + os.environ["PATH"],
+            "PATH": folder + ":" + os.environ["PATH"],
             "HOME": folder, "XDG_CONFIG_HOME": folder, "XDG_CONFIG_DIRS": folder, "XDG_DATA_HOME": folder,
             "TERM": "dumb" if shell == "bash" else "xterm", "PS1": "$ ", "LC_ALL": "C.UTF-8", "COLUMNS": "200",
         }

@@ -1,8 +1,10 @@
 #!/usr/bin/env python3
 """The exported JSON Schema and `vxsettings check` agree: on a corpus of files, each bad one for one reason, and on
-every setting of the tree with values at and beyond its bounds.
+every setting of the real tree with values at and beyond its bounds.
 
-    agreement.py VXSETTINGS
+    agreement.py VXSETTINGS SAMPLE_BUNDLE
+
+The files are of the bundle's tree.
 """
 
 import json
@@ -24,7 +26,7 @@ ANYTHING = [
 
 
 def run(tool, *arguments):
-    return subprocess.run([tool, *arguments], capture_output=True, text=True, check=False)
+    return subprocess.run([*tool, *arguments], capture_output=True, text=True, check=False)
 
 
 def check(tool, file):
@@ -94,11 +96,16 @@ def judge_tree(tool, schema):
     return faults, sum(map(len, probes.values()))
 
 
-def main(tool):
+def exported_schema(tool):
     schema = json.loads(run(tool, "export", "--format", "json-schema").stdout)
     Validator.check_schema(schema)
-    corpus_faults, files = judge_corpus(tool, schema)
-    tree_faults, values = judge_tree(tool, schema)
+    return schema
+
+
+def main(tool, sample_bundle):
+    sample = [tool, "--bundle", sample_bundle]
+    corpus_faults, files = judge_corpus(sample, exported_schema(sample))
+    tree_faults, values = judge_tree([tool], exported_schema([tool]))
     print(f"{files} files and {values} values of settings judged")
     if files < 60 or values < 40000:
         sys.exit("too few were found to judge")
@@ -106,4 +113,4 @@ def main(tool):
         sys.exit("\n".join(faults[:40] + [f"{len(faults)} disagreements"]))
 
 
-main(sys.argv[1])
+main(*sys.argv[1:])

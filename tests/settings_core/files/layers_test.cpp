@@ -1,8 +1,6 @@
-// Layers and checking over the tree as it is built.
-
-#include <component/factory_settings_verdix.hpp>
 #include <settings_core/files/file_check.hpp>
 #include <settings_core/files/layers.hpp>
+#include <settings_core/tree/path_lookup.hpp>
 #include <settings_core/values/value_format.hpp>
 
 #include <gmock/gmock.h>
@@ -10,7 +8,7 @@
 
 #include <string>
 #include <tests/support/files.hpp>
-#include <tests/support/running_framework.hpp>
+#include <tests/support/sample_settings.hpp>
 #include <vector>
 
 namespace {
@@ -18,19 +16,18 @@ namespace {
 using testing::HasSubstr;
 using vx::core::Node;
 
-struct LiveLayersTest : testing::Test
+struct LayersTest : testing::Test
 {
-    tests::RunningFramework framework;
-    settings::verdix::FactorySettingsVerdix component;
-    vx::core::SettingsTree tree = vx::core::loadTree(component);
-    settings::core::ReleaseChangeTable releases = vx::core::loadReleaseChanges(component);
+    tests::SampleSettings sample;
+    vx::core::SettingsTree tree = vx::core::loadTree(sample);
+    settings::core::ReleaseChangeTable releases = vx::core::loadReleaseChanges(sample);
     tests::TestFolder folder;
     vx::core::LayerFiles files{folder / "installation.json", folder / "personal/settings.json"};
 };
 
-TEST_F(LiveLayersTest, TheLastLayerWithAFittingValueHolds)
+TEST_F(LayersTest, TheLastLayerWithAFittingValueHolds)
 {
-    const Node& wrap = *tree.find("verdix.commandwindow.WrapLines");
+    const Node& wrap = nodeAt(tree, releases, "verdix.commandwindow.WrapLines");
     tests::writeFile(files.installation, "{\"settings\": {\"verdix.commandwindow.WrapLines\": true}}");
     tests::writeFile(files.personal, "{\"settings\": {\n\"verdix.commandwindow.WrapLines\": 3}}");
     vx::core::Layers layers(tree, files);
@@ -45,7 +42,7 @@ TEST_F(LiveLayersTest, TheLastLayerWithAFittingValueHolds)
     EXPECT_THROW(static_cast<void>(vx::core::Layers(tree, files).effective(wrap)), std::runtime_error);
 }
 
-TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
+TEST_F(LayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
 {
     // A ^ stands in front of each fault, the words behind the line are what is said of it.
     struct
@@ -67,9 +64,10 @@ TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         {R"(    "verdix.commandwindow.NumberOfLinesInScrollBuffer": ^1.5,)", {"a whole number"}},
         {R"(    "verdix.commandwindow.DisplayLineSpacing": ^"wide",)", {"loose"}},
         {R"(    "verdix.colors.KeywordColor": ^[1, 2],)", {"0 to 255"}},
-        {R"(    "verdix.colors.StringColor": [[1, 2], ^[3]],)", {"a list of 2"}},
+        {R"(    "verdix.colors.CommentColor": [[1, 2], ^[3]],)", {"a list of 2"}},
         {R"(    "verdix.connector.InterfacesBlocklist": ^"a",)", {"a list of strings"}},
-        {R"(    ^"verdix.desktop.DisplayScaleFactor": 1)", {"is an alias"}},
+        {R"(    ^"verdix.alias.Second": 1,)", {"is an alias: write verdix.rule.words"}},
+        {R"(    ^"verdix.commandwindow.fixed": 1)", {"is read-only"}},
         {R"(} })"},
     };
     std::vector<std::pair<vx::core::Position, const char*>> expected;
@@ -83,7 +81,7 @@ TEST_F(LiveLayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         content.append(line).append("\n");
         ++number;
     }
-    ASSERT_EQ(expected.size(), 16U);
+    ASSERT_EQ(expected.size(), 17U);
     const auto faults = vx::core::checkSettingsFile(files.personal, content, tree, releases);
     ASSERT_EQ(faults.size(), expected.size());
     for (std::size_t index = 0; index < faults.size(); ++index) {
