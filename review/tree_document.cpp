@@ -1,6 +1,6 @@
 #include "tree_document.hpp"
 
-#include <settings_core/files/atomic_file.hpp>
+#include <settings_core/files/input_file.hpp>
 #include <settings_core/files/text_position.hpp>
 
 #include <boost/json/array.hpp>
@@ -146,9 +146,9 @@ TreeDocument TreeDocument::read(const std::string& file)
         return TreeDocument(parseJson(text));
     } catch (const core::ParseError& error) {
         throw std::runtime_error(core::formatDiagnostic(
-            {"", notATree(error.what()), core::positionAt(text, error.offset(), file)}));
+            {"", notATree(error.what()), core::positionAt(text, error.offset(), core::inputName(file))}));
     } catch (const std::runtime_error& error) {
-        throw std::runtime_error(file + ": " + notATree(error.what()));
+        throw std::runtime_error(core::inputName(file) + ": " + notATree(error.what()));
     }
 }
 
@@ -167,11 +167,7 @@ void TreeDocument::indexNodes()
 
 std::string contentOf(const std::string& file)
 {
-    std::optional<std::string> content = core::readFile(file);
-    if (!content) {
-        throw std::runtime_error("no such file: " + file);
-    }
-    return *std::move(content);
+    return core::readInput(file, core::maximumTreeFileSize);
 }
 
 }  // namespace vx::review

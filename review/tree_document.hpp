@@ -27,8 +27,8 @@ struct DocumentNode
 class TreeDocument
 {
 public:
-    /// Reads an exported tree. Throws std::runtime_error with the file, and the line and column or the member
-    /// that is wrong.
+    /// Reads an exported tree; "-" is standard input. Throws std::runtime_error with the file, and the line
+    /// and column or the member that is wrong.
     [[nodiscard]] static TreeDocument read(const std::string& file);
 
     /// Takes an exported tree. Throws std::runtime_error with the member that is wrong.
@@ -59,7 +59,7 @@ private:
     ::settings::core::ReleaseChangeTable releases_;
 };
 
-/// Returns the content of a file. Throws std::runtime_error if it does not exist or cannot be read.
+/// Returns the content of a file; "-" is standard input. Throws std::runtime_error if it cannot be read.
 [[nodiscard]] std::string contentOf(const std::string& file);
 
 }  // namespace vx::review

@@ -51,7 +51,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         {{"list", "class*", "nothing*"}, 1, "no path matches nothing*"},
         {{"export", "--format", "json", "-o", "/no/such/folder/x"},
          1,
-         "cannot write /no/such/folder/x: No such file"},
+         "cannot write in /no/such/folder: No such file"},
         {{"export", "--format", "json", "-o", "/dev/full"}, 1, "cannot write /dev/full: No space left"},
     };
     for (const auto& bad : cases) {
@@ -82,7 +82,8 @@ TEST(Command, ReportsOutputThatCannotBeWritten)
 TEST(Command, ReportsThatMemoryRanOut)
 {
     const char* const command =
-        "(ulimit -v 300000; " VX_TOOL_FILE " check /dev/zero; echo $?) 2>&1 | tr '\n' ' ' | "
+        "(ulimit -v 300000; (printf '['; yes 1, | head -c 60000000) | " VX_TOOL_FILE " diff - x; "
+        "echo $?) 2>&1 | tr '\n' ' ' | "
         "grep -qx 'vxsettings: out of memory: .* 1 '";
     EXPECT_EQ(std::system(command), 0);
 }

@@ -93,6 +93,7 @@ void writeJson(const std::vector<Difference>& differences, Output& out)
 
 ExitCode diff(const DiffOptions& options, Output& out)
 {
+    requireOneStandardInput({options.older, options.newer});
     const auto older = TreeDocument::read(options.older);
     const auto newer = TreeDocument::read(options.newer);
     const auto differences = review::compareTrees(older, newer);
@@ -116,7 +117,7 @@ Action addDiff(CLI::App& command)
             "Example:\n  vxsettings diff R2025b.json R2026a.json --format markdown");
     auto options = std::make_shared<DiffOptions>();
     addPositional(command, "OLD", options->older, Need::required,
-                  "Older tree, written by export --format json");
+                  "Older tree, written by export --format json; - is standard input");
     addPositional(command, "NEW", options->newer, Need::required, "Newer tree");
     addChoice(command, "--format", options->format, {"text", "json", "markdown"},
               "Output format (default: text)");

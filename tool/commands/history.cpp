@@ -34,6 +34,7 @@ void writeText(const std::vector<std::string>& diagnostics, Output& out)
 
 ExitCode history(LazySession& session, const HistoryOptions& options, Output& out)
 {
+    requireOneStandardInput({options.baseline, options.changedDefaults, options.tree});
     const auto baseline = TreeDocument::read(options.baseline);
     const auto listed = options.changedDefaults.empty()
                             ? review::ChangedDefaults()
@@ -63,7 +64,7 @@ Action addHistory(CLI::App& command)
     addOption(command, "--changed-defaults", options->changedDefaults, "FILE",
               "List of the settings whose default was changed on purpose");
     addOption(command, "--tree", options->tree, "FILE",
-              "Exported tree to check (default: the tree of the bundle)");
+              "Exported tree to check; - is standard input (default: the tree of the bundle)");
     return [options](LazySession& session, Output& out) { return history(session, *options, out); };
 }
 

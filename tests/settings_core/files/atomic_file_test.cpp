@@ -1,10 +1,14 @@
 #include <settings_core/files/atomic_file.hpp>
+#include <settings_core/files/input_file.hpp>
 #include <settings_core/files/settings_file.hpp>
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <functional>
+#include <memory>
 #include <string>
 #include <sys/ptrace.h>
 #include <sys/resource.h>
@@ -14,6 +18,7 @@
 #include <system_error>
 #include <tests/support/files.hpp>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -21,15 +26,26 @@ namespace {
 namespace fs = std::filesystem;
 using vx::core::LockedFile;
 using vx::core::readFile;
+using vx::core::writeFile;
 
 struct AtomicFileTest : testing::Test
 {
     void write(const std::string& content) const { LockedFile(file).replace(content); }
 
     template <class Action>
-    static void expectRefusal(const char* words, Action action)
+    static void expectRefusal(const std::string& words, Action action)
     {
-        EXPECT_THAT(action, testing::ThrowsMessage<std::system_error>(testing::HasSubstr(words)));
+        EXPECT_THAT(action, testing::ThrowsMessage<std::runtime_error>(testing::HasSubstr(words)));
+    }
+
+    /// The names in the folder.
+    [[nodiscard]] std::vector<std::string> names() const
+    {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(file.parent_path())) {
+            names.push_back(entry.path().filename());
+        }
+        return names;
     }
 
     tests::TestFolder folder;
@@ -69,11 +85,12 @@ TEST_F(AtomicFileTest, FailedWriteLeavesTheOldFileAndNothingElse)
     ::getrlimit(RLIMIT_FSIZE, &before);
     const rlimit full{2, before.rlim_max};
     ::setrlimit(RLIMIT_FSIZE, &full);
-    expectRefusal("settings.json", [&] { write("a new content that does not fit"); });
+    expectRefusal("cannot write " + file.string(), [&] { write("a new content that does not fit"); });
+    expectRefusal("cannot write " + file.string(), [&] { writeFile(file, "an export"); });
     ::setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, ignored);
     EXPECT_EQ(readFile(file), "old");
-    EXPECT_FALSE(fs::exists(folder / ".settings.json.new"));
+    EXPECT_THAT(names(), testing::ElementsAre("settings.json"));
 }
 
 /// Starts the writer in a process that waits to be traced.
@@ -161,7 +178,7 @@ TEST_F(AtomicFileTest, WriterKilledAtAnySystemCallLeavesTheOldOrTheNewFile)
         ASSERT_EQ(readFile(file), before);
     }
     EXPECT_EQ(readFile(file), after);
-    EXPECT_FALSE(fs::exists(folder / ".settings.json.new"));
+    EXPECT_THAT(names(), testing::ElementsAre("settings.json"));
     EXPECT_TRUE(newWasSeen);
     EXPECT_GT(kills, 30) << "open, lock, read, write, flush, rename, flush: two stops each";
 }
@@ -169,32 +186,88 @@ TEST_F(AtomicFileTest, WriterKilledAtAnySystemCallLeavesTheOldOrTheNewFile)
 TEST_F(AtomicFileTest, WhatTheFileSystemRefusesIsNamed)
 {
     const fs::path replacement = folder / ".settings.json.new";
-    const fs::path lock = folder / ".settings.json.lock";
     fs::create_symlink("loop", folder / "loop");
     write("old");
     EXPECT_EQ(readFile(file / "below"), std::nullopt) << "no folder, no file";
-    expectRefusal("cannot be read", [&] { static_cast<void>(readFile(file.parent_path())); });
-    expectRefusal("cannot be read", [&] { static_cast<void>(readFile(folder / "loop")); });
+    expectRefusal("cannot read", [&] { static_cast<void>(readFile(folder / "loop")); });
     {
         LockedFile locked(file);
-        expectRefusal("cannot be created", [&] { static_cast<void>(locked.keepCopy("no/such/folder")); });
+        expectRefusal("cannot write", [&] { static_cast<void>(locked.keepCopy("no/such/folder")); });
         fs::create_directory(replacement);
-        expectRefusal("cannot be created", [&] { locked.replace("new"); });
+        expectRefusal("cannot write " + replacement.string(), [&] { locked.replace("new"); });
         EXPECT_EQ(readFile(file), "old");
         fs::remove(replacement);
         fs::remove(file);
         fs::create_directory(file);
-        expectRefusal("cannot be replaced", [&] { locked.replace("new"); });
+        expectRefusal("cannot write " + file.string() + ": Is a directory", [&] { locked.replace("new"); });
         EXPECT_FALSE(fs::exists(replacement));
     }
-    fs::remove(file);
-    fs::remove(lock);
-    fs::create_directory(lock);
-    write("new");
-    EXPECT_EQ(readFile(file), "new") << "whatever can be opened can be locked";
-    fs::remove(lock);
-    fs::create_symlink("no/such/lock", lock);
-    expectRefusal("cannot be opened to lock", [&] { write("newer"); });
+}
+
+TEST_F(AtomicFileTest, OnlyRegularFilesOfALimitedSizeAreRead)
+{
+    ::mkfifo((folder / "fifo").c_str(), 0600);
+    tests::writeFile(folder / "large", "");
+    fs::resize_file(folder / "large", vx::core::maximumSettingsFileSize + 1);
+    const std::pair<fs::path, const char*> cases[] = {
+        {folder / "fifo", ": it is a FIFO"},
+        {folder / "", ": it is a folder"},
+        {"/dev/zero", ": it is a device"},
+        {folder / "large", ": it is larger than the maximum of 16"}};
+    for (const auto& [input, words] : cases) {
+        expectRefusal("cannot read " + input.string() + words, [&] { static_cast<void>(readFile(input)); });
+        expectRefusal(words, [&] { const LockedFile locked(input); });
+    }
+    EXPECT_FALSE(fs::exists("/dev/.zero.lock"));
+}
+
+TEST_F(AtomicFileTest, TheLockIsAFileOfItsOwnAndIsNotWaitedForForever)
+{
+    const fs::path lock = folder / ".settings.json.lock";
+    const std::pair<const char*, std::function<void()>> cases[] = {
+        {"is a symbolic link", [&] { fs::create_symlink(folder / "elsewhere", lock); }},
+        {"is not a regular file", [&] { ::mkfifo(lock.c_str(), 0600); }},
+        {"is not a regular file", [&] { fs::create_directory(lock); }}};
+    for (const auto& [words, create] : cases) {
+        create();
+        expectRefusal(lock.string() + " " + words, [&] { write("new"); });
+        fs::remove(lock);
+        EXPECT_THAT(names(), testing::IsEmpty());
+    }
+    const auto held = std::make_unique<const LockedFile>(file);
+    expectRefusal("cannot write " + file.string() + ": waited 0.02 s for process " +
+                      std::to_string(::getpid()),
+                  [&] { const LockedFile waiting(file, std::chrono::milliseconds(20)); });
+}
+
+TEST_F(AtomicFileTest, FilesAreForTheUserAndPermissionsCount)
+{
+    const auto mode = [](const fs::path& path) {
+        return static_cast<unsigned>(fs::status(path).permissions());
+    };
+    const fs::path made = folder / "home/verdix/settings.json";
+    LockedFile(made).replace("new");
+    EXPECT_EQ(mode(made), 0600U);
+    EXPECT_EQ(mode(made.parent_path()), 0700U);
+    EXPECT_EQ(mode(folder / "home"), 0700U);
+    write("old");
+    ::chown((folder / "").parent_path().c_str(), 65534, 65534);
+    ::chown(file.c_str(), 65534, 65534);
+    const bool isRoot = ::seteuid(65534) == 0;  // whom permissions do not hinder
+    fs::permissions(file, fs::perms::owner_read);
+    expectRefusal("cannot write " + file.string() + ": Permission denied", [&] { write("new"); });
+    fs::permissions(file.parent_path(), fs::perms::owner_read | fs::perms::owner_exec);
+    expectRefusal("cannot write in " + file.parent_path().string() + ": Permission denied",
+                  [&] { write("new"); });
+    fs::permissions(file.parent_path(), fs::perms::owner_all);
+    EXPECT_EQ(readFile(file), "old");
+    if (isRoot) {
+        static_cast<void>(::seteuid(0));
+        fs::create_symlink("settings.json", folder / "link.json");
+        ::lchown((folder / "link.json").c_str(), 65534, 65534);
+        expectRefusal("a symbolic link of another user",
+                      [&] { LockedFile(folder / "link.json").replace("new"); });
+    }
 }
 
 TEST_F(AtomicFileTest, ConcurrentWritersLoseNothing)
