@@ -210,7 +210,8 @@ TEST(ReviewCommands, ExitWithOneIfASettingIsLost)
     EXPECT_EQ(history.exitCode, 1);
     EXPECT_THAT(history.output, testing::StartsWith("error  verdix.web.FindPanel is missing"));
     EXPECT_THAT(runTool({"diff", baseline, folder / "none"}),
-                tests::FailsInOneLine(1, HasSubstr("no such file: " + std::string(folder / "none"))));
+                tests::FailsInOneLine(
+                    1, HasSubstr("cannot read " + std::string(folder / "none") + ": No such file")));
 }
 
 }  // namespace

@@ -118,7 +118,7 @@ Action addDiff(CLI::App& command)
     auto options = std::make_shared<DiffOptions>();
     addPositional(command, "OLD", options->older, Need::required,
                   "Older tree, written by export --format json; - is standard input");
-    addPositional(command, "NEW", options->newer, Need::required, "Newer tree");
+    addPositional(command, "NEW", options->newer, Need::required, "Newer tree; - is standard input");
     addChoice(command, "--format", options->format, {"text", "json", "markdown"},
               "Output format (default: text)");
     return [options](LazySession&, Output& out) { return diff(*options, out); };

@@ -207,9 +207,11 @@ void requireLockFile(const struct stat& status, const fs::path& lockFile)
     if (!S_ISREG(status.st_mode)) {
         failOnLockFile(lockFile, S_ISLNK(status.st_mode) ? "is a symbolic link" : "is not a regular file");
     }
+    if (status.st_uid == ::geteuid() || status.st_uid == 0) {
+        return;
+    }
     struct stat folder = {};
-    ::stat(lockFile.parent_path().c_str(), &folder);
-    if (status.st_uid != ::geteuid() && status.st_uid != 0 && status.st_uid != folder.st_uid) {
+    if (::stat(lockFile.parent_path().c_str(), &folder) != 0 || status.st_uid != folder.st_uid) {
         failOnLockFile(lockFile, "is of another user");
     }
 }
@@ -235,12 +237,12 @@ Descriptor openLockFile(const fs::path& lockFile)
     return opened;
 }
 
-/// Returns the process that holds a flock on the file, as far as the system tells.
-std::string holderOf(const struct stat& lockFile)
+/// Returns the process that has locked the file, as far as the system tells.
+std::string holderOf(const fs::path& lockFile, const struct stat& status)
 {
     std::array<char, 64> place{};
-    std::snprintf(place.data(), place.size(), "%02x:%02x:%ju", ::major(lockFile.st_dev),
-                  ::minor(lockFile.st_dev), static_cast<std::uintmax_t>(lockFile.st_ino));
+    std::snprintf(place.data(), place.size(), "%02x:%02x:%ju", ::major(status.st_dev), ::minor(status.st_dev),
+                  static_cast<std::uintmax_t>(status.st_ino));
     std::ifstream locks("/proc/locks");
     for (std::string line; std::getline(locks, line);) {
         // 1: FLOCK  ADVISORY  WRITE 4711 fd:01:1837 0 EOF; those that wait have "->" after the number.
@@ -248,11 +250,12 @@ std::string holderOf(const struct stat& lockFile)
         const std::vector<std::string> fields(std::istream_iterator<std::string>(stream), {});
         if (fields.size() > 5 && fields[1] == "FLOCK" && fields[5] == place.data()) {
             std::string name;
-            std::getline(std::ifstream("/proc/" + fields[4] + "/comm"), name);
-            return "process " + fields[4] + (name.empty() ? "" : " (" + name + ")");
+            if (std::getline(std::ifstream("/proc/" + fields[4] + "/comm"), name)) {
+                return "process " + fields[4] + " (" + name + ")";
+            }
         }
     }
-    return "another process";
+    return "another process (to find it: fuser " + lockFile.string() + ")";
 }
 
 [[noreturn]] void failOnTimeout(const fs::path& file, const std::string& holder,
@@ -291,7 +294,7 @@ FileLock::FileLock(const fs::path& file, std::chrono::milliseconds timeout)
         } else if (errno != EWOULDBLOCK) {
             failOnErrno("cannot lock", file);
         } else if (std::chrono::steady_clock::now() >= deadline) {
-            failOnTimeout(file, holderOf(own), timeout);
+            failOnTimeout(file, holderOf(lockFile_, own), timeout);
         } else {
             std::this_thread::sleep_for(step);
         }
