@@ -6,17 +6,20 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdint>
+#include <fcntl.h>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
+#include <sys/file.h>
 #include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
-#include <system_error>
 #include <tests/support/files.hpp>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -133,6 +136,17 @@ bool killAtStop(int n, Writer writer)
     return true;
 }
 
+/// The number of the system call that a stopped process is entering, or -1.
+long callOf(pid_t child, std::uint64_t* firstArgument = nullptr)
+{
+    __ptrace_syscall_info info = {};
+    ::ptrace(PTRACE_GET_SYSCALL_INFO, child, sizeof info, &info);
+    if (firstArgument != nullptr) {
+        *firstArgument = info.entry.args[0];
+    }
+    return info.op == PTRACE_SYSCALL_INFO_ENTRY ? static_cast<long>(info.entry.nr) : -1;
+}
+
 /// The flushes and renames that the writer asks of the system, in order.
 template <class Writer>
 std::vector<std::string> flushesAndRenames(Writer writer)
@@ -140,16 +154,12 @@ std::vector<std::string> flushesAndRenames(Writer writer)
     std::vector<std::string> calls;
     const pid_t child = startTraced(writer);
     while (continueToStop(child)) {
-        __ptrace_syscall_info info = {};
-        ::ptrace(PTRACE_GET_SYSCALL_INFO, child, sizeof info, &info);
-        if (info.op == PTRACE_SYSCALL_INFO_ENTRY && info.entry.nr == SYS_fsync) {
-            struct stat target = {};
-            ::stat(("/proc/" + std::to_string(child) + "/fd/" + std::to_string(info.entry.args[0])).c_str(),
-                   &target);
-            calls.emplace_back(S_ISDIR(target.st_mode) ? "flush folder" : "flush file");
-        } else if (info.op == PTRACE_SYSCALL_INFO_ENTRY &&
-                   (info.entry.nr == SYS_rename || info.entry.nr == SYS_renameat2))
-        {
+        std::uint64_t descriptor = 0;
+        const long call = callOf(child, &descriptor);
+        if (call == SYS_fsync) {
+            const fs::path file = "/proc/" + std::to_string(child) + "/fd/" + std::to_string(descriptor);
+            calls.emplace_back(fs::is_directory(file) ? "flush folder" : "flush file");
+        } else if (call == SYS_rename || call == SYS_renameat2) {
             calls.emplace_back("rename");
         }
     }
@@ -208,7 +218,7 @@ TEST_F(AtomicFileTest, OnlyRegularFilesOfALimitedSizeAreRead)
 {
     ::mkfifo((folder / "fifo").c_str(), 0600);
     tests::writeFile(folder / "large", "");
-    fs::resize_file(folder / "large", vx::core::maximumSettingsFileSize + 1);
+    fs::resize_file(folder / "large", std::uintmax_t{1} << 40U);  // without blocks on the disk
     const std::pair<fs::path, const char*> cases[] = {
         {folder / "fifo", ": it is a FIFO"},
         {folder / "", ": it is a folder"},
@@ -238,6 +248,24 @@ TEST_F(AtomicFileTest, TheLockIsAFileOfItsOwnAndIsNotWaitedForForever)
     expectRefusal("cannot write " + file.string() + ": waited 0.02 s for process " +
                       std::to_string(::getpid()),
                   [&] { const LockedFile waiting(file, std::chrono::milliseconds(20)); });
+}
+
+TEST_F(AtomicFileTest, ALockFileThatWasRemovedLocksNothing)
+{
+    const fs::path lock = folder / ".settings.json.lock";
+    const pid_t child = startTraced([&] { write("new"); });
+    while (callOf(child) != SYS_flock) {
+        ASSERT_TRUE(continueToStop(child));
+    }
+    fs::remove(lock);  // the child has opened it
+    const int held = ::open(lock.c_str(), O_RDWR | O_CREAT, 0600);
+    EXPECT_EQ(::flock(held, LOCK_EX), 0);
+    ::ptrace(PTRACE_DETACH, child, nullptr, nullptr);
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_FALSE(fs::exists(file));
+    ::close(held);
+    ::waitpid(child, nullptr, 0);
+    EXPECT_EQ(readFile(file), "new");
 }
 
 TEST_F(AtomicFileTest, FilesAreForTheUserAndPermissionsCount)
