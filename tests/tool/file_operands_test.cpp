@@ -50,10 +50,8 @@ TEST_F(FileOperands, AreRefusedByName)
     EXPECT_EQ(tests::readFile(personal), "{}");
 
     refuses(2, "can be read only once", {"diff", "-", "-"});
-    refuses(2, "can be read only once", {"history", "--baseline", "-", "--tree", "-"});
     refuses(2, "--write needs a file", {"migrate", "-", "--write"});
     refuses(2, "--personal: needs a file", {"get", "UserPath", "--personal", "-"});
-    refuses(1, "it is a device", {"get", "UserPath", "--installation", "/dev/zero"});
     refuses(3, "is a device, not a library", {"summary", "--bundle", "/dev/zero"});
 }
 
