@@ -39,6 +39,7 @@ public:
         : descriptor_(
               retryOnInterrupt([&] { return ::open(file.c_str(), flags | O_CLOEXEC | O_NOCTTY, mode); }))
     {}
+    /// Takes over the descriptor; `other` no longer has one.
     Descriptor(Descriptor&& other) noexcept : descriptor_(other.release()) {}
     Descriptor& operator=(Descriptor&&) = delete;
     ~Descriptor()
@@ -48,8 +49,11 @@ public:
         }
     }
 
+    /// Returns whether there is a descriptor.
     [[nodiscard]] bool isOpen() const noexcept { return descriptor_ != -1; }
+    /// Returns the descriptor, or -1.
     [[nodiscard]] int get() const noexcept { return descriptor_; }
+    /// Gives up the descriptor, which the caller has to close.
     [[nodiscard]] int release() noexcept { return std::exchange(descriptor_, -1); }
 
 private:
