@@ -3,7 +3,7 @@
 #include <data/views.hpp>
 #include <settings_core/constraints/constraints.hpp>
 #include <settings_core/diagnostic.hpp>
-#include <settings_core/files/atomic_file.hpp>
+#include <settings_core/files/input_file.hpp>
 #include <settings_core/files/text_position.hpp>
 #include <settings_core/values/run_time_default.hpp>
 
@@ -340,7 +340,7 @@ ReleaseTree parseReleaseTree(std::string_view text, const std::string& file)
             core::formatDiagnostic({"",
                                     std::string("not an exported tree: ") + error.what() +
                                         "; create one with: vxsettings export --format json -o FILE",
-                                    core::positionAt(text, error.offset(), file)}));
+                                    core::positionAt(text, error.offset(), core::inputName(file))}));
     }
 }
 
@@ -351,11 +351,7 @@ ReleaseTree readReleaseTree(const std::string& file)
 
 std::string contentOf(const std::string& file)
 {
-    std::optional<std::string> content = core::readFile(file);
-    if (!content) {
-        throw std::runtime_error("no such file: " + file);
-    }
-    return *std::move(content);
+    return core::readInput(file, core::maximumTreeFileSize);
 }
 
 }  // namespace vx::review

@@ -27,14 +27,14 @@ struct ReleaseTree
 [[nodiscard]] ReleaseTree makeReleaseTree(const core::SettingsTree& tree,
                                           const ::settings::core::ReleaseChangeTable& releases);
 
-/// Reads an exported tree or a baseline. Callables of the exported process do nothing. Throws
+/// Reads an exported tree or a baseline; "-" is standard input. Callables of the exported process do nothing. Throws
 /// std::runtime_error with the file, line and column, and what is expected there.
 [[nodiscard]] ReleaseTree readReleaseTree(const std::string& file);
 
 /// As above, from the content of a file; `file` is its name for messages.
 [[nodiscard]] ReleaseTree parseReleaseTree(std::string_view text, const std::string& file);
 
-/// Returns the content of a file. Throws std::runtime_error if it does not exist or cannot be read.
+/// Returns the content of a file; "-" is standard input. Throws std::runtime_error if it cannot be read.
 [[nodiscard]] std::string contentOf(const std::string& file);
 
 }  // namespace vx::review

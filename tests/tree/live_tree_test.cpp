@@ -2,7 +2,7 @@
 
 #include <component/factory_settings_verdix.hpp>
 #include <review/source_file.hpp>
-#include <settings_core/files/atomic_file.hpp>
+#include <settings_core/files/input_file.hpp>
 #include <settings_core/tree/settings_tree.hpp>
 
 #include <gmock/gmock.h>

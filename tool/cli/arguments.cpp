@@ -1,9 +1,14 @@
 #include "cli/arguments.hpp"
 
+#include <settings_core/files/input_file.hpp>
+
 #include <CLI/CLI.hpp>
 #include <boost/algorithm/string/join.hpp>
 
+#include <algorithm>
 #include <cstddef>
+
+#include "cli/command_error.hpp"
 
 namespace vx::tool {
 
@@ -61,6 +66,13 @@ void addChoice(CLI::App& command, const char* names, std::string& target,
 void addFlag(CLI::App& command, const char* names, bool& target, const char* help)
 {
     command.add_flag(names, target, help);
+}
+
+void requireOneStandardInput(const std::vector<std::string>& files)
+{
+    if (std::ranges::count(files, core::standardInput) > 1) {
+        throw CommandError(ExitCode::usage, "standard input (-) can be read only once: name a file instead");
+    }
 }
 
 void setChoices(CLI::Option& option, const std::vector<std::string>& choices)

@@ -42,6 +42,9 @@ void addOption(CLI::App& command, const char* names, std::string& target, const 
 void addOption(CLI::App& command, const char* names, int& target, int least, int most, const char* valueName,
                const char* help);
 
+/// Throws CommandError when more than one of the files that a command reads is "-", standard input.
+void requireOneStandardInput(const std::vector<std::string>& files);
+
 /// Adds an option or positional argument that takes one of `choices`.
 void addChoice(CLI::App& command, const char* names, std::string& target,
                const std::vector<std::string>& choices, const char* help, Need need = Need::optional);

@@ -1,5 +1,7 @@
 #include "cli/global_options.hpp"
 
+#include <settings_core/files/input_file.hpp>
+
 #include <CLI/CLI.hpp>
 
 #include <charconv>
@@ -47,6 +49,14 @@ std::pair<std::string, int> parseFeature(const std::string& argument)
     return {argument.substr(0, equals), parseFeatureValue(std::string_view(argument).substr(equals + 1))};
 }
 
+std::filesystem::path settingsFile(const std::string& option, const std::string& path)
+{
+    if (path.empty() || path == core::standardInput) {
+        throw CLI::ValidationError(option, "needs a file, which may be missing, not \"" + path + "\"");
+    }
+    return std::filesystem::absolute(path);
+}
+
 /// Adds an option that takes one of the names in `values`, and assigns the value of that name.
 template <class Value>
 void addChoice(CLI::App& app, const std::string& option, Value& target,
@@ -72,7 +82,7 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
         ->type_name("FILE");
     const auto addFile = [&app](const char* name, std::filesystem::path& file, const char* help) {
         app.add_option_function<std::string>(
-               name, [&file](const std::string& path) { file = std::filesystem::absolute(path); }, help)
+               name, [&file, name](const std::string& path) { file = settingsFile(name, path); }, help)
             ->type_name("FILE");
     };
     addFile("--installation", options->layerFiles.installation,

@@ -230,5 +230,6 @@ int main(int argc, char** argv)
 {
     vx::tool::occupyStandardDescriptors();
     std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is a failed write, reported as such
+    std::signal(SIGXFSZ, SIG_IGN);  // so is a file that reaches the size limit of the process
     return static_cast<int>(vx::tool::guardedRun(argc, argv));
 }

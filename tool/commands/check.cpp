@@ -1,5 +1,5 @@
-#include <settings_core/files/atomic_file.hpp>
 #include <settings_core/files/file_check.hpp>
+#include <settings_core/files/input_file.hpp>
 
 #include <memory>
 #include <string>
@@ -33,11 +33,8 @@ void writeText(const std::filesystem::path& file, bool exists,
 ExitCode check(LazySession& lazy, const std::string& named, Output& out)
 {
     const std::filesystem::path file =
-        named.empty() ? lazy.layerFiles().personal : std::filesystem::path(named);
-    const auto content = core::readFile(file);
-    if (!content && !named.empty()) {
-        throw CommandError(ExitCode::failed, named + ": no such file");
-    }
+        named.empty() ? lazy.layerFiles().personal : std::filesystem::path(core::inputName(named));
+    const auto content = named.empty() ? core::readFile(file) : core::readInput(named);
     const bool exists = content.has_value();
     std::vector<core::Diagnostic> diagnostics;
     if (exists) {
@@ -55,7 +52,8 @@ Action addCheck(CLI::App& command)
     setHelp(command, "Check a settings file; report every error with line and column",
             "Exits with 1 if the file has errors.\nExample:\n  vxsettings check settings.json");
     auto file = std::make_shared<std::string>();
-    addPositional(command, "FILE", *file, Need::optional, "Settings file (default: the personal one)");
+    addPositional(command, "FILE", *file, Need::optional,
+                  "Settings file; - is standard input (default: the personal file)");
     return [file](LazySession& session, Output& out) { return check(session, *file, out); };
 }
 

@@ -132,6 +132,7 @@ void writeJson(const std::vector<Difference>& differences, Output& out)
 
 ExitCode diff(const DiffOptions& options, Output& out)
 {
+    requireOneStandardInput({options.older, options.newer});
     const auto older = review::readReleaseTree(options.older);
     const auto newer = review::readReleaseTree(options.newer);
     const auto differences = review::compareTrees(older, newer);
@@ -158,8 +159,8 @@ Action addDiff(CLI::App& command)
             "Example:\n  vxsettings diff R2025b.json R2026a.json --format markdown");
     auto options = std::make_shared<DiffOptions>();
     addPositional(command, "OLD", options->older, Need::required,
-                  "Older tree, written by export --format json");
-    addPositional(command, "NEW", options->newer, Need::required, "Newer tree");
+                  "Older tree, written by export --format json; - is standard input");
+    addPositional(command, "NEW", options->newer, Need::required, "Newer tree; - is standard input");
     addChoice(command, "--format", options->format, {"text", "json", "markdown"},
               "Output format (default: text); markdown is for release notes");
     addOption(command, "--changed-settings", options->changedSettings, "FILE",

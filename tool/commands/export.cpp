@@ -1,13 +1,12 @@
 #include <review/tree_json.hpp>
+#include <settings_core/files/atomic_file.hpp>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
+#include <filesystem>
 #include <iterator>
 #include <memory>
 #include <string>
-#include <unistd.h>
+#include <utility>
 #include <vector>
 
 #include "cli/arguments.hpp"
@@ -25,27 +24,6 @@ struct ExportOptions
 {
     std::string format;
     std::string file;
-};
-
-/// A file that is created or truncated, open for writing.
-class WritableFile
-{
-public:
-    explicit WritableFile(const std::string& name)
-        : descriptor_(::open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666))
-    {
-        if (descriptor_ < 0) {
-            throw CommandError(ExitCode::failed, "cannot write " + name + ": " + std::strerror(errno));
-        }
-    }
-    WritableFile(const WritableFile&) = delete;
-    WritableFile& operator=(const WritableFile&) = delete;
-    ~WritableFile() { ::close(descriptor_); }
-
-    [[nodiscard]] int descriptor() const noexcept { return descriptor_; }
-
-private:
-    int descriptor_;
 };
 
 struct Format
@@ -85,6 +63,22 @@ std::vector<std::string> formatNames()
     return names;
 }
 
+/// Refuses to write the tree over a file that the command reads.
+void requireOtherFile(const std::string& file, const LazySession& lazy)
+{
+    const core::LayerFiles layers = lazy.layerFiles();
+    const std::pair<std::filesystem::path, const char*> inputs[] = {
+        {layers.personal, "the personal settings file"},
+        {layers.installation, "the installation settings file"},
+        {lazy.bundleFile(), "the bundle"}};
+    for (const auto& [input, name] : inputs) {
+        if (core::isSameFile(file, input)) {
+            throw CommandError(ExitCode::usage, "cannot write " + file + ": it is " + name +
+                                                    "; name another file with --output");
+        }
+    }
+}
+
 ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& standard)
 {
     if (options.format.empty() && !standard.isJson()) {
@@ -92,15 +86,14 @@ ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& sta
     }
     const Format& format =
         options.format.empty() ? formats[0] : *std::ranges::find(formats, options.format, &Format::name);
-    static_cast<void>(lazy.get());  // before the file is truncated, in case the bundle cannot be started
-    if (options.file.empty()) {
+    if (options.file.empty() || options.file == "-") {
         format.write(lazy, standard);
         return ExitCode::done;
     }
-    const WritableFile file(options.file);
-    Output out(file.descriptor(), options.file, ColourChoice::never);
+    requireOtherFile(options.file, lazy);
+    Output out;
     format.write(lazy, out);
-    out.flush();
+    core::writeFile(options.file, out.buffer());
     return ExitCode::done;
 }
 
@@ -116,7 +109,8 @@ Action addExport(CLI::App& command)
               "Output format; baseline is a shorter json, to be kept for each release; json-schema lets "
               "editors complete and check settings files, html is a page to browse "
               "and search the settings");
-    addOption(command, "-o,--output", options->file, "FILE", "File to write (default: standard output)");
+    addOption(command, "-o,--output", options->file, "FILE",
+              "File to write, whole or not at all (default: -, standard output)");
     return [options](LazySession& session, Output& out) { return exportTree(session, *options, out); };
 }
 

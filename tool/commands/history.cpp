@@ -20,6 +20,7 @@ struct HistoryOptions
 
 ExitCode history(LazySession& session, const HistoryOptions& options, Output& out)
 {
+    requireOneStandardInput({options.baseline, options.changedSettings, options.tree});
     const auto baselines = review::readBaselines(options.baseline);
     const auto changed = options.changedSettings.empty()
                              ? review::ChangedSettings{"docs/changed-settings", {}}
@@ -44,7 +45,7 @@ Action addHistory(CLI::App& command)
     addOption(command, "--changed-settings", options->changedSettings, "FILE",
               "List of the settings that were changed on purpose since the last release, with reasons");
     addOption(command, "--tree", options->tree, "FILE",
-              "Exported tree to check (default: the tree of the bundle)");
+              "Exported tree to check; - is standard input (default: the tree of the bundle)");
     return [options](LazySession& session, Output& out) { return history(session, *options, out); };
 }
 

@@ -1,6 +1,7 @@
 #include <review/tree_json.hpp>
 #include <settings_core/files/atomic_file.hpp>
 #include <settings_core/files/file_check.hpp>
+#include <settings_core/files/input_file.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/releases/migration.hpp>
 
@@ -176,27 +177,27 @@ void writeDocument(const Outcome& outcome, Output& out)
 
 Outcome migrateFile(LazySession& lazy, const MigrateOptions& options, const core::MigrationRange& range)
 {
+    if (options.writes && options.file == core::standardInput) {
+        throw CommandError(ExitCode::usage, "--write needs a file, not standard input");
+    }
     std::optional<core::LockedFile> locked;
-    std::error_code ignored;
-    if (options.writes && fs::is_regular_file(options.file, ignored)) {
+    if (options.writes && !core::fileKind(options.file).empty()) {
         // Only a file that exists is locked, as a lock would create the folder of a missing one.
         locked.emplace(options.file);
     }
-    const auto content = locked ? locked->content() : core::readFile(options.file);
-    if (!content) {
-        throw CommandError(ExitCode::failed, options.file + ": no such file");
-    }
+    const std::string content =
+        locked && locked->content() ? *locked->content() : core::readInput(options.file);
+    const fs::path file = core::inputName(options.file);
     const Session& session = lazy.get();
-    Migration migration = planMigration(*content, options.file, session, range);
-    auto diagnostics =
-        core::checkMigratedValues(migration, options.file, session.tree(), session.releaseChanges());
-    const bool isChange = migration.text != *content;
+    Migration migration = planMigration(content, file, session, range);
+    auto diagnostics = core::checkMigratedValues(migration, file, session.tree(), session.releaseChanges());
+    const bool isChange = migration.text != content;
     std::string backup;
     if (locked && isChange) {
         backup = saveBackup(*locked, migration);
         locked->replace(migration.text);
     }
-    return {options.file, std::move(migration), std::move(diagnostics), isChange, locked && isChange, backup};
+    return {file, std::move(migration), std::move(diagnostics), isChange, locked && isChange, backup};
 }
 
 /// The changes of a release in preparation are not final.
@@ -229,7 +230,8 @@ Action addMigrate(CLI::App& command)
             "Exits with 1 if invalid values remain in the file, which are ignored.\n"
             "Example:\n  vxsettings migrate settings.json --write");
     auto options = std::make_shared<MigrateOptions>();
-    addPositional(command, "FILE", options->file, Need::required, "Settings file");
+    addPositional(command, "FILE", options->file, Need::required,
+                  "Settings file; - is standard input, without --write");
     addOption(command, "--from", options->from, "RELEASE",
               "Release of the file (default: the one that the file names)");
     addOption(command, "--to", options->to, "RELEASE", "Release to migrate to (default: the newest)");

@@ -1,5 +1,7 @@
 #include "host/bundle_file.hpp"
 
+#include <settings_core/files/input_file.hpp>
+
 #include <boost/algorithm/string/replace.hpp>
 
 #include <array>
@@ -28,8 +30,9 @@ void requireLibrary(const std::filesystem::path& file)
         throw CommandError(ExitCode::notStarted, "bundle " + file.string() + ": " + reason +
                                                      "; choose another bundle with --bundle FILE");
     };
-    if (std::filesystem::is_directory(file)) {
-        reject("is a folder, not a library");
+    const std::string kind(core::fileKind(file));
+    if (!kind.empty() && kind != "regular file") {
+        reject("is a " + kind + ", not a library");
     }
     std::ifstream stream(file, std::ios::binary);
     if (!stream) {

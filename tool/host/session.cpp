@@ -74,11 +74,11 @@ const core::Node& Session::setting(const std::string& path) const
 core::LayerFiles LazySession::layerFiles() const
 {
     core::LayerFiles files = namedFiles_;
-    if (files.installation.empty() || files.personal.empty()) {
-        core::LayerFiles defaults = core::defaultLayerFiles();
-        files.installation =
-            files.installation.empty() ? std::move(defaults.installation) : files.installation;
-        files.personal = files.personal.empty() ? std::move(defaults.personal) : files.personal;
+    if (files.installation.empty()) {
+        files.installation = core::defaultInstallationFile();
+    }
+    if (files.personal.empty()) {
+        files.personal = core::defaultPersonalFile();
     }
     return files;
 }

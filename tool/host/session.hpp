@@ -69,7 +69,7 @@ public:
         return !namedFiles_.installation.empty() || !namedFiles_.personal.empty();
     }
 
-    /// Returns the paths of the settings files.
+    /// Returns the paths of the settings files. Throws what defaultPersonalFile throws.
     [[nodiscard]] core::LayerFiles layerFiles() const;
 
     /// Returns the layers over the session's tree. Throws CommandError.

@@ -63,6 +63,9 @@ std::string Output::styled(Style style, std::string_view text) const
 
 void Output::flush()
 {
+    if (descriptor_ == -1) {
+        return;
+    }
     std::string_view rest = buffer_;
     while (!rest.empty()) {
         const ssize_t written = ::write(descriptor_, rest.data(), rest.size());

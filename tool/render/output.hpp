@@ -33,13 +33,15 @@ enum class OutputFormat : std::uint8_t
     json   ///< for programs, one document
 };
 
-/// Buffered output to a file descriptor, which it does not own. Writing throws CommandError, with the
-/// destination's name, if the descriptor cannot be written (closed pipe, full disk). Output that is not
-/// flushed is lost.
+/// Buffered output to a file descriptor, which it does not own, or only to the buffer. Writing throws
+/// CommandError, with the destination's name, if the descriptor cannot be written (closed pipe, full disk).
+/// Output that is not flushed is lost.
 class Output
 {
 public:
     Output(int descriptor, std::string name, ColourChoice colour, OutputFormat format = OutputFormat::text);
+    /// Keeps everything in the buffer, without colours.
+    Output() = default;
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
@@ -59,14 +61,17 @@ public:
     /// Returns the text in the style's colour; unchanged if colours are off.
     [[nodiscard]] std::string styled(Style style, std::string_view text) const;
 
+    /// Returns what the buffer holds.
+    [[nodiscard]] std::string_view buffer() const noexcept { return buffer_; }
+
     /// Writes the buffer. Throws CommandError.
     void flush();
 
 private:
-    int descriptor_;
+    int descriptor_ = -1;  ///< -1: there is only the buffer
     std::string name_;
-    bool hasColour_;
-    OutputFormat format_;
+    bool hasColour_ = false;
+    OutputFormat format_ = OutputFormat::text;
     std::string buffer_;
 };
 

@@ -2,9 +2,18 @@
 
 // Atomic replacement of files: a reader sees either the old or the new content, never a part of one, even
 // after a crash.
+//
+// New content is written to ".<name>.new" beside the file, flushed and renamed; then the folder is flushed.
+// It gets the mode of the old file and, where permitted, its owner and group. A symbolic link is followed:
+// its target is replaced. A file that the user may not write is refused, though renaming would replace it.
+//
+// Meanwhile ".<name>.lock", an empty file, is locked, because every replacement gives the file itself a new
+// inode. Who gets the lock removes the lock file when done; who waited for it looks whether the lock file is
+// still the one that was locked. What a killed process leaves of either file is used by the next writer.
 
 #include <foundation/export.hpp>
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -12,33 +21,40 @@
 
 namespace vx::core {
 
-/// Returns a file's content, or nothing when the file does not exist. Throws std::system_error that names the
-/// file.
-[[nodiscard]] VX_API std::optional<std::string> readFile(const std::filesystem::path& file);
+/// How long a writer waits for others before it gives up.
+inline constexpr std::chrono::milliseconds lockTimeout{10'000};
 
-/// A file that is locked against other writers while it is read and replaced; they wait for the lock.
-///
-/// The lock is taken on an empty file beside it, ".<name>.lock", because every replacement gives the file
-/// itself a new inode. The lock file is never removed: otherwise two writers could hold locks on two
-/// different lock files. New content is written to ".<name>.new", which gets the old file's mode and, where
-/// permitted, its owner, is flushed and renamed; then the folder is flushed. A ".<name>.new" that a killed
-/// writer left behind is overwritten. A symbolic link is followed: its target is replaced.
+/// An exclusive lock on a file, against other writers.
+class VX_API FileLock
+{
+public:
+    /// Waits for the lock. Throws std::runtime_error that says who holds it when it is not released in time,
+    /// or when the lock file is not a regular file of the user, of root or of the folder's owner; throws
+    /// std::system_error when there can be no lock file.
+    FileLock(const std::filesystem::path& file, std::chrono::milliseconds timeout);
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+    ~FileLock();
+
+private:
+    std::filesystem::path lockFile_;
+    int descriptor_ = -1;
+};
+
+/// A settings file that is locked against other writers while it is read and replaced.
 class VX_API LockedFile
 {
 public:
-    /// Waits for the lock and reads the file. Creates the file's folder if it does not exist. Throws
-    /// std::system_error that names the file.
-    explicit LockedFile(const std::filesystem::path& file);
-    LockedFile(const LockedFile&) = delete;
-    LockedFile& operator=(const LockedFile&) = delete;
-    ~LockedFile();
+    /// Waits for the lock and reads the file. Creates the file's folder, for the user only, if it does not
+    /// exist. Throws what readFile and FileLock throw.
+    explicit LockedFile(const std::filesystem::path& file, std::chrono::milliseconds timeout = lockTimeout);
 
     /// Returns the current content, or nothing when the file does not exist yet.
     [[nodiscard]] const std::optional<std::string>& content() const noexcept { return content_; }
 
-    /// Replaces the file's content; does nothing when the content is the same. Throws std::system_error that
-    /// names the file. If the error occurs before the rename, the file is unchanged and no temporary file
-    /// remains.
+    /// Replaces the file's content; does nothing when the content is the same. A new file is for the user
+    /// only. Throws std::system_error that names the file. If the error occurs before the rename, the file is
+    /// unchanged and no temporary file remains.
     void replace(std::string content);
 
     /// Writes a copy of the content under another name in the same folder. Returns false, and writes nothing,
@@ -50,8 +66,16 @@ public:
 
 private:
     std::filesystem::path file_;
-    int lock_;
+    FileLock lock_;
     std::optional<std::string> content_;
 };
+
+/// Replaces a file that a user named, or creates it with the mode that the process gives new files. What is
+/// not a regular file (a device, a FIFO), and a descriptor such as /dev/stdout, is written directly. Throws
+/// like LockedFile.
+VX_API void writeFile(const std::filesystem::path& file, std::string_view content);
+
+/// Whether writing to one of the files would replace the other; neither need exist.
+[[nodiscard]] VX_API bool isSameFile(const std::filesystem::path& left, const std::filesystem::path& right);
 
 }  // namespace vx::core

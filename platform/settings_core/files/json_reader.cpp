@@ -14,6 +14,7 @@ namespace vx::core {
 namespace {
 
 constexpr int maxDepth = 100;
+constexpr std::size_t maxValues = 1'000'000;  // each takes 80 bytes or more, and two of the text
 
 constexpr bool isDigit(char c)
 {
@@ -106,6 +107,9 @@ private:
     {
         if (depth > maxDepth) {
             fail("nesting deeper than 100");
+        }
+        if (++count_ > maxValues) {
+            fail("more than 1000000 values");
         }
         JsonValue result;
         result.offset = at_;
@@ -278,6 +282,7 @@ private:
 
     std::string_view text_;
     std::size_t at_ = 0;
+    std::size_t count_ = 0;  ///< of values so far
 };
 
 void appendUnitEscape(std::string& literal, char16_t unit)

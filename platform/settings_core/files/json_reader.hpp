@@ -52,7 +52,7 @@ struct JsonMember
 };
 
 /// Parses a JSON text strictly as in RFC 8259; a byte-order mark may precede it. Throws ParseError for
-/// invalid JSON and for arrays and objects that are nested deeper than 100.
+/// invalid JSON, for arrays and objects that are nested deeper than 100, and for more than 1,000,000 values.
 [[nodiscard]] VX_API JsonValue readJson(std::string_view text);
 
 /// Decodes a value of kind string.

@@ -1,4 +1,4 @@
-#include <settings_core/files/atomic_file.hpp>
+#include <settings_core/files/input_file.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/files/stored_value.hpp>
 #include <settings_core/files/text_position.hpp>
@@ -8,7 +8,9 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
+#include <pwd.h>
 #include <stdexcept>
+#include <unistd.h>
 #include <utility>
 
 namespace vx::core {
@@ -34,26 +36,31 @@ bool isUsable(std::string_view folder)
     return folder.starts_with('/');
 }
 
-fs::path personalFile()
+/// Returns the user's home in the user database, or an empty string.
+std::string databaseHome()
 {
-    const std::string_view folder = environment("XDG_CONFIG_HOME");
-    return settingsIn(isUsable(folder) ? fs::path(folder) : fs::path(environment("HOME")) / ".config");
+    std::vector<char> strings(16384);
+    passwd entry = {};
+    passwd* found = nullptr;
+    while (::getpwuid_r(::geteuid(), &entry, strings.data(), strings.size(), &found) == ERANGE) {
+        strings.resize(2 * strings.size());
+    }
+    return found == nullptr ? std::string() : found->pw_dir;
 }
 
-fs::path installationFile()
+fs::path homeFolder()
 {
-    std::string_view folders = environment("XDG_CONFIG_DIRS");
-    fs::path first;
-    while (!folders.empty()) {
-        const std::string_view folder = folders.substr(0, folders.find(':'));
-        folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
-        std::error_code ignored;
-        if (isUsable(folder) && fs::exists(settingsIn(folder), ignored)) {
-            return settingsIn(folder);
-        }
-        first = first.empty() && isUsable(folder) ? settingsIn(folder) : first;
+    constexpr const char* wayOut = "; set HOME or XDG_CONFIG_HOME, or name the file with --personal FILE";
+    const std::string_view variable = environment("HOME");
+    if (!variable.empty() && !isUsable(variable)) {
+        throw std::runtime_error("HOME is not an absolute path: " + std::string(variable) + wayOut);
     }
-    return first.empty() ? settingsIn("/etc/xdg") : first;
+    std::string home = variable.empty() ? databaseHome() : std::string(variable);
+    if (!isUsable(home)) {
+        throw std::runtime_error("no folder for personal settings: HOME is not set, and user " +
+                                 std::to_string(::geteuid()) + " has no home in the user database" + wayOut);
+    }
+    return home;
 }
 
 LayerValue factoryValueOf(const Node& setting)
@@ -77,9 +84,26 @@ std::string_view layerName(Layer layer) noexcept
     return names[static_cast<std::size_t>(layer)];
 }
 
-LayerFiles defaultLayerFiles()
+fs::path defaultPersonalFile()
 {
-    return {installationFile(), personalFile()};
+    const std::string_view folder = environment("XDG_CONFIG_HOME");
+    return settingsIn(isUsable(folder) ? fs::path(folder) : homeFolder() / ".config");
+}
+
+fs::path defaultInstallationFile()
+{
+    std::string_view folders = environment("XDG_CONFIG_DIRS");
+    fs::path first;
+    while (!folders.empty()) {
+        const std::string_view folder = folders.substr(0, folders.find(':'));
+        folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
+        std::error_code ignored;
+        if (isUsable(folder) && fs::exists(settingsIn(folder), ignored)) {
+            return settingsIn(folder);
+        }
+        first = first.empty() && isUsable(folder) ? settingsIn(folder) : first;
+    }
+    return first.empty() ? settingsIn("/etc/xdg") : first;
 }
 
 SettingsFile parseSettingsFile(const std::string& content, const fs::path& file)

@@ -37,10 +37,14 @@ struct LayerFiles
     std::filesystem::path personal;      ///< of the current user
 };
 
-/// Returns the settings files of the XDG base directories: verdix/settings.json in $XDG_CONFIG_HOME (default
-/// ~/.config), and in the first folder of $XDG_CONFIG_DIRS (default /etc/xdg) that has this file; if none
-/// has, in the first folder.
-[[nodiscard]] VX_API LayerFiles defaultLayerFiles();
+/// Returns the personal settings file of the XDG base directories: verdix/settings.json in $XDG_CONFIG_HOME
+/// (default ~/.config, with the home of the user database where HOME is not set). Throws std::runtime_error
+/// when HOME is relative, or no home is known: the working folder never takes its place.
+[[nodiscard]] VX_API std::filesystem::path defaultPersonalFile();
+
+/// Returns the installation settings file of the XDG base directories: verdix/settings.json in the first
+/// folder of $XDG_CONFIG_DIRS (default /etc/xdg) that has this file; if none has, in the first folder.
+[[nodiscard]] VX_API std::filesystem::path defaultInstallationFile();
 
 /// The value of a setting in one layer.
 struct LayerValue

@@ -1,6 +1,7 @@
 #include <settings_core/constraints/constraints.hpp>
 #include <settings_core/constraints/validation.hpp>
 #include <settings_core/files/atomic_file.hpp>
+#include <settings_core/files/input_file.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/files/settings_editor.hpp>
 #include <settings_core/files/settings_file.hpp>

@@ -1,19 +1,26 @@
 #include <settings_core/files/atomic_file.hpp>
+#include <settings_core/files/input_file.hpp>
 #include <settings_core/files/settings_file.hpp>
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <csignal>
+#include <cstdint>
+#include <fcntl.h>
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <sys/file.h>
 #include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
-#include <system_error>
 #include <tests/support/files.hpp>
+#include <thread>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -27,9 +34,19 @@ struct AtomicFileTest : testing::Test
     void write(const std::string& content) const { LockedFile(file).replace(content); }
 
     template <class Action>
-    static void expectRefusal(const char* words, Action action)
+    static void expectRefusal(const std::string& words, Action action)
     {
-        EXPECT_THAT(action, testing::ThrowsMessage<std::system_error>(testing::HasSubstr(words)));
+        EXPECT_THAT(action, testing::ThrowsMessage<std::runtime_error>(testing::HasSubstr(words)));
+    }
+
+    /// The names in the folder.
+    [[nodiscard]] std::vector<std::string> names() const
+    {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(file.parent_path())) {
+            names.push_back(entry.path().filename());
+        }
+        return names;
     }
 
     tests::TestFolder folder;
@@ -69,11 +86,11 @@ TEST_F(AtomicFileTest, FailedWriteLeavesTheOldFileAndNothingElse)
     ::getrlimit(RLIMIT_FSIZE, &before);
     const rlimit full{2, before.rlim_max};
     ::setrlimit(RLIMIT_FSIZE, &full);
-    expectRefusal("settings.json", [&] { write("a new content that does not fit"); });
+    expectRefusal("cannot write " + file.string(), [&] { write("a new content that does not fit"); });
     ::setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, ignored);
     EXPECT_EQ(readFile(file), "old");
-    EXPECT_FALSE(fs::exists(folder / ".settings.json.new"));
+    EXPECT_THAT(names(), testing::ElementsAre("settings.json"));
 }
 
 /// Starts the writer in a process that waits to be traced.
@@ -116,6 +133,14 @@ bool killAtStop(int n, Writer writer)
     return true;
 }
 
+/// The system call that a stopped process is entering; its number is 0 if there is none.
+auto enteredCall(pid_t child)
+{
+    __ptrace_syscall_info info = {};
+    ::ptrace(PTRACE_GET_SYSCALL_INFO, child, sizeof info, &info);
+    return info.op == PTRACE_SYSCALL_INFO_ENTRY ? info.entry : decltype(info.entry){};
+}
+
 /// The flushes and renames that the writer asks of the system, in order.
 template <class Writer>
 std::vector<std::string> flushesAndRenames(Writer writer)
@@ -123,16 +148,11 @@ std::vector<std::string> flushesAndRenames(Writer writer)
     std::vector<std::string> calls;
     const pid_t child = startTraced(writer);
     while (continueToStop(child)) {
-        __ptrace_syscall_info info = {};
-        ::ptrace(PTRACE_GET_SYSCALL_INFO, child, sizeof info, &info);
-        if (info.op == PTRACE_SYSCALL_INFO_ENTRY && info.entry.nr == SYS_fsync) {
-            struct stat target = {};
-            ::stat(("/proc/" + std::to_string(child) + "/fd/" + std::to_string(info.entry.args[0])).c_str(),
-                   &target);
-            calls.emplace_back(S_ISDIR(target.st_mode) ? "flush folder" : "flush file");
-        } else if (info.op == PTRACE_SYSCALL_INFO_ENTRY &&
-                   (info.entry.nr == SYS_rename || info.entry.nr == SYS_renameat2))
-        {
+        const auto call = enteredCall(child);
+        if (call.nr == SYS_fsync) {
+            const fs::path file = "/proc/" + std::to_string(child) + "/fd/" + std::to_string(call.args[0]);
+            calls.emplace_back(fs::is_directory(file) ? "flush folder" : "flush file");
+        } else if (call.nr == SYS_rename || call.nr == SYS_renameat2) {
             calls.emplace_back("rename");
         }
     }
@@ -161,7 +181,7 @@ TEST_F(AtomicFileTest, WriterKilledAtAnySystemCallLeavesTheOldOrTheNewFile)
         ASSERT_EQ(readFile(file), before);
     }
     EXPECT_EQ(readFile(file), after);
-    EXPECT_FALSE(fs::exists(folder / ".settings.json.new"));
+    EXPECT_THAT(names(), testing::ElementsAre("settings.json"));
     EXPECT_TRUE(newWasSeen);
     EXPECT_GT(kills, 30) << "open, lock, read, write, flush, rename, flush: two stops each";
 }
@@ -169,32 +189,103 @@ TEST_F(AtomicFileTest, WriterKilledAtAnySystemCallLeavesTheOldOrTheNewFile)
 TEST_F(AtomicFileTest, WhatTheFileSystemRefusesIsNamed)
 {
     const fs::path replacement = folder / ".settings.json.new";
-    const fs::path lock = folder / ".settings.json.lock";
     fs::create_symlink("loop", folder / "loop");
     write("old");
     EXPECT_EQ(readFile(file / "below"), std::nullopt) << "no folder, no file";
-    expectRefusal("cannot be read", [&] { static_cast<void>(readFile(file.parent_path())); });
-    expectRefusal("cannot be read", [&] { static_cast<void>(readFile(folder / "loop")); });
+    expectRefusal("cannot read", [&] { static_cast<void>(readFile(folder / "loop")); });
     {
         LockedFile locked(file);
-        expectRefusal("cannot be created", [&] { static_cast<void>(locked.keepCopy("no/such/folder")); });
+        expectRefusal("cannot write", [&] { static_cast<void>(locked.keepCopy("no/such/folder")); });
         fs::create_directory(replacement);
-        expectRefusal("cannot be created", [&] { locked.replace("new"); });
+        expectRefusal("cannot write " + replacement.string(), [&] { locked.replace("new"); });
         EXPECT_EQ(readFile(file), "old");
         fs::remove(replacement);
         fs::remove(file);
         fs::create_directory(file);
-        expectRefusal("cannot be replaced", [&] { locked.replace("new"); });
+        expectRefusal("cannot write " + file.string() + ": Is a directory", [&] { locked.replace("new"); });
         EXPECT_FALSE(fs::exists(replacement));
     }
-    fs::remove(file);
-    fs::remove(lock);
-    fs::create_directory(lock);
-    write("new");
-    EXPECT_EQ(readFile(file), "new") << "whatever can be opened can be locked";
-    fs::remove(lock);
-    fs::create_symlink("no/such/lock", lock);
-    expectRefusal("cannot be opened to lock", [&] { write("newer"); });
+}
+
+TEST_F(AtomicFileTest, OnlyRegularFilesOfALimitedSizeAreRead)
+{
+    ::mkfifo((folder / "fifo").c_str(), 0600);
+    tests::writeFile(folder / "large", "");
+    fs::resize_file(folder / "large", std::uintmax_t{1} << 40U);  // without blocks on the disk
+    const std::pair<fs::path, const char*> cases[] = {
+        {folder / "fifo", ": it is a FIFO"},
+        {folder / "", ": it is a folder"},
+        {"/dev/zero", ": it is a device"},
+        {folder / "large", ": it is larger than the maximum of 16"}};
+    for (const auto& [input, words] : cases) {
+        expectRefusal("cannot read " + input.string() + words,
+                      [&path = input] { static_cast<void>(readFile(path)); });
+        expectRefusal(words, [&path = input] { const LockedFile locked(path); });
+    }
+    EXPECT_FALSE(fs::exists("/dev/.zero.lock"));
+}
+
+TEST_F(AtomicFileTest, TheLockIsAFileOfItsOwnAndIsNotWaitedForForever)
+{
+    const fs::path lock = folder / ".settings.json.lock";
+    const std::pair<const char*, std::function<void()>> cases[] = {
+        {"is a symbolic link", [&] { fs::create_symlink(folder / "elsewhere", lock); }},
+        {"is not a regular file", [&] { ::mkfifo(lock.c_str(), 0600); }},
+        {"is not a regular file", [&] { fs::create_directory(lock); }}};
+    for (const auto& [words, create] : cases) {
+        create();
+        expectRefusal(lock.string() + " " + words, [&] { write("new"); });
+        fs::remove(lock);
+        EXPECT_THAT(names(), testing::IsEmpty());
+    }
+    const LockedFile held(file);
+    expectRefusal("cannot write " + file.string() + ": waited 0.02 s for process " +
+                      std::to_string(::getpid()),
+                  [&] { const LockedFile waiting(file, std::chrono::milliseconds(20)); });
+}
+
+TEST_F(AtomicFileTest, ALockFileThatWasRemovedLocksNothing)
+{
+    const fs::path lock = folder / ".settings.json.lock";
+    const pid_t child = startTraced([&] { write("new"); });
+    while (enteredCall(child).nr != SYS_flock) {
+        ASSERT_TRUE(continueToStop(child));
+    }
+    fs::remove(lock);  // the child has opened it
+    const int held = ::open(lock.c_str(), O_RDWR | O_CREAT, 0600);
+    EXPECT_EQ(::flock(held, LOCK_EX), 0);
+    ::ptrace(PTRACE_DETACH, child, nullptr, nullptr);
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_FALSE(fs::exists(file));
+    ::close(held);
+    ::waitpid(child, nullptr, 0);
+    EXPECT_EQ(readFile(file), "new");
+}
+
+TEST_F(AtomicFileTest, FilesAreForTheUserAndPermissionsCount)
+{
+    const fs::path made = folder / "home/verdix/settings.json";
+    LockedFile(made).replace("new");
+    EXPECT_EQ(fs::status(made).permissions(), fs::perms{0600});
+    EXPECT_EQ(fs::status(made.parent_path()).permissions(), fs::perms{0700});
+    write("old");
+    ::chown((folder / "").parent_path().c_str(), 65534, 65534);
+    ::chown(file.c_str(), 65534, 65534);
+    const bool isRoot = ::seteuid(65534) == 0;  // whom permissions do not hinder
+    fs::permissions(file, fs::perms::owner_read);
+    expectRefusal("cannot write " + file.string() + ": Permission denied", [&] { write("new"); });
+    fs::permissions(file.parent_path(), fs::perms::owner_read | fs::perms::owner_exec);
+    expectRefusal("cannot write in " + file.parent_path().string() + ": Permission denied",
+                  [&] { write("new"); });
+    fs::permissions(file.parent_path(), fs::perms::owner_all);
+    EXPECT_EQ(readFile(file), "old");
+    if (isRoot) {
+        static_cast<void>(::seteuid(0));
+        fs::create_symlink("settings.json", folder / "link.json");
+        ::lchown((folder / "link.json").c_str(), 65534, 65534);
+        expectRefusal("a symbolic link of another user",
+                      [&] { LockedFile(folder / "link.json").replace("new"); });
+    }
 }
 
 TEST_F(AtomicFileTest, ConcurrentWritersLoseNothing)

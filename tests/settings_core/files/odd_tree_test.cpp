@@ -12,9 +12,11 @@
 #include <gmock/gmock.h>
 
 #include <cstdlib>
+#include <pwd.h>
 #include <tests/support/files.hpp>
 #include <tests/support/sample_settings.hpp>
 #include <tests/support/values.hpp>
+#include <unistd.h>
 
 namespace {
 
@@ -69,8 +71,7 @@ TEST_F(OddTreeTest, FindsFilesByUsableFoldersOnly)
         ::setenv("HOME", home, 1);
         ::setenv("XDG_CONFIG_HOME", own, 1);
         ::setenv("XDG_CONFIG_DIRS", shared, 1);
-        const LayerFiles files = defaultLayerFiles();
-        return files.personal.string() + " " + files.installation.string();
+        return defaultPersonalFile().string() + " " + defaultInstallationFile().string();
     };
     tests::writeFile(folder / "verdix/settings.json", "{}");
     const std::string here = (folder / "").parent_path();
@@ -81,6 +82,9 @@ TEST_F(OddTreeTest, FindsFilesByUsableFoldersOnly)
               "/own/verdix/settings.json /none/verdix/settings.json");
     EXPECT_EQ(filesWith("/me", "/own", ("no:/none:" + here).c_str()),
               "/own/verdix/settings.json " + here + "/verdix/settings.json");
+    EXPECT_THAT(filesWith("", "", ""), testing::StartsWith(::getpwuid(::geteuid())->pw_dir));
+    EXPECT_THAT([&] { filesWith("me", "not/absolute", ""); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("HOME is not an absolute path: me")));
 }
 
 TEST(ReleaseName, IsAYearAndAHalf)

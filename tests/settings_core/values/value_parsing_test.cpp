@@ -146,6 +146,12 @@ TEST(JsonReaderTest, AcceptsWhatAnotherReaderAccepts)
     }
     EXPECT_GT(accepted, 1000U);
     EXPECT_THROW((void)vx::core::readJson(std::string(100000, '[')), vx::core::ParseError);
+    std::string ones = "[";
+    for (int count = 0; count < 1'000'000; ++count) {
+        ones += "1,";
+    }
+    EXPECT_THROW((void)vx::core::readJson(ones + "1]"), vx::core::ParseError)
+        << "with the array one too many";
 }
 
 }  // namespace
