@@ -76,6 +76,8 @@ std::optional<std::string> messageThrownBy(const Call& call)
         return std::nullopt;
     } catch (const std::exception& error) {
         return error.what();
+    } catch (...) {
+        return "";
     }
 }
 
