@@ -1,21 +1,34 @@
 #include "tree_lint.hpp"
 
+#include <data/views.hpp>
 #include <settings_core/constraints/constraints.hpp>
 #include <settings_core/constraints/validation.hpp>
 #include <settings_core/tree/path_lookup.hpp>
+#include <settings_core/values/native_library.hpp>
+#include <settings_core/values/value_format.hpp>
 
+#include <foundation/verdixdata/array_factory.hpp>
 #include <foundation/verdixdata/text.hpp>
+#include <settings/core/run_time_defaults.hpp>
+#include <settings/core/validators.hpp>
 
 #include <boost/algorithm/string/case_conv.hpp>
+#include <boost/algorithm/string/predicate.hpp>
 #include <boost/algorithm/string/trim.hpp>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <exception>
 #include <iterator>
+#include <limits>
 #include <locale>
 #include <map>
+#include <optional>
 #include <set>
+#include <stdexcept>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <variant>
 
@@ -54,6 +67,48 @@ bool isKnown(std::span<const std::string_view> exceptions, std::string_view path
     return std::ranges::find(exceptions, path) != exceptions.end();
 }
 
+/// Returns the message of the exception that a call throws; nothing if it throws none.
+template <class Call>
+std::optional<std::string> messageThrownBy(const Call& call)
+{
+    try {
+        call();
+        return std::nullopt;
+    } catch (const std::exception& error) {
+        return error.what();
+    } catch (...) {
+        return "";
+    }
+}
+
+/// Returns values of such different classes that no setting accepts all of them.
+std::vector<Array> differentValues()
+{
+    foundation::verdixdata::ArrayFactory factory;
+    return {factory.createArray<double>({1, 1}), factory.createArray<Array>({0, 0})};
+}
+
+/// Whether an element of the class can have this value; true for infinity, which stands for no bound.
+bool isElement(ArrayType type, double number)
+{
+    return data::visitElementType(type, [number]<class T>(std::type_identity<T>) {
+        if constexpr (data::Number<T> && std::integral<T>) {
+            using Limits = std::numeric_limits<T>;
+            return std::isinf(number) ||
+                   (data::isWhole(number) && data::isWithin(number, static_cast<double>(Limits::min()),
+                                                            static_cast<double>(Limits::max())));
+        } else {
+            return true;
+        }
+    });
+}
+
+/// Whether the character is a control character, or replaces bytes that are not UTF-8.
+bool isUnprintable(char16_t unit)
+{
+    return unit < u' ' || (unit >= u'\x7f' && unit <= u'\x9f') || unit == u'\ufffd';
+}
+
 class Lint
 {
 public:
@@ -74,7 +129,11 @@ public:
             } else {
                 checkConstraint(*node);
                 checkValueValidators(*node);
-                checkFactoryValue(*node);
+                checkErrorHandler(*node);
+                checkStrings(*node, node->properties().factoryValue);
+                if (checkFunctions(*node)) {
+                    checkFactoryValue(*node);
+                }
             }
         }
         std::ranges::move(checkReleaseTable(tree_, releases_), std::back_inserter(diagnostics_));
@@ -123,7 +182,13 @@ private:
     {
         const std::string& target = alias.properties().aliasName();
         const Node* node = tree_.find(target);
-        if (node == nullptr && target.starts_with(tree_.root()->getFullName() + ".")) {
+        const std::string inside = tree_.root()->getFullName() + ".";
+        const Node* completed = tree_.find(inside + target);
+        if (node == nullptr && completed != nullptr && completed != &alias) {
+            add(alias, "its target " + target + " is not in this tree, but " + completed->getFullName() +
+                           " is: give the full path");
+        } else if (node == nullptr && boost::algorithm::istarts_with(target, inside, std::locale::classic()))
+        {
             add(alias, "its target " + target + " does not exist: correct it; " +
                            core::explainUnknownPath(tree_, releases_, target));
         } else if (node != nullptr && node->kind() == NodeKind::group) {
@@ -152,18 +217,20 @@ private:
         if (!core::constraintOf(properties).isSatisfiable()) {
             add(setting, "no value can be " + core::describeConstraint(properties) + ": fix its constraint");
         }
-        if (std::holds_alternative<std::monostate>(properties.validator) &&
-            properties.valueValidators.empty()) {
-            if (!properties.factoryValue.isAssigned()) {
-                add(setting,
-                    "it has neither a factory value nor a constraint: add one of them, or a validator");
-            }
-            if (properties.errorHandler) {
-                add(setting,
-                    "its error handler explains constraints, but there is none: add a constraint or a "
-                    "validator, or remove the handler");
-            }
+        if (properties.readOnly.value() && !properties.factoryValue.isAssigned() &&
+            std::holds_alternative<std::monostate>(properties.runTimeDefault))
+        {
+            add(setting, "it is read-only, but has no factory value: add one, or make it writable");
         }
+        if (!hasConstraint(properties) && !properties.factoryValue.isAssigned()) {
+            add(setting, "it has neither a factory value nor a constraint: add one of them, or a validator");
+        }
+    }
+
+    static bool hasConstraint(const Node::Properties& properties)
+    {
+        return !std::holds_alternative<std::monostate>(properties.validator) ||
+               !properties.valueValidators.empty();
     }
 
     void checkValueValidators(const Node& setting)
@@ -184,7 +251,19 @@ private:
                 add(setting, "the maximum length is for strings and cells, but the factory value is neither: "
                              "remove it, or change the value");
             }
+            checkBounds(setting, validator.range.value_or(::settings::core::SettingValueValidator::Range()));
             checkAllowedStrings(setting, validator.allowedValues);
+        }
+    }
+
+    void checkBounds(const Node& setting, const ::settings::core::SettingValueValidator::Range& range)
+    {
+        const Array& factory = setting.properties().factoryValue;
+        for (const double bound : {range.lower, range.upper}) {
+            if (factory.isAssigned() && !isElement(factory.getType(), bound)) {
+                add(setting, "the bound " + core::formatNumber(bound) + " does not fit the factory value, " +
+                                 core::formatClassAndSize(factory) + ": correct one of them");
+            }
         }
     }
 
@@ -200,6 +279,85 @@ private:
                 add(setting,
                     "the allowed string \"" + utf8 + "\" begins or ends with whitespace: remove that");
             }
+        }
+    }
+
+    /// Returns a function of a native library; null if it is not found, which is reported.
+    template <class Signature, class Name>
+    Signature* findNative(const Node& setting, const Name& name)
+    {
+        try {
+            return core::nativeFunction<Signature>(name.scope(), name.function());
+        } catch (const std::runtime_error&) {
+            add(setting, name.function() + " of " + name.scope() +
+                             " is not found: correct the name, or add the function to platform/native; "
+                             "vxsettings doctor tells why");
+            return nullptr;
+        }
+    }
+
+    /// Returns whether the functions of a setting can be called.
+    bool checkFunctions(const Node& setting)
+    {
+        const Node::Properties& properties = setting.properties();
+        if (const auto* callable = std::get_if<::settings::core::CPPValidator>(&properties.validator)) {
+            if (!callable->callable()) {
+                add(setting, "its validator is an empty function: give one, or remove it");
+            }
+        }
+        if (const auto* name = std::get_if<::settings::core::CRunTimeDefault>(&properties.runTimeDefault)) {
+            if (findNative<::settings::core::NativeRunTimeDefault>(setting, *name) == nullptr) {
+                return false;
+            }
+        }
+        const auto* name = std::get_if<::settings::core::CValidator>(&properties.validator);
+        return name == nullptr || checkNativeValidator(setting, *name);
+    }
+
+    bool checkNativeValidator(const Node& setting, const ::settings::core::CValidator& name)
+    {
+        auto* validator = findNative<::settings::core::NativeValidator>(setting, name);
+        const auto rejects = [&](const Array& value) {
+            return messageThrownBy([&] { validator(value); }).has_value();
+        };
+        if (validator != nullptr && std::ranges::none_of(differentValues(), rejects)) {
+            add(setting, name.function() + " of " + name.scope() +
+                             " accepts every value: correct the name, or let it throw for invalid values");
+        }
+        return validator != nullptr;
+    }
+
+    void checkErrorHandler(const Node& setting)
+    {
+        const auto& handler = setting.properties().errorHandler;
+        if (!handler) {
+            return;
+        }
+        if (!hasConstraint(setting.properties())) {
+            add(setting, "its error handler explains constraints, but there is none: add a constraint or a "
+                         "validator, or remove the handler");
+            return;
+        }
+        for (const Array& value : differentValues()) {
+            if (!core::checkValue(setting, value).empty() &&
+                messageThrownBy([&] { handler(std::string(setting.name()), value); }).value_or("").empty())
+            {
+                add(setting, "its error handler throws no message for an invalid value: throw an exception "
+                             "that tells what is valid");
+                return;
+            }
+        }
+    }
+
+    void checkStrings(const Node& setting, const Array& value)
+    {
+        if (value.getType() == ArrayType::CELL) {
+            for (const Array& element : data::elementsOf<Array>(value)) {
+                checkStrings(setting, element);
+            }
+        } else if (const auto string = data::textOf(value);
+                   string && std::ranges::any_of(*string, isUnprintable)) {
+            add(setting, "the factory value contains a control character or is not UTF-8: correct it");
         }
     }
 

@@ -11,12 +11,17 @@ namespace vx::review {
 
 /// Returns a diagnostic, with the source file to edit, for:
 /// - each factory value that violates a constraint of its own setting;
-/// - constraints that no value satisfies, or that are not for the class of the factory value;
+/// - constraints that no value satisfies, or that are not for the class of the factory value, such as bounds
+///   that the class does not have;
 /// - value validators without a constraint, and allowed strings that are repeated or begin or end with
 ///   whitespace;
-/// - settings without a constraint that have an error handler, or no factory value;
-/// - aliases whose target is not a setting or leads back to them; targets outside the tree's root are not
-///   checked;
+/// - settings without a constraint that have an error handler, or no factory value, and read-only ones
+///   without a factory value;
+/// - strings in factory values with control characters, or that are not UTF-8;
+/// - native functions that are not found, native validators that accept every value, in-process ones that are
+///   empty, and error handlers that throw no message;
+/// - aliases whose target is not a setting or leads back to them; targets outside the tree's root are only
+///   checked for a forgotten or misspelt root;
 /// - names that do not consist of ASCII letters, digits and _, or do not begin with a letter;
 /// - names in one group that differ only in letter case;
 /// - empty groups;

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <map>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -59,6 +60,30 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
     number.valueValidators.clear();
     number.errorHandler = [](const std::string&, const auto&) {};
     web->createFactorySetting("Handled", true, number);
+    number.valueValidators = {{{.range = {{0, 2}}}}};
+    web->createFactorySetting("Silent", true, number);
+    number.errorHandler = [](const std::string& name, const auto&) { throw std::runtime_error(name); };
+    web->createFactorySetting("Explained", true, number);
+    number.valueValidators = {{{.range = {{0.5, 2}}}}};
+    web->createFactorySetting("Fraction", true, number);
+    number.valueValidators = {{{.range = {{0, 0x80000000U}}}}};
+    web->createFactorySetting("Large", true, number);
+    web->createFactorySetting("Latin1", true, textSetting("Gr\xf6\xdf"));
+    Properties control{false, false, verdix::settings::internal::cellstr({"a\n"}), {}, {}, false, false, {}};
+    web->createFactorySetting("Control", true, control);
+    web->createFactorySetting(
+        "ReadOnly", true,
+        {false, true, {}, MValidator("verdix.settings", "mustBeStringScalar"), {}, false, false, {}});
+    const auto addChecked = [&web](const char* name, settings::core::Validator validator) {
+        Properties checked = textSetting("14px");
+        checked.validator = std::move(validator);
+        web->createFactorySetting(name, true, checked);
+    };
+    addChecked("NoFunction", settings::core::CPPValidator({}, "", ""));
+    addChecked("Native", settings::core::CValidator("libvxservices", "validateFontSize"));
+    addChecked("Misspelt", settings::core::CValidator("libvxservices", "validateFontsize"));
+    addChecked("AcceptsAll",
+               settings::core::CValidator("libvxgraphics_state", "getDefaultFigureTypeForSetting"));
     for (const char* name : {"Good_1", "1st", "Sp ace", "Hy-phen", "\u00dcber", "_Line"}) {
         web->createFactorySetting(name, true, textSetting(""));
     }
@@ -68,6 +93,8 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
                                                                          {"There", "verdix.web.Here"},
                                                                          {"Here", "verdix.web.There"},
                                                                          {"ToLoop", "verdix.web.There"},
+                                                                         {"Relative", "web.Good"},
+                                                                         {"OtherRoot", "Verdix.web.Good"},
                                                                          {"Elsewhere", "web.Nothing"}})
     {
         Properties alias = groupProperties;
@@ -102,9 +129,11 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
                                       "migration/release_changes.cpp verdix.web.Good",
                                       "migration/release_changes.cpp verdix.web.Old"};
     for (const char* name :
-         {"Outside", "Impossible", "Unset",  "Unlimited", "NoLength", "Repeated",  "Padded",
-          "Number",  "Handled",    "1st",    "Sp ace",    "Hy-phen",  "\u00dcber", "_Line",
-          "Missing", "OfGroup",    "Itself", "There",     "Here",     "twice",     "empty"})
+         {"Outside",  "Impossible", "Unset",    "Unlimited", "NoLength", "Repeated",  "Padded",
+          "Number",   "Handled",    "1st",      "Sp ace",    "Hy-phen",  "\u00dcber", "_Line",
+          "Silent",   "Fraction",   "Large",    "Latin1",    "Control",  "ReadOnly",  "NoFunction",
+          "Misspelt", "AcceptsAll", "Relative", "OtherRoot", "Missing",  "OfGroup",   "Itself",
+          "There",    "Here",       "twice",    "empty"})
     {
         expected.push_back("tree/web.cpp verdix.web." + std::string(name));
     }

@@ -57,15 +57,22 @@ Values difference(const Values& before, const Values& after)
     return changed;
 }
 
-/// The values with an environment variable set; with no value it is unset.
-Values valuesWith(const std::string& variable, const char* value)
+/// The settings that an environment variable changes, each of which its meaning names; with no value it is
+/// unset.
+Values changedBy(const std::string& variable, const char* value, const Values& plain)
 {
     if (value != nullptr) {
         setenv(variable.c_str(), value, 1);
     }
-    Values values = buildValues();
+    Values changed = difference(plain, buildValues());
     unsetenv(variable.c_str());
-    return values;
+    for (const auto& [name, meaning] : settings::verdix::environmentInputs) {
+        for (const auto& [path, changedValue] : changed) {
+            EXPECT_TRUE(name != variable || std::string(meaning).find(path + ' ') != std::string::npos)
+                << "the meaning of " << name << " does not name " << path;
+        }
+    }
+    return changed;
 }
 
 /// Runs the check of a setting and says what the service was asked.
@@ -143,7 +150,7 @@ TEST(TreeInputs, ConnectorVariable)
     foundation::host::setLogThreshold(foundation::log::debug);
     for (const auto& [text, decision] : cases) {
         testing::internal::CaptureStderr();
-        const Values changed = difference(plain, valuesWith(connector, text));
+        const Values changed = changedBy(connector, text, plain);
         EXPECT_EQ(testing::internal::GetCapturedStderr(),
                   "connector::desktop::userDir: debug: s.verdix.online.cdAnywhereDisabled set to " +
                       decision + "\n");
@@ -176,8 +183,7 @@ TEST(TreeInputs, UserInterface)
         {logs, "all:1", {{lifecycleLogs, "char, 1-by-5: all:1"}}},
     };
     for (const auto& [variable, value, changed] : cases) {
-        EXPECT_EQ(difference(plain, valuesWith(variable, value)), changed)
-            << variable << "='" << value << '\'';
+        EXPECT_EQ(changedBy(variable, value, plain), changed) << variable << "='" << value << '\'';
     }
 }
 
