@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 namespace {
 
 using namespace foundation::verdixdata;
@@ -41,11 +43,7 @@ TEST(Text, ReplacesWhatIsMalformedAndKeepsTheRest)
 
 TEST(Text, EscapesWhatATerminalWouldObey)
 {
-    using vx::data::EscapeStyle;
-    const struct
-    {
-        std::string string, text, json;
-    } cases[] = {
+    const std::array<std::string, 3> cases[] = {
         {"gr\u00fcn \u05d0", "gr\u00fcn \u05d0", "gr\u00fcn \u05d0"},
         {"\x1b[2J\n\t", "\\x1b[2J\\n\\t", "\\u001b[2J\\u000a\\u0009"},
         {"\x7f\xc2\x80\xc2\x9f\xc2\xa0", "\\x7f\\u0080\\u009f\xc2\xa0", "\\u007f\\u0080\\u009f\xc2\xa0"},
@@ -56,7 +54,7 @@ TEST(Text, EscapesWhatATerminalWouldObey)
     };
     for (const auto& [string, text, json] : cases) {
         EXPECT_EQ(vx::data::escapeUnprintable(string), text);
-        EXPECT_EQ(vx::data::escapeUnprintable(string, EscapeStyle::json), json);
+        EXPECT_EQ(vx::data::escapeUnprintable(string, vx::data::EscapeStyle::json), json);
     }
 }
 

@@ -54,7 +54,6 @@ TEST(Export, EscapesEachCharacterOfAString)
         EXPECT_EQ(vx::tool::csvField(field), field);
     }
     EXPECT_EQ(vx::tool::markdownText("a|b\\|<c>\n\x1b[`&"), "a\\|b\\\\\\|\\<c\\> \\x1b\\[\\`\\&");
-    EXPECT_EQ(vx::tool::markdownCode("a*b"), "`a*b`");
     EXPECT_EQ(vx::tool::markdownCode("`a``\x1b"), "``` `a``\\x1b ```");
     EXPECT_EQ(vx::tool::escapeHtml("<a href=\"'&\">"), "&lt;a href=&quot;&#39;&amp;&quot;&gt;");
     EXPECT_EQ(vx::tool::cssString("a'\\\n\"b"), "'a\\27 \\5c \\0a \"b'");

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <unistd.h>
+#include <utility>
 
 #include "cli/command_error.hpp"
 
@@ -67,10 +68,10 @@ Styled Output::styled(Style style, std::string_view string) const
     const std::string_view code = codes[static_cast<std::size_t>(style)];
     std::string printable = data::escapeUnprintable(string);
     if (!hasColour_ || code.empty() || printable.empty()) {
-        return Styled(std::move(printable));
+        return {std::move(printable)};
     }
     std::string result = "\x1b[";
-    return Styled(result.append(code).append("m").append(printable).append("\x1b[0m"));
+    return {result.append(code).append("m").append(printable).append("\x1b[0m")};
 }
 
 void Output::flush()

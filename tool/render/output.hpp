@@ -6,7 +6,6 @@
 #include <exception>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace vx::tool {
 
@@ -42,18 +41,9 @@ struct Exact
 };
 
 /// A piece of output with unprintable characters escaped, in the colour of its style.
-class Styled
+struct Styled
 {
-public:
-    Styled() = default;
-
-    [[nodiscard]] std::string_view bytes() const noexcept { return bytes_; }
-
-private:
-    friend class Output;
-    explicit Styled(std::string bytes) : bytes_(std::move(bytes)) {}
-
-    std::string bytes_;
+    std::string bytes;
 };
 
 /// The reader of standard output closed it before the end, which needs no message.
@@ -84,7 +74,7 @@ public:
     Output& operator<<(char character) { return *this << Exact{{&character, 1}}; }
     ///@}
     Output& operator<<(Exact piece);
-    Output& operator<<(const Styled& piece) { return *this << Exact{piece.bytes()}; }
+    Output& operator<<(const Styled& piece) { return *this << Exact{piece.bytes}; }
 
     template <std::unsigned_integral Number>
     Output& operator<<(Number number)

@@ -208,32 +208,23 @@ TEST(ReleaseChanges, AreRefusedWhereTheyAreRead)
         void createTree(verdix::settings::FactoryGroup& /*root*/) override {}
         void getReleaseChanges(ReleaseChangeTable& changes) override
         {
-            changes = {{0, {"R2020b", false, {}}}, {3, {"R2021a", false, {good, bad}}}};
+            changes = {{3, {"R2021a", false, {{"move", {"a"}, {"a"}}, bad}}}};
         }
         void getSettingPathList(std::vector<std::string>& /*paths*/) override {}
 
-        settings::core::SettingsFileChange good{"move", {"a"}, {"a"}};
-        settings::core::SettingsFileChange bad = good;
+        settings::core::SettingsFileChange bad{"", {}, {}};
     };
-    using Paths = std::vector<std::string>;
-    const struct
-    {
-        std::string operation;
-        Paths from, to;
-        std::string message;
-    } cases[] = {
-        {"move", {}, {"b"}, "it has no source"},
-        {"remove", {}, {}, "it has no source"},
-        {"copy", {"a"}, {"b"}, "its operation is \"copy\", neither move nor remove"},
-        {"move", {"a"}, {}, "it is a move without a target"},
-        {"remove", {"a"}, {"b"}, "it is a removal with a target"},
-        {"move", {"a", "b"}, {"c"}, "it has more than one source"},
-        {"move", {"a"}, {"b", "c"}, "it has more than one target"},
-        {"move", {"a"}, {""}, "it has an empty path"},
-    };
-    for (const auto& [operation, from, to, message] : cases) {
+    const std::pair<settings::core::SettingsFileChange, std::string> cases[] = {
+        {{"remove", {}, {}}, "it has no source"},
+        {{"copy", {"a"}, {"b"}}, "its operation is \"copy\", neither move nor remove"},
+        {{"move", {"a"}, {}}, "it is a move without a target"},
+        {{"remove", {"a"}, {"b"}}, "it is a removal with a target"},
+        {{"move", {"a", "b"}, {"c"}}, "it has more than one source"},
+        {{"move", {"a"}, {"b", "c"}}, "it has more than one target"},
+        {{"move", {"a"}, {""}}, "it has an empty path"}};
+    for (const auto& [change, message] : cases) {
         Loader loader;
-        loader.bad = settings::core::SettingsFileChange(operation, Paths(from), Paths(to));
+        loader.bad = change;
         EXPECT_THAT([&] { static_cast<void>(vx::core::loadReleaseChanges(loader)); },
                     testing::ThrowsMessage<std::invalid_argument>("release R2021a, change 2: " + message));
     }

@@ -105,13 +105,9 @@ TEST(ValueParsingTest, SaysWhereAndWhatIsExpected)
         {R"({"class": "float"})", {}, 10, "the name of a class", true},
         {R"({"class": "double"})", as(ArrayType::INT8), 10, "the class int8", true},
         {R"({"class": "double", "dims": [1, 1]})", {}, 0, "a member \"data\"", true},
-        {R"({"class": "int8", "dims": [2, 2], "data": [1, 2, 3]})",
-         {},
-         26,
-         "of an array with 3 elements",
-         true},
+        {R"({"class": "int8", "dims": [2, 2], "data": [1]})", {}, 26, "an array with 1 elements", true},
         {R"({"class": "int8", "dims": [9999999999999, 0], "data": []})", {}, 26, "at least one row", true},
-        {R"({"class": "int8", "dims": [3], "data": [1, 2, 3]})", {}, 26, "the rows and columns", true},
+        {R"({"class": "int8", "dims": [1], "data": [1]})", {}, 26, "the rows and columns", true},
         {R"({"class": "int8", "dims": [-1, 1], "data": []})", {}, 27, "a whole number", true},
     };
     for (const auto& test : cases) {
