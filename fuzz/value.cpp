@@ -1,6 +1,7 @@
 // What `set` is given, in both notations, for a setting of each class: refused with a position, or read, in
 // which case it can be printed and read again.
 
+#include <data/unprintable.hpp>
 #include <settings_core/constraints/constraints.hpp>
 #include <settings_core/constraints/validation.hpp>
 #include <settings_core/values/value_format.hpp>
@@ -41,20 +42,26 @@ Array read(std::string_view text, bool isJson, const ParseTarget& form)
     }
 }
 
-/// A number that is not finite is taken for a text where it stands alone, and in JSON an empty cell for an
-/// empty matrix, by a setting that says no class; the former also by one that takes words for colours.
+/// In JSON, a setting that says no class takes an empty cell for an empty matrix.
+bool hasJsonForm(const Array& value, const ParseTarget& form)
+{
+    return form.elementClass || value.getType() != ArrayType::CELL || value.getNumberOfElements() != 0;
+}
+
+/// In text, a number that is not finite is taken for a string where it stands alone, by a setting that says
+/// no class or takes names of colours.
 bool isReadAs(ArrayType type, const std::string& json, const ParseTarget& form)
 {
     return (form.elementClass && !form.acceptsColourNames) || parseJsonValue(json, form).getType() == type;
 }
 
-/// The text form shows control characters as escapes, has no empty matrix of several rows, no surrogate
+/// The text form shows unprintable characters as escapes, has no empty matrix of several rows, no surrogate
 /// without its partner, and no sign that tells a missing string from the word.
 bool hasTextForm(const Array& value, std::string_view json)
 {
-    const auto isControl = [](char c) { return (c >= 0 && c < 0x20) || c == 0x7f; };
+    const std::string text = formatValue(value);
     const bool isEmptyMatrix = value.getDimensions()[0] > 1 && value.getNumberOfElements() == 0;
-    return std::ranges::none_of(formatValue(value), isControl) && !isEmptyMatrix && json != "null" &&
+    return vx::data::escapeUnprintable(text) == text && !isEmptyMatrix && json != "null" &&
            json.find("\\u") == std::string_view::npos;
 }
 
@@ -70,10 +77,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!value.isAssigned()) {
         return 0;
     }
-    const std::string json = valueToJson(value);
-    const bool hasForm = isReadAs(value.getType(), json, form);
-    require(!hasForm || parseJsonValue(json, form) == value, "JSON holds the value", json);
-    if (hasForm && hasTextForm(value, json)) {
+    const std::string json = valueToJson(value, form);
+    require(!hasJsonForm(value, form) || parseJsonValue(json, form) == value, "JSON holds the value", json);
+    if (isReadAs(value.getType(), valueToJson(value), form) && hasTextForm(value, json)) {
         const std::string text = formatValueOnOneLine(value, std::numeric_limits<std::size_t>::max());
         require(parseValue(text, form) == value, "the text form reads back", text);
     }

@@ -1,5 +1,6 @@
 #include "json.hpp"
 
+#include <data/unprintable.hpp>
 #include <settings_core/values/value_format.hpp>
 
 #include <boost/json/serialize.hpp>
@@ -44,6 +45,9 @@ void appendJson(std::string& text, const json::value& value, JsonStyle style)
         break;
     case json::kind::array:
         appendArray(text, value.get_array(), style);
+        break;
+    case json::kind::string:
+        text += data::escapeUnprintable(json::serialize(value), data::EscapeStyle::json);
         break;
     case json::kind::double_:
         text += std::isfinite(value.get_double()) ? core::formatNumber(value.get_double()) : "null";

@@ -5,6 +5,7 @@
 #include <settings_core/diagnostic.hpp>
 #include <settings_core/files/input_file.hpp>
 #include <settings_core/files/text_position.hpp>
+#include <settings_core/releases/release_history.hpp>
 #include <settings_core/values/run_time_default.hpp>
 
 #include <foundation/verdixdata/array_factory.hpp>
@@ -285,11 +286,12 @@ std::vector<std::string> pathsOf(const JsonItem& list)
 
 SettingsFileChange changeOf(const JsonItem& change)
 {
-    auto from = pathsOf(change.member("from"));
-    if (from.empty()) {
-        change.member("from").fail("a path");
+    SettingsFileChange result(change.member("operation").string(), pathsOf(change.member("from")),
+                              pathsOf(change.member("to")));
+    if (const std::string message = core::describeMalformed(result); !message.empty()) {
+        change.fail("a move or removal of one path; " + message);
     }
-    return {change.member("operation").string(), std::move(from), pathsOf(change.member("to"))};
+    return result;
 }
 
 ReleaseChangeSet releaseOf(const JsonItem& release)

@@ -1,3 +1,5 @@
+#include <data/unprintable.hpp>
+
 #include <foundation/host.hpp>
 #include <foundation/log/diagnostic_logger.hpp>
 
@@ -32,7 +34,8 @@ bool passesThreshold(const boost::log::attribute_value_set& values)
     return !severity || *severity <= threshold.load(std::memory_order_relaxed);
 }
 
-/// Writes a log record as one line, "channel: severity: message". Line breaks in the message become spaces.
+/// Writes a log record as one line, "channel: severity: message". Line breaks in the message become spaces;
+/// what a terminal would obey is escaped, because a message may quote a file.
 void writeRecord(const boost::log::record_view& record, boost::log::formatting_ostream& out)
 {
     if (const auto channel = boost::log::extract<std::string>("Channel", record)) {
@@ -44,7 +47,7 @@ void writeRecord(const boost::log::record_view& record, boost::log::formatting_o
     if (const auto message = boost::log::extract<std::string>("Message", record)) {
         std::string line = *message;
         std::replace(line.begin(), line.end(), '\n', ' ');
-        out << line;
+        out << vx::data::escapeUnprintable(line);
     }
 }
 

@@ -1,6 +1,10 @@
+#include <data/unprintable.hpp>
+
 #include <foundation/verdixdata/text.hpp>
 
 #include <gtest/gtest.h>
+
+#include <array>
 
 namespace {
 
@@ -35,6 +39,23 @@ TEST(Text, ReplacesWhatIsMalformedAndKeepsTheRest)
     const std::string replaced = "\xEF\xBF\xBD";
     EXPECT_EQ(toUtf8(std::u16string{u'a', 0xD83D, u'z'}), "a" + replaced + "z");
     EXPECT_EQ(toUtf8(std::u16string{0xDE00, 0xD83D}), replaced + replaced);
+}
+
+TEST(Text, EscapesWhatATerminalWouldObey)
+{
+    const std::array<std::string, 3> cases[] = {
+        {"gr\u00fcn \u05d0", "gr\u00fcn \u05d0", "gr\u00fcn \u05d0"},
+        {"\x1b[2J\n\t", "\\x1b[2J\\n\\t", "\\u001b[2J\\u000a\\u0009"},
+        {"\x7f\xc2\x80\xc2\x9f\xc2\xa0", "\\x7f\\u0080\\u009f\xc2\xa0", "\\u007f\\u0080\\u009f\xc2\xa0"},
+        {"\u061c\u200e\u200f\u202a\u202e\u2066\u2069", "\\u061c\\u200e\\u200f\\u202a\\u202e\\u2066\\u2069",
+         "\\u061c\\u200e\\u200f\\u202a\\u202e\\u2066\\u2069"},
+        {"\u200d\u202f\u2065\u206a", "\u200d\u202f\u2065\u206a", "\u200d\u202f\u2065\u206a"},
+        {"\x9b\xc2z\xc0\x9b", "\\x9b\\xc2z\\xc0\\x9b", "\\ufffd\\ufffdz\\ufffd\\ufffd"},
+    };
+    for (const auto& [string, text, json] : cases) {
+        EXPECT_EQ(vx::data::escapeUnprintable(string), text);
+        EXPECT_EQ(vx::data::escapeUnprintable(string, vx::data::EscapeStyle::json), json);
+    }
 }
 
 }  // namespace

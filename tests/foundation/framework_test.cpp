@@ -26,8 +26,8 @@ TEST(Framework, FailedAssertionsThatNobodyHearsReachTheLog)
 {
     testing::internal::CaptureStderr();
     detail::assertOnFalse([] { return true; }, "kept");
-    detail::assertOnFalse([] { return false; }, "unheard");
-    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::EndsWith("error: unheard\n"));
+    detail::assertOnFalse([] { return false; }, "un\x1bheard");
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::EndsWith("error: un\\x1bheard\n"));
 }
 
 }  // namespace

@@ -39,6 +39,10 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         {{"tre"}, 2, "no such command: tre; did you mean tree?"},
         {{"describe", "a", "b"}, 2, "not expected: b"},
         {{"--color", "sometimes"}, 2, "--color: sometimes"},
+        {{"--log-level", "all"}, 2, "not in {fatal,error,warning,information,debug,trace}"},
+        {{"check", ""}, 2, "FILE: needs a value that is not empty"},
+        {{"search", ""}, 2, "WORDS: needs a value"},
+        {{"export", "--format", "csv", "-o", ""}, 2, "--output: needs a value"},
         {{"--feature", "webui"}, 2, "needs NAME=VALUE"},
         {{"--feature", "webui=maybe"}, 2, "on, off or a whole number"},
         {{"get", "comandwindow.wraplines"},
@@ -66,13 +70,17 @@ TEST(Command, ReportsOutputThatCannotBeWritten)
 {
     // Descriptor 3 is a pipe that nobody reads any more.
     const std::string shell = "bash -c 'exec 3> >(:); wait $!; said=$(" VX_TOOL_FILE " ";
-    const std::string expected = "); [[ $? == 1 && $said == \"vxsettings: cannot write standard output: ";
-    const std::pair<const char*, const char*> cases[] = {
-        {"summary 2>&1 >/dev/full", "No space left on device"},
-        {"tree 2>&1 >&3", "Broken pipe"},
-        {"--help 2>&1 >&-", "Bad file descriptor"}};
-    for (const auto& [command, reason] : cases) {
-        EXPECT_EQ(std::system((shell + command + expected + reason + "\"* ]]'").c_str()), 0) << command;
+    const std::string cannot = "vxsettings: cannot write standard output: ";
+    const std::string full = cannot + "No space left on device; the output is incomplete";
+    const std::pair<std::string, std::string> cases[] = {
+        {"summary 2>&1 >/dev/full", full},
+        {"lint --bundle " VX_SAMPLE_BUNDLE " 2>&1 >/dev/full", full},
+        {"--help 2>&1 >&-", cannot + "Bad file descriptor; the output is incomplete"},
+        {"tree 2>&1 >&3", ""},  // as by head, which has read enough
+        {"doctor 2>&1 >&3", ""}};
+    for (const auto& [command, message] : cases) {
+        const std::string expected = "); [[ $? == 1 && $said == \"" + message + "\" ]]'";
+        EXPECT_EQ(std::system((shell + command + expected).c_str()), 0) << command;
     }
     // A descriptor that is in use is not given to a file that is opened.
     for (const char* descriptor : {"0", "1", "2"}) {
@@ -90,6 +98,46 @@ TEST(Command, ReportsThatMemoryRanOut)
     EXPECT_EQ(std::system(command), 0);
 }
 #endif
+
+TEST(Command, EscapesWhatFilesAndArgumentsSay)
+{
+    const std::string raw = "\x1b[2J\x7f\xc2\x9b\xe2\x80\xae\xff\nforged: \a";
+    const tests::TestFolder folder;
+    const std::string file = folder.with(raw, R"({ "settings": { "verdix.x\u001b\n\u009b\u202e": 1,
+  "verdix.UserPath": "\u001b[2J\u007f\u009b\u202e\nforged: ", "verdix.\u001b": "\u001b\u009b" } })");
+    const std::vector<std::string> cases[] = {
+        {raw},
+        {"get", raw},
+        {"list", raw},
+        {"doctor"},
+        {"tree", "--color", raw},
+        {"summary", "--feature", raw + "=on"},
+        {"check", file},
+        {"check", file, "--format", "json"},
+        {"check", file + "none"},
+        {"migrate", file},
+        {"migrate", file, "--format", "json"},
+        {"diff", file, file},
+        {"list", "--modified", "--personal", file},
+        {"describe", "UserPath", "--personal", file},
+        {"get", "UserPath", "--personal", file, "--format", "json"},
+        {"set", "class.int8", raw, "--personal", file},
+        {"set", "class.int8", "1", "--personal", folder.with(raw + "2", "{}")},
+        {"export", "--format", "json", "-o", folder / "none" / raw}};
+    for (const std::vector<std::string>& arguments : cases) {
+        const auto run = runOnSample(arguments, {"VX_WEBWINDOW_LOGS_SPEC=" + raw});
+        const std::string shown = run.output + run.errors;
+        for (const char* unprintable : {"\x1b", "\a", "\x7f", "\xc2\x9b", "\xe2\x80\xae", "\xff", "\nforged"})
+        {
+            EXPECT_THAT(shown, Not(HasSubstr(unprintable))) << arguments.front();
+        }
+    }
+    EXPECT_THAT(
+        runOnSample(cases[1]),
+        tests::FailsInOneLine(1, HasSubstr(R"(no such path: \x1b[2J\x7f\u009b\u202e\xff\nforged: \x07; )")));
+    EXPECT_EQ(outputOf({"get", "UserPath", "--personal", file}),
+              "\x1b[2J\x7f\xc2\x9b\xe2\x80\xae\nforged: \n");
+}
 
 TEST(Command, PrintsValuesInTheScriptingLanguagesForm)
 {

@@ -46,7 +46,15 @@ TEST(Export, EscapesEachCharacterOfAString)
     EXPECT_EQ(vx::tool::csvField("a,b"), "\"a,b\"");
     EXPECT_EQ(vx::tool::csvField("a\nb"), "\"a\nb\"");
     EXPECT_EQ(vx::tool::csvField("say \"x\""), "\"say \"\"x\"\"\"");
-    EXPECT_EQ(vx::tool::markdownCell("a|b\\|<c>"), "a\\|b\\\\\\|&lt;c>");
+    EXPECT_EQ(vx::tool::csvField("=1,2"), "\"'=1,2\"");
+    for (const std::string formula : {"=1", "+a", "-a", "-1+2", "@a", "\ta", "\ra", "-nan(a)"}) {
+        EXPECT_EQ(vx::tool::csvField(formula), "\"'" + formula + '"');
+    }
+    for (const char* field : {"-5", "-1.5e-07", "-Inf", "a=1", ""}) {
+        EXPECT_EQ(vx::tool::csvField(field), field);
+    }
+    EXPECT_EQ(vx::tool::markdownText("a|b\\|<c>\n\x1b[`&"), "a\\|b\\\\\\|\\<c\\> \\x1b\\[\\`\\&");
+    EXPECT_EQ(vx::tool::markdownCode("`a``\x1b"), "``` `a``\\x1b ```");
     EXPECT_EQ(vx::tool::escapeHtml("<a href=\"'&\">"), "&lt;a href=&quot;&#39;&amp;&quot;&gt;");
     EXPECT_EQ(vx::tool::cssString("a'\\\n\"b"), "'a\\27 \\5c \\0a \"b'");
 }

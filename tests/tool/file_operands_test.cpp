@@ -64,6 +64,10 @@ TEST_F(FileOperands, MayBeStandardInputAndOutput)
         "echo first > log && $vx export --format csv -o /dev/stdout >> log && grep -qx first log",
         "echo {} | $vx check - | grep -q \"^standard input: no errors\"",
         "echo {} | $vx migrate - | grep -q \"^standard input: from before\"",
+        // To a terminal, which is sent no control characters.
+        "$vx set UserPath $(printf \"a\\\\033[2J\") > set.txt",
+        "$vx get UserPath | grep -q \"^a.\\[2J\"",
+        "script -qec \"$vx get UserPath\" /dev/null | grep -qF \"a\\\\x1b[2J\"",
     };
     for (const char* command : commands) {
         EXPECT_EQ(shell(command), 0) << command;

@@ -1,5 +1,7 @@
 // The commands that work on settings files, as users run them.
 
+#include <boost/json/parse.hpp>
+#include <boost/json/serialize.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -47,6 +49,19 @@ TEST_F(SettingsFilesTest, ValuesGoThroughTheLayers)
     const std::string modified = run({"list", "--modified"}).output;
     EXPECT_THAT(modified, testing::ContainsRegex("verdix.UserPath +\"a.nb\" +personal\n"));
     EXPECT_EQ(std::ranges::count(modified, '\n'), 2);
+}
+
+TEST_F(SettingsFilesTest, NumbersThatAreNotFiniteSurvive)
+{
+    const std::pair<const char*, std::string> cases[] = {
+        {"class.double", "-Inf"}, {"class.matrix", "[NaN Inf 1; -Inf 2 3]"}, {"class.none", "[NaN Inf]"}};
+    for (const auto& [path, value] : cases) {
+        EXPECT_EQ(run({"set", path, "--", value}).errors, "");
+        EXPECT_EQ(run({"get", path}).output, value + '\n');
+        const auto document = boost::json::parse(run({"get", path, "--format", "json"}).output);
+        EXPECT_EQ(run({"set", path, "--json", serialize(document.at("value"))}).errors, "");
+        EXPECT_EQ(run({"get", path}).output, value + '\n');
+    }
 }
 
 TEST_F(SettingsFilesTest, RefusalsAndDamageEndInOneLine)

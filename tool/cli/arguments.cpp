@@ -18,7 +18,12 @@ template <class Target>
 CLI::Option& add(CLI::App& command, const char* names, Target& target, const char* valueName,
                  const char* help, Need need)
 {
-    return *command.add_option(names, target, help)->type_name(valueName)->required(need == Need::required);
+    CLI::Option& option =
+        *command.add_option(names, target, help)->type_name(valueName)->required(need != Need::optional);
+    if (need != Need::requiredOrEmpty) {
+        refuseEmpty(option);
+    }
+    return option;
 }
 
 }  // namespace
@@ -73,6 +78,14 @@ void requireOneStandardInput(const std::vector<std::string>& files)
     if (std::ranges::count(files, core::standardInput) > 1) {
         throw CommandError(ExitCode::usage, "standard input (-) can be read only once: name a file instead");
     }
+}
+
+void refuseEmpty(CLI::Option& option)
+{
+    const auto check = [](const std::string& argument) {
+        return std::string(argument.empty() ? "needs a value that is not empty" : "");
+    };
+    option.check(CLI::Validator(check, ""));
 }
 
 void setChoices(CLI::Option& option, const std::vector<std::string>& choices)

@@ -17,10 +17,12 @@ class Option;
 
 namespace vx::tool {
 
+/// Whether an argument must be given. If it is, it must not be the empty string unless that is said here.
 enum class Need : std::uint8_t
 {
     optional,
-    required
+    required,
+    requiredOrEmpty  ///< must be given; the empty string is a value like others
 };
 
 /// Sets the help of a command: `summary` is also shown in the list of commands, `footer` below all options.
@@ -51,6 +53,9 @@ void addChoice(CLI::App& command, const char* names, std::string& target,
 
 /// Adds an option without a value.
 void addFlag(CLI::App& command, const char* names, bool& target, const char* help);
+
+/// Refuses the empty string as the value of an option.
+void refuseEmpty(CLI::Option& option);
 
 /// Restricts the value of an option to `choices`, which help shows in place of a type.
 void setChoices(CLI::Option& option, const std::vector<std::string>& choices);

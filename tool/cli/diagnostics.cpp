@@ -1,13 +1,21 @@
 #include "cli/diagnostics.hpp"
 
+#include <data/unprintable.hpp>
+
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/json/object.hpp>
 
+#include <cstdio>
 #include <utility>
 
 #include "render/json_text.hpp"
 
 namespace vx::tool {
+
+void printMessage(std::string_view message)
+{
+    std::fprintf(stderr, "vxsettings: %s\n", data::escapeUnprintable(message).c_str());
+}
 
 void writeDiagnostics(const std::vector<core::Diagnostic>& diagnostics, Output& out)
 {

@@ -4,12 +4,16 @@
 
 #include <boost/json/array.hpp>
 
+#include <string_view>
 #include <vector>
 
 #include "cli/command_error.hpp"
 #include "render/output.hpp"
 
 namespace vx::tool {
+
+/// Writes "vxsettings: " and the message to standard error as one line, with unprintable characters escaped.
+void printMessage(std::string_view message);
 
 /// Writes one line for each diagnostic. Line breaks become semicolons.
 void writeDiagnostics(const std::vector<core::Diagnostic>& diagnostics, Output& out);

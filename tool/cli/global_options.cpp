@@ -4,8 +4,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <charconv>
-#include <map>
 #include <string_view>
 
 #include "cli/arguments.hpp"
@@ -16,15 +16,18 @@ namespace {
 
 using foundation::log::Severity;
 
-const std::map<std::string, Severity> severities{
-    {"fatal", Severity::fatal},     {"error", Severity::error},
-    {"warning", Severity::warning}, {"information", Severity::information},
-    {"debug", Severity::debug},     {"trace", Severity::trace}};
+/// The values that the names of an option stand for, in the order in which help lists them.
+template <class Value>
+using Choices = std::vector<std::pair<std::string, Value>>;
 
-const std::map<std::string, ColourChoice> colourChoices{
+const Choices<Severity> severities{{"fatal", Severity::fatal},     {"error", Severity::error},
+                                   {"warning", Severity::warning}, {"information", Severity::information},
+                                   {"debug", Severity::debug},     {"trace", Severity::trace}};
+
+const Choices<ColourChoice> colourChoices{
     {"auto", ColourChoice::automatic}, {"always", ColourChoice::always}, {"never", ColourChoice::never}};
 
-const std::map<std::string, OutputFormat> formats{{"text", OutputFormat::text}, {"json", OutputFormat::json}};
+const Choices<OutputFormat> formats{{"text", OutputFormat::text}, {"json", OutputFormat::json}};
 
 int parseFeatureValue(std::string_view string)
 {
@@ -59,8 +62,8 @@ std::filesystem::path settingsFile(const std::string& option, const std::string&
 
 /// Adds an option that takes one of the names in `values`, and assigns the value of that name.
 template <class Value>
-void addChoice(CLI::App& app, const std::string& option, Value& target,
-               const std::map<std::string, Value>& values, const std::string& help)
+void addChoice(CLI::App& app, const std::string& option, Value& target, const Choices<Value>& values,
+               const std::string& help)
 {
     std::vector<std::string> names;
     names.reserve(values.size());
@@ -68,7 +71,12 @@ void addChoice(CLI::App& app, const std::string& option, Value& target,
         names.push_back(name);
     }
     setChoices(*app.add_option_function<std::string>(
-                   option, [&target, &values](const std::string& name) { target = values.at(name); }, help),
+                   option,
+                   [&target, &values](const std::string& name) {
+                       target =
+                           std::ranges::find(values, name, &std::pair<std::string, Value>::first)->second;
+                   },
+                   help),
                names);
 }
 
@@ -77,9 +85,9 @@ void addChoice(CLI::App& app, const std::string& option, Value& target,
 std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
 {
     auto options = std::make_shared<GlobalOptions>();
-    app.add_option("--bundle", options->bundleFile,
-                   "Bundle file to start (default: the one installed with vxsettings)")
-        ->type_name("FILE");
+    refuseEmpty(*app.add_option("--bundle", options->bundleFile,
+                                "Bundle file to start (default: the one installed with vxsettings)")
+                     ->type_name("FILE"));
     const auto addFile = [&app](const char* name, std::filesystem::path& file, const char* help) {
         app.add_option_function<std::string>(
                name, [&file, name](const std::string& path) { file = settingsFile(name, path); }, help)

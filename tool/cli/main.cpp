@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <cstdio>
 #include <exception>
 #include <fcntl.h>
 #include <iterator>
@@ -19,6 +18,7 @@
 
 #include "cli/command.hpp"
 #include "cli/command_error.hpp"
+#include "cli/diagnostics.hpp"
 #include "cli/global_options.hpp"
 #include "host/bundle_file.hpp"
 
@@ -121,8 +121,7 @@ void warnOfUnknownFeature(const std::string& name)
         }
         known.append(known.empty() ? "" : ", ").append(input.name);
     }
-    std::fprintf(stderr, "vxsettings: no Verdix setting depends on the feature switch \"%s\"; known: %s\n",
-                 name.c_str(), known.c_str());
+    printMessage("no Verdix setting depends on the feature switch \"" + name + "\"; known: " + known);
 }
 
 ExitCode execute(const GlobalOptions& options, const Command& command)
@@ -161,7 +160,7 @@ std::string usageError(const CLI::App& app, const CLI::ParseError& error)
 ExitCode print(const std::string& text)
 {
     Output out(STDOUT_FILENO, "standard output", ColourChoice::never);
-    out << text;
+    out << Exact{text};
     out.flush();
     return ExitCode::done;
 }
@@ -188,9 +187,9 @@ ExitCode run(int argc, const char* const* argv)
     return execute(*options, chosenCommand(commands));
 }
 
-ExitCode report(ExitCode code, const char* line)
+ExitCode report(ExitCode code, const char* message)
 {
-    std::fprintf(stderr, "vxsettings: %s\n", line);
+    printMessage(message);
     return code;
 }
 
@@ -213,6 +212,8 @@ ExitCode guardedRun(int argc, const char* const* argv)
 {
     try {
         return run(argc, argv);
+    } catch (const ReaderGone&) {
+        return ExitCode::failed;
     } catch (const CommandError& error) {
         return report(error.code(), error.what());
     } catch (const std::bad_alloc&) {
@@ -229,7 +230,7 @@ ExitCode guardedRun(int argc, const char* const* argv)
 int main(int argc, char** argv)
 {
     vx::tool::occupyStandardDescriptors();
-    std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is a failed write, reported as such
+    std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is a failed write, so that commands end in order
     std::signal(SIGXFSZ, SIG_IGN);  // so is a file that reaches the size limit of the process
     return static_cast<int>(vx::tool::guardedRun(argc, argv));
 }

@@ -67,11 +67,12 @@ Action addSet(CLI::App& command)
     auto options = std::make_shared<SetOptions>();
     addPositional(command, "PATH", options->path, Need::required, "Setting or alias");
     addPositional(
-        command, "VALUE", options->value, Need::required,
+        command, "VALUE", options->value, Need::requiredOrEmpty,
         "true, 12, [14 0 255], a string with or without quotes, or {\"a\",\"b\"}; precede a value that "
         "begins with - by --");
     addFlag(command, "--json", options->isJson,
-            "Read VALUE as JSON: 12, [14, 0, 255], \"text\", [\"a\", \"b\"]");
+            "Read VALUE as JSON: 12, [14, 0, 255], \"text\", [\"a\", \"b\"], or a value as get --format json "
+            "prints it");
     return [options](LazySession& session, Output& out) { return set(session, *options, out); };
 }
 

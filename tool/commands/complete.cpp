@@ -30,7 +30,7 @@ Action addComplete(CLI::App& command)
     setHelp(command, "Print the candidates for the last argument of a command line");
     hideFromHelp(command);  // called by the completion scripts
     auto arguments = std::make_shared<std::vector<std::string>>();
-    addPositional(command, "ARGUMENTS", *arguments, Need::required,
+    addPositional(command, "ARGUMENTS", *arguments, Need::requiredOrEmpty,
                   "Arguments after the program's name, the last one incomplete");
     return [arguments, &app = programOf(command)](LazySession& session, Output& out) {
         return writeCandidates(complete(app, *arguments, session), out);
@@ -46,9 +46,9 @@ Action addCompletion(CLI::App& command)
     addChoice(command, "SHELL", *shell, {"bash", "zsh", "fish"}, "Shell that reads the script",
               Need::required);
     return [shell](LazySession&, Output& out) {
-        out << (*shell == "bash"  ? shell_scripts::bash
-                : *shell == "zsh" ? shell_scripts::zsh
-                                  : shell_scripts::fish);
+        out << Exact{*shell == "bash"  ? shell_scripts::bash
+                     : *shell == "zsh" ? shell_scripts::zsh
+                                       : shell_scripts::fish};
         return ExitCode::done;
     };
 }

@@ -70,7 +70,7 @@ std::string_view areaOf(std::string_view path)
 
 std::string code(std::string_view path)
 {
-    return "`" + std::string(shortPath(path)) + "`";
+    return markdownCode(shortPath(path));
 }
 
 /// Returns what changed in a property: "must now be from 1 to 50 (before: from 1 to 100)".
@@ -112,8 +112,8 @@ void writeMarkdown(const std::vector<Difference>& differences, const review::Cha
         areas[areaOf(difference.path)] +=
             "- " + releaseNote(difference) + (reason.empty() ? "" : ". " + markdownText(reason)) + "\n";
     }
-    for (std::string_view separator; const auto& [area, notes] : areas) {
-        out << separator << "#### " << area << "\n\n" << notes;
+    for (const char* separator = ""; const auto& [area, notes] : areas) {
+        out << separator << "#### " << markdownText(area) << "\n\n" << Exact{notes};
         separator = "\n";
     }
 }

@@ -198,7 +198,7 @@ void fill(std::string_view document, const std::map<std::string_view, std::funct
 {
     for (;;) {
         const std::size_t start = document.find("{{");
-        out << document.substr(0, start);
+        out << Exact{document.substr(0, start)};
         if (start == std::string_view::npos) {
             return;
         }
@@ -219,8 +219,8 @@ void exportPage(LazySession& lazy, Output& out)
     fill(page::document,
          {{"root", [&] { out << escapeHtml(root.fullName()); }},
           {"summary", [&] { out << escapeHtml(summary(source)); }},
-          {"style", [&] { out << page::style; }},
-          {"script", [&] { out << page::script; }},
+          {"style", [&] { out << Exact{page::style}; }},
+          {"script", [&] { out << Exact{page::script}; }},
           {"value", [&] { out << (source.layers == nullptr ? "Factory value" : "Value"); }},
           {"rows", [&] { writeGroup(source, root, out); }}},
          out);

@@ -109,7 +109,7 @@ json::object releaseSchema(const ReleaseChangeTable& releases)
     return schema;
 }
 
-std::string member(std::string_view name, const json::object& value)
+std::string member(std::string_view name, const json::value& value)
 {
     std::string text;
     review::appendJson(text, json::string(name));
@@ -123,7 +123,7 @@ void writeSettings(const Session& session, const ReleaseChangeTable& releases, O
     std::string_view separator = "\n        ";
     for (const Node* node : session.tree().nodes()) {
         if (node->kind() == core::NodeKind::setting) {
-            out << separator << member(node->fullName(), settingSchema(*node, releases));
+            out << Exact{separator} << Exact{member(node->fullName(), settingSchema(*node, releases))};
             separator = ",\n        ";
         }
     }
@@ -136,9 +136,10 @@ void exportSchema(const Session& session, Output& out)
     const ReleaseChangeTable& releases = session.releaseChanges();
     const json::object reference{{"description", "The location of this schema, for editors."}};
     out << "{\n  \"$schema\": \"https://json-schema.org/draft/2020-12/schema\",\n  "
-        << "\"title\": \"Settings under " << session.tree().root()->fullName() << "\",\n  "
-        << "\"type\": \"object\",\n  \"properties\": {\n    " << member("$schema", reference) << ",\n    "
-        << member("release", releaseSchema(releases)) << ",\n    "
+        << Exact{member("title", json::string("Settings under " + session.tree().root()->getFullName()))}
+        << ",\n  "
+        << "\"type\": \"object\",\n  \"properties\": {\n    " << Exact{member("$schema", reference)}
+        << ",\n    " << Exact{member("release", releaseSchema(releases))} << ",\n    "
         << "\"settings\": {\n      \"type\": \"object\",\n      \"properties\": {";
     writeSettings(session, releases, out);
     out << "\n      },\n      \"additionalProperties\": false\n    }\n  },\n"

@@ -87,7 +87,7 @@ void writeMarkdownLine(const Fields& fields, Output& out)
 {
     out << '|';
     for (const auto& field : fields) {
-        out << ' ' << markdownCell(std::string(field)) << " |";
+        out << ' ' << markdownText(field) << " |";
     }
     out << '\n';
 }

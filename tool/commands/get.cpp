@@ -1,3 +1,4 @@
+#include <data/unprintable.hpp>
 #include <review/tree_json.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/values/value_format.hpp>
@@ -5,7 +6,6 @@
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/json/array.hpp>
 
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <utility>
@@ -13,6 +13,7 @@
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
+#include "cli/diagnostics.hpp"
 #include "host/bundle_file.hpp"
 #include "render/json_text.hpp"
 
@@ -25,11 +26,6 @@ struct EffectiveValue
     const core::Node& setting;
     core::LayerValue effective;
 };
-
-void printNote(const std::string& line)
-{
-    std::fprintf(stderr, "vxsettings: %s\n", line.c_str());
-}
 
 /// Returns the effective value of the setting at this path. Throws CommandError if there is no such setting,
 /// or it has no value.
@@ -60,7 +56,7 @@ std::vector<EffectiveValue> effectiveValues(LazySession& lazy, const std::vector
         try {
             values.push_back(effectiveValue(session, layers, path));
         } catch (const CommandError& error) {
-            printNote(error.what());
+            printMessage(error.what());
         }
     }
     return values;
@@ -71,10 +67,11 @@ void reportOrigin(const EffectiveValue& value, bool isOneOfSeveral)
 {
     const auto& [setting, effective] = value;
     for (const core::Diagnostic& diagnostic : effective.diagnostics) {
-        printNote("ignored invalid value: " + firstLine(formatDiagnostic(diagnostic)));
+        printMessage("ignored invalid value: " + firstLine(formatDiagnostic(diagnostic)));
     }
     if (effective.layer == core::Layer::factory && !setting.properties().factoryValue.isAssigned()) {
-        printNote((isOneOfSeveral ? setting.getFullName() + ": " : "") + "computed by " + effective.source);
+        printMessage((isOneOfSeveral ? setting.getFullName() + ": " : "") + "computed by " +
+                     effective.source);
     }
 }
 
@@ -94,7 +91,7 @@ void writeText(const std::vector<EffectiveValue>& values, Output& out)
         if (values.size() > 1) {
             boost::replace_all(text, "\n", "\\n");  // several values are separated by line breaks
         }
-        out << text << '\n';
+        out << (out.isTerminal() ? Exact{data::escapeUnprintable(text)} : Exact{text}) << '\n';
     }
 }
 

@@ -98,7 +98,7 @@ Action addManual(CLI::App& command)
     setHelp(command, "Print the help of all commands, from which help2man makes the manual page");
     hideFromHelp(command);  // only the build runs it
     return [&app = programOf(command)](LazySession&, Output& out) {
-        out << manual(app);
+        out << Exact{manual(app)};
         return ExitCode::done;
     };
 }

@@ -116,7 +116,7 @@ void writeReport(const Outcome& outcome, Output& out)
     out << outcome.file.string() << ": from "
         << (migration.from ? formatReleaseName(*migration.from) : "before all releases") << " to "
         << formatReleaseName(migration.to) << ", " << migration.untouched
-        << (migration.untouched == 1 ? " setting unchanged\n" : " settings unchanged\n");
+        << (migration.untouched == 1 ? " setting unchanged" : " settings unchanged") << '\n';
     Table table;
     for (const MigrationEvent& event : migration.events) {
         table.add(eventRow(event));
@@ -130,9 +130,9 @@ void writeText(const Outcome& outcome, Output& out)
     if (!outcome.diagnostics.empty()) {
         out << out.styled(Style::bad, "invalid values (kept, ignored):") << '\n';
         writeDiagnostics(outcome.diagnostics, out);
-        const std::string file = " --personal " + outcome.file.string() + '\n';
-        out << "to replace one:  vxsettings set PATH VALUE" << file;
-        out << "to remove one:   vxsettings reset PATH" << file;
+        const std::string file = " --personal " + outcome.file.string();
+        out << "to replace one:  vxsettings set PATH VALUE" << file << '\n';
+        out << "to remove one:   vxsettings reset PATH" << file << '\n';
     }
     if (!outcome.isChange) {
         out << (outcome.diagnostics.empty() ? "nothing to do: the file is up to date\n"

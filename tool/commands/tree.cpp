@@ -57,22 +57,20 @@ json::object branchJson(const Node& node, const TreeOptions& options, int depth)
     return branch;
 }
 
-/// Returns what follows a name: the value, or the target of an alias.
-std::string annotation(const Node& node, const core::SettingsTree& tree, const Output& out)
+/// Writes what follows a name: the value, or the target of an alias.
+void writeAnnotation(const Node& node, const core::SettingsTree& tree, Output& out)
 {
     const auto& properties = node.properties();
     if (node.kind() == NodeKind::alias) {
         const bool isResolved = tree.find(properties.aliasName()) != nullptr;
-        return out.styled(Style::note, " -> " + properties.aliasName() + (isResolved ? "" : " (unresolved)"));
+        out << out.styled(Style::note, " -> " + properties.aliasName() + (isResolved ? "" : " (unresolved)"));
+    } else if (properties.factoryValue.isAssigned()) {
+        out << " = "
+            << out.styled(Style::value, core::formatValueOnOneLine(properties.factoryValue, valueWidth));
+    } else if (node.kind() == NodeKind::setting) {
+        const bool isComputed = properties.runTimeDefault.index() != 0;
+        out << out.styled(Style::note, isComputed ? " (computed)" : " (no factory value)");
     }
-    if (properties.factoryValue.isAssigned()) {
-        return " = " +
-               out.styled(Style::value, core::formatValueOnOneLine(properties.factoryValue, valueWidth));
-    }
-    const bool isComputed = properties.runTimeDefault.index() != 0;
-    return node.kind() == NodeKind::group
-               ? ""
-               : out.styled(Style::note, isComputed ? " (computed)" : " (no factory value)");
 }
 
 class Drawing
@@ -84,7 +82,9 @@ public:
 
     void draw(const Node& top)
     {
-        out_ << out_.styled(Style::group, top.fullName()) << annotation(top, tree_, out_) << '\n';
+        out_ << out_.styled(Style::group, top.fullName());
+        writeAnnotation(top, tree_, out_);
+        out_ << '\n';
         drawChildren(top, "", options_.depth);
     }
 
@@ -110,7 +110,8 @@ private:
     void drawLine(const Node& node, int depth)
     {
         const Style style = node.kind() == NodeKind::group ? Style::group : Style::plain;
-        out_ << out_.styled(style, node.name()) << annotation(node, tree_, out_);
+        out_ << out_.styled(style, node.name());
+        writeAnnotation(node, tree_, out_);
         if (node.isHiddenItself()) {
             out_ << out_.styled(Style::note, " (hidden)");
         }

@@ -29,7 +29,18 @@ Session::Session(const std::filesystem::path& bundleFile) : host_(bundleFile), t
 
 const settings::core::ReleaseChangeTable& Session::releaseChanges() const
 {
-    return releases_ ? *releases_ : releases_.emplace(core::loadReleaseChanges(host_.loader()));
+    if (!releases_) {
+        try {
+            releases_ = core::loadReleaseChanges(host_.loader());
+        } catch (const std::bad_alloc&) {
+            throw;
+        } catch (const std::exception& error) {
+            throw CommandError(ExitCode::notStarted,
+                               "bundle " + host_.bundle().GetLocation() +
+                                   " has no usable release changes: " + firstLine(error.what()));
+        }
+    }
+    return *releases_;
 }
 
 std::vector<std::string> Session::settingPathList() const

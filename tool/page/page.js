@@ -60,7 +60,8 @@
             }
         }
         for (const value of [...counts.keys()].sort()) {
-            select.add(new Option(`${value} (${counts.get(value)})`, value));
+            // Isolated as in the style sheet, which does not reach into options.
+            select.add(new Option(`\u2068${value}\u2069 (${counts.get(value)})`, value));
         }
     }
 

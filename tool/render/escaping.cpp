@@ -1,8 +1,32 @@
 #include "render/escaping.hpp"
 
+#include <data/unprintable.hpp>
+
 #include <boost/algorithm/string/replace.hpp>
 
+#include <charconv>
+#include <cmath>
+
 namespace vx::tool {
+
+namespace {
+
+bool isNumber(std::string_view field)
+{
+    double number = 0;
+    const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), number);
+    const bool isFinite = error == std::errc() && end == field.data() + field.size() && std::isfinite(number);
+    return isFinite || field == "-Inf";
+}
+
+bool looksLikeFormula(std::string_view field)
+{
+    constexpr std::string_view firstCharacters = "=+-@\t\r";
+    return !field.empty() && firstCharacters.find(field.front()) != std::string_view::npos &&
+           !isNumber(field);
+}
+
+}  // namespace
 
 std::string escapeHtml(std::string_view string)
 {
@@ -51,31 +75,37 @@ std::string cssString(std::string_view string)
 
 std::string csvField(std::string field)
 {
-    if (field.find_first_of(",\"\r\n") == std::string::npos) {
+    if (looksLikeFormula(field)) {
+        field.insert(field.begin(), '\'');
+    } else if (field.find_first_of(",\"\r\n") == std::string::npos) {
         return field;
     }
     boost::replace_all(field, "\"", "\"\"");
     return '"' + field + '"';
 }
 
-std::string markdownCell(std::string cell)
-{
-    boost::replace_all(cell, "\\", "\\\\");
-    boost::replace_all(cell, "|", "\\|");
-    boost::replace_all(cell, "<", "&lt;");
-    return cell;
-}
-
 std::string markdownText(std::string_view string)
 {
     std::string text;
     for (const char c : string) {
-        if (std::string_view("\\`*_[]<>|").find(c) != std::string_view::npos) {
+        if (std::string_view("\\`*_~[]<>|&").find(c) != std::string_view::npos) {
             text += '\\';
         }
         text += c == '\n' ? ' ' : c;
     }
-    return text;
+    return data::escapeUnprintable(text);
+}
+
+std::string markdownCode(std::string_view string)
+{
+    std::string fence = "`";
+    while (string.find(fence) != std::string_view::npos) {
+        fence += '`';
+    }
+    const std::string_view space =
+        fence.size() == 1 ? "" : " ";  // the string may begin or end with a backtick
+    std::string code = fence;
+    return code.append(space).append(data::escapeUnprintable(string)).append(space).append(fence);
 }
 
 }  // namespace vx::tool

@@ -27,7 +27,7 @@ void writeLines(const json::array& entries, Output& out)
     for (const json::value& entry : entries) {
         text = &entry == entries.data() ? "[\n    " : ",\n    ";
         review::appendJson(text, entry);
-        out << text;
+        out << Exact{text};
     }
     out << "\n  ]";
 }
@@ -36,17 +36,17 @@ void writeLines(const json::array& entries, Output& out)
 
 void writeJson(const json::object& document, Output& out)
 {
-    std::string_view separator = "{\n  ";
+    const char* separator = "{\n  ";
     std::string text;
     for (const auto& [key, value] : document) {
-        out << separator << json::serialize(key) << ": ";
+        out << separator << Exact{json::serialize(key)} << ": ";
         separator = ",\n  ";
         if (isListOfObjects(value)) {
             writeLines(value.get_array(), out);
         } else {
             text.clear();
             review::appendJson(text, value);
-            out << text;
+            out << Exact{text};
         }
     }
     out << "\n}\n";

@@ -1,11 +1,14 @@
 #include "render/output.hpp"
 
+#include <data/unprintable.hpp>
+
 #include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <unistd.h>
+#include <utility>
 
 #include "cli/command_error.hpp"
 
@@ -41,24 +44,34 @@ Output::Output(int descriptor, std::string name, ColourChoice colour, OutputForm
       format_(format)
 {}
 
-Output& Output::operator<<(std::string_view text)
+Output& Output::operator<<(std::string_view string)
 {
-    buffer_ += text;
+    return *this << Exact{data::escapeUnprintable(string)};
+}
+
+Output& Output::operator<<(Exact piece)
+{
+    buffer_ += piece.bytes;
     if (buffer_.size() >= flushAt) {
         flush();
     }
     return *this;
 }
 
-std::string Output::styled(Style style, std::string_view text) const
+bool Output::isTerminal() const noexcept
+{
+    return ::isatty(descriptor_) == 1;
+}
+
+Styled Output::styled(Style style, std::string_view string) const
 {
     const std::string_view code = codes[static_cast<std::size_t>(style)];
-    if (!hasColour_ || code.empty() || text.empty()) {
-        return std::string(text);
+    std::string printable = data::escapeUnprintable(string);
+    if (!hasColour_ || code.empty() || printable.empty()) {
+        return {std::move(printable)};
     }
     std::string result = "\x1b[";
-    result.append(code).append("m").append(text).append("\x1b[0m");
-    return result;
+    return {result.append(code).append("m").append(printable).append("\x1b[0m")};
 }
 
 void Output::flush()
@@ -71,6 +84,8 @@ void Output::flush()
         const ssize_t written = ::write(descriptor_, rest.data(), rest.size());
         if (written >= 0) {
             rest.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno == EPIPE) {
+            throw ReaderGone();
         } else if (errno != EINTR) {
             throw CommandError(ExitCode::failed, "cannot write " + name_ + ": " + std::strerror(errno) +
                                                      "; the output is incomplete");

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <concepts>
 #include <cstdint>
+#include <exception>
 #include <string>
 #include <string_view>
 
@@ -33,9 +34,28 @@ enum class OutputFormat : std::uint8_t
     json   ///< for programs, one document
 };
 
+/// A piece of output that is written as it is: the program's own, or in a format with escapes of its own.
+struct Exact
+{
+    std::string_view bytes;
+};
+
+/// A piece of output with unprintable characters escaped, in the colour of its style.
+struct Styled
+{
+    std::string bytes;
+};
+
+/// The reader of standard output closed it before the end, which needs no message.
+class ReaderGone : public std::exception
+{
+public:
+    [[nodiscard]] const char* what() const noexcept override { return "the reader is gone"; }
+};
+
 /// Buffered output to a file descriptor, which it does not own, or only to the buffer. Writing throws
-/// CommandError, with the destination's name, if the descriptor cannot be written (closed pipe, full disk).
-/// Output that is not flushed is lost.
+/// CommandError, with the destination's name, if the descriptor cannot be written (full disk), and
+/// ReaderGone if it is a pipe that nobody reads any more. Output that is not flushed is lost.
 class Output
 {
 public:
@@ -45,26 +65,37 @@ public:
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
-    Output& operator<<(std::string_view text);
-    Output& operator<<(char character) { return *this << std::string_view(&character, 1); }
+    /// Writes a string, which may be foreign, with unprintable characters escaped, line breaks among them.
+    Output& operator<<(std::string_view string);
+    Output& operator<<(const std::string& string) { return *this << std::string_view(string); }
+    /// Writes a piece of the program's own text as it is.
+    ///@{
+    Output& operator<<(const char* literal) { return *this << Exact{literal}; }
+    Output& operator<<(char character) { return *this << Exact{{&character, 1}}; }
+    ///@}
+    Output& operator<<(Exact piece);
+    Output& operator<<(const Styled& piece) { return *this << Exact{piece.bytes}; }
 
     template <std::unsigned_integral Number>
     Output& operator<<(Number number)
     {
         char buffer[20];
-        return *this << std::string_view(buffer, std::to_chars(buffer, buffer + sizeof buffer, number).ptr);
+        return *this << Exact{{buffer, std::to_chars(buffer, buffer + sizeof buffer, number).ptr}};
     }
 
     /// Returns whether to write one JSON document, and nothing else.
     [[nodiscard]] bool isJson() const noexcept { return format_ == OutputFormat::json; }
 
-    /// Returns the text in the style's colour; unchanged if colours are off.
-    [[nodiscard]] std::string styled(Style style, std::string_view text) const;
+    /// Returns whether a terminal shows what is written.
+    [[nodiscard]] bool isTerminal() const noexcept;
+
+    /// Returns the string in the style's colour, if colours are on.
+    [[nodiscard]] Styled styled(Style style, std::string_view string) const;
 
     /// Returns what the buffer holds.
     [[nodiscard]] std::string_view buffer() const noexcept { return buffer_; }
 
-    /// Writes the buffer. Throws CommandError.
+    /// Writes the buffer. Throws CommandError or ReaderGone.
     void flush();
 
 private:

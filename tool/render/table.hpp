@@ -1,5 +1,7 @@
 #pragma once
 
+#include <data/unprintable.hpp>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -24,14 +26,17 @@ enum class Align : std::uint8_t
 class Table
 {
 public:
+    /// Text with unprintable characters escaped, so that its width is the one that is shown.
     struct Cell
     {
-        Cell(std::string content, Style cellStyle = Style::plain, Align cellAlign = Align::left)
-            : text(std::move(content)), style(cellStyle), align(cellAlign)
+        Cell(std::string_view content, Style cellStyle = Style::plain, Align cellAlign = Align::left)
+            : text(data::escapeUnprintable(content)), style(cellStyle), align(cellAlign)
         {}
-        Cell(std::string_view content) : text(content) {}
+        Cell(const std::string& content, Style cellStyle = Style::plain, Align cellAlign = Align::left)
+            : Cell(std::string_view(content), cellStyle, cellAlign)
+        {}
         Cell(const char* content, Style cellStyle = Style::plain, Align cellAlign = Align::left)
-            : text(content), style(cellStyle), align(cellAlign)
+            : Cell(std::string_view(content), cellStyle, cellAlign)
         {}
         Cell(std::size_t number) : text(std::to_string(number)), align(Align::right) {}
 

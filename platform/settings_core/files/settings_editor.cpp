@@ -43,7 +43,7 @@ void requireValid(const Node& setting, const Array& value)
 {
     std::string messages;
     for (const Diagnostic& diagnostic : checkValue(setting, value)) {
-        messages += (messages.empty() ? "" : "\n") + diagnostic.message;
+        messages += (messages.empty() ? "" : "; ") + diagnostic.message;
     }
     if (!messages.empty()) {
         throw InvalidValue(setting.getFullName() + " cannot be " + formatValueOnOneLine(value, valueWidth) +
@@ -96,7 +96,7 @@ void SettingsEditor::store(const Node& setting, const Array& value)
     const SettingsFile file =
         parseSettingsFile(locked.content().value_or(emptySettingsFile(nameOf(release_ ? release_ : newestRelease(releases_)))), file_);
     SettingsFileEdit edit(file);
-    edit.set(setting.getFullName(), valueToJson(value));
+    edit.set(setting.getFullName(), valueToJson(value, constraintOf(setting.properties())));
     locked.replace(edit.text());
 }
 

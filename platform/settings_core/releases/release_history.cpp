@@ -45,6 +45,27 @@ bool isAtOrUnder(std::string_view path, std::string_view group) noexcept
     return path.starts_with(group) && (path.size() == group.size() || path[group.size()] == '.');
 }
 
+std::string describeMalformed(const SettingsFileChange& change)
+{
+    const auto isEmpty = [](const std::string& path) { return path.empty(); };
+    const bool isMove = change.operation() == "move";
+    if (!isMove && change.operation() != "remove") {
+        return "its operation is \"" + change.operation() + "\", neither move nor remove";
+    }
+    if (change.from().size() != 1) {
+        return change.from().empty() ? "it has no source" : "it has more than one source";
+    }
+    if (isMove && change.to().size() != 1) {
+        return change.to().empty() ? "it is a move without a target" : "it has more than one target";
+    }
+    if (!isMove && !change.to().empty()) {
+        return "it is a removal with a target";
+    }
+    return std::ranges::any_of(change.from(), isEmpty) || std::ranges::any_of(change.to(), isEmpty)
+               ? "it has an empty path"
+               : "";
+}
+
 std::vector<ReleaseStep> movesTo(const ReleaseChangeTable& table, std::string_view path, std::uint64_t first,
                                  std::size_t firstRow)
 {

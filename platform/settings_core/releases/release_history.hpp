@@ -19,6 +19,10 @@ struct ReleaseStep
     std::string_view to;       ///< full path after it; empty when `from` was removed
 };
 
+/// Returns what makes a change unusable, "it has no source", so that no table with it is read; empty if it is
+/// a move with one source and one target, or a removal with one source.
+[[nodiscard]] VX_API std::string describeMalformed(const ::settings::core::SettingsFileChange& change);
+
 /// Returns the moves that led to this path, latest first, by the release at index `first` of the table, from
 /// its row `firstRow` on, and by later ones. The steps refer to the table.
 [[nodiscard]] VX_API std::vector<ReleaseStep> movesTo(const ::settings::core::ReleaseChangeTable& table,

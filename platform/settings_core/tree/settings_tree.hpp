@@ -41,7 +41,8 @@ private:
 /// of the provider.
 [[nodiscard]] VX_API SettingsTree loadTree(::settings::core::FactorySettingsLoader& loader);
 
-/// Returns the provider's table of settings that each release moved or removed.
+/// Returns the provider's table of settings that each release moved or removed. Throws std::invalid_argument,
+/// with release and row, if a change is neither a move nor a removal of one path.
 [[nodiscard]] VX_API ::settings::core::ReleaseChangeTable
 loadReleaseChanges(::settings::core::FactorySettingsLoader& loader);
 

@@ -1,3 +1,4 @@
+#include <data/unprintable.hpp>
 #include <data/views.hpp>
 #include <settings_core/values/array_visit.hpp>
 #include <settings_core/values/value_format.hpp>
@@ -128,26 +129,6 @@ void append(std::string& text, const Array& value)
     });
 }
 
-std::string escapeControlCharacters(std::string_view text)
-{
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string result;
-    result.reserve(text.size());
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (c == '\n') {
-            result += "\\n";
-        } else if (c == '\t') {
-            result += "\\t";
-        } else if (byte < 0x20 || byte == 0x7f) {
-            result += {'\\', 'x', digits[byte >> 4U], digits[byte & 0xfU]};
-        } else {
-            result += c;
-        }
-    }
-    return result;
-}
-
 constexpr bool startsCharacter(char c)
 {
     return (static_cast<unsigned char>(c) & 0xc0U) != 0x80U;
@@ -199,7 +180,7 @@ std::string formatValueOnOneLine(const Array& value, std::size_t width)
     if (value.isAssigned()) {
         append(text, value);
     }
-    text = escapeControlCharacters(text);
+    text = data::escapeUnprintable(text);
     if (characterCount(text) > width) {
         text.resize(prefixLength(text, width == 0 ? 0 : width - 1));
         text += width == 0 ? "" : "…";

@@ -21,8 +21,8 @@ namespace vx::core {
 /// [], empty cells {}; an unassigned value is the empty string.
 [[nodiscard]] VX_API std::string formatValue(const foundation::verdixdata::Array& value);
 
-/// Formats a value on one line of at most `width` characters: all strings are quoted, control characters are
-/// written as `\n`, `\t` or `\xNN`, and "…" marks the end of a truncated value.
+/// Formats a value on one line of at most `width` characters: all strings are quoted, unprintable characters
+/// are escaped as by data::escapeUnprintable, and "…" marks the end of a truncated value.
 [[nodiscard]] VX_API std::string formatValueOnOneLine(const foundation::verdixdata::Array& value,
                                                       std::size_t width);
 

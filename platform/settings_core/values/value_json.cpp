@@ -4,7 +4,9 @@
 #include <settings_core/values/value_parsing.hpp>
 
 #include <foundation/verdixdata/array_factory.hpp>
+#include <foundation/verdixdata/text.hpp>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -65,12 +67,95 @@ LiteralGrid gridOf(const JsonValue& json)
     }
     grid.brackets = Brackets::square;
     if (!json.elements.empty() && json.elements.front().kind == JsonKind::array) {
+        grid.brackets = Brackets::nested;
         appendRows(grid, json.elements);
     } else {
         grid.columns = json.elements.size();
         appendRow(grid, json.elements);
     }
     return grid;
+}
+
+const JsonValue& memberOf(const JsonValue& object, std::string_view name)
+{
+    const auto found = std::ranges::find(object.members, name, &JsonMember::name);
+    if (found == object.members.end()) {
+        throw ParseError(object.offset, "expected a member \"" + std::string(name) + "\"");
+    }
+    return found->value;
+}
+
+/// Returns the class that the object names, which must be the one of the target, if that has one.
+ArrayType classIn(const JsonValue& object, const ParseTarget& target)
+{
+    const JsonValue& name = memberOf(object, "class");
+    const auto type =
+        name.kind == JsonKind::string ? data::classNamed(toUtf8(decodedString(name))) : std::nullopt;
+    const bool isColourName = target.acceptsColourNames && type == ArrayType::CHAR;
+    if (!type || (target.elementClass && type != target.elementClass && !isColourName)) {
+        throw ParseError(name.offset, target.elementClass ? "expected the class " +
+                                                                std::string(className(*target.elementClass))
+                                                          : "expected the name of a class");
+    }
+    return *type;
+}
+
+std::size_t sizeIn(const JsonValue& json)
+{
+    std::size_t size = 0;
+    const char* const end = json.text.data() + json.text.size();
+    const auto [stop, error] = std::from_chars(json.text.data(), end, size);
+    if (json.kind != JsonKind::number || error != std::errc() || stop != end) {
+        throw ParseError(json.offset, "expected a whole number");
+    }
+    return size;
+}
+
+/// Returns the grid of a value that is written as an object with its size and its elements column by column.
+LiteralGrid gridInObject(const JsonValue& object)
+{
+    const JsonValue& sizes = memberOf(object, "dims");
+    const std::vector<JsonValue>& elements = memberOf(object, "data").elements;
+    LiteralGrid grid;
+    grid.offset = sizes.offset;
+    grid.brackets = Brackets::nested;
+    grid.rows = 0;
+    if (sizes.elements.size() == 2) {
+        grid.rows = sizeIn(sizes.elements[0]);
+        grid.columns = sizeIn(sizes.elements[1]);
+    }
+    const std::size_t count = elements.size();
+    // Settings files hold no value without rows; and no empty one of many rows, which would be long.
+    const bool isOneRow = grid.rows == 1 && grid.columns == count;
+    const bool isMatrix =
+        grid.rows > 1 && count != 0 && count % grid.rows == 0 && grid.columns == count / grid.rows;
+    if (!isOneRow && !isMatrix) {
+        throw ParseError(sizes.offset, "expected the rows and columns of an array with " +
+                                           std::to_string(count) + " elements, at least one row");
+    }
+    for (std::size_t index = 0; index < count; ++index) {
+        const std::size_t row = index / grid.columns;
+        const std::size_t column = index % grid.columns;
+        grid.literals.push_back(literalOf(elements[column * grid.rows + row]));
+    }
+    return grid;
+}
+
+/// Reads a value as exported trees have it: {"class": "int32", "dims": [1, 2], "data": [180, 45]}.
+Array arrayInObject(const JsonValue& object, ParseTarget target)
+{
+    target.elementClass = classIn(object, target);
+    const JsonValue& data = memberOf(object, "data");
+    return data.kind == JsonKind::array ? arrayOf(gridInObject(object), target)
+                                        : arrayOf(gridOf(data), target);  // a character vector
+}
+
+/// Whether JSON without a class would be read as a string or as a cell of strings.
+bool looksLikeStrings(const Array& value)
+{
+    return value.getType() == ArrayType::DOUBLE && value.getNumberOfElements() != 0 &&
+           std::ranges::none_of(data::elementsOf<double>(value),
+                                [](double element) { return std::isfinite(element); });
 }
 
 void append(std::string& json, bool element)
@@ -159,7 +244,18 @@ Array valueFromJson(const JsonValue& json, const ParseTarget& target)
 
 Array parseJsonValue(std::string_view text, const ParseTarget& target)
 {
-    return valueFromJson(readJson(text), target);
+    const JsonValue json = readJson(text);
+    return json.kind == JsonKind::object ? arrayInObject(json, target) : valueFromJson(json, target);
+}
+
+std::string valueToJson(const Array& value, const ParseTarget& target)
+{
+    std::string json = valueToJson(value);
+    if ((target.elementClass && !target.acceptsColourNames) || !looksLikeStrings(value)) {
+        return json;
+    }
+    const std::size_t depth = json.starts_with("[[") ? 0 : json.starts_with('[') ? 1 : 2;
+    return std::string(depth, '[').append(json).append(depth, ']');
 }
 
 std::string valueToJson(const Array& value)

@@ -164,6 +164,12 @@ ArrayType classByNotation(const LiteralGrid& grid)
     // In JSON, NaN and the infinities are strings, so a list with any other literal is not one of strings.
     const auto firstToken = std::ranges::find(literals, false, &Literal::isString);
     if (firstToken == literals.end()) {
+        if (grid.brackets == Brackets::nested && std::ranges::all_of(literals, [](const Literal& literal) {
+                return parseNonFinite(toUtf8(literal.string)).has_value();
+            }))
+        {
+            return ArrayType::DOUBLE;
+        }
         return grid.brackets == Brackets::none ? ArrayType::CHAR : ArrayType::CELL;
     }
     return firstToken->token == "true" || firstToken->token == "false" ? ArrayType::LOGICAL

@@ -29,6 +29,7 @@ enum class Brackets : std::uint8_t
 {
     none,    ///< none: a single literal
     square,  ///< a list or matrix
+    nested,  ///< in JSON, a list of rows, which a cell of strings is not written as
     curly    ///< a cell
 };
 

@@ -28,13 +28,17 @@ struct ParseTarget
 [[nodiscard]] VX_API foundation::verdixdata::Array parseValue(std::string_view text,
                                                               const ParseTarget& target);
 
-/// Parses a value in the JSON notation of settings files, see valueFromJson. Throws ParseError.
+/// Parses a value in the JSON notation of settings files, see valueFromJson, or of exported trees:
+/// {"class": "int32", "dims": [1, 2], "data": [180, 45]}, with the elements column by column. Throws
+/// ParseError.
 [[nodiscard]] VX_API foundation::verdixdata::Array parseJsonValue(std::string_view text,
                                                                   const ParseTarget& target);
 
 /// Converts a JSON value to an array. A number, true or false is a scalar, an array a row, an array of arrays
 /// the rows of a matrix, a string a string, an array of strings a cell. "NaN", "Inf" and "-Inf" are allowed
-/// as doubles, null as a missing string. Throws ParseError with an offset in the JSON text of the value.
+/// as doubles, null as a missing string. If nothing states the class, a list of rows of only these is a
+/// matrix:
+/// [["NaN"]]. Throws ParseError with an offset in the JSON text of the value.
 [[nodiscard]] VX_API foundation::verdixdata::Array valueFromJson(const JsonValue& json,
                                                                  const ParseTarget& target);
 
@@ -43,5 +47,9 @@ struct ParseTarget
 /// settings file cannot hold: unassigned values, more than two dimensions, no rows, character arrays or cells
 /// of more than one row, cells of anything but character vectors.
 [[nodiscard]] VX_API std::string valueToJson(const foundation::verdixdata::Array& value);
+
+/// As valueToJson, so that valueFromJson restores the value for this target even if that has no class.
+[[nodiscard]] VX_API std::string valueToJson(const foundation::verdixdata::Array& value,
+                                             const ParseTarget& target);
 
 }  // namespace vx::core

@@ -2,7 +2,7 @@
 #include <settings_core/releases/migration.hpp>
 #include <settings_core/tree/settings_tree.hpp>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <fuzz/fuzzing.hpp>
@@ -197,6 +197,37 @@ TEST_F(MigrationTest, StopsAtThePublishedReleaseAndKeepsWhatIsBroughtBack)
     EXPECT_EQ(next.text, R"({"release": "R2026b", "settings": {"verdix.B": 1, "verdix.C": 2}})");
     EXPECT_EQ(next.events.size(), 1U);
     EXPECT_EQ(formatReleaseName(migrateTo(std::nullopt, {2027, 'a'}).to), "R2027a") << "it has no changes";
+}
+
+TEST(ReleaseChanges, AreRefusedWhereTheyAreRead)
+{
+    struct Loader : settings::core::FactorySettingsLoader
+    {
+        [[nodiscard]] std::string getRootGroupName() const override { return "v"; }
+        [[nodiscard]] bool queryFlag() override { return false; }
+        void createTree(verdix::settings::FactoryGroup& /*root*/) override {}
+        void getReleaseChanges(ReleaseChangeTable& changes) override
+        {
+            changes = {{3, {"R2021a", false, {{"move", {"a"}, {"a"}}, bad}}}};
+        }
+        void getSettingPathList(std::vector<std::string>& /*paths*/) override {}
+
+        settings::core::SettingsFileChange bad{"", {}, {}};
+    };
+    const std::pair<settings::core::SettingsFileChange, std::string> cases[] = {
+        {{"remove", {}, {}}, "it has no source"},
+        {{"copy", {"a"}, {"b"}}, "its operation is \"copy\", neither move nor remove"},
+        {{"move", {"a"}, {}}, "it is a move without a target"},
+        {{"remove", {"a"}, {"b"}}, "it is a removal with a target"},
+        {{"move", {"a", "b"}, {"c"}}, "it has more than one source"},
+        {{"move", {"a"}, {"b", "c"}}, "it has more than one target"},
+        {{"move", {"a"}, {""}}, "it has an empty path"}};
+    for (const auto& [change, message] : cases) {
+        Loader loader;
+        loader.bad = change;
+        EXPECT_THAT([&] { static_cast<void>(vx::core::loadReleaseChanges(loader)); },
+                    testing::ThrowsMessage<std::invalid_argument>("release R2021a, change 2: " + message));
+    }
 }
 
 }  // namespace

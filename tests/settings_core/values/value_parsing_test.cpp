@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <bit>
+#include <cmath>
 #include <limits>
 #include <random>
 #include <string>
@@ -60,6 +61,23 @@ TEST(ValueParsingTest, ReadsWhatPeopleWrite)
     EXPECT_TRUE(vx::core::parseJsonValue("[\"Inf\", 2]", any) ==
                 row<double>({std::numeric_limits<double>::infinity(), 2}));
     EXPECT_TRUE(vx::core::parseJsonValue("\"red\"", colour) == text("red"));
+
+    const auto inObject = [](const std::string& members) { return "{\"class\": " + members + "}"; };
+    const std::pair<std::string, Array> objects[] = {
+        {R"("int32", "dims": [2, 3], "data": [1, 2, 3, 4, 5, 6])",
+         matrix<std::int32_t>(2, 3, {1, 2, 3, 4, 5, 6})},
+        {R"("double", "dims": [2, 1], "data": ["NaN", "-Inf"])",
+         matrix<double>(2, 1, {std::nan(""), -std::numeric_limits<double>::infinity()})},
+        {R"("double", "dims": [1, 0], "data": [])", row<double>({})},
+        {R"("string", "dims": [1, 2], "data": ["a", null])", row<String>({u"a", std::nullopt})},
+        {R"("cell", "dims": [1, 1], "data": ["NaN"])", texts({"NaN"})},
+        {R"("char", "dims": [1, 3], "data": "red")", text("red")},
+    };
+    for (const auto& [members, value] : objects) {
+        EXPECT_TRUE(vx::core::parseJsonValue(inObject(members), any) == value) << members;
+        EXPECT_TRUE(vx::core::parseJsonValue(inObject(members), as(value.getType())) == value) << members;
+    }
+    EXPECT_TRUE(vx::core::parseJsonValue(inObject(objects[5].first), colour) == text("red"));
 }
 
 TEST(ValueParsingTest, SaysWhereAndWhatIsExpected)
@@ -84,6 +102,13 @@ TEST(ValueParsingTest, SaysWhereAndWhatIsExpected)
         {"a\xff", as(ArrayType::CHAR), 1, "UTF-8"},
         {"[1, \"a\"]", as(ArrayType::DOUBLE), 4, "a number, not a string", true},
         {"12 ,", as(ArrayType::DOUBLE), 3, "nothing after the value", true},
+        {R"({"class": "float"})", {}, 10, "the name of a class", true},
+        {R"({"class": "double"})", as(ArrayType::INT8), 10, "the class int8", true},
+        {R"({"class": "double", "dims": [1, 1]})", {}, 0, "a member \"data\"", true},
+        {R"({"class": "int8", "dims": [2, 2], "data": [1]})", {}, 26, "an array with 1 elements", true},
+        {R"({"class": "int8", "dims": [9999999999999, 0], "data": []})", {}, 26, "at least one row", true},
+        {R"({"class": "int8", "dims": [1], "data": [1]})", {}, 26, "the rows and columns", true},
+        {R"({"class": "int8", "dims": [-1, 1], "data": []})", {}, 27, "a whole number", true},
     };
     for (const auto& test : cases) {
         const auto at = testing::Property(&vx::core::ParseError::offset, test.offset);
@@ -117,6 +142,15 @@ TEST(ValueParsingTest, JsonHoldsEveryValueExactly)
         const std::string json = vx::core::valueToJson(value);
         ASSERT_TRUE(vx::core::parseJsonValue(json, as(value.getType())) == value) << json;
     }
+    // Where nothing states the class, numbers are not taken for strings, nor strings for numbers.
+    for (const Array& value : {scalar(std::nan("")), row<double>({Limits::infinity(), -Limits::infinity()}),
+                               matrix<double>(2, 1, {std::nan(""), Limits::infinity()}), row<double>({}),
+                               scalar(1.0), text("NaN"), texts({"NaN", "Inf"})})
+    {
+        const std::string json = vx::core::valueToJson(value, {});
+        EXPECT_TRUE(vx::core::parseJsonValue(json, {}) == value) << json;
+    }
+    EXPECT_EQ(vx::core::valueToJson(scalar(Limits::infinity()), as(ArrayType::DOUBLE)), "\"Inf\"");
     EXPECT_EQ(vx::core::valueToJson(scalar(-0.0)), "-0");
     EXPECT_EQ(vx::core::valueToJson(row<Array>({matrix<char16_t>(0, 0, {})})), R"([""])");
     EXPECT_EQ(vx::core::valueToJson(matrix<char16_t>(0, 0, {})), R"("")");
