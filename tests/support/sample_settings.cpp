@@ -123,7 +123,8 @@ void addOthers(FactoryGroup& root)
     add(suggestions, "ShowAutomatically", scalar(true));
     FactoryGroup connector = addGroup(root, "connector");
     add(connector, "InterfacesBlocklist", texts({}));
-    add(connector, "AccessToken", text(""));
+    FactoryGroup web = addGroup(root, "web");
+    add(web, "AccessToken", text(""));
     FactoryGroup desktop = addGroup(root, "desktop", "Hidden", true);
     FactoryGroup workspace = addGroup(desktop, "workspace");
     addSetting(workspace, "MaximumArraySize", "FactoryValue", 1000, "ValidationFcn",

@@ -9,6 +9,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace vx::core {
@@ -41,11 +42,13 @@ std::optional<unsigned long> recordNumber(const fs::path& record)
 std::vector<unsigned long> recordNumbers(const fs::path& folder)
 {
     std::vector<unsigned long> numbers;
-    if (!fs::exists(folder)) {
-        return numbers;
+    std::error_code error;
+    const fs::directory_iterator entries(folder, error);
+    if (error && error != std::errc::no_such_file_or_directory && error != std::errc::not_a_directory) {
+        throw std::system_error(error, "cannot read " + folder.string());
     }
-    for (const auto& entry : fs::directory_iterator(folder)) {
-        if (const auto number = recordNumber(entry.path()); number && entry.is_regular_file()) {
+    for (const auto& entry : entries) {
+        if (const auto number = recordNumber(entry.path()); number && entry.is_regular_file(error)) {
             numbers.push_back(*number);
         }
     }
@@ -168,7 +171,8 @@ try {
     if (const fs::path last = folder / std::to_string(number - 1);
         !numbers.empty() && !isCarriedOut(last, file.content()))
     {
-        fs::remove(last);
+        std::error_code ignored;
+        fs::remove(last, ignored);
         --number;
     }
     LockedFile(folder / std::to_string(number))
