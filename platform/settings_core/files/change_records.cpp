@@ -178,7 +178,7 @@ try {
     LockedFile(folder / std::to_string(number))
         .replace(formatRecord({currentTime(), command_, file.content(), content}));
     removeOthers(folder, number);
-} catch (const std::runtime_error& error) {
+} catch (const std::system_error& error) {
     throw std::runtime_error(
         "nothing is changed, as the change cannot be recorded for undo: " + std::string(error.what()) +
         "; make " + stateFolder_.string() + " a writable folder, or set XDG_STATE_HOME to one");
