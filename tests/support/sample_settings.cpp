@@ -125,6 +125,7 @@ void addOthers(FactoryGroup& root)
     add(connector, "InterfacesBlocklist", texts({}));
     FactoryGroup web = addGroup(root, "web");
     add(web, "AccessToken", text(""));
+    add(web, "NeedsToken", scalar(false));
     FactoryGroup desktop = addGroup(root, "desktop", "Hidden", true);
     FactoryGroup workspace = addGroup(desktop, "workspace");
     addSetting(workspace, "MaximumArraySize", "FactoryValue", 1000, "ValidationFcn",

@@ -180,13 +180,14 @@ TEST_F(SettingsFilesTest, UndoPassesOverAChangeThatWasNotCarriedOut)
 
 TEST_F(SettingsFilesTest, SecretsAreOnlyShownByGet)
 {
-    writeFile(personal, R"({"settings": {"verdix.web.AccessToken": ["sesame-7"]}})");
+    writeFile(personal,
+              R"({"settings": {"verdix.web.AccessToken": 7654321, "verdix.web.NeedsToken": 7654321}})");
     const std::vector<std::string> file{"--personal", personal};
     const std::vector<std::string> commands[] = {{"check"},
                                                  {"migrate", personal, "--from", "R2026a"},
                                                  {"describe", "web.AccessToken"},
-                                                 {"set", "web.AccessToken", "--json", "[\"sesame-7\"]"},
-                                                 {"set", "web.AccessToken", "sesame-7"},
+                                                 {"set", "web.AccessToken", "--json", "7654321"},
+                                                 {"set", "web.AccessToken", "sesame-7654321"},
                                                  {"list", "--modified"},
                                                  {"undo"},
                                                  {"undo"},
@@ -200,10 +201,10 @@ TEST_F(SettingsFilesTest, SecretsAreOnlyShownByGet)
             std::vector<std::string> arguments{"--format", format, "--personal", personal};
             arguments.insert(arguments.end(), command.begin(), command.end());
             const ToolRun shown = run(arguments);
-            EXPECT_EQ((shown.output + shown.errors).find("sesame"), std::string::npos) << command.front();
+            EXPECT_EQ((shown.output + shown.errors).find("7654321"), std::string::npos) << command.front();
         }
     }
-    EXPECT_EQ(run({"get", "web.AccessToken"}).output, "sesame-7\n");
+    EXPECT_EQ(run({"get", "web.AccessToken"}).output, "sesame-7654321\n");
 }
 
 }  // namespace
