@@ -182,7 +182,6 @@ TEST_F(SettingsFilesTest, SecretsAreOnlyShownByGet)
 {
     writeFile(personal,
               R"({"settings": {"verdix.web.AccessToken": 7654321, "verdix.web.NeedsToken": 7654321}})");
-    const std::vector<std::string> file{"--personal", personal};
     const std::vector<std::string> commands[] = {{"check"},
                                                  {"migrate", personal, "--from", "R2026a"},
                                                  {"describe", "web.AccessToken"},
