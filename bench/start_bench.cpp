@@ -34,6 +34,7 @@ struct Home
 void useHome(const Home& home)
 {
     setenv("XDG_CONFIG_HOME", home.folder.c_str(), 1);
+    setenv("XDG_STATE_HOME", home.folder.c_str(), 1);
     setenv("GSETTINGS_BACKEND", home.backend, 1);
 }
 

@@ -4,6 +4,7 @@
 #include <settings_core/constraints/constraints.hpp>
 #include <settings_core/constraints/validation.hpp>
 #include <settings_core/tree/path_lookup.hpp>
+#include <settings_core/tree/secret_settings.hpp>
 #include <settings_core/values/native_library.hpp>
 #include <settings_core/values/value_format.hpp>
 
@@ -136,6 +137,7 @@ public:
                 }
             }
         }
+        checkListedSecrets();
         std::ranges::move(checkReleaseTable(tree_, releases_), std::back_inserter(diagnostics_));
         return std::move(diagnostics_);
     }
@@ -366,6 +368,18 @@ private:
         const auto diagnostics = core::checkDefaultValue(setting);
         if (!diagnostics.empty() && !isKnown(invalidByDesign, setting.fullName())) {
             add(setting, "invalid factory value: " + diagnostics.front().message);
+        }
+    }
+
+    void checkListedSecrets()
+    {
+        for (const std::string_view path : core::listedSecrets) {
+            if (const Node* node = tree_.find(path); node == nullptr || node->kind() != NodeKind::setting) {
+                diagnostics_.push_back(
+                    {std::string(path),
+                     "is listed as a secret, but is no setting of the tree: correct the list",
+                     {.file = "platform/settings_core/tree/secret_settings.hpp"}});
+            }
         }
     }
 

@@ -25,6 +25,7 @@ namespace vx::review {
 /// - names that do not consist of ASCII letters, digits and _, or do not begin with a letter;
 /// - names in one group that differ only in letter case;
 /// - empty groups;
+/// - listed secrets that are not settings;
 /// - release changes that move a setting to a path that does not exist, and moved or removed paths that are
 ///   still in the tree.
 /// A few intended exceptions are listed by path.

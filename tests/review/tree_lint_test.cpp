@@ -126,6 +126,8 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
         EXPECT_FALSE(message.empty());
     }
     std::vector<std::string> expected{"tree/Project.cpp verdix.Project",
+                                      "platform/settings_core/tree/secret_settings.hpp "
+                                      "verdix.desktop.login.SessionId",
                                       "migration/release_changes.cpp verdix.web.Good",
                                       "migration/release_changes.cpp verdix.web.Old"};
     for (const char* name :

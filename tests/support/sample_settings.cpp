@@ -123,6 +123,9 @@ void addOthers(FactoryGroup& root)
     add(suggestions, "ShowAutomatically", scalar(true));
     FactoryGroup connector = addGroup(root, "connector");
     add(connector, "InterfacesBlocklist", texts({}));
+    FactoryGroup web = addGroup(root, "web");
+    add(web, "AccessToken", text(""));
+    add(web, "NeedsToken", scalar(false));
     FactoryGroup desktop = addGroup(root, "desktop", "Hidden", true);
     FactoryGroup workspace = addGroup(desktop, "workspace");
     addSetting(workspace, "MaximumArraySize", "FactoryValue", 1000, "ValidationFcn",

@@ -19,8 +19,8 @@ struct FileOperands : testing::Test
     /// Runs the command in a shell, in the folder; $vx is vxsettings.
     [[nodiscard]] int shell(const std::string& command) const
     {
-        const std::string start =
-            "export XDG_CONFIG_HOME=$PWD/home XDG_CONFIG_DIRS=$PWD/none vx=" VX_TOOL_FILE "; ";
+        const std::string start = "export XDG_CONFIG_HOME=$PWD/home XDG_CONFIG_DIRS=$PWD/none "
+                                  "XDG_STATE_HOME=$PWD/state vx=" VX_TOOL_FILE "; ";
         return std::system(
             ("cd " + (folder / "").string() + " && " + start + "bash -c '" + command + "'").c_str());
     }
@@ -62,6 +62,9 @@ TEST_F(FileOperands, MayBeStandardInputAndOutput)
         "$vx history --baseline tree.json --tree - < tree.json",
         "$vx export --format json -o /dev/stdout | cmp - tree.json",
         "echo first > log && $vx export --format csv -o /dev/stdout >> log && grep -qx first log",
+        "printf \"hex\\r\\n\" | $vx set commandwindow.NumericFormat --stdin && [[ $($vx get "
+        "commandwindow.NumericFormat) == hex "
+        "]]",
         "echo {} | $vx check - | grep -q \"^standard input: no errors\"",
         "echo {} | $vx migrate - | grep -q \"^standard input: from before\"",
         // To a terminal, which is sent no control characters.

@@ -16,7 +16,7 @@ std::string content(int descriptor)
 }
 
 [[noreturn]] void execTool(const std::vector<std::string>& arguments,
-                           const std::vector<std::string>& environment)
+                           const std::vector<std::string>& environment, const std::filesystem::path& state)
 {
     std::signal(SIGPIPE, SIG_DFL);
     std::vector<char*> argv{const_cast<char*>(VX_TOOL_FILE)};
@@ -24,6 +24,7 @@ std::string content(int descriptor)
         argv.push_back(const_cast<char*>(argument.c_str()));
     }
     argv.push_back(nullptr);
+    ::setenv("XDG_STATE_HOME", state.c_str(), 1);
     for (const std::string& entry : environment) {
         ::putenv(const_cast<char*>(entry.c_str()));
     }
@@ -35,13 +36,14 @@ std::string content(int descriptor)
 
 ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment)
 {
+    static const TestFolder state;
     const int output = ::memfd_create("output", MFD_CLOEXEC);
     const int errors = ::memfd_create("errors", MFD_CLOEXEC);
     const pid_t child = ::fork();
     if (child == 0) {
         ::dup2(output, STDOUT_FILENO);
         ::dup2(errors, STDERR_FILENO);
-        execTool(arguments, environment);
+        execTool(arguments, environment, state / "");
     }
     int status = 0;
     EXPECT_EQ(::waitpid(child, &status, 0), child);

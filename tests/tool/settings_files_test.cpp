@@ -1,5 +1,6 @@
 // The commands that work on settings files, as users run them.
 
+#include <boost/algorithm/string/replace.hpp>
 #include <boost/json/parse.hpp>
 #include <boost/json/serialize.hpp>
 #include <gmock/gmock.h>
@@ -107,6 +108,117 @@ TEST_F(SettingsFilesTest, MigrationShowsFirstAndKeepsTheOldFile)
               0);
     EXPECT_THAT(run({"migrate", file}).output, HasSubstr("nothing to do"));
     EXPECT_EQ(run({"migrate", file, "--from", "yesterday"}).exitCode, 2);
+    EXPECT_EQ(run({"undo", "2", "--personal", file}).exitCode, 0);
+    EXPECT_EQ(readFile(file), before);
+}
+
+TEST_F(SettingsFilesTest, ResetLeavesWhatIsNotOfTheTree)
+{
+    writeFile(personal, R"({"settings": {"verdix.colors.CommentColor": [1, 2, 3], "verdix.colors.Own": 1,
+"other.X": 2, "other.X": 3}, "note": 4})");
+    const std::pair<std::vector<std::string>, const char*> resets[] = {
+        {{"colors"}, "1 setting reset in PERSONAL; 1 unknown setting left, see vxsettings reset --unknown\n"},
+        {{"--all"},
+         "0 settings reset in PERSONAL; 2 unknown settings left, see vxsettings reset --unknown\n"},
+        {{"--unknown", "colors"}, "1 unknown setting reset in PERSONAL\n"},
+        {{"other.X"}, "1 setting reset in PERSONAL\n"},
+    };
+    for (const auto& [arguments, expected] : resets) {
+        std::vector<std::string> command{"reset"};
+        command.insert(command.end(), arguments.begin(), arguments.end());
+        EXPECT_EQ(run(command).output,
+                  boost::algorithm::replace_all_copy(std::string(expected), "PERSONAL", personal.string()));
+    }
+    EXPECT_EQ(readFile(personal), R"({"settings": {}, "note": 4})");
+}
+
+TEST_F(SettingsFilesTest, UndoBringsBackTheContentBeforeEachChange)
+{
+    const auto content = [this] { return fs::exists(personal) ? readFile(personal) : "none"; };
+    const auto expectUndo = [&](std::vector<std::string> arguments, const std::string& expected) {
+        arguments.insert(arguments.begin(), "undo");
+        EXPECT_EQ(run(arguments).exitCode, 0);
+        EXPECT_EQ(content(), expected);
+    };
+    EXPECT_THAT(run({"undo"}), FailsInOneLine(1, HasSubstr("nothing to undo")));
+    std::vector<std::string> contents{"none"};
+    for (const std::vector<std::string>& change :
+         std::vector<std::vector<std::string>>{{"set", "commandwindow.WrapLines", "true"},
+                                               {"set", "commandwindow.NumericFormat", "hex"},
+                                               {"reset", "commandwindow.WrapLines"}})
+    {
+        EXPECT_EQ(run(change).exitCode, 0);
+        contents.push_back(content());
+    }
+    expectUndo({}, contents[2]);
+    EXPECT_THAT(run({"undo"}).output, HasSubstr("removes  verdix.commandwindow.WrapLines  true\n"));
+    expectUndo({"4"}, contents[1]);
+    expectUndo({"6"}, "none");
+    expectUndo({}, contents[1]);
+
+    writeFile(personal, "by something else");
+    EXPECT_THAT(run({"undo"}), FailsInOneLine(1, HasSubstr("changed by something else since \"undo\" of 2")));
+    expectUndo({"--force"}, "none");
+    expectUndo({}, "by something else");
+    writeFile(personal, "{}");
+    for (int count = 0; count < 25; ++count) {
+        EXPECT_EQ(run({"set", "class.int32", std::to_string(count)}).exitCode, 0);
+    }
+    const std::string list = run({"undo", "--list"}).output;
+    EXPECT_EQ(std::ranges::count(list, '\n'), 20) << list;
+    EXPECT_THAT(list, testing::ContainsRegex("^ 1  2[-0-9T:]+Z  set class.int32\n"));
+    EXPECT_THAT(run({"undo", "--personal", folder / "other.json"}), FailsInOneLine(1, HasSubstr("nothing")));
+}
+
+TEST_F(SettingsFilesTest, UndoPassesOverAChangeThatWasNotCarriedOut)
+{
+    EXPECT_EQ(run({"set", "commandwindow.WrapLines", "true"}).exitCode, 0);
+    const std::string first = readFile(personal);
+    EXPECT_EQ(run({"set", "commandwindow.WrapLines", "false"}).exitCode, 0);
+    writeFile(personal, first);  // as if killed before the file was replaced
+    EXPECT_EQ(std::ranges::count(run({"undo", "--list"}).output, '\n'), 1);
+    EXPECT_EQ(run({"set", "colors.KeywordColor", "[1 2 3]"}).exitCode, 0);
+    EXPECT_EQ(std::ranges::count(run({"undo", "--list"}).output, '\n'), 2);
+    EXPECT_EQ(run({"undo"}).exitCode, 0);
+    EXPECT_EQ(readFile(personal), first);
+
+    const std::string blocked = folder.with("blocked", "");
+    for (const std::vector<std::string>& change :
+         {std::vector<std::string>{"set", "commandwindow.WrapLines", "false"}, {"reset", "--all"}, {"undo"}})
+    {
+        EXPECT_THAT(tests::runOnSample(change, {"XDG_CONFIG_HOME=" + (folder / "home").string(),
+                                                "XDG_STATE_HOME=" + blocked}),
+                    FailsInOneLine(1, HasSubstr(blocked)));
+        EXPECT_EQ(readFile(personal), first);
+    }
+}
+
+TEST_F(SettingsFilesTest, SecretsAreOnlyShownByGet)
+{
+    writeFile(personal,
+              R"({"settings": {"verdix.web.AccessToken": 7654321, "verdix.web.NeedsToken": 7654321}})");
+    const std::vector<std::string> commands[] = {{"check"},
+                                                 {"migrate", personal, "--from", "R2026a"},
+                                                 {"describe", "web.AccessToken"},
+                                                 {"set", "web.AccessToken", "--json", "7654321"},
+                                                 {"set", "web.AccessToken", "sesame-7654321"},
+                                                 {"list", "--modified"},
+                                                 {"undo"},
+                                                 {"undo"},
+                                                 {"list", "--modified"},
+                                                 {"describe", "web.AccessToken"},
+                                                 {"search", "access"},
+                                                 {"export", "--format", "html"},
+                                                 {"summary"}};
+    for (const auto& command : commands) {
+        for (const char* format : {"text", "json"}) {
+            std::vector<std::string> arguments{"--format", format, "--personal", personal};
+            arguments.insert(arguments.end(), command.begin(), command.end());
+            const ToolRun shown = run(arguments);
+            EXPECT_EQ((shown.output + shown.errors).find("7654321"), std::string::npos) << command.front();
+        }
+    }
+    EXPECT_EQ(run({"get", "web.AccessToken"}).output, "sesame-7654321\n");
 }
 
 }  // namespace

@@ -43,6 +43,14 @@ void addPositional(CLI::App& command, const char* name, std::string& target, Nee
     add(command, name, target, "", help, need);
 }
 
+void addPositional(CLI::App& command, const char* name, std::optional<std::string>& target, const char* help)
+{
+    command
+        .add_option_function<std::string>(
+            name, [&target](const std::string& value) { target = value; }, help)
+        ->type_name("");
+}
+
 void addPositional(CLI::App& command, const char* name, std::vector<std::string>& target, Need need,
                    const char* help)
 {

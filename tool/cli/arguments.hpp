@@ -7,6 +7,7 @@
 // is not given.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,8 +32,10 @@ void setHelp(CLI::App& command, const char* summary, const char* footer = "");
 /// Leaves the command out of help and manual, for commands that programs call.
 void hideFromHelp(CLI::App& command);
 
-/// Adds a positional argument. A list takes all arguments that follow, at least one if required.
+/// Adds a positional argument. An optional one may be left out, which differs from an empty string. A list
+/// takes all arguments that follow, at least one if required.
 void addPositional(CLI::App& command, const char* name, std::string& target, Need need, const char* help);
+void addPositional(CLI::App& command, const char* name, std::optional<std::string>& target, const char* help);
 void addPositional(CLI::App& command, const char* name, std::vector<std::string>& target, Need need,
                    const char* help);
 

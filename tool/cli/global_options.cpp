@@ -96,7 +96,7 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
     addFile("--installation", options->layerFiles.installation,
             "Installation settings file (default: the first $XDG_CONFIG_DIRS/verdix/settings.json)");
     addFile("--personal", options->layerFiles.personal,
-            "Personal settings file, which set and reset change (default: "
+            "Personal settings file, which set, reset and undo change (default: "
             "$XDG_CONFIG_HOME/verdix/settings.json)");
     app.add_option_function<std::vector<std::string>>(
            "--feature",

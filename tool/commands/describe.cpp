@@ -125,7 +125,7 @@ void addLayers(core::Layers& layers, const Node& setting, PropertyTable& table)
     core::Layer effective = core::Layer::factory;
     for (const core::LayerValue& value : layers.valuesOf(setting)) {
         if (value.layer != core::Layer::factory) {
-            table.add(core::layerName(value.layer).data(), describeLayer(value));
+            table.add(core::layerName(value.layer).data(), describeLayer(core::shownValue(setting, value)));
         }
         effective = value.isValid() ? value.layer : effective;
     }
@@ -180,10 +180,11 @@ void writeText(LazySession& lazy, const Node& node, Output& out)
     table.write(out);
 }
 
-json::array layersJson(const std::vector<core::LayerValue>& values)
+json::array layersJson(core::Layers& layersOver, const Node& setting)
 {
     json::array layers;
-    for (const core::LayerValue& value : values) {
+    for (const core::LayerValue& held : layersOver.valuesOf(setting)) {
+        const core::LayerValue value = core::shownValue(setting, held);
         json::array diagnostics;
         for (const core::Diagnostic& diagnostic : value.diagnostics) {
             diagnostics.emplace_back(formatDiagnostic(diagnostic));
@@ -214,7 +215,7 @@ void writeDocument(LazySession& lazy, const Node& node, Output& out)
     document.emplace("isHidden", node.isHidden());
     if (node.kind() == NodeKind::setting) {
         document.emplace("accepts", core::describeConstraint(node.properties()));
-        document.emplace("layers", layersJson(lazy.layers().valuesOf(node)));
+        document.emplace("layers", layersJson(lazy.layers(), node));
     }
     document.emplace("movedFrom", historyJson(lazy.get(), node));
     writeJson(document, out);

@@ -89,7 +89,8 @@ core::LayerValue modification(const Source& source, const Node& setting)
         return {};
     }
     core::LayerValue effective = source.layers->effective(setting);
-    return effective.value == setting.properties().factoryValue ? core::LayerValue() : effective;
+    return effective.value == setting.properties().factoryValue ? core::LayerValue()
+                                                                : shownValue(setting, std::move(effective));
 }
 
 // Rows

@@ -121,7 +121,7 @@ void writeText(LazySession& lazy, const std::vector<const Node*>& nodes, bool wi
     for (const Node* node : nodes) {
         Table::Row row{node->fullName()};
         if (withValues) {
-            const core::LayerValue effective = lazy.layers().effective(*node);
+            const auto effective = core::shownValue(*node, lazy.layers().effective(*node));
             row.emplace_back(core::formatValueOnOneLine(effective.value, valueWidth), Style::value);
             row.emplace_back(std::string(core::layerName(effective.layer)), Style::note);
         }
@@ -136,7 +136,7 @@ void writeDocument(LazySession& lazy, const std::vector<const Node*>& nodes, boo
     for (const Node* node : nodes) {
         boost::json::object entry{{"path", node->fullName()}, {"node", kindLabel(node->kind())}};
         if (withValues) {
-            const core::LayerValue effective = lazy.layers().effective(*node);
+            const auto effective = core::shownValue(*node, lazy.layers().effective(*node));
             entry.emplace("value", review::valueJson(effective.value));
             entry.emplace("layer", core::layerName(effective.layer));
         }

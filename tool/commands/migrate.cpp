@@ -1,9 +1,11 @@
 #include <review/tree_json.hpp>
 #include <settings_core/files/atomic_file.hpp>
+#include <settings_core/files/change_records.hpp>
 #include <settings_core/files/file_check.hpp>
 #include <settings_core/files/input_file.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/releases/migration.hpp>
+#include <settings_core/tree/secret_settings.hpp>
 
 #include <boost/json/array.hpp>
 
@@ -48,13 +50,6 @@ std::optional<core::ReleaseName> parseReleaseOption(const char* option, const st
     return release;
 }
 
-/// Returns JSON without the line breaks and tabs, which are never part of a string.
-std::string withoutLineBreaks(std::string json)
-{
-    std::erase_if(json, [](char c) { return c == '\n' || c == '\r' || c == '\t'; });
-    return json;
-}
-
 Table::Row eventRow(const MigrationEvent& event)
 {
     if (event.kind == MigrationEvent::Kind::moved) {
@@ -64,7 +59,7 @@ Table::Row eventRow(const MigrationEvent& event)
         return {event.release,
                 {"converts", Style::good},
                 event.path,
-                withoutLineBreaks(event.before) + " to " + event.after};
+                jsonOnOneLine(event.before) + " to " + event.after};
     }
     const bool isRemoved = event.kind == MigrationEvent::Kind::removed;
     return {event.release,
@@ -84,6 +79,15 @@ Migration planMigration(const std::string& text, const fs::path& file, const Ses
         throw CommandError(ExitCode::failed, core::formatDiagnostic({"", error.what(), position}));
     } catch (const std::runtime_error& error) {
         throw CommandError(ExitCode::failed, file.string() + ": " + error.what());
+    }
+}
+
+void maskSecrets(std::vector<MigrationEvent>& events)
+{
+    for (MigrationEvent& event : events) {
+        if (event.kind == MigrationEvent::Kind::converted && core::isSecret(event.path)) {
+            event.before = event.after = core::maskedValue;
+        }
     }
 }
 
@@ -190,10 +194,12 @@ Outcome migrateFile(LazySession& lazy, const MigrateOptions& options, const core
     const fs::path file = core::inputName(options.file);
     const Session& session = lazy.get();
     Migration migration = planMigration(content, file, session, range);
+    maskSecrets(migration.events);
     auto diagnostics = core::checkMigratedValues(migration, file, session.tree(), session.releaseChanges());
     const bool isChange = migration.text != content;
     std::string backup;
     if (locked && isChange) {
+        core::ChangeRecorder(core::defaultStateFolder(), "migrate --write").record(*locked, migration.text);
         backup = saveBackup(*locked, migration);
         locked->replace(migration.text);
     }

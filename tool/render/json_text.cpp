@@ -52,4 +52,11 @@ void writeJson(const json::object& document, Output& out)
     out << "\n}\n";
 }
 
+std::string jsonOnOneLine(std::string_view json)
+{
+    std::string line(json);
+    std::erase_if(line, [](char c) { return c == '\n' || c == '\r' || c == '\t'; });
+    return line;
+}
+
 }  // namespace vx::tool

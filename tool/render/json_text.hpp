@@ -2,6 +2,9 @@
 
 #include <boost/json/object.hpp>
 
+#include <string>
+#include <string_view>
+
 #include "render/output.hpp"
 
 namespace vx::tool {
@@ -9,5 +12,8 @@ namespace vx::tool {
 /// Writes a document with one member per line, or one element per line for members that are arrays of
 /// objects.
 void writeJson(const boost::json::object& document, Output& out);
+
+/// Returns JSON without the line breaks and tabs, which are never part of a string.
+[[nodiscard]] std::string jsonOnOneLine(std::string_view json);
 
 }  // namespace vx::tool

@@ -144,13 +144,6 @@ fs::path resolveForWriting(const fs::path& file)
     return resolveLinks(file, requireOwnLink);
 }
 
-/// Returns the one path of the file that would be replaced; empty when the system does not tell.
-fs::path resolveForComparison(const fs::path& file)
-{
-    std::error_code ignored;
-    return fs::weakly_canonical(resolveLinks(file, [](const fs::path&) {}), ignored);
-}
-
 /// Creates a file with this content and flushes it to disk. It gets owner and mode of the file that it is to
 /// replace, or `mode` if there is none.
 void writeNew(const fs::path& file, std::string_view content, const fs::path& replaced, mode_t mode)
@@ -165,11 +158,16 @@ void writeNew(const fs::path& file, std::string_view content, const fs::path& re
     flush(written.get(), replaced);
 }
 
-void replaceLocked(const fs::path& file, std::string_view content, mode_t mode)
+void requireWritable(const fs::path& file)
 {
     if (::faccessat(AT_FDCWD, file.c_str(), W_OK, AT_EACCESS) != 0 && errno != ENOENT) {
         failOnErrno(cannotWrite, file);
     }
+}
+
+void replaceLocked(const fs::path& file, std::string_view content, mode_t mode)
+{
+    requireWritable(file);
     TemporaryFile temporary(hiddenSibling(file, ".new"));
     writeNew(temporary.path(), content, file, mode);
     temporary.rename(file);
@@ -323,6 +321,16 @@ void LockedFile::replace(std::string content)
     content_ = std::move(content);
 }
 
+void LockedFile::remove()
+{
+    requireWritable(file_);
+    if (::unlink(file_.c_str()) != 0 && errno != ENOENT) {
+        failOnErrno("cannot remove", file_);
+    }
+    flushFolderOf(file_);
+    content_.reset();
+}
+
 bool LockedFile::keepCopy(const std::string& name) const
 {
     const fs::path copy = file_.parent_path() / name;
@@ -354,12 +362,17 @@ void writeFile(const fs::path& file, std::string_view content)
     writeAll(stream.get(), content, file);
 }
 
+fs::path resolvedPath(const fs::path& file)
+{
+    std::error_code ignored;
+    return fs::weakly_canonical(resolveLinks(file, [](const fs::path&) {}), ignored);
+}
+
 bool isSameFile(const fs::path& left, const fs::path& right)
 {
     std::error_code ignored;
-    const fs::path resolved = resolveForComparison(left);
-    return fs::equivalent(left, right, ignored) ||
-           (!resolved.empty() && resolved == resolveForComparison(right));
+    const fs::path resolved = resolvedPath(left);
+    return fs::equivalent(left, right, ignored) || (!resolved.empty() && resolved == resolvedPath(right));
 }
 
 }  // namespace vx::core

@@ -57,6 +57,9 @@ public:
     /// unchanged and no temporary file remains.
     void replace(std::string content);
 
+    /// Removes the file, if it exists. Throws std::system_error that names the file.
+    void remove();
+
     /// Writes a copy of the content under another name in the same folder. Returns false, and writes nothing,
     /// when a file of that name exists. Throws std::system_error that names the file.
     [[nodiscard]] bool keepCopy(const std::string& name) const;
@@ -74,6 +77,10 @@ private:
 /// not a regular file (a device, a FIFO), and a descriptor such as /dev/stdout, is written directly. Throws
 /// like LockedFile.
 VX_API void writeFile(const std::filesystem::path& file, std::string_view content);
+
+/// Returns the one path of the file that would be replaced by writing: absolute, with symbolic links
+/// followed. Empty when the system does not tell.
+[[nodiscard]] VX_API std::filesystem::path resolvedPath(const std::filesystem::path& file);
 
 /// Whether writing to one of the files would replace the other; neither need exist.
 [[nodiscard]] VX_API bool isSameFile(const std::filesystem::path& left, const std::filesystem::path& right);

@@ -1,9 +1,13 @@
+#include <settings_core/files/change_records.hpp>
 #include <settings_core/files/input_file.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/files/stored_value.hpp>
 #include <settings_core/files/text_position.hpp>
 #include <settings_core/tree/path_lookup.hpp>
+#include <settings_core/tree/secret_settings.hpp>
 #include <settings_core/values/run_time_default.hpp>
+
+#include <verdix/settings/internal/values.hpp>
 
 #include <algorithm>
 #include <cstdlib>
@@ -48,16 +52,16 @@ std::string databaseHome()
     return found == nullptr ? std::string() : found->pw_dir;
 }
 
-fs::path homeFolder()
+/// `wayOut` says what to do without a home.
+fs::path homeFolder(const std::string& wayOut)
 {
-    constexpr const char* wayOut = "; set HOME or XDG_CONFIG_HOME, or name the file with --personal FILE";
     const std::string_view variable = environment("HOME");
     if (!variable.empty() && !isUsable(variable)) {
         throw std::runtime_error("HOME is not an absolute path: " + std::string(variable) + wayOut);
     }
     std::string home = variable.empty() ? databaseHome() : std::string(variable);
     if (!isUsable(home)) {
-        throw std::runtime_error("no folder for personal settings: HOME is not set, and user " +
+        throw std::runtime_error("no folder of your own: HOME is not set, and user " +
                                  std::to_string(::geteuid()) + " has no home in the user database" + wayOut);
     }
     return home;
@@ -87,7 +91,18 @@ std::string_view layerName(Layer layer) noexcept
 fs::path defaultPersonalFile()
 {
     const std::string_view folder = environment("XDG_CONFIG_HOME");
-    return settingsIn(isUsable(folder) ? fs::path(folder) : homeFolder() / ".config");
+    return settingsIn(
+        isUsable(folder)
+            ? fs::path(folder)
+            : homeFolder("; set HOME or XDG_CONFIG_HOME, or name the file with --personal FILE") / ".config");
+}
+
+fs::path defaultStateFolder()
+{
+    const std::string_view folder = environment("XDG_STATE_HOME");
+    return (isUsable(folder) ? fs::path(folder)
+                             : homeFolder("; set HOME or XDG_STATE_HOME") / ".local/state") /
+           "verdix";
 }
 
 fs::path defaultInstallationFile()
@@ -104,6 +119,14 @@ fs::path defaultInstallationFile()
         first = first.empty() && isUsable(folder) ? settingsIn(folder) : first;
     }
     return first.empty() ? settingsIn("/etc/xdg") : first;
+}
+
+LayerValue shownValue(const Node& setting, LayerValue value)
+{
+    if (value.layer != Layer::factory && value.value.isAssigned() && isSecret(setting.fullName())) {
+        value.value = verdix::settings::internal::charvec(std::string(maskedValue));
+    }
+    return value;
 }
 
 SettingsFile parseSettingsFile(const std::string& content, const fs::path& file)

@@ -61,6 +61,9 @@ struct LayerValue
     [[nodiscard]] bool isValid() const noexcept { return value.isAssigned() && diagnostics.empty(); }
 };
 
+/// Returns the value to show where it was not asked for: masked if it is of a settings file, and secret.
+[[nodiscard]] VX_API LayerValue shownValue(const Node& setting, LayerValue value);
+
 /// Reads and parses a settings file; returns nothing when it does not exist. Throws std::runtime_error
 /// "<file>:<line>:<column>: ..." when it is damaged, std::system_error when it cannot be read.
 [[nodiscard]] VX_API std::optional<SettingsFile> loadSettingsFile(const std::filesystem::path& file);

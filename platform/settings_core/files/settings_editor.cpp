@@ -8,6 +8,7 @@
 #include <settings_core/releases/release_history.hpp>
 #include <settings_core/releases/release_name.hpp>
 #include <settings_core/tree/path_lookup.hpp>
+#include <settings_core/tree/secret_settings.hpp>
 #include <settings_core/values/value_format.hpp>
 #include <settings_core/values/value_parsing.hpp>
 
@@ -22,9 +23,11 @@ using foundation::verdixdata::Array;
 
 constexpr std::size_t valueWidth = 80;  // characters of a rejected value in a message
 
-std::string allowedValues(const Node& setting)
+InvalidValue rejection(const Node& setting, const std::string& value, const std::string& reason)
 {
-    return "; allowed: " + describeConstraint(setting.properties());
+    return InvalidValue(setting.getFullName() + " cannot be " +
+                        (isSecret(setting.fullName()) ? std::string(maskedValue) : value + ": " + reason) +
+                        "; allowed: " + describeConstraint(setting.properties()));
 }
 
 Array parse(const Node& setting, std::string_view value, Notation notation)
@@ -34,8 +37,8 @@ Array parse(const Node& setting, std::string_view value, Notation notation)
         return notation == Notation::json ? parseJsonValue(value, target) : parseValue(value, target);
     } catch (const ParseError& error) {
         const std::size_t column = positionAt(value, error.offset()).column;
-        throw InvalidValue(setting.getFullName() + " cannot be " + std::string(value) + ": column " +
-                           std::to_string(column) + ": " + error.what() + allowedValues(setting));
+        throw rejection(setting, std::string(value),
+                        "column " + std::to_string(column) + ": " + error.what());
     }
 }
 
@@ -46,8 +49,7 @@ void requireValid(const Node& setting, const Array& value)
         messages += (messages.empty() ? "" : "; ") + diagnostic.message;
     }
     if (!messages.empty()) {
-        throw InvalidValue(setting.getFullName() + " cannot be " + formatValueOnOneLine(value, valueWidth) +
-                           ": " + messages + allowedValues(setting));
+        throw rejection(setting, formatValueOnOneLine(value, valueWidth), messages);
     }
 }
 
@@ -59,11 +61,13 @@ std::string nameOf(const std::optional<ReleaseName>& release)
 }  // namespace
 
 SettingsEditor::SettingsEditor(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases,
-                               std::filesystem::path file, std::optional<ReleaseName> release)
+                               std::filesystem::path file, std::optional<ReleaseName> release,
+                               std::optional<ChangeRecorder> recorder)
     : tree_(tree),
       releases_(releases),
       file_(std::move(file)),
-      release_(release)
+      release_(release),
+      recorder_(std::move(recorder))
 {}
 
 const Node& SettingsEditor::editableSetting(std::string_view path) const
@@ -93,53 +97,90 @@ void SettingsEditor::store(const Node& setting, const Array& value)
 {
     requireValid(setting, value);
     LockedFile locked(file_);
-    const SettingsFile file =
-        parseSettingsFile(locked.content().value_or(emptySettingsFile(nameOf(release_ ? release_ : newestRelease(releases_)))), file_);
+    const SettingsFile file = parseSettingsFile(
+        locked.content().value_or(emptySettingsFile(nameOf(release_ ? release_ : newestRelease(releases_)))),
+        file_);
     SettingsFileEdit edit(file);
     edit.set(setting.getFullName(), valueToJson(value, constraintOf(setting.properties())));
-    locked.replace(edit.text());
+    replace(locked, edit.text());
 }
 
-template <class Predicate>
-std::size_t SettingsEditor::removeIf(Predicate isRemoved)
+void SettingsEditor::replace(LockedFile& file, const std::string& content) const
 {
+    if (recorder_) {
+        recorder_->replace(file, content);
+    } else {
+        file.replace(content);
+    }
+}
+
+/// Removes those of the concerned settings that `isRemoved` selects.
+template <class Concerned, class Removed>
+ResetCount SettingsEditor::removeFrom(Concerned isConcerned, Removed isRemoved)
+{
+    ResetCount count;
     if (!readFile(file_)) {  // a lock would create the folder
-        return 0;
+        return count;
     }
     LockedFile locked(file_);
     if (!locked.content()) {  // removed meanwhile by another process
-        return 0;
+        return count;
     }
     const SettingsFile file = parseSettingsFile(*locked.content(), file_);
     SettingsFileEdit edit(file);
-    std::size_t count = 0;
     for (const JsonMember& setting : file.settings()) {
-        count += isRemoved(setting.name) && edit.remove(setting.name) ? 1 : 0;
+        if (file.find(setting.name) != &setting || !isConcerned(setting.name)) {
+            continue;  // duplicates are removed together
+        }
+        if (isRemoved(setting.name)) {
+            edit.remove(setting.name);
+            ++count.removed;
+        } else {
+            ++count.unknownLeft;
+        }
     }
-    if (count != 0) {
-        locked.replace(edit.text());
+    if (count.removed != 0) {
+        replace(locked, edit.text());
     }
     return count;
 }
 
-std::size_t SettingsEditor::reset(std::string_view path)
+bool SettingsEditor::isKnown(std::string_view path) const
+{
+    const Node* node = tree_.find(path);
+    return node != nullptr && node->kind() == NodeKind::setting;
+}
+
+ResetCount SettingsEditor::reset(std::string_view path)
 {
     std::string full = fullPath(tree_, path);
     const Node* node = tree_.find(full);
     if (node != nullptr && node->kind() == NodeKind::alias) {
         full = resolveSetting(tree_, *node).fullName();
     }
-    const std::size_t count =
-        removeIf([&full](std::string_view setting) { return isAtOrUnder(setting, full); });
-    if (count == 0 && node == nullptr) {
+    const ResetCount count =
+        removeFrom([&](std::string_view name) { return isAtOrUnder(name, full) || isAtOrUnder(name, path); },
+                   [&](std::string_view name) { return isKnown(name) || name == full || name == path; });
+    if (count == ResetCount() && node == nullptr) {
         static_cast<void>(nodeAt(tree_, releases_, path));  // throws UnknownPath
     }
     return count;
 }
 
-std::size_t SettingsEditor::resetAll()
+ResetCount SettingsEditor::resetAll()
 {
-    return removeIf([](std::string_view) { return true; });
+    return removeFrom([](std::string_view) { return true; },
+                      [this](std::string_view name) { return isKnown(name); });
+}
+
+ResetCount SettingsEditor::resetUnknown(std::string_view path)
+{
+    const std::string full = fullPath(tree_, path);
+    return removeFrom(
+        [&](std::string_view name) {
+            return !isKnown(name) && (path.empty() || isAtOrUnder(name, full) || isAtOrUnder(name, path));
+        },
+        [](std::string_view) { return true; });
 }
 
 }  // namespace vx::core

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <settings_core/files/change_records.hpp>
 #include <settings_core/releases/release_name.hpp>
 #include <settings_core/tree/node.hpp>
 #include <settings_core/tree/settings_tree.hpp>
@@ -18,7 +19,7 @@
 namespace vx::core {
 
 /// Thrown for a value that a setting rejects. The message names the setting, the value, the violated
-/// constraints and the allowed values.
+/// constraints and the allowed values; of a secret, it tells neither the value nor what is wrong with it.
 class VX_API InvalidValue : public std::runtime_error
 {
 public:
@@ -32,6 +33,15 @@ enum class Notation : std::uint8_t
     json     ///< JSON as in settings files, see parseJsonValue
 };
 
+/// What a reset does to the settings of a file.
+struct ResetCount
+{
+    std::size_t removed = 0;
+    std::size_t unknownLeft = 0;  ///< left in the file because the tree does not have them
+
+    bool operator==(const ResetCount&) const = default;
+};
+
 /// Changes the values in one settings file. A file that does not exist is created with the newest release. In
 /// an existing file, every byte that is not part of the change is preserved. The file is replaced atomically,
 /// and other writers wait meanwhile. The tree and the release table must outlive the editor.
@@ -42,9 +52,11 @@ enum class Notation : std::uint8_t
 class VX_API SettingsEditor
 {
 public:
-    /// `file` need not exist. A new file names `release`, by default the newest in the table.
+    /// `file` need not exist. A new file names `release`, by default the newest in the table. The recorder,
+    /// if there is one, records each change.
     SettingsEditor(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases,
-                   std::filesystem::path file, std::optional<ReleaseName> release = std::nullopt);
+                   std::filesystem::path file, std::optional<ReleaseName> release = std::nullopt,
+                   std::optional<ChangeRecorder> recorder = std::nullopt);
 
     /// Writes an override for a setting and returns the setting. The value is converted to the setting's
     /// class where that loses nothing. The path may omit the root; an alias stands for its target.
@@ -53,22 +65,28 @@ public:
     const Node& set(std::string_view path, std::string_view value, Notation notation);
     ///@}
 
-    /// Removes the override of a setting, or all overrides in a group, and returns their number. The path
-    /// need not be in the tree if the file has it.
-    std::size_t reset(std::string_view path);
-    /// Removes all overrides from the file and returns their number.
-    std::size_t resetAll();
+    /// Removes the override of a setting, or all overrides in a group. What the file holds there besides the
+    /// settings of the tree is left; but a setting that only the file has is removed if `path` names it.
+    ResetCount reset(std::string_view path);
+    /// Removes all overrides of settings of the tree.
+    ResetCount resetAll();
+    /// Removes what the file holds besides settings of the tree, everywhere or, if `path` is not empty, only
+    /// there.
+    ResetCount resetUnknown(std::string_view path);
 
 private:
     [[nodiscard]] const Node& editableSetting(std::string_view path) const;
     void store(const Node& setting, const foundation::verdixdata::Array& value);
-    template <class Predicate>
-    std::size_t removeIf(Predicate isRemoved);
+    template <class Concerned, class Removed>
+    ResetCount removeFrom(Concerned isConcerned, Removed isRemoved);
+    [[nodiscard]] bool isKnown(std::string_view path) const;
+    void replace(LockedFile& file, const std::string& content) const;
 
     const SettingsTree& tree_;
     const ::settings::core::ReleaseChangeTable& releases_;
     std::filesystem::path file_;
     std::optional<ReleaseName> release_;
+    std::optional<ChangeRecorder> recorder_;
 };
 
 }  // namespace vx::core

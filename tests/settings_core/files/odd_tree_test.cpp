@@ -37,7 +37,7 @@ struct OddTreeTest : testing::Test
 
 TEST_F(OddTreeTest, ChangesWhatCanBeChanged)
 {
-    EXPECT_EQ(changer.reset("rule.words"), 0U) << "there is no file";
+    EXPECT_EQ(changer.reset("rule.words").removed, 0U) << "there is no file";
     const auto expectRefusal = [&](const char* path, const char* value, const char* words) {
         EXPECT_THAT([&] { changer.set(path, value, Notation::script); },
                     ThrowsMessage<std::runtime_error>(HasSubstr(words)));
@@ -52,9 +52,9 @@ TEST_F(OddTreeTest, ChangesWhatCanBeChanged)
                                      "    \"verdix.rule.size\": [[1, 2], [3, 4]]\n  }\n}\n");
     Layers layers(tree, {folder / "none", file});
     EXPECT_EQ(formatValue(layers.effective(nodeAt(tree, releases, "alias.Second")).value), "long");
-    EXPECT_EQ(changer.reset("colors"), 0U);
-    EXPECT_EQ(changer.reset("alias.Second"), 1U) << "what it stands for";
-    EXPECT_EQ(changer.resetAll(), 1U);
+    EXPECT_EQ(changer.reset("colors").removed, 0U);
+    EXPECT_EQ(changer.reset("alias.Second").removed, 1U) << "what it stands for";
+    EXPECT_EQ(changer.resetAll().removed, 1U);
 }
 
 TEST_F(OddTreeTest, RefusesWhatNoReleaseOrSettingCanTell)
