@@ -58,7 +58,7 @@ class Lint
 {
 public:
     Lint(const core::SettingsTree& tree, const ReleaseChangeTable& releases)
-        : tree_(tree), releases_(releases)
+        : tree_(tree), releases_(releases), unknownPaths_(tree, releases)
     {}
 
     std::vector<core::Diagnostic> run() &&
@@ -124,8 +124,8 @@ private:
         const std::string& target = alias.properties().aliasName();
         const Node* node = tree_.find(target);
         if (node == nullptr && target.starts_with(tree_.root()->getFullName() + ".")) {
-            add(alias, "its target " + target + " does not exist: correct it; " +
-                           core::explainUnknownPath(tree_, releases_, target));
+            add(alias,
+                "its target " + target + " does not exist: correct it; " + unknownPaths_.explain(target));
         } else if (node != nullptr && node->kind() == NodeKind::group) {
             add(alias, "its target " + target + " is a group: give the full path of a setting");
         } else if (isCircular(alias)) {
@@ -213,6 +213,7 @@ private:
 
     const core::SettingsTree& tree_;
     const ReleaseChangeTable& releases_;
+    core::UnknownPaths unknownPaths_;
     std::vector<core::Diagnostic> diagnostics_;
 };
 

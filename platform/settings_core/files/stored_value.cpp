@@ -5,12 +5,11 @@
 namespace vx::core {
 
 StoredValue readStoredValue(const Node& setting, const JsonMember& member, const std::filesystem::path& file,
-                            std::string_view text)
+                            const PositionIndex& positions)
 {
     StoredValue stored;
     const auto report = [&](std::size_t offset, std::string message) {
-        stored.diagnostics.push_back(
-            {setting.getFullName(), std::move(message), positionAt(text, offset, file)});
+        stored.diagnostics.push_back({setting.getFullName(), std::move(message), positions.at(offset, file)});
     };
     if (setting.properties().readOnly.value()) {
         report(member.offset, "is read-only: remove it from the file");
