@@ -81,7 +81,8 @@ private:
     static void count(Letters& letters, std::string_view name, int step)
     {
         for (const char c : name) {
-            letters[static_cast<unsigned char>(c) % letters.size()] += step;  // equal for both cases of a letter
+            // Equal for both cases of a letter.
+            letters[static_cast<unsigned char>(c) % letters.size()] += step;
         }
     }
 
