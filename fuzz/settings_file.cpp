@@ -104,7 +104,7 @@ void rewriteValues(const SettingsFile& file, const SettingsTree& tree)
         const Node* node = member == nullptr ? nullptr : tree.find(member->name);
         return node == nullptr || node->kind() != NodeKind::setting
                    ? StoredValue{}
-                   : readStoredValue(*node, *member, "settings.json", file.text());
+                   : readStoredValue(*node, *member, "settings.json", file.positions());
     };
     for (const JsonMember& setting : file.settings()) {
         const StoredValue stored = storedIn(file.find(setting.name));

@@ -20,7 +20,8 @@ using settings::core::ReleaseChangeTable;
 class TableCheck
 {
 public:
-    TableCheck(const core::SettingsTree& tree, const ReleaseChangeTable& table) : tree_(tree), table_(table)
+    TableCheck(const core::SettingsTree& tree, const ReleaseChangeTable& table)
+        : tree_(tree), table_(table), history_(table)
     {}
 
     std::vector<Diagnostic> run() &&
@@ -94,7 +95,7 @@ private:
     void checkSource(const TableRow& row)
     {
         if (!row.isRestoration() && tree_.find(row.source) != nullptr &&
-            core::movesTo(table_, row.source, row.index, row.number + 1).empty())
+            history_.movesTo(row.source, row.index, row.number + 1).empty())
         {
             report(row.source, std::string(row.release) +
                                    " moved or removed it, but it is still in the tree: remove it from " +
@@ -105,7 +106,7 @@ private:
     void checkTarget(const TableRow& row)
     {
         if (!row.target.empty() && tree_.find(row.target) == nullptr &&
-            core::changesFrom(table_, row.target, row.index, row.number + 1).empty())
+            history_.changesFrom(row.target, row.index, row.number + 1).empty())
         {
             report(row.source, std::string(row.release) + " moved it to " + std::string(row.target) +
                                    ", which does not exist: define it in " + sourceFileOf(row.target) +
@@ -115,6 +116,7 @@ private:
 
     const core::SettingsTree& tree_;
     const ReleaseChangeTable& table_;
+    const core::ReleaseHistory history_;
     std::vector<Diagnostic> diagnostics_;
     // Of the current release:
     std::unordered_set<std::string_view> sources_;

@@ -182,7 +182,9 @@ std::string placeAfter(const Node* sibling)
 class Comparison
 {
 public:
-    Comparison(const ReleaseTree& older, const ReleaseTree& newer) : older_(older), newer_(newer) {}
+    Comparison(const ReleaseTree& older, const ReleaseTree& newer)
+        : older_(older), newer_(newer), history_(newer.releaseChanges)
+    {}
 
     std::vector<Difference> run() &&
     {
@@ -221,7 +223,7 @@ private:
     /// Adds the difference for an old node whose path does not exist any more.
     void addMissing(const Node& node)
     {
-        const auto steps = core::changesFrom(newer_.releaseChanges, node.fullName());
+        const auto steps = history_.changesFrom(node.fullName());
         if (steps.empty()) {
             // A group has no value to lose; its settings are compared by themselves.
             add(node.kind() == NodeKind::group ? DifferenceKind::removed : DifferenceKind::lost, node);
@@ -334,6 +336,7 @@ private:
 
     const ReleaseTree& older_;
     const ReleaseTree& newer_;
+    const core::ReleaseHistory history_;  // of the newer
     std::unordered_set<const Node*> targets_;
     std::vector<Difference> found_;
 };

@@ -37,7 +37,10 @@ class StepCheck
 {
 public:
     StepCheck(const ReleaseTree& older, const ReleaseTree& newer)
-        : older_(older), newer_(newer), firstLater_(older.releaseChanges.size())
+        : older_(older),
+          newer_(newer),
+          history_(newer.releaseChanges),
+          firstLater_(older.releaseChanges.size())
     {}
 
     std::vector<Diagnostic> run() &&
@@ -54,7 +57,7 @@ private:
         for (const Node* node : older_.tree.nodes()) {
             const std::string path = node->getFullName();
             if (node->kind() != core::NodeKind::group && newer_.tree.find(path) == nullptr &&
-                core::changesFrom(newer_.releaseChanges, path, firstLater_).empty())
+                history_.changesFrom(path, firstLater_).empty())
             {
                 diagnostics_.push_back(
                     {path,
@@ -100,7 +103,7 @@ private:
     void checkLaterTarget(const TableRow& row)
     {
         if (!row.target.empty() && newer_.tree.find(row.target) == nullptr &&
-            core::changesFrom(newer_.releaseChanges, row.target, row.index, row.number + 1).empty())
+            history_.changesFrom(row.target, row.index, row.number + 1).empty())
         {
             diagnostics_.push_back(
                 inTable(row.label(), "the target does not exist, and no later change moves it on: fix the "
@@ -111,7 +114,8 @@ private:
 
     const ReleaseTree& older_;
     const ReleaseTree& newer_;
-    std::uint64_t firstLater_;  // index of the first release after the older one
+    const core::ReleaseHistory history_;  // of the newer
+    std::uint64_t firstLater_;            // index of the first release after the older one
     std::vector<Diagnostic> diagnostics_;
 };
 

@@ -114,7 +114,7 @@ class Lint
 {
 public:
     Lint(const core::SettingsTree& tree, const ReleaseChangeTable& releases)
-        : tree_(tree), releases_(releases)
+        : tree_(tree), releases_(releases), unknownPaths_(tree, releases)
     {}
 
     std::vector<core::Diagnostic> run() &&
@@ -191,8 +191,8 @@ private:
                            " is: give the full path");
         } else if (node == nullptr && boost::algorithm::istarts_with(target, inside, std::locale::classic()))
         {
-            add(alias, "its target " + target + " does not exist: correct it; " +
-                           core::explainUnknownPath(tree_, releases_, target));
+            add(alias,
+                "its target " + target + " does not exist: correct it; " + unknownPaths_.explain(target));
         } else if (node != nullptr && node->kind() == NodeKind::group) {
             add(alias, "its target " + target + " is a group: give the full path of a setting");
         } else if (isCircular(alias)) {
@@ -385,6 +385,7 @@ private:
 
     const core::SettingsTree& tree_;
     const ReleaseChangeTable& releases_;
+    core::UnknownPaths unknownPaths_;
     std::vector<core::Diagnostic> diagnostics_;
 };
 

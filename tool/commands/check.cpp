@@ -1,8 +1,13 @@
 #include <settings_core/files/file_check.hpp>
 #include <settings_core/files/input_file.hpp>
 
+#include <algorithm>
+#include <iterator>
+#include <map>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
@@ -13,6 +18,22 @@ namespace vx::tool {
 
 namespace {
 
+struct CheckOptions
+{
+    std::string file;
+    bool showsAll = false;
+};
+
+constexpr std::size_t shownPerKind = 20;
+
+/// Returns what diagnostics of one kind have in common: the beginning of the message, without names, numbers
+/// and advice.
+std::string_view kindOf(std::string_view message)
+{
+    const std::string_view kind = message.substr(0, message.find_first_of(";:\"\n0123456789"));
+    return kind.substr(0, kind.find_last_not_of(' ') + 1);
+}
+
 void writeDocument(const std::filesystem::path& file, bool exists,
                    const std::vector<core::Diagnostic>& diagnostics, Output& out)
 {
@@ -20,9 +41,20 @@ void writeDocument(const std::filesystem::path& file, bool exists,
 }
 
 void writeText(const std::filesystem::path& file, bool exists,
-               const std::vector<core::Diagnostic>& diagnostics, Output& out)
+               const std::vector<core::Diagnostic>& diagnostics, bool showsAll, Output& out)
 {
-    writeDiagnostics(diagnostics, out);
+    std::map<std::string_view, std::size_t> counts;
+    std::vector<core::Diagnostic> shown;
+    std::ranges::copy_if(diagnostics, std::back_inserter(shown), [&](const core::Diagnostic& diagnostic) {
+        return ++counts[kindOf(diagnostic.message)] <= shownPerKind || showsAll;
+    });
+    writeDiagnostics(shown, out);
+    for (const auto& [kind, count] : counts) {
+        if (count > shownPerKind && !showsAll) {
+            out << file.string() << ": " << count - shownPerKind << " more: " << kind
+                << "; show them with --all\n";
+        }
+    }
     if (!exists) {
         out << file.string() << ": no such file, so nothing is set\n";
     } else if (diagnostics.empty()) {
@@ -30,8 +62,9 @@ void writeText(const std::filesystem::path& file, bool exists,
     }
 }
 
-ExitCode check(LazySession& lazy, const std::string& named, Output& out)
+ExitCode check(LazySession& lazy, const CheckOptions& options, Output& out)
 {
+    const std::string& named = options.file;
     const std::filesystem::path file =
         named.empty() ? lazy.layerFiles().personal : std::filesystem::path(core::inputName(named));
     const auto content = named.empty() ? core::readFile(file) : core::readInput(named);
@@ -41,7 +74,11 @@ ExitCode check(LazySession& lazy, const std::string& named, Output& out)
         const Session& session = lazy.get();
         diagnostics = core::checkSettingsFile(file, *content, session.tree(), session.releaseChanges());
     }
-    (out.isJson() ? writeDocument : writeText)(file, exists, diagnostics, out);
+    if (out.isJson()) {
+        writeDocument(file, exists, diagnostics, out);
+    } else {
+        writeText(file, exists, diagnostics, options.showsAll, out);
+    }
     return diagnostics.empty() ? ExitCode::done : ExitCode::failed;
 }
 
@@ -49,12 +86,16 @@ ExitCode check(LazySession& lazy, const std::string& named, Output& out)
 
 Action addCheck(CLI::App& command)
 {
-    setHelp(command, "Check a settings file; report every error with line and column",
-            "Exits with 1 if the file has errors.\nExample:\n  vxsettings check settings.json");
-    auto file = std::make_shared<std::string>();
-    addPositional(command, "FILE", *file, Need::optional,
+    setHelp(
+        command, "Check a settings file; report errors with line and column",
+        "Of more than 20 errors of one kind, 20 are printed, and the number of the others.\n"
+        "Paths are suggested for the first 100 unknown ones. With --format json, all errors are printed.\n"
+        "Exits with 1 if the file has errors.\nExample:\n  vxsettings check settings.json");
+    auto options = std::make_shared<CheckOptions>();
+    addPositional(command, "FILE", options->file, Need::optional,
                   "Settings file; - is standard input (default: the personal file)");
-    return [file](LazySession& session, Output& out) { return check(session, *file, out); };
+    addFlag(command, "--all", options->showsAll, "Print all errors, however many of one kind there are");
+    return [options](LazySession& session, Output& out) { return check(session, *options, out); };
 }
 
 }  // namespace vx::tool

@@ -153,7 +153,7 @@ void addAliasProperties(const Session& session, const Node& node, PropertyTable&
 void addHistory(const Session& session, const Node& node, PropertyTable& table)
 {
     const auto& releases = session.releaseChanges();
-    for (const core::ReleaseStep& step : core::movesTo(releases, node.fullName())) {
+    for (const core::ReleaseStep& step : core::ReleaseHistory(releases).movesTo(node.fullName())) {
         table.add("moved from", std::string(step.from) + " in " + std::string(step.release));
     }
 }
@@ -202,7 +202,7 @@ json::array historyJson(const Session& session, const Node& node)
 {
     const auto& releases = session.releaseChanges();
     json::array history;
-    for (const core::ReleaseStep& step : core::movesTo(releases, node.fullName())) {
+    for (const core::ReleaseStep& step : core::ReleaseHistory(releases).movesTo(node.fullName())) {
         history.push_back(json::object{{"from", step.from}, {"release", step.release}});
     }
     return history;

@@ -26,7 +26,6 @@ namespace {
 using core::Node;
 using core::NodeKind;
 using foundation::verdixdata::Array;
-using settings::core::ReleaseChangeTable;
 
 /// Width in characters; longer values are collapsed.
 constexpr std::size_t valueWidth = 160;
@@ -35,7 +34,7 @@ constexpr std::size_t valueWidth = 160;
 struct Source
 {
     const core::SettingsTree& tree;
-    const ReleaseChangeTable& releases;
+    const core::ReleaseHistory history;
     const std::optional<core::ReleaseName> release;
     core::Layers* layers;
 };
@@ -98,7 +97,7 @@ core::LayerValue modification(const Source& source, const Node& setting)
 std::string historyHtml(const Source& source, const Node& node)
 {
     std::string text;
-    for (const core::ReleaseStep& step : core::movesTo(source.releases, node.fullName())) {
+    for (const core::ReleaseStep& step : source.history.movesTo(node.fullName())) {
         text.append("<div class=\"history\">moved from <code>").append(escapeHtml(step.from));
         text.append("</code> in ").append(escapeHtml(step.release)).append("</div>");
     }
@@ -214,8 +213,8 @@ void fill(std::string_view document, const std::map<std::string_view, std::funct
 void exportPage(LazySession& lazy, Output& out)
 {
     const Session& session = lazy.get();
-    const Source source{session.tree(), session.releaseChanges(), session.publishedRelease(),
-                        lazy.hasNamedLayerFiles() ? &lazy.layers() : nullptr};
+    const Source source{session.tree(), core::ReleaseHistory(session.releaseChanges()),
+                        session.publishedRelease(), lazy.hasNamedLayerFiles() ? &lazy.layers() : nullptr};
     const Node& root = *source.tree.root();
     fill(page::document,
          {{"root", [&] { out << escapeHtml(root.fullName()); }},

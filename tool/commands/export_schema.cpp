@@ -24,7 +24,7 @@ using core::Node;
 using settings::core::ReleaseChangeTable;
 
 /// Returns what the author of a settings file should know about a setting, in sentences.
-std::string description(const Node& setting, const ReleaseChangeTable& releases)
+std::string description(const Node& setting, const core::ReleaseHistory& history)
 {
     const Node::Properties& properties = setting.properties();
     std::string text = core::describeConstraint(properties);
@@ -35,7 +35,7 @@ std::string description(const Node& setting, const ReleaseChangeTable& releases)
     text += properties.readOnly.value() ? " Read-only: must not be set." : "";
     text += properties.runTimeDefault.index() != 0 ? " The default is computed on request." : "";
     text += setting.isHidden() ? " Hidden." : "";
-    for (const core::ReleaseStep& step : core::movesTo(releases, setting.fullName())) {
+    for (const core::ReleaseStep& step : history.movesTo(setting.fullName())) {
         text.append(" Before ").append(step.release).append(": ").append(step.from).append(".");
     }
     return text;
@@ -55,9 +55,9 @@ void addDefault(json::object& schema, const Node& setting)
     }
 }
 
-json::object settingSchema(const Node& setting, const ReleaseChangeTable& releases)
+json::object settingSchema(const Node& setting, const core::ReleaseHistory& history)
 {
-    json::object schema{{"description", description(setting, releases)}};
+    json::object schema{{"description", description(setting, history)}};
     addDefault(schema, setting);
     if (setting.properties().readOnly.value()) {
         schema.emplace("readOnly", true);
@@ -120,10 +120,11 @@ std::string member(std::string_view name, const json::value& value)
 
 void writeSettings(const Session& session, const ReleaseChangeTable& releases, Output& out)
 {
+    const core::ReleaseHistory history(releases);
     std::string_view separator = "\n        ";
     for (const Node* node : session.tree().nodes()) {
         if (node->kind() == core::NodeKind::setting) {
-            out << Exact{separator} << Exact{member(node->fullName(), settingSchema(*node, releases))};
+            out << Exact{separator} << Exact{member(node->fullName(), settingSchema(*node, history))};
             separator = ",\n        ";
         }
     }

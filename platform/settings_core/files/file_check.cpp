@@ -19,7 +19,7 @@ class FileCheck
 public:
     FileCheck(const std::filesystem::path& path, const SettingsFile& file, const SettingsTree& tree,
               const ReleaseChangeTable& releases)
-        : path_(path), file_(file), tree_(tree), releases_(releases)
+        : path_(path), file_(file), tree_(tree), releases_(releases), unknownPaths_(tree, releases)
     {}
 
     std::vector<Diagnostic> run() &&
@@ -44,7 +44,7 @@ public:
 private:
     void report(std::size_t offset, const std::string& path, std::string message)
     {
-        diagnostics_.push_back({path, std::move(message), positionAt(file_.text(), offset, path_)});
+        diagnostics_.push_back({path, std::move(message), file_.positions().at(offset, path_)});
     }
 
     void checkDuplicates(const std::vector<JsonMember>& members)
@@ -55,7 +55,7 @@ private:
             if (!isNew) {
                 report(member.offset, member.name,
                        "is a duplicate of the one in line " +
-                           std::to_string(positionAt(file_.text(), first->second).line) +
+                           std::to_string(file_.positions().at(first->second).line) +
                            "; the last one applies: remove the others");
             }
         }
@@ -97,8 +97,7 @@ private:
     {
         const Node* node = tree_.find(member.name);
         if (node == nullptr) {
-            report(member.offset, member.name,
-                   "is not a setting; " + explainUnknownPath(tree_, releases_, member.name));
+            report(member.offset, member.name, "is not a setting; " + unknownPaths_.explain(member.name));
             return;
         }
         switch (node->kind()) {
@@ -110,7 +109,7 @@ private:
                    "is an alias: write " + node->properties().aliasName() + " instead");
             break;
         case NodeKind::setting:
-            std::ranges::move(readStoredValue(*node, member, path_, file_.text()).diagnostics,
+            std::ranges::move(readStoredValue(*node, member, path_, file_.positions()).diagnostics,
                               std::back_inserter(diagnostics_));
             break;
         }
@@ -120,6 +119,7 @@ private:
     const SettingsFile& file_;
     const SettingsTree& tree_;
     const ReleaseChangeTable& releases_;
+    UnknownPaths unknownPaths_;
     std::vector<Diagnostic> diagnostics_;
 };
 

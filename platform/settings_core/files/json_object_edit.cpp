@@ -2,6 +2,7 @@
 
 #include <foundation/verdixdata/text.hpp>
 
+#include <iterator>
 #include <utility>
 
 namespace vx::core {
@@ -29,27 +30,26 @@ JsonObjectEdit::JsonObjectEdit(std::string_view text, const JsonValue& object, J
     : inside_(object.text.substr(1, object.text.size() - 2)), style_(std::move(style))
 {
     const auto between = [text](std::size_t from, std::size_t to) { return text.substr(from, to - from); };
-    members_.reserve(object.members.size() + 1);
+    byIndex_.reserve(object.members.size() + 1);
     std::size_t at = object.offset + 1;
     for (const JsonMember& member : object.members) {
         const std::size_t nameEnd = member.offset + member.nameText.size();
         const std::size_t valueEnd = member.value.end();
         const std::size_t next = text.find_first_not_of(" \t\r\n", valueEnd);
-        members_.push_back({between(at, member.offset), member.nameText,
-                            between(nameEnd, member.value.offset), member.value.text,
-                            between(valueEnd, next)});
+        append({between(at, member.offset), member.nameText, between(nameEnd, member.value.offset),
+                member.value.text, between(valueEnd, next)});
         at = next + 1;
     }
 }
 
 void JsonObjectEdit::setValue(std::size_t index, std::string value)
 {
-    members_[index].value = keep(std::move(value));
+    byIndex_[index]->value = keep(std::move(value));
 }
 
 void JsonObjectEdit::setName(std::size_t index, std::string_view name)
 {
-    members_[index].name = keep(nameLiteral(name));
+    byIndex_[index]->name = keep(nameLiteral(name));
 }
 
 void JsonObjectEdit::add(std::string_view name, std::string_view value)
@@ -63,8 +63,8 @@ void JsonObjectEdit::add(std::string_view name, std::string_view value)
     const bool isOnOneLine = last.colon.find('\n') == std::string_view::npos;
     added.colon = isOnOneLine ? last.colon : ": ";
     added.lead = last.lead;
-    added.trail = std::exchange(last.trail, members_.size() > 1 ? members_[members_.size() - 2].trail : "");
-    members_.push_back(added);
+    added.trail = std::exchange(last.trail, members_.size() > 1 ? std::next(members_.rbegin())->trail : "");
+    append(added);
 }
 
 // Preserves whitespace inside empty braces: it is put on both sides of the member. Equal whitespace on both
@@ -75,20 +75,20 @@ void JsonObjectEdit::addFirst(Member member)
     member.colon = keep(std::string(style_.betweenNameAndValue));
     member.lead = hadWhitespace ? inside_ : keep(style_.opening);
     member.trail = hadWhitespace ? inside_ : keep(style_.closing);
-    members_.push_back(member);
+    append(member);
 }
 
 void JsonObjectEdit::remove(std::size_t index)
 {
-    const Member removed = members_[index];
+    const auto removed = byIndex_[index];
     if (members_.size() == 1) {
-        inside_ = removed.lead == removed.trail ? removed.trail : std::string_view();
-    } else if (index + 1 == members_.size()) {
-        members_[index - 1].trail = removed.trail;
+        inside_ = removed->lead == removed->trail ? removed->trail : std::string_view();
+    } else if (std::next(removed) == members_.end()) {
+        std::prev(removed)->trail = removed->trail;
     } else {
-        members_[index + 1].lead = removed.lead;
+        std::next(removed)->lead = removed->lead;
     }
-    members_.erase(members_.begin() + static_cast<std::ptrdiff_t>(index));
+    members_.erase(removed);
 }
 
 std::string JsonObjectEdit::text() const
@@ -98,7 +98,7 @@ std::string JsonObjectEdit::text() const
         text += inside_;
     }
     for (const Member& member : members_) {
-        text += &member == members_.data() ? "" : ",";
+        text += &member == &members_.front() ? "" : ",";
         text.append(member.lead).append(member.name).append(member.colon).append(member.value);
         text += member.trail;
     }

@@ -27,7 +27,8 @@ public:
     /// `object` must be of kind object. It and `text`, from which it was read, must outlive the edit.
     JsonObjectEdit(std::string_view text, const JsonValue& object, JsonStyle style);
 
-    /// Indexes refer to the current members: those of the object first, then those that were added.
+    /// Members have the indexes in which they come: those of the object first, then those that are added.
+    /// Removing a member leaves the indexes of the others as they are; its own must not be used again.
     void setValue(std::size_t index, std::string value);
     void setName(std::size_t index, std::string_view name);
     void add(std::string_view name, std::string_view value);
@@ -47,9 +48,11 @@ private:
     };
 
     std::string_view keep(std::string text) { return written_.emplace_back(std::move(text)); }
+    void append(const Member& member) { byIndex_.push_back(members_.insert(members_.end(), member)); }
     void addFirst(Member member);
 
-    std::vector<Member> members_;
+    std::list<Member> members_;
+    std::vector<std::list<Member>::iterator> byIndex_;
     std::string_view inside_;  ///< whitespace between the braces of an object without members
     JsonStyle style_;
     std::list<std::string> written_;  ///< what the views in members_ refer to; a list keeps addresses

@@ -167,7 +167,7 @@ std::optional<LayerValue> Layers::valueIn(Layer layer, const Node& setting)
     if (member == nullptr) {
         return std::nullopt;
     }
-    StoredValue stored = readStoredValue(setting, *member, fileOf(layer), file->text());
+    StoredValue stored = readStoredValue(setting, *member, fileOf(layer), file->positions());
     return LayerValue{layer, std::move(stored.value), fileOf(layer).string(), std::move(stored.diagnostics)};
 }
 

@@ -1,8 +1,10 @@
 #include <settings_core/files/settings_file.hpp>
+#include <settings_core/releases/release_history.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vx::core {
@@ -61,7 +63,7 @@ JsonStyle topLevelStyle()
 }  // namespace
 
 SettingsFile::SettingsFile(std::string text)
-    : text_(std::make_unique<const std::string>(std::move(text))), root_(readJson(*text_))
+    : text_(std::make_unique<const std::string>(std::move(text))), positions_(*text_), root_(readJson(*text_))
 {
     if (root_.kind != JsonKind::object) {
         throw ParseError(root_.offset, "expected an object: { \"release\": ..., \"settings\": { ... } }");
@@ -106,53 +108,70 @@ SettingsFileEdit::SettingsFileEdit(const SettingsFile& file)
       settings_(file.settings_ == &emptyObject() ? emptyObjectText : std::string_view(file.text()),
                 *file.settings_, nestedStyle(file))
 {
-    paths_.reserve(file.settings().size() + 1);
     for (const JsonMember& setting : file.settings()) {
-        paths_.push_back(setting.name);
+        indexes_.emplace(setting.name, nextIndex_++);
     }
 }
 
-std::size_t SettingsFileEdit::indexOf(std::string_view path) const
+SettingsFileEdit::Indexes::const_iterator SettingsFileEdit::find(std::string_view path) const
 {
-    // Of duplicates, the last one applies.
-    const auto found = std::find(paths_.rbegin(), paths_.rend(), path);
-    return found == paths_.rend() ? paths_.size() : static_cast<std::size_t>(paths_.rend() - found) - 1;
+    const auto [first, last] = indexes_.equal_range(path);
+    return first == last ? indexes_.end() : std::prev(last);
 }
 
 bool SettingsFileEdit::has(std::string_view path) const
 {
-    return indexOf(path) != paths_.size();
+    return indexes_.contains(path);
 }
 
 void SettingsFileEdit::set(const std::string& path, std::string json)
 {
     changesSettings_ = true;
-    const std::size_t index = indexOf(path);
-    if (index != paths_.size()) {
-        settings_.setValue(index, std::move(json));
+    if (const auto found = find(path); found != indexes_.end()) {
+        settings_.setValue(found->second, std::move(json));
     } else {
         settings_.add(path, json);
-        paths_.push_back(path);
+        indexes_.emplace(path, nextIndex_++);
     }
 }
 
 bool SettingsFileEdit::remove(std::string_view path)
 {
-    const std::size_t before = paths_.size();
-    for (std::size_t index = indexOf(path); index != paths_.size(); index = indexOf(path)) {
-        settings_.remove(index);
-        paths_.erase(paths_.begin() + static_cast<std::ptrdiff_t>(index));
-        changesSettings_ = true;
+    const auto [first, last] = indexes_.equal_range(path);
+    if (first == last) {
+        return false;
     }
-    return paths_.size() != before;
+    std::for_each(first, last, [this](const auto& entry) { settings_.remove(entry.second); });
+    indexes_.erase(first, last);
+    changesSettings_ = true;
+    return true;
 }
 
 void SettingsFileEdit::rename(std::string_view path, const std::string& target)
 {
-    const std::size_t index = indexOf(path);
-    settings_.setName(index, target);
-    paths_[index] = target;
+    auto entry = indexes_.extract(find(path));
+    settings_.setName(entry.mapped(), target);
+    entry.key() = target;
+    indexes_.insert(std::move(entry));
     changesSettings_ = true;
+}
+
+std::vector<std::string> SettingsFileEdit::pathsAtOrUnder(std::string_view path) const
+{
+    std::map<std::size_t, std::string> found;
+    for (auto entry = indexes_.lower_bound(path); entry != indexes_.end() && entry->first.starts_with(path);
+         ++entry)
+    {
+        if (isAtOrUnder(entry->first, path)) {
+            found.emplace(entry->second, entry->first);
+        }
+    }
+    std::vector<std::string> paths;
+    paths.reserve(found.size());
+    for (auto& [index, name] : found) {
+        paths.push_back(std::move(name));
+    }
+    return paths;
 }
 
 void SettingsFileEdit::setRelease(std::string_view release)

@@ -4,11 +4,14 @@
 
 #include <settings_core/files/json_object_edit.hpp>
 #include <settings_core/files/json_reader.hpp>
+#include <settings_core/files/text_position.hpp>
 #include <settings_core/releases/release_name.hpp>
 
 #include <foundation/export.hpp>
 
 #include <cstddef>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -33,6 +36,8 @@ public:
 
     /// Returns the content that was parsed.
     [[nodiscard]] const std::string& text() const noexcept { return *text_; }
+    /// Returns the positions in the content.
+    [[nodiscard]] const PositionIndex& positions() const noexcept { return positions_; }
     /// Returns the top-level object.
     [[nodiscard]] const JsonValue& root() const noexcept { return root_; }
 
@@ -50,7 +55,8 @@ private:
 
     [[nodiscard]] const JsonMember* member(std::string_view name) const noexcept;
 
-    std::unique_ptr<const std::string> text_;  // on the heap: root_ refers to it, also after a move
+    std::unique_ptr<const std::string> text_;  // on the heap: what follows refers to it, also after a move
+    PositionIndex positions_;
     JsonValue root_;
     const JsonValue* settings_ = nullptr;
     std::unordered_map<std::string_view, const JsonMember*> byPath_;
@@ -80,17 +86,22 @@ public:
     /// Replaces the value of the member "release", or appends the member.
     void setRelease(std::string_view release);
 
-    /// Returns the paths of the settings in the edited file.
-    [[nodiscard]] const std::vector<std::string>& paths() const noexcept { return paths_; }
+    /// Returns the paths of the settings in the edited file that are at this path or under it, in the order
+    /// of the file.
+    [[nodiscard]] std::vector<std::string> pathsAtOrUnder(std::string_view path) const;
 
     /// Returns the content of the edited file.
     [[nodiscard]] std::string text() const;
 
 private:
-    [[nodiscard]] std::size_t indexOf(std::string_view path) const;
+    /// Indexes of the members, by path. Of duplicates, the last one applies.
+    using Indexes = std::multimap<std::string, std::size_t, std::less<>>;
+
+    [[nodiscard]] Indexes::const_iterator find(std::string_view path) const;
 
     const SettingsFile& file_;
-    std::vector<std::string> paths_;
+    Indexes indexes_;
+    std::size_t nextIndex_ = 0;
     JsonObjectEdit settings_;
     std::optional<std::string> release_;
     bool changesSettings_ = false;

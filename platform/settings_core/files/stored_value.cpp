@@ -6,12 +6,11 @@
 namespace vx::core {
 
 StoredValue readStoredValue(const Node& setting, const JsonMember& member, const std::filesystem::path& file,
-                            std::string_view text)
+                            const PositionIndex& positions)
 {
     StoredValue stored;
     const auto report = [&](std::size_t offset, std::string message) {
-        stored.diagnostics.push_back(
-            {setting.getFullName(), std::move(message), positionAt(text, offset, file)});
+        stored.diagnostics.push_back({setting.getFullName(), std::move(message), positions.at(offset, file)});
     };
     const auto reject = [&](std::size_t offset, std::string message) {
         report(offset,

@@ -2,12 +2,12 @@
 
 #include <settings_core/diagnostic.hpp>
 #include <settings_core/files/json_reader.hpp>
+#include <settings_core/files/text_position.hpp>
 #include <settings_core/tree/node.hpp>
 
 #include <foundation/verdixdata/array.hpp>
 
 #include <filesystem>
-#include <string_view>
 #include <vector>
 
 namespace vx::core {
@@ -20,9 +20,10 @@ struct StoredValue
     std::vector<Diagnostic> diagnostics;
 };
 
-/// Parses the value of a setting in a settings file and checks it against the setting's constraints. `text`
-/// is the content of the file.
+/// Parses the value of a setting in a settings file and checks it against the setting's constraints.
+/// `positions` are those in the content of the file.
 [[nodiscard]] VX_API StoredValue readStoredValue(const Node& setting, const JsonMember& member,
-                                                 const std::filesystem::path& file, std::string_view text);
+                                                 const std::filesystem::path& file,
+                                                 const PositionIndex& positions);
 
 }  // namespace vx::core

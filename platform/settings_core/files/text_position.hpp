@@ -9,11 +9,30 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vx::core {
 
-/// Returns the position of the byte at `offset` in a UTF-8 text, which may be the content of a file. A
-/// byte-order mark takes no column.
+/// Finds positions in a UTF-8 text, which may be the content of a file and must outlive the index. A
+/// byte-order mark takes no column. To find many positions takes no longer for a long text or for long lines.
+class VX_API PositionIndex
+{
+public:
+    /// Reads the text once.
+    explicit PositionIndex(std::string_view text);
+
+    /// Returns the position of the byte at this offset; that of the end if the text is shorter.
+    [[nodiscard]] Position at(std::size_t wanted, const std::filesystem::path& file = {}) const;
+
+private:
+    [[nodiscard]] std::size_t charactersBefore(std::size_t offset) const noexcept;
+
+    std::string_view text_;
+    std::vector<std::size_t> lineStarts_;  // offsets; that of the first line is behind a byte-order mark
+    std::vector<std::size_t> characters_;  // numbers of characters before each block of bytes
+};
+
+/// Returns one position, as PositionIndex does.
 [[nodiscard]] VX_API Position positionAt(std::string_view text, std::size_t offset,
                                          const std::filesystem::path& file = {});
 

@@ -139,7 +139,7 @@ StoredValue storedFrom(const Node& setting, const JsonValue& value)
 {
     JsonMember member;
     member.value = value;
-    return readStoredValue(setting, member, {}, {});
+    return readStoredValue(setting, member, {}, PositionIndex({}));
 }
 
 /// Appends the elements, row by row, with equal strings in equal notation.

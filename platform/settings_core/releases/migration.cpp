@@ -90,12 +90,9 @@ private:
 
     void remove(const std::string& release, const std::string& removed)
     {
-        const std::vector<std::string> paths = edit_.paths();
-        for (const std::string& path : paths) {
-            if (isAtOrUnder(path, removed)) {
-                edit_.remove(path);
-                events_.push_back({MigrationEvent::Kind::removed, release, path, ""});
-            }
+        for (const std::string& path : edit_.pathsAtOrUnder(removed)) {
+            edit_.remove(path);
+            events_.push_back({MigrationEvent::Kind::removed, release, path, ""});
         }
     }
 

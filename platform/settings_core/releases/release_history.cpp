@@ -1,51 +1,16 @@
 #include <settings_core/releases/release_history.hpp>
 
-#include <boost/range/adaptor/reversed.hpp>
-#include <boost/range/iterator_range_core.hpp>
-
 #include <algorithm>
-#include <cstddef>
+#include <tuple>
 
 namespace vx::core {
-
-namespace {
-
-using ::settings::core::ReleaseChangeSet;
-using ::settings::core::ReleaseChangeTable;
-using ::settings::core::SettingsFileChange;
-
-bool isMoveTo(const SettingsFileChange& change, std::string_view path)
-{
-    return !change.to().empty() && change.to().front() == path;
-}
-
-/// Whether the change moves or removes this path. Only a removal can name a group.
-bool affects(const SettingsFileChange& change, std::string_view path)
-{
-    return change.to().empty() ? isAtOrUnder(path, change.from().front())
-                               : change.from().front() == path && !isMoveTo(change, path);
-}
-
-auto releasesFrom(const ReleaseChangeTable& table, std::uint64_t first)
-{
-    return boost::make_iterator_range(table.lower_bound(first), table.end());
-}
-
-/// Returns the changes of a release from this row on.
-auto changesOf(const ReleaseChangeSet& set, std::size_t firstRow)
-{
-    const auto skipped = static_cast<std::ptrdiff_t>(std::min(firstRow, set.changes.size()));
-    return boost::make_iterator_range(set.changes.begin() + skipped, set.changes.end());
-}
-
-}  // namespace
 
 bool isAtOrUnder(std::string_view path, std::string_view group) noexcept
 {
     return path.starts_with(group) && (path.size() == group.size() || path[group.size()] == '.');
 }
 
-std::string describeMalformed(const SettingsFileChange& change)
+std::string describeMalformed(const ::settings::core::SettingsFileChange& change)
 {
     const auto isEmpty = [](const std::string& path) { return path.empty(); };
     const bool isMove = change.operation() == "move";
@@ -66,40 +31,89 @@ std::string describeMalformed(const SettingsFileChange& change)
                : "";
 }
 
-std::vector<ReleaseStep> movesTo(const ReleaseChangeTable& table, std::string_view path, std::uint64_t first,
-                                 std::size_t firstRow)
+ReleaseHistory::ReleaseHistory(const ::settings::core::ReleaseChangeTable& table)
 {
-    std::vector<ReleaseStep> steps;
-    for (const auto& [index, set] : boost::adaptors::reverse(releasesFrom(table, first))) {
-        const auto changes = changesOf(set, index == first ? firstRow : 0);
-        for (const SettingsFileChange& change : boost::adaptors::reverse(changes)) {
-            if (isMoveTo(change, path)) {
-                path = change.from().front();
-                steps.push_back({set.release, path, change.to().front()});
+    for (const auto& [index, set] : table) {
+        for (std::size_t number = 0; const auto& change : set.changes) {
+            const std::string_view from = change.from().front();
+            const std::string_view to = change.to().empty() ? std::string_view() : change.to().front();
+            const std::size_t row = rows_.size();
+            rows_.push_back({index, number++, {set.release, from, to}});
+            if (to.empty()) {
+                removals_[from].push_back(row);
+                continue;
+            }
+            arrivals_[to].push_back(row);
+            if (from != to) {
+                moves_[from].push_back(row);
             }
         }
+    }
+}
+
+std::vector<ReleaseStep> ReleaseHistory::movesTo(std::string_view path, std::uint64_t first,
+                                                 std::size_t firstRow) const
+{
+    std::vector<ReleaseStep> steps;
+    const std::size_t begin = rowAt(first, firstRow);
+    std::size_t end = rows_.size();
+    for (auto found = arrivals_.find(path); found != arrivals_.end(); found = arrivals_.find(path)) {
+        const auto& rows = found->second;
+        const auto later = std::ranges::lower_bound(rows, end);
+        if (later == rows.begin() || *(later - 1) < begin) {
+            break;
+        }
+        end = *(later - 1);
+        steps.push_back(rows_[end].step);
+        path = steps.back().from;
     }
     return steps;
 }
 
-std::vector<ReleaseStep> changesFrom(const ReleaseChangeTable& table, std::string_view path,
-                                     std::uint64_t first, std::size_t firstRow)
+std::vector<ReleaseStep> ReleaseHistory::changesFrom(std::string_view path, std::uint64_t first,
+                                                     std::size_t firstRow) const
 {
     std::vector<ReleaseStep> steps;
-    for (const auto& [index, set] : releasesFrom(table, first)) {
-        for (const SettingsFileChange& change : changesOf(set, index == first ? firstRow : 0)) {
-            if (!affects(change, path)) {
-                continue;
-            }
-            steps.push_back(
-                {set.release, path, change.to().empty() ? "" : std::string_view(change.to().front())});
-            if (change.to().empty()) {
-                return steps;
-            }
-            path = steps.back().to;
+    for (std::size_t row = nextChange(path, rowAt(first, firstRow)); row != rows_.size();
+         row = nextChange(path, row + 1))
+    {
+        const ReleaseStep& step = rows_[row].step;
+        steps.push_back({step.release, path, step.to});
+        if (step.to.empty()) {
+            break;
         }
+        path = step.to;
     }
     return steps;
+}
+
+/// Returns the index of the first row that is not before this one.
+std::size_t ReleaseHistory::rowAt(std::uint64_t index, std::size_t number) const
+{
+    const auto isBefore = [](const Row& row, const auto& wanted) {
+        return std::tie(row.index, row.number) < wanted;
+    };
+    const auto found = std::lower_bound(rows_.begin(), rows_.end(), std::tie(index, number), isBefore);
+    return static_cast<std::size_t>(found - rows_.begin());
+}
+
+/// Returns the index of the first row, from `row` on, that moves or removes this path or removes a group that
+/// it is in; the number of rows if there is none.
+std::size_t ReleaseHistory::nextChange(std::string_view path, std::size_t row) const
+{
+    std::size_t next = rows_.size();
+    const auto lookIn = [&](const RowsByPath& rowsByPath, std::string_view source) {
+        if (const auto found = rowsByPath.find(source); found != rowsByPath.end()) {
+            const auto later = std::ranges::lower_bound(found->second, row);
+            next = later == found->second.end() ? next : std::min(next, *later);
+        }
+    };
+    lookIn(moves_, path);
+    lookIn(removals_, path);
+    for (std::size_t dot = path.find('.'); dot != std::string_view::npos; dot = path.find('.', dot + 1)) {
+        lookIn(removals_, path.substr(0, dot));
+    }
+    return next;
 }
 
 std::string describeSteps(const std::vector<ReleaseStep>& steps)

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace vx::core {
@@ -23,18 +24,42 @@ struct ReleaseStep
 /// a move with one source and one target, or a removal with one source.
 [[nodiscard]] VX_API std::string describeMalformed(const ::settings::core::SettingsFileChange& change);
 
-/// Returns the moves that led to this path, latest first, by the release at index `first` of the table, from
-/// its row `firstRow` on, and by later ones. The steps refer to the table.
-[[nodiscard]] VX_API std::vector<ReleaseStep> movesTo(const ::settings::core::ReleaseChangeTable& table,
-                                                      std::string_view path, std::uint64_t first = 0,
-                                                      std::size_t firstRow = 0);
+/// Finds what releases did to paths. Reads the table once, so that look-ups take no longer for a long table.
+/// The table must outlive the history and its results.
+class VX_API ReleaseHistory
+{
+public:
+    explicit ReleaseHistory(const ::settings::core::ReleaseChangeTable& table);
 
-/// Returns the moves and the final removal, if any, of a path or its group, earliest first, by the release at
-/// index `first` of the table, from its row `firstRow` on, and by later ones. A move of a path to itself is
-/// no step. The steps refer to the table and to `path`.
-[[nodiscard]] VX_API std::vector<ReleaseStep> changesFrom(const ::settings::core::ReleaseChangeTable& table,
-                                                          std::string_view path, std::uint64_t first = 0,
-                                                          std::size_t firstRow = 0);
+    /// Returns the moves that led to this path, latest first, by the release at index `first` of the table,
+    /// from its row `firstRow` on, and by later ones.
+    [[nodiscard]] std::vector<ReleaseStep> movesTo(std::string_view path, std::uint64_t first = 0,
+                                                   std::size_t firstRow = 0) const;
+
+    /// Returns the moves and the final removal, if any, of a path or its group, earliest first, by the
+    /// release at index `first` of the table, from its row `firstRow` on, and by later ones. A move of a path
+    /// to itself is no step. The steps also refer to `path`.
+    [[nodiscard]] std::vector<ReleaseStep> changesFrom(std::string_view path, std::uint64_t first = 0,
+                                                       std::size_t firstRow = 0) const;
+
+private:
+    struct Row
+    {
+        std::uint64_t index;  ///< of the release
+        std::size_t number;   ///< in the list of the release
+        ReleaseStep step;
+    };
+    /// Ascending indexes in rows_, by path.
+    using RowsByPath = std::unordered_map<std::string_view, std::vector<std::size_t>>;
+
+    [[nodiscard]] std::size_t rowAt(std::uint64_t index, std::size_t number) const;
+    [[nodiscard]] std::size_t nextChange(std::string_view path, std::size_t row) const;
+
+    std::vector<Row> rows_;
+    RowsByPath moves_;     // by source; without moves of a path to itself
+    RowsByPath removals_;  // by the removed setting or group
+    RowsByPath arrivals_;  // moves by target
+};
 
 /// Describes the steps: "it was moved to <path> in R2022b, then removed in R2026a"; empty without steps.
 [[nodiscard]] VX_API std::string describeSteps(const std::vector<ReleaseStep>& steps);

@@ -1,4 +1,3 @@
-#include <settings_core/releases/release_history.hpp>
 #include <settings_core/tree/path_lookup.hpp>
 #include <settings_core/tree/suggestions.hpp>
 
@@ -19,17 +18,21 @@ const Node& nodeAt(const SettingsTree& tree, const ReleaseChangeTable& releases,
     if (const Node* found = tree.find(full)) {
         return *found;
     }
-    throw UnknownPath("no such path: " + std::string(path) + "; " + explainUnknownPath(tree, releases, full));
+    throw UnknownPath("no such path: " + std::string(path) + "; " +
+                      UnknownPaths(tree, releases).explain(full));
 }
 
-std::string explainUnknownPath(const SettingsTree& tree, const ReleaseChangeTable& releases,
-                               std::string_view path)
+std::string UnknownPaths::explain(std::string_view path)
 {
-    const auto steps = changesFrom(releases, path);
+    const auto steps = history_.changesFrom(path);
     if (!steps.empty()) {
         return describeSteps(steps);
     }
-    const auto suggestions = suggestPaths(path, tree);
+    std::vector<std::string_view> suggestions;
+    if (remainingSuggestions_ != 0) {
+        --remainingSuggestions_;
+        suggestions = suggestPaths(path, tree_);
+    }
     return suggestions.empty() ? "list all paths with: vxsettings list" : didYouMean(suggestions);
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <settings_core/releases/release_history.hpp>
 #include <settings_core/tree/settings_tree.hpp>
 
 #include <settings/core/settings_file_change.hpp>
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -24,10 +26,23 @@ public:
 [[nodiscard]] VX_API const Node&
 nodeAt(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases, std::string_view path);
 
-/// Explains why there is no node at this full path: which releases moved or removed it, or else suggestions.
-[[nodiscard]] VX_API std::string explainUnknownPath(const SettingsTree& tree,
-                                                    const ::settings::core::ReleaseChangeTable& releases,
-                                                    std::string_view path);
+/// Explains why paths are unknown. The tree and the table must outlive it.
+class VX_API UnknownPaths
+{
+public:
+    UnknownPaths(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases)
+        : tree_(tree), history_(releases)
+    {}
+
+    /// Returns which releases moved or removed this full path, or else suggestions. Looking for them takes
+    /// time, so that after a hundred paths there are none any more.
+    [[nodiscard]] std::string explain(std::string_view path);
+
+private:
+    const SettingsTree& tree_;
+    ReleaseHistory history_;
+    std::size_t remainingSuggestions_ = 100;
+};
 
 /// Returns the node if it is a setting, or the setting that an alias leads to, also through further aliases.
 /// Throws std::runtime_error for a group and for an unresolved alias: one that is circular or whose target is

@@ -2,8 +2,11 @@
 #include <settings_core/tree/suggestions.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <cstdlib>
 #include <iterator>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -35,9 +38,16 @@ std::string_view lastComponent(std::string_view path)
 class EditDistance
 {
 public:
-    explicit EditDistance(std::string_view from) : from_(inLowerCase(from)) {}
+    explicit EditDistance(std::string_view from) : from_(inLowerCase(from)) { count(letters_, from_, 1); }
 
     [[nodiscard]] std::size_t allowed() const { return std::max<std::size_t>(1, from_.size() / 3); }
+
+    /// Returns the distance to `name`; nothing if it is greater than `limit`.
+    [[nodiscard]] std::optional<std::size_t> within(std::string_view name, std::size_t limit)
+    {
+        const std::size_t distance = minimumTo(name) > limit ? limit + 1 : to(name, limit);
+        return distance > limit ? std::nullopt : std::optional(distance);
+    }
 
     /// Returns the distance to `name`; if that exceeds `limit`, any number greater than `limit`.
     [[nodiscard]] std::size_t to(std::string_view name, std::size_t limit)
@@ -65,6 +75,30 @@ public:
     }
 
 private:
+    /// The number of each letter; characters may share a place, which only lowers the minimum.
+    using Letters = std::array<int, 32>;
+
+    static void count(Letters& letters, std::string_view name, int step)
+    {
+        for (const char c : name) {
+            // Equal for both cases of a letter.
+            letters[static_cast<unsigned char>(c) % letters.size()] += step;
+        }
+    }
+
+    /// Returns a distance that the one to `name` is not less than, which is quickly found.
+    [[nodiscard]] std::size_t minimumTo(std::string_view name) const
+    {
+        Letters surplus = letters_;
+        count(surplus, name, -1);
+        int deleted = 0;
+        int inserted = 0;
+        for (const int number : surplus) {
+            (number > 0 ? deleted : inserted) += std::abs(number);
+        }
+        return static_cast<std::size_t>(std::max(deleted, inserted));
+    }
+
     /// Returns the smallest distance in the row.
     std::size_t fillRow(std::size_t row, std::string_view other)
     {
@@ -86,40 +120,69 @@ private:
     }
 
     std::string from_;
+    Letters letters_ = {};
     std::vector<std::size_t> beforePrevious_, previous_, current_;
 };
 
-struct Candidate
+/// The closest candidates so far; of equally close ones, the first.
+class Closest
 {
-    std::size_t distance;
-    std::string_view name;
-};
+public:
+    /// Returns the distance from the wanted name, with `added`; nothing if it is more than allowed, or not
+    /// among the closest.
+    [[nodiscard]] std::optional<std::size_t> distance(EditDistance& wanted, std::string_view name,
+                                                      std::size_t added = 0) const
+    {
+        std::size_t limit = wanted.allowed();
+        if (candidates_.size() == suggestionLimit) {
+            const std::size_t worst = candidates_.back().distance;
+            if (worst <= added) {
+                return std::nullopt;
+            }
+            limit = std::min(limit, worst - added - 1);
+        }
+        const auto letters = wanted.within(name, limit);
+        return letters ? std::optional(*letters + added) : std::nullopt;
+    }
 
-/// Returns the names of the closest candidates.
-std::vector<std::string_view> closest(std::vector<Candidate> candidates)
-{
-    std::ranges::stable_sort(candidates, {}, &Candidate::distance);
-    candidates.resize(std::min(candidates.size(), suggestionLimit));
-    std::vector<std::string_view> names;
-    std::ranges::transform(candidates, std::back_inserter(names), &Candidate::name);
-    return names;
-}
+    void add(std::size_t distance, std::string_view name)
+    {
+        const auto place = std::ranges::upper_bound(candidates_, distance, {}, &Candidate::distance);
+        candidates_.insert(place, {distance, name});
+        candidates_.resize(std::min(candidates_.size(), suggestionLimit));
+    }
+
+    [[nodiscard]] std::vector<std::string_view> names() const
+    {
+        std::vector<std::string_view> names;
+        std::ranges::transform(candidates_, std::back_inserter(names), &Candidate::name);
+        return names;
+    }
+
+private:
+    struct Candidate
+    {
+        std::size_t distance;
+        std::string_view name;
+    };
+
+    std::vector<Candidate> candidates_;  // by distance
+};
 
 }  // namespace
 
 std::vector<std::string_view> suggestNames(std::string_view wanted, std::span<const std::string_view> names)
 {
-    std::vector<Candidate> candidates;
+    Closest closest;
     if (wanted.size() <= maxNameLength) {
-        EditDistance distance(wanted);
+        EditDistance ofName(wanted);
         for (const std::string_view name : names) {
-            const std::size_t letters = distance.to(name, distance.allowed());
-            if (letters <= distance.allowed()) {
-                candidates.push_back({letters, name});
+            if (const auto distance = closest.distance(ofName, name)) {
+                closest.add(*distance, name);
             }
         }
     }
-    return closest(std::move(candidates));
+    return closest.names();
 }
 
 std::vector<std::string_view> suggestPaths(std::string_view wanted, const SettingsTree& tree)
@@ -130,18 +193,17 @@ std::vector<std::string_view> suggestPaths(std::string_view wanted, const Settin
     const std::string prefix = tree.root()->getFullName() + ".";
     EditDistance ofPath(wanted.substr(wanted.starts_with(prefix) ? prefix.size() : 0));
     EditDistance ofLast(lastComponent(wanted));
-    std::vector<Candidate> candidates;
+    Closest closest;
     for (const Node* node : tree.nodes()) {
         const std::string_view path = node->fullName();
-        const std::size_t whole = ofPath.to(path.substr(prefix.size()), ofPath.allowed());
-        const std::size_t last = ofLast.to(node->name(), ofLast.allowed());
         // A match of the last component alone ranks behind a whole path at the same distance.
-        const bool wholeIsSimilar = whole <= ofPath.allowed();
-        if (wholeIsSimilar || last <= ofLast.allowed()) {
-            candidates.push_back({wholeIsSimilar ? std::min(whole, last + 1) : last + 1, path});
+        if (const auto whole = ofPath.within(path.substr(prefix.size()), ofPath.allowed())) {
+            closest.add(std::min(*whole, ofLast.to(node->name(), ofLast.allowed()) + 1), path);
+        } else if (const auto last = closest.distance(ofLast, node->name(), 1)) {
+            closest.add(*last, path);
         }
     }
-    return closest(std::move(candidates));
+    return closest.names();
 }
 
 std::size_t editDistance(std::string_view left, std::string_view right)

@@ -82,6 +82,7 @@ TEST(SettingsFileTest, SaysWhereAFileIsDamaged)
         {"{\n  \"settings\": {\n    \"ä\": 1,,\n", 3, 12},
         {"\xEF\xBB\xBF{\"settings\": 1}", 1, 14},
         {"[]", 1, 1},
+        {"{\n\"" + std::string(500, 'x') + "ä\": \"" + std::string(500, 'y') + "\",,", 2, 1009},
         {"{\"a\": 1}\n{", 2, 1},
         {"{\"a\": \"x\xC3\"}", 1, 9},
         {"{\"a\": \"x", 1, 9},
