@@ -77,11 +77,13 @@ private:
     void reportUnlisted(const Difference& difference)
     {
         const std::string kind(kindLabel(difference.kind));
-        diagnostics_.push_back({difference.path,
-                                kind + " changed: " + describeDifference(difference) +
-                                    "; if that is intended, add the line \"" + difference.path + "  " + kind +
-                                    "  REASON\" to " + file_ + ", otherwise fix it",
-                                {.file = sourceFileOf(difference.path)}});
+        const bool isMove = difference.kind == DifferenceKind::moved;
+        diagnostics_.push_back(
+            {difference.path,
+             (isMove ? "" : kind + " changed: ") + describeDifference(difference) +
+                 "; if that is intended, add the line \"" + difference.path + "  " + kind + "  REASON\" to " +
+                 file_ + ", otherwise fix it",
+             {.file = isMove ? std::string(releaseTableFile) : sourceFileOf(difference.path)}});
     }
 
     void checkEntry(const ChangedSetting& entry)
