@@ -316,7 +316,7 @@ std::vector<Diagnostic> checkHistory(const Baselines& baselines, const ReleaseTr
     std::vector<Difference> differences = moves.findSuspicious();
     std::ranges::copy_if(compareTrees(last.content, live), std::back_inserter(differences),
                          [](const Difference& difference) { return isPropertyKind(difference.kind); });
-    append(diagnostics, checkChangedSettings(changedSettings, differences, live.tree));
+    append(diagnostics, checkChangedSettings(changedSettings, differences, live));
     return diagnostics;
 }
 
