@@ -135,9 +135,12 @@ private:
         if (!row.target.empty() && tree_.find(row.target) == nullptr &&
             core::changesFrom(table_, row.target, row.index, row.number + 1).empty())
         {
-            report(row.source, std::string(row.release) + " moved it to " + std::string(row.target) +
-                                   ", which does not exist: define it in " + sourceFileOf(row.target) +
-                                   " or fix the release change");
+            report(row.source,
+                   std::string(row.release) +
+                       (row.isRestoration()
+                            ? " brings it back, but it does not exist"
+                            : " moved it to " + std::string(row.target) + ", which does not exist") +
+                       ": define it in " + sourceFileOf(row.target) + " or fix the release change");
         }
     }
 

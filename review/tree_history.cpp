@@ -258,8 +258,9 @@ std::vector<Diagnostic> checkPatch(const Baseline& former, const Baseline& patch
         if (!isAllowed) {
             const std::string details = describeDifference(difference);
             diagnostics.push_back({difference.path,
-                                   std::string(kindLabel(difference.kind)) + " changed since " + former.name +
-                                       (details.empty() ? "" : ": " + details) +
+                                   std::string(kindLabel(difference.kind)) +
+                                       (isPropertyKind(difference.kind) ? " changed" : "") + " since " +
+                                       former.name + (details.empty() ? "" : ": " + details) +
                                        "; a patch release must not do that: leave it to the next release",
                                    {.file = patch.file}});
         }
