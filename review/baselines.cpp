@@ -98,11 +98,12 @@ private:
 
     void readChecksums(const std::string& file)
     {
+        const std::regex form("[0-9]+ [0-9]+ [^ \\r]+");
         std::istringstream lines(contentOf(file));
         std::string text;
         for (std::size_t line = 1; std::getline(lines, text); ++line) {
             const std::size_t nameBegin = text.rfind(' ') + 1;
-            if (!std::regex_match(text, std::regex("[0-9]+ [0-9]+ [^ \\r]+"))) {
+            if (!std::regex_match(text, form)) {
                 report(file, "is no line as from cksum(1): restore it", line);
             } else if (!checksums_.emplace(text.substr(nameBegin), text.substr(0, nameBegin - 1)).second) {
                 report(file, text.substr(nameBegin) + " has a checksum already: remove this line", line);
