@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <regex>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -35,7 +36,7 @@ std::optional<Version> parseVersion(const std::string& name)
     if (dot < name.size()) {
         const char* const end = name.data() + name.size();
         const auto [stop, error] = std::from_chars(name.data() + dot + 1, end, patch);
-        if (error != std::errc() || stop != end || patch < 1) {
+        if (error != std::errc() || stop != end || name[dot + 1] < '1' || name[dot + 1] > '9') {
             return std::nullopt;
         }
     }
@@ -53,23 +54,13 @@ std::string checksumOf(std::string_view content)
     return std::to_string(crc.checksum()) + " " + std::to_string(content.size());
 }
 
-/// Returns the recorded checksum and size of each file name.
-std::map<std::string, std::string> readChecksums(const std::string& file)
-{
-    std::map<std::string, std::string> checksums;
-    std::istringstream lines(contentOf(file));
-    for (std::string sum, size, name; lines >> sum >> size >> name;) {
-        checksums[name] = sum + " " + size;  // NOLINT(performance-inefficient-string-concatenation)
-    }
-    return checksums;
-}
-
 class FolderReader
 {
 public:
-    explicit FolderReader(const fs::path& folder)
-        : result_{folder.string(), {}, {}}, checksums_(readChecksums((folder / checksumFile).string()))
-    {}
+    explicit FolderReader(const fs::path& folder) : result_{folder.string(), {}, {}}
+    {
+        readChecksums((folder / checksumFile).string());
+    }
 
     Baselines run() &&
     {
@@ -85,9 +76,12 @@ public:
         }
         for (const auto& [version, file] : files) {
             const std::string content = contentOf(file.string());
-            checkSum(file, content);
-            result_.list.push_back(
-                {file.stem().string(), version.first, parseReleaseTree(content, file.string())});
+            if (!hasRecordedSum(file, content)) {
+                continue;  // a damaged file may not even be a tree
+            }
+            result_.list.push_back({file.stem().string(), version.first, version.second > 0, file.string(),
+                                    parseReleaseTree(content, file.string())});
+            checkRelease(result_.list.back());
         }
         for (const auto& [name, sum] : checksums_) {
             report((fs::path(result_.folder) / name).string(),
@@ -97,28 +91,56 @@ public:
     }
 
 private:
-    void report(std::string file, std::string message)
+    void report(std::string file, std::string message, std::size_t line = 0)
     {
-        result_.diagnostics.push_back({"", std::move(message), {.file = std::move(file)}});
+        result_.diagnostics.push_back({"", std::move(message), {.file = std::move(file), .line = line}});
     }
 
-    void checkSum(const fs::path& file, const std::string& content)
+    void readChecksums(const std::string& file)
+    {
+        const std::regex form("[0-9]+ [0-9]+ [^ \\r]+");
+        std::istringstream lines(contentOf(file));
+        std::string text;
+        for (std::size_t line = 1; std::getline(lines, text); ++line) {
+            const std::size_t nameBegin = text.rfind(' ') + 1;
+            if (!std::regex_match(text, form)) {
+                report(file, "is no line as from cksum(1): restore it", line);
+            } else if (!checksums_.emplace(text.substr(nameBegin), text.substr(0, nameBegin - 1)).second) {
+                report(file, text.substr(nameBegin) + " has a checksum already: remove this line", line);
+            }
+        }
+    }
+
+    /// A tree that was exported later may have changes of later releases.
+    void checkRelease(const Baseline& baseline)
+    {
+        const auto newest = core::newestRelease(baseline.content.releaseChanges);
+        if (newest && baseline.release < *newest) {
+            report(baseline.file, "has release changes of " + formatReleaseName(*newest) +
+                                      ", a later release: restore the baseline, or export it from the "
+                                      "branch of its own release");
+        }
+    }
+
+    bool hasRecordedSum(const fs::path& file, const std::string& content)
     {
         const auto recorded = checksums_.find(file.filename().string());
         if (recorded == checksums_.end()) {
             report(file.string(), std::string("has no line in ") + checksumFile +
                                       ": publish releases with scripts/release.sh, which records it");
-            return;
+            return false;
         }
-        if (recorded->second != checksumOf(content)) {
+        const bool isSame = recorded->second == checksumOf(content);
+        if (!isSame) {
             report(file.string(),
                    "differs from the published baseline: restore it, as users have that release");
         }
         checksums_.erase(recorded);
+        return isSame;
     }
 
     Baselines result_;
-    std::map<std::string, std::string> checksums_;  // of files that were not read yet
+    std::map<std::string, std::string> checksums_;  // with sizes, of files that were not read yet
 };
 
 }  // namespace
@@ -136,7 +158,8 @@ Baselines readBaselines(const std::string& fileOrFolder)
     if (!version && !newest) {
         throw std::runtime_error(fileOrFolder + ": names no release: rename it, as in R2026a.json");
     }
-    single.list.push_back({name, version ? version->first : *newest, std::move(content)});
+    single.list.push_back({name, version ? version->first : *newest, version && version->second > 0,
+                           fileOrFolder, std::move(content)});
     return single;
 }
 

@@ -15,6 +15,8 @@ struct Baseline
 {
     std::string name;           ///< "R2026a", or "R2026a.1" for its first patch release
     core::ReleaseName release;  ///< without the number of the patch release
+    bool isPatch;
+    std::string file;
     ReleaseTree content;
 };
 
@@ -23,7 +25,7 @@ struct Baselines
 {
     std::string folder;  ///< empty if a single file was read
     std::vector<Baseline> list;
-    std::vector<core::Diagnostic> diagnostics;  ///< about files and checksums
+    std::vector<core::Diagnostic> diagnostics;  ///< about files and checksums; such files are not in the list
 };
 
 /// Reads a baseline, or all baselines of a folder: files such as R2026a.json. In a folder, the file

@@ -1,5 +1,7 @@
 #include "changed_settings.hpp"
 
+#include <settings_core/files/text_position.hpp>
+#include <settings_core/releases/release_history.hpp>
 #include <settings_core/tree/suggestions.hpp>
 
 #include <boost/algorithm/string/classification.hpp>
@@ -7,6 +9,7 @@
 #include <boost/algorithm/string/trim.hpp>
 
 #include <algorithm>
+#include <locale>
 #include <set>
 #include <sstream>
 #include <utility>
@@ -48,8 +51,8 @@ bool lists(const ChangedSetting& entry, const Difference& difference)
 class ListCheck
 {
 public:
-    ListCheck(const ChangedSettings& changedSettings, const core::SettingsTree& tree)
-        : file_(changedSettings.file), entries_(changedSettings.entries), tree_(tree)
+    ListCheck(const ChangedSettings& changedSettings, const ReleaseTree& live)
+        : file_(changedSettings.file), entries_(changedSettings.entries), live_(live)
     {}
 
     std::vector<Diagnostic> run(const std::vector<Difference>& differences) &&
@@ -77,18 +80,19 @@ private:
     void reportUnlisted(const Difference& difference)
     {
         const std::string kind(kindLabel(difference.kind));
-        diagnostics_.push_back({difference.path,
-                                kind + " changed: " + describeDifference(difference) +
-                                    "; if that is intended, add the line \"" + difference.path + "  " + kind +
-                                    "  REASON\" to " + file_ + ", otherwise fix it",
-                                {.file = sourceFileOf(difference.path)}});
+        const bool isMove = difference.kind == DifferenceKind::moved;
+        diagnostics_.push_back(
+            {difference.path,
+             (isMove ? "" : kind + " changed: ") + describeDifference(difference) +
+                 "; if that is intended, add the line \"" + difference.path + "  " + kind + "  REASON\" to " +
+                 file_ + ", otherwise fix it",
+             {.file = isMove ? std::string(releaseTableFile) : sourceFileOf(difference.path)}});
     }
 
     void checkEntry(const ChangedSetting& entry)
     {
-        if (tree_.find(entry.path) == nullptr) {
-            const auto near = core::suggestPaths(entry.path, tree_);
-            report(entry, "is not in the tree" + (near.empty() ? "" : "; " + core::didYouMean(near)));
+        if (live_.tree.find(entry.path) == nullptr) {
+            reportMissing(entry);
             return;
         }
         for (const std::string& kind : entry.kinds) {
@@ -96,18 +100,37 @@ private:
         }
         if (entry.kinds.empty()) {
             report(entry, "the line needs kinds and a reason: path  kind,kind  reason");
-        } else if (entry.reason.empty()) {
+        } else if (entry.reason.empty() || entry.reason == "REASON") {
             report(entry, "the line needs a reason after the kinds, for the release notes");
+        } else if (core::validUtf8PrefixLength(entry.reason) < entry.reason.size() ||
+                   std::ranges::any_of(entry.reason, boost::algorithm::is_cntrl(std::locale::classic())))
+        {
+            report(entry, "the reason has characters that are not printable UTF-8: replace them");
+        }
+    }
+
+    void reportMissing(const ChangedSetting& entry)
+    {
+        const auto steps = core::changesFrom(live_.releaseChanges, entry.path);
+        const auto similar = core::suggestPaths(entry.path, live_.tree);
+        if (!steps.empty()) {
+            report(entry, "is not in the tree: " + describeSteps(steps) +
+                              (steps.back().to.empty() ? "; remove this line" : "; list the new path"));
+        } else {
+            report(entry, "is not in the tree" + (similar.empty() ? "" : "; " + core::didYouMean(similar)));
         }
     }
 
     void checkKind(const ChangedSetting& entry, const std::string& kind)
     {
         const auto known = propertyKinds();
-        if (std::ranges::find(known, kind) == known.end()) {
-            const auto near = core::suggestNames(kind, known);
-            report(entry, "unknown kind \"" + kind + "\"; " +
-                              (near.empty() ? "" : core::didYouMean(near) + " ") + "Kinds: " + join(known));
+        if (kind.empty()) {
+            report(entry, "a comma must be between two kinds, without spaces: kind,kind");
+        } else if (std::ranges::find(known, kind) == known.end()) {
+            const auto similar = core::suggestNames(kind, known);
+            report(entry, "unknown kind \"" + kind + "\"" +
+                              (similar.empty() ? "." : "; " + core::didYouMean(similar)) +
+                              " Kinds: " + join(known));
         } else if (unused_.contains({entry.path, kind})) {
             report(entry, kind + " is listed but did not change: remove it");
         } else if (!listed_.emplace(entry.path, kind).second) {
@@ -119,7 +142,7 @@ private:
 
     const std::string& file_;
     const std::vector<ChangedSetting>& entries_;
-    const core::SettingsTree& tree_;
+    const ReleaseTree& live_;
     std::set<PathAndKind> unused_;
     std::set<PathAndKind> listed_;
     std::vector<Diagnostic> diagnostics_;
@@ -137,7 +160,11 @@ std::string ChangedSettings::reasonFor(const Difference& difference) const
 ChangedSettings readChangedSettings(const std::string& file)
 {
     ChangedSettings result{file, {}};
-    std::istringstream lines(contentOf(file));
+    std::string content = contentOf(file);
+    if (content.starts_with(core::byteOrderMark)) {
+        content.erase(0, core::byteOrderMark.size());
+    }
+    std::istringstream lines(content);
     std::string text;
     for (std::size_t line = 1; std::getline(lines, text); ++line) {
         std::istringstream words(text);
@@ -158,9 +185,9 @@ ChangedSettings readChangedSettings(const std::string& file)
 
 std::vector<Diagnostic> checkChangedSettings(const ChangedSettings& changedSettings,
                                              const std::vector<Difference>& differences,
-                                             const core::SettingsTree& tree)
+                                             const ReleaseTree& live)
 {
-    return ListCheck(changedSettings, tree).run(differences);
+    return ListCheck(changedSettings, live).run(differences);
 }
 
 }  // namespace vx::review

@@ -35,9 +35,9 @@ struct ChangedSettings
 
 /// Compares the list with the differences that need a reason. Returns a diagnostic for each difference that
 /// is not listed, and for each line without a reason, with an unknown path or kind, or for something that did
-/// not change.
+/// not change. `live` is the tree with these differences.
 [[nodiscard]] std::vector<core::Diagnostic> checkChangedSettings(const ChangedSettings& changedSettings,
                                                                  const std::vector<Difference>& differences,
-                                                                 const core::SettingsTree& tree);
+                                                                 const ReleaseTree& live);
 
 }  // namespace vx::review

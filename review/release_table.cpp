@@ -3,6 +3,7 @@
 #include <settings_core/releases/release_history.hpp>
 #include <settings_core/releases/release_name.hpp>
 
+#include <algorithm>
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
@@ -35,9 +36,12 @@ public:
                 targets_.clear();
                 removed_.clear();
             }
-            checkList(row);
-            checkSource(row);
-            checkTarget(row);
+            if (requireFullPaths(row)) {
+                checkList(row);
+                checkSource(row);
+                checkTarget(row);
+            }
+            formerSources_.push_back(row.source);
         });
         return std::move(diagnostics_);
     }
@@ -56,13 +60,28 @@ private:
             const auto release = core::parseReleaseName(set.release);
             if (!release) {
                 report(set.release, "is no release name: use R, the year, and a or b");
-            } else if (previous && *release <= *previous) {
+            } else if (release == previous) {
+                report(set.release, "is in the table twice: name each list after its own release");
+            } else if (previous && *release < *previous) {
                 report(set.release, "does not follow " + formatReleaseName(*previous) +
                                         ", which precedes it in the table: sort the releases by age");
             } else {
                 previous = release;
             }
         }
+    }
+
+    bool requireFullPaths(const TableRow& row)
+    {
+        const std::string_view root = tree_.root()->fullName();
+        const bool sourceIsFull = core::isAtOrUnder(row.source, root);
+        const bool isFull = sourceIsFull && (row.target.empty() || core::isAtOrUnder(row.target, root));
+        if (!isFull) {
+            report(sourceIsFull ? row.target : row.source, "is no full path: begin it with \"" +
+                                                               std::string(root) + ".\" in the list of " +
+                                                               std::string(row.release));
+        }
+        return isFull;
     }
 
     /// Compares a row with the former rows of its release.
@@ -83,7 +102,7 @@ private:
             }
         }
         const auto [former, isNew] = targets_.emplace(row.target, row.source);
-        if (!isNew) {
+        if (!isNew && former->second != row.source) {
             report(row.source,
                    release + " moves it to " + std::string(row.target) + ", and " +
                        std::string(former->second) +
@@ -94,8 +113,17 @@ private:
     /// A path that a release moved or removed may exist again only as the target of a later row.
     void checkSource(const TableRow& row)
     {
-        if (!row.isRestoration() && tree_.find(row.source) != nullptr &&
-            history_.movesTo(row.source, row.index, row.number + 1).empty())
+        if (row.isRestoration()) {
+            const auto isGone = [&row](std::string_view former) {
+                return core::isAtOrUnder(row.source, former);
+            };
+            if (std::ranges::none_of(formerSources_, isGone)) {
+                report(row.source, std::string(row.release) +
+                                       " brings it back, but no earlier change moved or removed it: delete "
+                                       "this change");
+            }
+        } else if (tree_.find(row.source) != nullptr &&
+                   history_.movesTo(row.source, row.index, row.number + 1).empty())
         {
             report(row.source, std::string(row.release) +
                                    " moved or removed it, but it is still in the tree: remove it from " +
@@ -108,9 +136,12 @@ private:
         if (!row.target.empty() && tree_.find(row.target) == nullptr &&
             history_.changesFrom(row.target, row.index, row.number + 1).empty())
         {
-            report(row.source, std::string(row.release) + " moved it to " + std::string(row.target) +
-                                   ", which does not exist: define it in " + sourceFileOf(row.target) +
-                                   " or fix the release change");
+            report(row.source,
+                   std::string(row.release) +
+                       (row.isRestoration()
+                            ? " brings it back, but it does not exist"
+                            : " moved it to " + std::string(row.target) + ", which does not exist") +
+                       ": define it in " + sourceFileOf(row.target) + " or fix the release change");
         }
     }
 
@@ -118,6 +149,7 @@ private:
     const ReleaseChangeTable& table_;
     const core::ReleaseHistory history_;
     std::vector<Diagnostic> diagnostics_;
+    std::vector<std::string_view> formerSources_;  // of all rows before the current one
     // Of the current release:
     std::unordered_set<std::string_view> sources_;
     std::unordered_map<std::string_view, std::string_view> targets_;  // with their sources
@@ -130,7 +162,7 @@ std::string TableRow::label() const
 {
     std::string text(release);
     text.append(target.empty() ? ": remove " : ": move ").append(source);
-    return target.empty() ? text : text.append(" to ").append(target);
+    return target.empty() ? text : text.append(" to ").append(isRestoration() ? "itself" : target);
 }
 
 std::vector<Diagnostic> checkReleaseTable(const core::SettingsTree& tree, const ReleaseChangeTable& table)

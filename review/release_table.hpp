@@ -27,7 +27,7 @@ struct TableRow
     /// Whether the row brings a removed setting back: it moves the path to itself.
     [[nodiscard]] bool isRestoration() const noexcept { return source == target; }
 
-    /// Returns "R2022b: move verdix.a.B to verdix.a.C".
+    /// Returns "R2022b: move verdix.a.B to verdix.a.C", or "... to itself".
     [[nodiscard]] std::string label() const;
 };
 
@@ -46,9 +46,11 @@ void forEachLaterRow(const ::settings::core::ReleaseChangeTable& table, std::uin
 
 /// Checks the table by itself and against the tree. Returns a diagnostic for
 /// - an invalid release name, and releases that are not in ascending order;
+/// - a path that does not begin with the root;
 /// - two rows of a release with the same source, or with the same target;
 /// - a removal of a group before the move of one of its members;
 /// - a path that was moved or removed, and is still in the tree;
+/// - a path that is brought back, and was never moved or removed;
 /// - a target that is not in the tree, and that no later row moves on.
 [[nodiscard]] std::vector<core::Diagnostic>
 checkReleaseTable(const core::SettingsTree& tree, const ::settings::core::ReleaseChangeTable& table);

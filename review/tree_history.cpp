@@ -92,12 +92,20 @@ private:
                 formerPaths.insert(row.source);
             } else {
                 checkLaterTarget(row);
-                if (older_.tree.find(row.source) == nullptr && !formerPaths.contains(row.source)) {
-                    diagnostics_.push_back(inTable(row.label(), "no release had this path: fix the change"));
-                }
+                checkLaterSource(row, formerPaths);
             }
             formerPaths.insert(row.target);
         });
+    }
+
+    void checkLaterSource(const TableRow& row, const std::unordered_set<std::string_view>& formerPaths)
+    {
+        if (older_.tree.find(row.source) == nullptr && !formerPaths.contains(row.source)) {
+            const auto similar = core::suggestPaths(row.source, older_.tree);
+            diagnostics_.push_back(
+                inTable(row.label(), "no release had the path " + std::string(row.source) + ": " +
+                                         (similar.empty() ? "fix the change" : core::didYouMean(similar))));
+        }
     }
 
     void checkLaterTarget(const TableRow& row)
@@ -137,25 +145,25 @@ public:
     {
         std::vector<Diagnostic> diagnostics;
         for (const TableRow& move : moves_) {
-            const std::string message = errorOf(move);
-            if (!message.empty()) {
-                diagnostics.push_back(inTable(move.label(), message));
+            if (std::string message = errorOf(move); !message.empty()) {
+                diagnostics.push_back(inTable(move.label(), std::move(message)));
             }
         }
         return diagnostics;
     }
 
-    /// Moves that are wrong unless there is a reason for them.
+    /// Other moves that are wrong unless there is a reason for them.
     [[nodiscard]] std::vector<Difference> findSuspicious() const
     {
         std::vector<Difference> suspicious;
         for (const TableRow& move : moves_) {
+            if (!errorOf(move).empty()) {
+                continue;
+            }
             if (baseline_.tree.find(move.target) != nullptr) {
-                add(suspicious, move, "the last release already has this setting");
+                add(suspicious, move, "the last release has it already, with values of its own");
             } else if (const TableRow* other = findCrossed(move)) {
-                add(suspicious, move,
-                    "the name is more like that of " + std::string(other->source) +
-                        ", whose values move elsewhere");
+                add(suspicious, move, "its name is more like " + std::string(other->source));
             }
         }
         return suspicious;
@@ -187,7 +195,8 @@ private:
     {
         suspicious.push_back({DifferenceKind::moved, std::string(move.target), std::string(move.source),
                               std::string(move.release),
-                              "from " + std::string(move.source) + ", but " + summary});
+                              std::string(move.release) + " gives it the values of " +
+                                  std::string(move.source) + ", but " + summary});
     }
 
     /// Returns another move of the same release, if exchanging the targets would make source and target names
@@ -214,14 +223,21 @@ private:
     std::vector<TableRow> moves_;
 };
 
-/// At most one release may follow the last baseline: the one that is being prepared.
+/// Only one release may follow the last baseline: the one that is being prepared.
 std::vector<Diagnostic> checkComingRelease(const Baseline& last, const ReleaseTree& live)
 {
     std::vector<Diagnostic> diagnostics;
     const core::ReleaseName coming = releaseAfter(last.release);
     for (const auto& [index, set] : live.releaseChanges) {
         const auto release = core::parseReleaseName(set.release);
-        if (release && coming < *release) {
+        if (!release) {
+            continue;
+        }
+        if (index >= last.content.releaseChanges.size() && *release <= last.release) {
+            diagnostics.push_back(inTable(set.release, "is published, so that its changes are final: add "
+                                                       "changes to the list of " +
+                                                           formatReleaseName(coming)));
+        } else if (coming < *release) {
             diagnostics.push_back(
                 inTable(set.release, "the release after " + last.name + " is " + formatReleaseName(coming) +
                                          ": name the list after that, or, if that is published, record its "
@@ -236,19 +252,67 @@ void append(std::vector<Diagnostic>& all, std::vector<Diagnostic> more)
     std::ranges::move(more, std::back_inserter(all));
 }
 
+/// A patch release must not need a migration, as settings files do not name it.
+std::vector<Diagnostic> checkPatch(const Baseline& former, const Baseline& patch)
+{
+    std::vector<Diagnostic> diagnostics;
+    for (const Difference& difference : compareTrees(former.content, patch.content)) {
+        const bool isAllowed =
+            difference.kind == DifferenceKind::added || difference.kind >= DifferenceKind::defaultValue;
+        if (!isAllowed) {
+            const std::string details = describeDifference(difference);
+            diagnostics.push_back({difference.path,
+                                   std::string(kindLabel(difference.kind)) +
+                                       (isPropertyKind(difference.kind) ? " changed" : "") + " since " +
+                                       former.name + (details.empty() ? "" : ": " + details) +
+                                       "; a patch release must not do that: leave it to the next release",
+                                   {.file = patch.file}});
+        }
+    }
+    return diagnostics;
+}
+
+/// Checks each baseline against the one before it. A patch release may be published after the next release,
+/// which then lacks its settings; only the tree must have them.
+std::vector<Diagnostic> checkBaselines(const std::vector<Baseline>& list, const ReleaseTree& live)
+{
+    std::vector<Diagnostic> diagnostics;
+    const Baseline* release = &list.front();
+    for (std::size_t i = 1; i < list.size(); ++i) {
+        const Baseline& baseline = list[i];
+        const core::ReleaseName next = baseline.isPatch ? baseline.release : releaseAfter(release->release);
+        if (baseline.release != (baseline.isPatch ? release->release : next)) {
+            diagnostics.push_back({"",
+                                   "does not follow " + list[i - 1].name + ": the baseline of " +
+                                       formatReleaseName(next) + " is missing",
+                                   {.file = baseline.file}});
+        }
+        if (baseline.isPatch) {
+            append(diagnostics, checkPatch(list[i - 1], baseline));
+            continue;
+        }
+        if (list[i - 1].isPatch) {
+            append(diagnostics, StepCheck(list[i - 1].content, live).run());
+        }
+        append(diagnostics, StepCheck(release->content, baseline.content).run());
+        release = &baseline;
+    }
+    return diagnostics;
+}
+
 }  // namespace
 
 std::vector<Diagnostic> checkHistory(const Baselines& baselines, const ReleaseTree& live,
                                      const ChangedSettings& changedSettings)
 {
-    std::vector<Diagnostic> diagnostics = baselines.diagnostics;
+    if (!baselines.diagnostics.empty()) {
+        return baselines.diagnostics;  // comparisons with other files would mislead
+    }
     if (baselines.list.empty()) {
-        diagnostics.push_back({"", "has no baseline", {.file = baselines.folder}});
-        return diagnostics;
+        return {{"", "has no baseline", {.file = baselines.folder}}};
     }
-    for (std::size_t i = 1; i < baselines.list.size(); ++i) {
-        append(diagnostics, StepCheck(baselines.list[i - 1].content, baselines.list[i].content).run());
-    }
+    std::vector<Diagnostic> diagnostics;
+    append(diagnostics, checkBaselines(baselines.list, live));
     const Baseline& last = baselines.list.back();
     append(diagnostics, checkComingRelease(last, live));
     append(diagnostics, StepCheck(last.content, live).run());
@@ -257,7 +321,7 @@ std::vector<Diagnostic> checkHistory(const Baselines& baselines, const ReleaseTr
     std::vector<Difference> differences = moves.findSuspicious();
     std::ranges::copy_if(compareTrees(last.content, live), std::back_inserter(differences),
                          [](const Difference& difference) { return isPropertyKind(difference.kind); });
-    append(diagnostics, checkChangedSettings(changedSettings, differences, live.tree));
+    append(diagnostics, checkChangedSettings(changedSettings, differences, live));
     return diagnostics;
 }
 

@@ -10,7 +10,7 @@
 namespace vx::review {
 
 /// Checks that the tree continues the published releases. Returns a diagnostic, with the file to edit, for
-/// - each file or checksum of the baselines that is wrong;
+/// - each file or checksum of the baselines that is wrong, which is then all that is reported;
 /// - each step from one baseline to the next, and from the last to the tree, that loses a setting or rewrites
 ///   changes that were published;
 /// - each wrong release change since the last baseline, and a release that is out of turn;

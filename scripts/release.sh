@@ -5,7 +5,8 @@
 #   scripts/release.sh R2026b
 #   scripts/release.sh R2026b --checks "scripts/test.sh"    runs these checks instead of .ci/run, for a rehearsal
 #
-# Nothing is written unless all checks pass; if a later step fails, the checkout is restored.
+# Environment variables on which factory values depend have no effect. Nothing is written unless all checks pass; if a
+# later step fails, the checkout is restored.
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 cd -- "$project"
@@ -26,8 +27,17 @@ last_baseline() {
     basename -- "${files[-1]}" .json
 }
 
+# newest_tree: prints the newest baseline of the last release, which may be that of a patch release.
+newest_tree() {
+    local patches=(docs/baseline/"$last".*.json)
+    if [[ -e ${patches[0]} ]]; then
+        printf '%s\n' "${patches[@]}" | sort --version-sort | tail -n 1
+    else
+        echo "docs/baseline/$last.json"
+    fi
+}
+
 require_ready() {
-    [[ $release =~ ^R[0-9]{4}[ab]$ ]] || fail "\"$release\" is no release name: use R, the year, and a or b"
     [[ $release == "$(next_release "$last")" ]] || fail "$release does not follow $last, the newest in docs/baseline:" \
         "the next release is $(next_release "$last")"
     grep -q "{\"$release\", ${release,}}" "$table" || fail "$table has no list for $release"
@@ -58,14 +68,16 @@ raise_version() {
 write_changelog() {
     local notes
     notes=$(mktemp)
-    scripts/run.sh diff "docs/baseline/$last.json" "docs/baseline/$release.json" --format markdown \
+    scripts/run.sh diff "$published_tree" "docs/baseline/$release.json" --format markdown \
         --changed-settings "$changed" >"$notes"
     awk -v title="## [$next_version] - $(date +%F)" -v heading="### Settings of $release" -v notes="$notes" '
         function write_settings() {
             if (in_section) {
-                print heading "\n"
-                while ((getline line < notes) > 0) print line
-                print ""
+                if ((getline line < notes) > 0) {
+                    print heading "\n\n" line
+                    while ((getline line < notes) > 0) print line
+                    print ""
+                }
                 in_section = 0
             }
         }
@@ -84,15 +96,16 @@ empty_changed_settings() {
     sed -i -e :a -e '/^\n*$/{$d;N;ba' -e '}' "$changed"
 }
 
-# The page's examples are about the coming release and the last one.
+# The examples are about the coming release and the last one; those of conversions, about the newest.
 renew_documents() {
-    sed -i "s/$release/$next/g; s/${release,}/${next,}/g; s/$last/$release/g" docs/moving-a-setting.md
+    sed -i "s/\b$release\b/$next/g; s/\b${release,}\b/${next,}/g; s/\b$last\b/$release/g" docs/moving-a-setting.md
+    sed -i "/^## Values of another class/,/^## Guarantees/s/\b$last\b/$release/g" docs/migration.md
 }
 
 restore() {
     local status=$?
     if ((status != 0)); then
-        git checkout --quiet -- .
+        git reset --quiet --hard
         git clean --quiet --force docs/baseline
         echo "release.sh: failed, and restored the checkout" >&2
     fi
@@ -105,7 +118,9 @@ if [[ ${2-} == --checks && -n ${3-} && $# == 3 ]]; then
 elif (($# != 1)); then
     fail "usage: scripts/release.sh RELEASE [--checks COMMAND]"
 fi
+[[ $release =~ ^R[0-9]{4}[ab]$ ]] || fail "\"$release\" is no release name: use R, the year, and a or b"
 last=$(last_baseline)
+published_tree=$(newest_tree)
 next=$(next_release "$release")
 version=$(sed -n 's/^project(.* VERSION \([0-9.]*\) .*/\1/p' CMakeLists.txt)
 next_version=$(awk -F. '{ print $1 "." $2 + 1 ".0" }' <<<"$version")
@@ -115,7 +130,7 @@ for variable in "${!VX_@}"; do
 done
 
 require_ready
-bash -c "$checks"
+bash -c "$checks" || fail "a check failed: nothing was written"
 trap restore EXIT
 record_baseline
 write_changelog

@@ -129,19 +129,19 @@ TEST(TreeHistory, NamesEachWrongReleaseChange)
          {table + "v.web: R2026b moved or removed it, but it is still in the tree"}},
         {{zoom, release("R2026b", {"v.web.Zoom>v.web.Step", "v.web.Step>v.web.Scale"})}, {}},
         {{zoom, release("R2026b", {"v.web.Step>v.web.Scale", "v.web.Zoom>v.web.Step"})},
-         {table + "R2026b: move v.web.Step to v.web.Scale: no release had this path",
+         {table + "R2026b: move v.web.Step to v.web.Scale: no release had the path v.web.Step",
           table + "R2026b: move v.web.Zoom to v.web.Step: the target does not exist",
           table + "v.web.Zoom: R2026b moved it to v.web.Step, which does not exist"}},
         {{zoom, release("R2026b", {"v.web.Zoom>v.web.Panel"})},
-         {"tree/web.cpp: v.web.Panel: moved changed: from v.web.Zoom, but the last release already has"}},
+         {table + "v.web.Panel: R2026b gives it the values of v.web.Zoom, but the last release has it"}},
         {{zoom, renamed("v.web.Panel", "v.web.Pane"),
           release("R2026b", {"v.web.Zoom>v.web.Pane", "v.web.Panel>v.web.Scale"})},
-         {"tree/web.cpp: v.web.Pane: moved changed: from v.web.Zoom, but the name is more like that of "
-          "v.web.Panel",
-          "tree/web.cpp: v.web.Scale: moved changed: ", "tree/web.cpp: v.web.Pane: class changed",
-          "tree/web.cpp: v.web.Scale: class changed", "tree/web.cpp: v.web.Pane: constraint changed",
-          "tree/web.cpp: v.web.Scale: constraint changed", "tree/web.cpp: v.web.Pane: validator changed",
-          "tree/web.cpp: v.web.Scale: validator changed"}},
+         {table +
+              "v.web.Pane: R2026b gives it the values of v.web.Zoom, but its name is more like v.web.Panel",
+          table + "v.web.Scale: R2026b gives it the values of v.web.Panel",
+          "tree/web.cpp: v.web.Pane: class changed", "tree/web.cpp: v.web.Scale: class changed",
+          "tree/web.cpp: v.web.Pane: constraint changed", "tree/web.cpp: v.web.Scale: constraint changed",
+          "tree/web.cpp: v.web.Pane: validator changed", "tree/web.cpp: v.web.Scale: validator changed"}},
         {{zoom, release("R2026b", {"v.web.Zoom>v.web.Scale", "v.web.Zoom"})},
          {table + "v.web.Zoom: R2026b lists it twice"}},
         {{zoom, renamed("v.web.proxy.Port", "v.web.Port"),
@@ -170,15 +170,19 @@ TEST(TreeHistory, NamesEachWrongReleaseChange)
           table + "R2026b: move v.web.proxy to v.web.proxies: the source is a group",
           table + "v.web.proxy: R2026b moved or removed it, but", table + "v.web.proxy: R2026b moved it to"}},
         {{zoom, release("R2026b", {"v.web.Zoom>v.web.proxy"})},
-         {table + "R2026b: move v.web.Zoom to v.web.proxy: the target is a group",
-          "tree/web.cpp: v.web.proxy: moved changed"}},
+         {table + "R2026b: move v.web.Zoom to v.web.proxy: the target is a group"}},
+        {{release("R2026b", {"v.web.Size>v.web.Size", "web.Old"})},
+         {table + "R2026b: remove web.Old: no release had the path web.Old",
+          table + "v.web.Size: R2026b brings it back, but no earlier change",
+          table + "web.Old: is no full path: begin it with \"v.\" in the list of R2026b"}},
         {{{"\"path\": \"v.web.Zoom\"", "\"path\": \"v.web.Old\""},
           release("R2026b", {"v.web.Zoom", "v.web.Old>v.web.Old"})},
          {}},
         {{zoom, release("R2027a", {"v.web.Zoom>v.web.Scale"})},
          {table + "R2027a: the release after R2026a is R2026b"}},
         {{zoom, release("R2025b", {"v.web.Zoom>v.web.Scale"})},
-         {table + "R2025b: does not follow R2026a, which precedes it in the table"}},
+         {table + "R2025b: is published, so that its changes are final: add changes to the list of R2026b",
+          table + "R2025b: does not follow R2026a, which precedes it in the table"}},
         {{zoom, release("2026b", {"v.web.Zoom>v.web.Scale"})}, {table + "2026b: is no release name"}},
         {{zoom,
           {"\"v.web.Old\"], \"to\": [] }", "\"v.web.Old\"], \"to\": [] }, { \"operation\": \"move\", "
@@ -250,9 +254,10 @@ TEST(TreeHistory, RequiresAReasonForEachKindOfDifference)
 
 TEST(TreeHistory, ChecksTheListOfChangedSettings)
 {
-    EXPECT_THAT(check({{"[100]", "[90]"}}, "# why\n\nv.web.Zoom default,default  x\nv.web.Zoom  defalt  x\n"
-                                           "v.web.Zom  default\nv.web.Zoom\nv.web.Size order  x\n"
-                                           "v.web.Panel  order"),
+    EXPECT_THAT(check({{"[100]", "[90]"}},
+                      "# why\n\nv.web.Zoom default,default  x\nv.web.Zoom  defalt  x\n"
+                      "v.web.Zom  default\nv.web.Zoom\nv.web.Size order  x\n"
+                      "v.web.Panel  order\nv.web.Old  order  x\nv.web.Size  order,  a\x1b"),
                 ElementsAre("changed-settings:3: v.web.Zoom: default is listed twice: remove it here",
                             HasSubstr("changed-settings:4: v.web.Zoom: unknown kind \"defalt\"; did you mean "
                                       "default? Kinds: moved, node, class, "),
@@ -260,23 +265,29 @@ TEST(TreeHistory, ChecksTheListOfChangedSettings)
                             HasSubstr("changed-settings:6: v.web.Zoom: the line needs kinds and a reason"),
                             "changed-settings:7: v.web.Size: order is listed but did not change: remove it",
                             "changed-settings:8: v.web.Panel: order is listed but did not change: remove it",
-                            HasSubstr("changed-settings:8: v.web.Panel: the line needs a reason")));
+                            HasSubstr("changed-settings:8: v.web.Panel: the line needs a reason"),
+                            "changed-settings:9: v.web.Old: is not in the tree: it was removed in R2026a; "
+                            "remove this line",
+                            HasSubstr("changed-settings:10: v.web.Size: order is listed but did not"),
+                            HasSubstr("changed-settings:10: v.web.Size: a comma must be between two kinds"),
+                            HasSubstr("changed-settings:10: v.web.Size: the reason has characters")));
 }
 
 TEST(Baselines, AreRecordedOnceAndInARow)
 {
     const tests::TestFolder folder;
-    const std::string next = edited({renamed("v.web.Zoom", "v.web.Scale"), release("R2026b", {})});
+    const std::string next =
+        edited({renamed("v.web.Zoom", "v.web.Scale"), release("R2026b", {"v.web.Zoom>v.web.Scale"})});
     const auto write = [&folder](const std::string& name, const std::string& text) {
         std::ofstream(folder / name) << text;
     };
     write("R2026a.json", baseline);
-    write("R2026a.1.json", baseline);
-    write("R2026b.json", next);
-    write("notes.txt", "");
-    const std::string inFolder = "cd '" + std::string(folder / "") + "' && ";
-    ASSERT_EQ(
-        std::system((inFolder + "cksum R*.json >checksums && echo 1 2 R2025b.json >>checksums").c_str()), 0);
+    write("R2026a.1.json", edited({renamed("v.web.Tint", "v.web.Late")}));
+    write("R2027a.json", next);
+    const auto runInFolder = [&folder](const std::string& command) {
+        ASSERT_EQ(std::system(("cd '" + std::string(folder / "") + "' && " + command).c_str()), 0);
+    };
+    runInFolder("cksum R*.json >checksums");
     const auto messages = [&folder](const std::string& live) {
         Lines found;
         for (const auto& [path, message, position] :
@@ -286,13 +297,25 @@ TEST(Baselines, AreRecordedOnceAndInARow)
         }
         return found;
     };
-    EXPECT_THAT(messages(next), ElementsAre(HasSubstr("notes.txt  is no baseline"),
-                                            HasSubstr("R2025b.json  is missing, but its"),
-                                            HasSubstr("web.cpp v.web.Zoom is missing, and no later")));
-    write("R2026a.json", baseline + "\n");
-    write("R2027a.json", next);
-    EXPECT_THAT(messages(next), testing::IsSupersetOf({HasSubstr("R2026a.json  differs from the published"),
-                                                       HasSubstr("R2027a.json  has no line in checksums")}));
+    EXPECT_THAT(
+        messages(next),
+        ElementsAre(HasSubstr("R2026a.1.json v.web.Tint lost since R2026a: no release change mentions it"),
+                    HasSubstr("R2027a.json  does not follow R2026a.1: the baseline of R2026b is missing"),
+                    HasSubstr("web.cpp v.web.Late is missing, and no later")));
+    write("R2026a.json", "cut");
+    write("R2026a.01.json", baseline);
+    write("R2025b.json", next);
+    runInFolder(
+        "cksum R2025b.json >>checksums; cksum R2025b.json >>checksums; echo 1 2 R2020a.json >>checksums; "
+        "echo 1 2 >>checksums; rm R2027a.json");
+    EXPECT_THAT(messages(next), testing::UnorderedElementsAre(
+                                    HasSubstr("checksums  R2025b.json has a checksum already"),
+                                    HasSubstr("checksums  is no line as from cksum(1)"),
+                                    HasSubstr("R2026a.01.json  is no baseline"),
+                                    HasSubstr("R2025b.json  has release changes of R2026b, a later"),
+                                    HasSubstr("R2026a.json  differs from the published"),
+                                    HasSubstr("R2020a.json  is missing, but its"),
+                                    HasSubstr("R2027a.json  is missing, but its")));
 }
 
 TEST(Baselines, AndExportedTreesAreReadBackExactly)
