@@ -111,7 +111,7 @@ private:
 
     void reportMissing(const ChangedSetting& entry)
     {
-        const auto steps = core::changesFrom(live_.releaseChanges, entry.path);
+        const auto steps = core::ReleaseHistory(live_.releaseChanges).changesFrom(entry.path);
         const auto similar = core::suggestPaths(entry.path, live_.tree);
         if (!steps.empty()) {
             report(entry, "is not in the tree: " + describeSteps(steps) +

@@ -1,6 +1,7 @@
 #include "tree_diff.hpp"
 
 #include <settings_core/constraints/constraints.hpp>
+#include <settings_core/files/text_position.hpp>
 #include <settings_core/releases/release_history.hpp>
 #include <settings_core/values/value_format.hpp>
 
@@ -40,9 +41,18 @@ std::string formatWhole(const Array& value)
                               : "none";
 }
 
+/// Returns the beginning of a long value, for people.
+std::string shorten(std::string text)
+{
+    constexpr std::size_t limit = 200;
+    const std::size_t length = core::validUtf8PrefixLength(std::string_view(text).substr(0, limit));
+    return text.size() <= limit ? std::move(text) : text.substr(0, length) + "…";
+}
+
 std::string formatWithClass(const Array& value)
 {
-    return value.isAssigned() ? formatWhole(value) + " (" + core::formatClassAndSize(value) + ")" : "none";
+    return value.isAssigned() ? shorten(formatWhole(value)) + " (" + core::formatClassAndSize(value) + ")"
+                              : "none";
 }
 
 // Properties that are compared by their descriptions
@@ -264,7 +274,12 @@ private:
         } else if (hasFixedSize(old) && old.getDimensions() != current.getDimensions()) {
             add(DifferenceKind::size, after, formatWithClass(old), formatWithClass(current));
         } else {
-            addIfDifferent(DifferenceKind::defaultValue, after, formatWhole(old), formatWhole(current));
+            std::string oldText = formatWhole(old);
+            std::string text = formatWhole(current);
+            if (oldText != text) {
+                add(DifferenceKind::defaultValue, after, shorten(std::move(oldText)),
+                    shorten(std::move(text)));
+            }
         }
     }
 

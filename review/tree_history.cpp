@@ -56,7 +56,8 @@ private:
     {
         for (const Node* node : older_.tree.nodes()) {
             const std::string path = node->getFullName();
-            if (node->kind() != core::NodeKind::group && newer_.tree.find(path) == nullptr &&
+            // A group with members is missed with them; others fill an empty one.
+            if (node->children().empty() && newer_.tree.find(path) == nullptr &&
                 history_.changesFrom(path, firstLater_).empty())
             {
                 diagnostics_.push_back(
