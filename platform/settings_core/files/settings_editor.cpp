@@ -60,7 +60,10 @@ std::string nameOf(const std::optional<ReleaseName>& release)
 
 SettingsEditor::SettingsEditor(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases,
                                std::filesystem::path file, std::optional<ReleaseName> release)
-    : tree_(tree), releases_(releases), file_(std::move(file)), release_(release)
+    : tree_(tree),
+      releases_(releases),
+      file_(std::move(file)),
+      release_(release)
 {}
 
 const Node& SettingsEditor::editableSetting(std::string_view path) const
@@ -90,9 +93,8 @@ void SettingsEditor::store(const Node& setting, const Array& value)
 {
     requireValid(setting, value);
     LockedFile locked(file_);
-    const SettingsFile file = parseSettingsFile(
-        locked.content().value_or(emptySettingsFile(nameOf(release_ ? release_ : newestRelease(releases_)))),
-        file_);
+    const SettingsFile file =
+        parseSettingsFile(locked.content().value_or(emptySettingsFile(nameOf(release_ ? release_ : newestRelease(releases_)))), file_);
     SettingsFileEdit edit(file);
     edit.set(setting.getFullName(), valueToJson(value));
     locked.replace(edit.text());
