@@ -22,7 +22,7 @@ TREES = (1, 10, 100)
 EXPORTED_TREES = (1, 10, 64)  # a larger one has more values than the command reads
 ENTRIES = tuple(1000 * 2**power for power in range(7))
 COPIES = 80  # trees in one, which have more settings than the longest file
-ROUNDS = 3
+ROUNDS = 1
 LIMIT = 120  # seconds for one command
 
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Measures speed, size and growth, and writes the results to bench/results.json, docs/performance.md and its pictures.
 #
-#   scripts/bench.sh           sets up, builds, measures; takes about five minutes on an idle machine
+#   scripts/bench.sh           sets up, builds, measures; takes about four minutes on an idle machine
 #   scripts/bench.sh --build   also times a full build with the tests, on two cores and without ccache
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
