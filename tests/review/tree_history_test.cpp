@@ -387,6 +387,7 @@ TEST(ReviewCommands, WriteReleaseNotesAndFailForLostSettings)
         folder.with("new.json", edited({renamed("v.web.Zoom", "v.web.Scale"),
                                         {"[\"a\", \"b\"]", "[\"a\", \"*\"]"},
                                         {"[100]", "[90]"},
+                                        {"[\"NaN\", -0.5]", "[1, 2]"},
                                         renamed("v.web.Tint", "v.Tint"),
                                         {"\"hidden\"", "\"default\""},
                                         renamed("v.web.proxy.Names", "v.web.proxy.Hosts"),
@@ -399,8 +400,9 @@ TEST(ReviewCommands, WriteReleaseNotesAndFailForLostSettings)
                             "- Renamed `web.Zoom` to `web.Scale`\n- Removed `web.Tint`\n"
                             "- Lost `web.proxy.Names`: no release change mentions it\n"
                             "- `web.Scale`: default is now 90 (before: 100). Eyes \\<age\\>.\n"
-                            "- `web.Panel`: also allows: \\*; no longer allows: b\n"
-                            "- `web.Size`: visibility is now default (before: hidden)\n");
+                            "- `web.Size`: default is now \\[1 2\\] (before: \\[NaN -0.5\\]); visibility is "
+                            "now default (before: hidden)\n"
+                            "- `web.Panel`: also allows: \\*; no longer allows: b\n");
     EXPECT_THAT(runTool({"diff", older, newer}).output,
                 testing::AllOf(HasSubstr("lost        v.web.proxy.Names  no release change mentions it\n"),
                                HasSubstr("default     v.web.Scale        100 -> 90\n")));

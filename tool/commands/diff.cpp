@@ -79,14 +79,21 @@ std::string propertyNote(const Difference& difference)
     if (!difference.summary.empty()) {
         return difference.summary;
     }
-    const std::string subject = difference.kind == DifferenceKind::constraint
-                                    ? "must now be "
-                                    : std::string(kindLabel(difference.kind)) + " is now ";
-    return subject + difference.after + " (before: " + difference.before + ")";
+    const std::string change = difference.after + " (before: " + difference.before + ")";
+    switch (difference.kind) {
+    case DifferenceKind::constraint:
+        return "must now be " + change;
+    case DifferenceKind::valueClass:
+        return "class and default are now " + change;
+    case DifferenceKind::validator:
+        return "its validator changed";  // function names mean nothing to users
+    default:
+        return std::string(kindLabel(difference.kind)) + " is now " + change;
+    }
 }
 
-/// Returns a difference as an entry of release notes.
-std::string releaseNote(const Difference& difference)
+/// Returns a difference of the whole node as an entry of release notes.
+std::string nodeNote(const Difference& difference)
 {
     switch (difference.kind) {
     case DifferenceKind::added:
@@ -95,11 +102,42 @@ std::string releaseNote(const Difference& difference)
         return "Renamed " + code(difference.before) + " to " + code(difference.path);
     case DifferenceKind::removed:
         return "Removed " + code(difference.path);
-    case DifferenceKind::lost:
-        return "Lost " + code(difference.path) + ": " + markdownText(describeDifference(difference));
     default:
-        return code(difference.path) + ": " + markdownText(propertyNote(difference));
+        return "Lost " + code(difference.path) + ": " + markdownText(describeDifference(difference));
     }
+}
+
+/// An entry of release notes.
+struct ReleaseNote
+{
+    std::string_view path;
+    std::string text;
+    std::string reason;
+};
+
+/// Returns the entries. All properties that changed of one setting are in one entry.
+std::vector<ReleaseNote> releaseNotes(const std::vector<Difference>& differences,
+                                      const review::ChangedSettings& changed)
+{
+    std::vector<ReleaseNote> notes;
+    std::map<std::string_view, std::size_t> entries;  // of settings whose properties changed: index in notes
+    for (const Difference& difference : differences) {
+        const std::string reason = changed.reasonFor(difference);
+        if (!isPropertyKind(difference.kind)) {
+            notes.push_back({difference.path, nodeNote(difference), reason});
+            continue;
+        }
+        const auto [entry, isNew] = entries.emplace(difference.path, notes.size());
+        if (isNew) {
+            notes.push_back({difference.path, code(difference.path) + ": ", reason});
+        }
+        ReleaseNote& note = notes[entry->second];
+        note.text += (isNew ? "" : "; ") + markdownText(propertyNote(difference));
+        if (note.reason.find(reason) == std::string::npos) {
+            note.reason += (note.reason.empty() ? "" : " ") + reason;
+        }
+    }
+    return notes;
 }
 
 /// Writes release notes, grouped by the groups directly under the root in alphabetical order.
@@ -107,10 +145,8 @@ void writeMarkdown(const std::vector<Difference>& differences, const review::Cha
                    Output& out)
 {
     std::map<std::string_view, std::string> areas;
-    for (const Difference& difference : differences) {
-        const std::string reason = changed.reasonFor(difference);
-        areas[areaOf(difference.path)] +=
-            "- " + releaseNote(difference) + (reason.empty() ? "" : ". " + markdownText(reason)) + "\n";
+    for (const auto& [path, text, reason] : releaseNotes(differences, changed)) {
+        areas[areaOf(path)] += "- " + text + (reason.empty() ? "" : ". " + markdownText(reason)) + "\n";
     }
     for (const char* separator = ""; const auto& [area, notes] : areas) {
         out << separator << "#### " << markdownText(area) << "\n\n" << Exact{notes};
