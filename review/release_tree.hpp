@@ -27,8 +27,8 @@ struct ReleaseTree
 [[nodiscard]] ReleaseTree makeReleaseTree(const core::SettingsTree& tree,
                                           const ::settings::core::ReleaseChangeTable& releases);
 
-/// Reads an exported tree or a baseline; "-" is standard input. Callables of the exported process do nothing. Throws
-/// std::runtime_error with the file, line and column, and what is expected there.
+/// Reads an exported tree or a baseline; "-" is standard input. Callables of the exported process do nothing.
+/// Throws std::runtime_error with the file, line and column, and what is expected there.
 [[nodiscard]] ReleaseTree readReleaseTree(const std::string& file);
 
 /// As above, from the content of a file; `file` is its name for messages.
