@@ -5,11 +5,11 @@
 #include <settings_core/tree/suggestions.hpp>
 
 #include <boost/algorithm/string/classification.hpp>
-#include <boost/algorithm/string/split.hpp>
 #include <boost/algorithm/string/trim.hpp>
 
 #include <algorithm>
 #include <locale>
+#include <map>
 #include <set>
 #include <sstream>
 #include <utility>
@@ -64,8 +64,11 @@ public:
         }
         for (const Difference& difference : differences) {
             if (unused_.erase({difference.path, std::string(kindLabel(difference.kind))}) == 0) {
-                reportUnlisted(difference);
+                addUnlisted(difference);
             }
+        }
+        for (const auto& [path, unlisted] : unlisted_) {
+            report(path, unlisted, sourceFileOf(path));
         }
         std::ranges::for_each(entries_, [this](const ChangedSetting& entry) { checkEntry(entry); });
         return std::move(diagnostics_);
@@ -77,16 +80,31 @@ private:
         diagnostics_.push_back({entry.path, std::move(message), {.file = file_, .line = entry.line}});
     }
 
-    void reportUnlisted(const Difference& difference)
+    /// The differences of a setting that are not listed.
+    struct Unlisted
+    {
+        std::string kinds = {};    ///< as in the list
+        std::string changes = {};  ///< for people
+    };
+
+    void addUnlisted(const Difference& difference)
     {
         const std::string kind(kindLabel(difference.kind));
-        const bool isMove = difference.kind == DifferenceKind::moved;
-        diagnostics_.push_back(
-            {difference.path,
-             (isMove ? "" : kind + " changed: ") + describeDifference(difference) +
-                 "; if that is intended, add the line \"" + difference.path + "  " + kind + "  REASON\" to " +
-                 file_ + ", otherwise fix it",
-             {.file = isMove ? std::string(releaseTableFile) : sourceFileOf(difference.path)}});
+        if (difference.kind == DifferenceKind::moved) {
+            report(difference.path, {kind, describeDifference(difference)}, std::string(releaseTableFile));
+            return;
+        }
+        auto& [kinds, changes] = unlisted_[difference.path];
+        kinds += (kinds.empty() ? "" : ",") + kind;
+        changes += (changes.empty() ? "" : "; ") + kind + " changed: " + describeDifference(difference);
+    }
+
+    void report(const std::string& path, const Unlisted& unlisted, std::string file)
+    {
+        diagnostics_.push_back({path,
+                                unlisted.changes + "; if that is intended, add the line \"" + path + "  " +
+                                    unlisted.kinds + "  REASON\" to " + file_ + ", otherwise fix it",
+                                {.file = std::move(file)}});
     }
 
     void checkEntry(const ChangedSetting& entry)
@@ -144,6 +162,7 @@ private:
     const std::vector<ChangedSetting>& entries_;
     const ReleaseTree& live_;
     std::set<PathAndKind> unused_;
+    std::map<std::string, Unlisted> unlisted_;  // by path
     std::set<PathAndKind> listed_;
     std::vector<Diagnostic> diagnostics_;
 };
@@ -174,7 +193,10 @@ ChangedSettings readChangedSettings(const std::string& file)
             continue;
         }
         if (words >> kinds) {
-            boost::algorithm::split(entry.kinds, kinds, boost::algorithm::is_any_of(","));
+            std::istringstream list(kinds + ',');  // with an empty kind after a comma at the end
+            for (std::string kind; std::getline(list, kind, ',');) {
+                entry.kinds.push_back(std::move(kind));
+            }
         }
         std::getline(words, entry.reason);
         boost::algorithm::trim(entry.reason);

@@ -9,7 +9,10 @@ source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 folder=$project/build/release
 work=$project/build/package # a fixed name, because ccache depends on paths
 setting=verdix.commandwindow.NumericFormat
+sample_bundle=$project/build/dev/lib/libvx_sample_bundle.so
 export XDG_CONFIG_HOME=$work/none XDG_CONFIG_DIRS=$work/none CMAKE_GENERATOR=Ninja
+
+alone dev build dev vx_sample_bundle
 
 # expect WHAT WANTED FOUND
 expect() {
@@ -58,7 +61,7 @@ check_data_files() {
         file=$data/${shell#*:}
         "$1/bin/vxsettings" completion "${shell%%:*}" | cmp - "$file"
     done
-    python3 "$project/tests/tool/completion/completion_test.py" "$1/bin/vxsettings" zsh \
+    python3 "$project/tests/tool/completion/completion_test.py" "$1/bin/vxsettings" "$sample_bundle" zsh \
         "fpath=('$data/zsh/$2' \$fpath); autoload -U compinit && compinit -u"
 }
 
