@@ -36,10 +36,11 @@ enum class Notation : std::uint8_t
 /// What a reset does to the settings of a file.
 struct ResetCount
 {
-    std::size_t removed = 0;
+    std::size_t removed = 0;      ///< taken out of the file
     std::size_t unknownLeft = 0;  ///< left in the file because the tree does not have them
 
-    bool operator==(const ResetCount&) const = default;
+    /// Whether both counts are equal.
+    [[nodiscard]] bool operator==(const ResetCount&) const = default;
 };
 
 /// Changes the values in one settings file. A file that does not exist is created with the newest release. In

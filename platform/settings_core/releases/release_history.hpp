@@ -24,11 +24,11 @@ struct ReleaseStep
 /// a move with one source and one target, or a removal with one source.
 [[nodiscard]] VX_API std::string describeMalformed(const ::settings::core::SettingsFileChange& change);
 
-/// Finds what releases did to paths. Reads the table once, so that look-ups take no longer for a long table.
-/// The table must outlive the history and its results.
+/// Finds what releases did to paths. Look-ups take no longer for a long table.
 class VX_API ReleaseHistory
 {
 public:
+    /// Reads the table once; it must outlive the history and its results.
     explicit ReleaseHistory(const ::settings::core::ReleaseChangeTable& table);
 
     /// Returns the moves that led to this path, latest first, by the release at index `first` of the table,

@@ -26,10 +26,11 @@ public:
 [[nodiscard]] VX_API const Node&
 nodeAt(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases, std::string_view path);
 
-/// Explains why paths are unknown. The tree and the table must outlive it.
+/// Explains why paths are unknown.
 class VX_API UnknownPaths
 {
 public:
+    /// The tree and the table must outlive this object.
     UnknownPaths(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases)
         : tree_(tree), history_(releases)
     {}
