@@ -85,10 +85,10 @@ Array blueToYellow()
 // Constraint for a colour map: a row of red, green and blue from 0 to 1 for each colour.
 consteval auto colourMap()
 {
-    auto constraint = inRange(0, 1);
-    constraint.elementClass = foundation::verdixdata::ArrayType::DOUBLE;
-    constraint.columns = 3;
-    return constraint;
+    auto map = inRange(0, 1);
+    map.constraint.elementClass = foundation::verdixdata::ArrayType::DOUBLE;
+    map.constraint.columns = 3;
+    return map;
 }
 
 void buildFigure(FactoryGroup& ui)

@@ -149,7 +149,7 @@ void addFrequent(FactoryGroup& group, std::string_view name, const FactorySettin
 namespace detail {
 
 constinit const Parts noParts;
-constinit const Constraint anyColour = colourTriple();
+constinit const Constraint anyColour = colourTriple().constraint;
 constinit const Parts onlyColour = [] {
     Parts parts;
     parts.constraint = &anyColour;

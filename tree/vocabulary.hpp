@@ -169,15 +169,19 @@ struct ValueKind
     };
 };
 
-/// A constraint on values of these kinds.
+/// A constraint on values of these kinds. Not derived from Constraint, because clang 14 crashes on derived
+/// objects that consteval functions return.
 template <unsigned kinds>
-struct ConstraintOn : Constraint
-{};
+struct ConstraintOn
+{
+    Constraint constraint;
+};
 
 /// A constraint with a list of ASCII strings.
 template <unsigned kinds, std::size_t Count>
-struct ListConstraint : Constraint
+struct ListConstraint
 {
+    Constraint constraint;
     std::array<const char*, Count> allowed;
 };
 
@@ -253,8 +257,8 @@ consteval std::array<const char*, Count> toList(std::array<const char*, Count> s
 template <unsigned kinds>
 [[nodiscard]] consteval ConstraintOn<kinds> rowOf(std::int64_t columns, ConstraintOn<kinds> elements)
 {
-    elements.rows = 1;
-    elements.columns = detail::toCount(columns);
+    elements.constraint.rows = 1;
+    elements.constraint.columns = detail::toCount(columns);
     return elements;
 }
 
@@ -278,7 +282,7 @@ template <std::size_t Count>
 [[nodiscard]] consteval ListConstraint<ValueKind::cell, Count>
 cellOf(const std::array<const char*, Count>& allowed)
 {
-    return {cellOfStrings(), detail::toList(allowed)};
+    return {cellOfStrings().constraint, detail::toList(allowed)};
 }
 template <std::size_t Count>
 [[nodiscard]] consteval ListConstraint<ValueKind::cell, Count> cellOf(const char* const (&allowed)[Count])
@@ -304,7 +308,7 @@ template <std::size_t Count>
 [[nodiscard]] consteval ListConstraint<ValueKind::normalisedColour | ValueKind::string, Count>
 normalisedColour(const char* const (&names)[Count])
 {
-    return {normalisedColour(), detail::toList(std::to_array(names))};
+    return {normalisedColour().constraint, detail::toList(std::to_array(names))};
 }
 
 /// Position and size of a window in pixels: left, bottom, width, height. left and bottom may be negative on a
@@ -435,11 +439,16 @@ constexpr void add(Parts& parts, const Constraint& constraint)
 {
     parts.constraint = &constraint;
 }
-template <unsigned kinds, std::size_t Count>
-constexpr void add(Parts& parts, const ListConstraint<kinds, Count>& constraint)
+template <unsigned kinds>
+constexpr void add(Parts& parts, const ConstraintOn<kinds>& trait)
 {
-    parts.constraint = &constraint;
-    parts.allowed = constraint.allowed;
+    parts.constraint = &trait.constraint;
+}
+template <unsigned kinds, std::size_t Count>
+constexpr void add(Parts& parts, const ListConstraint<kinds, Count>& trait)
+{
+    parts.constraint = &trait.constraint;
+    parts.allowed = trait.allowed;
 }
 constexpr void add(Parts& parts, const NativeFunction& validator)
 {
