@@ -30,7 +30,7 @@ struct OddTreeTest : testing::Test
 {
     tests::TestFolder folder;
     SettingsTree tree = tests::sampleTree();
-    const settings::core::ReleaseChangeTable releases;
+    const settings::core::ReleaseChangeTable releases{};
     const std::string file = folder / "settings.json";
     SettingsEditor changer{tree, releases, file};
 };
