@@ -371,9 +371,9 @@ TEST(ReleaseTree, SaysWhereAFileIsWrong)
         {node(R"("validator": { "kind": "rule", "function": "f" })"),
          "\"script\", \"native\" or \"managed\""},
     };
-    for (const auto& [text, message] : cases) {
-        EXPECT_THAT([&] { static_cast<void>(vx::review::parseReleaseTree(text, "f")); },
-                    testing::ThrowsMessage<std::runtime_error>(HasSubstr(message)));
+    for (const auto& testCase : cases) {
+        EXPECT_THAT([&] { static_cast<void>(vx::review::parseReleaseTree(testCase.first, "f")); },
+                    testing::ThrowsMessage<std::runtime_error>(HasSubstr(testCase.second)));
     }
 }
 
