@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "cli/arguments.hpp"
@@ -31,9 +32,9 @@ constexpr std::size_t valueWidth = 200;
 class PropertyTable
 {
 public:
-    void add(const char* name, std::string description)
+    void add(const char* name, std::string_view description)
     {
-        table_.add({{name, Style::note}, std::move(description)});
+        table_.add({{name, Style::note}, description});
     }
 
     void write(Output& out) const { table_.write(out, "  "); }
