@@ -68,7 +68,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
 
 TEST(Command, ReportsOutputThatCannotBeWritten)
 {
-    // Descriptor 3 is a pipe that nobody reads any more.
+    // Descriptor 3 is a pipe whose reader has closed it.
     const std::string shell = "bash -c 'exec 3> >(:); wait $!; said=$(" VX_TOOL_FILE " ";
     const std::string cannot = "vxsettings: cannot write standard output: ";
     const std::string full = cannot + "No space left on device; the output is incomplete";

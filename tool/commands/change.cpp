@@ -129,10 +129,9 @@ Action addSet(CLI::App& command)
     addFlag(command, "--json", options->isJson,
             "Read VALUE as JSON: 12, [14, 0, 255], \"text\", [\"a\", \"b\"], or a value as get --format json "
             "prints it");
-    addFlag(
-        command, "--stdin", options->isFromInput,
-        "Read VALUE from standard input, less a line break at its end, so that nobody sees a password in the "
-        "list of processes");
+    addFlag(command, "--stdin", options->isFromInput,
+            "Read VALUE from standard input, less a line break at its end, so that a password is not in the "
+            "list of processes");
     return [options](LazySession& session, Output& out) { return set(session, *options, out); };
 }
 

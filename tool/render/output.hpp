@@ -55,7 +55,7 @@ public:
 
 /// Buffered output to a file descriptor, which it does not own, or only to the buffer. Writing throws
 /// CommandError, with the destination's name, if the descriptor cannot be written (full disk), and
-/// ReaderGone if it is a pipe that nobody reads any more. Output that is not flushed is lost.
+/// ReaderGone if it is a pipe whose reader has closed it. Output that is not flushed is lost.
 class Output
 {
 public:

@@ -199,7 +199,7 @@ fs::path prepareFolder(fs::path file)
                              ", so it cannot be a lock file: remove it and try again");
 }
 
-/// Refuses what somebody may have put in the place of the lock file, to have it created or changed elsewhere.
+/// Refuses what another user may have put in place of the lock file to redirect the writing elsewhere.
 void requireLockFile(const struct stat& status, const fs::path& lockFile)
 {
     if (!S_ISREG(status.st_mode)) {
