@@ -88,16 +88,28 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
     refuseEmpty(*app.add_option("--bundle", options->bundleFile,
                                 "Bundle file to start (default: the one installed with vxsettings)")
                      ->type_name("FILE"));
-    const auto addFile = [&app](const char* name, std::filesystem::path& file, const char* help) {
-        app.add_option_function<std::string>(
-               name, [&file, name](const std::string& path) { file = settingsFile(name, path); }, help)
-            ->type_name("FILE");
-    };
-    addFile("--installation", options->layerFiles.installation,
-            "Installation settings file (default: the first $XDG_CONFIG_DIRS/verdix/settings.json)");
-    addFile("--personal", options->layerFiles.personal,
-            "Personal settings file, which set, reset and undo change (default: "
-            "$XDG_CONFIG_HOME/verdix/settings.json)");
+    app.add_option_function<std::vector<std::string>>(
+           "--installation",
+           [options](const std::vector<std::string>& paths) {
+               for (const std::string& path : paths) {
+                   options->layerFiles.installation.push_back(settingsFile("--installation", path));
+               }
+           },
+           "Installation settings file; may be repeated, the first one wins (default: verdix/settings.json "
+           "in "
+           "each folder of $XDG_CONFIG_DIRS)")
+        ->type_name("FILE")
+        ->type_size(1)
+        ->allow_extra_args(false)
+        ->take_all();
+    app.add_option_function<std::string>(
+           "--personal",
+           [options](const std::string& path) {
+               options->layerFiles.personal = settingsFile("--personal", path);
+           },
+           "Personal settings file, which set, reset and undo change (default: "
+           "$XDG_CONFIG_HOME/verdix/settings.json)")
+        ->type_name("FILE");
     app.add_option_function<std::vector<std::string>>(
            "--feature",
            [options](const std::vector<std::string>& arguments) {

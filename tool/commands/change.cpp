@@ -1,3 +1,4 @@
+#include <settings_core/files/base_folders.hpp>
 #include <settings_core/files/input_file.hpp>
 #include <settings_core/files/settings_editor.hpp>
 

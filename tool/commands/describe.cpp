@@ -123,14 +123,14 @@ std::string describeLayer(const core::LayerValue& value)
 /// Adds the values in settings files, and the layer of the effective value.
 void addLayers(core::Layers& layers, const Node& setting, PropertyTable& table)
 {
-    core::Layer effective = core::Layer::factory;
+    core::Origin effective = core::Origin::factory;
     for (const core::LayerValue& value : layers.valuesOf(setting)) {
-        if (value.layer != core::Layer::factory) {
-            table.add(core::layerName(value.layer).data(), describeLayer(core::shownValue(setting, value)));
+        if (value.origin != core::Origin::factory) {
+            table.add(core::originName(value.origin).data(), describeLayer(core::shownValue(setting, value)));
         }
-        effective = value.isValid() ? value.layer : effective;
+        effective = value.isValid() ? value.origin : effective;
     }
-    table.add("effective", "the " + std::string(core::layerName(effective)) + " value");
+    table.add("effective", "the " + std::string(core::originName(effective)) + " value");
 }
 
 void addSettingProperties(core::Layers& layers, const Node& node, PropertyTable& table)
@@ -190,7 +190,7 @@ json::array layersJson(core::Layers& layersOver, const Node& setting)
         for (const core::Diagnostic& diagnostic : value.diagnostics) {
             diagnostics.emplace_back(formatDiagnostic(diagnostic));
         }
-        layers.push_back(json::object{{"layer", core::layerName(value.layer)},
+        layers.push_back(json::object{{"layer", core::originName(value.origin)},
                                       {"value", review::valueJson(value.value)},
                                       {"source", value.source},
                                       {"counts", value.isValid()},

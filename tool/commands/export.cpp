@@ -67,10 +67,11 @@ std::vector<std::string> formatNames()
 void requireOtherFile(const std::string& file, const LazySession& lazy)
 {
     const core::LayerFiles layers = lazy.layerFiles();
-    const std::pair<std::filesystem::path, const char*> inputs[] = {
-        {layers.personal, "the personal settings file"},
-        {layers.installation, "the installation settings file"},
-        {lazy.bundleFile(), "the bundle"}};
+    std::vector<std::pair<std::filesystem::path, const char*>> inputs = {
+        {layers.personal, "the personal settings file"}, {lazy.bundleFile(), "the bundle"}};
+    for (const std::filesystem::path& installation : layers.installation) {
+        inputs.emplace_back(installation, "an installation settings file");
+    }
     for (const auto& [input, name] : inputs) {
         if (core::isSameFile(file, input)) {
             throw CommandError(ExitCode::usage, "cannot write " + file + ": it is " + name +

@@ -135,8 +135,8 @@ Row settingRow(const Source& source, const Node& node, const std::string& font)
                        escapeHtml(factory.isAssigned() ? core::formatClassAndSize(factory) : elementClass) +
                        "</div>";
     const core::LayerValue effective = modification(source, node);
-    if (effective.layer != core::Layer::factory) {
-        const std::string layer(core::layerName(effective.layer));
+    if (effective.origin != core::Origin::factory) {
+        const std::string layer(core::originName(effective.origin));
         row.attributes += " data-modified=\"" + layer + "\"";
         row.badges += badge("modified", layer);
         row.value = "<div class=\"held\">" + valueHtml(node, effective.value, "") +

@@ -69,7 +69,7 @@ void reportOrigin(const EffectiveValue& value, bool isOneOfSeveral)
     for (const core::Diagnostic& diagnostic : effective.diagnostics) {
         printMessage("ignored invalid value: " + firstLine(formatDiagnostic(diagnostic)));
     }
-    if (effective.layer == core::Layer::factory && !setting.properties().factoryValue.isAssigned()) {
+    if (effective.origin == core::Origin::factory && !setting.properties().factoryValue.isAssigned()) {
         printMessage((isOneOfSeveral ? setting.getFullName() + ": " : "") + "computed by " +
                      effective.source);
     }
@@ -80,7 +80,7 @@ boost::json::object valueDocument(const EffectiveValue& value)
     const auto& [setting, effective] = value;
     return {{"path", setting.fullName()},
             {"value", review::valueJson(effective.value)},
-            {"layer", core::layerName(effective.layer)},
+            {"layer", core::originName(effective.origin)},
             {"source", effective.source}};
 }
 

@@ -102,7 +102,7 @@ bool isModified(core::Layers& layers, const Node& node)
         return false;
     }
     const core::LayerValue effective = layers.effective(node);
-    return effective.layer != core::Layer::factory && !(effective.value == node.properties().factoryValue);
+    return effective.origin != core::Origin::factory && !(effective.value == node.properties().factoryValue);
 }
 
 bool passesFilters(LazySession& lazy, const ListOptions& options, const Node& node)
@@ -123,7 +123,7 @@ void writeText(LazySession& lazy, const std::vector<const Node*>& nodes, bool wi
         if (withValues) {
             const auto effective = core::shownValue(*node, lazy.layers().effective(*node));
             row.emplace_back(core::formatValueOnOneLine(effective.value, valueWidth), Style::value);
-            row.emplace_back(std::string(core::layerName(effective.layer)), Style::note);
+            row.emplace_back(std::string(core::originName(effective.origin)), Style::note);
         }
         table.add(std::move(row));
     }
@@ -138,7 +138,7 @@ void writeDocument(LazySession& lazy, const std::vector<const Node*>& nodes, boo
         if (withValues) {
             const auto effective = core::shownValue(*node, lazy.layers().effective(*node));
             entry.emplace("value", review::valueJson(effective.value));
-            entry.emplace("layer", core::layerName(effective.layer));
+            entry.emplace("layer", core::originName(effective.origin));
         }
         list.push_back(std::move(entry));
     }

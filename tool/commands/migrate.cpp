@@ -1,5 +1,6 @@
 #include <review/tree_json.hpp>
 #include <settings_core/files/atomic_file.hpp>
+#include <settings_core/files/base_folders.hpp>
 #include <settings_core/files/change_records.hpp>
 #include <settings_core/files/file_check.hpp>
 #include <settings_core/files/input_file.hpp>

@@ -1,4 +1,5 @@
 #include <review/tree_json.hpp>
+#include <settings_core/files/base_folders.hpp>
 #include <settings_core/files/change_records.hpp>
 #include <settings_core/files/input_file.hpp>
 #include <settings_core/files/settings_file.hpp>

@@ -1,5 +1,6 @@
 #include "host/session.hpp"
 
+#include <settings_core/files/base_folders.hpp>
 #include <settings_core/tree/path_lookup.hpp>
 
 #include <new>
@@ -86,7 +87,7 @@ core::LayerFiles LazySession::layerFiles() const
 {
     core::LayerFiles files = namedFiles_;
     if (files.installation.empty()) {
-        files.installation = core::defaultInstallationFile();
+        files.installation = core::defaultInstallationFiles();
     }
     if (files.personal.empty()) {
         files.personal = core::defaultPersonalFile();

@@ -31,11 +31,6 @@ struct ChangeRecord
     std::optional<std::string> after;   ///< content after the change; nothing when the file was removed
 };
 
-/// Returns the state folder of the XDG base directories: verdix in $XDG_STATE_HOME (default ~/.local/state,
-/// with the home of the user database where HOME is not set). Throws std::runtime_error when HOME is
-/// relative, or no home is known.
-[[nodiscard]] VX_API std::filesystem::path defaultStateFolder();
-
 /// Returns the files of the records of a settings file, newest first. Leaves out the newest one if its change
 /// was not carried out, as the file's `content` shows.
 [[nodiscard]] VX_API std::vector<std::filesystem::path>

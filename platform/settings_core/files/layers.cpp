@@ -1,4 +1,3 @@
-#include <settings_core/files/change_records.hpp>
 #include <settings_core/files/input_file.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/files/stored_value.hpp>
@@ -7,14 +6,14 @@
 #include <settings_core/tree/secret_settings.hpp>
 #include <settings_core/values/run_time_default.hpp>
 
+#include <foundation/verdixdata/text.hpp>
 #include <verdix/settings/internal/values.hpp>
 
 #include <algorithm>
-#include <cstdlib>
+#include <array>
 #include <iterator>
-#include <pwd.h>
+#include <ranges>
 #include <stdexcept>
-#include <unistd.h>
 #include <utility>
 
 namespace vx::core {
@@ -22,50 +21,6 @@ namespace vx::core {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string_view environment(const char* variable)
-{
-    const char* value = std::getenv(variable);
-    return value == nullptr ? std::string_view() : std::string_view(value);
-}
-
-fs::path settingsIn(const fs::path& folder)
-{
-    return folder / "verdix" / "settings.json";
-}
-
-/// The XDG specification says to ignore relative paths.
-bool isUsable(std::string_view folder)
-{
-    return folder.starts_with('/');
-}
-
-/// Returns the user's home in the user database, or an empty string.
-std::string databaseHome()
-{
-    std::vector<char> strings(16384);
-    passwd entry = {};
-    passwd* found = nullptr;
-    while (::getpwuid_r(::geteuid(), &entry, strings.data(), strings.size(), &found) == ERANGE) {
-        strings.resize(2 * strings.size());
-    }
-    return found == nullptr ? std::string() : found->pw_dir;
-}
-
-/// `wayOut` says what to do without a home.
-fs::path homeFolder(const std::string& wayOut)
-{
-    const std::string_view variable = environment("HOME");
-    if (!variable.empty() && !isUsable(variable)) {
-        throw std::runtime_error("HOME is not an absolute path: " + std::string(variable) + wayOut);
-    }
-    std::string home = variable.empty() ? databaseHome() : std::string(variable);
-    if (!isUsable(home)) {
-        throw std::runtime_error("no folder of your own: HOME is not set, and user " +
-                                 std::to_string(::geteuid()) + " has no home in the user database" + wayOut);
-    }
-    return home;
-}
 
 LayerValue factoryValueOf(const Node& setting)
 {
@@ -82,48 +37,15 @@ LayerValue factoryValueOf(const Node& setting)
 
 }  // namespace
 
-std::string_view layerName(Layer layer) noexcept
+std::string_view originName(Origin origin) noexcept
 {
     constexpr std::array<std::string_view, 3> names{"factory", "installation", "personal"};
-    return names[static_cast<std::size_t>(layer)];
-}
-
-fs::path defaultPersonalFile()
-{
-    const std::string_view folder = environment("XDG_CONFIG_HOME");
-    return settingsIn(
-        isUsable(folder)
-            ? fs::path(folder)
-            : homeFolder("; set HOME or XDG_CONFIG_HOME, or name the file with --personal FILE") / ".config");
-}
-
-fs::path defaultStateFolder()
-{
-    const std::string_view folder = environment("XDG_STATE_HOME");
-    return (isUsable(folder) ? fs::path(folder)
-                             : homeFolder("; set HOME or XDG_STATE_HOME") / ".local/state") /
-           "verdix";
-}
-
-fs::path defaultInstallationFile()
-{
-    std::string_view folders = environment("XDG_CONFIG_DIRS");
-    fs::path first;
-    while (!folders.empty()) {
-        const std::string_view folder = folders.substr(0, folders.find(':'));
-        folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
-        std::error_code ignored;
-        if (isUsable(folder) && fs::exists(settingsIn(folder), ignored)) {
-            return settingsIn(folder);
-        }
-        first = first.empty() && isUsable(folder) ? settingsIn(folder) : first;
-    }
-    return first.empty() ? settingsIn("/etc/xdg") : first;
+    return names[static_cast<std::size_t>(origin)];
 }
 
 LayerValue shownValue(const Node& setting, LayerValue value)
 {
-    if (value.layer != Layer::factory && value.value.isAssigned() && isSecret(setting.fullName())) {
+    if (value.origin != Origin::factory && value.value.isAssigned() && isSecret(setting.fullName())) {
         value.value = verdix::settings::internal::charvec(std::string(maskedValue));
     }
     return value;
@@ -145,30 +67,89 @@ std::optional<SettingsFile> loadSettingsFile(const fs::path& file)
     return content ? std::optional(parseSettingsFile(*content, file)) : std::nullopt;
 }
 
-const fs::path& Layers::fileOf(Layer layer) const noexcept
+Layers::Layers(const SettingsTree& tree, LayerFiles files) : tree_(tree)
 {
-    return layer == Layer::personal ? files_.personal : files_.installation;
-}
-
-const std::optional<SettingsFile>& Layers::fileAt(Layer layer)
-{
-    FileLayer& cached = fileLayers_[layer == Layer::personal ? 1 : 0];
-    if (!cached.isLoaded) {
-        cached.file = loadSettingsFile(fileOf(layer));
-        cached.isLoaded = true;
+    for (auto& file : std::views::reverse(files.installation)) {
+        layers_.push_back({Origin::installation, std::move(file)});
     }
-    return cached.file;
+    if (!files.personal.empty()) {
+        layers_.push_back({Origin::personal, std::move(files.personal)});
+    }
 }
 
-std::optional<LayerValue> Layers::valueIn(Layer layer, const Node& setting)
+const std::optional<SettingsFile>& Layers::read(FileLayer& layer)
 {
-    const std::optional<SettingsFile>& file = fileAt(layer);
+    if (!layer.isRead) {
+        layer.content = loadSettingsFile(layer.path);
+        layer.isRead = true;
+    }
+    return layer.content;
+}
+
+const Layers::Locks& Layers::locks()
+{
+    if (!locks_) {
+        Locks locks;
+        for (std::size_t index = 0; index < layers_.size(); ++index) {
+            const auto& file = read(layers_[index]);
+            if (!file || layers_[index].origin != Origin::installation) {
+                continue;
+            }
+            for (const JsonValue& path : file->locked()) {
+                locks.try_emplace(foundation::verdixdata::toUtf8(decodedString(path)), index);
+            }
+        }
+        locks_ = std::move(locks);
+    }
+    return *locks_;
+}
+
+const Layers::Locks::value_type* Layers::lowestLock(const Node& setting)
+{
+    const Locks::value_type* lowest = nullptr;
+    if (locks().empty()) {
+        return lowest;
+    }
+    for (const Node* node = &setting; node != nullptr; node = node->parent()) {
+        const auto lock = locks_->find(node->fullName());
+        if (lock != locks_->end() && (lowest == nullptr || lock->second < lowest->second)) {
+            lowest = &*lock;
+        }
+    }
+    return lowest;
+}
+
+std::optional<SettingLock> Layers::lockOf(const Node& node)
+{
+    const Locks::value_type* lock = lowestLock(node);
+    return lock == nullptr ? std::nullopt
+                           : std::optional(SettingLock{layers_[lock->second].path, lock->first});
+}
+
+std::optional<SettingLock> Layers::lockAgainst(const fs::path& file, const Node& node)
+{
+    const Locks::value_type* lock = lowestLock(node);
+    const auto layer = std::ranges::find(layers_, file, &FileLayer::path);
+    const bool isAbove = lock != nullptr && lock->second < static_cast<std::size_t>(layer - layers_.begin());
+    return isAbove ? lockOf(node) : std::nullopt;
+}
+
+std::optional<LayerValue> Layers::valueIn(FileLayer& layer, const Node& setting)
+{
+    const std::optional<SettingsFile>& file = read(layer);
     const JsonMember* member = file ? file->find(setting.fullName()) : nullptr;
     if (member == nullptr) {
         return std::nullopt;
     }
-    StoredValue stored = readStoredValue(setting, *member, fileOf(layer), file->positions());
-    return LayerValue{layer, std::move(stored.value), fileOf(layer).string(), std::move(stored.diagnostics)};
+    StoredValue stored = readStoredValue(setting, *member, layer.path, file->positions());
+    if (const auto lock = lockAgainst(layer.path, setting)) {
+        stored.diagnostics.insert(stored.diagnostics.begin(),
+                                  {setting.getFullName(),
+                                   "has no effect: " + lock->path + " is locked by " + lock->file.string(),
+                                   file->positions().at(member->offset, layer.path)});
+    }
+    return LayerValue{layer.origin, std::move(stored.value), layer.path.string(),
+                      std::move(stored.diagnostics)};
 }
 
 std::vector<LayerValue> Layers::valuesOf(const Node& node)
@@ -179,7 +160,7 @@ std::vector<LayerValue> Layers::valuesOf(const Node& node)
         factory.value.isAssigned() || !factory.diagnostics.empty()) {
         values.push_back(std::move(factory));
     }
-    for (const Layer layer : {Layer::installation, Layer::personal}) {
+    for (FileLayer& layer : layers_) {
         if (auto value = valueIn(layer, setting)) {
             values.push_back(*std::move(value));
         }
@@ -191,15 +172,20 @@ LayerValue Layers::effective(const Node& node)
 {
     const Node& setting = resolveSetting(tree_, node);
     std::vector<Diagnostic> ignored;
+    const auto ignore = [&ignored](LayerValue& value) {
+        std::ranges::move(value.diagnostics, std::back_inserter(ignored));
+    };
     std::optional<LayerValue> value;
-    for (const Layer layer : {Layer::personal, Layer::installation, Layer::factory}) {
-        value = layer == Layer::factory ? factoryValueOf(setting) : valueIn(layer, setting);
-        if (value && value->isValid()) {
-            break;
+    for (auto layer = layers_.rbegin(); layer != layers_.rend() && !value; ++layer) {
+        value = valueIn(*layer, setting);
+        if (value && !value->isValid()) {
+            ignore(*value);
+            value.reset();
         }
-        if (value) {
-            std::ranges::move(value->diagnostics, std::back_inserter(ignored));
-        }
+    }
+    if (!value) {
+        value = factoryValueOf(setting);
+        ignore(*value);
     }
     value->diagnostics = std::move(ignored);
     return *std::move(value);
@@ -207,11 +193,10 @@ LayerValue Layers::effective(const Node& node)
 
 bool Layers::hasOverride(const Node& setting)
 {
-    const auto isIn = [&](Layer layer) {
-        const auto& file = fileAt(layer);
+    return std::ranges::any_of(layers_, [&](FileLayer& layer) {
+        const auto& file = read(layer);
         return file && file->find(setting.fullName()) != nullptr;
-    };
-    return isIn(Layer::personal) || isIn(Layer::installation);
+    });
 }
 
 }  // namespace vx::core

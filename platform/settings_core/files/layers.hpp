@@ -1,6 +1,6 @@
 #pragma once
 
-// The effective values of settings: factory value, installation file, personal file; the last one wins.
+// The effective values of settings: factory value, installation files, personal file; the last one wins.
 
 #include <settings_core/diagnostic.hpp>
 #include <settings_core/files/settings_file.hpp>
@@ -9,9 +9,11 @@
 #include <foundation/export.hpp>
 #include <foundation/verdixdata/array.hpp>
 
-#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,8 +21,8 @@
 
 namespace vx::core {
 
-/// The origin of a value, lowest layer first; the value of a higher layer overrides.
-enum class Layer : std::uint8_t
+/// Where a value comes from, lowest layer first; the value of a higher layer overrides.
+enum class Origin : std::uint8_t
 {
     factory,
     installation,
@@ -28,28 +30,19 @@ enum class Layer : std::uint8_t
 };
 
 /// Returns "factory", "installation" or "personal".
-[[nodiscard]] VX_API std::string_view layerName(Layer layer) noexcept;
+[[nodiscard]] VX_API std::string_view originName(Origin origin) noexcept;
 
 /// The settings files of the layers. A file that does not exist has no settings.
 struct LayerFiles
 {
-    std::filesystem::path installation;  ///< for all users of the machine
-    std::filesystem::path personal;      ///< of the current user
+    std::vector<std::filesystem::path> installation;  ///< for all users of the machine; the first one wins
+    std::filesystem::path personal;                   ///< of the current user
 };
-
-/// Returns the personal settings file of the XDG base directories: verdix/settings.json in $XDG_CONFIG_HOME
-/// (default ~/.config, with the home of the user database where HOME is not set). Throws std::runtime_error
-/// when HOME is relative, or no home is known: the working folder never takes its place.
-[[nodiscard]] VX_API std::filesystem::path defaultPersonalFile();
-
-/// Returns the installation settings file of the XDG base directories: verdix/settings.json in the first
-/// folder of $XDG_CONFIG_DIRS (default /etc/xdg) that has this file; if none has, in the first folder.
-[[nodiscard]] VX_API std::filesystem::path defaultInstallationFile();
 
 /// The value of a setting in one layer.
 struct LayerValue
 {
-    Layer layer = Layer::factory;  ///< that holds the value
+    Origin origin = Origin::factory;  ///< of the value
     /// Unassigned if the value could not be parsed or computed, or there is none.
     foundation::verdixdata::Array value = {};
     /// The file, "factory value", or the function that computed the value.
@@ -72,40 +65,60 @@ struct LayerValue
 [[nodiscard]] VX_API SettingsFile parseSettingsFile(const std::string& content,
                                                     const std::filesystem::path& file);
 
+/// A path of a setting or group that an installation file locks: no layer above that file overrides it.
+struct SettingLock
+{
+    std::filesystem::path file;  ///< that locks the path
+    std::string path;            ///< full path in that file
+};
+
 /// The layers over a tree, which must outlive them. Each file is read once, by the first operation that needs
 /// it; every operation throws what loadSettingsFile throws.
 class VX_API Layers
 {
 public:
-    /// Does not read the files yet.
-    Layers(const SettingsTree& tree, LayerFiles files) : tree_(tree), files_(std::move(files)) {}
+    /// Does not read the files yet. Without files, factory values are the only ones.
+    Layers(const SettingsTree& tree, LayerFiles files);
 
     /// Returns the values of all layers that have one, lowest layer first; the last valid one is the
-    /// effective value. For an alias, the values of its target. Throws what resolveSetting throws.
+    /// effective value. Those that a lock excludes have a diagnostic. For an alias, the values of its target.
+    /// Throws what resolveSetting throws.
     [[nodiscard]] std::vector<LayerValue> valuesOf(const Node& setting);
 
-    /// Returns the effective value, with the diagnostics of every value that was ignored as invalid. When no
-    /// layer has a valid value, returns the factory layer with an unassigned value. Accepts aliases and
-    /// throws like valuesOf.
+    /// Returns the effective value, with the diagnostics of every value that was ignored. When no layer has a
+    /// valid value, returns the factory layer with an unassigned value. Accepts aliases and throws like
+    /// valuesOf.
     [[nodiscard]] LayerValue effective(const Node& setting);
 
     /// Whether a file has a value for the setting, valid or not.
     [[nodiscard]] bool hasOverride(const Node& setting);
 
+    /// Returns the lock on a setting or group, nothing if there is none. Of several locks on it and on its
+    /// groups, that of the lowest layer applies.
+    [[nodiscard]] std::optional<SettingLock> lockOf(const Node& node);
+
+    /// Returns the lock that keeps the setting or group from being overridden in one of the files.
+    [[nodiscard]] std::optional<SettingLock> lockAgainst(const std::filesystem::path& file, const Node& node);
+
 private:
     struct FileLayer
     {
-        bool isLoaded = false;
-        std::optional<SettingsFile> file = std::nullopt;
+        Origin origin;
+        std::filesystem::path path;
+        bool isRead = false;
+        std::optional<SettingsFile> content = std::nullopt;
     };
+    /// Indexes in layers_ of the lowest layer that locks a path.
+    using Locks = std::map<std::string, std::size_t, std::less<>>;
 
-    [[nodiscard]] const std::filesystem::path& fileOf(Layer layer) const noexcept;
-    [[nodiscard]] const std::optional<SettingsFile>& fileAt(Layer layer);
-    [[nodiscard]] std::optional<LayerValue> valueIn(Layer layer, const Node& setting);
+    [[nodiscard]] static const std::optional<SettingsFile>& read(FileLayer& layer);
+    [[nodiscard]] const Locks& locks();
+    [[nodiscard]] const Locks::value_type* lowestLock(const Node& node);
+    [[nodiscard]] std::optional<LayerValue> valueIn(FileLayer& layer, const Node& setting);
 
     const SettingsTree& tree_;
-    LayerFiles files_;
-    std::array<FileLayer, 2> fileLayers_;
+    std::vector<FileLayer> layers_;  ///< of files, lowest first
+    std::optional<Locks> locks_;
 };
 
 }  // namespace vx::core

@@ -12,6 +12,7 @@ namespace vx::core {
 namespace {
 
 constexpr std::string_view releaseMember = "release";
+constexpr std::string_view lockedMember = "locked";
 constexpr std::string_view settingsMember = "settings";
 
 /// Source text of emptyObject(), which replaces the settings of a file that has none.
@@ -21,6 +22,20 @@ const JsonValue& emptyObject()
 {
     static const JsonValue object = readJson(emptyObjectText);
     return object;
+}
+
+/// A file whose locks cannot be read is damaged: without them, values would apply that an administrator
+/// excludes.
+void requirePaths(const JsonValue& locked)
+{
+    if (locked.kind != JsonKind::array) {
+        throw ParseError(locked.offset, "expected an array of paths for \"locked\"");
+    }
+    for (const JsonValue& path : locked.elements) {
+        if (path.kind != JsonKind::string) {
+            throw ParseError(path.offset, "expected the path of a setting or group in \"locked\"");
+        }
+    }
 }
 
 std::string toJsonString(std::string_view string)
@@ -72,6 +87,9 @@ SettingsFile::SettingsFile(std::string text)
     if (settings != nullptr && settings->value.kind != JsonKind::object) {
         throw ParseError(settings->value.offset, "expected an object of paths and values for \"settings\"");
     }
+    if (const JsonMember* locked = member(lockedMember)) {
+        requirePaths(locked->value);
+    }
     settings_ = settings == nullptr ? &emptyObject() : &settings->value;
     for (const JsonMember& setting : settings_->members) {
         byPath_.insert_or_assign(setting.name, &setting);
@@ -90,6 +108,13 @@ const JsonValue* SettingsFile::release() const noexcept
 {
     const JsonMember* release = member(releaseMember);
     return release == nullptr ? nullptr : &release->value;
+}
+
+const std::vector<JsonValue>& SettingsFile::locked() const noexcept
+{
+    static const std::vector<JsonValue> none;
+    const JsonMember* locked = member(lockedMember);
+    return locked == nullptr ? none : locked->value.elements;
 }
 
 const std::vector<JsonMember>& SettingsFile::settings() const noexcept

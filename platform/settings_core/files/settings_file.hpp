@@ -1,6 +1,7 @@
 #pragma once
 
-// Parsing and editing of settings files: { "release": "R2022b", "settings": { "<path>": <value>, ... } }
+// Parsing and editing of settings files:
+// { "release": "R2022b", "locked": ["<path>", ...], "settings": { "<path>": <value>, ... } }
 
 #include <settings_core/files/json_object_edit.hpp>
 #include <settings_core/files/json_reader.hpp>
@@ -26,7 +27,7 @@ class VX_API SettingsFile
 {
 public:
     /// Parses the content of a file. Throws ParseError when it is not JSON, or not an object with an optional
-    /// object "settings". Does not check the values or the release.
+    /// object "settings" and an optional array of strings "locked". Does not check paths, values or release.
     explicit SettingsFile(std::string text);
     /// Moving keeps references to JSON values valid.
     ///@{
@@ -43,6 +44,9 @@ public:
 
     /// Returns the value of the member "release", which may be of any kind, or null.
     [[nodiscard]] const JsonValue* release() const noexcept;
+
+    /// Returns the paths that the file locks, all of kind string.
+    [[nodiscard]] const std::vector<JsonValue>& locked() const noexcept;
 
     /// Returns the settings in the file's order, duplicates included.
     [[nodiscard]] const std::vector<JsonMember>& settings() const noexcept;

@@ -22,17 +22,18 @@ struct LayersTest : testing::Test
     vx::core::SettingsTree tree = vx::core::loadTree(sample);
     settings::core::ReleaseChangeTable releases = vx::core::loadReleaseChanges(sample);
     tests::TestFolder folder;
-    vx::core::LayerFiles files{folder / "installation.json", folder / "personal/settings.json"};
+    vx::core::LayerFiles files{{folder / "installation.json"}, folder / "personal/settings.json"};
 };
 
 TEST_F(LayersTest, TheLastLayerWithAFittingValueHolds)
 {
     const Node& wrap = nodeAt(tree, releases, "verdix.commandwindow.WrapLines");
-    tests::writeFile(files.installation, "{\"settings\": {\"verdix.commandwindow.WrapLines\": true}}");
+    tests::writeFile(files.installation.front(),
+                     "{\"settings\": {\"verdix.commandwindow.WrapLines\": true}}");
     tests::writeFile(files.personal, "{\"settings\": {\n\"verdix.commandwindow.WrapLines\": 3}}");
     vx::core::Layers layers(tree, files);
     const auto held = layers.effective(wrap);
-    EXPECT_EQ(held.layer, vx::core::Layer::installation);
+    EXPECT_EQ(held.origin, vx::core::Origin::installation);
     ASSERT_EQ(held.diagnostics.size(), 1U);
     EXPECT_THAT(
         formatDiagnostic(held.diagnostics.front()),

@@ -1,6 +1,7 @@
 // Settings files over aliases of aliases, settings without a factory value, and a table without releases.
 
 #include <settings_core/constraints/validation.hpp>
+#include <settings_core/files/base_folders.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/files/settings_editor.hpp>
 #include <settings_core/releases/migration.hpp>
@@ -50,7 +51,7 @@ TEST_F(OddTreeTest, ChangesWhatCanBeChanged)
     changer.set("rule.size", "[1 2; 3 4]", Notation::script);
     EXPECT_EQ(tests::readFile(file), "{\n  \"settings\": {\n    \"verdix.rule.words\": \"long\",\n"
                                      "    \"verdix.rule.size\": [[1, 2], [3, 4]]\n  }\n}\n");
-    Layers layers(tree, {folder / "none", file});
+    Layers layers(tree, {{folder / "none"}, file});
     EXPECT_EQ(formatValue(layers.effective(nodeAt(tree, releases, "alias.Second")).value), "long");
     EXPECT_EQ(changer.reset("colors").removed, 0U);
     EXPECT_EQ(changer.reset("alias.Second").removed, 1U) << "what it stands for";
@@ -71,17 +72,19 @@ TEST_F(OddTreeTest, FindsFilesByUsableFoldersOnly)
         ::setenv("HOME", home, 1);
         ::setenv("XDG_CONFIG_HOME", own, 1);
         ::setenv("XDG_CONFIG_DIRS", shared, 1);
-        return defaultPersonalFile().string() + " " + defaultInstallationFile().string();
+        std::string files = defaultPersonalFile();
+        for (const auto& found : defaultInstallationFiles()) {
+            files += " " + found.string();
+        }
+        return files;
     };
-    tests::writeFile(folder / "verdix/settings.json", "{}");
-    const std::string here = (folder / "").parent_path();
     EXPECT_EQ(filesWith("/me", "", ""), "/me/.config/verdix/settings.json /etc/xdg/verdix/settings.json");
     EXPECT_EQ(filesWith("/me", "not/absolute", "also:not"),
               "/me/.config/verdix/settings.json /etc/xdg/verdix/settings.json");
     EXPECT_EQ(filesWith("/me", "/own", "/none:/more"),
+              "/own/verdix/settings.json /none/verdix/settings.json /more/verdix/settings.json");
+    EXPECT_EQ(filesWith("/me", "/own", "no:/none:/none"),
               "/own/verdix/settings.json /none/verdix/settings.json");
-    EXPECT_EQ(filesWith("/me", "/own", ("no:/none:" + here).c_str()),
-              "/own/verdix/settings.json " + here + "/verdix/settings.json");
     EXPECT_THAT(filesWith("", "", ""), testing::StartsWith(::getpwuid(::geteuid())->pw_dir));
     EXPECT_THAT([&] { filesWith("me", "not/absolute", ""); },
                 ThrowsMessage<std::runtime_error>(HasSubstr("HOME is not an absolute path: me")));
