@@ -6,10 +6,13 @@
 #include <settings_core/releases/migration.hpp>
 #include <settings_core/values/value_parsing.hpp>
 
+#include <foundation/verdixdata/text.hpp>
+
 #include <algorithm>
 #include <fuzz/fuzzing.hpp>
 #include <map>
 #include <optional>
+#include <set>
 #include <stdexcept>
 #include <tests/support/sample_settings.hpp>
 
@@ -74,6 +77,35 @@ Values valuesIn(const SettingsFile& file)
     return values;
 }
 
+std::set<std::string> locksIn(const SettingsFile& file)
+{
+    std::set<std::string> locks;
+    for (const JsonValue& path : file.locked()) {
+        locks.insert(foundation::verdixdata::toUtf8(decodedString(path)));
+    }
+    return locks;
+}
+
+bool isOfLock(const MigrationEvent& event)
+{
+    return event.kind >= MigrationEvent::Kind::lockMoved;
+}
+
+void checkLocks(const SettingsFile& file, const Migration& migration)
+{
+    std::set<std::string> locks = locksIn(file);
+    for (const MigrationEvent& event : migration.events) {
+        if (isOfLock(event)) {
+            const bool isAdded = event.kind == MigrationEvent::Kind::lockAdded;
+            require(isAdded || locks.erase(event.path) == 1, "a lock that is reported is there", event.path);
+            if (event.kind != MigrationEvent::Kind::lockRemoved) {
+                locks.insert(event.target);
+            }
+        }
+    }
+    require(locksIn(SettingsFile(migration.text)) == locks, "locks change as reported", migration.text);
+}
+
 void checkMigration(const SettingsFile& file, const Migration& migration, const SettingsTree& tree)
 {
     const SettingsFile after(migration.text);
@@ -82,6 +114,9 @@ void checkMigration(const SettingsFile& file, const Migration& migration, const 
             migration.text);
     Values values = valuesIn(file);
     for (const MigrationEvent& event : migration.events) {
+        if (isOfLock(event)) {
+            continue;
+        }
         auto setting = values.extract(event.path);
         require(!setting.empty(), "a setting that is reported is there", event.path);
         if (event.kind == MigrationEvent::Kind::moved) {
@@ -92,6 +127,7 @@ void checkMigration(const SettingsFile& file, const Migration& migration, const 
             values[event.path] = event.after;
         }
     }
+    checkLocks(file, migration);
     require(valuesIn(after) == values, "migrating does what it reports, and nothing else", migration.text);
     static_cast<void>(checkMigratedValues(migration, "settings.json", tree, releases()));
 }

@@ -53,20 +53,29 @@ std::optional<core::ReleaseName> parseReleaseOption(const char* option, const st
 
 Table::Row eventRow(const MigrationEvent& event)
 {
-    if (event.kind == MigrationEvent::Kind::moved) {
+    using Kind = MigrationEvent::Kind;
+    switch (event.kind) {
+    case Kind::moved:
         return {event.release, {"moves", Style::good}, event.path, "to " + event.target};
-    }
-    if (event.kind == MigrationEvent::Kind::converted) {
+    case Kind::lockMoved:
+        return {event.release, {"moves lock", Style::good}, event.path, "to " + event.target};
+    case Kind::lockAdded:
+        return {event.release, {"adds lock", Style::good}, event.target, "as " + event.path + " is locked"};
+    case Kind::converted:
         return {event.release,
                 {"converts", Style::good},
                 event.path,
                 jsonOnOneLine(event.before) + " to " + event.after};
+    case Kind::targetKept:
+        return {event.release, {"dropped", Style::bad}, event.path, event.target + " is set already"};
+    case Kind::removed:
+    case Kind::lockRemoved:
+        break;
     }
-    const bool isRemoved = event.kind == MigrationEvent::Kind::removed;
     return {event.release,
-            {"dropped", Style::bad},
+            {event.kind == Kind::removed ? "dropped" : "drops lock", Style::bad},
             event.path,
-            isRemoved ? "removed in " + event.release : event.target + " is set already"};
+            "removed in " + event.release};
 }
 
 Migration planMigration(const std::string& text, const fs::path& file, const Session& session,
@@ -151,7 +160,8 @@ void writeText(const Outcome& outcome, Output& out)
 
 std::string_view eventLabel(MigrationEvent::Kind kind)
 {
-    static constexpr std::string_view labels[] = {"moved", "targetKept", "removed", "converted"};
+    static constexpr std::string_view labels[] = {"moved",     "targetKept", "removed",    "converted",
+                                                  "lockMoved", "lockAdded",  "lockRemoved"};
     return labels[static_cast<std::size_t>(kind)];
 }
 

@@ -3,6 +3,8 @@
 #include <settings_core/releases/release_name.hpp>
 #include <settings_core/tree/path_lookup.hpp>
 
+#include <foundation/verdixdata/text.hpp>
+
 #include <algorithm>
 #include <iterator>
 #include <unordered_map>
@@ -67,9 +69,11 @@ private:
             checkRelease(member);
         } else if (member.name == "$schema") {
             return;  // names the JSON schema for text editors
+        } else if (member.name == "locked") {
+            std::ranges::for_each(member.value.elements, [this](const JsonValue& path) { checkLock(path); });
         } else if (member.name != "settings") {
             report(member.offset, member.name,
-                   "is an unknown member: a settings file has \"release\" and \"settings\"");
+                   "is an unknown member: a settings file has \"release\", \"locked\" and \"settings\"");
         } else if (&member.value.members == &file_.settings()) {  // of duplicates, the one that applies
             checkDuplicates(file_.settings());
             for (const JsonMember& setting : file_.settings()) {
@@ -90,6 +94,19 @@ private:
             report(member.value.offset, member.name,
                    "is newer than the newest known release, " + formatReleaseName(*newest) +
                        ": use the tools of that release");
+        }
+    }
+
+    void checkLock(const JsonValue& element)
+    {
+        const std::string path = foundation::verdixdata::toUtf8(decodedString(element));
+        const Node* node = tree_.find(path);
+        if (node == nullptr) {
+            report(element.offset, path,
+                   "is locked, but is no setting or group; " + unknownPaths_.explain(path));
+        } else if (node->kind() == NodeKind::alias) {
+            report(element.offset, path,
+                   "is locked, but is an alias: write " + node->properties().aliasName() + " instead");
         }
     }
 

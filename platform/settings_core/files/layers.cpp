@@ -77,26 +77,17 @@ Layers::Layers(const SettingsTree& tree, LayerFiles files) : tree_(tree)
     }
 }
 
-const std::optional<SettingsFile>& Layers::read(FileLayer& layer)
-{
-    if (!layer.isRead) {
-        layer.content = loadSettingsFile(layer.path);
-        layer.isRead = true;
-    }
-    return layer.content;
-}
-
 const Layers::Locks& Layers::locks()
 {
     if (!locks_) {
         Locks locks;
-        for (std::size_t index = 0; index < layers_.size(); ++index) {
-            const auto& file = read(layers_[index]);
-            if (!file || layers_[index].origin != Origin::installation) {
+        for (std::size_t index = 0; index < files().size(); ++index) {
+            const auto& [origin, path, isRead, content] = layers_[index];
+            if (!content || origin != Origin::installation) {
                 continue;
             }
-            for (const JsonValue& path : file->locked()) {
-                locks.try_emplace(foundation::verdixdata::toUtf8(decodedString(path)), index);
+            for (const JsonValue& locked : content->locked()) {
+                locks.try_emplace(foundation::verdixdata::toUtf8(decodedString(locked)), index);
             }
         }
         locks_ = std::move(locks);
@@ -134,9 +125,20 @@ std::optional<SettingLock> Layers::lockAgainst(const fs::path& file, const Node&
     return isAbove ? lockOf(node) : std::nullopt;
 }
 
-std::optional<LayerValue> Layers::valueIn(FileLayer& layer, const Node& setting)
+const std::vector<Layers::FileLayer>& Layers::files()
 {
-    const std::optional<SettingsFile>& file = read(layer);
+    for (FileLayer& layer : layers_) {
+        if (!layer.isRead) {
+            layer.content = loadSettingsFile(layer.path);
+            layer.isRead = true;
+        }
+    }
+    return layers_;
+}
+
+std::optional<LayerValue> Layers::valueIn(const FileLayer& layer, const Node& setting)
+{
+    const std::optional<SettingsFile>& file = layer.content;
     const JsonMember* member = file ? file->find(setting.fullName()) : nullptr;
     if (member == nullptr) {
         return std::nullopt;
@@ -160,7 +162,7 @@ std::vector<LayerValue> Layers::valuesOf(const Node& node)
         factory.value.isAssigned() || !factory.diagnostics.empty()) {
         values.push_back(std::move(factory));
     }
-    for (FileLayer& layer : layers_) {
+    for (const FileLayer& layer : files()) {
         if (auto value = valueIn(layer, setting)) {
             values.push_back(*std::move(value));
         }
@@ -176,7 +178,7 @@ LayerValue Layers::effective(const Node& node)
         std::ranges::move(value.diagnostics, std::back_inserter(ignored));
     };
     std::optional<LayerValue> value;
-    for (auto layer = layers_.rbegin(); layer != layers_.rend() && !value; ++layer) {
+    for (auto layer = files().rbegin(); layer != layers_.rend() && !value; ++layer) {
         value = valueIn(*layer, setting);
         if (value && !value->isValid()) {
             ignore(*value);
@@ -193,9 +195,8 @@ LayerValue Layers::effective(const Node& node)
 
 bool Layers::hasOverride(const Node& setting)
 {
-    return std::ranges::any_of(layers_, [&](FileLayer& layer) {
-        const auto& file = read(layer);
-        return file && file->find(setting.fullName()) != nullptr;
+    return std::ranges::any_of(files(), [&](const FileLayer& layer) {
+        return layer.content && layer.content->find(setting.fullName()) != nullptr;
     });
 }
 

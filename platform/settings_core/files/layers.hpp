@@ -100,21 +100,27 @@ public:
     /// Returns the lock that keeps the setting or group from being overridden in one of the files.
     [[nodiscard]] std::optional<SettingLock> lockAgainst(const std::filesystem::path& file, const Node& node);
 
-private:
+    /// A settings file of a layer.
     struct FileLayer
     {
-        Origin origin;
-        std::filesystem::path path;
-        bool isRead = false;
-        std::optional<SettingsFile> content = std::nullopt;
+        Origin origin;                                       ///< installation or personal
+        std::filesystem::path path;                          ///< of the file
+        bool isRead = false;                                 ///< whether `content` is known
+        std::optional<SettingsFile> content = std::nullopt;  ///< nothing if the file does not exist
     };
+
+    /// Returns the layers of the files, lowest first, all read.
+    [[nodiscard]] const std::vector<FileLayer>& files();
+
+    /// Returns the value of a setting in one of these layers, if it has one.
+    [[nodiscard]] std::optional<LayerValue> valueIn(const FileLayer& layer, const Node& setting);
+
+private:
     /// Indexes in layers_ of the lowest layer that locks a path.
     using Locks = std::map<std::string, std::size_t, std::less<>>;
 
-    [[nodiscard]] static const std::optional<SettingsFile>& read(FileLayer& layer);
     [[nodiscard]] const Locks& locks();
     [[nodiscard]] const Locks::value_type* lowestLock(const Node& node);
-    [[nodiscard]] std::optional<LayerValue> valueIn(FileLayer& layer, const Node& setting);
 
     const SettingsTree& tree_;
     std::vector<FileLayer> layers_;  ///< of files, lowest first

@@ -110,11 +110,17 @@ const JsonValue* SettingsFile::release() const noexcept
     return release == nullptr ? nullptr : &release->value;
 }
 
+const JsonValue* SettingsFile::lockedValue() const noexcept
+{
+    const JsonMember* locked = member(lockedMember);
+    return locked == nullptr ? nullptr : &locked->value;
+}
+
 const std::vector<JsonValue>& SettingsFile::locked() const noexcept
 {
     static const std::vector<JsonValue> none;
-    const JsonMember* locked = member(lockedMember);
-    return locked == nullptr ? none : locked->value.elements;
+    const JsonValue* locked = lockedValue();
+    return locked == nullptr ? none : locked->elements;
 }
 
 const std::vector<JsonMember>& SettingsFile::settings() const noexcept
@@ -204,6 +210,11 @@ void SettingsFileEdit::setRelease(std::string_view release)
     release_ = release;
 }
 
+void SettingsFileEdit::setLocked(const LockedPaths& locked)
+{
+    locked_ = locked.text(file_);
+}
+
 std::string SettingsFileEdit::text() const
 {
     const std::string& text = file_.text();
@@ -218,6 +229,9 @@ std::string SettingsFileEdit::text() const
     };
     if (release_) {
         put(file_.member(releaseMember), releaseMember, toJsonString(*release_));
+    }
+    if (locked_) {
+        put(file_.member(lockedMember), lockedMember, *locked_);
     }
     if (changesSettings_) {
         put(file_.member(settingsMember), settingsMember, settings_.text());

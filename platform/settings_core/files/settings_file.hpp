@@ -5,6 +5,7 @@
 
 #include <settings_core/files/json_object_edit.hpp>
 #include <settings_core/files/json_reader.hpp>
+#include <settings_core/files/locked_paths.hpp>
 #include <settings_core/files/text_position.hpp>
 #include <settings_core/releases/release_name.hpp>
 
@@ -44,6 +45,9 @@ public:
 
     /// Returns the value of the member "release", which may be of any kind, or null.
     [[nodiscard]] const JsonValue* release() const noexcept;
+
+    /// Returns the value of the member "locked", an array of strings, or null.
+    [[nodiscard]] const JsonValue* lockedValue() const noexcept;
 
     /// Returns the paths that the file locks, all of kind string.
     [[nodiscard]] const std::vector<JsonValue>& locked() const noexcept;
@@ -90,6 +94,9 @@ public:
     /// Replaces the value of the member "release", or appends the member.
     void setRelease(std::string_view release);
 
+    /// Replaces the value of the member "locked", which the file must have.
+    void setLocked(const LockedPaths& locked);
+
     /// Returns the paths of the settings in the edited file that are at this path or under it, in the order
     /// of the file.
     [[nodiscard]] std::vector<std::string> pathsAtOrUnder(std::string_view path) const;
@@ -108,6 +115,7 @@ private:
     std::size_t nextIndex_ = 0;
     JsonObjectEdit settings_;
     std::optional<std::string> release_;
+    std::optional<std::string> locked_;
     bool changesSettings_ = false;
 };
 

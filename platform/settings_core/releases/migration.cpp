@@ -1,4 +1,5 @@
 #include <settings_core/files/file_check.hpp>
+#include <settings_core/files/locked_paths.hpp>
 #include <settings_core/files/value_conversion.hpp>
 #include <settings_core/releases/migration.hpp>
 #include <settings_core/releases/release_history.hpp>
@@ -59,25 +60,19 @@ void requireOrder(const Migration& migration, const ReleaseName& newest)
     }
 }
 
-class Migrator
+/// Applies releases to the settings of a file.
+class SettingsMigrator
 {
 public:
-    Migrator(SettingsFileEdit& edit, std::vector<MigrationEvent>& events) : edit_(edit), events_(events) {}
+    SettingsMigrator(SettingsFileEdit& edit, std::vector<MigrationEvent>& events)
+        : edit_(edit), events_(events)
+    {}
 
-    void apply(const ReleaseChangeSet& set)
-    {
-        for (const SettingsFileChange& change : set.changes) {
-            if (change.to().empty()) {
-                remove(set.release, change.from().front());
-            } else if (change.from() != change.to() && edit_.has(change.from().front())) {
-                move(set.release, change.from().front(), change.to().front());
-            }
-        }
-    }
-
-private:
     void move(const std::string& release, const std::string& source, const std::string& target)
     {
+        if (!edit_.has(source)) {
+            return;
+        }
         const bool targetIsSet = edit_.has(target);
         if (targetIsSet) {
             edit_.remove(source);
@@ -96,9 +91,66 @@ private:
         }
     }
 
+private:
     SettingsFileEdit& edit_;
     std::vector<MigrationEvent>& events_;
 };
+
+/// Applies releases to the paths that a file locks.
+class LockMigrator
+{
+public:
+    LockMigrator(LockedPaths& locked, std::vector<MigrationEvent>& events) : locked_(locked), events_(events)
+    {}
+
+    void move(const std::string& release, const std::string& source, const std::string& target)
+    {
+        if (!locked_.covers(source)) {
+            return;
+        }
+        const bool isEntry = locked_.has(source);
+        if (!isEntry && locked_.covers(target)) {
+            return;
+        }
+        if (isEntry && locked_.has(target)) {
+            locked_.remove(source);
+        } else if (isEntry) {
+            locked_.rename(source, target);
+        } else {
+            locked_.add(target);
+        }
+        events_.push_back({isEntry ? MigrationEvent::Kind::lockMoved : MigrationEvent::Kind::lockAdded,
+                           release, source, target});
+    }
+
+    void remove(const std::string& release, const std::string& removed)
+    {
+        for (const std::string& path : locked_.pathsAtOrUnder(removed)) {
+            locked_.remove(path);
+            events_.push_back({MigrationEvent::Kind::lockRemoved, release, path, ""});
+        }
+    }
+
+private:
+    LockedPaths& locked_;
+    std::vector<MigrationEvent>& events_;
+};
+
+void apply(const ReleaseChangeSet& set, auto&... migrators)
+{
+    for (const SettingsFileChange& change : set.changes) {
+        if (change.to().empty()) {
+            (migrators.remove(set.release, change.from().front()), ...);
+        } else if (change.from() != change.to()) {
+            (migrators.move(set.release, change.from().front(), change.to().front()), ...);
+        }
+    }
+}
+
+bool isOfLock(const MigrationEvent& event)
+{
+    return event.kind >= MigrationEvent::Kind::lockMoved;
+}
 
 /// Returns the converted value of a setting that rejects the stored one; nothing if there is none, or no such
 /// setting.
@@ -130,6 +182,9 @@ std::size_t countUntouched(const Migration& migration, std::size_t settings)
     std::set<std::string_view> arrived;
     std::size_t touched = 0;
     for (const MigrationEvent& event : migration.events) {
+        if (isOfLock(event)) {
+            continue;
+        }
         // A setting that was moved before is counted once.
         touched += arrived.erase(event.path) == 0 ? 1 : 0;
         if (event.kind == MigrationEvent::Kind::moved) {
@@ -153,12 +208,17 @@ Migration migrateSettings(const SettingsFile& file, const SettingsTree& tree, co
     requireOrder(migration, *newest);
     requireUniqueSettings(file);
     SettingsFileEdit edit(file);
-    Migrator migrator(edit, migration.events);
+    LockedPaths locked(file);
+    SettingsMigrator settings(edit, migration.events);
+    LockMigrator locks(locked, migration.events);
     for (const auto& [index, set] : table) {
         const ReleaseName release = releaseOf(set);
         if (release <= migration.to && (!migration.from || *migration.from < release)) {
-            migrator.apply(set);
+            apply(set, settings, locks);
         }
+    }
+    if (std::ranges::any_of(migration.events, isOfLock)) {
+        edit.setLocked(locked);
     }
     if (releaseIn(file) != migration.to) {
         edit.setRelease(formatReleaseName(migration.to));

@@ -18,7 +18,7 @@ namespace vx::core {
 struct Diagnostic;
 class SettingsTree;
 
-/// A change that a migration makes to one setting of a file.
+/// A change that a migration makes to one setting of a file, or to one of the paths that the file locks.
 struct MigrationEvent
 {
     /// The kinds of changes.
@@ -27,13 +27,16 @@ struct MigrationEvent
         moved,       ///< renamed to `target`, value unchanged
         targetKept,  ///< dropped: the file already has `target`, whose value stays
         removed,     ///< dropped: the release has no such setting
-        converted    ///< same path, value in the class of the setting of the newest release
+        converted,   ///< same path, value in the class of the setting of the newest release
+        lockMoved,   ///< an entry of "locked" renamed to `target`, or dropped because that is locked already
+        lockAdded,   ///< `target` added to "locked", because the group that `path` leaves is locked
+        lockRemoved  ///< an entry of "locked" dropped: the release has no such path
     };
 
     Kind kind;            ///< of the change
     std::string release;  ///< that made the change: "R2022b"; for `converted` the one migrated to
     std::string path;     ///< of the setting before the change
-    std::string target;   ///< path of the move; empty for `removed` and `converted`
+    std::string target;   ///< path of the move; empty for the removed and the converted
 
     std::string before = {};  ///< the old value as JSON, as it was in the file; only for `converted`
     std::string after = {};   ///< the new value as JSON; only for `converted`
@@ -62,7 +65,8 @@ struct MigrationRange
 
 /// Applies the changes of every release after `from` up to and including `to`, oldest first, and sets the
 /// file's release to `to`. A moved setting keeps its position and the source text of its value; a setting
-/// that is already in the file is never replaced. Removing a group removes all settings in it.
+/// that is already in the file is never replaced. Removing a group removes all settings in it. Locks follow
+/// the settings that they lock, also those that leave a locked group.
 ///
 /// In a file that is migrated to the newest release, the one that the tree describes, the values that the
 /// tree's settings reject are then converted if that loses nothing: false to 0, 12 to "12", "a" to ["a"].

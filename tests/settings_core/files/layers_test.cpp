@@ -1,4 +1,5 @@
 #include <settings_core/files/file_check.hpp>
+#include <settings_core/files/ignored_settings.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/tree/path_lookup.hpp>
 #include <settings_core/values/value_format.hpp>
@@ -43,6 +44,46 @@ TEST_F(LayersTest, TheLastLayerWithAFittingValueHolds)
     EXPECT_THROW(static_cast<void>(vx::core::Layers(tree, files).effective(wrap)), std::runtime_error);
 }
 
+TEST_F(LayersTest, ALockExcludesTheLayersAboveIt)
+{
+    files.installation = {folder / "first.json", folder / "second.json"};
+    const auto write = [](const std::string& file, const std::string& locked, const char* value) {
+        const std::string format = R"({"locked": [)" + locked + R"(], "settings": {)";
+        tests::writeFile(file,
+                         format + R"("verdix.class.int32": )" + value + R"(, "verdix.class.char": "own"}})");
+    };
+    const auto effective = [&](const char* path) {
+        const auto value = vx::core::Layers(tree, files).effective(nodeAt(tree, releases, path));
+        return vx::core::formatValue(value.value) + " " + std::string(originName(value.origin)) +
+               std::to_string(value.diagnostics.size());
+    };
+    write(files.personal, R"("verdix")", "3");
+    write(files.installation.front(), "", "1");
+    write(files.installation.back(), "", "2");
+    EXPECT_EQ(effective("class.int32"), "3 personal0");
+    write(files.installation.front(), R"("verdix.class")", "1");
+    EXPECT_EQ(effective("class.int32"), "1 installation1");
+    EXPECT_EQ(effective("class.int64"), "1 factory0");
+    write(files.installation.back(), R"("verdix.class.int32")", "2");
+    EXPECT_EQ(effective("class.int32"), "2 installation2") << "the lock of the lowest layer applies";
+    EXPECT_EQ(effective("class.char"), "own installation1");
+
+    vx::core::Layers layers(tree, files);
+    const Node& setting = nodeAt(tree, releases, "class.int32");
+    EXPECT_EQ(layers.lockOf(setting)->file, files.installation.back());
+    EXPECT_EQ(layers.lockAgainst(files.installation.front(), setting)->path, "verdix.class.int32");
+    EXPECT_FALSE(layers.lockAgainst(files.installation.back(), setting));
+    EXPECT_FALSE(layers.lockOf(nodeAt(tree, releases, "commandwindow.WrapLines")));
+    const auto ignored = vx::core::ignoredSettings(layers, tree);
+    ASSERT_EQ(ignored.size(), 3U);
+    EXPECT_EQ(ignored.back().locked, 2U);
+    EXPECT_EQ(ignored[1].locked, 1U);
+
+    tests::writeFile(files.installation.back(), R"({"locked": "verdix.class"})");
+    EXPECT_THROW(static_cast<void>(effective("class.int32")), std::runtime_error)
+        << "a lock must not get lost";
+}
+
 TEST_F(LayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
 {
     // A ^ stands in front of each fault, the words behind the line are what is said of it.
@@ -53,9 +94,11 @@ TEST_F(LayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
     } const lines[] = {
         {R"({ "release": ^"2026a",)", {"is not a release"}},
         {R"(  ^"comment": "mine",)", {"is an unknown member"}},
+        {R"(  "locked": ["verdix.web", ^"verdix.webb", ^"verdix.alias.Second"],)",
+         {"did you mean verdix.web?", "is an alias"}},
         {R"(  "settings": {)"},
         {R"(    "verdix.commandwindow.WrapLines": true,)"},
-        {R"(    ^"verdix.commandwindow.WrapLines": false,)", {"duplicate of the one in line 4"}},
+        {R"(    ^"verdix.commandwindow.WrapLines": false,)", {"duplicate of the one in line 5"}},
         {R"(    ^"verdix.commandwindow.WrapLinez": true,)", {"did you mean verdix.commandwindow.WrapLines"}},
         {R"(    ^"verdix.commandwindow.EightyColumns": true,)", {"UseEightyColumnDisplayWidth in R2021a"}},
         {R"(    ^"verdix.editor.suggestions.Forgotten": true,)", {"removed in R2026a"}},
@@ -82,7 +125,7 @@ TEST_F(LayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         content.append(line).append("\n");
         ++number;
     }
-    ASSERT_EQ(expected.size(), 17U);
+    ASSERT_EQ(expected.size(), 19U);
     const auto faults = vx::core::checkSettingsFile(files.personal, content, tree, releases);
     ASSERT_EQ(faults.size(), expected.size());
     for (std::size_t index = 0; index < faults.size(); ++index) {

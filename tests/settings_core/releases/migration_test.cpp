@@ -47,6 +47,18 @@ struct MigrationTest : testing::Test
     /// Releases before, between, in and after those of the table but the last.
     ReleaseName anyRelease() { return {2019 + static_cast<int>(below(7)), below(2) == 0 ? 'a' : 'b'}; }
 
+    std::string anyLocks()
+    {
+        std::vector<std::string> locked;
+        std::sample(paths.begin(), paths.end(), std::back_inserter(locked), below(5), bits);
+        std::string text;
+        for (const std::string& path : locked) {
+            const std::string& lock = below(2) == 0 ? path : path.substr(0, path.rfind('.'));
+            text += (text.empty() ? "\"locked\": [\"" : ", \"") + lock + '"';
+        }
+        return text.empty() ? text : text + "], ";
+    }
+
     /// A file that states about half of the paths, in any order and one of several styles.
     std::string anyFile(const std::string& release)
     {
@@ -56,8 +68,8 @@ struct MigrationTest : testing::Test
         std::sample(paths.begin(), paths.end(), std::back_inserter(stated), below(paths.size()), bits);
         std::shuffle(stated.begin(), stated.end(), bits);
         const std::string gap = gaps[below(4)];
-        std::string text =
-            "{" + (release.empty() ? "" : "\"release\": \"" + release + "\",") + gap + "\"settings\":{";
+        std::string text = "{" + (release.empty() ? "" : "\"release\": \"" + release + "\",") + gap +
+                           anyLocks() + "\"settings\":{";
         for (const std::string& path : stated) {
             text += (&path == stated.data() ? "" : ",") + gap + "\"" + path +
                     "\": " + values[below(std::size(values))];
@@ -122,6 +134,30 @@ TEST_F(MigrationTest, ReportsMovesAndKeepsWhatTheTargetStates)
     // The changes of a release apply from top to bottom.
     table.rbegin()->second.changes = {{"move", {"a"}, {"b"}}, {"move", {"b"}, {"c"}}};
     EXPECT_EQ(migrate(text("\"a\": 1")).text, newest + "\"settings\": {\"c\": 1}}");
+}
+
+TEST_F(MigrationTest, LocksFollowTheirSettings)
+{
+    table = {{0, {"R2020b", false, {{"move", {"v.a.x"}, {"v.b.x"}}, {"move", {"v.a.y"}, {"v.a.z"}}}}},
+             {1, {"R2021a", false, {{"move", {"v.b.x"}, {"v.c.x"}}, {"remove", {"v.old"}, {}}}}}};
+    const std::pair<std::string, std::string> cases[] = {
+        {R"(["v.a"])", R"(["v.a", "v.c.x"])"},  // what leaves a locked group stays locked
+        {R"([ "v.a.x",
+ "v.old.y" , "v.d" ])",
+         R"([ "v.c.x",
+ "v.d" ])"},
+        {R"(["v.a.x", "v.b.x"])", R"(["v.c.x"])"},
+        {R"([ "v.old" ])", R"([  ])"},
+        {R"(["v"])", R"(["v"])"}};
+    for (const auto& [before, after] : cases) {
+        const auto text = [](const std::string& release, const std::string& locked) {
+            return "{\"release\": \"" + release + "\", \"locked\": " + locked +
+                   ", \"settings\": {\"v.d\": 1}}";
+        };
+        const Migration migration = migrate(text("R2020a", before));
+        EXPECT_EQ(migration.text, text("R2021a", after));
+        EXPECT_EQ(migration.untouched, 1U);
+    }
 }
 
 TEST_F(MigrationTest, ConvertsRejectedValuesWithoutLoss)
