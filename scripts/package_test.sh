@@ -54,7 +54,7 @@ use_command() {
 check_data_files() {
     local data=$1/share shell file
     [[ -s $data/man/man1/vxsettings.1 ]] || fail "$1 has no manual page"
-    "$1/bin/vxsettings" export --format json-schema | cmp - "$data/verdix/settings.schema.json"
+    "$1/bin/vxsettings" export --format json-schema --factory | cmp - "$data/verdix/settings.schema.json"
     python3 -m json.tool "$data/verdix/settings.schema.json" >/dev/null
     for shell in bash:bash-completion/completions/vxsettings fish:fish/vendor_completions.d/vxsettings.fish \
         "zsh:zsh/$2/_vxsettings"; do

@@ -27,7 +27,7 @@ trap 'rm -rf -- "$PAGE_FOLDER"' EXIT
 vxsettings=$project/build/$preset/bin/vxsettings
 cp -- "$page_tests/personal.json" "$PAGE_FOLDER"
 "$vxsettings" export --format json -o "$PAGE_FOLDER/tree.json"
-"$vxsettings" export --format html -o "$PAGE_FOLDER/plain.html"
+"$vxsettings" export --format html --factory -o "$PAGE_FOLDER/plain.html"
 "$vxsettings" export --format html -o "$PAGE_FOLDER/modified.html" \
     --personal "$PAGE_FOLDER/personal.json" --installation "$PAGE_FOLDER/none.json"
 node --test "$page_tests/page_test.mjs"

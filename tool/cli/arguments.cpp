@@ -81,6 +81,11 @@ void addFlag(CLI::App& command, const char* names, bool& target, const char* hel
     command.add_flag(names, target, help);
 }
 
+void addFactoryFlag(CLI::App& command, bool& target)
+{
+    addFlag(command, "--factory", target, "Ignore all settings files, and show factory values");
+}
+
 void requireOneStandardInput(const std::vector<std::string>& files)
 {
     if (std::ranges::count(files, core::standardInput) > 1) {

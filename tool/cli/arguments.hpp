@@ -57,6 +57,9 @@ void addChoice(CLI::App& command, const char* names, std::string& target,
 /// Adds an option without a value.
 void addFlag(CLI::App& command, const char* names, bool& target, const char* help);
 
+/// Adds --factory, which makes a command show factory values instead of effective ones.
+void addFactoryFlag(CLI::App& command, bool& target);
+
 /// Refuses the empty string as the value of an option.
 void refuseEmpty(CLI::Option& option);
 

@@ -14,6 +14,7 @@
 #include "export_page.hpp"
 #include "export_schema.hpp"
 #include "export_table.hpp"
+#include "render/effective_value.hpp"
 #include "render/json_text.hpp"
 
 namespace vx::tool {
@@ -24,37 +25,49 @@ struct ExportOptions
 {
     std::string format;
     std::string file;
+    bool showsFactory = false;
+    bool addsEffective = false;
 };
 
 struct Format
 {
     const char* name;
-    void (*write)(LazySession& lazy, Output& out);
+    void (*write)(const Session& session, core::Layers& layers, Output& out);
 };
 
-template <void (*write)(const Session& session, Output& out)>
-void writeTree(LazySession& lazy, Output& out)
+boost::json::object treeOf(const Session& session)
 {
-    write(lazy.get(), out);
+    return review::treeJson(session.tree(), session.releaseChanges(), session.settingPathList());
 }
 
-void exportJson(const Session& session, Output& out)
+void exportJson(const Session& session, core::Layers& /*layers*/, Output& out)
 {
-    writeJson(review::treeJson(session.tree(), session.releaseChanges(), session.settingPathList()), out);
+    writeJson(treeOf(session), out);
 }
 
-void exportBaseline(const Session& session, Output& out)
+/// Adds the effective value to each setting.
+void exportEffective(const Session& session, core::Layers& layers, Output& out)
+{
+    boost::json::object document = treeOf(session);
+    auto node = document.at("nodes").as_array().begin();
+    for (const core::Node* setting : session.tree().nodes()) {
+        if (setting->kind() == core::NodeKind::setting) {
+            node->as_object().emplace("effective", effectiveJson(shownEffective(layers, *setting)));
+        }
+        ++node;
+    }
+    writeJson(document, out);
+}
+
+void exportBaseline(const Session& session, core::Layers& /*layers*/, Output& out)
 {
     writeJson(review::baselineJson(review::makeReleaseTree(session.tree(), session.releaseChanges())), out);
 }
 
 /// In the order in which help lists them; the first is the default with the global --format json.
-constexpr Format formats[] = {{"json", writeTree<exportJson>},
-                              {"baseline", writeTree<exportBaseline>},
-                              {"json-schema", writeTree<exportSchema>},
-                              {"html", exportPage},
-                              {"csv", writeTree<exportCsv>},
-                              {"markdown", writeTree<exportMarkdown>}};
+constexpr Format formats[] = {
+    {"json", exportJson}, {"baseline", exportBaseline}, {"json-schema", exportSchema},
+    {"html", exportPage}, {"csv", exportCsv},           {"markdown", exportMarkdown}};
 
 std::vector<std::string> formatNames()
 {
@@ -80,20 +93,36 @@ void requireOtherFile(const std::string& file, const LazySession& lazy)
     }
 }
 
+/// Returns the function that writes the tree in the format that the options ask for. Throws CommandError for
+/// options that exclude each other.
+auto writerOf(const ExportOptions& options)
+{
+    const Format& format =
+        options.format.empty() ? formats[0] : *std::ranges::find(formats, options.format, &Format::name);
+    if (!options.addsEffective) {
+        return format.write;
+    }
+    if (format.write != exportJson || options.showsFactory) {
+        throw CommandError(ExitCode::usage,
+                           "--effective is for --format json without --factory; csv, markdown and html show "
+                           "effective values by themselves");
+    }
+    return exportEffective;
+}
+
 ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& standard)
 {
     if (options.format.empty() && !standard.isJson()) {
         throw CommandError(ExitCode::usage, "export needs --format; see vxsettings export --help");
     }
-    const Format& format =
-        options.format.empty() ? formats[0] : *std::ranges::find(formats, options.format, &Format::name);
+    const auto write = writerOf(options);
     if (options.file.empty() || options.file == "-") {
-        format.write(lazy, standard);
+        write(lazy.get(), lazy.layers(options.showsFactory), standard);
         return ExitCode::done;
     }
     requireOtherFile(options.file, lazy);
     Output out;
-    format.write(lazy, out);
+    write(lazy.get(), lazy.layers(options.showsFactory), out);
     core::writeFile(options.file, out.buffer());
     return ExitCode::done;
 }
@@ -103,6 +132,8 @@ ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& sta
 Action addExport(CLI::App& command)
 {
     setHelp(command, "Export the whole tree, for programs, editors, spreadsheets or browsers",
+            "html, csv and markdown show effective values with their origins; the other formats are of the "
+            "factory tree.\n"
             "Examples:\n  vxsettings export --format json -o tree.json\n"
             "  vxsettings export --format html -o settings.html");
     auto options = std::make_shared<ExportOptions>();
@@ -112,6 +143,9 @@ Action addExport(CLI::App& command)
               "and search the settings");
     addOption(command, "-o,--output", options->file, "FILE",
               "File to write, whole or not at all (default: -, standard output)");
+    addFactoryFlag(command, options->showsFactory);
+    addFlag(command, "--effective", options->addsEffective,
+            "With --format json, add effective value, origin and file to each setting");
     return [options](LazySession& session, Output& out) { return exportTree(session, *options, out); };
 }
 

@@ -30,13 +30,13 @@ using foundation::verdixdata::Array;
 /// Width in characters; longer values are collapsed.
 constexpr std::size_t valueWidth = 160;
 
-/// What the page is made from. If `layers` is null, it shows factory values only.
+/// What the page is made from.
 struct Source
 {
     const core::SettingsTree& tree;
     const core::ReleaseHistory history;
     const std::optional<core::ReleaseName> release;
-    core::Layers* layers;
+    core::Layers& layers;
 };
 
 std::string badge(std::string_view kind, std::string_view text)
@@ -84,10 +84,10 @@ std::string classOf(const Node& setting)
 /// layer.
 core::LayerValue modification(const Source& source, const Node& setting)
 {
-    if (source.layers == nullptr || !source.layers->hasOverride(setting)) {
-        return {};
+    if (!source.layers.hasOverride(setting)) {
+        return {};  // the page does not run run-time defaults
     }
-    core::LayerValue effective = source.layers->effective(setting);
+    core::LayerValue effective = source.layers.effective(setting);
     return effective.value == setting.properties().factoryValue ? core::LayerValue()
                                                                 : shownValue(setting, std::move(effective));
 }
@@ -134,6 +134,11 @@ Row settingRow(const Source& source, const Node& node, const std::string& font)
     row.constraints += "<div class=\"shape\">" +
                        escapeHtml(factory.isAssigned() ? core::formatClassAndSize(factory) : elementClass) +
                        "</div>";
+    if (const auto lock = source.layers.lockOf(node)) {
+        row.badges += badge("access", "locked");
+        row.constraints +=
+            "<div class=\"history\">locked by <code>" + escapeHtml(lock->file.string()) + "</code></div>";
+    }
     const core::LayerValue effective = modification(source, node);
     if (effective.origin != core::Origin::factory) {
         const std::string layer(core::originName(effective.origin));
@@ -210,18 +215,16 @@ void fill(std::string_view document, const std::map<std::string_view, std::funct
 
 }  // namespace
 
-void exportPage(LazySession& lazy, Output& out)
+void exportPage(const Session& session, core::Layers& layers, Output& out)
 {
-    const Session& session = lazy.get();
     const Source source{session.tree(), core::ReleaseHistory(session.releaseChanges()),
-                        session.publishedRelease(), lazy.hasNamedLayerFiles() ? &lazy.layers() : nullptr};
+                        session.publishedRelease(), layers};
     const Node& root = *source.tree.root();
     fill(page::document,
          {{"root", [&] { out << escapeHtml(root.fullName()); }},
           {"summary", [&] { out << escapeHtml(summary(source)); }},
           {"style", [&] { out << Exact{page::style}; }},
           {"script", [&] { out << Exact{page::script}; }},
-          {"value", [&] { out << (source.layers == nullptr ? "Factory value" : "Value"); }},
           {"rows", [&] { writeGroup(source, root, out); }}},
          out);
 }

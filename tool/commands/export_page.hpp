@@ -5,8 +5,8 @@
 
 namespace vx::tool {
 
-/// Writes a self-contained HTML page: a searchable table of all settings with values, constraints and
-/// history. If settings files were given on the command line, it also shows the values in them.
-void exportPage(LazySession& lazy, Output& out);
+/// Writes a self-contained HTML page: a searchable table of all settings with effective values, constraints
+/// and history.
+void exportPage(const Session& session, core::Layers& layers, Output& out);
 
 }  // namespace vx::tool

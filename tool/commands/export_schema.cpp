@@ -41,6 +41,11 @@ std::string description(const Node& setting, const core::ReleaseHistory& history
     return text;
 }
 
+std::string describeLock(const std::optional<core::SettingLock>& lock)
+{
+    return lock ? " Locked by " + lock->file.string() + ": personal values have no effect." : "";
+}
+
 /// Adds the factory value as the default, unless settings files cannot hold it.
 void addDefault(json::object& schema, const Node& setting)
 {
@@ -55,9 +60,10 @@ void addDefault(json::object& schema, const Node& setting)
     }
 }
 
-json::object settingSchema(const Node& setting, const core::ReleaseHistory& history)
+json::object settingSchema(const Node& setting, const core::ReleaseHistory& history, core::Layers& layers)
 {
-    json::object schema{{"description", description(setting, history)}};
+    json::object schema{
+        {"description", description(setting, history) + describeLock(layers.lockOf(setting))}};
     addDefault(schema, setting);
     if (setting.properties().readOnly.value()) {
         schema.emplace("readOnly", true);
@@ -118,13 +124,21 @@ std::string member(std::string_view name, const json::value& value)
     return text;
 }
 
-void writeSettings(const Session& session, const ReleaseChangeTable& releases, Output& out)
+json::object lockedSchema()
 {
-    const core::ReleaseHistory history(releases);
+    return {{"description", "Paths of settings and groups that no personal file changes; of effect in a file "
+                            "of the installation."},
+            {"type", "array"},
+            {"items", json::object{{"type", "string"}}}};
+}
+
+void writeSettings(const Session& session, core::Layers& layers, Output& out)
+{
+    const core::ReleaseHistory history(session.releaseChanges());
     std::string_view separator = "\n        ";
     for (const Node* node : session.tree().nodes()) {
         if (node->kind() == core::NodeKind::setting) {
-            out << Exact{separator} << Exact{member(node->fullName(), settingSchema(*node, history))};
+            out << Exact{separator} << Exact{member(node->fullName(), settingSchema(*node, history, layers))};
             separator = ",\n        ";
         }
     }
@@ -132,17 +146,17 @@ void writeSettings(const Session& session, const ReleaseChangeTable& releases, O
 
 }  // namespace
 
-void exportSchema(const Session& session, Output& out)
+void exportSchema(const Session& session, core::Layers& layers, Output& out)
 {
-    const ReleaseChangeTable& releases = session.releaseChanges();
     const json::object reference{{"description", "The location of this schema, for editors."}};
     out << "{\n  \"$schema\": \"https://json-schema.org/draft/2020-12/schema\",\n  "
         << Exact{member("title", json::string("Settings under " + session.tree().root()->getFullName()))}
         << ",\n  "
         << "\"type\": \"object\",\n  \"properties\": {\n    " << Exact{member("$schema", reference)}
-        << ",\n    " << Exact{member("release", releaseSchema(releases))} << ",\n    "
+        << ",\n    " << Exact{member("release", releaseSchema(session.releaseChanges()))} << ",\n    "
+        << Exact{member("locked", lockedSchema())} << ",\n    "
         << "\"settings\": {\n      \"type\": \"object\",\n      \"properties\": {";
-    writeSettings(session, releases, out);
+    writeSettings(session, layers, out);
     out << "\n      },\n      \"additionalProperties\": false\n    }\n  },\n"
         << "  \"additionalProperties\": false\n}\n";
 }

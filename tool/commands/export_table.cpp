@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "render/effective_value.hpp"
 #include "render/escaping.hpp"
 #include "render/node_labels.hpp"
 
@@ -22,8 +23,8 @@ using core::Node;
 using core::NodeKind;
 
 constexpr std::size_t valueWidth = 120;
-constexpr std::array<std::string_view, 7> columns = {"path",      "class", "shape",     "value",
-                                                     "validator", "rules", "visibility"};
+constexpr std::array<std::string_view, 8> columns = {"path",      "class", "shape",      "value",
+                                                     "validator", "rules", "visibility", "origin"};
 using Row = std::array<std::string, columns.size()>;
 
 std::string constraints(const Node::Properties& properties)
@@ -35,38 +36,49 @@ std::string constraints(const Node::Properties& properties)
     return boost::algorithm::join(descriptions, "; ");
 }
 
-/// Returns the factory value in the scripting language's form, or where the value comes from.
-std::string value(const Node& node)
+/// Returns the value in the scripting language's form, or where the factory value comes from.
+std::string valueText(const Node& setting, const core::LayerValue& effective)
 {
-    const auto& properties = node.properties();
-    if (node.kind() == NodeKind::alias) {
-        return "alias of " + properties.aliasName();
-    }
-    if (const auto* computed = std::get_if<settings::core::CRunTimeDefault>(&properties.runTimeDefault)) {
-        return "computed by " + computed->function() + " of " + computed->scope();
-    }
-    return core::formatValueOnOneLine(properties.factoryValue, valueWidth);
+    const auto& runTimeDefault = setting.properties().runTimeDefault;
+    const auto* computed = std::get_if<settings::core::CRunTimeDefault>(&runTimeDefault);
+    return computed != nullptr && effective.origin == core::Origin::factory
+               ? "computed by " + computed->function() + " of " + computed->scope()
+               : core::formatValueOnOneLine(effective.value, valueWidth);
 }
 
-Row rowOf(const Node& node)
+Row aliasRow(const Node& alias)
 {
-    const auto& properties = node.properties();
-    const auto& array = properties.factoryValue;
-    return {node.getFullName(),
+    return {alias.getFullName(),
+            "",
+            "",
+            "alias of " + alias.properties().aliasName(),
+            "",
+            "",
+            std::string(visibilityLabel(alias)),
+            ""};
+}
+
+Row settingRow(const Node& setting, const core::LayerValue& effective)
+{
+    const auto& properties = setting.properties();
+    const auto& array = effective.origin == core::Origin::factory ? properties.factoryValue : effective.value;
+    return {setting.getFullName(),
             array.isAssigned() ? className(array.getType()) : "",
             array.isAssigned() ? core::formatDimensions(array.getDimensions()) : "",
-            value(node),
+            valueText(setting, effective),
             qualifiedName(properties.validator),
             constraints(properties),
-            std::string(visibilityLabel(node))};
+            std::string(visibilityLabel(setting)),
+            std::string(originName(effective.origin))};
 }
 
 template <class Write>
-void forEachRow(const Session& session, Write write)
+void forEachRow(const Session& session, core::Layers& layers, Write write)
 {
     for (const Node* node : session.tree().nodes()) {
         if (node->kind() != NodeKind::group) {
-            write(rowOf(*node));
+            write(node->kind() == NodeKind::alias ? aliasRow(*node)
+                                                  : settingRow(*node, shownEffective(layers, *node)));
         }
     }
 }
@@ -94,18 +106,19 @@ void writeMarkdownLine(const Fields& fields, Output& out)
 
 }  // namespace
 
-void exportCsv(const Session& session, Output& out)
+void exportCsv(const Session& session, core::Layers& layers, Output& out)
 {
     writeCsvLine(columns, out);
-    forEachRow(session, [&](const Row& row) { writeCsvLine(row, out); });
+    forEachRow(session, layers, [&](const Row& row) { writeCsvLine(row, out); });
 }
 
-void exportMarkdown(const Session& session, Output& out)
+void exportMarkdown(const Session& session, core::Layers& layers, Output& out)
 {
     writeMarkdownLine(columns, out);
-    writeMarkdownLine(
-        std::array<std::string_view, columns.size()>{"---", "---", "---", "---", "---", "---", "---"}, out);
-    forEachRow(session, [&](const Row& row) { writeMarkdownLine(row, out); });
+    std::array<std::string_view, columns.size()> ruler;
+    ruler.fill("---");
+    writeMarkdownLine(ruler, out);
+    forEachRow(session, layers, [&](const Row& row) { writeMarkdownLine(row, out); });
 }
 
 }  // namespace vx::tool

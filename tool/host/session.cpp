@@ -109,9 +109,12 @@ void LazySession::leakTree() const noexcept
     }
 }
 
-core::Layers& LazySession::layers()
+core::Layers& LazySession::layers(bool showsFactoryOnly)
 {
-    return layers_ ? *layers_ : layers_.emplace(get().tree(), layerFiles());
+    if (!layers_) {
+        layers_.emplace(get().tree(), showsFactoryOnly ? core::LayerFiles() : layerFiles());
+    }
+    return *layers_;
 }
 
 }  // namespace vx::tool

@@ -63,17 +63,12 @@ public:
     /// Returns the session, started if necessary. Throws CommandError.
     const Session& get() { return session_ ? *session_ : session_.emplace(bundleFile_); }
 
-    /// Returns whether a settings file was given on the command line.
-    [[nodiscard]] bool hasNamedLayerFiles() const noexcept
-    {
-        return !namedFiles_.installation.empty() || !namedFiles_.personal.empty();
-    }
-
     /// Returns the paths of the settings files. Throws what defaultPersonalFile throws.
     [[nodiscard]] core::LayerFiles layerFiles() const;
 
-    /// Returns the layers over the session's tree. Throws CommandError.
-    core::Layers& layers();
+    /// Returns the layers over the session's tree, without any file if only factory values are shown. To be
+    /// called with the same argument throughout a command. Throws CommandError.
+    core::Layers& layers(bool showsFactoryOnly = false);
 
     /// Leaks the tree, because the end of the process frees the memory faster than destructors do. To be
     /// called when all output is written. The session still releases the provider and stops bundle and
