@@ -123,8 +123,12 @@ void reportFiles(LazySession& lazy, Report& report)
     }
     areReadable = reportFile(session, files.personal, core::Origin::personal, report) && areReadable;
     if (areReadable) {
-        for (const auto& [text, command] : findFileProblems(session, lazy.layers())) {
-            report.add(false, "no effect", text + "; see " + command);
+        for (const auto& [text, command, isError] : findFileProblems(session, lazy.layers())) {
+            if (isError) {
+                report.add(false, "no effect", text + "; see " + command);
+            } else {
+                report.add("locked", text + "; see " + command);
+            }
         }
     }
     report.end();

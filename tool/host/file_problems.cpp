@@ -30,21 +30,21 @@ void addProblems(const Session& session, const core::IgnoredSettings& ignored,
                  std::vector<FileProblem>& problems)
 {
     const std::string file = ignored.file.string();
-    const auto add = [&](std::size_t count, const char* one, const char* several,
-                         const std::string& command) {
+    const auto add = [&](std::size_t count, const char* one, const char* several, const std::string& command,
+                         bool isError) {
         if (count != 0) {
-            problems.push_back({countSettings(count, file) + (count == 1 ? one : several), command});
+            problems.push_back({countSettings(count, file) + (count == 1 ? one : several), command, isError});
         }
     };
     const std::size_t outdated = countOutdated(session, ignored.unknownPaths);
     add(outdated, " was moved or removed by a later release, and has no effect",
         " were moved or removed by later releases, and have no effect",
-        "vxsettings migrate " + file + " --write");
+        "vxsettings migrate " + file + " --write", true);
     add(ignored.invalid + ignored.unknownPaths.size() - outdated,
         " has an unknown path or an invalid value, and is ignored",
-        " have unknown paths or invalid values, and are ignored", "vxsettings check " + file);
+        " have unknown paths or invalid values, and are ignored", "vxsettings check " + file, true);
     add(ignored.locked, " is locked by the installation, and has no effect",
-        " are locked by the installation, and have no effect", "vxsettings list --locked");
+        " are locked by the installation, and have no effect", "vxsettings list --locked", false);
 }
 
 }  // namespace

@@ -16,6 +16,7 @@ struct FileProblem
 {
     std::string text;     ///< what, in how many settings, of which file
     std::string command;  ///< that fixes it, or shows more
+    bool isError;         ///< false if an administrator wants it so
 };
 
 /// Returns the problems of all settings files, lowest layer first. Throws what Layers throws.
