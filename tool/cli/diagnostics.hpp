@@ -4,6 +4,7 @@
 
 #include <boost/json/array.hpp>
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -14,6 +15,16 @@ namespace vx::tool {
 
 /// Writes "vxsettings: " and the message to standard error as one line, with unprintable characters escaped.
 void printMessage(std::string_view message);
+
+/// As printMessage, for what a user may want to know although nothing is wrong with the command. Writes
+/// nothing once hints are turned off.
+void printHint(std::string_view message);
+
+/// Gives a hint at the hidden nodes that a command left out of its output, if any, after that output.
+void hintAtHidden(std::size_t leftOut, Output& out);
+
+/// Turns hints off, as --quiet does.
+void turnHintsOff() noexcept;
 
 /// Writes one line for each diagnostic. Line breaks become semicolons.
 void writeDiagnostics(const std::vector<core::Diagnostic>& diagnostics, Output& out);

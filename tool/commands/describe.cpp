@@ -117,7 +117,7 @@ std::string describeLayer(const core::LayerValue& value)
     for (const core::Diagnostic& diagnostic : value.diagnostics) {
         text += (text.empty() ? "" : "; ") + formatDiagnostic(diagnostic);
     }
-    return text + (value.isValid() ? ", in " + value.source : "; ignored");
+    return text + (value.isValid() ? ", in " + value.file.string() : "; ignored");
 }
 
 /// Adds the values in settings files, and the layer of the effective value.
@@ -190,11 +190,10 @@ json::array layersJson(core::Layers& layersOver, const Node& setting)
         for (const core::Diagnostic& diagnostic : value.diagnostics) {
             diagnostics.emplace_back(formatDiagnostic(diagnostic));
         }
-        layers.push_back(json::object{{"layer", core::originName(value.origin)},
-                                      {"value", review::valueJson(value.value)},
-                                      {"source", value.source},
-                                      {"counts", value.isValid()},
-                                      {"faults", std::move(diagnostics)}});
+        json::object& layer = layers.emplace_back(json::object()).as_object();
+        addLayerValue(layer, value);
+        layer.emplace("isValid", value.isValid());
+        layer.emplace("diagnostics", std::move(diagnostics));
     }
     return layers;
 }

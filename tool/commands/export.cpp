@@ -48,7 +48,7 @@ void exportBaseline(const Session& session, Output& out)
     writeJson(review::baselineJson(review::makeReleaseTree(session.tree(), session.releaseChanges())), out);
 }
 
-/// In the order in which help lists them; the first is the default with the global --format json.
+/// In the order in which help lists them.
 constexpr Format formats[] = {{"json", writeTree<exportJson>},
                               {"baseline", writeTree<exportBaseline>},
                               {"json-schema", writeTree<exportSchema>},
@@ -82,11 +82,11 @@ void requireOtherFile(const std::string& file, const LazySession& lazy)
 
 ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& standard)
 {
-    if (options.format.empty() && !standard.isJson()) {
+    const std::string name = chosenFormat(options.format, standard, "");
+    if (name.empty()) {
         throw CommandError(ExitCode::usage, "export needs --format; see vxsettings export --help");
     }
-    const Format& format =
-        options.format.empty() ? formats[0] : *std::ranges::find(formats, options.format, &Format::name);
+    const Format& format = *std::ranges::find(formats, name, &Format::name);
     if (options.file.empty() || options.file == "-") {
         format.write(lazy, standard);
         return ExitCode::done;
@@ -107,7 +107,8 @@ Action addExport(CLI::App& command)
             "  vxsettings export --format html -o settings.html");
     auto options = std::make_shared<ExportOptions>();
     addChoice(command, "--format", options->format, formatNames(),
-              "Output format; baseline is a shorter json, to be kept for each release; json-schema lets "
+              "Output format (with --json: json); baseline is a shorter json, to be kept for each release; "
+              "json-schema lets "
               "editors complete and check settings files, html is a page to browse "
               "and search the settings");
     addOption(command, "-o,--output", options->file, "FILE",

@@ -1,5 +1,4 @@
 #include <data/unprintable.hpp>
-#include <review/tree_json.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/values/value_format.hpp>
 
@@ -62,26 +61,25 @@ std::vector<EffectiveValue> effectiveValues(LazySession& lazy, const std::vector
     return values;
 }
 
-/// Reports ignored values and run-time defaults on standard error, apart from the value itself.
-void reportOrigin(const EffectiveValue& value, bool isOneOfSeveral)
+/// Gives hints at ignored values and run-time defaults.
+void hintAtOrigin(const EffectiveValue& value, bool isOneOfSeveral)
 {
     const auto& [setting, effective] = value;
     for (const core::Diagnostic& diagnostic : effective.diagnostics) {
-        printMessage("ignored invalid value: " + firstLine(formatDiagnostic(diagnostic)));
+        printHint("ignored invalid value: " + firstLine(formatDiagnostic(diagnostic)));
     }
-    if (effective.origin == core::Origin::factory && !setting.properties().factoryValue.isAssigned()) {
-        printMessage((isOneOfSeveral ? setting.getFullName() + ": " : "") + "computed by " +
-                     effective.source);
+    if (!effective.computedBy.empty()) {
+        printHint((isOneOfSeveral ? setting.getFullName() + ": " : "") + "computed by " +
+                  effective.computedBy);
     }
 }
 
 boost::json::object valueDocument(const EffectiveValue& value)
 {
     const auto& [setting, effective] = value;
-    return {{"path", setting.fullName()},
-            {"value", review::valueJson(effective.value)},
-            {"layer", core::originName(effective.origin)},
-            {"source", effective.source}};
+    boost::json::object document{{"path", setting.fullName()}};
+    addLayerValue(document, effective);
+    return document;
 }
 
 void writeText(const std::vector<EffectiveValue>& values, Output& out)
@@ -115,7 +113,7 @@ ExitCode get(LazySession& lazy, const std::vector<std::string>& paths, Output& o
         return ExitCode::failed;
     }
     for (const EffectiveValue& value : values) {
-        reportOrigin(value, values.size() > 1);
+        hintAtOrigin(value, values.size() > 1);
     }
     if (out.isJson()) {
         writeDocument(values, out);

@@ -1,20 +1,22 @@
-#include <review/tree_json.hpp>
 #include <settings_core/values/value_format.hpp>
 
 #include <boost/algorithm/string/join.hpp>
 #include <boost/json/array.hpp>
 
 #include <algorithm>
+#include <cstddef>
 #include <fnmatch.h>
 #include <iterator>
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
+#include "cli/diagnostics.hpp"
 #include "render/json_text.hpp"
 #include "render/node_labels.hpp"
 #include "render/table.hpp"
@@ -33,6 +35,7 @@ struct ListOptions
     std::vector<std::string> patterns;
     std::string kind;
     std::string validator;
+    bool showsHidden = false;
     bool onlyHidden = false;
     bool onlyReadOnly = false;
     bool onlyModified = false;
@@ -76,6 +79,15 @@ std::vector<const Node*> matchingNodes(const Session& session, const std::vector
     return nodes;
 }
 
+/// Whether one of the patterns is the node's path, with or without the root.
+bool isNamed(const Node& node, const std::vector<std::string>& patterns)
+{
+    const std::string_view path = node.fullName();
+    return std::ranges::any_of(patterns, [path](const std::string& pattern) {
+        return pattern == path || pattern == path.substr(path.find('.') + 1);
+    });
+}
+
 /// Throws CommandError if the pattern matches the name of no constraint of any setting.
 void requireKnownConstraint(const Session& session, const std::string& pattern)
 {
@@ -114,11 +126,28 @@ bool passesFilters(LazySession& lazy, const ListOptions& options, const Node& no
            (!options.onlyModified || isModified(lazy.layers(), node));
 }
 
+struct Listing
+{
+    std::vector<const Node*> nodes;
+    std::size_t hiddenLeftOut;
+};
+
+Listing makeListing(LazySession& lazy, const ListOptions& options)
+{
+    auto nodes = matchingNodes(lazy.get(), options.patterns);
+    std::erase_if(nodes, [&](const Node* node) { return !passesFilters(lazy, options, *node); });
+    const bool withHidden = options.showsHidden || options.onlyHidden;
+    const std::size_t leftOut = std::erase_if(nodes, [&](const Node* node) {
+        return !withHidden && node->isHidden() && !isNamed(*node, options.patterns);
+    });
+    return {std::move(nodes), leftOut};
+}
+
 /// Writes one path per line, optionally with effective value and origin.
-void writeText(LazySession& lazy, const std::vector<const Node*>& nodes, bool withValues, Output& out)
+void writeText(LazySession& lazy, const Listing& listing, bool withValues, Output& out)
 {
     Table table;
-    for (const Node* node : nodes) {
+    for (const Node* node : listing.nodes) {
         Table::Row row{node->fullName()};
         if (withValues) {
             const auto effective = core::shownValue(*node, lazy.layers().effective(*node));
@@ -128,32 +157,29 @@ void writeText(LazySession& lazy, const std::vector<const Node*>& nodes, bool wi
         table.add(std::move(row));
     }
     table.write(out);
+    hintAtHidden(listing.hiddenLeftOut, out);
 }
 
-void writeDocument(LazySession& lazy, const std::vector<const Node*>& nodes, bool withValues, Output& out)
+void writeDocument(LazySession& lazy, const Listing& listing, bool withValues, Output& out)
 {
     boost::json::array list;
-    for (const Node* node : nodes) {
+    for (const Node* node : listing.nodes) {
         boost::json::object entry{{"path", node->fullName()}, {"node", kindLabel(node->kind())}};
         if (withValues) {
-            const auto effective = core::shownValue(*node, lazy.layers().effective(*node));
-            entry.emplace("value", review::valueJson(effective.value));
-            entry.emplace("layer", core::originName(effective.origin));
+            addLayerValue(entry, core::shownValue(*node, lazy.layers().effective(*node)));
         }
         list.push_back(std::move(entry));
     }
-    writeJson({{"nodes", std::move(list)}}, out);
+    writeJson({{"nodes", std::move(list)}, {"hiddenLeftOut", listing.hiddenLeftOut}}, out);
 }
 
 ExitCode list(LazySession& lazy, const ListOptions& options, Output& out)
 {
-    const Session& session = lazy.get();
     if (!options.validator.empty()) {
-        requireKnownConstraint(session, options.validator);
+        requireKnownConstraint(lazy.get(), options.validator);
     }
-    auto nodes = matchingNodes(session, options.patterns);
-    std::erase_if(nodes, [&](const Node* node) { return !passesFilters(lazy, options, *node); });
-    (out.isJson() ? writeDocument : writeText)(lazy, nodes, options.onlyModified, out);
+    const Listing listing = makeListing(lazy, options);
+    (out.isJson() ? writeDocument : writeText)(lazy, listing, options.onlyModified, out);
     return ExitCode::done;
 }
 
@@ -162,6 +188,7 @@ ExitCode list(LazySession& lazy, const ListOptions& options, Output& out)
 Action addList(CLI::App& command)
 {
     setHelp(command, "List the paths that pass all filters, one per line, in tree order",
+            "Hidden nodes are left out, unless a pattern is the path of one.\n"
             "Examples:\n  vxsettings list '*.suggestions.*'\n"
             "  vxsettings list --validator range --hidden\n  vxsettings list --modified");
     auto options = std::make_shared<ListOptions>();
@@ -172,8 +199,9 @@ Action addList(CLI::App& command)
     addOption(command, "--validator", options->validator, "VALIDATOR",
               "Only list settings with a validator or constraint whose name matches this glob; \"none\" "
               "matches settings without any");
-    addFlag(command, "--hidden", options->onlyHidden,
-            "Only list nodes that are hidden, themselves or with their group");
+    addFlag(command, "--hidden", options->showsHidden,
+            "Also list nodes that are hidden, themselves or with their group");
+    addFlag(command, "--only-hidden", options->onlyHidden, "Only list hidden nodes");
     addFlag(command, "--read-only", options->onlyReadOnly, "Only list read-only nodes");
     addFlag(command, "--modified", options->onlyModified,
             "Only list settings whose value differs from the factory value, with value and origin");

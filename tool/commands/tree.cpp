@@ -4,6 +4,7 @@
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <utility>
@@ -11,6 +12,7 @@
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
+#include "cli/diagnostics.hpp"
 #include "render/json_text.hpp"
 #include "render/node_labels.hpp"
 
@@ -55,6 +57,26 @@ json::object branchJson(const Node& node, const TreeOptions& options, int depth)
         branch.emplace("children", std::move(children));
     }
     return branch;
+}
+
+/// Returns the number of nodes under a node that are shown, `depth` levels deep.
+std::size_t countShown(const Node& node, const TreeOptions& options, int depth)
+{
+    std::size_t count = 0;
+    for (const Node& child : node.children()) {
+        if (depth > 0 && isShown(child, options)) {
+            count += 1 + countShown(child, options, depth - 1);
+        }
+    }
+    return count;
+}
+
+/// Returns the number of nodes that only --hidden shows.
+std::size_t countHidden(const Node& top, const TreeOptions& options)
+{
+    TreeOptions all = options;
+    all.showsHidden = true;
+    return countShown(top, all, all.depth) - countShown(top, options, options.depth);
 }
 
 /// Writes what follows a name: the value, or the target of an alias.
@@ -131,19 +153,24 @@ private:
 Action addTree(CLI::App& command)
 {
     setHelp(command, "Show the tree, or one group of it, with factory values",
+            "A group that PATH names is shown with what is in it, even if the group is hidden.\n"
             "Examples:\n  vxsettings tree commandwindow\n  vxsettings tree --depth 1 --hidden");
     auto options = std::make_shared<TreeOptions>();
     addPositional(command, "PATH", options->path, Need::optional, "Group to show (default: the root)");
     addOption(command, "--depth", options->depth, 1, deepest, "N",
               "Number of levels to show, 1 to 99 (default: 99)");
-    addFlag(command, "--hidden", options->showsHidden, "Include hidden groups and settings");
+    addFlag(command, "--hidden", options->showsHidden, "Also show hidden groups and settings");
     return [options](LazySession& lazy, Output& out) {
         const Session& session = lazy.get();
         const Node& top = options->path.empty() ? *session.tree().root() : session.node(options->path);
+        const std::size_t hiddenLeftOut = countHidden(top, *options);
         if (out.isJson()) {
-            writeJson(branchJson(top, *options, options->depth), out);
+            json::object document = branchJson(top, *options, options->depth);
+            document.emplace("hiddenLeftOut", hiddenLeftOut);
+            writeJson(document, out);
         } else {
             Drawing(*options, session.tree(), out).draw(top);
+            hintAtHidden(hiddenLeftOut, out);
         }
         return ExitCode::done;
     };
