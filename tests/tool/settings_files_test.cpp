@@ -44,7 +44,7 @@ TEST_F(SettingsFilesTest, ValuesGoThroughTheLayers)
     EXPECT_EQ(run({"get", "commandwindow.NumericFormat"}).output, "hex\n");
     EXPECT_EQ(run({"get", "commandwindow.NumericFormat", "--installation", other}).output, "longG\n");
     EXPECT_EQ(run({"set", "commandwindow.WrapLines", "false"}).exitCode, 0);  // the factory value
-    EXPECT_EQ(run({"set", "UserPath", "--json", R"("a\nb")"}).exitCode, 0);
+    EXPECT_EQ(run({"set", "UserPath", "--json-value", R"("a\nb")"}).exitCode, 0);
     EXPECT_EQ(run({"get", "UserPath"}).output, "a\nb\n");
     EXPECT_EQ(run({"get", "UserPath", "commandwindow.WindowSize"}).output, "a\\nb\n[180 45]\n");
     const std::string modified = run({"list", "--modified"}).output;
@@ -59,8 +59,8 @@ TEST_F(SettingsFilesTest, NumbersThatAreNotFiniteSurvive)
     for (const auto& [path, value] : cases) {
         EXPECT_EQ(run({"set", path, "--", value}).errors, "");
         EXPECT_EQ(run({"get", path}).output, value + '\n');
-        const auto document = boost::json::parse(run({"get", path, "--format", "json"}).output);
-        EXPECT_EQ(run({"set", path, "--json", serialize(document.at("value"))}).errors, "");
+        const auto document = boost::json::parse(run({"get", path, "--json"}).output);
+        EXPECT_EQ(run({"set", path, "--json-value", serialize(document.at("value"))}).errors, "");
         EXPECT_EQ(run({"get", path}).output, value + '\n');
     }
 }
@@ -204,7 +204,7 @@ TEST_F(SettingsFilesTest, SecretsAreOnlyShownByGet)
     const std::vector<std::string> commands[] = {{"check"},
                                                  {"migrate", personal, "--from", "R2026a"},
                                                  {"describe", "web.AccessToken"},
-                                                 {"set", "web.AccessToken", "--json", "7654321"},
+                                                 {"set", "web.AccessToken", "--json-value", "7654321"},
                                                  {"set", "web.AccessToken", "sesame-7654321"},
                                                  {"list", "--modified"},
                                                  {"undo"},
@@ -215,8 +215,8 @@ TEST_F(SettingsFilesTest, SecretsAreOnlyShownByGet)
                                                  {"export", "--format", "html"},
                                                  {"summary"}};
     for (const auto& command : commands) {
-        for (const char* format : {"text", "json"}) {
-            std::vector<std::string> arguments{"--format", format, "--personal", personal};
+        for (const char* format : {"--json", "--color=never"}) {
+            std::vector<std::string> arguments{format, "--personal", personal};
             arguments.insert(arguments.end(), command.begin(), command.end());
             const ToolRun shown = run(arguments);
             EXPECT_EQ((shown.output + shown.errors).find("7654321"), std::string::npos) << command.front();

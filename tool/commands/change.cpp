@@ -127,9 +127,9 @@ Action addSet(CLI::App& command)
         command, "VALUE", options->value,
         "true, 12, [14 0 255], a string with or without quotes, or {\"a\",\"b\"}; precede a value that "
         "begins with - by --");
-    addFlag(command, "--json", options->isJson,
-            "Read VALUE as JSON: 12, [14, 0, 255], \"text\", [\"a\", \"b\"], or a value as get --format json "
-            "prints it");
+    addFlag(command, "--json-value", options->isJson,
+            "Read VALUE as JSON: 12, [14, 0, 255], \"text\", [\"a\", \"b\"], or a value as get --json prints "
+            "it");
     addFlag(command, "--stdin", options->isFromInput,
             "Read VALUE from standard input, less a line break at its end, so that a password is not in the "
             "list of processes");

@@ -52,7 +52,9 @@ void exportEffective(const Session& session, core::Layers& layers, Output& out)
     auto node = document.at("nodes").as_array().begin();
     for (const core::Node* setting : session.tree().nodes()) {
         if (setting->kind() == core::NodeKind::setting) {
-            node->as_object().emplace("effective", effectiveJson(shownEffective(layers, *setting)));
+            boost::json::object effective;
+            addLayerValue(effective, shownEffective(layers, *setting));
+            node->as_object().emplace("effective", std::move(effective));
         }
         ++node;
     }
@@ -64,7 +66,7 @@ void exportBaseline(const Session& session, core::Layers& /*layers*/, Output& ou
     writeJson(review::baselineJson(review::makeReleaseTree(session.tree(), session.releaseChanges())), out);
 }
 
-/// In the order in which help lists them; the first is the default with the global --format json.
+/// In the order in which help lists them.
 constexpr Format formats[] = {
     {"json", exportJson}, {"baseline", exportBaseline}, {"json-schema", exportSchema},
     {"html", exportPage}, {"csv", exportCsv},           {"markdown", exportMarkdown}};
@@ -95,10 +97,9 @@ void requireOtherFile(const std::string& file, const LazySession& lazy)
 
 /// Returns the function that writes the tree in the format that the options ask for. Throws CommandError for
 /// options that exclude each other.
-auto writerOf(const ExportOptions& options)
+auto writerFor(const std::string& formatName, const ExportOptions& options)
 {
-    const Format& format =
-        options.format.empty() ? formats[0] : *std::ranges::find(formats, options.format, &Format::name);
+    const Format& format = *std::ranges::find(formats, formatName, &Format::name);
     if (!options.addsEffective) {
         return format.write;
     }
@@ -112,10 +113,11 @@ auto writerOf(const ExportOptions& options)
 
 ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& standard)
 {
-    if (options.format.empty() && !standard.isJson()) {
+    const std::string name = chosenFormat(options.format, standard, "");
+    if (name.empty()) {
         throw CommandError(ExitCode::usage, "export needs --format; see vxsettings export --help");
     }
-    const auto write = writerOf(options);
+    const auto write = writerFor(name, options);
     if (options.file.empty() || options.file == "-") {
         write(lazy.get(), lazy.layers(options.showsFactory), standard);
         return ExitCode::done;
@@ -138,7 +140,8 @@ Action addExport(CLI::App& command)
             "  vxsettings export --format html -o settings.html");
     auto options = std::make_shared<ExportOptions>();
     addChoice(command, "--format", options->format, formatNames(),
-              "Output format; baseline is a shorter json, to be kept for each release; json-schema lets "
+              "Output format (with --json: json); baseline is a shorter json, to be kept for each release; "
+              "json-schema lets "
               "editors complete and check settings files, html is a page to browse "
               "and search the settings");
     addOption(command, "-o,--output", options->file, "FILE",

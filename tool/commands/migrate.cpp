@@ -183,7 +183,7 @@ void writeDocument(const Outcome& outcome, Output& out)
          {"to", formatReleaseName(migration.to)},
          {"untouched", migration.untouched},
          {"events", std::move(events)},
-         {"faults", diagnosticsJson(outcome.diagnostics)},
+         {"diagnostics", diagnosticsJson(outcome.diagnostics)},
          {"isChange", outcome.isChange},
          {"isWritten", outcome.isWritten},
          {"backup", review::stringOrNull(outcome.backup)}},
