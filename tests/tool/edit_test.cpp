@@ -129,7 +129,10 @@ TEST_F(EditTest, OnATerminalTheUserDecides)
     EXPECT_EQ(edit("grep -q tru \"$1\" && " + valid + "grep -q true \"$1\" || echo '{tru' > \"$1\"", "e\n")
                   .exitCode,
               0);
-    EXPECT_EQ(edit("echo y > " + personal.string() + "\n" + invalid, "s\no\n").exitCode, 0);
+    EXPECT_EQ(edit("echo y > " + personal.string() + "\n" + invalid, "s\nk\n").exitCode, 1);
+    EXPECT_EQ(readFile(personal), "y\n");
+    EXPECT_EQ(edit("", "e\ns\nk\n").exitCode, 1) << "the change since the first of the edits counts";
+    EXPECT_EQ(edit("", "e\ns\no\n").exitCode, 0);
     EXPECT_THAT(readFile(personal), HasSubstr("3"));
 }
 

@@ -183,7 +183,7 @@ bool editSettingsFile(const Session& session, const core::LayerFiles& files, con
         const Content text = copy.text();
         if (text && text != begun) {
             throw CommandError(ExitCode::failed, std::string(error.what()) + "; the edited text is kept in " +
-                                                     copy.path().string());
+                                                     copy.path().string() + " for the next edit");
         }
         copy.discard();
         throw;

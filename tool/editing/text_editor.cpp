@@ -144,6 +144,7 @@ void runTextEditor(const std::string& command, const std::filesystem::path& file
     for (const int ignoredByMain : {SIGPIPE, SIGXFSZ}) {
         ::sigaddset(&defaults, ignoredByMain);
     }
+    isTerminated = 0;
     editorProcess = 0;
     const SignalAction terminate(SIGTERM, passOnToEditor);
     const pid_t process = start(command, file, defaults);
