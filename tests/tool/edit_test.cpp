@@ -99,20 +99,24 @@ TEST_F(EditTest, WhatIsNotSavedIsKept)
         << "no new error";
     EXPECT_THAT(edit("EDITOR=true " VX_TOOL_FILE " --bundle " VX_SAMPLE_BUNDLE " edit").errors,
                 HasSubstr("locked by"));
+
+    for (const std::string& done : {std::string(), valid + "cp \"$1\" " + personal.string() + "\n"}) {
+        EXPECT_EQ(edit(done + "kill -KILL $PPID").exitCode, -9);
+        EXPECT_THAT(edit("").output, HasSubstr("nothing changed"))
+            << "the killed one left nothing to continue";
+    }
 }
 
 TEST_F(EditTest, LocksOfLowerFilesAreReported)
 {
-    const std::string value = R"("settings": {"verdix.commandwindow.WrapLines": false}})";
+    const std::string script = write(R"("verdix.commandwindow.WrapLines": false)");
     const fs::path site = folder / "site/verdix/settings.json";
     writeFile(site, R"({"locked": ["verdix.commandwindow"]})");
-    EXPECT_THAT(edit(write(R"("verdix.commandwindow.WrapLines": false)")).errors,
+    EXPECT_THAT(edit(script).errors,
                 HasSubstr("WrapLines: has no effect: verdix.commandwindow is locked by " + site.string()));
-    EXPECT_EQ(edit("echo '{\"locked\": [\"verdix.commandwindow\"], " + value + "' > \"$1\"", "",
-                   {"edit", "--scope", "installation"})
-                  .errors,
-              "");
-    EXPECT_THAT(readFile(site), HasSubstr(value));
+    writeFile(site, "damaged");
+    EXPECT_EQ(edit(script, "", {"edit", "--scope", "installation"}).errors, "");
+    EXPECT_THAT(readFile(site), HasSubstr("WrapLines"));
 }
 
 TEST_F(EditTest, OnATerminalTheUserDecides)
