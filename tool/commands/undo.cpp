@@ -210,7 +210,8 @@ ExitCode undo(LazySession& lazy, const UndoOptions& options, Output& out)
 
 Action addUndo(CLI::App& command)
 {
-    setHelp(command, "Undo the last change of your personal settings file by set, reset, migrate or undo",
+    setHelp(command,
+            "Undo the last change of your personal settings file by set, reset, edit, migrate or undo",
             "The last 20 changes of each settings file are kept in $XDG_STATE_HOME/verdix/undo (default: "
             "~/.local/state).\n"
             "Examples:\n  vxsettings undo\n  vxsettings undo --list\n"
