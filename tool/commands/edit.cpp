@@ -11,6 +11,7 @@
 #include "cli/command.hpp"
 #include "editing/settings_edit.hpp"
 #include "editing/text_editor.hpp"
+#include "render/json_text.hpp"
 
 namespace vx::tool {
 
@@ -38,7 +39,11 @@ ExitCode edit(LazySession& lazy, const EditOptions& options, Output& out)
     const core::LayerFiles files = lazy.layerFiles();
     const std::filesystem::path file = fileOfScope(files, options.scope);
     const bool isChanged = editSettingsFile(lazy.get(), files, file, editor);
-    out << file.string() << (isChanged ? " is changed\n" : ": nothing changed\n");
+    if (out.isJson()) {
+        writeJson({{"file", file.string()}, {"isChanged", isChanged}}, out);
+    } else {
+        out << file.string() << (isChanged ? " is changed\n" : ": nothing changed\n");
+    }
     return ExitCode::done;
 }
 
@@ -48,10 +53,8 @@ Action addEdit(CLI::App& command)
 {
     setHelp(command, "Edit your personal settings file in a text editor",
             "The editor is $VISUAL, $EDITOR, or else sensible-editor, editor or vi. It edits a copy, which "
-            "is checked "
-            "before it\nreplaces the file. If that fails, the copy is kept in $XDG_STATE_HOME/verdix/edit "
-            "(default: "
-            "~/.local/state),\nand the next edit continues with it.\n"
+            "is checked before it\nreplaces the file. If that fails, the copy is kept in "
+            "$XDG_STATE_HOME/verdix/edit (default: ~/.local/state),\nand the next edit continues with it.\n"
             "Examples:\n  vxsettings edit\n  EDITOR='code --wait' vxsettings edit --scope installation");
     auto options = std::make_shared<EditOptions>();
     addChoice(command, "--scope", options->scope, {"personal", "installation"},
