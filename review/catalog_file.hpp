@@ -1,6 +1,7 @@
 #pragma once
 
-// The catalog: files with titles, sentences and keywords of groups and settings, one folder for each language.
+// The catalog: files with titles, sentences and keywords of groups and settings, one folder for each
+// language.
 
 #include <settings_core/tree/node.hpp>
 

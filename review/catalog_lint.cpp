@@ -57,35 +57,40 @@ std::string stemOf(std::string word)
     return word;
 }
 
-using Stems = std::set<std::string, std::less<>>;
+using Words = std::set<std::string, std::less<>>;
 
-bool isStopWord(std::string_view word)
-{
-    constexpr std::array<std::string_view, 22> stopWords = {
-        "a",  "an",  "and", "are",   "as",   "at",   "be",      "by",  "for",     "from",  "holds",
-        "in", "is",  "it",  "its",   "of",   "on",   "setting", "the", "settings", "to",   "whether"};
-    return std::ranges::find(stopWords, word) != stopWords.end();
-}
-
-/// Returns the stems of all words that are not stop words. Bytes beyond ASCII count as letters.
-Stems stemsOf(std::string_view text)
+/// Returns the words in small letters. Bytes beyond ASCII count as letters.
+Words wordsOf(std::string_view text)
 {
     constexpr auto isLetter = [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || static_cast<unsigned char>(c) >= 0x80;
     };
     const std::string lower = boost::algorithm::to_lower_copy(std::string(text), std::locale::classic());
-    Stems stems;
-    for (auto word = lower.begin(); word != lower.end();) {
+    Words words;
+    for (auto word = std::ranges::find_if(lower, isLetter); word != lower.end();) {
         const auto end = std::find_if_not(word, lower.end(), isLetter);
-        if (std::string letters(word, end); !letters.empty() && !isStopWord(letters)) {
-            stems.insert(stemOf(std::move(letters)));
-        }
+        words.emplace(word, end);
         word = std::find_if(end, lower.end(), isLetter);
+    }
+    return words;
+}
+
+/// Returns the stems of all words that are not stop words.
+Words stemsOf(std::string_view text)
+{
+    constexpr std::array<std::string_view, 22> stopWords = {
+        "a",  "an", "and", "are", "as", "at", "be", "by",      "for", "from",     "holds",
+        "in", "is", "it",  "its", "of", "on", "or", "setting", "the", "settings", "to"};
+    Words stems;
+    for (const std::string& word : wordsOf(text)) {
+        if (std::ranges::find(stopWords, word) == stopWords.end()) {
+            stems.insert(stemOf(word));
+        }
     }
     return stems;
 }
 
-bool isWithin(const Stems& part, const Stems& whole)
+bool isWithin(const Words& part, const Words& whole)
 {
     return std::ranges::includes(whole, part);
 }
@@ -202,7 +207,8 @@ private:
             report(located, "belongs in " + std::string(catalogFileOf(*node)) + ".json: move it");
         }
         for (const std::string& member : located.filed.unknownMembers) {
-            report(located, "unknown member \"" + member + "\": title, sentence, keywords and values are known");
+            report(located,
+                   "unknown member \"" + member + "\": title, sentence, keywords and values are known");
         }
         checkKeywords(located);
         checkValues(located, *node);
@@ -253,12 +259,13 @@ private:
     void checkKeywords(const Located& located)
     {
         const CatalogEntry& entry = located.filed.entry;
-        const Stems path = stemsOf(makeTitle(located.filed.path));
-        const Stems sentence = stemsOf(entry.sentence);
+        const Words path = wordsOf(makeTitle(located.filed.path));
+        const Words sentence = wordsOf(entry.sentence);
         for (const std::string& keyword : entry.keywords) {
-            const Stems stems = stemsOf(keyword);
-            if (isWithin(stems, path) || isWithin(stems, sentence)) {
-                report(located, "the keyword \"" + keyword + "\" repeats the path or the sentence: remove it");
+            const Words words = wordsOf(keyword);
+            if (isWithin(words, path) || isWithin(words, sentence)) {
+                report(located,
+                       "the keyword \"" + keyword + "\" repeats the path or the sentence: remove it");
             }
         }
     }
@@ -280,7 +287,8 @@ private:
         }
         for (const auto& [value, phrase] : located.filed.entry.values) {
             if (!allowed.contains(value)) {
-                report(located, "the constraint does not allow \"" + value + "\", which \"values\" describes");
+                report(located,
+                       "the constraint does not allow \"" + value + "\", which \"values\" describes");
             }
         }
     }

@@ -35,7 +35,7 @@ private:
 
     const Entries& entriesOf(std::string_view name);
 
-    std::vector<std::filesystem::path> folders_;        // of the languages, the preferred one first
+    std::vector<std::filesystem::path> folders_;         // of the languages, the preferred one first
     std::map<std::string, Entries, std::less<>> files_;  // by name without extension
 };
 

@@ -13,7 +13,8 @@ namespace vx::tool {
 
 Action addLint(CLI::App& command)
 {
-    setHelp(command, "Check the definition of the tree and the catalog; report each error with the file to edit",
+    setHelp(command,
+            "Check the definition of the tree and the catalog; report each error with the file to edit",
             "Prints nothing and exits with 0 if there are no errors. The catalog is only checked against the "
             "bundle that it was built with.");
     return [](LazySession& lazy, Output& out) {
