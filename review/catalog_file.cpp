@@ -77,7 +77,7 @@ CatalogEntry entryOf(const core::JsonValue& object, std::vector<std::string>& un
             }
         } else if (member.name == "values") {
             for (const core::JsonMember& phrase : value.members()) {
-                entry.values.emplace(phrase.name, JsonItem(phrase.value).string());
+                entry.values.emplace_back(phrase.name, JsonItem(phrase.value).string());
             }
         } else {
             unknownMembers.push_back(member.name);
@@ -87,6 +87,12 @@ CatalogEntry entryOf(const core::JsonValue& object, std::vector<std::string>& un
 }
 
 }  // namespace
+
+std::string_view CatalogEntry::phraseOf(std::string_view value) const
+{
+    const auto found = std::ranges::find(values, value, &std::pair<std::string, std::string>::first);
+    return found == values.end() ? std::string_view() : found->second;
+}
 
 std::vector<FiledEntry> parseCatalogFile(std::string_view text)
 {

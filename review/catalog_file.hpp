@@ -6,9 +6,9 @@
 #include <settings_core/tree/node.hpp>
 
 #include <cstddef>
-#include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vx::review {
@@ -19,7 +19,10 @@ struct CatalogEntry
     std::string title = {};     ///< in place of the title made from the name
     std::string sentence = {};  ///< what the setting does, or what the group holds
     std::vector<std::string> keywords = {};
-    std::map<std::string, std::string, std::less<>> values = {};  ///< phrases by allowed string
+    std::vector<std::pair<std::string, std::string>> values = {};  ///< allowed strings and what each does
+
+    /// Returns what an allowed string does; empty if that is not known.
+    [[nodiscard]] std::string_view phraseOf(std::string_view value) const;
 };
 
 /// An entry in a catalog file.

@@ -243,7 +243,11 @@ void addTexts(Catalog& catalog, const Node& node, json::object& document)
     document.emplace("title", catalog.titleOf(node));
     document.emplace("sentence", entry.sentence.empty() ? json::value() : json::value(entry.sentence));
     document.emplace("keywords", json::value_from(entry.keywords));
-    document.emplace("values", json::value_from(entry.values));
+    json::object values;
+    for (const auto& [value, phrase] : entry.values) {
+        values.emplace(value, phrase);
+    }
+    document.emplace("values", std::move(values));
 }
 
 /// Writes the node as in an exported tree, and the members that the export lacks.

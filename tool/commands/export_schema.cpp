@@ -95,8 +95,7 @@ void addEnumDescriptions(json::object& schema, const CatalogEntry& entry)
     }
     json::array phrases;
     for (const json::value& string : strings->get_array()) {
-        const auto phrase = entry.values.find(std::string_view(string.get_string()));
-        phrases.emplace_back(phrase == entry.values.end() ? std::string() : phrase->second);
+        phrases.emplace_back(entry.phraseOf(string.get_string()));
     }
     schema.emplace("enumDescriptions", std::move(phrases));
 }

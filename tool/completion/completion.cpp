@@ -234,13 +234,12 @@ private:
             add("false");
         }
         Catalog catalog(tree);
-        const auto& phrases = catalog.entryOf(*setting).values;
+        const review::CatalogEntry& entry = catalog.entryOf(*setting);
         const std::vector<std::u16string_view> none;
         for (const auto& strings : {constraint.allowedStrings.value_or(none), constraint.colourNames}) {
             for (const std::u16string_view string : strings) {
                 const std::string value = toUtf8(string);
-                const auto phrase = phrases.find(value);
-                add(value, phrase == phrases.end() ? "" : phrase->second);
+                add(value, std::string(entry.phraseOf(value)));
             }
         }
     }
