@@ -220,8 +220,13 @@ private:
 
     static bool isDescribable(const Node* node) { return node != nullptr && node->kind() != NodeKind::alias; }
 
+    /// Reports a path that is none of a group or setting.
     void reportUnknown(const std::string& path, const core::Position& position)
     {
+        if (tree_.find(path) != nullptr) {
+            add(path, "is an alias, which the catalog does not describe: remove it", position);
+            return;
+        }
         const auto similar = suggestions_.suggest(path);
         add(path,
             "is not a group or setting of the tree: correct or remove it" +

@@ -17,10 +17,11 @@ std::string content(int descriptor)
 }
 
 [[noreturn]] void execTool(const std::vector<std::string>& arguments,
-                           const std::vector<std::string>& environment, const std::filesystem::path& state)
+                           const std::vector<std::string>& environment, const std::filesystem::path& state,
+                           const char* tool = VX_TOOL_FILE)
 {
     std::signal(SIGPIPE, SIG_DFL);
-    std::vector<char*> argv{const_cast<char*>(VX_TOOL_FILE)};
+    std::vector<char*> argv{const_cast<char*>(tool)};
     for (const std::string& argument : arguments) {
         argv.push_back(const_cast<char*>(argument.c_str()));
     }
@@ -29,7 +30,7 @@ std::string content(int descriptor)
     for (const std::string& entry : environment) {
         ::putenv(const_cast<char*>(entry.c_str()));
     }
-    ::execv(VX_TOOL_FILE, argv.data());
+    ::execv(tool, argv.data());
     std::_Exit(127);
 }
 
@@ -42,7 +43,8 @@ int exitCode(pid_t child)
 
 }  // namespace
 
-ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment)
+ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment,
+                const std::string& tool)
 {
     static const TestFolder state;
     const int output = ::memfd_create("output", MFD_CLOEXEC);
@@ -51,7 +53,7 @@ ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std
     if (child == 0) {
         ::dup2(output, STDOUT_FILENO);
         ::dup2(errors, STDERR_FILENO);
-        execTool(arguments, environment, state / "");
+        execTool(arguments, environment, state / "", tool.c_str());
     }
     const int code = exitCode(child);
     ToolRun run{code, content(output), content(errors)};
