@@ -35,6 +35,35 @@ LayerValue factoryValueOf(const Node& setting)
     return factory;
 }
 
+using Paths = std::set<std::string, std::less<>>;
+
+Paths lockedPaths(const std::optional<SettingsFile>& file)
+{
+    Paths paths;
+    if (file) {
+        for (const JsonValue& path : file->locked()) {
+            paths.insert(foundation::verdixdata::toUtf8(decodedString(path)));
+        }
+    }
+    return paths;
+}
+
+/// Calls `visit` with the path of each setting that `file` sets, and `other` does not set in the same words.
+template <class Visit>
+void forEachDifference(const std::optional<SettingsFile>& file, const std::optional<SettingsFile>& other,
+                       const Visit& visit)
+{
+    if (!file) {
+        return;
+    }
+    for (const JsonMember& listed : file->settings()) {
+        const JsonMember* theirs = other ? other->find(listed.name) : nullptr;
+        if (theirs == nullptr || theirs->value.text != file->find(listed.name)->value.text) {
+            visit(listed.name);
+        }
+    }
+}
+
 }  // namespace
 
 std::string_view originName(Origin origin) noexcept
@@ -91,12 +120,11 @@ const Layers::Locks& Layers::locks()
     if (!locks_) {
         Locks locks;
         for (std::size_t index = 0; index < layers_.size(); ++index) {
-            const auto& file = read(layers_[index]);
-            if (!file || layers_[index].origin != Origin::installation) {
+            if (layers_[index].origin != Origin::installation) {
                 continue;
             }
-            for (const JsonValue& path : file->locked()) {
-                locks.try_emplace(foundation::verdixdata::toUtf8(decodedString(path)), index);
+            for (const std::string& path : lockedPaths(read(layers_[index]))) {
+                locks.try_emplace(path, index);
             }
         }
         locks_ = std::move(locks);
@@ -197,6 +225,83 @@ bool Layers::hasOverride(const Node& setting)
         const auto& file = read(layer);
         return file && file->find(setting.fullName()) != nullptr;
     });
+}
+
+std::vector<fs::path> Layers::files() const
+{
+    std::vector<fs::path> paths;
+    std::ranges::transform(layers_, std::back_inserter(paths), &FileLayer::path);
+    return paths;
+}
+
+void Layers::setContent(std::size_t file, std::optional<SettingsFile> content)
+{
+    layers_[file].content = std::move(content);
+    layers_[file].isRead = true;
+    locks_.reset();
+}
+
+void Layers::addSettingsUnder(const Paths& paths, NodesByPath& settings)
+{
+    const auto isUnder = [&paths](const Node* node) {
+        while (node != nullptr && !paths.contains(node->fullName())) {
+            node = node->parent();
+        }
+        return node != nullptr;
+    };
+    for (FileLayer& layer : layers_) {
+        forEachDifference(read(layer), std::nullopt, [&](std::string_view path) {
+            if (const Node* node = tree_.find(path); isUnder(node)) {
+                settings.emplace(node->fullName(), node);
+            }
+        });
+    }
+}
+
+void Layers::addAffected(const FileContent& replacement, NodesByPath& affected)
+{
+    FileLayer& layer = layers_[replacement.file];
+    const auto& before = read(layer);
+    const auto& after = replacement.content;
+    const auto add = [&](std::string_view path) {
+        if (const Node* node = tree_.find(path)) {
+            affected.emplace(node->fullName(), node);
+        }
+    };
+    forEachDifference(before, after, add);
+    forEachDifference(after, before, add);
+    if (layer.origin == Origin::installation) {
+        Paths changed;
+        std::ranges::set_symmetric_difference(lockedPaths(before), lockedPaths(after),
+                                              std::inserter(changed, changed.end()));
+        if (!changed.empty()) {
+            addSettingsUnder(changed, affected);
+        }
+    }
+}
+
+std::vector<SettingChange> Layers::replaceContents(std::vector<FileContent> contents,
+                                                   const std::function<bool(const Node&)>& isWanted)
+{
+    NodesByPath affected;
+    for (const FileContent& replacement : contents) {
+        addAffected(replacement, affected);
+    }
+    std::vector<SettingChange> changes;
+    for (const auto& [path, node] : affected) {
+        if (node->kind() == NodeKind::setting && isWanted(*node)) {
+            changes.push_back({node, effective(*node)});
+        }
+    }
+    for (auto& [file, content] : contents) {
+        setContent(file, std::move(content));
+    }
+    for (SettingChange& change : changes) {
+        change.after = effective(*change.setting);
+    }
+    std::erase_if(changes,
+                  [](const SettingChange& change) { return change.before.value == change.after.value; });
+    return changes;
 }
 
 }  // namespace vx::core
