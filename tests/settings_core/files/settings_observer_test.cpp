@@ -1,19 +1,14 @@
-// Changes of files reach inotify before the call that makes them returns, so that nothing here has to wait.
+// Changes of files reach inotify before the calls that make them return, so nothing here has to wait.
 
 #include <settings_core/files/settings_observer.hpp>
 #include <settings_core/values/value_format.hpp>
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
 #include <fstream>
-#include <stdexcept>
-#include <string>
 #include <tests/support/files.hpp>
 #include <tests/support/sample_settings.hpp>
 #include <thread>
-#include <utility>
-#include <vector>
 
 namespace {
 
@@ -24,33 +19,32 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using Lines = std::vector<std::string>;
 
-const std::string wrap = "verdix.commandwindow.WrapLines";
-const std::string format = "verdix.commandwindow.NumericFormat";
+const std::string wrapOn = R"("verdix.commandwindow.WrapLines": true)";
+const std::string hex = R"("verdix.commandwindow.NumericFormat": "hex")";
 
-std::string content(const std::string& settings, const std::string& locked = "")
-{
-    return R"({"locked": [)" + locked + R"(], "settings": {)" + settings + "}}";
-}
-
-std::string numberOfLines(int number)
+std::string lineCount(int number)
 {
     return R"("verdix.commandwindow.NumberOfLinesInScrollBuffer": )" + std::to_string(number);
 }
 
-void replace(const fs::path& file, const std::string& bytes)
+void replace(const fs::path& file, const std::string& settings, const std::string& locked = "")
 {
-    tests::writeFile(file.string() + ".new", bytes);
+    tests::writeFile(file.string() + ".new",
+                     R"({"locked": [)" + locked + R"(], "settings": {)" + settings + "}}");
     fs::rename(file.string() + ".new", file);
-}
-
-std::string describe(const SettingChange& change)
-{
-    return std::string(change.setting->name()) + ": " + formatValue(change.before.value) + " -> " +
-           formatValue(change.after.value) + " " + std::string(originName(change.after.origin));
 }
 
 struct SettingsObserverTest : testing::Test
 {
+    Subscription subscribe(std::string_view path, Lines& lines)
+    {
+        return observer.subscribe(*tree.find(path), [&lines](const SettingChange& change) {
+            const auto& [setting, before, after] = change;
+            lines.push_back(std::string(setting->name()) + ": " + formatValue(before.value) + " -> " +
+                            formatValue(after.value) + " " + std::string(originName(after.origin)));
+        });
+    }
+
     /// Returns the calls for what has changed.
     Lines changes()
     {
@@ -68,30 +62,28 @@ struct SettingsObserverTest : testing::Test
     SettingsObserver observer{tree, {{site}, personal}, [this](const Diagnostic& diagnostic) {
                                   diagnostics.push_back(formatDiagnostic(diagnostic));
                               }};
-    Subscription all = observer.subscribe(
-        *tree.root(), [this](const SettingChange& change) { seen.push_back(describe(change)); });
+    Subscription all = subscribe("verdix", seen);
 };
 
 TEST_F(SettingsObserverTest, SeesEveryWayInWhichAFileComesAndGoes)
 {
-    const std::string on = content('"' + wrap + "\": true");
     const auto isOn = ElementsAre("WrapLines: false -> true personal");
     const auto isOff = ElementsAre("WrapLines: true -> false factory");
-    tests::writeFile(personal, on);  // in folders that did not exist
+    replace(personal, wrapOn);  // in folders that did not exist
     EXPECT_THAT(changes(), isOn);
-    replace(personal, on + " ");
-    replace(site, content('"' + wrap + "\": true"));
+    replace(site, wrapOn);
+    replace(personal, wrapOn + " ");
     EXPECT_THAT(changes(), IsEmpty()) << "the value is as it was";
     fs::remove_all(site.parent_path());
     fs::remove_all(home);
     EXPECT_THAT(changes(), isOff);
-    replace(folder / "away/verdix/settings.json", on);
+    replace(folder / "away/verdix/settings.json", wrapOn);
     fs::rename(folder / "away", home);
     EXPECT_THAT(changes(), isOn);
     fs::rename(home, folder / "away");
     EXPECT_THAT(changes(), isOff);
 
-    fs::create_directory_symlink("current", home);  // as long as it leads nowhere
+    fs::create_directory_symlink("current", home);  // as yet, it leads nowhere
     EXPECT_THAT(changes(), IsEmpty());
     fs::create_directory_symlink(folder / "away", folder / "current");
     EXPECT_THAT(changes(), isOn);
@@ -100,64 +92,50 @@ TEST_F(SettingsObserverTest, SeesEveryWayInWhichAFileComesAndGoes)
     fs::create_directory_symlink("other", folder / "next");
     fs::rename(folder / "next", folder / "current");
     EXPECT_THAT(changes(), isOff);
-    replace(folder / "target.json", on);
+    replace(folder / "target.json", wrapOn);
     EXPECT_THAT(changes(), isOn);
-    tests::writeFile(folder / "away/verdix/settings.json", "is no longer on the way");
-    EXPECT_THAT(changes(), IsEmpty());
     EXPECT_THAT(diagnostics, IsEmpty());
 }
 
 TEST_F(SettingsObserverTest, KeepsTheLastValidContentOfADamagedFile)
 {
-    replace(personal, content('"' + wrap + "\": true"));
+    replace(personal, wrapOn);
     EXPECT_EQ(changes().size(), 1U);
-    for (const char* damaged : {"{\"settings\":", "[]"}) {
+    for (const std::string& damaged : {std::string("{\"settings\":"), std::string(17U << 20U, ' ')}) {
         tests::writeFile(personal, damaged);
         EXPECT_THAT(changes(), IsEmpty());
     }
-    EXPECT_THAT(std::exchange(diagnostics, {}),
-                ElementsAre(HasSubstr("settings.json:1:13: expected a value")));
-    EXPECT_EQ(observer.layers().effective(*tree.find(wrap)).origin, Origin::personal);
-    replace(personal, content('"' + wrap + "\": true, \"" + format + R"(": "hex")"));
+    EXPECT_THAT(std::exchange(diagnostics, {}), ElementsAre(HasSubstr("settings.json:1:13: expected")));
+    replace(personal, wrapOn + "," + hex);
     EXPECT_THAT(changes(), ElementsAre("NumericFormat: short -> hex personal"));
-
     fs::create_directories(site.parent_path());
+    observer.dispatch();
+    const std::ofstream open(site);
     EXPECT_THAT(changes(), IsEmpty());
-    {
-        const std::ofstream open(site);
-        EXPECT_THAT(changes(), IsEmpty());
-        EXPECT_THAT(diagnostics, IsEmpty()) << "of a file that is still to be written";
-    }
-    tests::writeFile(personal, std::string(std::size_t{17} << 20U, ' '));
-    EXPECT_THAT(changes(), IsEmpty());
-    EXPECT_THAT(diagnostics, ElementsAre(HasSubstr("counts as empty"), HasSubstr("larger than")));
+    EXPECT_THAT(diagnostics, IsEmpty()) << "of a file that is still to be written";
 }
 
 TEST_F(SettingsObserverTest, LocksChangeTheValuesUnderThem)
 {
     Lines ofAlias;
-    const Subscription alias =
-        observer.subscribe(*tree.find("verdix.alias.First"),
-                           [&](const SettingChange& change) { ofAlias.push_back(describe(change)); });
-    all = observer.subscribe(*tree.find("verdix.commandwindow"),
-                             [this](const SettingChange& change) { seen.push_back(describe(change)); });
-    replace(personal, content('"' + wrap + R"(": true, "verdix.rule.words": "long")"));
+    const Subscription alias = subscribe("verdix.alias.First", ofAlias);
+    all = subscribe("verdix.commandwindow", seen);
+    replace(personal, wrapOn + R"(, "verdix.rule.words": "long")");
     EXPECT_THAT(changes(), ElementsAre("WrapLines: false -> true personal"));
     EXPECT_THAT(std::exchange(ofAlias, {}), ElementsAre("words: short -> long personal"));
-    replace(site,
-            content('"' + format + R"(": "hex")", R"("verdix.commandwindow", "verdix.commandwindow.Gone")"));
+    replace(site, hex, R"("verdix.commandwindow", "verdix.commandwindow.Gone")");
     EXPECT_THAT(changes(),
                 ElementsAre("NumericFormat: short -> hex installation", "WrapLines: true -> false factory"));
-    replace(site, content("", R"("verdix.rule.words")"));
+    replace(site, "", R"("verdix.rule.words")");
     EXPECT_THAT(changes(),
                 ElementsAre("NumericFormat: hex -> short factory", "WrapLines: false -> true personal"));
     EXPECT_THAT(ofAlias, ElementsAre("words: long -> short factory"));
 }
 
-TEST_F(SettingsObserverTest, ManyChangesAreCoalescedAndNoneIsLostWhenTheQueueOverflows)
+TEST_F(SettingsObserverTest, ManyChangesAreCoalescedAndTheLastOneSurvivesAnOverflow)
 {
     for (int number = 1000; number < 2000; ++number) {
-        replace(personal, content(numberOfLines(number)));
+        replace(personal, lineCount(number));
     }
     EXPECT_THAT(changes(), ElementsAre(HasSubstr("5000 -> 1999 ")));
     int queueLength = 0;
@@ -167,35 +145,31 @@ TEST_F(SettingsObserverTest, ManyChangesAreCoalescedAndNoneIsLostWhenTheQueueOve
         fs::create_directory(home / "verdix/unrelated");
         fs::remove(home / "verdix/unrelated");
     }
-    replace(personal, content(numberOfLines(2000)));
+    replace(personal, lineCount(2000));
     EXPECT_THAT(changes(), ElementsAre(HasSubstr("1999 -> 2000 ")));
 }
 
-TEST_F(SettingsObserverTest, CallbacksMayEndSubscriptionsAndThrow)
+TEST_F(SettingsObserverTest, CallbacksMayUnsubscribeAndThrow)
 {
     Subscription once = observer.subscribe(*tree.root(), [&](const SettingChange&) {
         once.reset();
         seen.emplace_back("once");
         EXPECT_THROW(observer.dispatch(), std::logic_error);
-        throw std::runtime_error("first");
+        throw std::runtime_error("thrown");
     });
-    const Subscription last = observer.subscribe(*tree.root(), [&](const SettingChange&) {
-        seen.emplace_back("last");
-        throw std::runtime_error("second");
-    });
-    replace(personal, content(numberOfLines(2000) + ", \"" + wrap + "\": true"));
-    EXPECT_THAT([this] { observer.dispatch(); }, testing::ThrowsMessage<std::runtime_error>("first"));
-    EXPECT_THAT(seen, ElementsAre(HasSubstr("Number"), "once", "last", HasSubstr("Wrap"), "last"));
+    const Subscription last = subscribe("verdix", seen);
+    replace(personal, lineCount(2000) + ", " + wrapOn);
+    EXPECT_THAT([this] { observer.dispatch(); }, testing::ThrowsMessage<std::runtime_error>("thrown"));
+    EXPECT_THAT(seen, ElementsAre(HasSubstr("Number"), "once", HasSubstr("Number"), HasSubstr("Wrap"),
+                                  HasSubstr("Wrap")));
 }
 
 /// The thread sanitizer is the stricter judge of this one.
 TEST_F(SettingsObserverTest, ObserversOnSeveralThreadsEachEndWithTheFinalValue)
 {
-    const auto watchUntilLast = [this] {
-        SettingsObserver own(tree, {{site}, personal}, [](const Diagnostic& diagnostic) {
-            ADD_FAILURE() << formatDiagnostic(diagnostic);
-        });
-        const Node& lines = *tree.find("verdix.commandwindow.NumberOfLinesInScrollBuffer");
+    const Node& lines = *tree.find("verdix.commandwindow.NumberOfLinesInScrollBuffer");
+    const auto observe = [&] {
+        SettingsObserver own(tree, {{site}, personal}, [](const Diagnostic&) { ADD_FAILURE(); });
         std::string value = formatValue(own.layers().effective(lines).value);
         const Subscription subscription = own.subscribe(
             lines, [&value](const SettingChange& change) { value = formatValue(change.after.value); });
@@ -203,10 +177,10 @@ TEST_F(SettingsObserverTest, ObserversOnSeveralThreadsEachEndWithTheFinalValue)
             own.dispatch(std::chrono::milliseconds(-1));
         }
     };
-    const std::jthread first(watchUntilLast);
-    const std::jthread second(watchUntilLast);
+    const std::jthread first(observe);
+    const std::jthread second(observe);
     for (int number = 1000; number < 2000; ++number) {
-        replace(personal, content(numberOfLines(number)));
+        replace(personal, lineCount(number));
     }
 }
 

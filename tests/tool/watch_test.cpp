@@ -1,0 +1,52 @@
+// The command that waits for changes, as users and scripts run it.
+
+#include <csignal>
+#include <tests/support/files.hpp>
+#include <tests/tool/process.hpp>
+#include <unistd.h>
+
+namespace {
+
+using testing::HasSubstr;
+using tests::readLine;
+using tests::RunningTool;
+using tests::writeFile;
+
+TEST(Watch, PrintsChangesUntilASignalOrItsReaderEndsIt)
+{
+    const tests::TestFolder folder;
+    const std::string personal = folder / "home/settings.json";
+    const std::string site = folder / "site/settings.json";
+    const auto start = [&](std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {"--bundle", VX_SAMPLE_BUNDLE, "--personal", personal,
+                                             "--installation", site, "watch"});
+        const RunningTool tool = tests::startTool(arguments);
+        EXPECT_THAT(readLine(tool.errors), HasSubstr("watching 2 files"));
+        return tool;
+    };
+    const RunningTool unread = start({});
+    ::close(unread.output);
+    EXPECT_EQ(tests::endTool(unread, 0), 1);
+    EXPECT_EQ(readLine(unread.errors), "");
+
+    const RunningTool text = start({});
+    const RunningTool json = start({"web", "web.AccessToken", "alias.First", "--format", "json"});
+    writeFile(personal, R"({"settings": {"verdix.rule.words": "long", "verdix.class.double": 2}})");
+    EXPECT_EQ(readLine(text.output), "verdix.class.double: 1 -> 2 (personal)");
+    EXPECT_EQ(readLine(text.output), R"(verdix.rule.words: "short" -> "long" (personal))");
+    EXPECT_EQ(readLine(json.output), R"({ "path": "verdix.rule.words", )"
+                                     R"("before": { "class": "char", "dims": [1, 5], "data": "short" }, )"
+                                     R"("after": { "class": "char", "dims": [1, 4], "data": "long" }, )"
+                                     R"("originBefore": "factory", "origin": "personal", "file": ")" +
+                                         personal + "\" }");
+    writeFile(personal, "{");
+    EXPECT_THAT(readLine(text.errors), HasSubstr(personal + ":1:2: expected "));
+    writeFile(site, R"({"settings": {"verdix.web.AccessToken": "secret"}})");
+    EXPECT_EQ(readLine(text.output), R"(verdix.web.AccessToken: "" -> "********" (installation))");
+    EXPECT_THAT(readLine(json.output), HasSubstr(R"("data": "********" }, "originBefore")"));
+    EXPECT_EQ(tests::endTool(text, SIGINT), 0);
+    EXPECT_EQ(tests::endTool(json, SIGTERM), 0);
+    EXPECT_EQ(readLine(text.output) + readLine(json.output), "") << "a setting was printed twice";
+}
+
+}  // namespace
