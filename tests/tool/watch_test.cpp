@@ -44,6 +44,9 @@ TEST(Watch, PrintsChangesUntilASignalOrItsReaderEndsIt)
     writeFile(site, R"({"settings": {"verdix.web.AccessToken": "secret"}})");
     EXPECT_EQ(readLine(text.output), R"(verdix.web.AccessToken: "" -> "********" (installation))");
     EXPECT_THAT(readLine(json.output), HasSubstr(R"("data": "********" }, "originBefore")"));
+    writeFile(site, "{}");
+    EXPECT_EQ(readLine(text.output), R"(verdix.web.AccessToken: "********" -> "" (factory))");
+    EXPECT_THAT(readLine(json.output), HasSubstr(R"("file": null)"));
     EXPECT_EQ(tests::endTool(text, SIGINT), 0);
     EXPECT_EQ(tests::endTool(json, SIGTERM), 0);
     EXPECT_EQ(readLine(text.output) + readLine(json.output), "") << "a setting was printed twice";

@@ -17,8 +17,8 @@ namespace {
 namespace fs = std::filesystem;
 
 /// Not IN_MODIFY: between truncating and closing a file, its content is not meant to be read.
-constexpr std::uint32_t events = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_CLOSE_WRITE |
-                                 IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
+constexpr std::uint32_t events =
+    IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_CLOSE_WRITE | IN_ATTRIB | IN_ONLYDIR;
 
 /// Puts the names of a path in front of those that are still to be looked up. The next one is the last.
 void pushNames(const fs::path& path, std::vector<fs::path>& names)
@@ -75,7 +75,8 @@ void FileWatcher::addFiles(const inotify_event& event, std::set<std::size_t>& ch
         }
         return;
     }
-    const std::string_view name = event.len == 0 ? "" : event.name;  // none: the folder itself changed
+    const std::string_view name =
+        event.len == 0 ? "" : event.name;  // none: the folder itself changed or is gone
     for (const Lookup& lookup : lookups_) {
         const bool isOnTheWay = lookup.folder == event.wd && (name.empty() || name == lookup.name);
         if (isOnTheWay && !isToBeWritten(event, lookup.folderPath / lookup.name)) {
@@ -109,13 +110,6 @@ void FileWatcher::follow(std::size_t file)
     for (int links = 0; !names.empty() && links <= maxLinks;) {
         const fs::path name = std::move(names.back());
         names.pop_back();
-        if (name.empty() || name == ".") {
-            continue;
-        }
-        if (name == "..") {
-            folder = folder.parent_path();
-            continue;
-        }
         // Watched before it is looked at: what changes after that is noticed.
         watch(folder, name.string(), file);
         std::error_code ignored;
