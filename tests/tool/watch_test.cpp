@@ -34,11 +34,12 @@ TEST(Watch, PrintsChangesUntilASignalOrItsReaderEndsIt)
     writeFile(personal, R"({"settings": {"verdix.rule.words": "long", "verdix.class.double": 2}})");
     EXPECT_EQ(readLine(text.output), "verdix.class.double: 1 -> 2 (personal)");
     EXPECT_EQ(readLine(text.output), R"(verdix.rule.words: "short" -> "long" (personal))");
-    EXPECT_EQ(readLine(json.output), R"({ "path": "verdix.rule.words", )"
-                                     R"("before": { "class": "char", "dims": [1, 5], "data": "short" }, )"
-                                     R"("after": { "class": "char", "dims": [1, 4], "data": "long" }, )"
-                                     R"("originBefore": "factory", "origin": "personal", "file": ")" +
-                                         personal + "\" }");
+    EXPECT_EQ(
+        readLine(json.output),
+        R"({ "path": "verdix.rule.words", "before": { "class": "char", "dims": [1, 5], "data": "short" }, )"
+        R"("after": { "class": "char", "dims": [1, 4], "data": "long" }, "originBefore": "factory", )"
+        R"("origin": "personal", "file": ")" +
+            personal + "\" }");
     writeFile(personal, "{");
     EXPECT_THAT(readLine(text.errors), HasSubstr(personal + ":1:2: expected "));
     writeFile(site, R"({"settings": {"verdix.web.AccessToken": "secret"}})");
