@@ -154,7 +154,7 @@ ExitCode watch(LazySession& lazy, const std::vector<std::string>& paths, Output&
         subscriptions.push_back(
             observer.subscribe(*node, [&out](const SettingChange& change) { writeChange(change, out); }));
     }
-    const auto files = observer.layers().files();
+    const auto files = observer.layers().paths();
     printMessage("watching " + std::to_string(files.size()) + (files.size() == 1 ? " file" : " files") +
                  "; Ctrl+C ends");
     writeChanges(observer, signals, out);

@@ -226,7 +226,7 @@ bool Layers::hasOverride(const Node& setting)
     });
 }
 
-std::vector<fs::path> Layers::files() const
+std::vector<fs::path> Layers::paths() const
 {
     std::vector<fs::path> paths;
     std::ranges::transform(layers_, std::back_inserter(paths), &FileLayer::path);

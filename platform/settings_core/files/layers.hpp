@@ -84,7 +84,7 @@ struct SettingChange
 /// Content for a settings file; nothing if the file does not exist.
 struct FileContent
 {
-    std::size_t file = 0;  ///< index in Layers::files()
+    std::size_t file = 0;  ///< index in Layers::paths()
     std::optional<SettingsFile> content = std::nullopt;
 };
 
@@ -117,9 +117,9 @@ public:
     [[nodiscard]] std::optional<SettingLock> lockAgainst(const std::filesystem::path& file, const Node& node);
 
     /// Returns the paths of the settings files, lowest layer first.
-    [[nodiscard]] std::vector<std::filesystem::path> files() const;
+    [[nodiscard]] std::vector<std::filesystem::path> paths() const;
 
-    /// Returns the content of the file with this index in files().
+    /// Returns the content of the file with this index in paths().
     [[nodiscard]] const std::optional<SettingsFile>& content(std::size_t file) { return read(layers_[file]); }
 
     /// Replaces the content of the file with this index, which is then not read.

@@ -47,12 +47,14 @@ SettingsObserver::SettingsObserver(const SettingsTree& tree, LayerFiles files,
     : onDiagnostic_(std::move(onDiagnostic)),
       tree_(tree),
       layers_(tree, std::move(files)),
-      files_(layers_.files()),
+      files_(layers_.paths()),
       watcher_(std::make_unique<FileWatcher>(files_)),
       states_(files_.size())
 {
     for (std::size_t file = 0; file < files_.size(); ++file) {
         layers_.setContent(file, std::nullopt);
+    }
+    for (std::size_t file = 0; file < files_.size(); ++file) {
         reportUnwatched(file);
         if (auto read = reload(file)) {
             layers_.setContent(file, std::move(read->content));
