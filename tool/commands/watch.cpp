@@ -150,6 +150,7 @@ ExitCode watch(LazySession& lazy, const std::vector<std::string>& paths, Output&
         session.tree(), lazy.layerFiles(),
         [](const core::Diagnostic& diagnostic) { printMessage(firstLine(formatDiagnostic(diagnostic))); });
     std::vector<core::Subscription> subscriptions;
+    subscriptions.reserve(nodes.size());
     for (const Node* node : nodes) {
         subscriptions.push_back(
             observer.subscribe(*node, [&out](const SettingChange& change) { writeChange(change, out); }));

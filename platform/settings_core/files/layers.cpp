@@ -292,8 +292,8 @@ std::vector<SettingChange> Layers::replaceContents(std::vector<FileContent> cont
             changes.push_back({node, effective(*node)});
         }
     }
-    for (auto& [file, content] : contents) {
-        setContent(file, std::move(content));
+    for (FileContent& replacement : contents) {
+        setContent(replacement.file, std::move(replacement.content));
     }
     for (SettingChange& change : changes) {
         change.after = effective(*change.setting);
