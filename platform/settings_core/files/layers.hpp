@@ -81,11 +81,11 @@ struct SettingChange
     LayerValue after = {};          ///< as `effective` returns it now
 };
 
-/// Content for a settings file; nothing if the file does not exist.
+/// New content of a settings file.
 struct FileContent
 {
-    std::size_t file = 0;  ///< index in Layers::paths()
-    std::optional<SettingsFile> content = std::nullopt;
+    std::size_t file = 0;                                ///< index in Layers::paths()
+    std::optional<SettingsFile> content = std::nullopt;  ///< nothing if the file does not exist
 };
 
 /// The layers over a tree, which must outlive them. Each file is read once, by the first operation that needs

@@ -39,7 +39,9 @@ using Subscription = std::shared_ptr<const void>;
 class VX_API SettingsObserver
 {
 public:
+    /// Receives a change; `before` and `after` differ in value.
     using ChangeCallback = std::function<void(const SettingChange&)>;
+    /// Receives what is wrong with a settings file, or with watching it.
     using DiagnosticCallback = std::function<void(const Diagnostic&)>;
 
     /// Watches and reads the files, and calls `onDiagnostic` for those that are damaged. The tree must
