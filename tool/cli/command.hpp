@@ -23,6 +23,7 @@ Action addList(CLI::App& command);
 Action addSearch(CLI::App& command);
 Action addDescribe(CLI::App& command);
 Action addGet(CLI::App& command);
+Action addWatch(CLI::App& command);
 Action addSet(CLI::App& command);
 Action addReset(CLI::App& command);
 Action addEdit(CLI::App& command);
