@@ -25,6 +25,7 @@ Action addDescribe(CLI::App& command);
 Action addGet(CLI::App& command);
 Action addSet(CLI::App& command);
 Action addReset(CLI::App& command);
+Action addImport(CLI::App& command);
 Action addUndo(CLI::App& command);
 Action addCheck(CLI::App& command);
 Action addMigrate(CLI::App& command);
