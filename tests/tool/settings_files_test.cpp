@@ -44,7 +44,7 @@ TEST_F(SettingsFilesTest, ValuesGoThroughTheLayers)
     EXPECT_EQ(run({"get", "commandwindow.NumericFormat"}).output, "hex\n");
     EXPECT_EQ(run({"get", "commandwindow.NumericFormat", "--installation", other}).output, "longG\n");
     EXPECT_EQ(run({"set", "commandwindow.WrapLines", "false"}).exitCode, 0);  // the factory value
-    EXPECT_EQ(run({"set", "UserPath", "--json", R"("a\nb")"}).exitCode, 0);
+    EXPECT_EQ(run({"set", "UserPath", "--json-value", R"("a\nb")"}).exitCode, 0);
     EXPECT_EQ(run({"get", "UserPath"}).output, "a\nb\n");
     EXPECT_EQ(run({"get", "UserPath", "commandwindow.WindowSize"}).output, "a\\nb\n[180 45]\n");
     const std::string modified = run({"list", "--modified"}).output;
@@ -60,7 +60,7 @@ TEST_F(SettingsFilesTest, NumbersThatAreNotFiniteSurvive)
         EXPECT_EQ(run({"set", path, "--", value}).errors, "");
         EXPECT_EQ(run({"get", path}).output, value + '\n');
         const auto document = boost::json::parse(run({"get", path, "--format", "json"}).output);
-        EXPECT_EQ(run({"set", path, "--json", serialize(document.at("value"))}).errors, "");
+        EXPECT_EQ(run({"set", path, "--json-value", serialize(document.at("value"))}).errors, "");
         EXPECT_EQ(run({"get", path}).output, value + '\n');
     }
 }
@@ -121,11 +121,13 @@ TEST_F(SettingsFilesTest, ResetLeavesWhatIsNotOfTheTree)
     writeFile(personal, R"({"settings": {"verdix.colors.CommentColor": [1, 2, 3], "verdix.colors.Own": 1,
 "other.X": 2, "other.X": 3}, "note": 4})");
     const std::pair<std::vector<std::string>, const char*> resets[] = {
-        {{"colors"}, "1 setting reset in PERSONAL; 1 unknown setting left, see vxsettings reset --unknown\n"},
+        {{"colors"},
+         "verdix.colors.CommentColor: [1 2 3] (personal) -> [0 128 19] (factory)\n"
+         "1 setting reset in PERSONAL; 1 unknown setting left, see vxsettings reset --unknown\n"},
         {{"--all"},
          "0 settings reset in PERSONAL; 2 unknown settings left, see vxsettings reset --unknown\n"},
-        {{"--unknown", "colors"}, "1 unknown setting reset in PERSONAL\n"},
-        {{"other.X"}, "1 setting reset in PERSONAL\n"},
+        {{"--unknown", "colors"}, "verdix.colors.Own: removed, in PERSONAL\n"},
+        {{"other.X"}, "other.X: removed, in PERSONAL\n"},
     };
     for (const auto& [arguments, expected] : resets) {
         std::vector<std::string> command{"reset"};
@@ -204,7 +206,7 @@ TEST_F(SettingsFilesTest, SecretsAreOnlyShownByGet)
     const std::vector<std::string> commands[] = {{"check"},
                                                  {"migrate", personal, "--from", "R2026a"},
                                                  {"describe", "web.AccessToken"},
-                                                 {"set", "web.AccessToken", "--json", "7654321"},
+                                                 {"set", "web.AccessToken", "--json-value", "7654321"},
                                                  {"set", "web.AccessToken", "sesame-7654321"},
                                                  {"list", "--modified"},
                                                  {"undo"},

@@ -77,8 +77,8 @@ struct AppliedChange
 /// What an operation does to a settings file.
 struct AppliedChanges
 {
-    std::vector<AppliedChange> settings =
-        {};                       ///< in the order of the changes; of a reset, in the file's order
+    /// In the order of the changes; of a reset, in the file's order. None if there is no file to remove from.
+    std::vector<AppliedChange> settings = {};
     std::size_t unknownLeft = 0;  ///< overrides left by a reset because the tree does not have the settings
     std::size_t lockedLeft = 0;   ///< overrides left by a reset because the settings are locked
     bool isWritten = false;       ///< whether the file was replaced
