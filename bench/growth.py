@@ -87,8 +87,9 @@ def trees(growth):
     path = "verdix.copy0.commandwindow.NumericFormat"
     other = growth.folder / "other.json"
     other.write_text('{"root": "verdix", "nodes": [], "releaseChanges": []}')
-    commands = {"get": ["get", path], "describe": ["describe", path], "list": ["list"], "tree": ["tree", "--hidden"],
-                "search": ["search", "keyword"], "search, no match": ["search", "commandwindw.NumericFormt"],
+    commands = {"get": ["get", path], "describe": ["describe", path], "list": ["list", "--hidden"],
+                "tree": ["tree", "--hidden"], "search": ["search", "keyword"],
+                "search, no match": ["search", "commandwindw.NumericFormt"],
                 "lint": ["lint"], "export json": ["export", "--format", "json"],
                 "export html": ["export", "--format", "html"],
                 "export json-schema": ["export", "--format", "json-schema"]}
@@ -137,8 +138,7 @@ def errors(growth, file, known):
             write_settings(file, map(entry, range(size)))
 
         growth.measure(f"check, {kind}", ENTRIES, lambda size: ["check", file], COPIES, write)
-        growth.measure(f"check --format json, {kind}", ENTRIES, lambda size: ["--format", "json", "check", file],
-                       COPIES, write)
+        growth.measure(f"check --json, {kind}", ENTRIES, lambda size: ["--json", "check", file], COPIES, write)
         if kind == "duplicate":
             continue  # migrate refuses them
         growth.measure(f"migrate, {kind}", ENTRIES, lambda size: ["migrate", file], COPIES, write)

@@ -42,7 +42,7 @@ TEST(BadBundle, IsReportedWithFileAndReason)
     }
     EXPECT_THAT(tests::runTool({"doctor", "--bundle", "/no/such/bundle.so"}).output,
                 HasSubstr("bundle file  /no/such/bundle.so"));
-    const auto diagnosed = tests::runTool({"doctor", "--format", "json", "--bundle", VX_PLAIN_LIBRARY});
+    const auto diagnosed = tests::runTool({"doctor", "--json", "--bundle", VX_PLAIN_LIBRARY});
     EXPECT_EQ(diagnosed.exitCode, 3);
     EXPECT_THAT(diagnosed.output, HasSubstr(R"("isWell": false)"));
     const std::string kept = folder.with("kept.json", "old content");

@@ -14,7 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::AllOf;
-using testing::AnyOf;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -40,6 +39,8 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         {{"describe", "a", "b"}, 2, "not expected: b"},
         {{"--color", "sometimes"}, 2, "--color: sometimes"},
         {{"--log-level", "all"}, 2, "not in {fatal,error,warning,information,debug,trace}"},
+        {{"list", "--format", "json"}, 2, "--format: not an option here; use --json"},
+        {{"export", "--json", "--format", "csv"}, 2, "--json and --format csv exclude each other"},
         {{"check", ""}, 2, "FILE: needs a value that is not empty"},
         {{"search", ""}, 2, "WORDS: needs a value"},
         {{"export", "--format", "csv", "-o", ""}, 2, "--output: needs a value"},
@@ -113,14 +114,14 @@ TEST(Command, EscapesWhatFilesAndArgumentsSay)
         {"tree", "--color", raw},
         {"summary", "--feature", raw + "=on"},
         {"check", file},
-        {"check", file, "--format", "json"},
+        {"check", file, "--json"},
         {"check", file + "none"},
         {"migrate", file},
-        {"migrate", file, "--format", "json"},
+        {"migrate", file, "--json"},
         {"diff", file, file},
         {"list", "--modified", "--personal", file},
         {"describe", "UserPath", "--personal", file},
-        {"get", "UserPath", "--personal", file, "--format", "json"},
+        {"get", "UserPath", "--personal", file, "--json"},
         {"set", "class.int8", raw, "--personal", file},
         {"set", "class.int8", "1", "--personal", folder.with(raw + "2", "{}")},
         {"export", "--format", "json", "-o", folder / "none" / raw}};
@@ -166,8 +167,33 @@ TEST(Command, DrawsTheTree)
     const std::string top = outputOf({"tree", "--depth", "1"});
     EXPECT_THAT(top, HasSubstr("├── dump (no factory value)\n├── qorv -> qorv (unresolved)\n"
                                "├── alias …\n"));
-    EXPECT_THAT(outputOf({"tree"}), Not(AnyOf(HasSubstr("(hidden)"), HasSubstr("SuppressCellBraces"))));
     EXPECT_THAT(outputOf({"tree", "--hidden"}), HasSubstr("│   ├── SuppressCellBraces = false (hidden)\n"));
+}
+
+TEST(Command, NeverLeavesOutHiddenNodesSilently)
+{
+    const std::string hint = "vxsettings: 1 hidden node left out; add --hidden to show hidden ones too\n";
+    const struct
+    {
+        std::vector<std::string> arguments;
+        bool isShown;
+        std::string errors;
+    } cases[] = {
+        {{"tree", "commandwindow"}, false, hint},
+        {{"list", "commandw*"}, false, hint},
+        {{"list", "commandw*", "commandwindow.SuppressCellBraces"}, true, ""},
+        {{"search", "commandwindow"}, false, hint},
+        {{"search", "commandwindow", "--quiet"}, false, ""},
+        {{"search", "commandwindow", "--hidden"}, true, ""},
+        {{"search", "s", "--only-hidden"}, true, ""},
+        {{"search", "brace"}, true, "vxsettings: everything that matches is hidden\n"},
+    };
+    for (const auto& [arguments, isShown, errors] : cases) {
+        const auto run = runOnSample(arguments);
+        EXPECT_EQ(run.output.find("SuppressCellBraces") != std::string::npos, isShown) << arguments.back();
+        EXPECT_EQ(run.errors, errors) << arguments.back();
+    }
+    EXPECT_THAT(outputOf({"tree", "desktop"}), HasSubstr("MaximumArraySize"));
 }
 
 TEST(Command, ColoursOnlyWhereAskedFor)
@@ -187,7 +213,7 @@ TEST(Command, ListsByPatternsAndFilters)
     EXPECT_EQ(outputOf({"list", "--read-only"}), "verdix.commandwindow.fixed\nverdix.ui.webfigures\n");
     EXPECT_EQ(outputOf({"list", "commandw*", "--validator", "range"}),
               "verdix.commandwindow.NumberOfLinesInScrollBuffer\nverdix.commandwindow.WindowSize\n");
-    EXPECT_THAT(outputOf({"list", "--hidden"}), Not(HasSubstr("verdix.commandwindow.WrapLines\n")));
+    EXPECT_THAT(outputOf({"list", "--only-hidden"}), Not(HasSubstr("verdix.commandwindow.WrapLines\n")));
 }
 
 TEST(Command, DescribesNodesInWords)
@@ -224,8 +250,7 @@ TEST(Command, CountsAndDiagnoses)
     for (const char* file : {"libvxsettingscore.so.1", "verdix/native/libvxservices.so"}) {
         fs::create_symlink(fs::path(VX_PLAIN_LIBRARY).parent_path() / file, platform / file);
     }
-    const auto broken =
-        runOnSample({"doctor", "--format", "json"}, {"LD_LIBRARY_PATH=" + (platform / "").string()});
+    const auto broken = runOnSample({"doctor", "--json"}, {"LD_LIBRARY_PATH=" + (platform / "").string()});
     EXPECT_EQ(broken.exitCode, 1);
     EXPECT_THAT(
         broken.output,

@@ -24,7 +24,8 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
     ASSERT_EQ(tests::runOnSample({"export", "--format", "json", "-o", baseline}).exitCode, 0);
     const std::string format = "commandwindow.NumericFormat";
     const std::string hex =
-        R"("value": { "class": "char", "dims": [1, 3], "data": "hex" }, "layer": "personal")";
+        R"("value": { "class": "char", "dims": [1, 3], "data": "hex" }, "origin": "personal", "file": ")" +
+        file;
     struct Case
     {
         std::vector<std::string> arguments;
@@ -34,10 +35,12 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
     const Case cases[] = {
         {{}, {R"x("(directly in verdix)", "groups": 0, "settings": 2, "aliases": 1)x", R"("hidden": 22 })"}},
         {{"tree", "qorv"}, {R"("aliasTarget": "qorv")"}},
-        {{"list", "--modified"}, {"\"node\": \"setting\", " + hex + " }"}},
+        {{"list", "--modified"}, {"\"node\": \"setting\", " + hex + "\" }"}},
         {{"search", "wrapl"}, {R"("node": "setting", "rank": "prefix", "value": { "class": "logical")"}},
+        {{"tree", "--depth", "1"}, {R"("hiddenLeftOut": 2)"}},
+        {{"list", "commandw*"}, {R"("hiddenLeftOut": 1)"}},
         {{"describe", "commandwindow.WrapLines"},
-         {R"("factory value", "counts": true)", R"(json", "counts": false, "faults": [")",
+         {R"("file": null, "isValid": true)", R"(json", "isValid": false, "diagnostics": [")",
           R"("readOnly": null)"}},
         {{"describe", "suggestions.ShowTips"}, {R"(suggestions.ShowTips", "release": "R2025b" })"}},
         {{"describe", "commandwindow.WindowSize"}, {R"("accepts": "2 whole numbers from 1 to 1000")"}},
@@ -59,8 +62,7 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
          {R"("isWell": true)", R"("text": "unset", "isGood": null })", R"(webui", "text": "off")"}},
         {{"set", "colors.KeywordColor", "[1 2 3]"},
          {R"("verdix.colors.KeywordColor")", R"("file": ")" + file}},
-        {{"get", "colors.KeywordColor", format},
-         {"{ \"path\": \"verdix." + format + "\", " + hex, R"("source": ")" + file}},
+        {{"get", "colors.KeywordColor", format}, {"{ \"path\": \"verdix." + format + "\", " + hex}},
         {{"reset", "colors"}, {R"("count": 1)", R"("unknownLeft": 0)"}},
         {{"undo", "--list"},
          {R"({ "number": 2, "time": "2)", R"(Z", "command": "set colors.KeywordColor" })"}},
@@ -78,7 +80,7 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
         {{"migrate", file, "--write"}, {R"("backup": "settings.json.R2020b.bak")"}, 1},
     };
     for (const auto& [given, fragments, exitCode] : cases) {
-        std::vector<std::string> arguments{"--format", "json"};
+        std::vector<std::string> arguments{"--json"};
         arguments.insert(arguments.end(), given.begin(), given.end());
         const auto run = tests::runOnSample(
             arguments, {"XDG_CONFIG_HOME=" + (folder / "").string(), "XDG_CONFIG_DIRS=/none"});

@@ -59,7 +59,7 @@ TEST_F(SettingsFilesTest, NumbersThatAreNotFiniteSurvive)
     for (const auto& [path, value] : cases) {
         EXPECT_EQ(run({"set", path, "--", value}).errors, "");
         EXPECT_EQ(run({"get", path}).output, value + '\n');
-        const auto document = boost::json::parse(run({"get", path, "--format", "json"}).output);
+        const auto document = boost::json::parse(run({"get", path, "--json"}).output);
         EXPECT_EQ(run({"set", path, "--json-value", serialize(document.at("value"))}).errors, "");
         EXPECT_EQ(run({"get", path}).output, value + '\n');
     }
@@ -217,8 +217,8 @@ TEST_F(SettingsFilesTest, SecretsAreOnlyShownByGet)
                                                  {"export", "--format", "html"},
                                                  {"summary"}};
     for (const auto& command : commands) {
-        for (const char* format : {"text", "json"}) {
-            std::vector<std::string> arguments{"--format", format, "--personal", personal};
+        for (const char* format : {"--json", "--color=never"}) {
+            std::vector<std::string> arguments{format, "--personal", personal};
             arguments.insert(arguments.end(), command.begin(), command.end());
             const ToolRun shown = run(arguments);
             EXPECT_EQ((shown.output + shown.errors).find("7654321"), std::string::npos) << command.front();

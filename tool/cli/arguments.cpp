@@ -9,6 +9,7 @@
 #include <cstddef>
 
 #include "cli/command_error.hpp"
+#include "render/output.hpp"
 
 namespace vx::tool {
 
@@ -91,6 +92,15 @@ void requireOneStandardInput(const std::vector<std::string>& files)
     if (std::ranges::count(files, core::standardInput) > 1) {
         throw CommandError(ExitCode::usage, "standard input (-) can be read only once: name a file instead");
     }
+}
+
+std::string chosenFormat(const std::string& named, const Output& out, const char* usual)
+{
+    if (out.isJson() && !named.empty() && named != "json") {
+        throw CommandError(ExitCode::usage,
+                           "--json and --format " + named + " exclude each other: leave one out");
+    }
+    return out.isJson() ? "json" : named.empty() ? usual : named;
 }
 
 void refuseEmpty(CLI::Option& option)

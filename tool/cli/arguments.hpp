@@ -18,6 +18,8 @@ class Option;
 
 namespace vx::tool {
 
+class Output;
+
 /// Whether an argument must be given. If it is, it must not be the empty string unless that is said here.
 enum class Need : std::uint8_t
 {
@@ -62,6 +64,10 @@ void addFactoryFlag(CLI::App& command, bool& target);
 
 /// Refuses the empty string as the value of an option.
 void refuseEmpty(CLI::Option& option);
+
+/// Returns the format to write for a command with a --format of its own: the one that it names, json if
+/// --json is given, else `usual`. Throws CommandError if --json and --format disagree.
+[[nodiscard]] std::string chosenFormat(const std::string& named, const Output& out, const char* usual);
 
 /// Restricts the value of an option to `choices`, which help shows in place of a type.
 void setChoices(CLI::Option& option, const std::vector<std::string>& choices);

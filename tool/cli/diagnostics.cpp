@@ -6,15 +6,51 @@
 #include <boost/json/object.hpp>
 
 #include <cstdio>
+#include <string>
 #include <utility>
 
+#include "host/file_problems.hpp"
 #include "render/json_text.hpp"
 
 namespace vx::tool {
 
+namespace {
+
+bool areHintsOn = true;
+
+}  // namespace
+
 void printMessage(std::string_view message)
 {
     std::fprintf(stderr, "vxsettings: %s\n", data::escapeUnprintable(message).c_str());
+}
+
+void printHint(std::string_view message)
+{
+    if (areHintsOn) {
+        printMessage(message);
+    }
+}
+
+void hintAtHidden(std::size_t leftOut, Output& out)
+{
+    if (leftOut != 0) {
+        out.flush();
+        printHint(std::to_string(leftOut) + (leftOut == 1 ? " hidden node" : " hidden nodes") +
+                  " left out; add --hidden to show hidden ones too");
+    }
+}
+
+void hintAtFileProblems(const Session& session, core::Layers& layers)
+{
+    for (const FileProblem& problem : findFileProblems(session, layers)) {
+        printHint(problem.text + "; see " + problem.command);
+    }
+}
+
+void turnHintsOff() noexcept
+{
+    areHintsOn = false;
 }
 
 void writeDiagnostics(const std::vector<core::Diagnostic>& diagnostics, Output& out)
@@ -42,7 +78,7 @@ ExitCode reportDefinitionErrors(const std::vector<core::Diagnostic>& errors, Out
             list.push_back(boost::json::object{
                 {"file", position.file}, {"line", position.line}, {"path", path}, {"message", message}});
         }
-        writeJson({{"faults", std::move(list)}}, out);
+        writeJson({{"diagnostics", std::move(list)}}, out);
     } else {
         writeDiagnostics(errors, out);
     }

@@ -4,16 +4,32 @@
 
 #include <boost/json/array.hpp>
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
 #include "cli/command_error.hpp"
+#include "host/session.hpp"
 #include "render/output.hpp"
 
 namespace vx::tool {
 
 /// Writes "vxsettings: " and the message to standard error as one line, with unprintable characters escaped.
 void printMessage(std::string_view message);
+
+/// As printMessage, for what a user may want to know although nothing is wrong with the command. Writes
+/// nothing once hints are turned off.
+void printHint(std::string_view message);
+
+/// Gives a hint at the hidden nodes that a command left out of its output, if any, after that output.
+void hintAtHidden(std::size_t leftOut, Output& out);
+
+/// Gives hints at the settings in files that have no effect, file by file, with commands that fix them.
+/// Throws what Layers throws.
+void hintAtFileProblems(const Session& session, core::Layers& layers);
+
+/// Turns hints off, as --quiet does.
+void turnHintsOff() noexcept;
 
 /// Writes one line for each diagnostic. Line breaks become semicolons.
 void writeDiagnostics(const std::vector<core::Diagnostic>& diagnostics, Output& out);

@@ -27,8 +27,6 @@ const Choices<Severity> severities{{"fatal", Severity::fatal},     {"error", Sev
 const Choices<ColourChoice> colourChoices{
     {"auto", ColourChoice::automatic}, {"always", ColourChoice::always}, {"never", ColourChoice::never}};
 
-const Choices<OutputFormat> formats{{"text", OutputFormat::text}, {"json", OutputFormat::json}};
-
 int parseFeatureValue(std::string_view string)
 {
     if (string == "on" || string == "off") {
@@ -124,8 +122,10 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
         ->take_all();
     addChoice(app, "--log-level", options->logThreshold, severities,
               "Minimum severity that is logged to standard error (default: warning)");
-    addChoice(app, "--format", options->format, formats,
-              "Output format: text for people, json for programs (default: text)");
+    app.add_flag_callback(
+        "--json", [options] { options->format = OutputFormat::json; },
+        "Write one JSON document for programs");
+    app.add_flag("--quiet", options->isQuiet, "Print no hints on standard error");
     addChoice(app, "--color", options->colour, colourChoices,
               "When to use colours; auto means on a terminal (default: auto)");
     return options;

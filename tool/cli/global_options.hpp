@@ -26,6 +26,7 @@ struct GlobalOptions
     foundation::log::Severity logThreshold = foundation::log::warning;
     ColourChoice colour = ColourChoice::automatic;
     OutputFormat format = OutputFormat::text;
+    bool isQuiet = false;  ///< prints no hints
 };
 
 /// Declares the global options; the result is assigned while the command line is parsed.

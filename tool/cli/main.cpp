@@ -113,8 +113,8 @@ const Command& chosenCommand(const std::vector<Command>& commands)
     return commands.front();
 }
 
-/// Warns of a feature switch that no factory setting depends on. It is set nevertheless: the bundle may be
-/// another one.
+/// Gives a hint at a feature switch that no factory setting depends on. It is set nevertheless: the bundle
+/// may be another one.
 void warnOfUnknownFeature(const std::string& name)
 {
     std::string known;
@@ -124,12 +124,15 @@ void warnOfUnknownFeature(const std::string& name)
         }
         known.append(known.empty() ? "" : ", ").append(input.name);
     }
-    printMessage("no Verdix setting depends on the feature switch \"" + name + "\"; known: " + known);
+    printHint("no Verdix setting depends on the feature switch \"" + name + "\"; known: " + known);
 }
 
 ExitCode execute(const GlobalOptions& options, const Command& command)
 {
     foundation::host::setLogThreshold(options.logThreshold);
+    if (options.isQuiet) {
+        turnHintsOff();
+    }
     for (const auto& [name, value] : options.features) {
         warnOfUnknownFeature(name);
         foundation::host::setFeature(name, value);
@@ -144,9 +147,17 @@ ExitCode execute(const GlobalOptions& options, const Command& command)
     return code;
 }
 
+bool isFormatOption(std::string_view argument)
+{
+    return argument == "--format" || argument.starts_with("--format=");
+}
+
 /// Returns the message for an invalid command line, with suggestions for an unknown command.
 std::string usageError(const CLI::App& app, const CLI::ParseError& error)
 {
+    if (std::ranges::any_of(app.remaining(true), isFormatOption)) {  // most commands write only one format
+        return "--format: not an option here; use --json for JSON; see vxsettings --help";
+    }
     const auto extras = app.remaining();
     if (extras.empty() || extras.front().starts_with('-') || !app.get_subcommands().empty()) {
         return firstLine(error.what()) + "; see vxsettings --help";

@@ -37,7 +37,8 @@ std::string_view kindOf(std::string_view message)
 void writeDocument(const std::filesystem::path& file, bool exists,
                    const std::vector<core::Diagnostic>& diagnostics, Output& out)
 {
-    writeJson({{"file", file.string()}, {"exists", exists}, {"faults", diagnosticsJson(diagnostics)}}, out);
+    writeJson({{"file", file.string()}, {"exists", exists}, {"diagnostics", diagnosticsJson(diagnostics)}},
+              out);
 }
 
 void writeText(const std::filesystem::path& file, bool exists,
@@ -86,11 +87,10 @@ ExitCode check(LazySession& lazy, const CheckOptions& options, Output& out)
 
 Action addCheck(CLI::App& command)
 {
-    setHelp(
-        command, "Check a settings file; report errors with line and column",
-        "Of more than 20 errors of one kind, 20 are printed, and the number of the others.\n"
-        "Paths are suggested for the first 100 unknown ones. With --format json, all errors are printed.\n"
-        "Exits with 1 if the file has errors.\nExample:\n  vxsettings check settings.json");
+    setHelp(command, "Check a settings file; report errors with line and column",
+            "Of more than 20 errors of one kind, 20 are printed, and the number of the others.\n"
+            "Paths are suggested for the first 100 unknown ones. With --json, all errors are printed.\n"
+            "Exits with 1 if the file has errors.\nExample:\n  vxsettings check settings.json");
     auto options = std::make_shared<CheckOptions>();
     addPositional(command, "FILE", options->file, Need::optional,
                   "Settings file; - is standard input (default: the personal file)");

@@ -14,6 +14,8 @@
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
+#include "cli/diagnostics.hpp"
+#include "render/effective_value.hpp"
 #include "render/json_text.hpp"
 #include "render/node_labels.hpp"
 #include "render/table.hpp"
@@ -27,6 +29,12 @@ using core::Node;
 using core::NodeKind;
 
 constexpr std::size_t valueWidth = 200;
+
+struct DescribeOptions
+{
+    std::string path;
+    bool showsFactory = false;
+};
 
 /// Rows of property and description.
 class PropertyTable
@@ -117,20 +125,23 @@ std::string describeLayer(const core::LayerValue& value)
     for (const core::Diagnostic& diagnostic : value.diagnostics) {
         text += (text.empty() ? "" : "; ") + formatDiagnostic(diagnostic);
     }
-    return text + (value.isValid() ? ", in " + value.source : "; ignored");
+    return text + (value.isValid() ? ", in " + value.file.string() : "; ignored");
 }
 
-/// Adds the values in settings files, and the layer of the effective value.
+/// Adds the values in settings files, the effective value, and the lock.
 void addLayers(core::Layers& layers, const Node& setting, PropertyTable& table)
 {
-    core::Origin effective = core::Origin::factory;
     for (const core::LayerValue& value : layers.valuesOf(setting)) {
         if (value.origin != core::Origin::factory) {
             table.add(core::originName(value.origin).data(), describeLayer(core::shownValue(setting, value)));
         }
-        effective = value.isValid() ? value.origin : effective;
     }
-    table.add("effective", "the " + std::string(core::originName(effective)) + " value");
+    const core::LayerValue effective = shownEffective(layers, setting);
+    table.add("effective", valueOnOneLine(effective, valueWidth) + ", the " +
+                               std::string(core::originName(effective.origin)) + " value");
+    if (const auto lock = layers.lockOf(setting)) {
+        table.add("locked", lock->path + " is locked by " + lock->file.string());
+    }
 }
 
 void addSettingProperties(core::Layers& layers, const Node& node, PropertyTable& table)
@@ -159,9 +170,8 @@ void addHistory(const Session& session, const Node& node, PropertyTable& table)
     }
 }
 
-void writeText(LazySession& lazy, const Node& node, Output& out)
+void writeText(const Session& session, core::Layers& layers, const Node& node, Output& out)
 {
-    const Session& session = lazy.get();
     PropertyTable table;
     table.add("kind", std::string(kindLabel(node.kind())));
     table.add("visibility", visibility(node));
@@ -173,7 +183,7 @@ void writeText(LazySession& lazy, const Node& node, Output& out)
         addAliasProperties(session, node, table);
         break;
     case NodeKind::setting:
-        addSettingProperties(lazy.layers(), node, table);
+        addSettingProperties(layers, node, table);
         break;
     }
     addHistory(session, node, table);
@@ -190,11 +200,10 @@ json::array layersJson(core::Layers& layersOver, const Node& setting)
         for (const core::Diagnostic& diagnostic : value.diagnostics) {
             diagnostics.emplace_back(formatDiagnostic(diagnostic));
         }
-        layers.push_back(json::object{{"layer", core::originName(value.origin)},
-                                      {"value", review::valueJson(value.value)},
-                                      {"source", value.source},
-                                      {"counts", value.isValid()},
-                                      {"faults", std::move(diagnostics)}});
+        json::object& layer = layers.emplace_back(json::object()).as_object();
+        addLayerValue(layer, value);
+        layer.emplace("isValid", value.isValid());
+        layer.emplace("diagnostics", std::move(diagnostics));
     }
     return layers;
 }
@@ -210,15 +219,19 @@ json::array historyJson(const Session& session, const Node& node)
 }
 
 /// Writes the node as in an exported tree, and the members that the export lacks.
-void writeDocument(LazySession& lazy, const Node& node, Output& out)
+void writeDocument(const Session& session, core::Layers& layers, const Node& node, Output& out)
 {
     json::object document = review::nodeJson(node);
     document.emplace("isHidden", node.isHidden());
     if (node.kind() == NodeKind::setting) {
         document.emplace("accepts", core::describeConstraint(node.properties()));
-        document.emplace("layers", layersJson(lazy.layers(), node));
+        document.emplace("layers", layersJson(layers, node));
+        json::object effective;
+        addLayerValue(effective, shownEffective(layers, node));
+        document.emplace("effective", std::move(effective));
+        addLock(document, layers.lockOf(node));
     }
-    document.emplace("movedFrom", historyJson(lazy.get(), node));
+    document.emplace("movedFrom", historyJson(session, node));
     writeJson(document, out);
 }
 
@@ -228,11 +241,15 @@ Action addDescribe(CLI::App& command)
 {
     setHelp(command, "Describe one group, setting or alias in full",
             "Example:\n  vxsettings describe verdix.commandwindow.NumericFormat");
-    auto path = std::make_shared<std::string>();
-    addPositional(command, "PATH", *path, Need::required, "Path, with or without the root");
-    return [path](LazySession& lazy, Output& out) {
-        const Node& node = lazy.get().node(*path);
-        (out.isJson() ? writeDocument : writeText)(lazy, node, out);
+    auto options = std::make_shared<DescribeOptions>();
+    addPositional(command, "PATH", options->path, Need::required, "Path, with or without the root");
+    addFactoryFlag(command, options->showsFactory);
+    return [options](LazySession& lazy, Output& out) {
+        const Session& session = lazy.get();
+        const Node& node = session.node(options->path);
+        core::Layers& layers = lazy.layers(options->showsFactory);
+        (out.isJson() ? writeDocument : writeText)(session, layers, node, out);
+        hintAtFileProblems(session, layers);
         return ExitCode::done;
     };
 }

@@ -28,7 +28,7 @@ struct DiffOptions
     std::string older;
     std::string newer;
     std::string changedSettings;
-    std::string format;  ///< empty: the global --format
+    std::string format;  ///< empty: text, or json with --json
 };
 
 Style styleOf(DifferenceKind kind)
@@ -169,12 +169,13 @@ void writeJson(const std::vector<Difference>& differences, Output& out)
 ExitCode diff(const DiffOptions& options, Output& out)
 {
     requireOneStandardInput({options.older, options.newer});
+    const std::string format = chosenFormat(options.format, out, "text");
     const auto older = review::readReleaseTree(options.older);
     const auto newer = review::readReleaseTree(options.newer);
     const auto differences = review::compareTrees(older, newer);
-    if (options.format == "json" || (options.format.empty() && out.isJson())) {
+    if (format == "json") {
         writeJson(differences, out);
-    } else if (options.format == "markdown") {
+    } else if (format == "markdown") {
         const auto changed = options.changedSettings.empty()
                                  ? review::ChangedSettings()
                                  : review::readChangedSettings(options.changedSettings);

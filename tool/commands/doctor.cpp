@@ -3,7 +3,6 @@
 
 #include <foundation/host.hpp>
 
-#include <boost/json/array.hpp>
 #include <cppmicroservices/Bundle.h>
 #include <cppmicroservices/Constants.h>
 #include <cppmicroservices/ServiceReference.h>
@@ -23,76 +22,18 @@
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
+#include "doctor_files.hpp"
+#include "doctor_report.hpp"
 #include "host/bundle_file.hpp"
-#include "render/json_text.hpp"
-#include "render/table.hpp"
 
 namespace vx::tool {
 
 namespace {
 
-namespace json = boost::json;
 using cppmicroservices::any_cast;
 using cppmicroservices::Bundle;
 using cppmicroservices::ServiceReferenceU;
 namespace Constants = cppmicroservices::Constants;
-
-/// Findings in sections. Text is written section by section, JSON at the end. Both are also written if an
-/// exception ends the command, because the findings so far explain it.
-class Report
-{
-public:
-    explicit Report(Output& out) : out_(out) {}
-    Report(const Report&) = delete;
-    Report& operator=(const Report&) = delete;
-
-    void begin(std::string_view heading) { heading_ = heading; }
-
-    void add(const std::string& what, const std::string& text) { add({"", what, text}, nullptr); }
-
-    void add(bool isGood, const std::string& what, const std::string& text)
-    {
-        add({isGood ? Table::Cell("ok", Style::good) : Table::Cell("error", Style::bad), what, text}, isGood);
-        isWell_ = isWell_ && isGood;
-    }
-
-    void end()
-    {
-        if (!out_.isJson()) {
-            out_ << out_.styled(Style::heading, heading_) << '\n';
-            table_.write(out_, "  ");
-            out_.flush();  // to be shown even if the next section fails
-        }
-        table_ = Table();
-    }
-
-    void finish()
-    {
-        if (out_.isJson()) {
-            writeJson({{"isWell", isWell_}, {"findings", std::move(findings_)}}, out_);
-            out_.flush();
-        }
-    }
-
-    /// Records that the session could not be started.
-    void fail() noexcept { isWell_ = false; }
-
-    [[nodiscard]] bool isWell() const noexcept { return isWell_; }
-
-private:
-    void add(Table::Row row, const json::value& isGood)
-    {
-        findings_.push_back(json::object{
-            {"section", heading_}, {"what", row[1].text}, {"text", row[2].text}, {"isGood", isGood}});
-        table_.add(std::move(row));
-    }
-
-    Output& out_;
-    std::string_view heading_;
-    Table table_;
-    json::array findings_;
-    bool isWell_ = true;
-};
 
 /// Returns the paths of the platform's libraries in this process.
 std::vector<std::string> platformLibraries()
@@ -231,27 +172,32 @@ void reportInputs(Report& report)
     report.end();
 }
 
-void reportSession(const Session& session, Report& report)
+void reportSession(LazySession& lazy, Report& report)
 {
+    const Session& session = lazy.get();
     reportBundles(session.host(), report);
     reportServices(session.host(), report);
     reportTree(session, report);
     reportNativeFunctions(session.tree(), report);
     reportInputs(report);
+    reportFiles(lazy, report);
 }
 
 }  // namespace
 
 Action addDoctor(CLI::App& command)
 {
-    setHelp(command,
-            "Show what was loaded from where and what the tree depends on, and check that all of it works",
-            "Example:\n  vxsettings doctor --feature webui=on");
+    setHelp(
+        command,
+        "Show what was loaded from where and what the tree depends on, and check that all of it works, the "
+        "settings files included",
+        "Exits with 1 if something is wrong; the report names the command that fixes it.\nExample:\n  "
+        "vxsettings doctor --feature webui=on");
     return [](LazySession& lazy, Output& out) {
         Report report(out);
         reportTool(lazy, report);
         try {
-            reportSession(lazy.get(), report);
+            reportSession(lazy, report);
         } catch (const CommandError&) {
             report.fail();
             report.finish();

@@ -57,7 +57,9 @@ void exportEffective(const Session& session, core::Layers& layers, Output& out)
     auto node = document.at("nodes").as_array().begin();
     for (const core::Node* setting : session.tree().nodes()) {
         if (setting->kind() == core::NodeKind::setting) {
-            node->as_object().emplace("effective", effectiveJson(shownEffective(layers, *setting)));
+            boost::json::object effective;
+            addLayerValue(effective, shownEffective(layers, *setting));
+            node->as_object().emplace("effective", std::move(effective));
         }
         ++node;
     }
@@ -69,7 +71,7 @@ void exportBaseline(const Session& session, core::Layers& /*layers*/, Output& ou
     writeJson(review::baselineJson(review::makeReleaseTree(session.tree(), session.releaseChanges())), out);
 }
 
-/// In the order in which help lists them; the first is the default with the global --format json.
+/// In the order in which help lists them.
 constexpr Format formats[] = {
     {"json", exportJson}, {"baseline", exportBaseline}, {"json-schema", exportSchema},
     {"html", exportPage}, {"csv", exportCsv},           {"markdown", exportMarkdown}};
@@ -98,8 +100,8 @@ void requireOtherFile(const std::string& file, const LazySession& lazy)
     }
 }
 
-/// As writerOf, with --modified.
-Writer* modifiedWriterOf(const ExportOptions& options, const Format& format)
+/// As writerFor, with --modified.
+Writer* modifiedWriterFor(const ExportOptions& options, const Format& format)
 {
     if (format.write != exportJson || options.addsEffective || options.showsFactory) {
         throw CommandError(ExitCode::usage, "--modified writes a settings file, so it excludes --effective, "
@@ -110,12 +112,11 @@ Writer* modifiedWriterOf(const ExportOptions& options, const Format& format)
 
 /// Returns the function that writes the tree in the format that the options ask for. Throws CommandError for
 /// options that exclude each other.
-Writer* writerOf(const ExportOptions& options)
+Writer* writerFor(const std::string& formatName, const ExportOptions& options)
 {
-    const Format& format =
-        options.format.empty() ? formats[0] : *std::ranges::find(formats, options.format, &Format::name);
+    const Format& format = *std::ranges::find(formats, formatName, &Format::name);
     if (options.isModified) {
-        return modifiedWriterOf(options, format);
+        return modifiedWriterFor(options, format);
     }
     if (options.hasSecrets) {
         throw CommandError(ExitCode::usage, "--secrets is for --modified: other exports show no secrets");
@@ -133,10 +134,11 @@ Writer* writerOf(const ExportOptions& options)
 
 ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& standard)
 {
-    if (options.format.empty() && !standard.isJson() && !options.isModified) {
+    const std::string name = chosenFormat(options.format, standard, options.isModified ? "json" : "");
+    if (name.empty()) {
         throw CommandError(ExitCode::usage, "export needs --format; see vxsettings export --help");
     }
-    Writer* const write = writerOf(options);
+    Writer* const write = writerFor(name, options);
     if (options.file.empty() || options.file == "-") {
         write(lazy.get(), lazy.layers(options.showsFactory), standard);
         return ExitCode::done;
@@ -161,7 +163,8 @@ Action addExport(CLI::App& command)
             "  vxsettings export --modified -o settings.json");
     auto options = std::make_shared<ExportOptions>();
     addChoice(command, "--format", options->format, formatNames(),
-              "Output format; baseline is a shorter json, to be kept for each release; json-schema lets "
+              "Output format (with --json: json); baseline is a shorter json, to be kept for each release; "
+              "json-schema lets "
               "editors complete and check settings files, html is a page to browse "
               "and search the settings");
     addOption(command, "-o,--output", options->file, "FILE",

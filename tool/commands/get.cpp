@@ -1,5 +1,4 @@
 #include <data/unprintable.hpp>
-#include <review/tree_json.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/values/value_format.hpp>
 
@@ -20,6 +19,13 @@
 namespace vx::tool {
 
 namespace {
+
+struct GetOptions
+{
+    std::vector<std::string> paths;
+    bool showsOrigin = false;
+    bool showsFactory = false;
+};
 
 struct EffectiveValue
 {
@@ -46,10 +52,9 @@ EffectiveValue effectiveValue(const Session& session, core::Layers& layers, cons
 }
 
 /// Returns the values at all paths. A path without a value is reported on standard error and left out.
-std::vector<EffectiveValue> effectiveValues(LazySession& lazy, const std::vector<std::string>& paths)
+std::vector<EffectiveValue> effectiveValues(const Session& session, core::Layers& layers,
+                                            const std::vector<std::string>& paths)
 {
-    const Session& session = lazy.get();
-    core::Layers& layers = lazy.layers();
     std::vector<EffectiveValue> values;
     values.reserve(paths.size());
     for (const std::string& path : paths) {
@@ -62,31 +67,40 @@ std::vector<EffectiveValue> effectiveValues(LazySession& lazy, const std::vector
     return values;
 }
 
-/// Reports ignored values and run-time defaults on standard error, apart from the value itself.
-void reportOrigin(const EffectiveValue& value, bool isOneOfSeveral)
+/// Gives hints at ignored values and run-time defaults.
+void hintAtOrigin(const EffectiveValue& value, bool isOneOfSeveral)
 {
     const auto& [setting, effective] = value;
     for (const core::Diagnostic& diagnostic : effective.diagnostics) {
-        printMessage("ignored invalid value: " + firstLine(formatDiagnostic(diagnostic)));
+        printHint("ignored value: " + firstLine(formatDiagnostic(diagnostic)));
     }
-    if (effective.origin == core::Origin::factory && !setting.properties().factoryValue.isAssigned()) {
-        printMessage((isOneOfSeveral ? setting.getFullName() + ": " : "") + "computed by " +
-                     effective.source);
+    if (!effective.computedBy.empty()) {
+        printHint((isOneOfSeveral ? setting.getFullName() + ": " : "") + "computed by " +
+                  effective.computedBy);
     }
 }
 
 boost::json::object valueDocument(const EffectiveValue& value)
 {
     const auto& [setting, effective] = value;
-    return {{"path", setting.fullName()},
-            {"value", review::valueJson(effective.value)},
-            {"layer", core::originName(effective.origin)},
-            {"source", effective.source}};
+    boost::json::object document{{"path", setting.fullName()}};
+    addLayerValue(document, effective);
+    return document;
 }
 
-void writeText(const std::vector<EffectiveValue>& values, Output& out)
+/// Writes "personal:<file>" and a tab; "factory", with the function that computed the value, and a tab.
+void writeOrigin(const core::LayerValue& value, Output& out)
+{
+    const std::string place = value.file.empty() ? value.computedBy : value.file.string();
+    out << core::originName(value.origin) << (place.empty() ? "" : ":") << place << '\t';
+}
+
+void writeText(const std::vector<EffectiveValue>& values, bool showsOrigin, Output& out)
 {
     for (const EffectiveValue& value : values) {
+        if (showsOrigin) {
+            writeOrigin(value.effective, out);
+        }
         std::string text = core::formatValue(value.effective.value);
         if (values.size() > 1) {
             boost::replace_all(text, "\n", "\\n");  // several values are separated by line breaks
@@ -108,19 +122,22 @@ void writeDocument(const std::vector<EffectiveValue>& values, Output& out)
     writeJson({{"values", std::move(documents)}}, out);
 }
 
-ExitCode get(LazySession& lazy, const std::vector<std::string>& paths, Output& out)
+ExitCode get(LazySession& lazy, const GetOptions& options, Output& out)
 {
-    const std::vector<EffectiveValue> values = effectiveValues(lazy, paths);
-    if (values.size() != paths.size()) {
+    const Session& session = lazy.get();
+    core::Layers& layers = lazy.layers(options.showsFactory);
+    const std::vector<EffectiveValue> values = effectiveValues(session, layers, options.paths);
+    if (values.size() != options.paths.size()) {
         return ExitCode::failed;
     }
     for (const EffectiveValue& value : values) {
-        reportOrigin(value, values.size() > 1);
+        hintAtOrigin(value, values.size() > 1);
     }
+    hintAtFileProblems(session, layers);
     if (out.isJson()) {
         writeDocument(values, out);
     } else {
-        writeText(values, out);
+        writeText(values, options.showsOrigin, out);
     }
     return ExitCode::done;
 }
@@ -134,9 +151,12 @@ Action addGet(CLI::App& command)
             "If any path has no value, each such path is reported, and nothing is printed.\n"
             "Examples:\n  vxsettings get connector.InterfacesBlocklist\n"
             "  vxsettings get commandwindow.NumericFormat commandwindow.WrapLines");
-    auto paths = std::make_shared<std::vector<std::string>>();
-    addPositional(command, "PATH", *paths, Need::required, "Setting or alias; may be repeated");
-    return [paths](LazySession& session, Output& out) { return get(session, *paths, out); };
+    auto options = std::make_shared<GetOptions>();
+    addPositional(command, "PATH", options->paths, Need::required, "Setting or alias; may be repeated");
+    addFlag(command, "--show-origin", options->showsOrigin,
+            "Precede each value by its origin, the file that it is in, and a tab");
+    addFactoryFlag(command, options->showsFactory);
+    return [options](LazySession& session, Output& out) { return get(session, *options, out); };
 }
 
 }  // namespace vx::tool

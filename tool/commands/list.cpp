@@ -1,20 +1,23 @@
-#include <review/tree_json.hpp>
 #include <settings_core/values/value_format.hpp>
 
 #include <boost/algorithm/string/join.hpp>
 #include <boost/json/array.hpp>
 
 #include <algorithm>
+#include <cstddef>
 #include <fnmatch.h>
 #include <iterator>
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
+#include "cli/diagnostics.hpp"
+#include "render/effective_value.hpp"
 #include "render/json_text.hpp"
 #include "render/node_labels.hpp"
 #include "render/table.hpp"
@@ -26,17 +29,26 @@ namespace {
 using core::Node;
 using core::NodeKind;
 
-constexpr std::size_t valueWidth = 60;  // in characters
-
 struct ListOptions
 {
     std::vector<std::string> patterns;
     std::string kind;
     std::string validator;
+    bool showsHidden = false;
     bool onlyHidden = false;
     bool onlyReadOnly = false;
     bool onlyModified = false;
+    bool onlySet = false;
+    bool onlyLocked = false;
+    bool withValues = false;
+    bool showsFactory = false;
+    std::string origin;
 };
+
+bool showsValues(const ListOptions& options)
+{
+    return options.withValues || options.onlyModified || options.onlySet || options.onlyLocked;
+}
 
 /// Whether a glob matches a string, or its end from `offset`.
 bool matches(const std::string& pattern, const std::string& string, std::size_t offset = 0)
@@ -76,6 +88,15 @@ std::vector<const Node*> matchingNodes(const Session& session, const std::vector
     return nodes;
 }
 
+/// Whether one of the patterns is the node's path, with or without the root.
+bool isNamed(const Node& node, const std::vector<std::string>& patterns)
+{
+    const std::string_view path = node.fullName();
+    return std::ranges::any_of(patterns, [path](const std::string& pattern) {
+        return pattern == path || pattern == path.substr(path.find('.') + 1);
+    });
+}
+
 /// Throws CommandError if the pattern matches the name of no constraint of any setting.
 void requireKnownConstraint(const Session& session, const std::string& pattern)
 {
@@ -105,55 +126,104 @@ bool isModified(core::Layers& layers, const Node& node)
     return effective.origin != core::Origin::factory && !(effective.value == node.properties().factoryValue);
 }
 
-bool passesFilters(LazySession& lazy, const ListOptions& options, const Node& node)
+/// Returns what a settings file states, valid or not: the last one, or that of the origin asked for.
+std::optional<core::LayerValue> statedValue(core::Layers& layers, const Node& node, const std::string& origin)
+{
+    std::optional<core::LayerValue> stated;
+    if (node.kind() != NodeKind::setting || !layers.hasOverride(node)) {
+        return stated;
+    }
+    for (core::LayerValue& value : layers.valuesOf(node)) {
+        if (value.origin != core::Origin::factory &&
+            (origin.empty() || core::originName(value.origin) == origin)) {
+            stated = core::shownValue(node, std::move(value));
+        }
+    }
+    return stated;
+}
+
+bool passesFilters(core::Layers& layers, const ListOptions& options, const Node& node)
 {
     return (options.kind.empty() || kindLabel(node.kind()) == options.kind) &&
            (options.validator.empty() || isConstrainedBy(node, options.validator)) &&
            (!options.onlyHidden || node.isHidden()) &&
            (!options.onlyReadOnly || node.properties().readOnly.value()) &&
-           (!options.onlyModified || isModified(lazy.layers(), node));
+           (!options.onlyModified || isModified(layers, node)) &&
+           (!options.onlySet || statedValue(layers, node, options.origin)) &&
+           (!options.onlyLocked || layers.lockOf(node)) &&
+           (!showsValues(options) || node.kind() == NodeKind::setting);
 }
 
-/// Writes one path per line, optionally with effective value and origin.
-void writeText(LazySession& lazy, const std::vector<const Node*>& nodes, bool withValues, Output& out)
+/// Returns the value to list: what a file states with --set, else the effective value.
+core::LayerValue listedValue(core::Layers& layers, const Node& setting, const ListOptions& options)
+{
+    return options.onlySet ? *statedValue(layers, setting, options.origin) : shownEffective(layers, setting);
+}
+
+struct Listing
+{
+    std::vector<const Node*> nodes;
+    std::size_t hiddenLeftOut;
+};
+
+Listing makeListing(const Session& session, core::Layers& layers, const ListOptions& options)
+{
+    auto nodes = matchingNodes(session, options.patterns);
+    std::erase_if(nodes, [&](const Node* node) { return !passesFilters(layers, options, *node); });
+    const bool withHidden = options.showsHidden || options.onlyHidden;
+    const std::size_t leftOut = std::erase_if(nodes, [&](const Node* node) {
+        return !withHidden && node->isHidden() && !isNamed(*node, options.patterns);
+    });
+    return {std::move(nodes), leftOut};
+}
+
+/// Writes one path per line, optionally with value, origin and the file that locks the setting.
+void writeText(core::Layers& layers, const Listing& listing, const ListOptions& options, Output& out)
 {
     Table table;
-    for (const Node* node : nodes) {
+    for (const Node* node : listing.nodes) {
         Table::Row row{node->fullName()};
-        if (withValues) {
-            const auto effective = core::shownValue(*node, lazy.layers().effective(*node));
-            row.emplace_back(core::formatValueOnOneLine(effective.value, valueWidth), Style::value);
-            row.emplace_back(std::string(core::originName(effective.origin)), Style::note);
+        if (showsValues(options)) {
+            addValueCells(row, listedValue(layers, *node, options));
+        }
+        if (options.onlyLocked) {
+            row.emplace_back("locked by " + layers.lockOf(*node)->file.string(), Style::note);
         }
         table.add(std::move(row));
     }
     table.write(out);
+    hintAtHidden(listing.hiddenLeftOut, out);
 }
 
-void writeDocument(LazySession& lazy, const std::vector<const Node*>& nodes, bool withValues, Output& out)
+void writeDocument(core::Layers& layers, const Listing& listing, const ListOptions& options, Output& out)
 {
     boost::json::array list;
-    for (const Node* node : nodes) {
+    for (const Node* node : listing.nodes) {
         boost::json::object entry{{"path", node->fullName()}, {"node", kindLabel(node->kind())}};
-        if (withValues) {
-            const auto effective = core::shownValue(*node, lazy.layers().effective(*node));
-            entry.emplace("value", review::valueJson(effective.value));
-            entry.emplace("layer", core::originName(effective.origin));
+        if (showsValues(options)) {
+            addLayerValue(entry, listedValue(layers, *node, options));
+            addLock(entry, layers.lockOf(*node));
         }
         list.push_back(std::move(entry));
     }
-    writeJson({{"nodes", std::move(list)}}, out);
+    writeJson({{"nodes", std::move(list)}, {"hiddenLeftOut", listing.hiddenLeftOut}}, out);
 }
 
 ExitCode list(LazySession& lazy, const ListOptions& options, Output& out)
 {
-    const Session& session = lazy.get();
     if (!options.validator.empty()) {
-        requireKnownConstraint(session, options.validator);
+        requireKnownConstraint(lazy.get(), options.validator);
     }
-    auto nodes = matchingNodes(session, options.patterns);
-    std::erase_if(nodes, [&](const Node* node) { return !passesFilters(lazy, options, *node); });
-    (out.isJson() ? writeDocument : writeText)(lazy, nodes, options.onlyModified, out);
+    if (!options.origin.empty() && !options.onlySet) {
+        throw CommandError(ExitCode::usage, "--origin needs --set; see vxsettings list --help");
+    }
+    const Session& session = lazy.get();
+    core::Layers& layers = lazy.layers(options.showsFactory);
+    const Listing listing = makeListing(session, layers, options);
+    (out.isJson() ? writeDocument : writeText)(layers, listing, options, out);
+    if (showsValues(options)) {
+        hintAtFileProblems(session, layers);
+    }
     return ExitCode::done;
 }
 
@@ -162,6 +232,7 @@ ExitCode list(LazySession& lazy, const ListOptions& options, Output& out)
 Action addList(CLI::App& command)
 {
     setHelp(command, "List the paths that pass all filters, one per line, in tree order",
+            "Hidden nodes are left out, unless a pattern is the path of one.\n"
             "Examples:\n  vxsettings list '*.suggestions.*'\n"
             "  vxsettings list --validator range --hidden\n  vxsettings list --modified");
     auto options = std::make_shared<ListOptions>();
@@ -172,11 +243,21 @@ Action addList(CLI::App& command)
     addOption(command, "--validator", options->validator, "VALIDATOR",
               "Only list settings with a validator or constraint whose name matches this glob; \"none\" "
               "matches settings without any");
-    addFlag(command, "--hidden", options->onlyHidden,
-            "Only list nodes that are hidden, themselves or with their group");
+    addFlag(command, "--hidden", options->showsHidden,
+            "Also list nodes that are hidden, themselves or with their group");
+    addFlag(command, "--only-hidden", options->onlyHidden, "Only list hidden nodes");
     addFlag(command, "--read-only", options->onlyReadOnly, "Only list read-only nodes");
+    addFlag(command, "--values", options->withValues, "List settings, with effective value and origin");
     addFlag(command, "--modified", options->onlyModified,
-            "Only list settings whose value differs from the factory value, with value and origin");
+            "Only list settings whose effective value differs from the factory value, with value and origin");
+    addFlag(command, "--set", options->onlySet,
+            "Only list settings that a settings file states, with the value in that file and its origin");
+    addChoice(command, "--origin", options->origin, {"personal", "installation"},
+              "With --set, only list what files of this origin state");
+    addFlag(
+        command, "--locked", options->onlyLocked,
+        "Only list settings that the installation locks, with value, origin and the file that locks them");
+    addFactoryFlag(command, options->showsFactory);
     return [options](LazySession& session, Output& out) { return list(session, *options, out); };
 }
 

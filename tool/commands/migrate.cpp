@@ -108,7 +108,7 @@ void writeDocument(const Outcome& outcome, Output& out)
          {"to", formatReleaseName(migration.to)},
          {"untouched", migration.untouched},
          {"events", eventsJson(migration.events)},
-         {"faults", diagnosticsJson(outcome.diagnostics)},
+         {"diagnostics", diagnosticsJson(outcome.diagnostics)},
          {"isChange", outcome.isChange},
          {"isWritten", outcome.isWritten},
          {"backup", review::stringOrNull(outcome.backup)}},

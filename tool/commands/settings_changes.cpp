@@ -4,7 +4,6 @@
 #include <settings_core/files/base_folders.hpp>
 #include <settings_core/files/input_file.hpp>
 #include <settings_core/tree/secret_settings.hpp>
-#include <settings_core/values/value_format.hpp>
 
 #include <algorithm>
 #include <utility>
@@ -12,6 +11,7 @@
 #include "cli/arguments.hpp"
 #include "cli/diagnostics.hpp"
 #include "render/effective_value.hpp"
+#include "render/json_text.hpp"
 
 namespace vx::tool {
 
@@ -35,12 +35,10 @@ core::EditorOptions editorOptions(const LazySession& lazy, const Session& sessio
 void writeValue(const core::Node& setting, const core::LayerValue& effective, Output& out)
 {
     const core::LayerValue shown = core::shownValue(setting, effective);
-    if (!shown.value.isAssigned()) {
-        out << out.styled(Style::note, "no value");
-        return;
+    out << out.styled(Style::value, valueOnOneLine(shown, valueWidth));
+    if (shown.value.isAssigned()) {
+        out << " (" << core::originName(shown.origin) << ')';
     }
-    out << out.styled(Style::value, core::formatValueOnOneLine(shown.value, valueWidth)) << " ("
-        << core::originName(shown.origin) << ')';
 }
 
 void writeChange(const core::AppliedChange& change, Output& out)
@@ -64,7 +62,9 @@ json::value valueJson(const core::AppliedChange& change, const core::LayerValue&
     if (change.setting == nullptr) {
         return nullptr;
     }
-    return effectiveJson(core::shownValue(*change.setting, effective));
+    json::object value;
+    addLayerValue(value, core::shownValue(*change.setting, effective));
+    return value;
 }
 
 }  // namespace
@@ -167,12 +167,12 @@ void giveHints(const core::AppliedChanges& applied, const ChangedFile& changed)
 {
     const std::string file = changed.file.string();
     for (const core::AppliedChange& change : applied.settings) {
-        if (fileOf(change.after) != file) {
-            printMessage(change.path + ": the value in " + file + " has no effect, as " +
-                         fileOf(change.after) + " overrides it");
+        if (change.after.file != changed.file) {
+            printHint(change.path + ": the value in " + file + " has no effect, as " +
+                      change.after.file.string() + " overrides it");
         }
         if (changed.access == core::FileAccess::everyone && core::isSecret(change.path)) {
-            printMessage(change.path + " is a secret, and all users can read " + file);
+            printHint(change.path + " is a secret, and all users can read " + file);
         }
     }
 }

@@ -4,6 +4,7 @@
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <utility>
@@ -11,6 +12,8 @@
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
+#include "cli/diagnostics.hpp"
+#include "render/effective_value.hpp"
 #include "render/json_text.hpp"
 #include "render/node_labels.hpp"
 
@@ -30,6 +33,7 @@ struct TreeOptions
     std::string path;
     int depth = deepest;
     bool showsHidden = false;
+    bool showsFactory = false;
 };
 
 bool isShown(const Node& node, const TreeOptions& options)
@@ -38,18 +42,18 @@ bool isShown(const Node& node, const TreeOptions& options)
 }
 
 /// Returns the node with `depth` levels of nodes under it.
-json::object branchJson(const Node& node, const TreeOptions& options, int depth)
+json::object branchJson(const Node& node, core::Layers& layers, const TreeOptions& options, int depth)
 {
     json::object branch{{"path", node.fullName()}, {"node", kindLabel(node.kind())}};
     if (node.kind() == NodeKind::alias) {
         branch.emplace("aliasTarget", node.properties().aliasName());
     } else if (node.kind() == NodeKind::setting) {
-        branch.emplace("value", review::valueJson(node.properties().factoryValue));
+        addLayerValue(branch, shownEffective(layers, node));
     } else if (depth > 0) {
         json::array children;
         for (const Node& child : node.children()) {
             if (isShown(child, options)) {
-                children.push_back(branchJson(child, options, depth - 1));
+                children.push_back(branchJson(child, layers, options, depth - 1));
             }
         }
         branch.emplace("children", std::move(children));
@@ -57,33 +61,66 @@ json::object branchJson(const Node& node, const TreeOptions& options, int depth)
     return branch;
 }
 
-/// Writes what follows a name: the value, or the target of an alias.
-void writeAnnotation(const Node& node, const core::SettingsTree& tree, Output& out)
+/// Returns the number of nodes under a node that are shown, `depth` levels deep.
+std::size_t countShown(const Node& node, const TreeOptions& options, int depth)
 {
-    const auto& properties = node.properties();
+    std::size_t count = 0;
+    for (const Node& child : node.children()) {
+        if (depth > 0 && isShown(child, options)) {
+            count += 1 + countShown(child, options, depth - 1);
+        }
+    }
+    return count;
+}
+
+/// Returns the number of nodes that only --hidden shows.
+std::size_t countHidden(const Node& top, const TreeOptions& options)
+{
+    TreeOptions all = options;
+    all.showsHidden = true;
+    return countShown(top, all, all.depth) - countShown(top, options, options.depth);
+}
+
+/// Writes " = ", the effective value, and marks its origin and a lock.
+void writeValue(const Node& setting, core::Layers& layers, Output& out)
+{
+    const core::LayerValue effective = shownEffective(layers, setting);
+    if (effective.value.isAssigned()) {
+        out << " = " << out.styled(Style::value, valueOnOneLine(effective, valueWidth));
+    } else {
+        out << out.styled(Style::note, " (no value)");
+    }
+    if (const std::string_view mark = originMark(effective); !mark.empty()) {
+        out << out.styled(Style::note, " (" + std::string(mark) + ")");
+    }
+    if (layers.lockOf(setting)) {
+        out << out.styled(Style::note, " (locked)");
+    }
+}
+
+/// Writes what follows a name: the value, or the target of an alias.
+void writeAnnotation(const Node& node, const core::SettingsTree& tree, core::Layers& layers, Output& out)
+{
     if (node.kind() == NodeKind::alias) {
-        const bool isResolved = tree.find(properties.aliasName()) != nullptr;
-        out << out.styled(Style::note, " -> " + properties.aliasName() + (isResolved ? "" : " (unresolved)"));
-    } else if (properties.factoryValue.isAssigned()) {
-        out << " = "
-            << out.styled(Style::value, core::formatValueOnOneLine(properties.factoryValue, valueWidth));
+        const std::string& target = node.properties().aliasName();
+        const bool isResolved = tree.find(target) != nullptr;
+        out << out.styled(Style::note, " -> " + target + (isResolved ? "" : " (unresolved)"));
     } else if (node.kind() == NodeKind::setting) {
-        const bool isComputed = properties.runTimeDefault.index() != 0;
-        out << out.styled(Style::note, isComputed ? " (computed)" : " (no factory value)");
+        writeValue(node, layers, out);
     }
 }
 
 class Drawing
 {
 public:
-    Drawing(const TreeOptions& options, const core::SettingsTree& tree, Output& out)
-        : options_(options), tree_(tree), out_(out)
+    Drawing(const TreeOptions& options, const core::SettingsTree& tree, core::Layers& layers, Output& out)
+        : options_(options), tree_(tree), layers_(layers), out_(out)
     {}
 
     void draw(const Node& top)
     {
         out_ << out_.styled(Style::group, top.fullName());
-        writeAnnotation(top, tree_, out_);
+        writeAnnotation(top, tree_, layers_, out_);
         out_ << '\n';
         drawChildren(top, "", options_.depth);
     }
@@ -111,7 +148,7 @@ private:
     {
         const Style style = node.kind() == NodeKind::group ? Style::group : Style::plain;
         out_ << out_.styled(style, node.name());
-        writeAnnotation(node, tree_, out_);
+        writeAnnotation(node, tree_, layers_, out_);
         if (node.isHiddenItself()) {
             out_ << out_.styled(Style::note, " (hidden)");
         }
@@ -123,6 +160,7 @@ private:
 
     const TreeOptions& options_;
     const core::SettingsTree& tree_;
+    core::Layers& layers_;
     Output& out_;
 };
 
@@ -130,21 +168,29 @@ private:
 
 Action addTree(CLI::App& command)
 {
-    setHelp(command, "Show the tree, or one group of it, with factory values",
+    setHelp(command, "Show the tree, or one group of it, with effective values",
+            "A group that PATH names is shown with what is in it, even if the group is hidden.\n"
             "Examples:\n  vxsettings tree commandwindow\n  vxsettings tree --depth 1 --hidden");
     auto options = std::make_shared<TreeOptions>();
     addPositional(command, "PATH", options->path, Need::optional, "Group to show (default: the root)");
     addOption(command, "--depth", options->depth, 1, deepest, "N",
               "Number of levels to show, 1 to 99 (default: 99)");
-    addFlag(command, "--hidden", options->showsHidden, "Include hidden groups and settings");
+    addFlag(command, "--hidden", options->showsHidden, "Also show hidden groups and settings");
+    addFactoryFlag(command, options->showsFactory);
     return [options](LazySession& lazy, Output& out) {
         const Session& session = lazy.get();
         const Node& top = options->path.empty() ? *session.tree().root() : session.node(options->path);
+        core::Layers& layers = lazy.layers(options->showsFactory);
+        const std::size_t hiddenLeftOut = countHidden(top, *options);
         if (out.isJson()) {
-            writeJson(branchJson(top, *options, options->depth), out);
+            json::object document = branchJson(top, layers, *options, options->depth);
+            document.emplace("hiddenLeftOut", hiddenLeftOut);
+            writeJson(document, out);
         } else {
-            Drawing(*options, session.tree(), out).draw(top);
+            Drawing(*options, session.tree(), layers, out).draw(top);
+            hintAtHidden(hiddenLeftOut, out);
         }
+        hintAtFileProblems(session, layers);
         return ExitCode::done;
     };
 }

@@ -1,29 +1,47 @@
 #include "render/effective_value.hpp"
 
-#include <review/tree_json.hpp>
+#include <settings_core/values/value_format.hpp>
 
 namespace vx::tool {
+
+namespace {
+
+constexpr std::size_t cellWidth = 60;  // in characters
+
+}  // namespace
 
 core::LayerValue shownEffective(core::Layers& layers, const core::Node& setting)
 {
     return core::shownValue(setting, layers.effective(setting));
 }
 
-std::string fileOf(const core::LayerValue& value)
+std::string valueOnOneLine(const core::LayerValue& value, std::size_t width)
 {
-    return value.origin == core::Origin::factory ? std::string() : value.source;
+    return value.value.isAssigned() ? core::formatValueOnOneLine(value.value, width) : "(no value)";
 }
 
-std::string originMark(const core::LayerValue& value)
+std::string_view originMark(const core::LayerValue& value)
 {
-    return value.origin == core::Origin::factory ? std::string() : std::string(originName(value.origin));
+    if (value.origin != core::Origin::factory) {
+        return core::originName(value.origin);
+    }
+    return value.computedBy.empty() ? "" : "computed";
 }
 
-boost::json::object effectiveJson(const core::LayerValue& value)
+void addValueCells(Table::Row& row, const core::LayerValue& value)
 {
-    return {{"value", review::valueJson(value.value)},
-            {"origin", core::originName(value.origin)},
-            {"file", review::stringOrNull(fileOf(value))}};
+    row.emplace_back(valueOnOneLine(value, cellWidth), Style::value);
+    row.emplace_back(originMark(value), Style::note);
+}
+
+void addLock(boost::json::object& document, const std::optional<core::SettingLock>& lock)
+{
+    if (lock) {
+        document.emplace("lockedBy",
+                         boost::json::object{{"file", lock->file.string()}, {"path", lock->path}});
+    } else {
+        document.emplace("lockedBy", nullptr);
+    }
 }
 
 }  // namespace vx::tool

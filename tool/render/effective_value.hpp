@@ -1,25 +1,32 @@
 #pragma once
 
-// How commands show the effective value of a setting and its origin.
+// How commands show effective values and their origins.
 
 #include <settings_core/files/layers.hpp>
 
 #include <boost/json/object.hpp>
 
+#include <optional>
 #include <string>
+
+#include "render/table.hpp"
 
 namespace vx::tool {
 
 /// Returns the effective value of a setting, masked if it is a secret of a settings file.
 [[nodiscard]] core::LayerValue shownEffective(core::Layers& layers, const core::Node& setting);
 
-/// Returns the file of the value; empty for the factory's.
-[[nodiscard]] std::string fileOf(const core::LayerValue& value);
+/// Returns the value on one line, shortened to a width in characters; "(no value)" if there is none.
+[[nodiscard]] std::string valueOnOneLine(const core::LayerValue& value, std::size_t width);
 
-/// Returns "personal" or "installation"; empty for the factory's.
-[[nodiscard]] std::string originMark(const core::LayerValue& value);
+/// Returns "personal", "installation", or "computed" for what a function computed; empty for another factory
+/// value.
+[[nodiscard]] std::string_view originMark(const core::LayerValue& value);
 
-/// Returns an object with value, origin and file, which is null for the factory's.
-[[nodiscard]] boost::json::object effectiveJson(const core::LayerValue& value);
+/// Adds a cell with the value and one with its origin.
+void addValueCells(Table::Row& row, const core::LayerValue& value);
+
+/// Adds the member `lockedBy`: an object with file and path, null without a lock.
+void addLock(boost::json::object& document, const std::optional<core::SettingLock>& lock);
 
 }  // namespace vx::tool

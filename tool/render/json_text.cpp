@@ -1,6 +1,7 @@
 #include "render/json_text.hpp"
 
 #include <review/json.hpp>
+#include <review/tree_json.hpp>
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
@@ -50,6 +51,16 @@ void writeJson(const json::object& document, Output& out)
         }
     }
     out << "\n}\n";
+}
+
+void addLayerValue(json::object& document, const core::LayerValue& value)
+{
+    document.emplace("value", review::valueJson(value.value));
+    document.emplace("origin", core::originName(value.origin));
+    document.emplace("file", review::stringOrNull(value.file.string()));
+    if (!value.computedBy.empty()) {
+        document.emplace("computedBy", value.computedBy);
+    }
 }
 
 std::string jsonOnOneLine(std::string_view json)

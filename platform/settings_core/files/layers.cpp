@@ -28,7 +28,7 @@ LayerValue factoryValueOf(const Node& setting)
     try {
         DefaultValue value = defaultValue(setting);
         factory.value = std::move(value.value);
-        factory.source = std::move(value.source);
+        factory.computedBy = std::move(value.computedBy);
     } catch (const std::runtime_error& error) {
         factory.diagnostics.push_back({setting.getFullName(), error.what()});
     }
@@ -150,8 +150,7 @@ std::optional<LayerValue> Layers::valueIn(const FileLayer& layer, const Node& se
                                    "has no effect: " + lock->path + " is locked by " + lock->file.string(),
                                    file->positions().at(member->offset, layer.path)});
     }
-    return LayerValue{layer.origin, std::move(stored.value), layer.path.string(),
-                      std::move(stored.diagnostics)};
+    return LayerValue{layer.origin, std::move(stored.value), layer.path, {}, std::move(stored.diagnostics)};
 }
 
 std::vector<LayerValue> Layers::valuesOf(const Node& node)

@@ -45,8 +45,8 @@ struct LayerValue
     Origin origin = Origin::factory;  ///< of the value
     /// Unassigned if the value could not be parsed or computed, or there is none.
     foundation::verdixdata::Array value = {};
-    /// The file, "factory value", or the function that computed the value.
-    std::string source = {};
+    std::filesystem::path file = {};  ///< that the value is in; empty for a factory value
+    std::string computedBy = {};      ///< function that computed the factory value; empty if none did
     /// Why the value is invalid; empty for a valid value.
     std::vector<Diagnostic> diagnostics = {};
 

@@ -154,7 +154,7 @@ LayerValue SettingsEditor::effectiveWith(const std::optional<Array>& override, c
                 return *std::move(value);
             }
         } else if (override) {
-            return {layer.origin, *override, file_.string()};
+            return {.origin = layer.origin, .value = *override, .file = file_};
         }
     }
     std::vector<LayerValue> values = layers.valuesOf(setting);

@@ -123,7 +123,7 @@ private:
 [[nodiscard]] VX_API std::string emptySettingsFile(std::string_view release);
 
 /// Parses the value of a file's "release"; returns nothing when it is not the name of a release.
-[[nodiscard]] std::optional<ReleaseName> parseRelease(const JsonValue& release);
+[[nodiscard]] VX_API std::optional<ReleaseName> parseRelease(const JsonValue& release);
 
 /// The diagnostic for a "release" that parseRelease rejects.
 inline constexpr std::string_view invalidReleaseMessage =

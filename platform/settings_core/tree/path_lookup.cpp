@@ -33,7 +33,7 @@ std::string UnknownPaths::explain(std::string_view path)
         --remainingSuggestions_;
         suggestions = suggestPaths(path, tree_);
     }
-    return suggestions.empty() ? "list all paths with: vxsettings list" : didYouMean(suggestions);
+    return suggestions.empty() ? "list all paths with: vxsettings list --hidden" : didYouMean(suggestions);
 }
 
 const Node& resolveSetting(const SettingsTree& tree, const Node& node)

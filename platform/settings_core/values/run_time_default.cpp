@@ -12,7 +12,7 @@ using foundation::verdixdata::Array;
 
 DefaultValue compute(const ::settings::core::CRunTimeDefault& native)
 {
-    const std::string source = native.function() + " of " + native.scope();
+    std::string computedBy = native.function() + " of " + native.scope();
     auto* function =
         nativeFunction<::settings::core::NativeRunTimeDefault>(native.scope(), native.function());
     Array value;
@@ -21,14 +21,14 @@ DefaultValue compute(const ::settings::core::CRunTimeDefault& native)
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        throw std::runtime_error(source + " failed: " + error.what());
+        throw std::runtime_error(computedBy + " failed: " + error.what());
     }
     if (!value.isAssigned()) {
-        throw std::runtime_error(source +
+        throw std::runtime_error(computedBy +
                                  " computed no value: install the version of the library that the settings "
                                  "tree was made for.");
     }
-    return {std::move(value), source};
+    return {std::move(value), std::move(computedBy)};
 }
 
 [[noreturn]] void throwUnavailable(const ::settings::core::detail::FunctionName& function,
@@ -58,7 +58,7 @@ DefaultValue defaultValue(const Node& setting)
 {
     const Node::Properties& properties = setting.properties();
     if (properties.factoryValue.isAssigned()) {
-        return {properties.factoryValue, "factory value"};
+        return {properties.factoryValue, {}};
     }
     return std::visit(Compute{}, properties.runTimeDefault);
 }

@@ -6,14 +6,13 @@
 
 namespace vx::core {
 
-/// The value of a setting without an override, and where it comes from.
+/// The value of a setting without an override, and what computed it.
 struct DefaultValue
 {
     /// Unassigned when the setting has neither a factory value nor a run-time default.
     foundation::verdixdata::Array value;
-    /// "factory value", or the function that computed the value: "getDefault of libexample"; empty without
-    /// one.
-    std::string source;
+    /// The function that computed the value: "getDefault of libexample"; empty if none did.
+    std::string computedBy;
 };
 
 /// Returns a setting's factory value or, if it has none, the value that its run-time default computes now.

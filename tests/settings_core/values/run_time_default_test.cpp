@@ -26,9 +26,9 @@ TEST(RunTimeDefault, IsComputedWhereThereIsNoFactoryValue)
         const auto computed = defaultOf(CRunTimeDefault("libvxgraphics_state", function));
         EXPECT_EQ(computed.value.getType(), ArrayType::LOGICAL);
         EXPECT_EQ(computed.value.getNumberOfElements(), 1U);
-        EXPECT_EQ(computed.source, std::string(function) + " of libvxgraphics_state");
+        EXPECT_EQ(computed.computedBy, std::string(function) + " of libvxgraphics_state");
     }
-    EXPECT_EQ(defaultOf(CRunTimeDefault("libabsent", "f"), tests::scalar(1.0)).source, "factory value");
+    EXPECT_EQ(defaultOf(CRunTimeDefault("libabsent", "f"), tests::scalar(1.0)).computedBy, "");
 }
 
 TEST(RunTimeDefault, SaysWhatIsMissingAndWhere)

@@ -26,7 +26,7 @@ CASES = [
     ("vxsettings set commandw\tNumericF\tban\t", '-> "bank" (personal), in'),
     ("vxsettings set commandw\tWrapL\tf\t", "-> false (personal), in"),
     ("vxsettings list --kind al\t", "verdix.commandwindow.alias"),
-    ("vxsettings --format=js\tget commandwindow.NumericF\t", '"layer": "personal"'),
+    ("vxsettings --js\tget commandwindow.NumericF\t", '"origin": "personal"'),
     ("vxsettings --color=ne\tmigrate --to R2020\told_s\t", "from before all releases to R2020b"),
     ("vxsettings doctor --feature webui=of\t", "feature webui                      off"),
 ]
