@@ -165,7 +165,7 @@ TEST(Command, DrawsTheTree)
     EXPECT_EQ(outputOf({"tree", "connector"}), "verdix.connector\n└── InterfacesBlocklist = {}\n");
 
     const std::string top = outputOf({"tree", "--depth", "1"});
-    EXPECT_THAT(top, HasSubstr("├── dump (no factory value)\n├── qorv -> qorv (unresolved)\n"
+    EXPECT_THAT(top, HasSubstr("├── dump (no value)\n├── qorv -> qorv (unresolved)\n"
                                "├── alias …\n"));
     EXPECT_THAT(outputOf({"tree", "--hidden"}), HasSubstr("│   ├── SuppressCellBraces = false (hidden)\n"));
 }

@@ -32,11 +32,11 @@ TEST(Export, WritesKindsOfValuesAndRules)
 TEST(Export, WritesTables)
 {
     const std::string csv = tests::runOnSample({"export", "--format", "csv"}).output;
-    EXPECT_THAT(csv, testing::StartsWith("path,class,shape,value,validator,rules,visibility\r\n"));
+    EXPECT_THAT(csv, testing::StartsWith("path,class,shape,value,validator,rules,visibility,origin\r\n"));
     EXPECT_THAT(csv, testing::HasSubstr("commandwindow.SuppressCellBraces,logical,1-by-1,false,"
-                                        "verdix.settings.mustBeLogicalScalar,,hidden\r\n"));
+                                        "verdix.settings.mustBeLogicalScalar,,hidden,factory\r\n"));
     const std::string markdown = tests::runOnSample({"export", "--format", "markdown"}).output;
-    EXPECT_THAT(markdown, testing::HasSubstr(" |\n| --- | --- | --- | --- | --- | --- | --- |\n| "));
+    EXPECT_THAT(markdown, testing::HasSubstr(" |\n| --- | --- | --- | --- | --- | --- | --- | --- |\n| "));
     EXPECT_THAT(markdown,
                 testing::HasSubstr("\n| verdix.UserPath | char | 1-by-17 | \"$documents\\\\VERDIX\" | "));
 }

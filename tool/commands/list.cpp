@@ -184,7 +184,9 @@ void writeText(core::Layers& layers, const Listing& listing, const ListOptions& 
     for (const Node* node : listing.nodes) {
         Table::Row row{node->fullName()};
         if (showsValues(options)) {
-            addValueCells(row, listedValue(layers, *node, options));
+            const core::LayerValue value = listedValue(layers, *node, options);
+            addValueCells(row, value);
+            row.emplace_back(options.onlySet && !value.isValid() ? "ignored" : "", Style::note);
         }
         if (options.onlyLocked) {
             row.emplace_back("locked by " + layers.lockOf(*node)->file.string(), Style::note);
@@ -201,7 +203,11 @@ void writeDocument(core::Layers& layers, const Listing& listing, const ListOptio
     for (const Node* node : listing.nodes) {
         boost::json::object entry{{"path", node->fullName()}, {"node", kindLabel(node->kind())}};
         if (showsValues(options)) {
-            addLayerValue(entry, listedValue(layers, *node, options));
+            const core::LayerValue value = listedValue(layers, *node, options);
+            addLayerValue(entry, value);
+            if (options.onlySet) {
+                entry.emplace("isValid", value.isValid());
+            }
             addLock(entry, layers.lockOf(*node));
         }
         list.push_back(std::move(entry));

@@ -81,7 +81,7 @@ std::size_t countHidden(const Node& top, const TreeOptions& options)
     return countShown(top, all, all.depth) - countShown(top, options, options.depth);
 }
 
-/// Writes " = ", the effective value, and marks its origin and a lock.
+/// Writes " = ", the effective value, and marks its origin.
 void writeValue(const Node& setting, core::Layers& layers, Output& out)
 {
     const core::LayerValue effective = shownEffective(layers, setting);
@@ -93,9 +93,13 @@ void writeValue(const Node& setting, core::Layers& layers, Output& out)
     if (const std::string_view mark = originMark(effective); !mark.empty()) {
         out << out.styled(Style::note, " (" + std::string(mark) + ")");
     }
-    if (layers.lockOf(setting)) {
-        out << out.styled(Style::note, " (locked)");
-    }
+}
+
+/// Whether to mark a node as locked: only the topmost that is, of those that are shown.
+bool isLockShown(const Node& node, bool isTop, core::Layers& layers)
+{
+    const auto lock = layers.lockOf(node);
+    return lock && (isTop || lock->path == node.fullName());
 }
 
 /// Writes what follows a name: the value, or the target of an alias.
@@ -121,6 +125,7 @@ public:
     {
         out_ << out_.styled(Style::group, top.fullName());
         writeAnnotation(top, tree_, layers_, out_);
+        writeMarks(top, true);
         out_ << '\n';
         drawChildren(top, "", options_.depth);
     }
@@ -149,13 +154,21 @@ private:
         const Style style = node.kind() == NodeKind::group ? Style::group : Style::plain;
         out_ << out_.styled(style, node.name());
         writeAnnotation(node, tree_, layers_, out_);
-        if (node.isHiddenItself()) {
-            out_ << out_.styled(Style::note, " (hidden)");
-        }
+        writeMarks(node, false);
         if (depth <= 1 && !node.children().empty()) {
             out_ << out_.styled(Style::note, " …");
         }
         out_ << '\n';
+    }
+
+    void writeMarks(const Node& node, bool isTop)
+    {
+        if (isLockShown(node, isTop, layers_)) {
+            out_ << out_.styled(Style::note, " (locked)");
+        }
+        if (node.isHiddenItself()) {
+            out_ << out_.styled(Style::note, " (hidden)");
+        }
     }
 
     const TreeOptions& options_;

@@ -6,6 +6,14 @@
 
 namespace vx::tool {
 
+void Table::add(Row row)
+{
+    while (!row.empty() && row.back().text.empty()) {
+        row.pop_back();
+    }
+    rows_.push_back(std::move(row));
+}
+
 void Table::write(Output& out, std::string_view indent) const
 {
     constexpr std::string_view separator = "  ";

@@ -47,7 +47,8 @@ public:
 
     using Row = std::vector<Cell>;
 
-    void add(Row row) { rows_.push_back(std::move(row)); }
+    /// Adds a row, without the empty cells at its end.
+    void add(Row row);
     void add(Table&& other) { std::move(other.rows_.begin(), other.rows_.end(), std::back_inserter(rows_)); }
 
     /// Writes the rows, each indented by `indent`.
