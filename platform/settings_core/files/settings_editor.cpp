@@ -9,7 +9,6 @@
 #include <settings_core/values/value_parsing.hpp>
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 #include "change_validation.hpp"
@@ -148,13 +147,14 @@ AppliedChange SettingsEditor::describeChange(const ValidChange& change, const Se
 LayerValue SettingsEditor::effectiveWith(const std::optional<Array>& override, const Node& setting,
                                          Layers& layers) const
 {
-    for (const Layers::FileLayer& layer : std::views::reverse(layers.files())) {
-        if (layer.path != file_) {
-            if (auto value = layers.valueIn(layer, setting); value && value->isValid()) {
+    const auto& files = layers.files();
+    for (auto layer = files.rbegin(); layer != files.rend(); ++layer) {
+        if (layer->path != file_) {
+            if (auto value = layers.valueIn(*layer, setting); value && value->isValid()) {
                 return *std::move(value);
             }
         } else if (override) {
-            return {.origin = layer.origin, .value = *override, .file = file_};
+            return {.origin = layer->origin, .value = *override, .file = file_};
         }
     }
     std::vector<LayerValue> values = layers.valuesOf(setting);
