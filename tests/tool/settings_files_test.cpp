@@ -214,6 +214,9 @@ TEST_F(SettingsFilesTest, SecretsAreOnlyShownByGet)
                                                  {"list", "--modified"},
                                                  {"describe", "web.AccessToken"},
                                                  {"search", "access"},
+                                                 {"import", personal, "--dry-run"},
+                                                 {"reset", "web.AccessToken", "--dry-run"},
+                                                 {"export", "--modified"},
                                                  {"export", "--format", "html"},
                                                  {"summary"}};
     for (const auto& command : commands) {
