@@ -42,17 +42,15 @@ std::string join(const std::vector<std::string_view>& names)
     return list;
 }
 
-bool lists(const ChangedSetting& entry, const Difference& difference)
-{
-    return entry.path == difference.path &&
-           std::ranges::find(entry.kinds, kindLabel(difference.kind)) != entry.kinds.end();
-}
-
 class ListCheck
 {
 public:
     ListCheck(const ChangedSettings& changedSettings, const ReleaseTree& live)
-        : file_(changedSettings.file), entries_(changedSettings.entries), live_(live)
+        : file_(changedSettings.file),
+          entries_(changedSettings.entries),
+          live_(live),
+          history_(live.releaseChanges),
+          suggestions_(live.tree)
     {}
 
     std::vector<Diagnostic> run(const std::vector<Difference>& differences) &&
@@ -129,14 +127,14 @@ private:
 
     void reportMissing(const ChangedSetting& entry)
     {
-        const auto steps = core::ReleaseHistory(live_.releaseChanges).changesFrom(entry.path);
-        const auto similar = core::suggestPaths(entry.path, live_.tree);
+        const auto steps = history_.changesFrom(entry.path);
         if (!steps.empty()) {
             report(entry, "is not in the tree: " + describeSteps(steps) +
                               (steps.back().to.empty() ? "; remove this line" : "; list the new path"));
-        } else {
-            report(entry, "is not in the tree" + (similar.empty() ? "" : "; " + core::didYouMean(similar)));
+            return;
         }
+        const auto similar = suggestions_.suggest(entry.path);
+        report(entry, "is not in the tree" + (similar.empty() ? "" : "; " + core::didYouMean(similar)));
     }
 
     void checkKind(const ChangedSetting& entry, const std::string& kind)
@@ -161,6 +159,8 @@ private:
     const std::string& file_;
     const std::vector<ChangedSetting>& entries_;
     const ReleaseTree& live_;
+    const core::ReleaseHistory history_;
+    core::PathSuggestions suggestions_;
     std::set<PathAndKind> unused_;
     std::map<std::string, Unlisted> unlisted_;  // by path
     std::set<PathAndKind> listed_;
@@ -169,11 +169,19 @@ private:
 
 }  // namespace
 
-std::string ChangedSettings::reasonFor(const Difference& difference) const
+ChangeReasons::ChangeReasons(const ChangedSettings& changedSettings)
 {
-    const auto found = std::ranges::find_if(
-        entries, [&difference](const ChangedSetting& entry) { return lists(entry, difference); });
-    return found == entries.end() ? "" : found->reason;
+    for (const ChangedSetting& entry : changedSettings.entries) {
+        for (const std::string& kind : entry.kinds) {
+            reasons_.emplace(PathAndKind(entry.path, kind), entry.reason);
+        }
+    }
+}
+
+std::string_view ChangeReasons::of(const Difference& difference) const
+{
+    const auto found = reasons_.find({difference.path, kindLabel(difference.kind)});
+    return found == reasons_.end() ? std::string_view() : found->second;
 }
 
 ChangedSettings readChangedSettings(const std::string& file)

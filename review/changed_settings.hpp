@@ -3,7 +3,10 @@
 #include <settings_core/diagnostic.hpp>
 
 #include <cstddef>
+#include <map>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tree_diff.hpp"
@@ -24,9 +27,22 @@ struct ChangedSettings
 {
     std::string file;
     std::vector<ChangedSetting> entries;
+};
 
-    /// Returns why a difference is wanted; an empty string if it is not listed.
-    [[nodiscard]] std::string reasonFor(const Difference& difference) const;
+/// Finds why differences are wanted. Look-ups take no longer in a long list.
+class ChangeReasons
+{
+public:
+    /// The list must outlive this object and its results.
+    explicit ChangeReasons(const ChangedSettings& changedSettings);
+
+    /// Returns the reason for a difference; an empty string if it is not listed.
+    [[nodiscard]] std::string_view of(const Difference& difference) const;
+
+private:
+    using PathAndKind = std::pair<std::string_view, std::string_view>;
+
+    std::map<PathAndKind, std::string_view> reasons_;
 };
 
 /// Reads a file with lines of the form "path  kind,kind  reason"; empty lines and lines that begin with "#"

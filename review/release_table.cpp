@@ -41,7 +41,7 @@ public:
                 checkSource(row);
                 checkTarget(row);
             }
-            formerSources_.push_back(row.source);
+            formerSources_.insert(row.source);
         });
         return std::move(diagnostics_);
     }
@@ -84,6 +84,22 @@ private:
         return isFull;
     }
 
+    /// Returns the former rows of the release that remove a path or a group that it is in: number and path.
+    [[nodiscard]] std::vector<std::pair<std::size_t, std::string_view>>
+    removalsOf(std::string_view source) const
+    {
+        std::vector<std::pair<std::size_t, std::string_view>> removals;
+        core::forEachEnclosingPath(source, [&](std::string_view path) {
+            if (const auto found = removed_.find(path); found != removed_.end()) {
+                for (const std::size_t number : found->second) {
+                    removals.emplace_back(number, path);
+                }
+            }
+        });
+        std::ranges::sort(removals);
+        return removals;
+    }
+
     /// Compares a row with the former rows of its release.
     void checkList(const TableRow& row)
     {
@@ -92,14 +108,12 @@ private:
             report(row.source, release + " lists it twice: keep one of the changes");
         }
         if (row.target.empty()) {
-            removed_.push_back(row.source);
+            removed_[row.source].push_back(row.number);
             return;
         }
-        for (const std::string_view group : removed_) {
-            if (core::isAtOrUnder(row.source, group)) {
-                report(row.source, release + " moves it after it removed " + std::string(group) +
-                                       ", so that its values are lost: list the move first");
-            }
+        for (const auto& [number, group] : removalsOf(row.source)) {
+            report(row.source, release + " moves it after it removed " + std::string(group) +
+                                   ", so that its values are lost: list the move first");
         }
         const auto [former, isNew] = targets_.emplace(row.target, row.source);
         if (!isNew && former->second != row.source) {
@@ -114,10 +128,10 @@ private:
     void checkSource(const TableRow& row)
     {
         if (row.isRestoration()) {
-            const auto isGone = [&row](std::string_view former) {
-                return core::isAtOrUnder(row.source, former);
-            };
-            if (std::ranges::none_of(formerSources_, isGone)) {
+            bool isGone = false;
+            core::forEachEnclosingPath(
+                row.source, [&](std::string_view path) { isGone = isGone || formerSources_.contains(path); });
+            if (!isGone) {
                 report(row.source, std::string(row.release) +
                                        " brings it back, but no earlier change moved or removed it: delete "
                                        "this change");
@@ -149,11 +163,11 @@ private:
     const ReleaseChangeTable& table_;
     const core::ReleaseHistory history_;
     std::vector<Diagnostic> diagnostics_;
-    std::vector<std::string_view> formerSources_;  // of all rows before the current one
+    std::unordered_set<std::string_view> formerSources_;  // of all rows before the current one
     // Of the current release:
     std::unordered_set<std::string_view> sources_;
-    std::unordered_map<std::string_view, std::string_view> targets_;  // with their sources
-    std::vector<std::string_view> removed_;
+    std::unordered_map<std::string_view, std::string_view> targets_;          // with their sources
+    std::unordered_map<std::string_view, std::vector<std::size_t>> removed_;  // with the rows' numbers
 };
 
 }  // namespace

@@ -4,8 +4,10 @@
 #include <settings_core/tree/suggestions.hpp>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <optional>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
@@ -40,6 +42,7 @@ public:
         : older_(older),
           newer_(newer),
           history_(newer.releaseChanges),
+          suggestions_(older.tree),
           firstLater_(older.releaseChanges.size())
     {}
 
@@ -102,7 +105,7 @@ private:
     void checkLaterSource(const TableRow& row, const std::unordered_set<std::string_view>& formerPaths)
     {
         if (older_.tree.find(row.source) == nullptr && !formerPaths.contains(row.source)) {
-            const auto similar = core::suggestPaths(row.source, older_.tree);
+            const auto similar = suggestions_.suggest(row.source);
             diagnostics_.push_back(
                 inTable(row.label(), "no release had the path " + std::string(row.source) + ": " +
                                          (similar.empty() ? "fix the change" : core::didYouMean(similar))));
@@ -124,6 +127,7 @@ private:
     const ReleaseTree& older_;
     const ReleaseTree& newer_;
     const core::ReleaseHistory history_;  // of the newer
+    core::PathSuggestions suggestions_;   // from the older
     std::uint64_t firstLater_;            // index of the first release after the older one
     std::vector<Diagnostic> diagnostics_;
 };
@@ -136,7 +140,7 @@ public:
     {
         forEachLaterRow(live.releaseChanges, baseline.releaseChanges.size(), [this](const TableRow& row) {
             if (!row.target.empty() && !row.isRestoration()) {
-                moves_.push_back(row);
+                moves_.push_back({row, distanceOf(row)});
             }
         });
     }
@@ -145,9 +149,9 @@ public:
     [[nodiscard]] std::vector<Diagnostic> findErrors() const
     {
         std::vector<Diagnostic> diagnostics;
-        for (const TableRow& move : moves_) {
-            if (std::string message = errorOf(move); !message.empty()) {
-                diagnostics.push_back(inTable(move.label(), std::move(message)));
+        for (const Move& move : moves_) {
+            if (std::string message = errorOf(move.row); !message.empty()) {
+                diagnostics.push_back(inTable(move.row.label(), std::move(message)));
             }
         }
         return diagnostics;
@@ -157,20 +161,26 @@ public:
     [[nodiscard]] std::vector<Difference> findSuspicious() const
     {
         std::vector<Difference> suspicious;
-        for (const TableRow& move : moves_) {
-            if (!errorOf(move).empty()) {
+        for (const Move& move : moves_) {
+            if (!errorOf(move.row).empty()) {
                 continue;
             }
-            if (baseline_.tree.find(move.target) != nullptr) {
-                add(suspicious, move, "the last release has it already, with values of its own");
-            } else if (const TableRow* other = findCrossed(move)) {
-                add(suspicious, move, "its name is more like " + std::string(other->source));
+            if (baseline_.tree.find(move.row.target) != nullptr) {
+                add(suspicious, move.row, "the last release has it already, with values of its own");
+            } else if (const Move* other = findCrossed(move)) {
+                add(suspicious, move.row, "its name is more like " + std::string(other->row.source));
             }
         }
         return suspicious;
     }
 
 private:
+    struct Move
+    {
+        TableRow row;
+        std::optional<std::size_t> distance;  ///< see distanceOf
+    };
+
     [[nodiscard]] std::string errorOf(const TableRow& move) const
     {
         const Node* const source = baseline_.tree.find(move.source);
@@ -201,27 +211,43 @@ private:
     }
 
     /// Returns another move of the same release, if exchanging the targets would make source and target names
-    /// more alike; else null. Moves in several steps are not compared.
-    [[nodiscard]] const TableRow* findCrossed(const TableRow& move) const
+    /// more alike; else null. Moves in several steps are not compared, nor those that are far from each
+    /// other in a long list: comparing all pairs would take too long.
+    [[nodiscard]] const Move* findCrossed(const Move& move) const
     {
-        const auto crosses = [&](const TableRow& other) {
-            return other.index == move.index && other.number != move.number && isWhole(other) &&
-                   editDistance(move.source, other.target) + editDistance(other.source, move.target) <
-                       editDistance(move.source, move.target) + editDistance(other.source, other.target);
-        };
-        const auto found = isWhole(move) ? std::ranges::find_if(moves_, crosses) : moves_.end();
-        return found == moves_.end() ? nullptr : &*found;
+        constexpr std::ptrdiff_t reach = 30;
+        const std::ptrdiff_t index = &move - moves_.data();
+        const auto first = std::next(moves_.begin(), std::max<std::ptrdiff_t>(index - reach, 0));
+        const auto end = std::next(moves_.begin(), std::min(index + reach + 1, std::ssize(moves_)));
+        const auto found =
+            std::find_if(first, end, [&move](const Move& other) { return areCrossed(move, other); });
+        return found == end ? nullptr : &*found;
     }
 
-    /// Whether the move leads from the last release to the tree in one step.
-    [[nodiscard]] bool isWhole(const TableRow& move) const
+    static bool areCrossed(const Move& left, const Move& right)
     {
-        return baseline_.tree.find(move.source) != nullptr && live_.tree.find(move.target) != nullptr;
+        if (left.row.index != right.row.index || !left.distance || !right.distance) {
+            return false;
+        }
+        const std::size_t current = *left.distance + *right.distance;
+        const std::size_t exchanged = editDistance(left.row.source, right.row.target, current);
+        return exchanged < current &&
+               exchanged + editDistance(right.row.source, left.row.target, current - exchanged) < current;
+    }
+
+    /// Returns the distance between the names; nothing unless the move leads from the last release to the
+    /// tree in one step.
+    [[nodiscard]] std::optional<std::size_t> distanceOf(const TableRow& move) const
+    {
+        const bool isWhole =
+            baseline_.tree.find(move.source) != nullptr && live_.tree.find(move.target) != nullptr;
+        const std::size_t longest = std::max(move.source.size(), move.target.size());
+        return isWhole ? std::optional(editDistance(move.source, move.target, longest)) : std::nullopt;
     }
 
     const ReleaseTree& baseline_;
     const ReleaseTree& live_;
-    std::vector<TableRow> moves_;
+    std::vector<Move> moves_;
 };
 
 /// Only one release may follow the last baseline: the one that is being prepared.

@@ -30,9 +30,12 @@
 #include <stdexcept>
 #include <string_view>
 #include <type_traits>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <variant>
 
+#include "crash_probe.hpp"
 #include "release_table.hpp"
 #include "source_file.hpp"
 
@@ -110,15 +113,39 @@ bool isUnprintable(char16_t unit)
     return unit < u' ' || (unit >= u'\x7f' && unit <= u'\x9f') || unit == u'\ufffd';
 }
 
+/// Returns the aliases that lead to themselves, also through further aliases.
+std::unordered_set<const Node*> findCircularAliases(const core::SettingsTree& tree)
+{
+    std::unordered_set<const Node*> circular;
+    std::unordered_map<const Node*, const Node*> starts;  // of the walks that met the aliases first
+    const auto isAlias = [](const Node* node) { return node != nullptr && node->kind() == NodeKind::alias; };
+    const auto next = [&tree](const Node* alias) { return tree.find(alias->properties().aliasName()); };
+    for (const Node* start : tree.nodes()) {
+        const Node* node = start;
+        while (isAlias(node) && starts.emplace(node, start).second) {
+            node = next(node);
+        }
+        if (isAlias(node) && starts.at(node) == start) {
+            for (; circular.insert(node).second; node = next(node)) {
+            }
+        }
+    }
+    return circular;
+}
+
 class Lint
 {
 public:
     Lint(const core::SettingsTree& tree, const ReleaseChangeTable& releases)
-        : tree_(tree), releases_(releases), unknownPaths_(tree, releases)
+        : tree_(tree),
+          releases_(releases),
+          unknownPaths_(tree, releases),
+          circularAliases_(findCircularAliases(tree))
     {}
 
     std::vector<core::Diagnostic> run() &&
     {
+        findCrashingSettings();
         checkNames(*tree_.root());
         for (const Node* node : tree_.nodes()) {
             checkCharacters(*node);
@@ -130,11 +157,7 @@ public:
             } else {
                 checkConstraint(*node);
                 checkValueValidators(*node);
-                checkErrorHandler(*node);
-                checkStrings(*node, node->properties().factoryValue);
-                if (checkFunctions(*node)) {
-                    checkFactoryValue(*node);
-                }
+                checkCalls(*node);
             }
         }
         checkListedSecrets();
@@ -195,22 +218,9 @@ private:
                 "its target " + target + " does not exist: correct it; " + unknownPaths_.explain(target));
         } else if (node != nullptr && node->kind() == NodeKind::group) {
             add(alias, "its target " + target + " is a group: give the full path of a setting");
-        } else if (isCircular(alias)) {
+        } else if (circularAliases_.contains(&alias)) {
             add(alias, "its target " + target + " leads back to it: give the full path of a setting");
         }
-    }
-
-    /// Whether the alias leads to itself, also through further aliases.
-    bool isCircular(const Node& alias) const
-    {
-        const Node* node = &alias;
-        for (std::size_t steps = 0; steps < tree_.nodes().size(); ++steps) {
-            node = tree_.find(node->properties().aliasName());
-            if (node == nullptr || node == &alias || node->kind() != NodeKind::alias) {
-                break;
-            }
-        }
-        return node == &alias;
     }
 
     void checkConstraint(const Node& setting)
@@ -295,6 +305,47 @@ private:
                              " is not found: correct the name, or add the function to platform/native; "
                              "vxsettings doctor tells why");
             return nullptr;
+        }
+    }
+
+    /// Tries the functions of the tree in other processes, which may crash.
+    void findCrashingSettings()
+    {
+        std::vector<const Node*> settings;
+        std::ranges::copy_if(tree_.nodes(), std::back_inserter(settings), hasFunction);
+        for (auto& [index, end] :
+             findCrashes(settings.size(), [&](std::size_t i) { callFunctions(*settings[i]); })) {
+            crashes_.emplace(settings[index], end);
+        }
+    }
+
+    /// Whether the setting has functions of others; the script functions are part of the settings core.
+    static bool hasFunction(const Node* node)
+    {
+        using namespace ::settings::core;
+        const Node::Properties& properties = node->properties();
+        return node->kind() == NodeKind::setting &&
+               (properties.errorHandler || std::holds_alternative<CPPValidator>(properties.validator) ||
+                std::holds_alternative<CValidator>(properties.validator) ||
+                std::holds_alternative<CRunTimeDefault>(properties.runTimeDefault));
+    }
+
+    void checkCalls(const Node& setting)
+    {
+        if (const auto crash = crashes_.find(&setting); crash != crashes_.end()) {
+            add(setting, "its validator, run-time default or error handler ends the process (" +
+                             crash->second + "): fix the function");
+        } else {
+            callFunctions(setting);
+        }
+    }
+
+    void callFunctions(const Node& setting)
+    {
+        checkErrorHandler(setting);
+        checkStrings(setting, setting.properties().factoryValue);
+        if (checkFunctions(setting)) {
+            checkFactoryValue(setting);
         }
     }
 
@@ -386,6 +437,8 @@ private:
     const core::SettingsTree& tree_;
     const ReleaseChangeTable& releases_;
     core::UnknownPaths unknownPaths_;
+    const std::unordered_set<const Node*> circularAliases_;
+    std::unordered_map<const Node*, std::string> crashes_;  // what ends the process
     std::vector<core::Diagnostic> diagnostics_;
 };
 

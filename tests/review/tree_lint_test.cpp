@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <csignal>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -80,6 +81,7 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
         web->createFactorySetting(name, true, checked);
     };
     addChecked("NoFunction", settings::core::CPPValidator({}, "", ""));
+    addChecked("Crashes", settings::core::CPPValidator([](const auto&...) { std::raise(SIGKILL); }, "", ""));
     addChecked("Native", settings::core::CValidator("libvxservices", "validateFontSize"));
     addChecked("Misspelt", settings::core::CValidator("libvxservices", "validateFontsize"));
     addChecked("AcceptsAll",
@@ -135,7 +137,7 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
           "Number",   "Handled",    "1st",      "Sp ace",    "Hy-phen",  "\u00dcber", "_Line",
           "Silent",   "Fraction",   "Large",    "Latin1",    "Control",  "ReadOnly",  "NoFunction",
           "Misspelt", "AcceptsAll", "Relative", "OtherRoot", "Missing",  "OfGroup",   "Itself",
-          "There",    "Here",       "twice",    "empty"})
+          "There",    "Here",       "twice",    "empty",     "Crashes"})
     {
         expected.push_back("tree/web.cpp verdix.web." + std::string(name));
     }

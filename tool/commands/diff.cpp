@@ -119,10 +119,11 @@ struct ReleaseNote
 std::vector<ReleaseNote> releaseNotes(const std::vector<Difference>& differences,
                                       const review::ChangedSettings& changed)
 {
+    const review::ChangeReasons reasons(changed);
     std::vector<ReleaseNote> notes;
     std::map<std::string_view, std::size_t> entries;  // of settings whose properties changed: index in notes
     for (const Difference& difference : differences) {
-        const std::string reason = changed.reasonFor(difference);
+        const std::string reason(reasons.of(difference));
         if (!isPropertyKind(difference.kind)) {
             notes.push_back({difference.path, nodeNote(difference), reason});
             continue;

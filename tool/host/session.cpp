@@ -1,7 +1,6 @@
 #include "host/session.hpp"
 
 #include <settings_core/files/base_folders.hpp>
-#include <settings_core/tree/path_lookup.hpp>
 
 #include <new>
 
@@ -66,8 +65,11 @@ const core::Node& Session::node(const std::string& path) const
     if (const core::Node* found = tree_.find(core::fullPath(tree_, path))) {
         return *found;  // without the bundle having to build its release changes
     }
+    if (!unknownPaths_) {
+        unknownPaths_.emplace(tree_, releaseChanges());
+    }
     try {
-        return core::nodeAt(tree_, releaseChanges(), path);
+        return core::nodeAt(tree_, *unknownPaths_, path);
     } catch (const core::UnknownPath& error) {
         throw CommandError(ExitCode::failed, error.what());
     }

@@ -2,6 +2,7 @@
 
 #include <settings_core/files/layers.hpp>
 #include <settings_core/releases/release_name.hpp>
+#include <settings_core/tree/path_lookup.hpp>
 #include <settings_core/tree/settings_tree.hpp>
 
 #include <settings/core/settings_file_change.hpp>
@@ -46,6 +47,7 @@ private:
     Host host_;
     core::SettingsTree tree_;
     mutable std::optional<settings::core::ReleaseChangeTable> releases_;
+    mutable std::optional<core::UnknownPaths> unknownPaths_;
 };
 
 /// Starts a session on first use, so that commands that need no tree, or report something before, do not wait

@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <ranges>
 #include <stdexcept>
 #include <utility>
 
@@ -69,8 +68,8 @@ std::optional<SettingsFile> loadSettingsFile(const fs::path& file)
 
 Layers::Layers(const SettingsTree& tree, LayerFiles files) : tree_(tree)
 {
-    for (auto& file : std::views::reverse(files.installation)) {
-        layers_.push_back({Origin::installation, std::move(file)});
+    for (auto file = files.installation.rbegin(); file != files.installation.rend(); ++file) {
+        layers_.push_back({Origin::installation, std::move(*file)});
     }
     if (!files.personal.empty()) {
         layers_.push_back({Origin::personal, std::move(files.personal)});

@@ -109,10 +109,7 @@ std::size_t ReleaseHistory::nextChange(std::string_view path, std::size_t row) c
         }
     };
     lookIn(moves_, path);
-    lookIn(removals_, path);
-    for (std::size_t dot = path.find('.'); dot != std::string_view::npos; dot = path.find('.', dot + 1)) {
-        lookIn(removals_, path.substr(0, dot));
-    }
+    forEachEnclosingPath(path, [&](std::string_view enclosing) { lookIn(removals_, enclosing); });
     return next;
 }
 

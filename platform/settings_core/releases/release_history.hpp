@@ -67,4 +67,14 @@ private:
 /// Whether a path is that of the group or of a node in it.
 [[nodiscard]] VX_API bool isAtOrUnder(std::string_view path, std::string_view group) noexcept;
 
+/// Calls visitor(path) for each path that this one is at or under: its groups, from the root on, and itself.
+template <class Visitor>
+void forEachEnclosingPath(std::string_view path, Visitor visitor)
+{
+    for (std::size_t dot = path.find('.'); dot != std::string_view::npos; dot = path.find('.', dot + 1)) {
+        visitor(path.substr(0, dot));
+    }
+    visitor(path);
+}
+
 }  // namespace vx::core

@@ -1,5 +1,4 @@
 #include <settings_core/tree/path_lookup.hpp>
-#include <settings_core/tree/suggestions.hpp>
 
 namespace vx::core {
 
@@ -12,27 +11,31 @@ std::string fullPath(const SettingsTree& tree, std::string_view path)
                                               : root.getFullName() + "." + std::string(path);
 }
 
-const Node& nodeAt(const SettingsTree& tree, const ReleaseChangeTable& releases, std::string_view path)
+const Node& nodeAt(const SettingsTree& tree, UnknownPaths& unknownPaths, std::string_view path)
 {
     const std::string full = fullPath(tree, path);
     if (const Node* found = tree.find(full)) {
         return *found;
     }
-    throw UnknownPath("no such path: " + std::string(path) + "; " +
-                      UnknownPaths(tree, releases).explain(full));
+    throw UnknownPath("no such path: " + std::string(path) + "; " + unknownPaths.explain(full));
+}
+
+const Node& nodeAt(const SettingsTree& tree, const ReleaseChangeTable& releases, std::string_view path)
+{
+    UnknownPaths unknownPaths(tree, releases);
+    return nodeAt(tree, unknownPaths, path);
 }
 
 std::string UnknownPaths::explain(std::string_view path)
 {
-    const auto steps = history_.changesFrom(path);
+    if (!history_) {
+        history_.emplace(releases_);
+    }
+    const auto steps = history_->changesFrom(path);
     if (!steps.empty()) {
         return describeSteps(steps);
     }
-    std::vector<std::string_view> suggestions;
-    if (remainingSuggestions_ != 0) {
-        --remainingSuggestions_;
-        suggestions = suggestPaths(path, tree_);
-    }
+    const auto suggestions = suggestions_.suggest(path);
     return suggestions.empty() ? "list all paths with: vxsettings list --hidden" : didYouMean(suggestions);
 }
 

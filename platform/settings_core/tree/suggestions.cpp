@@ -206,9 +206,18 @@ std::vector<std::string_view> suggestPaths(std::string_view wanted, const Settin
     return closest.names();
 }
 
-std::size_t editDistance(std::string_view left, std::string_view right)
+std::vector<std::string_view> PathSuggestions::suggest(std::string_view wanted)
 {
-    return EditDistance(left).to(right, std::max(left.size(), right.size()));
+    if (remaining_ == 0) {
+        return {};
+    }
+    --remaining_;
+    return suggestPaths(wanted, tree_);
+}
+
+std::size_t editDistance(std::string_view left, std::string_view right, std::size_t limit)
+{
+    return EditDistance(left).within(right, limit).value_or(limit + 1);
 }
 
 std::string didYouMean(std::span<const std::string_view> names)

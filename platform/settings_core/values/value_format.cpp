@@ -149,12 +149,13 @@ std::size_t prefixLength(std::string_view text, std::size_t count)
 std::string formatNumber(double number)
 {
     constexpr double exactWhole = 9007199254740992.0;  // 2^53
+    const bool isNegativeZero = number == 0 && std::signbit(number);
     std::string text;
     if (std::isnan(number)) {
         text = "NaN";
     } else if (std::isinf(number)) {
         text = number < 0 ? "-Inf" : "Inf";
-    } else if (std::abs(number) <= exactWhole && number == std::trunc(number)) {
+    } else if (std::abs(number) <= exactWhole && number == std::trunc(number) && !isNegativeZero) {
         appendNumber(text, static_cast<std::int64_t>(number));
     } else {
         appendNumber(text, number);

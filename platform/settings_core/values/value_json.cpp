@@ -165,9 +165,7 @@ void append(std::string& json, bool element)
 
 void append(std::string& json, double element)
 {
-    if (element == 0 && std::signbit(element)) {
-        json += "-0";
-    } else if (std::isfinite(element)) {
+    if (std::isfinite(element)) {
         json += formatNumber(element);
     } else {
         json.append(1, '"').append(formatNumber(element)).append(1, '"');

@@ -32,6 +32,7 @@ TEST(FormatValue, WritesNumbersSoThatTheyReadBack)
     constexpr double infinity = std::numeric_limits<double>::infinity();
     EXPECT_EQ(formatNumber(9007199254740992.0), "9007199254740992");
     EXPECT_EQ(formatNumber(1e300), "1e+300");
+    EXPECT_EQ(formatNumber(-0.0), "-0");
     EXPECT_EQ(formatNumber(std::numeric_limits<double>::quiet_NaN()), "NaN");
     EXPECT_EQ(formatNumber(-infinity), "-Inf");
 }
