@@ -63,23 +63,13 @@ void ChangeValidation::add(const SettingChange& change)
     }
 }
 
+/// Returns the setting to change; null if there is none, which is reported.
 const Node* ChangeValidation::settingOf(const SettingChange& change)
-{
-    const std::string full = fullPath(tree_, change.path);
-    const Node* node = tree_.find(full);
-    if (node == nullptr) {
-        if (!unknownPaths_) {
-            unknownPaths_.emplace(tree_, releases_);
-        }
-        report("", "no such path: " + change.path + "; " + unknownPaths_->explain(full), change.position);
-        return nullptr;
-    }
-    try {
-        return &resolveSetting(tree_, *node);
-    } catch (const std::runtime_error& error) {
-        report("", error.what(), change.position);
-        return nullptr;
-    }
+try {
+    return &resolveSetting(tree_, nodeAt(tree_, unknownPaths_, change.path));
+} catch (const std::runtime_error& error) {
+    report("", error.what(), change.position);
+    return nullptr;
 }
 
 bool ChangeValidation::isChangeable(const Node& setting, const SettingChange& change)

@@ -33,7 +33,7 @@ class ChangeValidation
 public:
     ChangeValidation(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases,
                      Layers& layers, const std::filesystem::path& file)
-        : tree_(tree), releases_(releases), layers_(layers), file_(file)
+        : tree_(tree), unknownPaths_(tree, releases), layers_(layers), file_(file)
     {}
 
     /// Adds a change to changes() or its diagnostic to diagnostics().
@@ -54,10 +54,9 @@ private:
                                const Position& position);
 
     const SettingsTree& tree_;
-    const ::settings::core::ReleaseChangeTable& releases_;
+    UnknownPaths unknownPaths_;
     Layers& layers_;
     const std::filesystem::path& file_;
-    std::optional<UnknownPaths> unknownPaths_;
     std::unordered_map<const Node*, const SettingChange*> seen_;
     std::vector<ValidChange> changes_;
     std::vector<Diagnostic> diagnostics_;
