@@ -26,11 +26,11 @@ struct ValidChange
 /// Returns the diagnostic for a lock that keeps a setting or group from being changed.
 [[nodiscard]] Diagnostic lockDiagnostic(const Node& node, const SettingLock& lock, const Position& position);
 
-/// Validates changes of one settings file, all of which are to be made at once. What it is constructed from,
-/// and the changes, must outlive it.
+/// Validates changes of one settings file, all of which are to be made at once.
 class ChangeValidation
 {
 public:
+    /// All arguments, and the changes, must outlive this object.
     ChangeValidation(const SettingsTree& tree, const ::settings::core::ReleaseChangeTable& releases,
                      Layers& layers, const std::filesystem::path& file)
         : tree_(tree), unknownPaths_(tree, releases), layers_(layers), file_(file)
@@ -39,7 +39,9 @@ public:
     /// Adds a change to changes() or its diagnostic to diagnostics().
     void add(const SettingChange& change);
 
+    /// Returns the changes that can be made.
     [[nodiscard]] std::vector<ValidChange>& changes() noexcept { return changes_; }
+    /// Returns what is wrong with the others.
     [[nodiscard]] std::vector<Diagnostic>& diagnostics() noexcept { return diagnostics_; }
 
 private:
