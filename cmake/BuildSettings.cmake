@@ -4,6 +4,7 @@
 #            VX_LIBSTDCXX        true if the C++ standard library is libstdc++
 #            VX_ORIGIN           $ORIGIN, or its equivalent, for run paths
 #            VX_PROGRAM_TO_LIBS  relative path from the folder of the programs to the folder of the libraries
+#            VX_PROGRAM_TO_DATA  relative path from the folder of the programs to the folder of the data
 # Function   vx_export_only(TARGET MAP)  restricts the exported symbols of a library to those in a version script
 
 set(CMAKE_CXX_STANDARD 20)
@@ -34,6 +35,7 @@ foreach(folder BINDIR LIBDIR INCLUDEDIR DATADIR)
     endif()
 endforeach()
 file(RELATIVE_PATH VX_PROGRAM_TO_LIBS "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
+file(RELATIVE_PATH VX_PROGRAM_TO_DATA "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_DATADIR}")
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_BINDIR}")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}")

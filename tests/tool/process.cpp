@@ -1,5 +1,6 @@
 #include <csignal>
 #include <cstdlib>
+#include <pty.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <tests/support/files.hpp>
@@ -32,6 +33,13 @@ std::string content(int descriptor)
     std::_Exit(127);
 }
 
+int exitCode(pid_t child)
+{
+    int status = 0;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
 }  // namespace
 
 ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment)
@@ -45,12 +53,30 @@ ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std
         ::dup2(errors, STDERR_FILENO);
         execTool(arguments, environment, state / "");
     }
-    int status = 0;
-    EXPECT_EQ(::waitpid(child, &status, 0), child);
-    ToolRun run{WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), content(output),
-                content(errors)};
+    const int code = exitCode(child);
+    ToolRun run{code, content(output), content(errors)};
     ::close(output);
     ::close(errors);
+    return run;
+}
+
+ToolRun runToolOnTerminal(const std::vector<std::string>& arguments,
+                          const std::vector<std::string>& environment, const std::string& typed)
+{
+    int terminal = -1;
+    const pid_t child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (child == 0) {
+        execTool(arguments, environment, {});
+    }
+    const std::string input = typed + '\x04';  // the end, so that no question waits for ever
+    EXPECT_EQ(::write(terminal, input.data(), input.size()), static_cast<ssize_t>(input.size()));
+    ToolRun run{};
+    char shown[4096];
+    for (ssize_t size = 0; (size = ::read(terminal, shown, sizeof shown)) > 0;) {
+        run.output.append(shown, static_cast<std::size_t>(size));
+    }
+    run.exitCode = exitCode(child);
+    ::close(terminal);
     return run;
 }
 

@@ -18,6 +18,11 @@ struct ToolRun
 /// own.
 ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {});
 
+/// Runs vxsettings on a terminal on which `typed` is typed, and returns all that the terminal shows as
+/// output.
+ToolRun runToolOnTerminal(const std::vector<std::string>& arguments,
+                          const std::vector<std::string>& environment, const std::string& typed);
+
 /// The run ends with this code, writes no output, and one line of errors.
 MATCHER_P2(FailsInOneLine, exitCode, message, "")
 {

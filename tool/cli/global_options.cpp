@@ -105,7 +105,7 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
            [options](const std::string& path) {
                options->layerFiles.personal = settingsFile("--personal", path);
            },
-           "Personal settings file, which set, reset and undo change (default: "
+           "Personal settings file, which set, reset, edit and undo change (default: "
            "$XDG_CONFIG_HOME/verdix/settings.json)")
         ->type_name("FILE");
     app.add_option_function<std::vector<std::string>>(

@@ -213,7 +213,7 @@ ExitCode undo(LazySession& lazy, const UndoOptions& options, Output& out)
 Action addUndo(CLI::App& command)
 {
     setHelp(command,
-            "Undo the last change of your personal settings file by set, reset, import, "
+            "Undo the last change of your personal settings file by set, reset, import, edit, "
             "migrate or undo",
             "The last 20 changes of each settings file are kept in $XDG_STATE_HOME/verdix/undo (default: "
             "~/.local/state).\n"

@@ -97,6 +97,11 @@ std::filesystem::path defaultBundleFile()
     return (executableFile().parent_path() / VX_OWN_BUNDLE).lexically_normal();
 }
 
+std::filesystem::path defaultSchemaFile()
+{
+    return (executableFile().parent_path() / VX_OWN_SCHEMA).lexically_normal();
+}
+
 RunningFramework::RunningFramework()
     : framework_(
           std::make_shared<cppmicroservices::Framework>(cppmicroservices::FrameworkFactory().NewFramework()))

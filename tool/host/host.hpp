@@ -17,6 +17,10 @@ namespace vx::tool {
 /// Returns the path of the factory settings bundle that was built or installed with this executable.
 [[nodiscard]] std::filesystem::path defaultBundleFile();
 
+/// Returns the path of the JSON Schema of settings files that was built or installed with this executable.
+/// The file need not exist.
+[[nodiscard]] std::filesystem::path defaultSchemaFile();
+
 /// Runs the service framework of this process, and the bundles that the framework itself needs.
 class RunningFramework
 {

@@ -261,9 +261,14 @@ std::string holderOf(const fs::path& lockFile, const struct stat& status)
                                 std::chrono::milliseconds timeout)
 {
     std::ostringstream message;
-    message << "cannot write " << file.string() << ": waited "
-            << std::chrono::duration<double>(timeout).count() << " s for " << holder
-            << ", which has locked it; try again, or end that process if it hangs";
+    message << "cannot write " << file.string() << ": ";
+    if (timeout > std::chrono::milliseconds::zero()) {
+        message << "waited " << std::chrono::duration<double>(timeout).count() << " s for " << holder
+                << ", which has locked it";
+    } else {
+        message << "locked by " << holder;
+    }
+    message << "; try again, or end that process if it hangs";
     throw std::runtime_error(message.str());
 }
 
@@ -316,6 +321,11 @@ LockedFile::LockedFile(const fs::path& file, std::chrono::milliseconds timeout, 
       content_(readFile(file_))
 {}
 
+void LockedFile::requireWritable() const
+{
+    core::requireWritable(file_);
+}
+
 void LockedFile::replace(std::string content)
 {
     if (content_ == content) {
@@ -327,7 +337,7 @@ void LockedFile::replace(std::string content)
 
 void LockedFile::remove()
 {
-    requireWritable(file_);
+    requireWritable();
     if (::unlink(file_.c_str()) != 0 && errno != ENOENT) {
         failOnErrno("cannot remove", file_);
     }

@@ -61,6 +61,9 @@ public:
     /// Returns the current content, or nothing when the file does not exist yet.
     [[nodiscard]] const std::optional<std::string>& content() const noexcept { return content_; }
 
+    /// Throws std::system_error that names the file when there is one that the user may not write.
+    void requireWritable() const;
+
     /// Replaces the file's content; does nothing when the content is the same. Throws std::system_error that
     /// names the file. If the error occurs before the rename, the file is unchanged and no temporary file
     /// remains.

@@ -1,7 +1,7 @@
 #pragma once
 
 // The files and folders of this program in the XDG base directories. Relative folders in their variables are
-// ignored, as the specification of the base directories says.
+// ignored, as the rules of these directories demand.
 
 #include <foundation/export.hpp>
 

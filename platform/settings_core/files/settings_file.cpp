@@ -247,10 +247,12 @@ std::optional<ReleaseName> parseRelease(const JsonValue& release)
     return parseReleaseName(foundation::verdixdata::toUtf8(decodedString(release)));
 }
 
-std::string emptySettingsFile(std::string_view release)
+std::string emptySettingsFile(std::string_view release, std::string_view schema)
 {
-    const std::string member = release.empty() ? "" : "  \"release\": " + toJsonString(release) + ",\n";
-    return "{\n" + member + "  \"settings\": {}\n}\n";
+    const auto member = [](const char* name, std::string_view value) {
+        return value.empty() ? std::string() : std::string("  ") + name + ": " + toJsonString(value) + ",\n";
+    };
+    return "{\n" + member("\"$schema\"", schema) + member("\"release\"", release) + "  \"settings\": {}\n}\n";
 }
 
 }  // namespace vx::core

@@ -119,8 +119,9 @@ private:
     bool changesSettings_ = false;
 };
 
-/// Returns the content of a new file without settings; an empty release is left out.
-[[nodiscard]] VX_API std::string emptySettingsFile(std::string_view release);
+/// Returns the content of a new file without settings. An empty release is left out, and so is an empty
+/// location of the JSON Schema.
+[[nodiscard]] VX_API std::string emptySettingsFile(std::string_view release, std::string_view schema = {});
 
 /// Parses the value of a file's "release"; returns nothing when it is not the name of a release.
 [[nodiscard]] VX_API std::optional<ReleaseName> parseRelease(const JsonValue& release);
