@@ -26,6 +26,7 @@ Action addGet(CLI::App& command);
 Action addWatch(CLI::App& command);
 Action addSet(CLI::App& command);
 Action addReset(CLI::App& command);
+Action addImport(CLI::App& command);
 Action addEdit(CLI::App& command);
 Action addUndo(CLI::App& command);
 Action addCheck(CLI::App& command);
