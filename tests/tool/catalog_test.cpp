@@ -25,7 +25,7 @@ protected:
         fs::create_hard_link(VX_TOOL_FILE, folder_ / "bin/vxsettings");
         fs::create_directory_symlink(built / "lib", folder_ / "lib");
     }
-    ~Catalog() override { fs::remove_all(folder_); }
+    void TearDown() override { fs::remove_all(folder_); }
 
     void write(const std::string& name, const std::string& entries) const
     {

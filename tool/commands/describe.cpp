@@ -174,7 +174,7 @@ void addTexts(Catalog& catalog, const Node& node, PropertyTable& table)
 void addPhrases(Catalog& catalog, const Node& node, PropertyTable& table)
 {
     for (const auto& [value, phrase] : catalog.entryOf(node).values) {
-        table.add("allowed", "\"" + value + "\": " + phrase);
+        table.add("allowed", std::string("\"").append(value).append("\": ").append(phrase));
     }
 }
 
