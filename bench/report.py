@@ -54,6 +54,7 @@ def gather(build, previous):
         "memory": json.loads((results / "memory.json").read_text()),
         "firstTree": first_tree(results / "first_tree.txt"),
         "start": json.loads((results / "start.json").read_text()),
+        "change": json.loads((results / "change.json").read_text()),
         "moduleBytes": (results / "module.so").stat().st_size,
         "buildSeconds": int(seconds.read_text()) if seconds.exists() else previous.get("buildSeconds"),
     }
@@ -99,6 +100,9 @@ def table(results):
         mine, theirs = start[f"vxsettings get{name}"], start[f"gsettings get{name}"]
         rows.append(row(f"`vxsettings get`, whole process, {files}", us(mine), f"`gsettings get`, {us(theirs)}",
                         mine / theirs, 1))
+    change = results["change"]
+    rows.append(row("change of a settings file, until its observer is called", us(change["median"]),
+                    f"99th percentile, {us(change['percentile99'])}", change["median"] / 1000, 10, unit=" ms"))
     rows.append(row("module, stripped", f"{results['moduleBytes']} bytes", "", results["moduleBytes"] / 1024, 256,
                     unit=" KiB"))
     if results["buildSeconds"]:

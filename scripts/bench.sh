@@ -37,6 +37,8 @@ for ((round = 0; round < 101; ++round)); do
 done >"$results/first_tree.txt"
 echo "Timing whole processes ..." >&2
 "$folder/bin/vx_bench_start" 200 >"$results/start.json"
+echo "Timing changes of a settings file ..." >&2
+"$folder/bin/vx_bench_change_latency" 1000 >"$results/change.json"
 echo "Timing the tree and other libraries ..." >&2
 "$folder/bin/vx_bench_tree" --benchmark_repetitions=15 --benchmark_min_time=0.1 \
     --benchmark_enable_random_interleaving=true --benchmark_report_aggregates_only=true \

@@ -125,8 +125,9 @@ TEST_F(MemoryOfFiles, StayWholeWhileTheyAreChanged)
     const auto releases = vx::core::loadReleaseChanges(sample);
     vx::core::SettingsEditor changer(tree, releases, file);
     const std::string text = "{\"settings\": {\"verdix.commandwindow.WrapLines\": true}}\n";
-    sweepChange("set a colour", text,
-                [&] { changer.set("colors.KeywordColor", "[1 2 3]", vx::core::Notation::script); });
+    sweepChange("set a colour", text, [&] {
+        changer.apply({{"colors.KeywordColor", vx::core::ValueText{"[1 2 3]"}}});
+    });
     sweepChange("migrate",
                 "{\"release\": \"R2020a\", \"settings\": {\"verdix.commandwindow.EightyColumns\": true, "
                 "\"verdix.findfiles.GoToFileEnabled\": true}}\n",

@@ -20,6 +20,8 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
   "verdix.commandwindow.NumberOfLinesInScrollBuffer": "5000",
   "verdix.commandwindow.WrapLines": 7 } })");
     const std::string listed = folder.with("listed", "verdix.UserPath  default  x\n");
+    const std::string imported = folder.with("imported.json", R"({ "release": "R2025a", "settings": {
+  "verdix.connector.InterfacesBlacklist": ["a"], "verdix.commandwindow.NumericFormat": "hex" } })");
     const std::string baseline = folder / "baseline.json";
     ASSERT_EQ(tests::runOnSample({"export", "--format", "json", "-o", baseline}).exitCode, 0);
     const std::string format = "commandwindow.NumericFormat";
@@ -63,9 +65,15 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
           R"("text": "R2020b, 4 settings, 3 errors; see vxsettings check )"},
          1},
         {{"set", "colors.KeywordColor", "[1 2 3]"},
-         {R"("verdix.colors.KeywordColor")", R"("file": ")" + file}},
+         {R"("before": { "value": { "class": "int32", "dims": [1, 3], "data": [14, 0, 255] }, "origin": "factory", "file": null })",
+          R"("data": [1, 2, 3] }, "origin": "personal", "file": ")" + file, R"("isWritten": true)"}},
+        {{"import", imported, "--dry-run"},
+         {R"("change": "moved", "path": "verdix.connector.InterfacesBlacklist", )", R"("isWritten": false)",
+          R"("changes": [
+    { "path": "verdix.connector.InterfacesBlocklist", "before")",
+          R"("unchanged": 1)"}},
         {{"get", "colors.KeywordColor", format}, {"{ \"path\": \"verdix." + format + "\", " + hex}},
-        {{"reset", "colors"}, {R"("count": 1)", R"("unknownLeft": 0)"}},
+        {{"reset", "colors"}, {R"("count": 1)", R"("unknownLeft": 0)", R"("lockedLeft": 0)"}},
         {{"undo", "--list"},
          {R"({ "number": 2, "time": "2)", R"(Z", "command": "set colors.KeywordColor" })"}},
         {{"undo"},

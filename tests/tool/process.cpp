@@ -1,5 +1,6 @@
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <pty.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
@@ -40,20 +41,52 @@ int exitCode(pid_t child)
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
-}  // namespace
-
-ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment)
+pid_t start(const std::vector<std::string>& arguments, const std::vector<std::string>& environment,
+            int output, int errors)
 {
     static const TestFolder state;
-    const int output = ::memfd_create("output", MFD_CLOEXEC);
-    const int errors = ::memfd_create("errors", MFD_CLOEXEC);
     const pid_t child = ::fork();
     if (child == 0) {
         ::dup2(output, STDOUT_FILENO);
         ::dup2(errors, STDERR_FILENO);
         execTool(arguments, environment, state / "");
     }
-    const int code = exitCode(child);
+    return child;
+}
+
+}  // namespace
+
+RunningTool startTool(const std::vector<std::string>& arguments)
+{
+    int output[2];
+    int errors[2];
+    EXPECT_EQ(::pipe2(output, O_CLOEXEC) + ::pipe2(errors, O_CLOEXEC), 0);
+    const pid_t process = start(arguments, {}, output[1], errors[1]);
+    ::close(output[1]);
+    ::close(errors[1]);
+    return {process, output[0], errors[0]};
+}
+
+std::string readLine(int descriptor)
+{
+    std::string line;
+    for (char next = 0; ::read(descriptor, &next, 1) == 1 && next != '\n';) {
+        line += next;
+    }
+    return line;
+}
+
+int endTool(const RunningTool& tool, int signal)
+{
+    ::kill(tool.process, signal);
+    return exitCode(tool.process);
+}
+
+ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment)
+{
+    const int output = ::memfd_create("output", MFD_CLOEXEC);
+    const int errors = ::memfd_create("errors", MFD_CLOEXEC);
+    const int code = exitCode(start(arguments, environment, output, errors));
     ToolRun run{code, content(output), content(errors)};
     ::close(output);
     ::close(errors);

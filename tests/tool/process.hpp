@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <string>
+#include <sys/types.h>
 #include <vector>
 
 namespace tests {
@@ -22,6 +23,22 @@ ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std
 /// output.
 ToolRun runToolOnTerminal(const std::vector<std::string>& arguments,
                           const std::vector<std::string>& environment, const std::string& typed);
+
+/// vxsettings while it runs, and the pipes into which it writes; a `watch` ends when its reader is gone.
+struct RunningTool
+{
+    pid_t process;
+    int output;
+    int errors;
+};
+
+RunningTool startTool(const std::vector<std::string>& arguments);
+
+/// Waits for the next line of a pipe; empty when there is none.
+std::string readLine(int descriptor);
+
+/// Sends a signal, unless it is 0, waits for the end, and returns the exit code as ToolRun has it.
+int endTool(const RunningTool& tool, int signal);
 
 /// The run ends with this code, writes no output, and one line of errors.
 MATCHER_P2(FailsInOneLine, exitCode, message, "")

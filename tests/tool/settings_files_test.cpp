@@ -121,11 +121,13 @@ TEST_F(SettingsFilesTest, ResetLeavesWhatIsNotOfTheTree)
     writeFile(personal, R"({"settings": {"verdix.colors.CommentColor": [1, 2, 3], "verdix.colors.Own": 1,
 "other.X": 2, "other.X": 3}, "note": 4})");
     const std::pair<std::vector<std::string>, const char*> resets[] = {
-        {{"colors"}, "1 setting reset in PERSONAL; 1 unknown setting left, see vxsettings reset --unknown\n"},
+        {{"colors"},
+         "verdix.colors.CommentColor: [1 2 3] (personal) -> [0 128 19] (factory)\n"
+         "1 setting reset in PERSONAL; 1 unknown setting left, see vxsettings reset --unknown\n"},
         {{"--all"},
          "0 settings reset in PERSONAL; 2 unknown settings left, see vxsettings reset --unknown\n"},
-        {{"--unknown", "colors"}, "1 unknown setting reset in PERSONAL\n"},
-        {{"other.X"}, "1 setting reset in PERSONAL\n"},
+        {{"--unknown", "colors"}, "verdix.colors.Own: removed, in PERSONAL\n"},
+        {{"other.X"}, "other.X: removed, in PERSONAL\n"},
     };
     for (const auto& [arguments, expected] : resets) {
         std::vector<std::string> command{"reset"};
@@ -212,6 +214,9 @@ TEST_F(SettingsFilesTest, SecretsAreOnlyShownByGet)
                                                  {"list", "--modified"},
                                                  {"describe", "web.AccessToken"},
                                                  {"search", "access"},
+                                                 {"import", personal, "--dry-run"},
+                                                 {"reset", "web.AccessToken", "--dry-run"},
+                                                 {"export", "--modified"},
                                                  {"export", "--format", "html"},
                                                  {"summary"}};
     for (const auto& command : commands) {

@@ -1,4 +1,5 @@
 #include <component/environment.hpp>
+#include <settings_core/files/settings_editor.hpp>
 #include <settings_core/tree/suggestions.hpp>
 
 #include <foundation/host.hpp>
@@ -59,8 +60,10 @@ constexpr CommandEntry entries[] = {{"summary", addSummary},
                                     {"search", addSearch},
                                     {"describe", addDescribe},
                                     {"get", addGet},
+                                    {"watch", addWatch},
                                     {"set", addSet},
                                     {"reset", addReset},
+                                    {"import", addImport},
                                     {"edit", addEdit},
                                     {"undo", addUndo},
                                     {"check", addCheck},
@@ -206,6 +209,17 @@ ExitCode report(ExitCode code, const char* message)
     return code;
 }
 
+ExitCode report(const core::InvalidChanges& error)
+{
+    const std::size_t count = error.diagnostics().size();
+    for (const core::Diagnostic& diagnostic : error.diagnostics()) {
+        printMessage(core::formatDiagnostic(diagnostic));
+    }
+    return count == 1 ? ExitCode::failed
+                      : report(ExitCode::failed,
+                               ("nothing is changed: " + std::to_string(count) + " errors").c_str());
+}
+
 /// Opens /dev/null for each standard descriptor that is closed, as a file opened later would take its number
 /// and receive what is written to it. Opened for reading, so that writing fails.
 void occupyStandardDescriptors()
@@ -229,6 +243,8 @@ ExitCode guardedRun(int argc, const char* const* argv)
         return ExitCode::failed;
     } catch (const CommandError& error) {
         return report(error.code(), error.what());
+    } catch (const core::InvalidChanges& error) {
+        return report(error);
     } catch (const std::bad_alloc&) {
         return report(ExitCode::failed, "out of memory: close other programs, or raise the memory limit");
     } catch (const std::exception& error) {

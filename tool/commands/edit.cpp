@@ -1,44 +1,26 @@
-#include <settings_core/files/input_file.hpp>
 #include <settings_core/files/layers.hpp>
 
-#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
 #include "editing/settings_edit.hpp"
 #include "editing/text_editor.hpp"
 #include "render/json_text.hpp"
+#include "settings_changes.hpp"
 
 namespace vx::tool {
 
 namespace {
 
-struct EditOptions
-{
-    std::string scope = "personal";
-};
-
-/// Returns the settings file of a scope: for the installation the first one that exists, or else the first.
-std::filesystem::path fileOfScope(const core::LayerFiles& files, std::string_view scope)
-{
-    if (scope == "personal") {
-        return files.personal;
-    }
-    const auto existing = std::ranges::find_if(
-        files.installation, [](const auto& file) { return !core::fileKind(file).empty(); });
-    return existing == files.installation.end() ? files.installation.front() : *existing;
-}
-
-ExitCode edit(LazySession& lazy, const EditOptions& options, Output& out)
+ExitCode edit(LazySession& lazy, const Scope& scope, Output& out)
 {
     const std::string editor = textEditorCommand();
     const core::LayerFiles files = lazy.layerFiles();
-    const std::filesystem::path file = fileOfScope(files, options.scope);
-    const bool isChanged = editSettingsFile(lazy.get(), files, file, editor);
+    const std::filesystem::path file = scope.fileIn(files);
+    const bool isChanged = editSettingsFile(lazy.get(), files, file, scope.access(), editor);
     if (out.isJson()) {
         writeJson({{"file", file.string()}, {"isChanged", isChanged}}, out);
     } else {
@@ -56,10 +38,9 @@ Action addEdit(CLI::App& command)
             "is checked before it\nreplaces the file. If that fails, the copy is kept in "
             "$XDG_STATE_HOME/verdix/edit (default: ~/.local/state),\nand the next edit continues with it.\n"
             "Examples:\n  vxsettings edit\n  EDITOR='code --wait' vxsettings edit --scope installation");
-    auto options = std::make_shared<EditOptions>();
-    addChoice(command, "--scope", options->scope, {"personal", "installation"},
-              "Which settings file to edit (default: personal)");
-    return [options](LazySession& session, Output& out) { return edit(session, *options, out); };
+    auto scope = std::make_shared<Scope>();
+    scope->addOption(command);
+    return [scope](LazySession& session, Output& out) { return edit(session, *scope, out); };
 }
 
 }  // namespace vx::tool

@@ -11,6 +11,7 @@
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
+#include "export_modified.hpp"
 #include "export_page.hpp"
 #include "export_schema.hpp"
 #include "export_table.hpp"
@@ -27,12 +28,16 @@ struct ExportOptions
     std::string file;
     bool showsFactory = false;
     bool addsEffective = false;
+    bool isModified = false;
+    bool hasSecrets = false;
 };
+
+using Writer = void(const Session& session, core::Layers& layers, Output& out);
 
 struct Format
 {
     const char* name;
-    void (*write)(const Session& session, core::Layers& layers, Output& out);
+    Writer* write;
 };
 
 boost::json::object treeOf(const Session& session)
@@ -95,11 +100,27 @@ void requireOtherFile(const std::string& file, const LazySession& lazy)
     }
 }
 
+/// As writerFor, with --modified.
+Writer* modifiedWriterFor(const ExportOptions& options, const Format& format)
+{
+    if (format.write != exportJson || options.addsEffective || options.showsFactory) {
+        throw CommandError(ExitCode::usage, "--modified writes a settings file, so it excludes --effective, "
+                                            "--factory and every --format but json");
+    }
+    return options.hasSecrets ? exportModifiedWithSecrets : exportModified;
+}
+
 /// Returns the function that writes the tree in the format that the options ask for. Throws CommandError for
 /// options that exclude each other.
-auto writerFor(const std::string& formatName, const ExportOptions& options)
+Writer* writerFor(const std::string& formatName, const ExportOptions& options)
 {
     const Format& format = *std::ranges::find(formats, formatName, &Format::name);
+    if (options.isModified) {
+        return modifiedWriterFor(options, format);
+    }
+    if (options.hasSecrets) {
+        throw CommandError(ExitCode::usage, "--secrets is for --modified: other exports show no secrets");
+    }
     if (!options.addsEffective) {
         return format.write;
     }
@@ -113,11 +134,11 @@ auto writerFor(const std::string& formatName, const ExportOptions& options)
 
 ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& standard)
 {
-    const std::string name = chosenFormat(options.format, standard, "");
+    const std::string name = chosenFormat(options.format, standard, options.isModified ? "json" : "");
     if (name.empty()) {
         throw CommandError(ExitCode::usage, "export needs --format; see vxsettings export --help");
     }
-    const auto write = writerFor(name, options);
+    Writer* const write = writerFor(name, options);
     if (options.file.empty() || options.file == "-") {
         write(lazy.get(), lazy.layers(options.showsFactory), standard);
         return ExitCode::done;
@@ -125,7 +146,8 @@ ExitCode exportTree(LazySession& lazy, const ExportOptions& options, Output& sta
     requireOtherFile(options.file, lazy);
     Output out;
     write(lazy.get(), lazy.layers(options.showsFactory), out);
-    core::writeFile(options.file, out.buffer());
+    core::writeFile(options.file, out.buffer(),
+                    options.hasSecrets ? core::FileAccess::user : core::FileAccess::everyone);
     return ExitCode::done;
 }
 
@@ -137,7 +159,8 @@ Action addExport(CLI::App& command)
             "html, csv and markdown show effective values with their origins; the other formats are of the "
             "factory tree.\n"
             "Examples:\n  vxsettings export --format json -o tree.json\n"
-            "  vxsettings export --format html -o settings.html");
+            "  vxsettings export --format html -o settings.html\n"
+            "  vxsettings export --modified -o settings.json");
     auto options = std::make_shared<ExportOptions>();
     addChoice(command, "--format", options->format, formatNames(),
               "Output format (with --json: json); baseline is a shorter json, to be kept for each release; "
@@ -149,6 +172,10 @@ Action addExport(CLI::App& command)
     addFactoryFlag(command, options->showsFactory);
     addFlag(command, "--effective", options->addsEffective,
             "With --format json, add effective value, origin and file to each setting");
+    addFlag(command, "--modified", options->isModified,
+            "Write a settings file instead, for import: all effective values that differ from the factory "
+            "values, without secrets");
+    addFlag(command, "--secrets", options->hasSecrets, "With --modified, write secrets too");
     return [options](LazySession& session, Output& out) { return exportTree(session, *options, out); };
 }
 

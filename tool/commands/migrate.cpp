@@ -6,23 +6,19 @@
 #include <settings_core/files/input_file.hpp>
 #include <settings_core/files/layers.hpp>
 #include <settings_core/releases/migration.hpp>
-#include <settings_core/tree/secret_settings.hpp>
-
-#include <boost/json/array.hpp>
 
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
 #include "cli/diagnostics.hpp"
+#include "migration_report.hpp"
 #include "render/json_text.hpp"
-#include "render/table.hpp"
 
 namespace vx::tool {
 
@@ -31,7 +27,6 @@ namespace {
 namespace fs = std::filesystem;
 namespace json = boost::json;
 using core::Migration;
-using core::MigrationEvent;
 
 struct MigrateOptions
 {
@@ -49,56 +44,6 @@ std::optional<core::ReleaseName> parseReleaseOption(const char* option, const st
                            std::string(option) + " needs a release such as R2022b, not \"" + value + "\"");
     }
     return release;
-}
-
-Table::Row eventRow(const MigrationEvent& event)
-{
-    using Kind = MigrationEvent::Kind;
-    switch (event.kind) {
-    case Kind::moved:
-        return {event.release, {"moves", Style::good}, event.path, "to " + event.target};
-    case Kind::lockMoved:
-        return {event.release, {"moves lock", Style::good}, event.path, "to " + event.target};
-    case Kind::lockAdded:
-        return {event.release, {"adds lock", Style::good}, event.target, "as " + event.path + " is locked"};
-    case Kind::converted:
-        return {event.release,
-                {"converts", Style::good},
-                event.path,
-                jsonOnOneLine(event.before) + " to " + event.after};
-    case Kind::targetKept:
-        return {event.release, {"dropped", Style::bad}, event.path, event.target + " is set already"};
-    case Kind::removed:
-    case Kind::lockRemoved:
-        break;
-    }
-    return {event.release,
-            {event.kind == Kind::removed ? "dropped" : "drops lock", Style::bad},
-            event.path,
-            "removed in " + event.release};
-}
-
-Migration planMigration(const std::string& text, const fs::path& file, const Session& session,
-                        const core::MigrationRange& range)
-{
-    const core::SettingsFile settings = core::parseSettingsFile(text, file);
-    try {
-        return core::migrateSettings(settings, session.tree(), session.releaseChanges(), range);
-    } catch (const core::ParseError& error) {
-        const core::Position position = core::positionAt(text, error.offset(), file);
-        throw CommandError(ExitCode::failed, core::formatDiagnostic({"", error.what(), position}));
-    } catch (const std::runtime_error& error) {
-        throw CommandError(ExitCode::failed, file.string() + ": " + error.what());
-    }
-}
-
-void maskSecrets(std::vector<MigrationEvent>& events)
-{
-    for (MigrationEvent& event : events) {
-        if (event.kind == MigrationEvent::Kind::converted && core::isSecret(event.path)) {
-            event.before = event.after = core::maskedValue;
-        }
-    }
 }
 
 /// Saves the old content beside the file, under an unused name, which is returned.
@@ -131,11 +76,7 @@ void writeReport(const Outcome& outcome, Output& out)
         << (migration.from ? formatReleaseName(*migration.from) : "before all releases") << " to "
         << formatReleaseName(migration.to) << ", " << migration.untouched
         << (migration.untouched == 1 ? " setting unchanged" : " settings unchanged") << '\n';
-    Table table;
-    for (const MigrationEvent& event : migration.events) {
-        table.add(eventRow(event));
-    }
-    table.write(out, "  ");
+    eventTable(migration.events).write(out, "  ");
 }
 
 void writeText(const Outcome& outcome, Output& out)
@@ -158,31 +99,15 @@ void writeText(const Outcome& outcome, Output& out)
     }
 }
 
-std::string_view eventLabel(MigrationEvent::Kind kind)
-{
-    static constexpr std::string_view labels[] = {"moved",     "targetKept", "removed",    "converted",
-                                                  "lockMoved", "lockAdded",  "lockRemoved"};
-    return labels[static_cast<std::size_t>(kind)];
-}
-
 void writeDocument(const Outcome& outcome, Output& out)
 {
     const Migration& migration = outcome.migration;
-    json::array events;
-    for (const MigrationEvent& event : migration.events) {
-        events.push_back(json::object{{"release", event.release},
-                                      {"change", eventLabel(event.kind)},
-                                      {"path", event.path},
-                                      {"target", review::stringOrNull(event.target)},
-                                      {"before", review::stringOrNull(event.before)},
-                                      {"after", review::stringOrNull(event.after)}});
-    }
     writeJson(
         {{"file", outcome.file.string()},
          {"from", migration.from ? json::value(formatReleaseName(*migration.from)) : json::value(nullptr)},
          {"to", formatReleaseName(migration.to)},
          {"untouched", migration.untouched},
-         {"events", std::move(events)},
+         {"events", eventsJson(migration.events)},
          {"diagnostics", diagnosticsJson(outcome.diagnostics)},
          {"isChange", outcome.isChange},
          {"isWritten", outcome.isWritten},
@@ -205,7 +130,6 @@ Outcome migrateFile(LazySession& lazy, const MigrateOptions& options, const core
     const fs::path file = core::inputName(options.file);
     const Session& session = lazy.get();
     Migration migration = planMigration(content, file, session, range);
-    maskSecrets(migration.events);
     auto diagnostics = core::checkMigratedValues(migration, file, session.tree(), session.releaseChanges());
     const bool isChange = migration.text != content;
     std::string backup;

@@ -19,6 +19,7 @@
 #include "cli/command.hpp"
 #include "render/json_text.hpp"
 #include "render/table.hpp"
+#include "settings_changes.hpp"
 
 namespace vx::tool {
 
@@ -34,6 +35,7 @@ struct UndoOptions
     int number = 1;
     bool isList = false;
     bool isForced = false;
+    Scope scope;
 };
 
 /// A setting, or the member "release", that the undo changes. The values are JSON on one line; empty where
@@ -184,7 +186,7 @@ void requireUnchanged(const std::string& file, const ChangeRecord& last, const C
 
 ExitCode undo(LazySession& lazy, const UndoOptions& options, Output& out)
 {
-    const fs::path path = lazy.layerFiles().personal;
+    const fs::path path = options.scope.fileIn(lazy.layerFiles());
     const std::string file = path.string();
     const fs::path stateFolder = core::defaultStateFolder();
     auto records = core::changeRecords(stateFolder, path, core::readFile(path));
@@ -194,7 +196,7 @@ ExitCode undo(LazySession& lazy, const UndoOptions& options, Output& out)
     if (records.empty()) {  // a lock would create the folder
         throw nothingRecorded(file);
     }
-    core::LockedFile locked(path);
+    core::LockedFile locked(path, core::lockTimeout, options.scope.access());
     const Content present = locked.content();
     records = core::changeRecords(stateFolder, path, present);
     const ChangeRecord undone = requireRecord(file, records, static_cast<std::size_t>(options.number));
@@ -211,7 +213,8 @@ ExitCode undo(LazySession& lazy, const UndoOptions& options, Output& out)
 Action addUndo(CLI::App& command)
 {
     setHelp(command,
-            "Undo the last change of your personal settings file by set, reset, edit, migrate or undo",
+            "Undo the last change of your personal settings file by set, reset, import, edit, "
+            "migrate or undo",
             "The last 20 changes of each settings file are kept in $XDG_STATE_HOME/verdix/undo (default: "
             "~/.local/state).\n"
             "Examples:\n  vxsettings undo\n  vxsettings undo --list\n"
@@ -221,6 +224,7 @@ Action addUndo(CLI::App& command)
               "Undo this change and all after it, counted from the last one as in --list (default: 1)");
     addFlag(command, "--list", options->isList, "List the changes with time and command, the last one first");
     addFlag(command, "--force", options->isForced, "Undo even if something else changed the file since");
+    options->scope.addOption(command);
     return [options](LazySession& session, Output& out) { return undo(session, *options, out); };
 }
 

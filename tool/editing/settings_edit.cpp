@@ -33,9 +33,9 @@ using Content = std::optional<std::string>;
 constexpr std::size_t shownDiagnostics = 20;
 
 /// Returns the content of a settings file. Throws if it could not be replaced after the edit.
-Content readForEditing(const fs::path& file)
+Content readForEditing(const fs::path& file, core::FileAccess access)
 {
-    const core::LockedFile locked(file);
+    const core::LockedFile locked(file, core::lockTimeout, access);
     locked.requireWritable();
     return locked.content();
 }
@@ -83,8 +83,10 @@ class SettingsEdit
 {
 public:
     /// `begun` is the text with which the edit began.
-    SettingsEdit(fs::path file, const EditedCopy& copy, std::string begun, EditCheck check)
+    SettingsEdit(fs::path file, core::FileAccess access, const EditedCopy& copy, std::string begun,
+                 EditCheck check)
         : file_(std::move(file)),
+          access_(access),
           copy_(copy),
           begun_(std::move(begun)),
           before_(copy.before()),
@@ -149,7 +151,7 @@ private:
     /// while the user decides what then.
     bool save(const std::string& text, bool isForced) const
     {
-        core::LockedFile locked(file_);
+        core::LockedFile locked(file_, core::lockTimeout, access_);
         if (!isForced && locked.content() != before_ && locked.content() != text) {
             return false;
         }
@@ -158,6 +160,7 @@ private:
     }
 
     fs::path file_;
+    core::FileAccess access_;
     const EditedCopy& copy_;
     std::string begun_;
     Content before_;
@@ -167,9 +170,9 @@ private:
 }  // namespace
 
 bool editSettingsFile(const Session& session, const core::LayerFiles& files, const fs::path& file,
-                      const std::string& editor)
+                      core::FileAccess access, const std::string& editor)
 {
-    const Content present = readForEditing(file);
+    const Content present = readForEditing(file, access);
     const std::string newText = newFileText(session);
     EditedCopy copy(core::defaultStateFolder(), file);
     if (!continuesEarlierEdit(copy, present, newText)) {
@@ -178,7 +181,8 @@ bool editSettingsFile(const Session& session, const core::LayerFiles& files, con
     const std::string begun = copy.before().value_or(newText);
     bool isChanged = false;
     try {
-        isChanged = SettingsEdit(file, copy, begun, EditCheck(session, files, file, begun)).run(editor);
+        isChanged =
+            SettingsEdit(file, access, copy, begun, EditCheck(session, files, file, begun)).run(editor);
     } catch (const std::runtime_error& error) {
         const Content text = copy.text();
         if (text && text != begun) {

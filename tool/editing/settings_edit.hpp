@@ -1,5 +1,6 @@
 #pragma once
 
+#include <settings_core/files/atomic_file.hpp>
 #include <settings_core/files/layers.hpp>
 
 #include <filesystem>
@@ -13,8 +14,8 @@ namespace vx::tool {
 /// the text is unchanged or discarded. Of new errors, of a change of the file meanwhile and of what an
 /// earlier edit left, the user decides; without a terminal, nothing is changed then. Returns whether the file
 /// was changed. Throws std::runtime_error if it was not and the edited text is kept; the message names the
-/// copy.
+/// copy. If the file is new, `access` says who may read it.
 bool editSettingsFile(const Session& session, const core::LayerFiles& files,
-                      const std::filesystem::path& file, const std::string& editor);
+                      const std::filesystem::path& file, core::FileAccess access, const std::string& editor);
 
 }  // namespace vx::tool

@@ -27,6 +27,7 @@ constexpr const char* cannotWrite = "cannot write";
 constexpr const char* cannotWriteIn = "cannot write in";
 
 constexpr mode_t userOnly = 0600;
+constexpr mode_t readableForAll = 0644;
 constexpr mode_t asUmaskSays = 0666;
 
 /// A file that is deleted on destruction unless it was renamed to its final name.
@@ -174,22 +175,22 @@ void replaceLocked(const fs::path& file, std::string_view content, mode_t mode)
     flushFolderOf(file);
 }
 
-void createFolder(const fs::path& folder)
+void createFolder(const fs::path& folder, FileAccess access)
 {
     if (fileKind(folder) == "folder") {
         return;
     }
-    createFolder(folder.parent_path());
-    if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
+    createFolder(folder.parent_path(), access);
+    if (::mkdir(folder.c_str(), access == FileAccess::user ? 0700 : 0755) != 0 && errno != EEXIST) {
         failOnErrno(cannotWriteIn, folder.parent_path());
     }
 }
 
 /// Creates the folder of the file. Refuses what is no file before anything is created beside it.
-fs::path prepareFolder(fs::path file)
+fs::path prepareFolder(fs::path file, FileAccess access)
 {
     requireRegularFile(file);
-    createFolder(file.parent_path());
+    createFolder(file.parent_path(), access);
     return file;
 }
 
@@ -313,8 +314,11 @@ FileLock::~FileLock()
     ::close(descriptor_);
 }
 
-LockedFile::LockedFile(const fs::path& file, std::chrono::milliseconds timeout)
-    : file_(prepareFolder(resolveForWriting(file))), lock_(file_, timeout), content_(readFile(file_))
+LockedFile::LockedFile(const fs::path& file, std::chrono::milliseconds timeout, FileAccess access)
+    : access_(access),
+      file_(prepareFolder(resolveForWriting(file), access)),
+      lock_(file_, timeout),
+      content_(readFile(file_))
 {}
 
 void LockedFile::requireWritable() const
@@ -327,7 +331,7 @@ void LockedFile::replace(std::string content)
     if (content_ == content) {
         return;
     }
-    replaceLocked(file_, content, userOnly);
+    replaceLocked(file_, content, access_ == FileAccess::user ? userOnly : readableForAll);
     content_ = std::move(content);
 }
 
@@ -356,13 +360,13 @@ bool LockedFile::keepCopy(const std::string& name) const
     return false;
 }
 
-void writeFile(const fs::path& file, std::string_view content)
+void writeFile(const fs::path& file, std::string_view content, FileAccess access)
 {
     const fs::path target = resolveForWriting(file);
     const std::string_view kind = fileKind(target);
     if (kind.empty() || (kind == "regular file" && !isDescriptorLink(target))) {
         const FileLock lock(target, lockTimeout);
-        replaceLocked(target, content, asUmaskSays);
+        replaceLocked(target, content, access == FileAccess::user ? userOnly : asUmaskSays);
         return;
     }
     const Descriptor stream(target, O_WRONLY | O_APPEND);

@@ -14,6 +14,7 @@
 #include <foundation/export.hpp>
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -41,13 +42,21 @@ private:
     int descriptor_ = -1;
 };
 
+/// For whom a new file, and the new folders above it, are.
+enum class FileAccess : std::uint8_t
+{
+    user,     ///< modes 600 and 700
+    everyone  ///< to read: modes 644 and 755, less what the umask takes away
+};
+
 /// A settings file that is locked against other writers while it is read and replaced.
 class VX_API LockedFile
 {
 public:
-    /// Waits for the lock and reads the file. Creates the file's folder, for the user only, if it does not
-    /// exist. Throws what readFile and FileLock throw.
-    explicit LockedFile(const std::filesystem::path& file, std::chrono::milliseconds timeout = lockTimeout);
+    /// Waits for the lock and reads the file. Creates the file's folder if it does not exist. `access` is
+    /// that of what is created. Throws what readFile and FileLock throw.
+    explicit LockedFile(const std::filesystem::path& file, std::chrono::milliseconds timeout = lockTimeout,
+                        FileAccess access = FileAccess::user);
 
     /// Returns the current content, or nothing when the file does not exist yet.
     [[nodiscard]] const std::optional<std::string>& content() const noexcept { return content_; }
@@ -55,9 +64,9 @@ public:
     /// Throws std::system_error that names the file when there is one that the user may not write.
     void requireWritable() const;
 
-    /// Replaces the file's content; does nothing when the content is the same. A new file is for the user
-    /// only. Throws std::system_error that names the file. If the error occurs before the rename, the file is
-    /// unchanged and no temporary file remains.
+    /// Replaces the file's content; does nothing when the content is the same. Throws std::system_error that
+    /// names the file. If the error occurs before the rename, the file is unchanged and no temporary file
+    /// remains.
     void replace(std::string content);
 
     /// Removes the file, if it exists. Throws std::system_error that names the file.
@@ -71,15 +80,17 @@ public:
     [[nodiscard]] const std::filesystem::path& path() const noexcept { return file_; }
 
 private:
+    FileAccess access_;
     std::filesystem::path file_;
     FileLock lock_;
     std::optional<std::string> content_;
 };
 
-/// Replaces a file that a user named, or creates it with the mode that the process gives new files. What is
-/// not a regular file (a device, a FIFO), and a descriptor such as /dev/stdout, is written directly. Throws
-/// like LockedFile.
-VX_API void writeFile(const std::filesystem::path& file, std::string_view content);
+/// Replaces a file that a user named, or creates it: for everyone with the mode that the process gives new
+/// files. What is not a regular file (a device, a FIFO), and a descriptor such as /dev/stdout, is written
+/// directly. Throws like LockedFile.
+VX_API void writeFile(const std::filesystem::path& file, std::string_view content,
+                      FileAccess access = FileAccess::everyone);
 
 /// Returns the one path of the file that would be replaced by writing: absolute, with symbolic links
 /// followed. Empty when the system does not tell.

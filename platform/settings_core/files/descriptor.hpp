@@ -39,6 +39,8 @@ public:
         : descriptor_(
               retryOnInterrupt([&] { return ::open(file.c_str(), flags | O_CLOEXEC | O_NOCTTY, mode); }))
     {}
+    /// Takes over a descriptor, or -1.
+    explicit Descriptor(int descriptor) noexcept : descriptor_(descriptor) {}
     /// Takes over the descriptor; `other` no longer has one.
     Descriptor(Descriptor&& other) noexcept : descriptor_(other.release()) {}
     Descriptor& operator=(Descriptor&&) = delete;

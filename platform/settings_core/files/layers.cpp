@@ -34,6 +34,35 @@ LayerValue factoryValueOf(const Node& setting)
     return factory;
 }
 
+using Paths = std::set<std::string, std::less<>>;
+
+Paths lockedPaths(const std::optional<SettingsFile>& file)
+{
+    Paths paths;
+    if (file) {
+        for (const JsonValue& path : file->locked()) {
+            paths.insert(foundation::verdixdata::toUtf8(decodedString(path)));
+        }
+    }
+    return paths;
+}
+
+/// Calls `visit` with the path of each setting that `file` sets, and `other` does not set in the same words.
+template <class Visit>
+void forEachDifference(const std::optional<SettingsFile>& file, const std::optional<SettingsFile>& other,
+                       const Visit& visit)
+{
+    if (!file) {
+        return;
+    }
+    for (const JsonMember& listed : file->settings()) {
+        const JsonMember* theirs = other ? other->find(listed.name) : nullptr;
+        if (theirs == nullptr || theirs->value.text != file->find(listed.name)->value.text) {
+            visit(listed.name);
+        }
+    }
+}
+
 }  // namespace
 
 std::string_view originName(Origin origin) noexcept
@@ -82,11 +111,11 @@ const Layers::Locks& Layers::locks()
         Locks locks;
         for (std::size_t index = 0; index < files().size(); ++index) {
             const auto& [origin, path, isRead, content] = layers_[index];
-            if (!content || origin != Origin::installation) {
+            if (origin != Origin::installation) {
                 continue;
             }
-            for (const JsonValue& locked : content->locked()) {
-                locks.try_emplace(foundation::verdixdata::toUtf8(decodedString(locked)), index);
+            for (const std::string& locked : lockedPaths(content)) {
+                locks.try_emplace(locked, index);
             }
         }
         locks_ = std::move(locks);
@@ -196,6 +225,83 @@ bool Layers::hasOverride(const Node& setting)
     return std::ranges::any_of(files(), [&](const FileLayer& layer) {
         return layer.content && layer.content->find(setting.fullName()) != nullptr;
     });
+}
+
+std::vector<fs::path> Layers::paths() const
+{
+    std::vector<fs::path> paths;
+    std::ranges::transform(layers_, std::back_inserter(paths), &FileLayer::path);
+    return paths;
+}
+
+void Layers::setContent(std::size_t file, std::optional<SettingsFile> content)
+{
+    layers_[file].content = std::move(content);
+    layers_[file].isRead = true;
+    locks_.reset();
+}
+
+void Layers::addSettingsUnder(const Paths& paths, NodesByPath& settings)
+{
+    const auto isUnder = [&paths](const Node* node) {
+        while (node != nullptr && !paths.contains(node->fullName())) {
+            node = node->parent();
+        }
+        return node != nullptr;
+    };
+    for (const FileLayer& layer : files()) {
+        forEachDifference(layer.content, std::nullopt, [&](std::string_view path) {
+            if (const Node* node = tree_.find(path); isUnder(node)) {
+                settings.emplace(node->fullName(), node);
+            }
+        });
+    }
+}
+
+void Layers::addAffected(const FileContent& replacement, NodesByPath& affected)
+{
+    const FileLayer& layer = files()[replacement.file];
+    const auto& before = layer.content;
+    const auto& after = replacement.content;
+    const auto add = [&](std::string_view path) {
+        if (const Node* node = tree_.find(path)) {
+            affected.emplace(node->fullName(), node);
+        }
+    };
+    forEachDifference(before, after, add);
+    forEachDifference(after, before, add);
+    if (layer.origin == Origin::installation) {
+        Paths changed;
+        std::ranges::set_symmetric_difference(lockedPaths(before), lockedPaths(after),
+                                              std::inserter(changed, changed.end()));
+        if (!changed.empty()) {
+            addSettingsUnder(changed, affected);
+        }
+    }
+}
+
+std::vector<EffectiveChange> Layers::replaceContents(std::vector<FileContent> contents,
+                                                     const std::function<bool(const Node&)>& isWanted)
+{
+    NodesByPath affected;
+    for (const FileContent& replacement : contents) {
+        addAffected(replacement, affected);
+    }
+    std::vector<EffectiveChange> changes;
+    for (const auto& [path, node] : affected) {
+        if (node->kind() == NodeKind::setting && isWanted(*node)) {
+            changes.push_back({node, effective(*node)});
+        }
+    }
+    for (FileContent& replacement : contents) {
+        setContent(replacement.file, std::move(replacement.content));
+    }
+    for (EffectiveChange& change : changes) {
+        change.after = effective(*change.setting);
+    }
+    std::erase_if(changes,
+                  [](const EffectiveChange& change) { return change.before.value == change.after.value; });
+    return changes;
 }
 
 }  // namespace vx::core

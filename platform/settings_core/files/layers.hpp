@@ -15,6 +15,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -72,6 +73,21 @@ struct SettingLock
     std::string path;            ///< full path in that file
 };
 
+/// A change of a setting's effective value.
+struct EffectiveChange
+{
+    const Node* setting = nullptr;  ///< never an alias
+    LayerValue before = {};         ///< as `effective` returned it
+    LayerValue after = {};          ///< as `effective` returns it now
+};
+
+/// New content of a settings file.
+struct FileContent
+{
+    std::size_t file = 0;                                ///< index in Layers::files()
+    std::optional<SettingsFile> content = std::nullopt;  ///< nothing if the file does not exist
+};
+
 /// The layers over a tree, which must outlive them. Each file is read once, by the first operation that needs
 /// it; every operation throws what loadSettingsFile throws.
 class VX_API Layers
@@ -115,12 +131,27 @@ public:
     /// Returns the value of a setting in one of these layers, if it has one.
     [[nodiscard]] std::optional<LayerValue> valueIn(const FileLayer& layer, const Node& setting);
 
+    /// Returns the paths of the files, lowest layer first, and reads none.
+    [[nodiscard]] std::vector<std::filesystem::path> paths() const;
+
+    /// Replaces the content of the file with this index, which is then not read.
+    void setContent(std::size_t file, std::optional<SettingsFile> content);
+
+    /// Replaces the contents of files, and returns the settings for which `isWanted` holds and whose
+    /// effective value is now another, by path. Only evaluates settings that old and new content set
+    /// differently, and those that a file sets under a path of which the lock has changed.
+    std::vector<EffectiveChange> replaceContents(std::vector<FileContent> contents,
+                                                 const std::function<bool(const Node&)>& isWanted);
+
 private:
     /// Indexes in layers_ of the lowest layer that locks a path.
     using Locks = std::map<std::string, std::size_t, std::less<>>;
+    using NodesByPath = std::map<std::string_view, const Node*>;
 
     [[nodiscard]] const Locks& locks();
     [[nodiscard]] const Locks::value_type* lowestLock(const Node& node);
+    void addAffected(const FileContent& replacement, NodesByPath& affected);
+    void addSettingsUnder(const std::set<std::string, std::less<>>& paths, NodesByPath& settings);
 
     const SettingsTree& tree_;
     std::vector<FileLayer> layers_;  ///< of files, lowest first

@@ -17,15 +17,19 @@ class SettingsFile;
 class LockedPaths
 {
 public:
+    /// Copies the paths of a file.
     explicit LockedPaths(const SettingsFile& file);
 
-    /// Whether the file locks the path itself, or a group above it.
+    /// Whether the list has the path itself.
     [[nodiscard]] bool has(std::string_view path) const { return byPath_.contains(path); }
+    /// Whether the list has the path, or that of a group above it.
     [[nodiscard]] bool covers(std::string_view path) const;
 
     /// Replaces a path that the list has by one that it does not have.
     void rename(std::string_view path, const std::string& target);
+    /// Appends a path, unless the list has it.
     void add(const std::string& path);
+    /// Removes a path that the list has.
     void remove(std::string_view path);
 
     /// Returns the locked paths at or under this one.

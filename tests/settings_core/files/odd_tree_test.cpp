@@ -38,24 +38,30 @@ struct OddTreeTest : testing::Test
 
 TEST_F(OddTreeTest, ChangesWhatCanBeChanged)
 {
-    EXPECT_EQ(changer.reset("rule.words").removed, 0U) << "there is no file";
+    EXPECT_TRUE(changer.reset("rule.words").settings.empty()) << "there is no file";
     const auto expectRefusal = [&](const char* path, const char* value, const char* words) {
-        EXPECT_THAT([&] { changer.set(path, value, Notation::script); },
-                    ThrowsMessage<std::runtime_error>(HasSubstr(words)));
+        EXPECT_THAT(
+            [&] {
+                changer.apply({{path, ValueText{value}}});
+            },
+            ThrowsMessage<InvalidChanges>(HasSubstr(words)));
     };
     expectRefusal("commandwindow.fixed", "2", "read-only");
     expectRefusal("alias.Round", "a", "leads back");
     expectRefusal("rule.words", "c", "short, long");
+    EXPECT_TRUE(changer.apply({{"rule.words", {}}}).settings.empty()) << "nothing to remove";
+    EXPECT_FALSE(std::filesystem::exists(file));
 
-    EXPECT_EQ(changer.set("alias.First", "long", Notation::script).fullName(), "verdix.rule.words");
-    changer.set("rule.size", "[1 2; 3 4]", Notation::script);
+    changer.apply({{"alias.First", text("long")}, {"rule.size", ValueText{"[1 2; 3 4]"}}});
     EXPECT_EQ(tests::readFile(file), "{\n  \"settings\": {\n    \"verdix.rule.words\": \"long\",\n"
                                      "    \"verdix.rule.size\": [[1, 2], [3, 4]]\n  }\n}\n");
     Layers layers(tree, {{folder / "none"}, file});
     EXPECT_EQ(formatValue(layers.effective(nodeAt(tree, releases, "alias.Second")).value), "long");
-    EXPECT_EQ(changer.reset("colors").removed, 0U);
-    EXPECT_EQ(changer.reset("alias.Second").removed, 1U) << "what it stands for";
-    EXPECT_EQ(changer.resetAll().removed, 1U);
+    EXPECT_TRUE(changer.reset("colors").settings.empty());
+    const auto reset = changer.reset("alias.Second").settings;
+    ASSERT_EQ(reset.size(), 1U) << "what it stands for";
+    EXPECT_EQ(formatValue(reset.front().after.value), "short");
+    EXPECT_FALSE(changer.apply({{"rule.size", {}}}).settings.front().after.value.isAssigned());
 }
 
 TEST_F(OddTreeTest, RefusesWhatNoReleaseOrSettingCanTell)

@@ -23,8 +23,8 @@ SHELLS = {
 CASES = [
     ("vxsettings ge\tcommandw\tNumericF\t", "short"),
     ("vxsettings get verdix.commandw\tNumericF\tcommandwindow.WindowSi\t", "[180 45]"),
-    ("vxsettings set commandw\tNumericF\tban\t", "verdix.commandwindow.NumericFormat is set in"),
-    ("vxsettings set commandw\tWrapL\tf\t", "verdix.commandwindow.WrapLines is set in"),
+    ("vxsettings set commandw\tNumericF\tban\t", "(personal), in"),
+    ("vxsettings set commandw\tWrapL\tf\t", "(personal), in"),
     ("vxsettings list --kind al\t", "verdix.commandwindow.alias"),
     ("vxsettings --js\tget commandwindow.NumericF\t", '"origin": "personal"'),
     ("vxsettings --color=ne\tmigrate --to R2020\told_s\t", "from before all releases to R2020b"),

@@ -1,0 +1,139 @@
+#include "change_validation.hpp"
+
+#include <settings_core/constraints/constraints.hpp>
+#include <settings_core/constraints/validation.hpp>
+#include <settings_core/files/text_position.hpp>
+#include <settings_core/tree/secret_settings.hpp>
+#include <settings_core/values/value_format.hpp>
+#include <settings_core/values/value_parsing.hpp>
+
+#include <utility>
+#include <variant>
+
+namespace vx::core {
+
+namespace {
+
+using foundation::verdixdata::Array;
+
+constexpr std::size_t valueWidth = 80;  // characters of a rejected value in a message
+
+std::string rejection(const Node& setting, const std::string& reason)
+{
+    return (isSecret(setting.fullName()) ? "cannot be " + std::string(maskedValue) : reason) +
+           "; allowed: " + describeConstraint(setting.properties());
+}
+
+/// Returns the position of a part of a text that begins at `start`, which may be unknown.
+Position positionWithin(const Position& start, const Position& part)
+{
+    if (start.line == 0) {
+        return start;
+    }
+    return {start.file, start.line + part.line - 1,
+            part.line == 1 ? start.column + part.column - 1 : part.column};
+}
+
+}  // namespace
+
+Diagnostic lockDiagnostic(const Node& node, const SettingLock& lock, const Position& position)
+{
+    const bool isGroupLocked = lock.path != node.fullName();
+    return {node.getFullName(),
+            "cannot be changed: " + (isGroupLocked ? lock.path + " is" : std::string("it is")) +
+                " locked by " + lock.file.string() + "; ask the administrator of that file",
+            position};
+}
+
+void ChangeValidation::report(const std::string& path, std::string message, const Position& position)
+{
+    diagnostics_.push_back({path, std::move(message), position});
+}
+
+void ChangeValidation::add(const SettingChange& change)
+{
+    const Node* setting = settingOf(change);
+    if (setting == nullptr || !isChangeable(*setting, change)) {
+        return;
+    }
+    const bool isRemoval = std::holds_alternative<std::monostate>(change.value);
+    std::optional<Array> value = isRemoval ? std::nullopt : valueOf(*setting, change);
+    if (isRemoval || value) {
+        changes_.push_back({setting->getFullName(), setting, std::move(value)});
+    }
+}
+
+/// Returns the setting to change; null if there is none, which is reported.
+const Node* ChangeValidation::settingOf(const SettingChange& change)
+try {
+    return &resolveSetting(tree_, nodeAt(tree_, unknownPaths_, change.path));
+} catch (const std::runtime_error& error) {
+    report("", error.what(), change.position);
+    return nullptr;
+}
+
+bool ChangeValidation::isChangeable(const Node& setting, const SettingChange& change)
+{
+    const std::string path = setting.getFullName();
+    if (const auto [seen, isNew] = seen_.try_emplace(&setting, &change); !isNew) {
+        const SettingChange& first = *seen->second;
+        const std::size_t line = first.position.line;
+        report(path,
+               "is changed twice, first as " + first.path +
+                   (line == 0 ? "" : " in line " + std::to_string(line)) + ": leave out one of them",
+               change.position);
+        return false;
+    }
+    if (setting.properties().readOnly.value() && !std::holds_alternative<std::monostate>(change.value)) {
+        report(path, "is read-only: its value cannot be changed", change.position);
+        return false;
+    }
+    if (const auto lock = layers_.lockAgainst(file_, setting)) {
+        diagnostics_.push_back(lockDiagnostic(setting, *lock, change.position));
+        return false;
+    }
+    return true;
+}
+
+/// Returns the new value; nothing if it is invalid, which is reported.
+std::optional<Array> ChangeValidation::valueOf(const Node& setting, const SettingChange& change)
+{
+    const auto* text = std::get_if<ValueText>(&change.value);
+    std::optional<Array> value =
+        text == nullptr ? adaptValue(setting, std::get<Array>(change.value)) : parse(setting, *text);
+    const bool isAccepted =
+        value && isValid(setting, *value, text == nullptr ? change.position : text->position);
+    return isAccepted ? std::move(value) : std::nullopt;
+}
+
+std::optional<Array> ChangeValidation::parse(const Node& setting, const ValueText& value)
+try {
+    const Constraint target = constraintOf(setting.properties());
+    return value.notation == Notation::json ? parseJsonValue(value.text, target)
+                                            : parseValue(value.text, target);
+} catch (const ParseError& error) {
+    const Position position = positionAt(value.text, error.offset());
+    const bool isPositioned = value.position.line != 0;
+    report(setting.getFullName(),
+           rejection(setting, isPositioned ? error.what()
+                                           : "cannot be " + value.text + ": column " +
+                                                 std::to_string(position.column) + ": " + error.what()),
+           isSecret(setting.fullName()) ? value.position : positionWithin(value.position, position));
+    return std::nullopt;
+}
+
+bool ChangeValidation::isValid(const Node& setting, const Array& value, const Position& position)
+{
+    std::string messages;
+    for (const Diagnostic& diagnostic : checkValue(setting, value)) {
+        messages += (messages.empty() ? "" : "; ") + diagnostic.message;
+    }
+    if (!messages.empty()) {
+        report(setting.getFullName(),
+               rejection(setting, "cannot be " + formatValueOnOneLine(value, valueWidth) + ": " + messages),
+               position);
+    }
+    return messages.empty();
+}
+
+}  // namespace vx::core
