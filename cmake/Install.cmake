@@ -2,10 +2,10 @@
 #
 # Components  Module       the bundle
 #             Platform     the libraries of the embedded platform
-#             Tool         vxsettings, with completions, manual page and JSON Schema
+#             Tool         vxsettings, with completions, manual page, JSON Schema and catalog
 #             Development  headers, the CMake package VerdixFactorySettings, the pkg-config file
 #
-# Files that the build writes to the data folder in the build folder, such as the manual page and the JSON Schema, are
+# Files that the build writes to the data folder in the build folder, such as the manual page and the catalog, are
 # installed in the same place of the installation.
 
 include(CMakePackageConfigHelpers)

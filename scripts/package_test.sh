@@ -46,6 +46,7 @@ use_by_pkg_config() {
 # use_command PREFIX
 use_command() {
     expect "$1/bin/vxsettings" short "$("$1/bin/vxsettings" get $setting)"
+    [[ $("$1/bin/vxsettings" describe $setting) == *"  meaning  "* ]] || fail "$1/bin/vxsettings has no catalog"
     "$1/bin/vxsettings" doctor >"$work/doctor" || fail "$1/bin/vxsettings reports a problem: $(<"$work/doctor")"
     ! grep -F -e "$folder/bin" -e "$folder/lib" "$work/doctor" || fail "$1/bin/vxsettings uses files of the build folder"
 }
@@ -54,7 +55,7 @@ use_command() {
 check_data_files() {
     local data=$1/share shell file
     [[ -s $data/man/man1/vxsettings.1 ]] || fail "$1 has no manual page"
-    "$1/bin/vxsettings" export --format json-schema --factory | cmp - "$data/verdix/settings.schema.json"
+    LC_ALL=C "$1/bin/vxsettings" export --format json-schema --factory | cmp - "$data/verdix/settings.schema.json"
     python3 -m json.tool "$data/verdix/settings.schema.json" >/dev/null
     for shell in bash:bash-completion/completions/vxsettings fish:fish/vendor_completions.d/vxsettings.fish \
         "zsh:zsh/$2/_vxsettings"; do

@@ -36,7 +36,8 @@ TEST(Export, WritesTables)
     EXPECT_THAT(csv, testing::HasSubstr("commandwindow.SuppressCellBraces,logical,1-by-1,false,"
                                         "verdix.settings.mustBeLogicalScalar,,hidden,factory\r\n"));
     const std::string markdown = tests::runOnSample({"export", "--format", "markdown"}).output;
-    EXPECT_THAT(markdown, testing::HasSubstr(" |\n| --- | --- | --- | --- | --- | --- | --- | --- |\n| "));
+    EXPECT_THAT(markdown,
+                testing::HasSubstr(" |\n| --- | --- | --- | --- | --- | --- | --- | --- | --- |\n| "));
     EXPECT_THAT(markdown,
                 testing::HasSubstr("\n| verdix.UserPath | char | 1-by-17 | \"$documents\\\\VERDIX\" | "));
 }

@@ -18,10 +18,11 @@ std::string content(int descriptor)
 }
 
 [[noreturn]] void execTool(const std::vector<std::string>& arguments,
-                           const std::vector<std::string>& environment, const std::filesystem::path& state)
+                           const std::vector<std::string>& environment, const std::filesystem::path& state,
+                           const char* tool = VX_TOOL_FILE)
 {
     std::signal(SIGPIPE, SIG_DFL);
-    std::vector<char*> argv{const_cast<char*>(VX_TOOL_FILE)};
+    std::vector<char*> argv{const_cast<char*>(tool)};
     for (const std::string& argument : arguments) {
         argv.push_back(const_cast<char*>(argument.c_str()));
     }
@@ -30,7 +31,7 @@ std::string content(int descriptor)
     for (const std::string& entry : environment) {
         ::putenv(const_cast<char*>(entry.c_str()));
     }
-    ::execv(VX_TOOL_FILE, argv.data());
+    ::execv(tool, argv.data());
     std::_Exit(127);
 }
 
@@ -42,14 +43,14 @@ int exitCode(pid_t child)
 }
 
 pid_t start(const std::vector<std::string>& arguments, const std::vector<std::string>& environment,
-            int output, int errors)
+            int output, int errors, const std::string& tool = VX_TOOL_FILE)
 {
     static const TestFolder state;
     const pid_t child = ::fork();
     if (child == 0) {
         ::dup2(output, STDOUT_FILENO);
         ::dup2(errors, STDERR_FILENO);
-        execTool(arguments, environment, state / "");
+        execTool(arguments, environment, state / "", tool.c_str());
     }
     return child;
 }
@@ -82,11 +83,12 @@ int endTool(const RunningTool& tool, int signal)
     return exitCode(tool.process);
 }
 
-ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment)
+ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment,
+                const std::string& tool)
 {
     const int output = ::memfd_create("output", MFD_CLOEXEC);
     const int errors = ::memfd_create("errors", MFD_CLOEXEC);
-    const int code = exitCode(start(arguments, environment, output, errors));
+    const int code = exitCode(start(arguments, environment, output, errors, tool));
     ToolRun run{code, content(output), content(errors)};
     ::close(output);
     ::close(errors);

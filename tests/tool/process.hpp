@@ -16,8 +16,9 @@ struct ToolRun
 };
 
 /// Runs vxsettings with these arguments. `environment` holds NAME=VALUE entries that are added to the test's
-/// own.
-ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {});
+/// own; `tool` is another file to run.
+ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {},
+                const std::string& tool = VX_TOOL_FILE);
 
 /// Runs vxsettings on a terminal on which `typed` is typed, and returns all that the terminal shows as
 /// output.

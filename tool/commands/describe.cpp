@@ -12,6 +12,7 @@
 #include <string_view>
 #include <utility>
 
+#include "catalog/catalog.hpp"
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
 #include "cli/diagnostics.hpp"
@@ -162,6 +163,21 @@ void addAliasProperties(const Session& session, const Node& node, PropertyTable&
     table.add("alias of", target + (found == nullptr ? ", which is not in this tree: unresolved" : ""));
 }
 
+void addTexts(Catalog& catalog, const Node& node, PropertyTable& table)
+{
+    table.add("title", catalog.titleOf(node));
+    if (const std::string& sentence = catalog.entryOf(node).sentence; !sentence.empty()) {
+        table.add("meaning", sentence);
+    }
+}
+
+void addPhrases(Catalog& catalog, const Node& node, PropertyTable& table)
+{
+    for (const auto& [value, phrase] : catalog.entryOf(node).values) {
+        table.add("allowed", "\"" + value + "\": " + phrase);
+    }
+}
+
 void addHistory(const Session& session, const Node& node, PropertyTable& table)
 {
     const auto& releases = session.releaseChanges();
@@ -172,7 +188,9 @@ void addHistory(const Session& session, const Node& node, PropertyTable& table)
 
 void writeText(const Session& session, core::Layers& layers, const Node& node, Output& out)
 {
+    Catalog catalog(session.tree());
     PropertyTable table;
+    addTexts(catalog, node, table);
     table.add("kind", std::string(kindLabel(node.kind())));
     table.add("visibility", visibility(node));
     switch (node.kind()) {
@@ -184,6 +202,7 @@ void writeText(const Session& session, core::Layers& layers, const Node& node, O
         break;
     case NodeKind::setting:
         addSettingProperties(layers, node, table);
+        addPhrases(catalog, node, table);
         break;
     }
     addHistory(session, node, table);
@@ -218,10 +237,25 @@ json::array historyJson(const Session& session, const Node& node)
     return history;
 }
 
+void addTexts(Catalog& catalog, const Node& node, json::object& document)
+{
+    const review::CatalogEntry& entry = catalog.entryOf(node);
+    document.emplace("title", catalog.titleOf(node));
+    document.emplace("sentence", entry.sentence.empty() ? json::value() : json::value(entry.sentence));
+    document.emplace("keywords", json::value_from(entry.keywords));
+    json::object values;
+    for (const auto& [value, phrase] : entry.values) {
+        values.emplace(value, phrase);
+    }
+    document.emplace("values", std::move(values));
+}
+
 /// Writes the node as in an exported tree, and the members that the export lacks.
 void writeDocument(const Session& session, core::Layers& layers, const Node& node, Output& out)
 {
     json::object document = review::nodeJson(node);
+    Catalog catalog(session.tree());
+    addTexts(catalog, node, document);
     document.emplace("isHidden", node.isHidden());
     if (node.kind() == NodeKind::setting) {
         document.emplace("accepts", core::describeConstraint(node.properties()));

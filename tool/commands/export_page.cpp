@@ -14,6 +14,7 @@
 #include <string_view>
 #include <variant>
 
+#include "catalog/catalog.hpp"
 #include "page/page_files.hpp"
 #include "render/css_preview.hpp"
 #include "render/escaping.hpp"
@@ -37,6 +38,7 @@ struct Source
     const core::ReleaseHistory history;
     const std::optional<core::ReleaseName> release;
     core::Layers& layers;
+    Catalog& catalog;
 };
 
 std::string badge(std::string_view kind, std::string_view text)
@@ -150,15 +152,30 @@ Row settingRow(const Source& source, const Node& node, const std::string& font)
     return row;
 }
 
+/// Returns the attributes with the words by which people find a setting.
+std::string textAttributes(const Source& source, const Node& node)
+{
+    const std::string keywords = boost::algorithm::join(source.catalog.entryOf(node).keywords, " ");
+    return " title=\"" + escapeHtml(source.catalog.titleOf(node)) + '"' +
+           (keywords.empty() ? "" : " data-keywords=\"" + escapeHtml(keywords) + '"');
+}
+
+std::string sentenceHtml(const Source& source, const Node& node)
+{
+    const std::string& sentence = source.catalog.entryOf(node).sentence;
+    return sentence.empty() ? "" : "<div class=\"sentence\">" + escapeHtml(sentence) + "</div>";
+}
+
 void writeRow(const Source& source, const Node& node, const std::string& font, Output& out)
 {
     const std::string path = escapeHtml(node.fullName());
     const bool isHidden = node.isHidden();
     Row row = node.kind() == NodeKind::alias ? aliasRow(source, node) : settingRow(source, node, font);
     out << "<tr id=\"" << path << "\" data-visibility=\"" << (isHidden ? "hidden" : "visible") << '"'
-        << row.attributes << "><th scope=\"row\"><a href=\"#" << path << "\">" << escapeHtml(node.name())
-        << "</a>" << (isHidden ? badge("visibility", "hidden") : "") << row.badges << "</th><td>" << row.value
-        << "</td><td>" << row.constraints << historyHtml(source, node) << "</td></tr>\n";
+        << row.attributes << textAttributes(source, node) << "><th scope=\"row\"><a href=\"#" << path << "\">"
+        << escapeHtml(node.name()) << "</a>" << (isHidden ? badge("visibility", "hidden") : "") << row.badges
+        << sentenceHtml(source, node) << "</th><td>" << row.value << "</td><td>" << row.constraints
+        << historyHtml(source, node) << "</td></tr>\n";
 }
 
 /// Writes the settings in a group, then its groups.
@@ -217,8 +234,9 @@ void fill(std::string_view document, const std::map<std::string_view, std::funct
 
 void exportPage(const Session& session, core::Layers& layers, Output& out)
 {
+    Catalog catalog(session.tree());
     const Source source{session.tree(), core::ReleaseHistory(session.releaseChanges()),
-                        session.publishedRelease(), layers};
+                        session.publishedRelease(), layers, catalog};
     const Node& root = *source.tree.root();
     fill(page::document,
          {{"root", [&] { out << escapeHtml(root.fullName()); }},

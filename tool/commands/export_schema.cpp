@@ -12,6 +12,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "catalog/catalog.hpp"
+#include "render/escaping.hpp"
 #include "render/json_text.hpp"
 #include "render/value_schema.hpp"
 
@@ -21,10 +23,11 @@ namespace {
 
 namespace json = boost::json;
 using core::Node;
+using review::CatalogEntry;
 using settings::core::ReleaseChangeTable;
 
 /// Returns what the author of a settings file should know about a setting, in sentences.
-std::string description(const Node& setting, const core::ReleaseHistory& history)
+std::string describeFacts(const Node& setting, const core::ReleaseHistory& history)
 {
     const Node::Properties& properties = setting.properties();
     std::string text = core::describeConstraint(properties);
@@ -60,10 +63,50 @@ void addDefault(json::object& schema, const Node& setting)
     }
 }
 
-json::object settingSchema(const Node& setting, const core::ReleaseHistory& history, core::Layers& layers)
+/// Returns the description as Markdown, with a list of the allowed strings whose meaning is known.
+std::string markdownDescription(const CatalogEntry& entry, std::string_view facts)
 {
-    json::object schema{
-        {"description", description(setting, history) + describeLock(layers.lockOf(setting))}};
+    std::string text = markdownText(entry.sentence) + "\n\n" + markdownText(facts);
+    for (std::string_view separator = "\n\n"; const auto& [value, phrase] : entry.values) {
+        text.append(separator).append("- ").append(markdownCode(value)).append(": ");
+        text.append(markdownText(phrase));
+        separator = "\n";
+    }
+    return text;
+}
+
+/// Adds title and descriptions, which begin with what the catalog says.
+void addTexts(json::object& schema, const std::string& title, const CatalogEntry& entry,
+              const std::string& facts)
+{
+    schema.emplace("title", title);
+    schema.emplace("description", entry.sentence.empty() ? facts : entry.sentence + " " + facts);
+    if (!entry.sentence.empty()) {
+        schema.emplace("markdownDescription", markdownDescription(entry, facts));
+    }
+}
+
+/// Adds the phrases for the strings of an enumeration, in its order.
+void addEnumDescriptions(json::object& schema, const CatalogEntry& entry)
+{
+    const json::value* strings = schema.if_contains("enum");
+    if (strings == nullptr || entry.values.empty()) {
+        return;
+    }
+    json::array phrases;
+    for (const json::value& string : strings->get_array()) {
+        phrases.emplace_back(entry.phraseOf(string.get_string()));
+    }
+    schema.emplace("enumDescriptions", std::move(phrases));
+}
+
+json::object settingSchema(const Node& setting, const core::ReleaseHistory& history, core::Layers& layers,
+                           Catalog& catalog)
+{
+    json::object schema;
+    const CatalogEntry& entry = catalog.entryOf(setting);
+    addTexts(schema, catalog.titleOf(setting), entry,
+             describeFacts(setting, history) + describeLock(layers.lockOf(setting)));
     addDefault(schema, setting);
     if (setting.properties().readOnly.value()) {
         schema.emplace("readOnly", true);
@@ -73,6 +116,7 @@ json::object settingSchema(const Node& setting, const core::ReleaseHistory& hist
     for (auto& [keyword, value] : valueSchema(constraint)) {
         schema.emplace(keyword, std::move(value));
     }
+    addEnumDescriptions(schema, entry);
     return schema;
 }
 
@@ -135,10 +179,12 @@ json::object lockedSchema()
 void writeSettings(const Session& session, core::Layers& layers, Output& out)
 {
     const core::ReleaseHistory history(session.releaseChanges());
+    Catalog catalog(session.tree());
     std::string_view separator = "\n        ";
     for (const Node* node : session.tree().nodes()) {
         if (node->kind() == core::NodeKind::setting) {
-            out << Exact{separator} << Exact{member(node->fullName(), settingSchema(*node, history, layers))};
+            out << Exact{separator}
+                << Exact{member(node->fullName(), settingSchema(*node, history, layers, catalog))};
             separator = ",\n        ";
         }
     }

@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "catalog/catalog.hpp"
 #include "render/effective_value.hpp"
 #include "render/escaping.hpp"
 #include "render/node_labels.hpp"
@@ -77,8 +78,8 @@ void forEachRow(const Session& session, core::Layers& layers, Write write)
 {
     for (const Node* node : session.tree().nodes()) {
         if (node->kind() != NodeKind::group) {
-            write(node->kind() == NodeKind::alias ? aliasRow(*node)
-                                                  : settingRow(*node, shownEffective(layers, *node)));
+            write(*node, node->kind() == NodeKind::alias ? aliasRow(*node)
+                                                         : settingRow(*node, shownEffective(layers, *node)));
         }
     }
 }
@@ -95,13 +96,12 @@ void writeCsvLine(const Fields& fields, Output& out)
 }
 
 template <class Fields>
-void writeMarkdownLine(const Fields& fields, Output& out)
+void writeMarkdownLine(const Fields& fields, std::string_view description, Output& out)
 {
-    out << '|';
     for (const auto& field : fields) {
-        out << ' ' << markdownText(field) << " |";
+        out << "| " << markdownText(field) << ' ';
     }
-    out << '\n';
+    out << "| " << markdownText(description) << " |\n";
 }
 
 }  // namespace
@@ -109,16 +109,19 @@ void writeMarkdownLine(const Fields& fields, Output& out)
 void exportCsv(const Session& session, core::Layers& layers, Output& out)
 {
     writeCsvLine(columns, out);
-    forEachRow(session, layers, [&](const Row& row) { writeCsvLine(row, out); });
+    forEachRow(session, layers, [&](const Node&, const Row& row) { writeCsvLine(row, out); });
 }
 
 void exportMarkdown(const Session& session, core::Layers& layers, Output& out)
 {
-    writeMarkdownLine(columns, out);
+    Catalog catalog(session.tree());
+    writeMarkdownLine(columns, "description", out);
     std::array<std::string_view, columns.size()> ruler;
     ruler.fill("---");
-    writeMarkdownLine(ruler, out);
-    forEachRow(session, layers, [&](const Row& row) { writeMarkdownLine(row, out); });
+    writeMarkdownLine(ruler, "---", out);
+    forEachRow(session, layers, [&](const Node& node, const Row& row) {
+        writeMarkdownLine(row, catalog.entryOf(node).sentence, out);
+    });
 }
 
 }  // namespace vx::tool

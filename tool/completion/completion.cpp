@@ -14,6 +14,7 @@
 #include <set>
 #include <string_view>
 
+#include "catalog/catalog.hpp"
 #include "cli/arguments.hpp"
 #include "render/node_labels.hpp"
 
@@ -197,23 +198,27 @@ private:
         if (parent.empty()) {
             add(root, "root group");
         }
+        Catalog catalog(tree);
         for (const Node& child : group->children()) {
-            addNode(line, child, parent + std::string(child.name()));
+            if (std::string path = parent + std::string(child.name()); path.starts_with(argument)) {
+                addNode(line, child, path, catalog.ownTitleOf(child));
+            }
         }
     }
 
     /// Adds a setting, or a group: with a dot to continue, and without one if the command takes groups.
-    void addNode(const CommandLine& line, const Node& node, const std::string& path)
+    void addNode(const CommandLine& line, const Node& node, const std::string& path, const std::string& title)
     {
         if (node.kind() != NodeKind::group) {
-            add(path, core::formatValueOnOneLine(node.properties().factoryValue, valueWidth));
+            const std::string value = core::formatValueOnOneLine(node.properties().factoryValue, valueWidth);
+            add(path, title + (value.empty() ? "" : " (" + value + ")"));
             return;
         }
         const std::string_view command = line.command->get_name();
         if (command != "get" && command != "set") {
-            add(path, "group");
+            add(path, title + " (group)");
         }
-        add(path + ".", "group");
+        add(path + ".", title + " (group)");
     }
 
     void addSettingValues(std::string_view path)
@@ -228,10 +233,13 @@ private:
             add("true");
             add("false");
         }
+        Catalog catalog(tree);
+        const review::CatalogEntry& entry = catalog.entryOf(*setting);
         const std::vector<std::u16string_view> none;
         for (const auto& strings : {constraint.allowedStrings.value_or(none), constraint.colourNames}) {
             for (const std::u16string_view string : strings) {
-                add(toUtf8(string));
+                const std::string value = toUtf8(string);
+                add(value, std::string(entry.phraseOf(value)));
             }
         }
     }

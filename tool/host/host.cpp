@@ -102,6 +102,11 @@ std::filesystem::path defaultSchemaFile()
     return (executableFile().parent_path() / VX_OWN_SCHEMA).lexically_normal();
 }
 
+std::filesystem::path defaultCatalogFolder()
+{
+    return (executableFile().parent_path() / VX_OWN_CATALOG).lexically_normal();
+}
+
 RunningFramework::RunningFramework()
     : framework_(
           std::make_shared<cppmicroservices::Framework>(cppmicroservices::FrameworkFactory().NewFramework()))

@@ -21,6 +21,9 @@ namespace vx::tool {
 /// The file need not exist.
 [[nodiscard]] std::filesystem::path defaultSchemaFile();
 
+/// Returns the folder of the catalog that was built or installed with this executable. It need not exist.
+[[nodiscard]] std::filesystem::path defaultCatalogFolder();
+
 /// Runs the service framework of this process, and the bundles that the framework itself needs.
 class RunningFramework
 {

@@ -28,7 +28,7 @@
             row,
             group,
             isShown: true,
-            text: `${row.id} ${row.textContent}`.toLowerCase(),
+            text: `${row.id} ${row.title} ${row.dataset.keywords ?? ""} ${row.textContent}`.toLowerCase(),
             area: [group.parent ? area : group.name],
             class: [row.dataset.class],
             visibility: [row.dataset.visibility],

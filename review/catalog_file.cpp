@@ -1,0 +1,138 @@
+#include "catalog_file.hpp"
+
+#include <settings_core/files/json_reader.hpp>
+
+#include <boost/algorithm/string/case_conv.hpp>
+
+#include <algorithm>
+#include <array>
+#include <locale>
+#include <utility>
+
+#include "json_item.hpp"
+
+namespace vx::review {
+
+namespace {
+
+using core::Node;
+using core::NodeKind;
+
+/// Words in capitals wherever they are in a title.
+constexpr std::array<std::string_view, 22> acronyms = {
+    "API", "ASCII", "CPU", "CSS", "CSV", "DPI", "GPU", "GUI", "HTML", "HTTP", "ID",
+    "IP",  "JSON",  "PDF", "PNG", "RGB", "RTF", "SVG", "UI",  "URL",  "UTF",  "XML"};
+
+enum class CharacterKind
+{
+    other,
+    digit,
+    lower,
+    upper
+};
+
+CharacterKind kindOf(char character)
+{
+    return character >= 'A' && character <= 'Z'   ? CharacterKind::upper
+           : character >= 'a' && character <= 'z' ? CharacterKind::lower
+           : character >= '0' && character <= '9' ? CharacterKind::digit
+                                                  : CharacterKind::other;
+}
+
+/// Whether a new word begins at this index of a name: at a digit after a letter and vice versa, at a capital
+/// after a small letter, and at the last of several capitals if a small letter follows it.
+bool beginsWord(std::string_view name, std::size_t index)
+{
+    const CharacterKind before = kindOf(name[index - 1]);
+    const CharacterKind here = kindOf(name[index]);
+    if (before == CharacterKind::upper && here == CharacterKind::upper) {
+        return index + 1 < name.size() && kindOf(name[index + 1]) == CharacterKind::lower;
+    }
+    return before != here && !(before == CharacterKind::upper && here == CharacterKind::lower);
+}
+
+std::string titleWord(std::string_view word)
+{
+    std::string capitals = boost::algorithm::to_upper_copy(std::string(word), std::locale::classic());
+    if (std::ranges::find(acronyms, capitals) != acronyms.end()) {
+        return capitals;
+    }
+    std::string result(word);
+    result.front() = capitals.front();
+    return result;
+}
+
+CatalogEntry entryOf(const core::JsonValue& object, std::vector<std::string>& unknownMembers)
+{
+    CatalogEntry entry;
+    for (const core::JsonMember& member : JsonItem(object).members()) {
+        const JsonItem value(member.value);
+        if (member.name == "title") {
+            entry.title = value.string();
+        } else if (member.name == "sentence") {
+            entry.sentence = value.string();
+        } else if (member.name == "keywords") {
+            for (const JsonItem& keyword : value.elements()) {
+                entry.keywords.push_back(keyword.string());
+            }
+        } else if (member.name == "values") {
+            for (const core::JsonMember& phrase : value.members()) {
+                entry.values.emplace_back(phrase.name, JsonItem(phrase.value).string());
+            }
+        } else {
+            unknownMembers.push_back(member.name);
+        }
+    }
+    return entry;
+}
+
+}  // namespace
+
+std::string_view CatalogEntry::phraseOf(std::string_view value) const
+{
+    const auto found = std::ranges::find(values, value, &std::pair<std::string, std::string>::first);
+    return found == values.end() ? std::string_view() : found->second;
+}
+
+std::vector<FiledEntry> parseCatalogFile(std::string_view text)
+{
+    const core::JsonValue document = core::readJson(text);
+    std::vector<FiledEntry> entries;
+    for (const core::JsonMember& member : JsonItem(document).members()) {
+        FiledEntry& filed = entries.emplace_back(FiledEntry{member.name, member.offset});
+        filed.entry = entryOf(member.value, filed.unknownMembers);
+    }
+    return entries;
+}
+
+std::string_view catalogFileOf(const Node& node)
+{
+    const Node* top = &node;
+    while (top->parent() != nullptr && top->parent()->parent() != nullptr) {
+        top = top->parent();
+    }
+    return top->kind() == NodeKind::group && top->parent() != nullptr ? top->name() : "root";
+}
+
+std::string makeTitle(std::string_view name)
+{
+    std::string title;
+    std::size_t start = 0;
+    for (std::size_t index = 1; index <= name.size(); ++index) {
+        if (index == name.size() || beginsWord(name, index)) {
+            const std::string_view word = name.substr(start, index - start);
+            if (kindOf(word.front()) != CharacterKind::other) {
+                title.append(title.empty() ? "" : " ").append(titleWord(word));
+            }
+            start = index;
+        }
+    }
+    return title;
+}
+
+std::string ownTitle(const Node& node, const CatalogEntry& entry)
+{
+    return entry.title.empty() ? makeTitle(node.name()) : entry.title;
+}
+
+}  // namespace vx::review

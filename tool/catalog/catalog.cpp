@@ -1,0 +1,133 @@
+#include "catalog/catalog.hpp"
+
+#include <settings_core/files/input_file.hpp>
+#include <settings_core/files/text_position.hpp>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+#include <new>
+#include <stdexcept>
+#include <utility>
+
+#include "cli/diagnostics.hpp"
+#include "host/host.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+using core::Node;
+using review::CatalogEntry;
+namespace fs = std::filesystem;
+
+/// The name of the root of the tree that the catalog describes.
+constexpr std::string_view describedRoot = "verdix";
+
+/// Returns the locale for messages, as POSIX defines it; empty if none is set.
+std::string_view messageLocale()
+{
+    for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        if (const char* value = std::getenv(variable); value != nullptr && *value != '\0') {
+            return value;
+        }
+    }
+    return {};
+}
+
+/// Returns the languages to look in, the preferred one first: de_DE, de and en for de_DE.UTF-8.
+std::vector<std::string> messageLanguages()
+{
+    constexpr auto isPartOfName = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+    };
+    const std::string_view locale = messageLocale();
+    const std::string language(locale.begin(), std::ranges::find_if_not(locale, isPartOfName));
+    std::vector<std::string> languages;
+    if (!language.empty() && language != "C" && language != "POSIX") {
+        languages = {language, language.substr(0, language.find('_'))};
+    }
+    languages.emplace_back("en");
+    return languages;
+}
+
+/// Returns the entries of a file; none if it does not exist, or if it is damaged, which is hinted at.
+std::vector<review::FiledEntry> readEntries(const fs::path& file)
+{
+    std::string text;
+    try {
+        text = core::readFile(file).value_or("{}");
+        return review::parseCatalogFile(text);
+    } catch (const core::ParseError& error) {
+        printHint(core::formatDiagnostic({"", std::string(error.what()) + "; the file is ignored",
+                                          core::positionAt(text, error.offset(), file)}));
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        printHint(std::string(error.what()) + "; the file is ignored");
+    }
+    return {};
+}
+
+template <class Part>
+void fillIfEmpty(Part& part, Part& from)
+{
+    if (part.empty()) {
+        part = std::move(from);
+    }
+}
+
+}  // namespace
+
+Catalog::Catalog(const core::SettingsTree& tree)
+{
+    if (tree.root()->fullName() == describedRoot) {
+        const fs::path folder = defaultCatalogFolder();
+        std::ranges::transform(messageLanguages(), std::back_inserter(folders_),
+                               [&folder](const std::string& language) { return folder / language; });
+    }
+}
+
+const CatalogEntry& Catalog::entryOf(const Node& node)
+{
+    static const CatalogEntry none;
+    const Entries& entries = entriesOf(review::catalogFileOf(node));
+    const auto found = entries.find(node.fullName());
+    return found == entries.end() ? none : found->second;
+}
+
+std::string Catalog::ownTitleOf(const Node& node)
+{
+    return review::ownTitle(node, entryOf(node));
+}
+
+std::string Catalog::titleOf(const Node& node)
+{
+    std::string title = ownTitleOf(node);
+    std::string_view separator = node.kind() == core::NodeKind::group ? " › " : ": ";
+    const Node* group = node.parent();
+    for (; group != nullptr && group->parent() != nullptr; group = group->parent()) {
+        title.insert(0, ownTitleOf(*group).append(separator));
+        separator = " › ";
+    }
+    return title;
+}
+
+const Catalog::Entries& Catalog::entriesOf(std::string_view name)
+{
+    const auto [file, isNew] = files_.try_emplace(std::string(name));
+    if (isNew) {
+        for (const fs::path& folder : folders_) {
+            for (review::FiledEntry& filed : readEntries(folder / (std::string(name) + ".json"))) {
+                CatalogEntry& entry = file->second[filed.path];
+                fillIfEmpty(entry.title, filed.entry.title);
+                fillIfEmpty(entry.sentence, filed.entry.sentence);
+                fillIfEmpty(entry.keywords, filed.entry.keywords);
+                fillIfEmpty(entry.values, filed.entry.values);
+            }
+        }
+    }
+    return file->second;
+}
+
+}  // namespace vx::tool
