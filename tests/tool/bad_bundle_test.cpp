@@ -44,7 +44,7 @@ TEST(BadBundle, IsReportedWithFileAndReason)
                 HasSubstr("bundle file  /no/such/bundle.so"));
     const auto diagnosed = tests::runTool({"doctor", "--json", "--bundle", VX_PLAIN_LIBRARY});
     EXPECT_EQ(diagnosed.exitCode, 3);
-    EXPECT_THAT(diagnosed.output, HasSubstr(R"("isWell": false)"));
+    EXPECT_THAT(diagnosed.output, AllOf(HasSubstr(R"("isWell": false)"), HasSubstr(R"("isGood": false)")));
     const std::string kept = folder.with("kept.json", "old content");
     tests::runTool({"export", "--format", "json", "-o", kept, "--bundle", "/no/such/bundle.so"});
     EXPECT_EQ(tests::readFile(kept), "old content");

@@ -26,7 +26,7 @@ CASES = [
     (["migrate", "settings.json", "--write"], "settings.json", []),
     (["export", "--format", "json", "-o", "export.json"], "export.json", []),
     (["undo"], "settings.json", ["reset", "commandwindow"]),
-    (["import", "other.json"], "settings.json", []),
+    (["import", "other.json"], "settings.json", ["reset", "--all"]),
 ]
 parser = argparse.ArgumentParser()
 parser.add_argument("command", type=os.path.abspath)
@@ -76,6 +76,8 @@ def check_kills(original, arguments, name, kills):
     before, began = contents(), time.monotonic()
     require(start(*arguments))
     duration, after, counts = time.monotonic() - began, contents(), collections.Counter()
+    if after[name] == before[name]:
+        sys.exit(f"{arguments[0]} does not change {name}")
     for number in range(kills):
         restore(original)
         moment = [(None, 1.1 * duration), (folder, duration / 10), (folder / name, 0)][number % 3]

@@ -14,6 +14,7 @@
 #include <link.h>
 #include <new>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -198,8 +199,10 @@ Action addDoctor(CLI::App& command)
         reportTool(lazy, report);
         try {
             reportSession(lazy, report);
-        } catch (const CommandError&) {
-            report.fail();
+        } catch (const std::runtime_error& error) {
+            report.begin("not examined further");
+            report.add(false, "error", error.what());
+            report.end();
             report.finish();
             throw;
         }

@@ -33,9 +33,6 @@ public:
     /// Ends the report.
     void finish();
 
-    /// Records that the session could not be started.
-    void fail() noexcept { isWell_ = false; }
-
     /// Returns whether there is no error.
     [[nodiscard]] bool isWell() const noexcept { return isWell_; }
 

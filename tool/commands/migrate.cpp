@@ -67,6 +67,7 @@ struct Outcome
     bool isChange;                                    ///< whether the migration changes the file
     bool isWritten;
     std::string backup;  ///< file name of the backup; empty if there is none
+    bool isFromInput;    ///< whether the file is standard input
 };
 
 void writeReport(const Outcome& outcome, Output& out)
@@ -85,9 +86,11 @@ void writeText(const Outcome& outcome, Output& out)
     if (!outcome.diagnostics.empty()) {
         out << out.styled(Style::bad, "invalid values (kept, ignored):") << '\n';
         writeDiagnostics(outcome.diagnostics, out);
-        const std::string file = " --personal " + outcome.file.string();
-        out << "to replace one:  vxsettings set PATH VALUE" << file << '\n';
-        out << "to remove one:   vxsettings reset PATH" << file << '\n';
+        if (!outcome.isFromInput) {
+            const std::string file = " --personal " + outcome.file.string();
+            out << "to replace one:  vxsettings set PATH VALUE" << file << '\n';
+            out << "to remove one:   vxsettings reset PATH" << file << '\n';
+        }
     }
     if (!outcome.isChange) {
         out << (outcome.diagnostics.empty() ? "nothing to do: the file is up to date\n"
@@ -138,7 +141,13 @@ Outcome migrateFile(LazySession& lazy, const MigrateOptions& options, const core
         backup = saveBackup(*locked, migration);
         locked->replace(migration.text);
     }
-    return {file, std::move(migration), std::move(diagnostics), isChange, locked && isChange, backup};
+    return {file,
+            std::move(migration),
+            std::move(diagnostics),
+            isChange,
+            locked && isChange,
+            backup,
+            options.file == core::standardInput};
 }
 
 /// The changes of a release in preparation are not final.

@@ -113,7 +113,7 @@ void writeDocument(const Node& setting, const LayerValue& before, const LayerVal
 void writeChange(const EffectiveChange& change, Output& out)
 {
     for (const core::Diagnostic& diagnostic : change.after.diagnostics) {
-        printMessage("ignored invalid value: " + firstLine(formatDiagnostic(diagnostic)));
+        printHint("ignored value: " + firstLine(formatDiagnostic(diagnostic)));
     }
     const Node& setting = *change.setting;
     (out.isJson() ? writeDocument : writeText)(setting, core::shownValue(setting, change.before),
