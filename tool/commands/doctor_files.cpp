@@ -124,10 +124,12 @@ void reportFiles(LazySession& lazy, Report& report)
     areReadable = reportFile(session, files.personal, core::Origin::personal, report) && areReadable;
     if (areReadable) {
         for (const auto& [text, command, isError] : findFileProblems(session, lazy.layers())) {
+            std::string finding = text;
+            finding.append("; see ").append(command);
             if (isError) {
-                report.add(false, "no effect", text + "; see " + command);
+                report.add(false, "no effect", finding);
             } else {
-                report.add("locked", text + "; see " + command);
+                report.add("locked", finding);
             }
         }
     }
