@@ -39,7 +39,8 @@ std::string suggestion(std::u16string_view wanted, const Strings& strings)
 {
     std::vector<std::string> names;
     std::ranges::transform(strings, std::back_inserter(names), toUtf8);
-    const auto similar = suggestNames(toUtf8(wanted), std::vector<std::string_view>(names.begin(), names.end()));
+    const auto similar =
+        suggestNames(toUtf8(wanted), std::vector<std::string_view>(names.begin(), names.end()));
     std::vector<std::string> quoted;
     for (const std::string_view name : similar) {
         quoted.push_back('"' + std::string(name) + '"');
@@ -126,7 +127,8 @@ std::string withoutCommas(std::string text)
 }
 
 /// Returns the list that the user may have meant by a text without brackets; empty if there is none.
-std::string correctedList(const RejectedText& rejected, const Properties& properties, const Constraint& target)
+std::string correctedList(const RejectedText& rejected, const Properties& properties,
+                          const Constraint& target)
 {
     const std::string text(rejected.text);
     std::vector<std::string> candidates{"[" + text + "]"};
@@ -143,19 +145,22 @@ std::string correctedList(const RejectedText& rejected, const Properties& proper
 }
 
 /// Returns what to do about the text; empty if that is not obvious.
-std::string adviceFor(const RejectedText& rejected, const Properties& properties)
+std::string adviceFor(const RejectedText& rejected, const Properties& properties, bool isWellFormed)
 {
-    const auto shown = [&](const std::string& text) { return rejected.hasPosition ? text : "'" + text + "'"; };
+    const auto shown = [&](const std::string& text) {
+        return rejected.hasPosition ? text : "'" + text + "'";
+    };
     const Constraint target = constraintOf(properties);
     if (target.size.rows == 1U && target.size.columns == 1U) {
         const std::string number = withoutCommas(std::string(rejected.text));
         const bool hasCommas = number.size() != rejected.text.size();
-        return hasCommas && parse(number, rejected.notation, target) ? "write it without commas: " + number : "";
+        return hasCommas && parse(number, rejected.notation, target) ? "write it without commas: " + number
+                                                                     : "";
     }
     if (const std::string corrected = correctedList(rejected, properties, target); !corrected.empty()) {
         return "write it as a list: " + shown(corrected);
     }
-    if (!target.colour) {
+    if (!target.colour || !isWellFormed) {
         return "";
     }
     const bool isNormalised = target.colour == ::settings::core::SettingValueValidator::Colour::normalised;
@@ -178,8 +183,8 @@ std::string describeRejection(const Node& setting, const Array& value)
     if (const auto string = disallowedString(value, allowed)) {
         const std::string meant = suggestion(*string, allowed);
         if (!meant.empty()) {
-            return inQuotes(*string) + " is not allowed; " + meant + " Allowed: " +
-                   (constraint.allowedStrings ? list(allowed) : describeAllowed(properties));
+            return inQuotes(*string) + " is not allowed; " + meant +
+                   " Allowed: " + (constraint.allowedStrings ? list(allowed) : describeAllowed(properties));
         }
     }
     return notAllowed(describeValue(properties, value), properties);
@@ -194,8 +199,8 @@ std::string describeTextRejection(const Node& setting, const RejectedText& rejec
     const bool isEmpty = rejected.text.empty();
     const std::string what =
         isEmpty ? "an empty value" : truncate(data::escapeUnprintable(rejected.text), shownWidth);
-    const std::string advice = isEmpty ? "" : adviceFor(rejected, properties);
     const bool isWellFormed = dynamic_cast<const UnsuitableValue*>(&error) != nullptr;
+    const std::string advice = isEmpty ? "" : adviceFor(rejected, properties, isWellFormed);
     if (!advice.empty() || isEmpty || (isWellFormed && constraintOf(properties).elementClass)) {
         return notAllowed(what, properties) + (advice.empty() ? "" : "; " + advice);
     }

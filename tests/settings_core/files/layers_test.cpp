@@ -109,7 +109,7 @@ TEST_F(LayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         {R"(    "verdix.commandwindow.DisplayLineSpacing": ^"wide",)", {"loose"}},
         {R"(    "verdix.colors.KeywordColor": ^[1, 2],)", {"0 to 255"}},
         {R"(    "verdix.colors.CommentColor": [[1, 2], ^[3]],)", {"a list of 2"}},
-        {R"(    "verdix.connector.InterfacesBlocklist": ^"a",)", {"a list of strings"}},
+        {R"(    "verdix.connector.InterfacesBlocklist": ^"a",)", {"as a list: [\"a\"]"}},
         {R"(    ^"verdix.alias.Second": 1,)", {"is an alias: write verdix.rule.words"}},
         {R"(    ^"verdix.commandwindow.fixed": 1)", {"is read-only"}},
         {R"(} })"},
