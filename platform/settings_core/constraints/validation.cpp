@@ -74,7 +74,8 @@ Message messageThrownBy(const Check& check)
     }
 }
 
-/// Runs the setting's validator. The managed runtime is unavailable in this process: its validators accept every value.
+/// Runs the setting's validator. The managed runtime is unavailable in this process: its validators accept
+/// every value.
 Message runValidator(const Node& setting, const Array& value)
 {
     const auto& validator = setting.properties().validator;

@@ -27,7 +27,7 @@ namespace vx::core {
 ///
 /// Throws std::invalid_argument when the node is a group or an alias.
 [[nodiscard]] VX_API std::optional<Diagnostic> checkValue(const Node& setting,
-                                                        const foundation::verdixdata::Array& value);
+                                                          const foundation::verdixdata::Array& value);
 
 /// Checks the setting's factory value or run-time default against its validator and value validators. A
 /// setting without either passes; a run-time default that cannot be computed does not. Throws like
