@@ -125,7 +125,7 @@ TEST_F(SettingsFilesTest, FaultsOfFilesAreNamed)
 {
     const std::pair<const char*, const char*> cases[] = {
         {"{\n // mine\n}", ":2:2: JSON has no comments: remove it"},
-        {"{\"settings\": {},\n}", ":1:15: remove the comma before }"},
+        {"{\"settings\": {},\n}", ":1:16: remove the comma before }"},
         {R"({"locked": [ "a" , ]})", ":1:18: remove the comma before ]"},
         {R"({"commandwindow.WrapLines": true})",
          ":1:2: commandwindow.WrapLines: has no effect here: write it inside \"settings\": { ... }, as "

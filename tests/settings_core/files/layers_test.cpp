@@ -38,7 +38,8 @@ TEST_F(LayersTest, TheLastLayerWithAFittingValueHolds)
     ASSERT_EQ(held.diagnostics.size(), 1U);
     EXPECT_THAT(
         formatDiagnostic(held.diagnostics.front()),
-        HasSubstr("settings.json:2:35: verdix.commandwindow.WrapLines: expected true or false, not 3"));
+        HasSubstr(
+            "settings.json:2:35: verdix.commandwindow.WrapLines: 3 is not allowed: must be true or false"));
 
     tests::writeFile(files.personal, "{\"settings\": [");
     EXPECT_THROW(static_cast<void>(vx::core::Layers(tree, files).effective(wrap)), std::runtime_error);
