@@ -42,6 +42,7 @@ std::string suggestion(std::u16string_view wanted, const Strings& strings)
     const auto similar =
         suggestNames(toUtf8(wanted), std::vector<std::string_view>(names.begin(), names.end()));
     std::vector<std::string> quoted;
+    quoted.reserve(similar.size());
     for (const std::string_view name : similar) {
         quoted.push_back('"' + std::string(name) + '"');
     }
@@ -61,18 +62,19 @@ std::string list(const Strings& strings)
 std::string describeAllowed(const Properties& properties)
 {
     const Constraint constraint = constraintOf(properties);
-    const std::string description = describeConstraint(properties);
+    std::string description = describeConstraint(properties);
     if (!constraint.elementClass || constraint.colour || !isOpen(constraint.range)) {
         return description;
     }
-    return data::visitElementType(*constraint.elementClass, [&]<class T>(std::type_identity<T>) {
-        if constexpr (data::Number<T> && std::numeric_limits<T>::is_integer) {
-            return description + " from " + std::to_string(std::numeric_limits<T>::min()) + " to " +
-                   std::to_string(std::numeric_limits<T>::max());
-        } else {
-            return description;
-        }
-    });
+    return data::visitElementType(
+        *constraint.elementClass, [&]<class T>(std::type_identity<T>) -> std::string {
+            if constexpr (data::Number<T> && std::numeric_limits<T>::is_integer) {
+                return description + " from " + std::to_string(std::numeric_limits<T>::min()) + " to " +
+                       std::to_string(std::numeric_limits<T>::max());
+            } else {
+                return description;
+            }
+        });
 }
 
 std::string notAllowed(const std::string& what, const Properties& properties)
@@ -106,7 +108,8 @@ std::string describeValue(const Properties& properties, const Array& value)
         return "an unset value";
     }
     const ArrayType wanted = properties.factoryValue.getType();
-    const bool isOfOtherClass = wanted != ArrayType::UNKNOWN && wanted != value.getType();
+    const bool isOfOtherClass =
+        wanted != ArrayType::UNKNOWN && wanted != value.getType() && !constraintOf(properties).colour;
     return formatValueOnOneLine(value, shownWidth) +
            (isOfOtherClass ? " (" + formatClassAndSize(value) + ")" : "");
 }
@@ -144,9 +147,13 @@ std::string correctedList(const RejectedText& rejected, const Properties& proper
     return "";
 }
 
-/// Returns what to do about the text; empty if that is not obvious.
+/// Returns what to do about the text; empty if that is not obvious, or too long to be shown.
 std::string adviceFor(const RejectedText& rejected, const Properties& properties, bool isWellFormed)
 {
+    const bool isQuotable = rejected.hasPosition || rejected.text.find('\'') == std::string_view::npos;
+    if (rejected.text.empty() || rejected.text.size() > shownWidth || !isQuotable) {
+        return "";
+    }
     const auto shown = [&](const std::string& text) {
         return rejected.hasPosition ? text : "'" + text + "'";
     };
@@ -200,7 +207,7 @@ std::string describeTextRejection(const Node& setting, const RejectedText& rejec
     const std::string what =
         isEmpty ? "an empty value" : truncate(data::escapeUnprintable(rejected.text), shownWidth);
     const bool isWellFormed = dynamic_cast<const UnsuitableValue*>(&error) != nullptr;
-    const std::string advice = isEmpty ? "" : adviceFor(rejected, properties, isWellFormed);
+    const std::string advice = adviceFor(rejected, properties, isWellFormed);
     if (!advice.empty() || isEmpty || (isWellFormed && constraintOf(properties).elementClass)) {
         return notAllowed(what, properties) + (advice.empty() ? "" : "; " + advice);
     }

@@ -18,8 +18,8 @@ namespace vx::core {
 /// Text that cannot be parsed to a value of a setting.
 struct RejectedText
 {
-    std::string_view text;  ///< the whole value
-    Notation notation = Notation::script;
+    std::string_view text;                 ///< the whole value
+    Notation notation = Notation::script;  ///< of the text
     /// The diagnostic has the position of the error. Otherwise the text is an argument of a command, and the
     /// message tells the column, and quotes a corrected text for a shell.
     bool hasPosition = false;
