@@ -83,8 +83,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const std::string text = formatValueOnOneLine(value, std::numeric_limits<std::size_t>::max());
         require(parseValue(text, form) == value, "the text form reads back", text);
     }
-    for (const Diagnostic& diagnostic : checkValue(setting, value)) {
-        require(!diagnostic.message.empty(), "a refusal says why", json);
+    if (const auto invalid = checkValue(setting, value)) {
+        require(!invalid->message.empty(), "a refusal says why", json);
     }
     require(adaptValue(setting, value).isAssigned(), "adapting keeps a value", json);
     return 0;

@@ -392,7 +392,7 @@ private:
             return;
         }
         for (const Array& value : differentValues()) {
-            if (!core::checkValue(setting, value).empty() &&
+            if (core::checkValue(setting, value) &&
                 messageThrownBy([&] { handler(std::string(setting.name()), value); }).value_or("").empty())
             {
                 add(setting, "its error handler throws no message for an invalid value: throw an exception "
@@ -416,9 +416,9 @@ private:
 
     void checkFactoryValue(const Node& setting)
     {
-        const auto diagnostics = core::checkDefaultValue(setting);
-        if (!diagnostics.empty() && !isKnown(invalidByDesign, setting.fullName())) {
-            add(setting, "invalid factory value: " + diagnostics.front().message);
+        const auto invalid = core::checkDefaultValue(setting);
+        if (invalid && !isKnown(invalidByDesign, setting.fullName())) {
+            add(setting, "invalid factory value: " + invalid->message);
         }
     }
 

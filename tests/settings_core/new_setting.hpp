@@ -4,6 +4,8 @@
 #include <settings_core/diagnostic.hpp>
 #include <settings_core/tree/settings_tree.hpp>
 
+#include <optional>
+#include <string>
 #include <tests/support/values.hpp>
 
 namespace tests {
@@ -24,14 +26,9 @@ inline Properties noProperties()
     return propertiesOf({});
 }
 
-/// The messages, one per line.
-inline std::string messagesOf(const std::vector<vx::core::Diagnostic>& diagnostics)
+inline std::string messageOf(const std::optional<vx::core::Diagnostic>& diagnostic)
 {
-    std::string lines;
-    for (const vx::core::Diagnostic& diagnostic : diagnostics) {
-        lines += (lines.empty() ? "" : "\n") + diagnostic.message;
-    }
-    return lines;
+    return diagnostic ? diagnostic->message : "";
 }
 
 /// A tree "root" with the one setting "root.Setting".

@@ -36,6 +36,10 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         std::string message;
     } cases[] = {
         {{"tre"}, 2, "no such command: tre; did you mean tree?"},
+        {{"unset", "a"}, 2, "no such command: unset; did you mean reset?"},
+        {{"get", "a", "--persnal=x"}, 2, "no such option: --persnal; did you mean --personal?"},
+        {{"get", "a", "--show-orgin"}, 2, "did you mean --show-origin?"},
+        {{"get"}, 2, "PATH is required; see vxsettings get --help"},
         {{"describe", "a", "b"}, 2, "not expected: b"},
         {{"--color", "sometimes"}, 2, "--color: sometimes"},
         {{"--log-level", "all"}, 2, "not in {fatal,error,warning,information,debug,trace}"},
@@ -65,6 +69,13 @@ TEST(Command, SaysInOneLineWhatIsWrong)
     for (const auto& bad : cases) {
         EXPECT_THAT(runOnSample(bad.arguments), tests::FailsInOneLine(bad.exitCode, HasSubstr(bad.message)));
     }
+}
+
+TEST(Command, HelpIsACommandToo)
+{
+    EXPECT_EQ(outputOf({"--help"}), tests::runTool({"help"}).output);
+    EXPECT_EQ(tests::runTool({"help", "get"}).output, outputOf({"get", "--help"}));
+    EXPECT_THAT(tests::runTool({"help", "tre"}), tests::FailsInOneLine(2, HasSubstr("did you mean tree?")));
 }
 
 TEST(Command, ReportsOutputThatCannotBeWritten)

@@ -82,7 +82,7 @@ TEST_F(EditTest, WhatIsNotSavedIsKept)
         {valid + "touch state/verdix/undo", "cannot be recorded for undo"},
         {"echo x >> \"$1\"", "settings.json:1:43: "},
         {write(R"("other.X": 1, "verdix.commandwindow.WrapLines": 3)"),
-         "1:63: verdix.commandwindow.WrapLines: expected"},
+         "1:63: verdix.commandwindow.WrapLines: 3 is not allowed"},
     };
     for (const auto& [script, message] : failures) {
         writeFile(personal, before);

@@ -48,7 +48,7 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
         {{"describe", "commandwindow.WindowSize"}, {R"("accepts": "2 whole numbers from 1 to 1000")"}},
         {{"check"},
          {R"("exists": true)", R"({ "line": 3, "column": 3, "path": "verdix.commandwindow.EightyColumns", )",
-          R"("message": "expected true or false, not 7; allowed)"},
+          R"("message": "7 is not allowed: must be true or false")"},
          1},
         {{"check", "--personal", folder / "none"}, {R"("exists": false)"}},
         {{"changes"}, {R"("index": 3, "release": "R2025b")"}},

@@ -72,8 +72,9 @@ TEST_F(SettingsChangesTest, AreMadeTogetherOrNotAtAll)
         ASSERT_NE(at, std::string::npos) << line << bad.errors;
     }
     EXPECT_THAT(bad.errors, AllOf(HasSubstr("nothing is changed: 6 errors\n"), Not(HasSubstr("sesame"))));
-    EXPECT_THAT(runWith("{\"colors.CommentColor\": [1, 2,\n 300]}", {"set", "--stdin", "--json-value"}),
-                FailsInOneLine(1, HasSubstr("input:1:25: verdix.colors.CommentColor: cannot be [1 2 300]")));
+    EXPECT_THAT(
+        runWith("{\"colors.CommentColor\": [1, 2,\n 300]}", {"set", "--stdin", "--json-value"}),
+        FailsInOneLine(1, HasSubstr("input:1:25: verdix.colors.CommentColor: [1 2 300] is not allowed")));
     EXPECT_THAT(runWith("{\"colors.CommentColor\": [1, 2,\n \"x\"]}", {"set", "--stdin", "--json-value"}),
                 FailsInOneLine(1, HasSubstr("input:2:2: verdix.colors.CommentColor: ")));
     EXPECT_EQ(readFile(personal), before);

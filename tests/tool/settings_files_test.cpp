@@ -67,8 +67,6 @@ TEST_F(SettingsFilesTest, NumbersThatAreNotFiniteSurvive)
 
 TEST_F(SettingsFilesTest, RefusalsAndDamageEndInOneLine)
 {
-    EXPECT_THAT(run({"set", "commandwindow.NumberOfLinesInScrollBuffer", "-5"}),
-                FailsInOneLine(1, HasSubstr("cannot be -5: must be from 1000 to 25000")));
     EXPECT_THAT(run({"reset", "--all"}).output, testing::StartsWith("0 settings reset in "));
     EXPECT_EQ(run({"reset"}).exitCode, 2);
     EXPECT_FALSE(fs::exists(personal));
@@ -78,6 +76,77 @@ TEST_F(SettingsFilesTest, RefusalsAndDamageEndInOneLine)
     EXPECT_THAT(run({"set", "commandwindow.WrapLines", "true"}),
                 FailsInOneLine(1, HasSubstr("settings.json:2:37: expected a value")));
     EXPECT_EQ(readFile(personal), damaged);
+}
+
+TEST_F(SettingsFilesTest, RejectedValuesAreExplainedOnce)
+{
+    const std::string lines = "commandwindow.NumberOfLinesInScrollBuffer";
+    const std::string colour = "a colour: red, green and blue, each a whole number from 0 to 255";
+    const std::vector<std::string> cases[] = {
+        {"commandwindow.NumericFormat", "lnog",
+         R"("lnog" is not allowed; did you mean "long"? Allowed: short, long, longG, hex, bank)"},
+        {"rule.words", "xx",
+         R"("xx" is not allowed: must be a string, of at most 5 characters, one of: short, long)"},
+        {"rule.list", R"({"a","BB"})", R"("BB" is not allowed; did you mean "b"? Allowed: a, b)"},
+        {"rule.colour", "rde",
+         R"("rde" is not allowed; did you mean "red"? Allowed: a colour: red, green and blue, each a number )"
+         "from 0 to 1, or one of: red"},
+        {"colors.KeywordColor", "red",
+         "red is not allowed: must be " + colour + "; red is '[255 0 0]' or '#ff0000'"},
+        {"colors.KeywordColor", "#ff00",
+         "#ff00 is not allowed: must be " + colour + "; red is '[255 0 0]' or '#ff0000'"},
+        {"colors.KeywordColor", "1 2 3",
+         "1 2 3 is not allowed: must be " + colour + "; write it as a list: '[1 2 3]'"},
+        {"colors.KeywordColor", "[1 2",
+         "[1 2: column 5: expected whitespace, \",\", \";\" or \"]\" after an element; must be " + colour},
+        {"connector.InterfacesBlocklist", "bold",
+         "bold is not allowed: must be a cell of strings; write it as a list: '{\"bold\"}'"},
+        {"class.int8", "300", "300 is not allowed: must be a whole number from -128 to 127"},
+        {"commandwindow.WrapLines", "", "an empty value is not allowed: must be true or false"},
+        {lines, "12.5", "12.5 is not allowed: must be a whole number from 1000 to 25000"},
+        {lines, "-5", "-5 is not allowed: must be a whole number from 1000 to 25000"},
+        {lines, "10,000",
+         "10,000 is not allowed: must be a whole number from 1000 to 25000; write it without commas: 10000"},
+        {"rule.called", "2", "called"},
+        {"commandwindow.WrapLines", R"("on")", R"("on" is not allowed: must be true or false)",
+         "--json-value"},
+    };
+    for (const auto& rejected : cases) {
+        std::vector<std::string> arguments{"set", rejected[0], rejected[1]};
+        arguments.insert(arguments.end(), rejected.begin() + 3, rejected.end());
+        EXPECT_EQ(run(arguments).errors, "vxsettings: verdix." + rejected[0] + ": " + rejected[2] + "\n");
+    }
+    EXPECT_THAT(run({"set", "colors.KeywordColor", "#f80"}).output, HasSubstr(" -> [255 136 0] "));
+    EXPECT_THAT(run({"set", "rule.colour", "#ff0033"}).output, HasSubstr("[1 0 0.2] "));
+    EXPECT_THAT(run({"set", "commandwindow.WrapLines", "on"}).output, HasSubstr(" -> true "));
+}
+
+TEST_F(SettingsFilesTest, FaultsOfFilesAreNamed)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"{\n // mine\n}", ":2:2: JSON has no comments: remove it"},
+        {"{\"settings\": {},\n}", ":1:16: remove the comma before }"},
+        {R"({"locked": [ "a" , ]})", ":1:18: remove the comma before ]"},
+        {R"({"commandwindow.WrapLines": true})",
+         ":1:2: commandwindow.WrapLines: has no effect here: write it inside \"settings\": { ... }, as "
+         "verdix.commandwindow.WrapLines"},
+        {R"({"settings": {"": 1}})", ":1:15: \"\" is not a setting; list all paths"}};
+    const std::string file = folder / "bad.json";
+    for (const auto& [content, message] : cases) {
+        writeFile(file, content);
+        EXPECT_THAT(run({"check", file}).output, testing::StartsWith(file + message));
+        EXPECT_EQ(run({"import", file}).exitCode, 1) << content;
+    }
+
+    for (const char* content : {"", "\n"}) {  // as if there was no file
+        writeFile(personal, content);
+        EXPECT_THAT(run({"check"}).output, HasSubstr("the file is empty, so nothing is set: write { "));
+        EXPECT_EQ(run({"get", "commandwindow.WrapLines"}).errors, "");
+        EXPECT_EQ(run({"reset", "--all"}).exitCode, 0);
+        EXPECT_EQ(readFile(personal), content);
+        EXPECT_EQ(run({"set", "commandwindow.WrapLines", "true"}).errors, "");
+        EXPECT_THAT(readFile(personal), HasSubstr("\"release\": \"R2026a\""));
+    }
 }
 
 TEST_F(SettingsFilesTest, MigrationShowsFirstAndKeepsTheOldFile)
@@ -91,7 +160,7 @@ TEST_F(SettingsFilesTest, MigrationShowsFirstAndKeepsTheOldFile)
     EXPECT_EQ(shown.exitCode, 1) << "the value does not fit its new setting";
     EXPECT_THAT(shown.output, testing::ContainsRegex("from R2020b to R[0-9]+[ab], 1 setting unchanged\n"));
     EXPECT_THAT(shown.output, testing::ContainsRegex("moves +verdix.commandwindow.EightyColumns +to verdix"));
-    EXPECT_THAT(shown.output, HasSubstr("expected true or false"));
+    EXPECT_THAT(shown.output, HasSubstr("\"yes\" is not allowed: must be true or false"));
     EXPECT_EQ(readFile(file), before);
 
     // Values are converted in a file that is migrated to the newest release, which may be in preparation.

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstddef>
 #include <exception>
 #include <fcntl.h>
 #include <iterator>
@@ -15,6 +16,7 @@
 #include <string>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 #include "cli/command.hpp"
@@ -154,23 +156,74 @@ bool isFormatOption(std::string_view argument)
     return argument == "--format" || argument.starts_with("--format=");
 }
 
-/// Returns the message for an invalid command line, with suggestions for an unknown command.
+/// Returns "see vxsettings COMMAND --help", for the command on the command line.
+std::string adviceToSeeHelp(const CLI::App& app)
+{
+    const auto commands = app.get_subcommands();
+    return "see vxsettings " + (commands.empty() ? "" : commands.front()->get_name() + " ") + "--help";
+}
+
+/// Returns the long options of the program and of the command on the command line, each with "--".
+std::vector<std::string> longOptions(const CLI::App& app)
+{
+    std::vector<std::string> names;
+    std::vector<const CLI::App*> parsers{&app};
+    std::ranges::copy(app.get_subcommands(), std::back_inserter(parsers));
+    for (const CLI::App* parser : parsers) {
+        for (const CLI::Option* option : parser->get_options()) {
+            std::ranges::transform(option->get_lnames(), std::back_inserter(names),
+                                   [](const std::string& name) { return "--" + name; });
+        }
+    }
+    return names;
+}
+
+/// Returns the message for an argument that is no option or no command.
+std::string unknownName(const std::string& what, std::string_view name, const std::vector<std::string>& names,
+                        const std::string& otherwise)
+{
+    const auto near = core::suggestNames(name, std::vector<std::string_view>(names.begin(), names.end()));
+    return "no such " + what + ": " + std::string(name) + "; " +
+           (near.empty() ? otherwise : core::didYouMean(near));
+}
+
+/// Returns the names that a user may have meant by an unknown command.
+std::vector<std::string> commandNames(const CLI::App& app)
+{
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        names.push_back(command->get_name());
+    }
+    return names;
+}
+
+/// Names that commands have elsewhere.
+constexpr std::pair<std::string_view, std::string_view> otherNames[] = {
+    {"unset", "reset"},   {"remove", "reset"}, {"delete", "reset"},
+    {"show", "describe"}, {"find", "search"},  {"validate", "check"}};
+
+/// Returns the message for an invalid command line, with suggestions for an unknown command or option.
 std::string usageError(const CLI::App& app, const CLI::ParseError& error)
 {
     if (std::ranges::any_of(app.remaining(true), isFormatOption)) {  // most commands write only one format
         return "--format: not an option here; use --json for JSON; see vxsettings --help";
     }
-    const auto extras = app.remaining();
+    const auto extras = app.remaining(true);
+    const auto option = std::ranges::find_if(extras, [](const std::string& argument) {
+        return argument.starts_with("--") && argument.size() > 2;
+    });
+    if (option != extras.end()) {
+        return unknownName("option", option->substr(0, option->find('=')), longOptions(app),
+                           adviceToSeeHelp(app));
+    }
     if (extras.empty() || extras.front().starts_with('-') || !app.get_subcommands().empty()) {
-        return firstLine(error.what()) + "; see vxsettings --help";
+        return firstLine(error.what()) + "; " + adviceToSeeHelp(app);
     }
-    std::vector<std::string_view> names;
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-        names.push_back(command->get_name());
-    }
-    const auto near = core::suggestNames(extras.front(), names);
-    return "no such command: " + extras.front() + "; " +
-           (near.empty() ? "see vxsettings --help" : core::didYouMean(near));
+    const auto* other =
+        std::ranges::find(otherNames, extras.front(), &std::pair<std::string_view, std::string_view>::first);
+    return other != std::end(otherNames)
+               ? "no such command: " + extras.front() + "; did you mean " + std::string(other->second) + "?"
+               : unknownName("command", extras.front(), commandNames(app), adviceToSeeHelp(app));
 }
 
 ExitCode print(const std::string& text)
@@ -181,17 +234,35 @@ ExitCode print(const std::string& text)
     return ExitCode::done;
 }
 
+/// Returns the arguments in reverse order. "help COMMAND" stands for "COMMAND --help".
+std::vector<std::string> parserArguments(int argc, const char* const* argv)
+{
+    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    if (!arguments.empty() && arguments.front() == "help") {
+        arguments.erase(arguments.begin());
+        arguments.resize(std::min<std::size_t>(arguments.size(), 1));
+        const bool isKnown = arguments.empty() || std::ranges::find(entries, arguments.front(),
+                                                                    &CommandEntry::name) != std::end(entries);
+        if (isKnown) {
+            arguments.emplace_back("--help");
+        }
+    }
+    std::ranges::reverse(arguments);
+    return arguments;
+}
+
 ExitCode run(int argc, const char* const* argv)
 {
+    std::vector<std::string> arguments = parserArguments(argc, argv);
     CLI::App app(description, "vxsettings");
     app.set_version_flag("--version", "vxsettings " VX_TOOL_VERSION, "Print the version");
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     app.fallthrough();
     const auto options = addGlobalOptions(app);
-    const std::vector<Command> commands = addCommands(app, argc > 1 ? argv[1] : "");
+    const std::vector<Command> commands = addCommands(app, arguments.empty() ? "" : arguments.back());
     app.footer(footer);
     try {
-        app.parse(argc, argv);
+        app.parse(std::move(arguments));
     } catch (const CLI::CallForVersion& version) {
         return print(std::string(version.what()) + "\n");
     } catch (const CLI::Success&) {

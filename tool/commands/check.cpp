@@ -1,10 +1,12 @@
 #include <settings_core/files/file_check.hpp>
 #include <settings_core/files/input_file.hpp>
+#include <settings_core/files/settings_file.hpp>
 
 #include <algorithm>
 #include <iterator>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,7 +43,7 @@ void writeDocument(const std::filesystem::path& file, bool exists,
               out);
 }
 
-void writeText(const std::filesystem::path& file, bool exists,
+void writeText(const std::filesystem::path& file, const std::optional<std::string>& content,
                const std::vector<core::Diagnostic>& diagnostics, bool showsAll, Output& out)
 {
     std::map<std::string_view, std::size_t> counts;
@@ -56,8 +58,10 @@ void writeText(const std::filesystem::path& file, bool exists,
                 << "; show them with --all\n";
         }
     }
-    if (!exists) {
+    if (!content) {
         out << file.string() << ": no such file, so nothing is set\n";
+    } else if (core::isOnlyWhitespace(*content)) {
+        out << file.string() << ": the file is empty, so nothing is set: write { \"settings\": { ... } }\n";
     } else if (diagnostics.empty()) {
         out << file.string() << ": " << out.styled(Style::good, "no errors") << '\n';
     }
@@ -78,7 +82,7 @@ ExitCode check(LazySession& lazy, const CheckOptions& options, Output& out)
     if (out.isJson()) {
         writeDocument(file, exists, diagnostics, out);
     } else {
-        writeText(file, exists, diagnostics, options.showsAll, out);
+        writeText(file, content, diagnostics, options.showsAll, out);
     }
     return diagnostics.empty() ? ExitCode::done : ExitCode::failed;
 }

@@ -1,3 +1,4 @@
+#include <settings_core/files/file_check.hpp>
 #include <settings_core/files/input_file.hpp>
 
 #include <map>
@@ -69,6 +70,13 @@ ImportedSettings readSettings(const std::string& operand, const Session& session
 {
     const std::string name = core::inputName(operand);
     const SettingsFile file = core::parseSettingsFile(core::readInput(operand), name);
+    if (file.settings().empty()) {  // they may be in the wrong place
+        auto diagnostics =
+            core::checkSettingsFile(name, file.text(), session.tree(), session.releaseChanges());
+        if (!diagnostics.empty()) {
+            throw core::InvalidChanges(std::move(diagnostics));
+        }
+    }
     const auto published = session.publishedRelease();
     if (!published) {  // without releases, nothing can be out of date
         return {changesTo(file, file, {}, name), {}, {}};

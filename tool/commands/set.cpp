@@ -114,10 +114,10 @@ Action addSet(CLI::App& command)
             "  vxsettings set --stdin < values");
     auto options = std::make_shared<SetOptions>();
     addPositional(command, "PATH", options->path, Need::optional, "Setting or alias");
-    addPositional(
-        command, "VALUE", options->value,
-        "true, 12, [14 0 255], a string with or without quotes, or {\"a\",\"b\"}; precede a value that "
-        "begins with - by --");
+    addPositional(command, "VALUE", options->value,
+                  "true or on, 12, [14 0 255] or #0e00ff, a string with or without quotes, or {\"a\",\"b\"}; "
+                  "precede a value that "
+                  "begins with - by --");
     addFlag(command, "--json-value", options->isJson,
             "Read VALUE as JSON: 12, [14, 0, 255], \"text\", [\"a\", \"b\"], or a value as get --json prints "
             "it");

@@ -65,8 +65,6 @@ struct VX_API Constraint : ParseTarget
     /// String scalars must not be missing.
     bool rejectsMissing = false;
 
-    /// The value is a colour in this representation, or one of the names.
-    std::optional<ValueValidator::Colour> colour = std::nullopt;
     /// Names that are accepted in place of a colour's numbers.
     std::vector<std::u16string_view> colourNames = {};
 

@@ -323,6 +323,15 @@ std::span<const ConstraintKind> constraintKinds() noexcept
     return kinds;
 }
 
+bool satisfiesAll(const std::vector<ValueValidator>& validators, const Array& value)
+{
+    return std::ranges::all_of(validators, [&value](const ValueValidator& validator) {
+        return std::ranges::all_of(kinds, [&](const ConstraintKind& kind) {
+            return !kind.isSet(validator) || kind.accepts(validator, value);
+        });
+    });
+}
+
 double ParameterReader::number(std::string_view name, double open) const
 {
     return findAs<std::optional<std::size_t>>(name) != nullptr ? open : as<double>(name, "a number");

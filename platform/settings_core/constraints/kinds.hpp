@@ -77,6 +77,10 @@ void forEachKind(const ConstraintKind::Constraints& constraints, Visitor visitor
     }
 }
 
+/// Whether the value satisfies all kinds that are set in these value validators.
+[[nodiscard]] bool satisfiesAll(const std::vector<ValueValidator>& validators,
+                                const foundation::verdixdata::Array& value);
+
 /// Whether the range does not limit numbers, NaN included.
 [[nodiscard]] bool isOpen(const ::settings::core::SettingValueValidator::Range& range) noexcept;
 

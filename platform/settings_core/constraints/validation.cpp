@@ -1,10 +1,11 @@
 #include <data/views.hpp>
 #include <settings_core/constraints/kinds.hpp>
+#include <settings_core/constraints/rejection.hpp>
 #include <settings_core/constraints/script_functions.hpp>
 #include <settings_core/constraints/validation.hpp>
+#include <settings_core/tree/secret_settings.hpp>
 #include <settings_core/values/native_library.hpp>
 #include <settings_core/values/run_time_default.hpp>
-#include <settings_core/values/value_format.hpp>
 
 #include <foundation/verdixdata/array_factory.hpp>
 #include <verdix/settings/internal/values.hpp>
@@ -23,17 +24,8 @@ namespace {
 using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 
-/// Why a value is invalid; std::nullopt if it is valid.
+/// Why a value is invalid; std::nullopt if it is valid, empty if the constraints say it.
 using Message = std::optional<std::string>;
-
-/// Returns "must be <constraint>; it is <value> (<class>, <size>)".
-std::string violation(const std::string& constraint, const Array& value)
-{
-    constexpr std::size_t width = 60;  // characters of the value
-    return "must be " + constraint + "; it is " +
-           (value.isAssigned() ? formatValueOnOneLine(value, width) + " (" + formatClassAndSize(value) + ")"
-                               : "not set");
-}
 
 // Class and size
 
@@ -44,29 +36,23 @@ bool isRowOfStrings(const Array& value)
                                [](const Array& element) { return data::textOf(element).has_value(); });
 }
 
-/// Checks class and size of a value against the factory value.
-Message checkClassAndSize(const Node::Properties& properties, const Array& value)
+/// Whether class and size of a value are those that the factory value prescribes.
+bool hasRequiredClassAndSize(const Node::Properties& properties, const Array& value)
 {
-    const auto violationUnless = [&](bool isSatisfied, const std::string& constraint) {
-        return isSatisfied ? Message() : violation(constraint, value);
-    };
     const Array& factory = properties.factoryValue;
     const Constraint constraint = constraintOf(properties);
     if (!factory.isAssigned() || (constraint.colour && (data::textOf(value) || data::textOf(factory)))) {
-        return std::nullopt;
+        return true;
     }
     const bool hasFactoryClass = value.getType() == factory.getType();
     if (factory.getType() == ArrayType::CHAR) {
-        return violationUnless(hasFactoryClass && data::isRow(value), "a character vector");
+        return hasFactoryClass && data::isRow(value);
     }
     if (factory.getType() == ArrayType::CELL) {
-        return violationUnless(isRowOfStrings(value), "a cell of strings in one row");
+        return isRowOfStrings(value);
     }
-    if (constraint.hasFactorySize) {
-        return violationUnless(hasFactoryClass && value.getDimensions() == factory.getDimensions(),
-                               formatClassAndSize(factory));
-    }
-    return violationUnless(hasFactoryClass, std::string("of class ") + className(factory.getType()));
+    return hasFactoryClass &&
+           (!constraint.hasFactorySize || value.getDimensions() == factory.getDimensions());
 }
 
 // Validators
@@ -88,18 +74,13 @@ Message messageThrownBy(const Check& check)
     }
 }
 
-/// Runs the setting's validator. If that throws an exception without a message, the message describes the
-/// constraint. The managed runtime is unavailable in this process: its validators accept every value.
+/// Runs the setting's validator. The managed runtime is unavailable in this process: its validators accept
+/// every value.
 Message runValidator(const Node& setting, const Array& value)
 {
     const auto& validator = setting.properties().validator;
-    const auto rejection = [&] { return violation(describeValidator(validator), value); };
-    const auto run = [&](const auto& check) {
-        Message message = messageThrownBy(check);
-        return message == "" ? rejection() : message;
-    };
     if (const ScriptFunction* function = findScriptFunction(validator)) {
-        return function->accepts(value) ? Message() : rejection();
+        return function->accepts(value) ? Message() : "";
     }
     if (const auto* script = std::get_if<::settings::core::MValidator>(&validator)) {
         return "cannot be checked: the settings tree names the script function " + script->scope() + "." +
@@ -112,31 +93,32 @@ Message runValidator(const Node& setting, const Array& value)
         } catch (const std::runtime_error& error) {
             return std::string("cannot be checked: ") + error.what();
         }
-        return run([&] { function(value); });
+        return messageThrownBy([&] { function(value); });
     }
     const auto* callable = std::get_if<::settings::core::CPPValidator>(&validator);
     if (callable != nullptr && callable->callable()) {
-        return run(
+        return messageThrownBy(
             [&] { callable->callable()(setting.sharedFromThis(), std::string(setting.name()), value); });
     }
     return std::nullopt;
 }
 
-std::vector<Diagnostic> checkByValidators(const Node& setting, const Array& value)
+/// Runs the validator and all value validators.
+Message checkByValidators(const Node& setting, const Array& value)
 {
-    std::vector<Diagnostic> diagnostics;
-    if (Message message = runValidator(setting, value)) {
-        diagnostics.push_back({setting.getFullName(), *std::move(message)});
+    Message message = runValidator(setting, value);
+    return satisfiesAll(setting.properties().valueValidators, value) ? message : "";
+}
+
+/// Returns the diagnostic for a message, if there is one. A secret is not shown: the message of a provider
+/// might tell it.
+std::optional<Diagnostic> diagnosticFor(Message message, const Node& setting, const Array& value)
+{
+    if (!message) {
+        return std::nullopt;
     }
-    for (const ValueValidator& validator : setting.properties().valueValidators) {
-        forEachKind(validator, [&](const ConstraintKind& kind) {
-            if (!kind.accepts(validator, value)) {
-                diagnostics.push_back(
-                    {setting.getFullName(), violation(kind.describe(validator, value), value)});
-            }
-        });
-    }
-    return diagnostics;
+    const bool isOwn = !message->empty() && !isSecret(setting.fullName());
+    return Diagnostic{setting.getFullName(), isOwn ? *std::move(message) : describeRejection(setting, value)};
 }
 
 void requireSetting(const Node& node)
@@ -193,33 +175,33 @@ Array adaptString(std::u16string_view string, ArrayType wanted)
 
 }  // namespace
 
-std::vector<Diagnostic> checkValue(const Node& setting, const Array& value)
+std::optional<Diagnostic> checkValue(const Node& setting, const Array& value)
 {
     requireSetting(setting);
     const Node::Properties& properties = setting.properties();
-    Message classOrSize = checkClassAndSize(properties, value);
-    std::vector<Diagnostic> diagnostics = checkByValidators(setting, value);
-    if (classOrSize) {
-        diagnostics.insert(diagnostics.begin(), {setting.getFullName(), *std::move(classOrSize)});
+    Message message = checkByValidators(setting, value);
+    if (!message && !hasRequiredClassAndSize(properties, value)) {
+        message = "";
     }
-    if (!diagnostics.empty() && properties.errorHandler) {
+    if (message && properties.errorHandler) {
         Message thrown =
             messageThrownBy([&] { properties.errorHandler(std::string(setting.name()), value); });
         if (thrown && !thrown->empty()) {
-            return {{setting.getFullName(), *std::move(thrown)}};
+            message = std::move(thrown);
         }
     }
-    return diagnostics;
+    return diagnosticFor(std::move(message), setting, value);
 }
 
-std::vector<Diagnostic> checkDefaultValue(const Node& setting)
+std::optional<Diagnostic> checkDefaultValue(const Node& setting)
 {
     requireSetting(setting);
     try {
         const Array value = defaultValue(setting).value;
-        return value.isAssigned() ? checkByValidators(setting, value) : std::vector<Diagnostic>();
+        return value.isAssigned() ? diagnosticFor(checkByValidators(setting, value), setting, value)
+                                  : std::nullopt;
     } catch (const std::runtime_error& error) {
-        return {{setting.getFullName(), std::string("cannot be computed: ") + error.what()}};
+        return Diagnostic{setting.getFullName(), std::string("cannot be computed: ") + error.what()};
     }
 }
 

@@ -6,12 +6,13 @@
 #include <foundation/export.hpp>
 #include <foundation/verdixdata/array.hpp>
 
-#include <vector>
+#include <optional>
 
 namespace vx::core {
 
-/// Checks a value against all constraints of a setting. Returns a diagnostic for each violated constraint,
-/// with the setting's path and without a position; none for a valid value.
+/// Checks a value against all constraints of a setting. Returns a diagnostic with the setting's path and
+/// without a position; nothing for a valid value. Its message is as of describeRejection(), except that a
+/// message of the validator is used as it is if all else is right.
 ///
 /// The factory value, if there is one, prescribes class and size: for a character vector any character
 /// vector, for a cell any row of character vectors, else the same class and size. If a value validator has a
@@ -22,16 +23,16 @@ namespace vx::core {
 /// A validator that cannot run because the tree or the installation is wrong (unknown function, missing
 /// library) rejects every value; one in the managed runtime, which is unavailable in this process, none. If
 /// the setting has an error handler, it is called for an invalid value, with the setting's name and the
-/// value, and the message that it throws replaces all others.
+/// value, and the message that it throws replaces all others. A secret is not shown, nor any such message.
 ///
 /// Throws std::invalid_argument when the node is a group or an alias.
-[[nodiscard]] VX_API std::vector<Diagnostic> checkValue(const Node& setting,
-                                                        const foundation::verdixdata::Array& value);
+[[nodiscard]] VX_API std::optional<Diagnostic> checkValue(const Node& setting,
+                                                          const foundation::verdixdata::Array& value);
 
 /// Checks the setting's factory value or run-time default against its validator and value validators. A
 /// setting without either passes; a run-time default that cannot be computed does not. Throws like
 /// checkValue.
-[[nodiscard]] VX_API std::vector<Diagnostic> checkDefaultValue(const Node& setting);
+[[nodiscard]] VX_API std::optional<Diagnostic> checkDefaultValue(const Node& setting);
 
 /// Converts a value to the class of the setting's factory value if nothing is lost: numbers of another
 /// numeric class, a character vector to a string scalar or back. Returns any other value unchanged. Throws

@@ -1,10 +1,10 @@
 #include "change_validation.hpp"
 
 #include <settings_core/constraints/constraints.hpp>
+#include <settings_core/constraints/rejection.hpp>
 #include <settings_core/constraints/validation.hpp>
 #include <settings_core/files/text_position.hpp>
 #include <settings_core/tree/secret_settings.hpp>
-#include <settings_core/values/value_format.hpp>
 #include <settings_core/values/value_parsing.hpp>
 
 #include <utility>
@@ -15,14 +15,6 @@ namespace vx::core {
 namespace {
 
 using foundation::verdixdata::Array;
-
-constexpr std::size_t valueWidth = 80;  // characters of a rejected value in a message
-
-std::string rejection(const Node& setting, const std::string& reason)
-{
-    return (isSecret(setting.fullName()) ? "cannot be " + std::string(maskedValue) : reason) +
-           "; allowed: " + describeConstraint(setting.properties());
-}
 
 /// Returns the position of a part of a text that begins at `start`, which may be unknown.
 Position positionWithin(const Position& start, const Position& part)
@@ -113,27 +105,19 @@ try {
                                             : parseValue(value.text, target);
 } catch (const ParseError& error) {
     const Position position = positionAt(value.text, error.offset());
-    const bool isPositioned = value.position.line != 0;
     report(setting.getFullName(),
-           rejection(setting, isPositioned ? error.what()
-                                           : "cannot be " + value.text + ": column " +
-                                                 std::to_string(position.column) + ": " + error.what()),
+           describeTextRejection(setting, {value.text, value.notation, value.position.line != 0}, error),
            isSecret(setting.fullName()) ? value.position : positionWithin(value.position, position));
     return std::nullopt;
 }
 
 bool ChangeValidation::isValid(const Node& setting, const Array& value, const Position& position)
 {
-    std::string messages;
-    for (const Diagnostic& diagnostic : checkValue(setting, value)) {
-        messages += (messages.empty() ? "" : "; ") + diagnostic.message;
+    std::optional<Diagnostic> invalid = checkValue(setting, value);
+    if (invalid) {
+        report(invalid->path, std::move(invalid->message), position);
     }
-    if (!messages.empty()) {
-        report(setting.getFullName(),
-               rejection(setting, "cannot be " + formatValueOnOneLine(value, valueWidth) + ": " + messages),
-               position);
-    }
-    return messages.empty();
+    return !invalid;
 }
 
 }  // namespace vx::core

@@ -72,14 +72,27 @@ private:
         } else if (member.name == "locked") {
             std::ranges::for_each(member.value.elements, [this](const JsonValue& path) { checkLock(path); });
         } else if (member.name != "settings") {
-            report(member.offset, member.name,
-                   "is an unknown member: a settings file has \"release\", \"locked\" and \"settings\"");
+            reportUnknownMember(member);
         } else if (&member.value.members == &file_.settings()) {  // of duplicates, the one that applies
             checkDuplicates(file_.settings());
             for (const JsonMember& setting : file_.settings()) {
                 checkSetting(setting);
             }
         }
+    }
+
+    void reportUnknownMember(const JsonMember& member)
+    {
+        const Node* node = tree_.find(fullPath(tree_, member.name));
+        if (node == nullptr && member.name.find('.') == std::string::npos) {
+            report(member.offset, member.name,
+                   "is an unknown member: a settings file has \"release\", \"locked\" and \"settings\"");
+            return;
+        }
+        const bool isShort = node != nullptr && node->fullName() != member.name;
+        report(member.offset, member.name,
+               "has no effect here: write it inside \"settings\": { ... }" +
+                   (isShort ? ", as " + node->getFullName() : ""));
     }
 
     void checkRelease(const JsonMember& member)
@@ -114,7 +127,9 @@ private:
     {
         const Node* node = tree_.find(member.name);
         if (node == nullptr) {
-            report(member.offset, member.name, "is not a setting; " + unknownPaths_.explain(member.name));
+            report(member.offset, member.name,
+                   (member.name.empty() ? "\"\" is" : "is") + std::string(" not a setting; ") +
+                       unknownPaths_.explain(member.name));
             return;
         }
         switch (node->kind()) {

@@ -90,7 +90,12 @@ public:
     }
 
 private:
-    [[noreturn]] void fail(const std::string& message) const { throw ParseError(at_, message); }
+    [[noreturn]] void fail(const std::string& message) const
+    {
+        const std::string_view rest = text_.substr(at_);
+        const bool isComment = rest.starts_with("//") || rest.starts_with("/*") || rest.starts_with('#');
+        throw ParseError(at_, isComment ? "JSON has no comments: remove it" : message);
+    }
 
     [[nodiscard]] char peek() const noexcept { return at_ < text_.size() ? text_[at_] : '\0'; }
 
@@ -99,6 +104,20 @@ private:
         const bool isHere = at_ < text_.size() && text_[at_] == c;
         at_ += isHere ? 1 : 0;
         return isHere;
+    }
+
+    /// Takes a comma, which must not be the last one before `close`.
+    bool takeComma(char close)
+    {
+        const std::size_t comma = at_;
+        if (!take(',')) {
+            return false;
+        }
+        skipWhitespace();
+        if (peek() == close) {
+            throw ParseError(comma, std::string("remove the comma before ") + close);
+        }
+        return true;
     }
 
     void skipWhitespace() noexcept { at_ = std::min(text_.find_first_not_of(" \t\r\n", at_), text_.size()); }
@@ -160,7 +179,7 @@ private:
             skipWhitespace();
             result.members.push_back(member(depth));
             skipWhitespace();
-        } while (take(','));
+        } while (takeComma('}'));
         if (!take('}')) {
             fail("expected \",\" or \"}\" after a member");
         }
@@ -196,7 +215,7 @@ private:
             skipWhitespace();
             result.elements.push_back(value(depth + 1));
             skipWhitespace();
-        } while (take(','));
+        } while (takeComma(']'));
         if (!take(']')) {
             fail("expected \",\" or \"]\" after an element");
         }

@@ -97,10 +97,11 @@ AppliedChanges SettingsEditor::carryOut(bool createsFile, MakeChanges makeChange
     if (!createsFile && !content) {  // removed meanwhile by another process
         return applied;
     }
-    const SettingsFile file =
-        parseSettingsFile(content.value_or(emptySettingsFile(
-                              nameOf(options_.release ? options_.release : newestRelease(releases_)))),
-                          file_);
+    const std::string before =
+        isOnlyWhitespace(content.value_or(""))
+            ? emptySettingsFile(nameOf(options_.release ? options_.release : newestRelease(releases_)))
+            : *content;
+    const SettingsFile file = parseSettingsFile(before, file_);
     Layers layers(tree_, options_.layers);  // read under the lock
     SettingsFileEdit edit(file);
     for (const ValidChange& change : makeChanges(file, layers, applied)) {
@@ -115,7 +116,7 @@ AppliedChanges SettingsEditor::carryOut(bool createsFile, MakeChanges makeChange
         }
     }
     const std::string text = edit.text();
-    applied.isWritten = locked && text != content;
+    applied.isWritten = locked && text != before;
     if (applied.isWritten) {
         replace(*locked, text);
     }

@@ -6,12 +6,12 @@
 #include <settings_core/releases/release_name.hpp>
 #include <settings_core/tree/node.hpp>
 #include <settings_core/tree/settings_tree.hpp>
+#include <settings_core/values/value_parsing.hpp>
 
 #include <foundation/verdixdata/array.hpp>
 #include <settings/core/settings_file_change.hpp>
 
 #include <cstddef>
-#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
@@ -23,13 +23,6 @@
 namespace vx::core {
 
 struct ValidChange;
-
-/// The notation in which a user writes a value.
-enum class Notation : std::uint8_t
-{
-    script,  ///< the scripting language's, see parseValue
-    json     ///< JSON as in settings files, see parseJsonValue
-};
 
 /// A value as a user writes it.
 struct ValueText

@@ -78,7 +78,10 @@ JsonStyle topLevelStyle()
 }  // namespace
 
 SettingsFile::SettingsFile(std::string text)
-    : text_(std::make_unique<const std::string>(std::move(text))), positions_(*text_), root_(readJson(*text_))
+    : text_(std::make_unique<const std::string>(isOnlyWhitespace(text) ? std::string(emptyObjectText)
+                                                                       : std::move(text))),
+      positions_(*text_),
+      root_(readJson(*text_))
 {
     if (root_.kind != JsonKind::object) {
         throw ParseError(root_.offset, "expected an object: { \"release\": ..., \"settings\": { ... } }");
@@ -245,6 +248,12 @@ std::optional<ReleaseName> parseRelease(const JsonValue& release)
         return std::nullopt;
     }
     return parseReleaseName(foundation::verdixdata::toUtf8(decodedString(release)));
+}
+
+bool isOnlyWhitespace(std::string_view text) noexcept
+{
+    text.remove_prefix(text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0);
+    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
 std::string emptySettingsFile(std::string_view release, std::string_view schema)

@@ -27,8 +27,9 @@ namespace vx::core {
 class VX_API SettingsFile
 {
 public:
-    /// Parses the content of a file. Throws ParseError when it is not JSON, or not an object with an optional
-    /// object "settings" and an optional array of strings "locked". Does not check paths, values or release.
+    /// Parses the content of a file; whitespace alone stands for an empty object. Throws ParseError when it
+    /// is not JSON, or not an object with an optional object "settings" and an optional array of strings
+    /// "locked". Does not check paths, values or release.
     explicit SettingsFile(std::string text);
     /// Moving keeps references to JSON values valid.
     ///@{
@@ -36,7 +37,7 @@ public:
     SettingsFile& operator=(SettingsFile&&) noexcept = default;
     ///@}
 
-    /// Returns the content that was parsed.
+    /// Returns the content that was parsed; an empty object for whitespace alone.
     [[nodiscard]] const std::string& text() const noexcept { return *text_; }
     /// Returns the positions in the content.
     [[nodiscard]] const PositionIndex& positions() const noexcept { return positions_; }
@@ -118,6 +119,9 @@ private:
     std::optional<std::string> locked_;
     bool changesSettings_ = false;
 };
+
+/// Whether a file has no content. Such a settings file has no settings.
+[[nodiscard]] VX_API bool isOnlyWhitespace(std::string_view text) noexcept;
 
 /// Returns the content of a new file without settings. An empty release is left out, and so is an empty
 /// location of the JSON Schema.

@@ -51,6 +51,13 @@ private:
     std::size_t offset_;
 };
 
+/// Thrown for a value that is well-formed, but of another class than wanted.
+class VX_API UnsuitableValue : public ParseError
+{
+public:
+    using ParseError::ParseError;
+};
+
 /// The bytes of a UTF-8 byte-order mark.
 inline constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 

@@ -17,7 +17,9 @@ const Node& nodeAt(const SettingsTree& tree, UnknownPaths& unknownPaths, std::st
     if (const Node* found = tree.find(full)) {
         return *found;
     }
-    throw UnknownPath("no such path: " + std::string(path) + "; " + unknownPaths.explain(full));
+    throw UnknownPath(path.empty()
+                          ? "the path is empty; " + unknownPaths.explain(path)
+                          : "no such path: " + std::string(path) + "; " + unknownPaths.explain(full));
 }
 
 const Node& nodeAt(const SettingsTree& tree, const ReleaseChangeTable& releases, std::string_view path)

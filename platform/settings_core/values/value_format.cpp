@@ -181,7 +181,11 @@ std::string formatValueOnOneLine(const Array& value, std::size_t width)
     if (value.isAssigned()) {
         append(text, value);
     }
-    text = data::escapeUnprintable(text);
+    return truncate(data::escapeUnprintable(text), width);
+}
+
+std::string truncate(std::string text, std::size_t width)
+{
     if (characterCount(text) > width) {
         text.resize(prefixLength(text, width == 0 ? 0 : width - 1));
         text += width == 0 ? "" : "…";

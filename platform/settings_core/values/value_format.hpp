@@ -26,6 +26,9 @@ namespace vx::core {
 [[nodiscard]] VX_API std::string formatValueOnOneLine(const foundation::verdixdata::Array& value,
                                                       std::size_t width);
 
+/// Returns a UTF-8 string of at most `width` characters; "…" marks the end of a truncated one.
+[[nodiscard]] std::string truncate(std::string text, std::size_t width);
+
 /// Returns class and size: "int32, 1-by-2".
 [[nodiscard]] VX_API std::string formatClassAndSize(const foundation::verdixdata::Array& value);
 

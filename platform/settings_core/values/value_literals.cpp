@@ -8,6 +8,7 @@
 #include <verdix/settings/internal/values.hpp>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <concepts>
@@ -23,7 +24,7 @@ using namespace foundation::verdixdata;
 
 [[noreturn]] void expected(const std::string& what, std::size_t offset)
 {
-    throw ParseError(offset, "expected " + what);
+    throw UnsuitableValue(offset, "expected " + what);
 }
 
 std::string describeFound(const Literal& literal)
@@ -84,10 +85,14 @@ std::optional<T> parseInteger(std::string_view token)
 
 bool elementOf(Literal&& literal, std::type_identity<bool>)
 {
-    if (literal.isString || (literal.token != "true" && literal.token != "false")) {
+    // JSON has true and false only: its reader rejects the others, unless they are strings.
+    constexpr std::array<std::string_view, 4> yes{"true", "True", "on", "yes"};
+    constexpr std::array<std::string_view, 4> no{"false", "False", "off", "no"};
+    const bool isTrue = std::ranges::find(yes, literal.token) != yes.end();
+    if (literal.isString || (!isTrue && std::ranges::find(no, literal.token) == no.end())) {
         expected("true or false" + describeFound(literal), literal.offset);
     }
-    return literal.token == "true";
+    return isTrue;
 }
 
 double elementOf(Literal&& literal, std::type_identity<double>)

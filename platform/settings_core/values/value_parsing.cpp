@@ -1,3 +1,4 @@
+#include <settings_core/values/value_format.hpp>
 #include <settings_core/values/value_literals.hpp>
 #include <settings_core/values/value_parsing.hpp>
 
@@ -5,6 +6,8 @@
 #include <verdix/settings/internal/values.hpp>
 
 #include <algorithm>
+#include <charconv>
+#include <system_error>
 #include <utility>
 
 namespace vx::core {
@@ -176,6 +179,29 @@ bool isUnquotedString(std::string_view text, const ParseTarget& target)
     return target.acceptsColourNames && !isBracketed && !isNumberLike;
 }
 
+/// Returns the value of #ff0000 or #f00 as a list; nothing for any other text.
+std::optional<std::string> colourAsList(std::string_view text, bool isNormalised)
+{
+    text = text.substr(std::min(text.find_first_not_of(whitespace), text.size()));
+    text = text.substr(0, text.find_last_not_of(whitespace) + 1);
+    const std::size_t digits = text.size() / 3;  // of each part
+    if (!text.starts_with('#') || (text.size() != 4 && text.size() != 7)) {
+        return std::nullopt;
+    }
+    std::string list = "[";
+    for (std::size_t at = 1; at < text.size(); at += digits) {
+        unsigned part = 0;
+        const char* const end = text.data() + at + digits;
+        const auto [stop, error] = std::from_chars(text.data() + at, end, part, 16);
+        if (error != std::errc() || stop != end) {
+            return std::nullopt;
+        }
+        part *= digits == 1 ? 17 : 1;
+        list += " " + formatNumber(isNormalised ? part / 255.0 : part);
+    }
+    return list + " ]";
+}
+
 LiteralGrid singleString(std::string_view text)
 {
     LiteralGrid grid;
@@ -191,6 +217,12 @@ Array parseValue(std::string_view text, const ParseTarget& target)
     const std::size_t valid = validUtf8PrefixLength(text);
     if (valid != text.size()) {
         throw ParseError(valid, "invalid UTF-8");
+    }
+    if (target.colour) {
+        using Colour = ::settings::core::SettingValueValidator::Colour;
+        if (const auto list = colourAsList(text, target.colour == Colour::normalised)) {
+            return arrayOf(LiteralParser(*list).value(), target);
+        }
     }
     return arrayOf(isUnquotedString(text, target) ? singleString(text) : LiteralParser(text).value(), target);
 }

@@ -6,7 +6,9 @@
 
 #include <foundation/export.hpp>
 #include <foundation/verdixdata/array.hpp>
+#include <settings/core/factory_setting_properties.hpp>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,11 +22,22 @@ struct ParseTarget
     std::optional<foundation::verdixdata::ArrayType> elementClass = std::nullopt;
     /// Whether a string, the name of a colour, is allowed instead of numbers.
     bool acceptsColourNames = false;
+    /// The value is a colour in this representation, or one of its names.
+    std::optional<::settings::core::SettingValueValidator::Colour> colour = std::nullopt;
+};
+
+/// The notation in which a user writes a value.
+enum class Notation : std::uint8_t
+{
+    script,  ///< the scripting language's, see parseValue
+    json     ///< JSON as in settings files, see parseJsonValue
 };
 
 /// Parses a value in the scripting language's notation: true, 12, -1.5e3, [14 0 255], [1,2;3,4], {"a","b"},
 /// {} and strings in single or double quotes, which are doubled inside. Quotes may be omitted where the value
-/// can only be a string; it then includes all whitespace. Throws ParseError.
+/// can only be a string; it then includes all whitespace. A logical value may also be on, off, yes, no, True
+/// or False, and a colour \#ff0000 or \#f00. Throws ParseError; UnsuitableValue if the notation is right, but
+/// not the class.
 [[nodiscard]] VX_API foundation::verdixdata::Array parseValue(std::string_view text,
                                                               const ParseTarget& target);
 

@@ -38,7 +38,8 @@ TEST_F(LayersTest, TheLastLayerWithAFittingValueHolds)
     ASSERT_EQ(held.diagnostics.size(), 1U);
     EXPECT_THAT(
         formatDiagnostic(held.diagnostics.front()),
-        HasSubstr("settings.json:2:35: verdix.commandwindow.WrapLines: expected true or false, not 3"));
+        HasSubstr(
+            "settings.json:2:35: verdix.commandwindow.WrapLines: 3 is not allowed: must be true or false"));
 
     tests::writeFile(files.personal, "{\"settings\": [");
     EXPECT_THROW(static_cast<void>(vx::core::Layers(tree, files).effective(wrap)), std::runtime_error);
@@ -109,7 +110,7 @@ TEST_F(LayersTest, CheckReportsEveryFaultAtOnceWithItsPlace)
         {R"(    "verdix.commandwindow.DisplayLineSpacing": ^"wide",)", {"loose"}},
         {R"(    "verdix.colors.KeywordColor": ^[1, 2],)", {"0 to 255"}},
         {R"(    "verdix.colors.CommentColor": [[1, 2], ^[3]],)", {"a list of 2"}},
-        {R"(    "verdix.connector.InterfacesBlocklist": ^"a",)", {"a list of strings"}},
+        {R"(    "verdix.connector.InterfacesBlocklist": ^"a",)", {"as a list: [\"a\"]"}},
         {R"(    ^"verdix.alias.Second": 1,)", {"is an alias: write verdix.rule.words"}},
         {R"(    ^"verdix.commandwindow.fixed": 1)", {"is read-only"}},
         {R"(} })"},

@@ -78,7 +78,6 @@ TEST(SettingsFileTest, SaysWhereAFileIsDamaged)
         std::string text;
         std::size_t line, column;
     } const cases[] = {
-        {"", 1, 1},
         {"{\n  \"settings\": {\n    \"ä\": 1,,\n", 3, 12},
         {"\xEF\xBB\xBF{\"settings\": 1}", 1, 14},
         {"[]", 1, 1},

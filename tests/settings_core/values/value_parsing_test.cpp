@@ -90,7 +90,7 @@ TEST(ValueParsingTest, SaysWhereAndWhatIsExpected)
         std::string message;
         bool isJson = false;
     } const cases[] = {
-        {"yes", as(ArrayType::LOGICAL), 0, "true or false, not yes"},
+        {"maybe", as(ArrayType::LOGICAL), 0, "true or false, not maybe"},
         {"[1 2; 3]", as(ArrayType::DOUBLE), 6, "row 2 has 1 elements, expected 2"},
         {"[1 300]", as(ArrayType::UINT8), 3, "a whole number from 0 to 255, not 300"},
         {"[1 2", as(ArrayType::DOUBLE), 4, "\"]\" after an element"},
