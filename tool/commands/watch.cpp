@@ -120,7 +120,7 @@ void writeChange(const EffectiveChange& change, Output& out)
                                                core::shownValue(setting, change.after), out);
 }
 
-/// Writes changes until a signal ends it. Throws ReaderGone as soon as nobody can read them any more.
+/// Writes changes until a signal ends it. Throws ReaderGone as soon as their reader is gone.
 void writeChanges(core::SettingsObserver& observer, const EndSignals& signals, Output& out)
 {
     std::array<pollfd, 3> waiting{

@@ -10,7 +10,7 @@ namespace vx::tool {
 
 /// The copy of a settings file on which a text editor works. It stays in the folder edit/<absolute path of
 /// the file> under the state folder, for the user only, until it is discarded, so nothing that was edited is
-/// lost when the edit fails. While the object exists, nobody else can begin to edit the same file.
+/// lost when the edit fails. While the object exists, no other process can begin to edit the same file.
 class EditedCopy
 {
 public:
