@@ -8,6 +8,7 @@
 #include <string>
 
 #include "cli/diagnostics.hpp"
+#include "render/effective_value.hpp"
 
 namespace vx::tool {
 
@@ -23,18 +24,16 @@ std::size_t writeModified(const Session& session, core::Layers& layers, bool wit
     core::SettingsFileEdit file(empty);
     std::size_t leftOut = 0;
     for (const Node* node : session.tree().nodes()) {
-        if (node->kind() != core::NodeKind::setting || !layers.hasOverride(*node)) {
-            continue;
-        }
-        const core::LayerValue effective = layers.effective(*node);
-        if (effective.origin == core::Origin::factory || effective.value == node->properties().factoryValue) {
+        const auto modified =
+            node->kind() == core::NodeKind::setting ? modifiedValue(layers, *node) : std::nullopt;
+        if (!modified) {
             continue;
         }
         if (core::isSecret(node->fullName()) && !withSecrets) {
             ++leftOut;
         } else {
             file.set(node->getFullName(),
-                     core::valueToJson(effective.value, core::constraintOf(node->properties())));
+                     core::valueToJson(modified->value, core::constraintOf(node->properties())));
         }
     }
     out << Exact{file.text()};

@@ -17,6 +17,7 @@
 #include "catalog/catalog.hpp"
 #include "page/page_files.hpp"
 #include "render/css_preview.hpp"
+#include "render/effective_value.hpp"
 #include "render/escaping.hpp"
 #include "render/node_labels.hpp"
 
@@ -82,18 +83,6 @@ std::string classOf(const Node& setting)
     return elementClass ? className(*elementClass) : "any";
 }
 
-/// Returns the effective value if it differs from the factory value; otherwise an empty value of the factory
-/// layer.
-core::LayerValue modification(const Source& source, const Node& setting)
-{
-    if (!source.layers.hasOverride(setting)) {
-        return {};  // the page does not run run-time defaults
-    }
-    core::LayerValue effective = source.layers.effective(setting);
-    return effective.value == setting.properties().factoryValue ? core::LayerValue()
-                                                                : shownValue(setting, std::move(effective));
-}
-
 // Rows
 
 std::string historyHtml(const Source& source, const Node& node)
@@ -141,12 +130,12 @@ Row settingRow(const Source& source, const Node& node, const std::string& font)
         row.constraints +=
             "<div class=\"history\">locked by <code>" + escapeHtml(lock->file.string()) + "</code></div>";
     }
-    const core::LayerValue effective = modification(source, node);
-    if (effective.origin != core::Origin::factory) {
-        const std::string layer(core::originName(effective.origin));
-        row.attributes += " data-modified=\"" + layer + "\"";
-        row.badges += badge("modified", layer);
-        row.value = "<div class=\"held\">" + valueHtml(node, effective.value, "") +
+    if (auto modified = modifiedValue(source.layers, node)) {
+        const std::string origin(core::originName(modified->origin));
+        row.attributes += " data-modified=\"" + origin + "\"";
+        row.badges += badge("modified", origin);
+        row.value = "<div class=\"held\">" +
+                    valueHtml(node, core::shownValue(node, *std::move(modified)).value, "") +
                     "</div><div class=\"factory\">factory: " + row.value + "</div>";
     }
     return row;

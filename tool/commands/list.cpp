@@ -117,15 +117,6 @@ bool isConstrainedBy(const Node& node, const std::string& pattern)
                                [&](const std::string& name) { return matches(pattern, name); });
 }
 
-bool isModified(core::Layers& layers, const Node& node)
-{
-    if (node.kind() != NodeKind::setting || !layers.hasOverride(node)) {
-        return false;
-    }
-    const core::LayerValue effective = layers.effective(node);
-    return effective.origin != core::Origin::factory && !(effective.value == node.properties().factoryValue);
-}
-
 /// Returns what a settings file states, valid or not: the last one, or that of the origin asked for.
 std::optional<core::LayerValue> statedValue(core::Layers& layers, const Node& node, const std::string& origin)
 {
@@ -148,7 +139,7 @@ bool passesFilters(core::Layers& layers, const ListOptions& options, const Node&
            (options.validator.empty() || isConstrainedBy(node, options.validator)) &&
            (!options.onlyHidden || node.isHidden()) &&
            (!options.onlyReadOnly || node.properties().readOnly.value()) &&
-           (!options.onlyModified || isModified(layers, node)) &&
+           (!options.onlyModified || (node.kind() == NodeKind::setting && modifiedValue(layers, node))) &&
            (!options.onlySet || statedValue(layers, node, options.origin)) &&
            (!options.onlyLocked || layers.lockOf(node)) &&
            (!showsValues(options) || node.kind() == NodeKind::setting);

@@ -2,6 +2,8 @@
 
 #include <settings_core/values/value_format.hpp>
 
+#include <utility>
+
 namespace vx::tool {
 
 namespace {
@@ -13,6 +15,17 @@ constexpr std::size_t cellWidth = 60;  // in characters
 core::LayerValue shownEffective(core::Layers& layers, const core::Node& setting)
 {
     return core::shownValue(setting, layers.effective(setting));
+}
+
+std::optional<core::LayerValue> modifiedValue(core::Layers& layers, const core::Node& setting)
+{
+    if (!layers.hasOverride(setting)) {
+        return std::nullopt;
+    }
+    core::LayerValue effective = layers.effective(setting);
+    const bool isModified =
+        effective.origin != core::Origin::factory && effective.value != setting.properties().factoryValue;
+    return isModified ? std::optional(std::move(effective)) : std::nullopt;
 }
 
 std::string valueOnOneLine(const core::LayerValue& value, std::size_t width)

@@ -16,6 +16,10 @@ namespace vx::tool {
 /// Returns the effective value of a setting, masked if it is a secret of a settings file.
 [[nodiscard]] core::LayerValue shownEffective(core::Layers& layers, const core::Node& setting);
 
+/// Returns the effective value of a setting if a file gives it and it differs from the factory value. Runs no
+/// run-time default for settings that no file sets.
+[[nodiscard]] std::optional<core::LayerValue> modifiedValue(core::Layers& layers, const core::Node& setting);
+
 /// Returns the value on one line, shortened to a width in characters; "(no value)" if there is none.
 [[nodiscard]] std::string valueOnOneLine(const core::LayerValue& value, std::size_t width);
 
