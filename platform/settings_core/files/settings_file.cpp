@@ -1,3 +1,4 @@
+#include <settings_core/files/locked_paths.hpp>
 #include <settings_core/files/settings_file.hpp>
 #include <settings_core/releases/release_history.hpp>
 

@@ -5,7 +5,6 @@
 
 #include <settings_core/files/json_object_edit.hpp>
 #include <settings_core/files/json_reader.hpp>
-#include <settings_core/files/locked_paths.hpp>
 #include <settings_core/files/text_position.hpp>
 #include <settings_core/releases/release_name.hpp>
 
@@ -22,6 +21,8 @@
 #include <vector>
 
 namespace vx::core {
+
+class LockedPaths;
 
 /// A parsed settings file. Of duplicate settings, the last one applies.
 class VX_API SettingsFile
