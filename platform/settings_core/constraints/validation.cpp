@@ -110,6 +110,16 @@ Message checkByValidators(const Node& setting, const Array& value)
     return satisfiesAll(setting.properties().valueValidators, value) ? message : "";
 }
 
+/// Checks the value against all constraints, without the error handler.
+Message checkByConstraints(const Node& setting, const Array& value)
+{
+    Message message = checkByValidators(setting, value);
+    if (!message && !hasRequiredClassAndSize(setting.properties(), value)) {
+        message = "";
+    }
+    return message;
+}
+
 /// Returns the diagnostic for a message, if there is one. A secret is not shown: the message of a provider
 /// might tell it.
 std::optional<Diagnostic> diagnosticFor(Message message, const Node& setting, const Array& value)
@@ -175,14 +185,17 @@ Array adaptString(std::u16string_view string, ArrayType wanted)
 
 }  // namespace
 
+bool acceptsValue(const Node& setting, const Array& value)
+{
+    requireSetting(setting);
+    return !checkByConstraints(setting, value);
+}
+
 std::optional<Diagnostic> checkValue(const Node& setting, const Array& value)
 {
     requireSetting(setting);
     const Node::Properties& properties = setting.properties();
-    Message message = checkByValidators(setting, value);
-    if (!message && !hasRequiredClassAndSize(properties, value)) {
-        message = "";
-    }
+    Message message = checkByConstraints(setting, value);
     if (message && properties.errorHandler) {
         Message thrown =
             messageThrownBy([&] { properties.errorHandler(std::string(setting.name()), value); });

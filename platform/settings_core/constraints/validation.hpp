@@ -29,6 +29,10 @@ namespace vx::core {
 [[nodiscard]] VX_API std::optional<Diagnostic> checkValue(const Node& setting,
                                                           const foundation::verdixdata::Array& value);
 
+/// Whether checkValue would return nothing for the value. Composes no message and does not call the error
+/// handler, so that values can be tried. Throws like checkValue.
+[[nodiscard]] bool acceptsValue(const Node& setting, const foundation::verdixdata::Array& value);
+
 /// Checks the setting's factory value or run-time default against its validator and value validators. A
 /// setting without either passes; a run-time default that cannot be computed does not. Throws like
 /// checkValue.

@@ -1,16 +1,19 @@
-#include <settings_core/files/stored_value.hpp>
+#include <settings_core/constraints/constraints.hpp>
+#include <settings_core/constraints/validation.hpp>
 #include <settings_core/files/value_conversion.hpp>
 #include <settings_core/values/value_parsing.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vx::core {
 
 namespace {
 
+using foundation::verdixdata::Array;
 using foundation::verdixdata::ArrayType;
 
 /// JSON text; nothing where a conversion does not apply.
@@ -135,11 +138,13 @@ constexpr Conversion conversions[] = {
     listToString,
 };
 
-StoredValue storedFrom(const Node& setting, const JsonValue& value)
-{
-    JsonMember member;
-    member.value = value;
-    return readStoredValue(setting, member, {}, PositionIndex({}));
+/// Returns the value of a setting if the setting accepts it.
+std::optional<Array> acceptedValue(const Node& setting, const JsonValue& json)
+try {
+    Array value = valueFromJson(json, constraintOf(setting.properties()));
+    return acceptsValue(setting, value) ? std::optional(std::move(value)) : std::nullopt;
+} catch (const ParseError&) {
+    return std::nullopt;
 }
 
 /// Appends the elements, row by row, with equal strings in equal notation.
@@ -164,15 +169,15 @@ std::vector<std::string> elementsOf(const std::string& json)
 /// Whether the setting accepts the value and stores exactly its decimals: "0.10" would come back as 0.1.
 bool acceptsExactly(const Node& setting, const std::string& json)
 {
-    const StoredValue stored = storedFrom(setting, readJson(json));
-    return stored.diagnostics.empty() && elementsOf(valueToJson(stored.value)) == elementsOf(json);
+    const std::optional<Array> value = acceptedValue(setting, readJson(json));
+    return value && elementsOf(valueToJson(*value)) == elementsOf(json);
 }
 
 }  // namespace
 
 std::optional<std::string> convertStoredValue(const Node& setting, const JsonValue& value)
 {
-    if (storedFrom(setting, value).diagnostics.empty()) {
+    if (setting.properties().readOnly.value() || acceptedValue(setting, value)) {
         return std::nullopt;
     }
     for (const Conversion convert : conversions) {

@@ -20,11 +20,7 @@ using vx::core::MigrationEvent;
 using vx::core::ReleaseName;
 using vx::core::SettingsFile;
 
-#ifdef __SANITIZE_ADDRESS__
-constexpr int rounds = 400;  // each throws many exceptions, which are slow while stack frames are checked
-#else
 constexpr int rounds = 3000;
-#endif
 
 struct MigrationTest : testing::Test
 {
