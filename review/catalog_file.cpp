@@ -23,6 +23,11 @@ constexpr std::array<std::string_view, 22> acronyms = {
     "API", "ASCII", "CPU", "CSS", "CSV", "DPI", "GPU", "GUI", "HTML", "HTTP", "ID",
     "IP",  "JSON",  "PDF", "PNG", "RGB", "RTF", "SVG", "UI",  "URL",  "UTF",  "XML"};
 
+/// Words without a capital inside a title.
+constexpr std::array<std::string_view, 17> smallWords = {"a",   "an",   "and", "as",    "at",  "by",
+                                                         "for", "from", "if",  "in",    "of",  "on",
+                                                         "or",  "the",  "to",  "while", "with"};
+
 enum class CharacterKind
 {
     other,
@@ -51,9 +56,13 @@ bool beginsWord(std::string_view name, std::size_t index)
     return before != here && !(before == CharacterKind::upper && here == CharacterKind::lower);
 }
 
-std::string titleWord(std::string_view word)
+std::string titleWord(std::string_view word, bool isInside)
 {
-    std::string capitals = boost::algorithm::to_upper_copy(std::string(word), std::locale::classic());
+    std::string small = boost::algorithm::to_lower_copy(std::string(word), std::locale::classic());
+    if (isInside && std::ranges::find(smallWords, small) != smallWords.end()) {
+        return small;
+    }
+    std::string capitals = boost::algorithm::to_upper_copy(std::move(small), std::locale::classic());
     if (std::ranges::find(acronyms, capitals) != acronyms.end()) {
         return capitals;
     }
@@ -122,7 +131,8 @@ std::string makeTitle(std::string_view name)
         if (index == name.size() || beginsWord(name, index)) {
             const std::string_view word = name.substr(start, index - start);
             if (kindOf(word.front()) != CharacterKind::other) {
-                title.append(title.empty() ? "" : " ").append(titleWord(word));
+                title.append(title.empty() ? "" : " ")
+                    .append(titleWord(word, start > 0 && index < name.size()));
             }
             start = index;
         }

@@ -109,7 +109,8 @@ TEST(CatalogFile, SplitsNamesIntoTitles)
     for (const auto& [name, title] :
          std::vector<std::pair<std::string, std::string>>{{"ShowLineNumbers", "Show Line Numbers"},
                                                           {"editor", "Editor"},
-                                                          {"ShowHtmlTagsInURL", "Show HTML Tags In URL"},
+                                                          {"ShowHtmlTagsInURL", "Show HTML Tags in URL"},
+                                                          {"OfSignIn", "Of Sign In"},
                                                           {"CSSFile", "CSS File"},
                                                           {"WindowID2", "Window ID 2"},
                                                           {"startup_plugins", "Startup Plugins"},
