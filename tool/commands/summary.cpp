@@ -1,3 +1,5 @@
+#include <settings_core/releases/release_name.hpp>
+
 #include <boost/json/array.hpp>
 
 #include <array>
@@ -69,6 +71,9 @@ void writeBundle(const Session& session, Output& out)
     table.add({{"framework", Style::note}, std::string(frameworkName).append(" ").append(frameworkVersion)});
     table.add({{"bundle", Style::note}, bundle.GetSymbolicName() + " " + bundle.GetVersion().ToString()});
     table.add({{"file", Style::note}, bundle.GetLocation()});
+    if (const auto release = session.publishedRelease()) {
+        table.add({{"release", Style::note}, core::formatReleaseName(*release)});
+    }
     table.write(out);
 }
 
@@ -95,6 +100,7 @@ void writeText(const Session& session, const std::vector<Area>& areas, Output& o
 void writeDocument(const Session& session, const std::vector<Area>& areas, Output& out)
 {
     const auto& bundle = session.host().bundle();
+    const auto release = session.publishedRelease();
     json::array list;
     for (const auto& [name, counts] : areas) {
         list.push_back(json::object{{"area", name},
@@ -107,6 +113,7 @@ void writeDocument(const Session& session, const std::vector<Area>& areas, Outpu
                {"bundle", json::object{{"name", bundle.GetSymbolicName()},
                                        {"version", bundle.GetVersion().ToString()},
                                        {"file", bundle.GetLocation()}}},
+               {"release", release ? json::value(core::formatReleaseName(*release)) : nullptr},
                {"areas", std::move(list)}},
               out);
 }
