@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <new>
 #include <sys/mman.h>
@@ -11,6 +12,9 @@
 namespace vx::review {
 
 namespace {
+
+/// In seconds; a call takes far less than one.
+constexpr unsigned int callTimeLimit = 5;
 
 /// A number that child processes share.
 class SharedNumber
@@ -39,7 +43,9 @@ private:
 [[noreturn]] void runChild(std::size_t count, const std::function<void(std::size_t)>& call,
                            const SharedNumber& current)
 {
+    std::signal(SIGALRM, SIG_DFL);
     for (; *current < count; ++*current) {
+        ::alarm(callTimeLimit);
         try {
             call(*current);
         } catch (...) {
@@ -49,14 +55,18 @@ private:
     ::_exit(0);  // without the destructors and buffers that the parent has, too
 }
 
-/// Waits for the child, and returns how it ended.
+/// Waits for the child, and returns what the call that was its last one does.
 std::string waitFor(pid_t child)
 {
     int status = 0;
     while (::waitpid(child, &status, 0) == -1 && errno == EINTR) {
     }
-    return WIFSIGNALED(status) ? ::strsignal(WTERMSIG(status))
-                               : "exit status " + std::to_string(WEXITSTATUS(status));
+    if (WIFEXITED(status)) {
+        return "ends the process (exit status " + std::to_string(WEXITSTATUS(status)) + ")";
+    }
+    const int signal = WTERMSIG(status);
+    return signal == SIGALRM ? "has not returned after " + std::to_string(callTimeLimit) + " s"
+                             : std::string("ends the process (") + ::strsignal(signal) + ")";
 }
 
 }  // namespace

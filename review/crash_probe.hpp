@@ -1,6 +1,6 @@
 #pragma once
 
-// Finds calls that end the process, without ending this one.
+// Finds calls that end the process or do not return, without harm to this process.
 
 #include <cstddef>
 #include <functional>
@@ -9,9 +9,9 @@
 
 namespace vx::review {
 
-/// Makes the calls call(0) to call(count - 1) in child processes, one child as long as none crashes. Returns
-/// what ended the process in those calls that did: "Segmentation fault". Exceptions are ignored. Returns
-/// nothing if the system grants no process.
+/// Makes the calls call(0) to call(count - 1) in child processes, one child as long as every call returns.
+/// Returns what the others do: "ends the process (Segmentation fault)", "has not returned after 5 s".
+/// Exceptions are ignored. Returns nothing if the system grants no process.
 [[nodiscard]] std::map<std::size_t, std::string> findCrashes(std::size_t count,
                                                              const std::function<void(std::size_t)>& call);
 

@@ -308,7 +308,7 @@ private:
         }
     }
 
-    /// Tries the functions of the tree in other processes, which may crash.
+    /// Tries the functions of the tree in other processes, which may crash or hang.
     void findCrashingSettings()
     {
         std::vector<const Node*> settings;
@@ -333,8 +333,8 @@ private:
     void checkCalls(const Node& setting)
     {
         if (const auto crash = crashes_.find(&setting); crash != crashes_.end()) {
-            add(setting, "its validator, run-time default or error handler ends the process (" +
-                             crash->second + "): fix the function");
+            add(setting,
+                "its validator, run-time default or error handler " + crash->second + ": fix the function");
         } else {
             callFunctions(setting);
         }
@@ -438,7 +438,7 @@ private:
     const ReleaseChangeTable& releases_;
     core::UnknownPaths unknownPaths_;
     const std::unordered_set<const Node*> circularAliases_;
-    std::unordered_map<const Node*, std::string> crashes_;  // what ends the process
+    std::unordered_map<const Node*, std::string> crashes_;  // what the functions do that do not return
     std::vector<core::Diagnostic> diagnostics_;
 };
 

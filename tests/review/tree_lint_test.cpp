@@ -9,6 +9,7 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -82,6 +83,7 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
     };
     addChecked("NoFunction", settings::core::CPPValidator({}, "", ""));
     addChecked("Crashes", settings::core::CPPValidator([](const auto&...) { std::raise(SIGKILL); }, "", ""));
+    addChecked("Hangs", settings::core::CPPValidator([](const auto&...) { ::pause(); }, "", ""));
     addChecked("Native", settings::core::CValidator("libvxservices", "validateFontSize"));
     addChecked("Misspelt", settings::core::CValidator("libvxservices", "validateFontsize"));
     addChecked("AcceptsAll",
@@ -137,7 +139,7 @@ TEST(TreeLint, NamesEachMistakeAndTheFileToEdit)
           "Number",   "Handled",    "1st",      "Sp ace",    "Hy-phen",  "\u00dcber", "_Line",
           "Silent",   "Fraction",   "Large",    "Latin1",    "Control",  "ReadOnly",  "NoFunction",
           "Misspelt", "AcceptsAll", "Relative", "OtherRoot", "Missing",  "OfGroup",   "Itself",
-          "There",    "Here",       "twice",    "empty",     "Crashes"})
+          "There",    "Here",       "twice",    "empty",     "Crashes",  "Hangs"})
     {
         expected.push_back("tree/web.cpp verdix.web." + std::string(name));
     }
