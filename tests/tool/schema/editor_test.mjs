@@ -95,6 +95,7 @@ test("an editor says what is wrong in a sentence", async () => {
         ['"settings": {"verdix.commandwindow.fixed": 1}', "Read-only: must not be set."],
         ['"settings": {"verdix.keyboard.suggestions.ShowAutomatically": true}', "This value has no effect.",
             "Write verdix.suggestions.ShowAutomatically instead: it was moved in R2025b."],
+        ['"settings": {"verdix.keyboard.suggestions.Delay": 1}', "This value has no effect.", "Remove it: it was removed in R2023a."],
         ['"locked": ["verdix.wbe"]', "Expected the path of a setting or group."],
         ['"release": "2025b"', "Expected a release up to R2026a, such as R2022b."]]) {
         assert.deepEqual((await sampleEditor.apply("doValidation", `{${member}}`)).map(({ message }) => message), messages);
