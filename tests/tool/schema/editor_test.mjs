@@ -88,6 +88,11 @@ test("an editor reports old paths with what to write instead, and offers none", 
     }
 });
 
+test("an editor inserts a logical setting without a default as a scalar", async () => {
+    const { items } = await sampleEditor.apply("doComplete", '{"settings": {¦}}');
+    assert.equal(items.find(({ label }) => label === "verdix.dump").insertText, '"verdix.dump": $1');
+});
+
 test("an editor says what is wrong in a sentence", async () => {
     for (const [member, ...messages] of [
         ['"settings": {"verdix.dump": "yes"}', "Expected true or false."],
