@@ -101,14 +101,6 @@ void add(json::object& schema, const json::object& keywords)
     schema.insert(keywords.begin(), keywords.end());
 }
 
-json::object anyOf(json::array options)
-{
-    if (options.size() == 1) {
-        return std::move(options.front().get_object());
-    }
-    return {{"anyOf", std::move(options)}};
-}
-
 json::object oneOf(const std::vector<std::u16string_view>& strings)
 {
     json::array options;
@@ -124,17 +116,28 @@ json::object oneOf(const std::vector<std::u16string_view>& strings)
 /// because editors would offer its strings.
 void acceptNonFinite(json::object& schema, const Range& range)
 {
+    std::string names;
+    std::string message = "Expected a number";
+    const auto accept = [&](const char* name) {
+        names.append(names.empty() ? "" : "|").append(name);
+        message.append(" or \"").append(name).append("\"");
+    };
     const bool isOpenBelow = range.lower == -infinity;
     const bool isOpenAbove = range.upper == infinity;
-    if (!isOpenBelow && !isOpenAbove) {
-        return;
+    if (isOpenBelow && isOpenAbove) {
+        accept("NaN");
     }
-    const char* const names = !isOpenBelow ? "Inf" : isOpenAbove ? "NaN|Inf|-Inf" : "-Inf";
-    schema["type"] = json::array{"number", "string"};
-    schema["errorMessage"] = isOpenBelow && isOpenAbove ? "Expected a number, \"NaN\", \"Inf\" or \"-Inf\"."
-                             : isOpenAbove              ? "Expected a number or \"Inf\"."
-                                                        : "Expected a number or \"-Inf\".";
-    schema.emplace("pattern", std::string("^(?:") + names + ")(?!\\n)$");
+    if (isOpenAbove) {
+        accept("Inf");
+    }
+    if (isOpenBelow) {
+        accept("-Inf");
+    }
+    if (!names.empty()) {
+        schema["type"] = json::array{"number", "string"};
+        schema["errorMessage"] = message + ".";
+        schema.emplace("pattern", "^(?:" + names + ")(?!\\n)$");
+    }
 }
 
 /// Integers are numbers that are multiples of 1: some editors take 4.0 for no integer, and 1e-1 for one. An
@@ -295,14 +298,16 @@ json::object valueSchema(const core::Node::Properties& properties)
         return rejectEverything();
     }
     if (!constraint.elementClass) {
-        return anyOf({ofClass(ArrayType::CHAR, constraint), ofClass(ArrayType::CELL, constraint),
-                      ofClass(ArrayType::LOGICAL, constraint), ofClass(ArrayType::DOUBLE, constraint)});
+        return {
+            {"anyOf",
+             json::array{ofClass(ArrayType::CHAR, constraint), ofClass(ArrayType::CELL, constraint),
+                         ofClass(ArrayType::LOGICAL, constraint), ofClass(ArrayType::DOUBLE, constraint)}}};
     }
     json::object schema = ofClass(*constraint.elementClass, constraint);
     if (constraint.colourNames.empty()) {
         return schema;
     }
-    return anyOf({oneOf(constraint.colourNames), std::move(schema)});
+    return {{"anyOf", json::array{oneOf(constraint.colourNames), std::move(schema)}}};
 }
 
 }  // namespace vx::tool

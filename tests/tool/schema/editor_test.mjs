@@ -6,8 +6,7 @@ import fs from "node:fs";
 import { test } from "node:test";
 import service from "vscode-json-languageservice";
 
-const here = new URL(".", import.meta.url).pathname;
-const folder = process.env.SCHEMA_FOLDER;
+const [here, folder] = [new URL(".", import.meta.url).pathname, process.env.SCHEMA_FOLDER];
 const read = (file) => fs.readFileSync(file, "utf8").replace(/^\uFEFF/, "");
 const readJson = (file) => JSON.parse(read(file));
 
