@@ -64,3 +64,10 @@ build_benchmarks() {
         -DVERDIX_BUILD_TESTS=OFF
     quietly ninja -C "$folder" "$@"
 }
+
+# node_packages FOLDER: installs the npm packages that its package-lock.json lists, unless they are there.
+node_packages() {
+    if [[ ! $1/node_modules/.package-lock.json -nt $1/package-lock.json ]]; then
+        quietly npm ci --prefix "$1"
+    fi
+}

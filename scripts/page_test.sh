@@ -17,9 +17,7 @@ fi
 "$project/scripts/setup.sh" --ci --quiet
 alone "$preset" build "$preset"
 page_tests=$project/tests/tool/page
-if [[ ! $page_tests/node_modules/.package-lock.json -nt $page_tests/package-lock.json ]]; then
-    quietly npm ci --prefix "$page_tests"
-fi
+node_packages "$page_tests"
 
 PAGE_FOLDER=$(mktemp -d)
 export PAGE_FOLDER

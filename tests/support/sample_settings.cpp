@@ -64,6 +64,7 @@ void addRules(FactoryGroup& root)
     add(rules, "position", {}, {{{.range = {{-10000, 10000}}, .size = {{1, 4}}}}});
     add(rules, "colormap", row<double>({0, 0, 1}), {{{.range = {{0, 1}}, .size = {{.columns = 3}}}}});
     add(rules, "words", text("short"), {{{.allowedValues = {u"short", u"long"}, .maximumLength = 5}}});
+    add(rules, "text", text("text"), {{{.maximumLength = 5}}});
     add(rules, "switch", text("on"), {{{.allowedValues = {u"on", u"off"}}}});
     add(rules, "list", texts({}), {{{.allowedValues = {u"a", u"b"}, .maximumLength = 3}}});
     add(rules, "pair", texts({"", ""}), {{{.size = {{1, 2}}}}});

@@ -35,7 +35,7 @@ TEST(JsonOutput, IsOneDocumentThatTellsWhatTheTextTells)
         int exitCode = 0;                    ///< as with text
     };
     const Case cases[] = {
-        {{}, {R"x("(directly in verdix)", "groups": 0, "settings": 2, "aliases": 1)x", R"("hidden": 22 })"}},
+        {{}, {R"x("(directly in verdix)", "groups": 0, "settings": 2, "aliases": 1)x", R"("hidden": 23 })"}},
         {{"tree", "qorv"}, {R"("aliasTarget": "qorv")"}},
         {{"list", "--modified"}, {"\"node\": \"setting\", " + hex + "\", \"lockedBy\": null }"}},
         {{"search", "wrapl"}, {R"("node": "setting", "rank": "prefix", "value": { "class": "logical")"}},

@@ -8,8 +8,11 @@
 
 #include <boost/json/array.hpp>
 #include <boost/json/parse.hpp>
+#include <boost/json/serialize.hpp>
 
+#include <map>
 #include <stdexcept>
+#include <unordered_map>
 #include <utility>
 
 #include "catalog/catalog.hpp"
@@ -81,27 +84,71 @@ void addTexts(json::object& schema, const std::string& title, const CatalogEntry
 {
     schema.emplace("title", title);
     schema.emplace("description", entry.sentence.empty() ? facts : entry.sentence + " " + facts);
-    if (!entry.sentence.empty()) {
+    if (!entry.values.empty()) {
         schema.emplace("markdownDescription", markdownDescription(entry, facts));
     }
 }
 
-/// Adds the phrases for the strings of an enumeration, in its order.
-void addEnumDescriptions(json::object& schema, const CatalogEntry& entry)
+/// Adds the phrases for the strings of each enumeration in a schema, in its order.
+void addEnumDescriptions(json::value& schema, const CatalogEntry& entry)
 {
-    const json::value* strings = schema.if_contains("enum");
-    if (strings == nullptr || entry.values.empty()) {
-        return;
+    if (json::array* schemas = schema.if_array()) {
+        for (json::value& inner : *schemas) {
+            addEnumDescriptions(inner, entry);
+        }
+    } else if (json::object* keywords = schema.if_object()) {
+        for (auto&& [keyword, inner] : *keywords) {
+            addEnumDescriptions(inner, entry);
+        }
+        if (const json::value* strings = keywords->if_contains("enum")) {
+            json::array phrases;
+            for (const json::value& string : strings->get_array()) {
+                phrases.emplace_back(entry.phraseOf(string.get_string()));
+            }
+            keywords->emplace("enumDescriptions", std::move(phrases));
+        }
     }
-    json::array phrases;
-    for (const json::value& string : strings->get_array()) {
-        phrases.emplace_back(entry.phraseOf(string.get_string()));
-    }
-    schema.emplace("enumDescriptions", std::move(phrases));
 }
 
+/// The schemas that settings share, with names.
+class Definitions
+{
+public:
+    /// Returns a schema that refers to this one, or this one if it is short or an enumeration.
+    json::object refer(json::object schema)
+    {
+        if (schema.size() == 1 || schema.contains("enum")) {
+            return schema;
+        }
+        auto [known, isNew] = names_.try_emplace(json::serialize(schema));
+        if (isNew) {
+            known->second = nameFor(schema);
+            schemas_.emplace(known->second, std::move(schema));
+        }
+        return {{"$ref", "#/$defs/" + known->second}};
+    }
+
+    /// Returns the schemas by name, in the order in which they were first referred to.
+    [[nodiscard]] const json::object& schemas() const noexcept { return schemas_; }
+
+private:
+    /// Returns the first type of the values, numbered from the second schema of this type on.
+    std::string nameFor(const json::object& schema)
+    {
+        const json::value* type = schema.if_contains("type");
+        type = type != nullptr && type->is_array() ? &type->get_array().front() : type;
+        std::string name(type == nullptr ? "any" : std::string_view(type->get_string()));
+        const int number = ++numbers_[name];
+        return number == 1 ? name : name + "-" + std::to_string(number);
+    }
+
+    std::unordered_map<std::string, std::string> names_;  // by serialized schema
+    std::unordered_map<std::string, int> numbers_;        // of schemas of each type
+    json::object schemas_;
+};
+
 json::object settingSchema(const Node& setting, const core::ReleaseHistory& history, core::Layers& layers,
-                           Catalog& catalog)
+                           Catalog& catalog, Definitions& definitions)
 {
     json::object schema;
     const CatalogEntry& entry = catalog.entryOf(setting);
@@ -110,14 +157,60 @@ json::object settingSchema(const Node& setting, const core::ReleaseHistory& hist
     addDefault(schema, setting);
     if (setting.properties().readOnly.value()) {
         schema.emplace("readOnly", true);
+        schema.emplace("errorMessage", "Read-only: must not be set.");
+        schema.emplace("doNotSuggest", true);
     }
-    core::Constraint constraint = core::constraintOf(setting.properties());
-    constraint.require(!setting.properties().readOnly.value());
-    for (auto& [keyword, value] : valueSchema(constraint)) {
-        schema.emplace(keyword, std::move(value));
+    json::value value = valueSchema(setting.properties());
+    if (!entry.values.empty()) {
+        addEnumDescriptions(value, entry);
     }
-    addEnumDescriptions(schema, entry);
+    const json::object reference = definitions.refer(std::move(value.get_object()));
+    schema.insert(reference.begin(), reference.end());
     return schema;
+}
+
+/// Paths that releases moved or removed and that the tree does not have again, with whether they were removed
+/// with all under them.
+using OldPaths = std::map<std::string_view, bool>;
+
+OldPaths oldPathsOf(const Session& session)
+{
+    OldPaths paths;
+    for (const auto& [index, set] : session.releaseChanges()) {
+        for (const auto& change : set.changes) {
+            const std::string& path = change.from().front();
+            if (change.from() != change.to() && session.tree().find(path) == nullptr) {
+                paths[path] = paths[path] || change.to().empty();
+            }
+        }
+    }
+    return paths;
+}
+
+/// Returns a schema that rejects every value, with what to do instead.
+json::object oldPathSchema(const std::vector<core::ReleaseStep>& steps)
+{
+    const core::ReleaseStep& last = steps.back();
+    const std::string release(last.release);
+    const std::string advice =
+        last.to.empty() ? "Remove it: it was removed in " + release + "."
+                        : "Write " + std::string(last.to) + " instead: it was moved in " + release + ".";
+    return {{"description", advice},
+            {"deprecated", true},
+            {"deprecationMessage", advice},
+            {"errorMessage", "This value has no effect."},
+            {"not", json::object()}};
+}
+
+/// Returns a regular expression for the strings that begin with this one.
+std::string patternOfPrefix(std::string_view prefix)
+{
+    constexpr std::string_view special = "^$\\.*+?()[]{}|/";
+    std::string pattern = "^";
+    for (const char c : prefix) {
+        pattern.append(special.find(c) == std::string_view::npos ? "" : "\\").append(1, c);
+    }
+    return pattern;
 }
 
 /// Returns a regular expression for four-digit numbers up to this one.
@@ -148,8 +241,14 @@ std::string releasePattern(const core::ReleaseName& newest)
 
 json::object releaseSchema(const ReleaseChangeTable& releases)
 {
-    json::object schema{{"description", "The release that the file is for."}, {"type", "string"}};
     const auto newest = core::newestRelease(releases);
+    json::object schema{
+        {"description", "The release that the file is for."},
+        {"type", "string"},
+        {"errorMessage", "Expected a release" +
+                             (newest ? " up to " + core::formatReleaseName(*newest) : std::string()) +
+                             ", such as R2022b."},
+        {"maxLength", 6}};  // some take a line feed at the end as a match of $
     schema.emplace("pattern", newest ? releasePattern(*newest) : "^R[0-9]{4}[ab]$");
     json::array examples;
     for (const auto& [index, set] : releases) {
@@ -159,52 +258,125 @@ json::object releaseSchema(const ReleaseChangeTable& releases)
     return schema;
 }
 
-std::string member(std::string_view name, const json::value& value)
+json::object lockedSchema(const core::SettingsTree& tree)
 {
-    std::string text;
-    review::appendJson(text, json::string(name));
-    text += ": ";
-    review::appendJson(text, value);
-    return text;
-}
-
-json::object lockedSchema()
-{
+    json::array paths{tree.root()->getFullName()};
+    for (const Node* node : tree.nodes()) {
+        if (node->kind() != core::NodeKind::alias) {
+            paths.emplace_back(node->fullName());
+        }
+    }
+    const json::object path{{"enum", std::move(paths)},
+                            {"errorMessage", "Expected the path of a setting or group."}};
     return {{"description", "Paths of settings and groups that no personal file changes; of effect in a file "
                             "of the installation."},
             {"type", "array"},
-            {"items", json::object{{"type", "string"}}}};
+            {"items", path}};
 }
 
-void writeSettings(const Session& session, core::Layers& layers, Output& out)
+/// Writes the members of an object, one per line.
+class ObjectWriter
 {
-    const core::ReleaseHistory history(session.releaseChanges());
-    Catalog catalog(session.tree());
-    std::string_view separator = "\n        ";
-    for (const Node* node : session.tree().nodes()) {
-        if (node->kind() == core::NodeKind::setting) {
-            out << Exact{separator}
-                << Exact{member(node->fullName(), settingSchema(*node, history, layers, catalog))};
-            separator = ",\n        ";
+public:
+    ObjectWriter(Output& out, std::size_t depth) : out_(out), indent_(2 * depth, ' ') {}
+
+    void write(std::string_view name, const json::value& value)
+    {
+        std::string text;
+        review::appendJson(text, value);
+        begin(name);
+        out_ << Exact{text};
+    }
+
+    /// Writes an object with the members that `writeMembers(ObjectWriter&)` writes.
+    template <class Function>
+    void nest(std::string_view name, Function writeMembers)
+    {
+        begin(name);
+        out_ << '{';
+        ObjectWriter members(out_, indent_.size() / 2 + 1);
+        writeMembers(members);
+        out_ << '\n' << Exact{indent_} << '}';
+    }
+
+private:
+    void begin(std::string_view name)
+    {
+        std::string text;
+        review::appendJson(text, json::string(name));
+        out_ << Exact{separator_} << Exact{indent_} << Exact{text} << ": ";
+        separator_ = ",\n";
+    }
+
+    Output& out_;
+    std::string indent_;
+    std::string_view separator_ = "\n";
+};
+
+/// Writes the schemas of the paths under removed ones, which may have been those of groups.
+void writePathsUnderRemoved(const OldPaths& oldPaths, const core::ReleaseHistory& history,
+                            ObjectWriter& writer)
+{
+    std::string_view group;
+    for (const auto& [path, isRemoved] : oldPaths) {
+        if (isRemoved && (group.empty() || !core::isAtOrUnder(path, group))) {
+            group = path;
+            const std::string prefix = std::string(group) + ".";
+            writer.write(patternOfPrefix(prefix), oldPathSchema(history.changesFrom(prefix)));
         }
     }
+}
+
+/// Writes the schema of the settings in a file, which refers to the definitions.
+void writeSettings(const Session& session, core::Layers& layers, Definitions& definitions,
+                   ObjectWriter& schema)
+{
+    const core::ReleaseHistory history(session.releaseChanges());
+    const OldPaths oldPaths = oldPathsOf(session);
+    Catalog catalog(session.tree());
+    schema.write("type", "object");
+    schema.nest("properties", [&](ObjectWriter& properties) {
+        for (const Node* node : session.tree().nodes()) {
+            if (node->kind() == core::NodeKind::setting) {
+                properties.write(node->fullName(),
+                                 settingSchema(*node, history, layers, catalog, definitions));
+            }
+        }
+        for (const auto& [path, isRemoved] : oldPaths) {
+            properties.write(path, oldPathSchema(history.changesFrom(path)));
+        }
+    });
+    schema.nest("patternProperties",
+                [&](ObjectWriter& properties) { writePathsUnderRemoved(oldPaths, history, properties); });
+    schema.write("additionalProperties", false);
 }
 
 }  // namespace
 
 void exportSchema(const Session& session, core::Layers& layers, Output& out)
 {
+    Definitions definitions;
     const json::object reference{{"description", "The location of this schema, for editors."}};
-    out << "{\n  \"$schema\": \"https://json-schema.org/draft/2020-12/schema\",\n  "
-        << Exact{member("title", json::string("Settings under " + session.tree().root()->getFullName()))}
-        << ",\n  "
-        << "\"type\": \"object\",\n  \"properties\": {\n    " << Exact{member("$schema", reference)}
-        << ",\n    " << Exact{member("release", releaseSchema(session.releaseChanges()))} << ",\n    "
-        << Exact{member("locked", lockedSchema())} << ",\n    "
-        << "\"settings\": {\n      \"type\": \"object\",\n      \"properties\": {";
-    writeSettings(session, layers, out);
-    out << "\n      },\n      \"additionalProperties\": false\n    }\n  },\n"
-        << "  \"additionalProperties\": false\n}\n";
+    out << '{';
+    ObjectWriter schema(out, 1);
+    schema.write("$schema", "https://json-schema.org/draft/2020-12/schema");
+    schema.write("title", json::string("Settings under " + session.tree().root()->getFullName()));
+    schema.write("type", "object");
+    schema.nest("properties", [&](ObjectWriter& properties) {
+        properties.write("$schema", reference);
+        properties.write("release", releaseSchema(session.releaseChanges()));
+        properties.write("locked", lockedSchema(session.tree()));
+        properties.nest("settings", [&](ObjectWriter& settings) {
+            writeSettings(session, layers, definitions, settings);
+        });
+    });
+    schema.write("additionalProperties", false);
+    schema.nest("$defs", [&](ObjectWriter& shared) {
+        for (const auto& [name, definition] : definitions.schemas()) {
+            shared.write(name, definition);
+        }
+    });
+    out << "\n}\n";
 }
 
 }  // namespace vx::tool

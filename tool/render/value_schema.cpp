@@ -1,15 +1,21 @@
 #include "render/value_schema.hpp"
 
 #include <data/views.hpp>
-#include <review/tree_json.hpp>
+#include <settings_core/constraints/constraints.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 
 #include <boost/json/array.hpp>
+#include <boost/json/parse.hpp>
 
 #include <algorithm>
 #include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <variant>
+#include <vector>
 
 namespace vx::tool {
 
@@ -18,20 +24,81 @@ namespace {
 namespace json = boost::json;
 using core::Constraint;
 using foundation::verdixdata::ArrayType;
+using Range = Constraint::ValueValidator::Range;
 
 constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+// Validators in native libraries
+
+/// What a function of a native library requires beyond the other constraints of its settings.
+struct NativeConstraint
+{
+    std::string_view library;
+    std::string_view function;
+    std::optional<Range> wholeNumbers = std::nullopt;  ///< every number is an integer in this range
+    std::string_view stringKeywords = "{}";            ///< JSON Schema for every string
+    std::string_view rowKeywords = "{}";               ///< JSON Schema for the array of a row's elements
+};
+
+// Patterns end in (?!\n)$, because in some languages $ alone also matches before a line feed at the end.
+constexpr NativeConstraint nativeConstraints[] = {
+    {"libvxsavevars", "validateMaximumArraySizeValue", Range{1, 10000}},
+    {"libvxsavevars", "validateMaximumNestingLevel", Range{1, 200}},
+    {"libvxsavevars", "validateMaximumTextWidth", Range{32, 256}},
+    {.library = "libvxsavevars",
+     .function = "validateArrayDimensions",
+     .wholeNumbers = Range{1, infinity},
+     .rowKeywords = R"({"uniqueItems": true})"},
+    {.library = "libvxservices",
+     .function = "validateFontSize",
+     .stringKeywords =
+         R"({"pattern": "^(?:0\\.[0-9]*[1-9][0-9]*|[1-9][0-9]*(?:\\.[0-9]+)?)px(?!\\n)$",
+             "errorMessage": "Expected a number above 0 followed by px, such as 14px or 12.5px."})"},
+    {.library = "libvxservices",
+     .function = "validateFontStyle",
+     .rowKeywords = R"({"minItems": 1, "uniqueItems": true,
+                        "if": {"contains": {"const": "plain"}}, "then": {"maxItems": 1}})"},
+};
+
+/// A constraint with further JSON Schema keywords.
+struct SchemaConstraint : Constraint
+{
+    json::object stringKeywords;  ///< for every string
+    json::object rowKeywords;     ///< for the array of a row's elements
+};
+
+SchemaConstraint schemaConstraintOf(const core::Node::Properties& properties)
+{
+    SchemaConstraint constraint{core::constraintOf(properties), {}, {}};
+    constraint.require(!properties.readOnly.value());
+    const auto* validator = std::get_if<settings::core::CValidator>(&properties.validator);
+    if (validator == nullptr) {
+        return constraint;
+    }
+    for (const NativeConstraint& native : nativeConstraints) {
+        if (native.library == validator->scope() && native.function == validator->function()) {
+            if (native.wholeNumbers) {
+                constraint.restrictRange(*native.wholeNumbers);
+                constraint.isWhole = true;
+            }
+            constraint.stringKeywords = json::parse(native.stringKeywords).get_object();
+            constraint.rowKeywords = json::parse(native.rowKeywords).get_object();
+        }
+    }
+    return constraint;
+}
+
+// Parts of schemas
 
 json::object rejectEverything()
 {
     return {{"not", json::object()}};
 }
 
-json::object anyOf(json::array options)
+void add(json::object& schema, const json::object& keywords)
 {
-    if (options.size() == 1) {
-        return std::move(options.front().get_object());
-    }
-    return {{"anyOf", std::move(options)}};
+    schema.insert(keywords.begin(), keywords.end());
 }
 
 json::object oneOf(const std::vector<std::u16string_view>& strings)
@@ -40,33 +107,41 @@ json::object oneOf(const std::vector<std::u16string_view>& strings)
     for (const std::u16string_view string : strings) {
         options.emplace_back(foundation::verdixdata::toUtf8(string));
     }
-    if (options.size() == 1) {
-        return {{"const", std::move(options.front())}};
-    }
-    return {{"enum", std::move(options)}};
+    return options.empty() ? rejectEverything() : json::object{{"enum", std::move(options)}};
 }
 
 // Elements
 
-/// Returns the strings for those of NaN, Inf and -Inf that are accepted.
-json::array nonFinite(const Constraint& constraint)
+/// Accepts also the strings for those of NaN, Inf and -Inf that are in the range. They are no enumeration,
+/// because editors would offer its strings.
+void acceptNonFinite(json::object& schema, const Range& range)
 {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    const bool isOpenBelow = constraint.range.lower == -infinity;
-    const bool isOpenAbove = constraint.range.upper == infinity;
-    json::array strings;
+    std::string names;
+    std::string message = "Expected a number";
+    const auto accept = [&](const char* name) {
+        names.append(names.empty() ? "" : "|").append(name);
+        message.append(" or \"").append(name).append("\"");
+    };
+    const bool isOpenBelow = range.lower == -infinity;
+    const bool isOpenAbove = range.upper == infinity;
     if (isOpenBelow && isOpenAbove) {
-        strings.emplace_back("NaN");
+        accept("NaN");
     }
     if (isOpenAbove) {
-        strings.emplace_back("Inf");
+        accept("Inf");
     }
     if (isOpenBelow) {
-        strings.emplace_back("-Inf");
+        accept("-Inf");
     }
-    return strings;
+    if (!names.empty()) {
+        schema["type"] = json::array{"number", "string"};
+        schema["errorMessage"] = message + ".";
+        schema.emplace("pattern", "^(?:" + names + ")(?!\\n)$");
+    }
 }
 
+/// Integers are numbers that are multiples of 1: some editors take 4.0 for no integer, and 1e-1 for one. An
+/// open range ends at the largest double, beyond which numbers are infinite to some.
 template <data::Number Number>
 json::object number(const Constraint& constraint)
 {
@@ -75,29 +150,22 @@ json::object number(const Constraint& constraint)
     if (!(lower <= upper)) {
         return rejectEverything();
     }
+    const bool isOpenBelow = static_cast<long double>(lower) <= Limits::lowest();
+    const bool isOpenAbove = static_cast<long double>(upper) >= Limits::max();
     const bool isWhole = constraint.isWhole || std::integral<Number>;
-    json::object schema{{"type", isWhole ? "integer" : "number"}};
-    if (static_cast<long double>(lower) > Limits::lowest()) {
-        schema.emplace("minimum", lower);
-    } else if (std::integral<Number>) {
-        schema.emplace("minimum", Limits::lowest());
+    json::object schema{{"type", "number"},
+                        {"errorMessage", isWhole ? "Expected a whole number." : "Expected a number."},
+                        {"minimum", isOpenBelow ? json::value(Limits::lowest()) : json::value(lower)},
+                        {"maximum", isOpenAbove ? json::value(Limits::max()) : json::value(upper)}};
+    if (isWhole) {
+        schema.emplace("multipleOf", 1);
+    } else {
+        acceptNonFinite(schema, constraint.range);
     }
-    if (static_cast<long double>(upper) < Limits::max()) {
-        schema.emplace("maximum", upper);
-    } else if (std::integral<Number>) {
-        schema.emplace("maximum", Limits::max());
-    }
-    for (const core::Parameter& keyword : constraint.numberKeywords) {
-        schema.emplace(keyword.name, review::parameterJson(keyword));
-    }
-    json::array options{std::move(schema)};
-    if (json::array strings = nonFinite(constraint); !isWhole && !strings.empty()) {
-        options.push_back(json::object{{"enum", std::move(strings)}});
-    }
-    return anyOf(std::move(options));
+    return schema;
 }
 
-json::object string(const Constraint& constraint, bool acceptsMissing)
+json::object string(const SchemaConstraint& constraint, bool acceptsMissing)
 {
     if (constraint.allowedStrings) {
         return oneOf(*constraint.allowedStrings);
@@ -106,14 +174,15 @@ json::object string(const Constraint& constraint, bool acceptsMissing)
     if (acceptsMissing) {
         schema["type"] = json::array{"string", "null"};
     }
+    add(schema, constraint.stringKeywords);
     return schema;
 }
 
-json::object element(ArrayType type, const Constraint& constraint)
+json::object element(ArrayType type, const SchemaConstraint& constraint)
 {
     return data::visitElementType(type, [&]<class T>(std::type_identity<T>) -> json::object {
         if constexpr (std::same_as<T, bool>) {
-            return {{"type", "boolean"}};
+            return {{"type", "boolean"}, {"errorMessage", "Expected true or false."}};
         } else if constexpr (data::Number<T>) {
             return number<T>(constraint);
         } else {
@@ -124,9 +193,10 @@ json::object element(ArrayType type, const Constraint& constraint)
 
 // Values
 
-json::object list(const json::object& items, std::size_t least, std::size_t most)
+/// Returns keywords for arrays.
+json::object list(json::object items, std::size_t least, std::size_t most)
 {
-    json::object schema{{"type", "array"}, {"items", items}};
+    json::object schema{{"items", std::move(items)}};
     if (least != 0) {
         schema.emplace("minItems", least);
     }
@@ -136,15 +206,37 @@ json::object list(const json::object& items, std::size_t least, std::size_t most
     return schema;
 }
 
+json::object array(const json::object& keywords)
+{
+    json::object schema{{"type", "array"}};
+    add(schema, keywords);
+    return schema;
+}
+
+/// Accepts what the element's schema accepts, and arrays with these keywords. A type restricts the other
+/// keywords, so that no anyOf is needed, whose errors are less clear in editors.
+json::object elementOr(const json::object& element, const json::object& keywords)
+{
+    const json::value* type = element.if_contains("type");
+    if (type == nullptr) {
+        return {{"anyOf", json::array{element, array(keywords)}}};
+    }
+    json::array types = type->is_array() ? type->get_array() : json::array{*type};
+    types.emplace_back("array");
+    json::object schema = element;
+    schema["type"] = std::move(types);
+    add(schema, keywords);
+    return schema;
+}
+
 /// Returns how long each of `lines` rows or columns may be, if there are at most so many elements together.
 std::size_t share(std::size_t elements, std::size_t lines)
 {
     return elements == noLimit || lines == 0 ? noLimit : elements / lines;
 }
 
-/// Accepts a scalar as 1 unless it is a cell, a row as [1, 2], and a matrix as [[1, 2], [3, 4]]. JSON Schema
-/// cannot express that the rows have the same length.
-json::object matrix(ArrayType type, const Constraint& constraint)
+/// Accepts a scalar as 1 unless it is a cell, a row as [1, 2], and a matrix as [[1, 2], [3, 4]].
+json::object matrix(ArrayType type, const SchemaConstraint& constraint)
 {
     const bool isCell = type == ArrayType::CELL;
     const auto& [rows, columns] = constraint.size;
@@ -155,57 +247,67 @@ json::object matrix(ArrayType type, const Constraint& constraint)
     }
     const std::size_t mostRows = isCell ? 1 : rows.value_or(share(constraint.maximumLength, leastColumns));
     const std::size_t mostColumns = columns.value_or(share(constraint.maximumLength, leastRows));
-    const json::object items = element(type, constraint);
-    const json::object bare = list(items, leastColumns, mostColumns);
-    json::array options;
-    if (!isCell && leastRows == 1 && leastColumns <= 1 && mostColumns != 0) {
-        options.emplace_back(items);
+    const json::object scalar = element(type, constraint);
+    json::object row = list(scalar, leastColumns, mostColumns);
+    add(row, constraint.rowKeywords);
+    if (leastRows != 1) {
+        return array(list(array(row), leastRows, mostRows));
     }
-    if (leastRows == 1) {
-        options.emplace_back(bare);
+    const bool mayBeScalar = !isCell && leastColumns <= 1 && mostColumns != 0;
+    if (mayBeScalar && mostColumns == 1 && mostRows == 1) {
+        return elementOr(scalar, list(elementOr(scalar, row), 1, 1));
     }
-    options.emplace_back(list(bare, leastRows, mostRows));
-    return anyOf(std::move(options));
+    const json::object lists{{"anyOf", json::array{row, list(array(row), leastRows, mostRows)}}};
+    return mayBeScalar ? elementOr(scalar, lists) : array(lists);
 }
 
-json::object characterVector(const Constraint& constraint)
+json::object characterVector(const SchemaConstraint& constraint)
 {
     const auto& [rows, columns] = constraint.size;
-    if (rows.value_or(1) != 1) {
+    const std::size_t least = columns.value_or(0);
+    const std::size_t most = std::min(constraint.maximumLength, columns.value_or(noLimit));
+    if (rows.value_or(1) != 1 || least > most) {
         return rejectEverything();
     }
-    json::object schema = element(ArrayType::CHAR, constraint);
-    if (columns) {
-        schema.emplace("minLength", *columns);
+    if (constraint.allowedStrings) {
+        auto strings = *constraint.allowedStrings;
+        std::erase_if(strings, [=](auto string) { return string.size() < least || string.size() > most; });
+        return oneOf(strings);
     }
-    const std::size_t most = std::min(constraint.maximumLength, columns.value_or(noLimit));
+    json::object schema = element(ArrayType::CHAR, constraint);
+    if (least != 0) {
+        schema.emplace("minLength", least / 2 + least % 2);  // all may be pairs of code units
+    }
     if (most != noLimit) {
         schema.emplace("maxLength", most);
     }
     return schema;
 }
 
-json::object ofClass(ArrayType type, const Constraint& constraint)
+json::object ofClass(ArrayType type, const SchemaConstraint& constraint)
 {
     return type == ArrayType::CHAR ? characterVector(constraint) : matrix(type, constraint);
 }
 
 }  // namespace
 
-json::object valueSchema(const core::Constraint& constraint)
+json::object valueSchema(const core::Node::Properties& properties)
 {
+    const SchemaConstraint constraint = schemaConstraintOf(properties);
     if (constraint.acceptsNothing) {
         return rejectEverything();
     }
     if (!constraint.elementClass) {
-        return anyOf({ofClass(ArrayType::CHAR, constraint), ofClass(ArrayType::CELL, constraint),
-                      ofClass(ArrayType::LOGICAL, constraint), ofClass(ArrayType::DOUBLE, constraint)});
+        return {
+            {"anyOf",
+             json::array{ofClass(ArrayType::CHAR, constraint), ofClass(ArrayType::CELL, constraint),
+                         ofClass(ArrayType::LOGICAL, constraint), ofClass(ArrayType::DOUBLE, constraint)}}};
     }
     json::object schema = ofClass(*constraint.elementClass, constraint);
     if (constraint.colourNames.empty()) {
         return schema;
     }
-    return anyOf({oneOf(constraint.colourNames), std::move(schema)});
+    return {{"anyOf", json::array{oneOf(constraint.colourNames), std::move(schema)}}};
 }
 
 }  // namespace vx::tool

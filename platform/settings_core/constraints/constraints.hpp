@@ -57,8 +57,6 @@ struct VX_API Constraint : ParseTarget
     ValueValidator::Range range = {};
     /// Every number is an integer, hence finite.
     bool isWhole = false;
-    /// Further JSON Schema keywords for every number.
-    std::vector<Parameter> numberKeywords = {};
 
     /// Every string is one of these.
     std::optional<std::vector<std::u16string_view>> allowedStrings = std::nullopt;
