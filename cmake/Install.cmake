@@ -3,7 +3,8 @@
 # Components  Module       the bundle
 #             Platform     the libraries of the embedded platform
 #             Tool         vxsettings, with completions, manual page, JSON Schema and catalog
-#             Development  headers, the CMake package VerdixFactorySettings, the pkg-config file
+#             Development  headers, the CMake package VerdixFactorySettings with what other projects need to make
+#                          bundles, the pkg-config file
 #
 # Files that the build writes to the data folder in the build folder, such as the manual page and the catalog, are
 # installed in the same place of the installation.
@@ -30,7 +31,10 @@ function(vx_install_platform)
         # In a separate folder, which projects that use an installed CppMicroServices must not search.
         set(framework_headers FILE_SET HEADERS DESTINATION "${headers}/service_framework" COMPONENT Development
                               INCLUDES DESTINATION "${headers}/service_framework")
+        install(TARGETS vx_append_manifest EXPORT Platform
+            RUNTIME DESTINATION "${CMAKE_INSTALL_LIBDIR}/verdix" COMPONENT Development)
     endif()
+    install(FILES "${PROJECT_SOURCE_DIR}/cmake/BundleManifest.cmake" DESTINATION "${package}" COMPONENT Development)
     install(TARGETS vx_service_framework EXPORT Platform
         LIBRARY COMPONENT Platform NAMELINK_COMPONENT Development ${framework_headers})
     install(TARGETS vx_data vx_foundation vx_settings_core vx_framework_bundles vx_platform EXPORT Platform
