@@ -6,7 +6,8 @@
 #               vx::framework_bundles     <framework_bundles.hpp>: the framework's name and version, and the bundles
 #                                         that a host must install and start before any other
 # Function      vx_add_bundle_manifest    see BundleManifest.cmake
-# Variable      VX_FRAMEWORK_EMBEDDED     true when the embedded framework is used
+# Variables     VX_FRAMEWORK_EMBEDDED     true when the embedded framework is used
+#               VX_FRAMEWORK_LIBRARIES    targets of an installed framework that hosts must link
 
 set(VERDIX_SERVICE_FRAMEWORK auto CACHE STRING "Service framework: auto, embedded or system")
 set_property(CACHE VERDIX_SERVICE_FRAMEWORK PROPERTY STRINGS auto embedded system)
@@ -98,7 +99,8 @@ target_sources(vx_framework_bundles INTERFACE
 target_link_libraries(vx_framework_bundles INTERFACE vx::service_framework)
 if(NOT VX_FRAMEWORK_EMBEDDED)
     # The component runtime needs these libraries, but has no run path to them, so hosts must link them.
-    target_link_libraries(vx_framework_bundles INTERFACE usServiceComponent usAsyncWorkService)
+    set(VX_FRAMEWORK_LIBRARIES CppMicroServices usServiceComponent usAsyncWorkService)
+    target_link_libraries(vx_framework_bundles INTERFACE ${VX_FRAMEWORK_LIBRARIES})
     if(VX_ELF)
         target_link_options(vx_framework_bundles INTERFACE LINKER:--no-as-needed)
     endif()
