@@ -1,6 +1,6 @@
 # Installation, and the CMake and pkg-config packages for other projects.
 #
-# Components  Module       the bundle
+# Components  Module       the bundle, and the native libraries that its tree names
 #             Platform     the libraries of the embedded platform
 #             Tool         vxsettings, with completions, manual page, JSON Schema and catalog
 #             Development  headers, the CMake package VerdixFactorySettings with what other projects need to make
@@ -41,7 +41,7 @@ function(vx_install_platform)
         LIBRARY COMPONENT Platform NAMELINK_COMPONENT Development
         FILE_SET HEADERS DESTINATION "${headers}" COMPONENT Development)
     install(TARGETS vxsavevars vxservices vxgraphics_state
-        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/verdix/native" COMPONENT Platform)
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/verdix/native" COMPONENT Module)
     foreach(component Interfaces Platform)
         install(EXPORT ${component} FILE VerdixFactorySettings${component}.cmake NAMESPACE VerdixFactorySettings::
                 DESTINATION "${package}" COMPONENT Development)
@@ -66,7 +66,13 @@ function(vx_install_pkg_config_file)
         set(framework_libraries "-lvxserviceframework")
     else()
         set(framework_flags "-I$<JOIN:$<TARGET_PROPERTY:CppMicroServices,INTERFACE_INCLUDE_DIRECTORIES>, -I>")
-        set(framework_libraries "$<TARGET_FILE:CppMicroServices> $<TARGET_FILE:usServiceComponent>")
+        # What vx_framework_bundles links, and with a run path, as CMake adds one.
+        list(TRANSFORM VX_FRAMEWORK_LIBRARIES REPLACE "(.+)" "$<TARGET_FILE:\\1>" OUTPUT_VARIABLE framework_libraries)
+        list(JOIN framework_libraries " " framework_libraries)
+        if(VX_ELF)
+            string(PREPEND framework_libraries "-Wl,--push-state,--no-as-needed ")
+            string(APPEND framework_libraries " -Wl,--pop-state,-rpath,$<TARGET_FILE_DIR:CppMicroServices>")
+        endif()
     endif()
     configure_file(cmake/verdix-factory-settings.pc.in verdix-factory-settings.pc.in @ONLY)
     file(GENERATE OUTPUT "${PROJECT_BINARY_DIR}/verdix-factory-settings.pc"

@@ -1,5 +1,5 @@
-// Starts the bundles in the first two arguments, the module and one of this project's own, and prints the factory value
-// of the setting in the third, whose path may leave out the root.
+// Starts the bundles in the first two arguments, the module and one of this project's own, and prints the
+// factory value of the setting in the third, whose path may leave out the root.
 
 #include <settings_core/tree/path_lookup.hpp>
 #include <settings_core/values/value_format.hpp>
