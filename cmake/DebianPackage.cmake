@@ -1,13 +1,14 @@
-# Debian packages, for builds with the preset `debian`, whose folders are those that Debian prescribes. `cpack` creates
+# Debian packages, for builds with the preset `debian`, whose folders are those that Debian prescribes: `cpack` creates
 #
 #   libverdix-settings<major>   Platform: the libraries. The number is that of their SONAMEs
 #   libverdix-settings-dev      Development: all that is needed to build against them
 #   verdix-factory-settings     Module, Tool: the bundle and the command
 #
-# Files that all packages must have, such as copyright and changelog, are added by debian/AddFiles.cmake; what cpack does
-# not support is changed in the finished packages by debian/Finish.cmake.
+# Files that every package must have, such as copyright and changelog, are added by debian/AddFiles.cmake; what cpack
+# does not support is changed in the finished packages by debian/Finish.cmake.
 
-if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+option(VERDIX_DEBIAN_PACKAGES "Let cpack create Debian packages; the preset debian sets all that they need" OFF)
+if(NOT VERDIX_DEBIAN_PACKAGES)
     return()
 endif()
 
@@ -69,7 +70,7 @@ migrate them from release to release.")
 # The licence of the project, and that of CLI11, which has to go with programs that contain it.
 if(VX_LICENSE STREQUAL "NOASSERTION")
     set(license unstated)
-    set(license_text "The owner has not chosen a license. Nobody else has permission to copy it.")
+    set(license_text "The owner has not chosen a licence. Nobody else has permission to copy it.")
 else()
     set(license "${VX_LICENSE}")
     file(READ "${PROJECT_SOURCE_DIR}/LICENSE" license_text)
@@ -82,7 +83,7 @@ string(REGEX MATCH "Files: [*]\nCopyright: ([^\n]+)" found "${cli11}")
 set(cli11_copyright "${CMAKE_MATCH_1}")
 string(REGEX MATCH "\nLicense: BSD-3-clause\n( [^\n]*\n)+" cli11_license "${cli11}")
 if(NOT cli11_copyright OR NOT cli11_license)
-    message(FATAL_ERROR "The copyright file of Debian's libcli11-dev has no copyright and BSD-3-clause license of CLI11.")
+    message(FATAL_ERROR "The copyright file of the package libcli11-dev does not state the BSD-3-clause licence.")
 endif()
 string(STRIP "${cli11_license}" cli11_license)
 

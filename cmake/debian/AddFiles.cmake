@@ -1,7 +1,7 @@
 # Run by cpack on the folders from which packages are made: adds the files that Debian demands of each package, and
 # compresses and moves others.
 
-# compress(TO SOURCE [FOLDER]): without time and name, so that packages of equal builds are equal
+# compress(FROM TO): without time and name, so that packages of equal builds are equal
 function(compress from to)
     execute_process(COMMAND gzip --best --no-name --stdout "${from}" OUTPUT_FILE "${to}" COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
