@@ -64,7 +64,7 @@ function(vx_write_bill_of_materials)
       \"name\": \"${PROJECT_NAME}\",
       \"versionInfo\": \"${PROJECT_VERSION}\",
       \"licenseConcluded\": \"NOASSERTION\",
-      \"licenseDeclared\": \"NOASSERTION\",
+      \"licenseDeclared\": \"${VX_LICENSE}\",
       \"copyrightText\": \"NOASSERTION\",
       \"filesAnalyzed\": false,
       \"downloadLocation\": \"NOASSERTION\"

@@ -1,9 +1,10 @@
 # Installation, and the CMake and pkg-config packages for other projects.
 #
-# Components  Module       the bundle
+# Components  Module       the bundle, and the native libraries that its tree names
 #             Platform     the libraries of the embedded platform
 #             Tool         vxsettings, with completions, manual page, JSON Schema and catalog
-#             Development  headers, the CMake package VerdixFactorySettings, the pkg-config file
+#             Development  headers, the CMake package VerdixFactorySettings with what other projects need to make
+#                          bundles, the pkg-config file
 #
 # Files that the build writes to the data folder in the build folder, such as the manual page and the catalog, are
 # installed in the same place of the installation.
@@ -30,14 +31,17 @@ function(vx_install_platform)
         # In a separate folder, which projects that use an installed CppMicroServices must not search.
         set(framework_headers FILE_SET HEADERS DESTINATION "${headers}/service_framework" COMPONENT Development
                               INCLUDES DESTINATION "${headers}/service_framework")
+        install(TARGETS vx_append_manifest EXPORT Platform
+            RUNTIME DESTINATION "${CMAKE_INSTALL_LIBDIR}/verdix" COMPONENT Development)
     endif()
+    install(FILES "${PROJECT_SOURCE_DIR}/cmake/BundleManifest.cmake" DESTINATION "${package}" COMPONENT Development)
     install(TARGETS vx_service_framework EXPORT Platform
         LIBRARY COMPONENT Platform NAMELINK_COMPONENT Development ${framework_headers})
     install(TARGETS vx_data vx_foundation vx_settings_core vx_framework_bundles vx_platform EXPORT Platform
         LIBRARY COMPONENT Platform NAMELINK_COMPONENT Development
         FILE_SET HEADERS DESTINATION "${headers}" COMPONENT Development)
     install(TARGETS vxsavevars vxservices vxgraphics_state
-        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/verdix/native" COMPONENT Platform)
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/verdix/native" COMPONENT Module)
     foreach(component Interfaces Platform)
         install(EXPORT ${component} FILE VerdixFactorySettings${component}.cmake NAMESPACE VerdixFactorySettings::
                 DESTINATION "${package}" COMPONENT Development)
@@ -62,7 +66,13 @@ function(vx_install_pkg_config_file)
         set(framework_libraries "-lvxserviceframework")
     else()
         set(framework_flags "-I$<JOIN:$<TARGET_PROPERTY:CppMicroServices,INTERFACE_INCLUDE_DIRECTORIES>, -I>")
-        set(framework_libraries "$<TARGET_FILE:CppMicroServices> $<TARGET_FILE:usServiceComponent>")
+        # What vx_framework_bundles links, and with a run path, as CMake adds one.
+        list(TRANSFORM VX_FRAMEWORK_LIBRARIES REPLACE "(.+)" "$<TARGET_FILE:\\1>" OUTPUT_VARIABLE framework_libraries)
+        list(JOIN framework_libraries " " framework_libraries)
+        if(VX_ELF)
+            string(PREPEND framework_libraries "-Wl,--push-state,--no-as-needed ")
+            string(APPEND framework_libraries " -Wl,--pop-state,-rpath,$<TARGET_FILE_DIR:CppMicroServices>")
+        endif()
     endif()
     configure_file(cmake/verdix-factory-settings.pc.in verdix-factory-settings.pc.in @ONLY)
     file(GENERATE OUTPUT "${PROJECT_BINARY_DIR}/verdix-factory-settings.pc"

@@ -1,7 +1,7 @@
 # The platform that the module is linked with: the embedded platform, or an external one from a CMake package.
 #
-# Cache option  VERDIX_PLATFORM    embedded, or external (builds the module only) Targets
-# vx::interfaces     the declarations that the module is written against
+# Cache option  VERDIX_PLATFORM    embedded, or external (builds the module only)
+# Targets       vx::interfaces     the declarations that the module is written against
 #               vx::data           data arrays
 #               vx::foundation     feature switches, logging, access to the service framework
 #               vx::settings_core  the settings core

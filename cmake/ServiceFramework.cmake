@@ -1,13 +1,13 @@
 # The service framework: an installed CppMicroServices 3.8 if CMake finds one, else the embedded framework.
 #
-# Cache option  VERDIX_SERVICE_FRAMEWORK  auto (installed if found, else embedded), embedded, system Targets
-# vx::service_framework     headers and libraries of the framework and of the component runtime's
+# Cache option  VERDIX_SERVICE_FRAMEWORK  auto (installed if found, else embedded), embedded, system
+# Targets       vx::service_framework     headers and libraries of the framework and of the component runtime's
 #                                         interface
 #               vx::framework_bundles     <framework_bundles.hpp>: the framework's name and version, and the bundles
 #                                         that a host must install and start before any other
-# Function      vx_add_bundle_manifest(TARGET MANIFEST SYMBOLIC_NAME name)
-#                                         makes the shared library TARGET a bundle file with that manifest
-# Variable      VX_FRAMEWORK_EMBEDDED     true when the embedded framework is used
+# Function      vx_add_bundle_manifest    see BundleManifest.cmake
+# Variables     VX_FRAMEWORK_EMBEDDED     true when the embedded framework is used
+#               VX_FRAMEWORK_LIBRARIES    targets of an installed framework that hosts must link
 
 set(VERDIX_SERVICE_FRAMEWORK auto CACHE STRING "Service framework: auto, embedded or system")
 set_property(CACHE VERDIX_SERVICE_FRAMEWORK PROPERTY STRINGS auto embedded system)
@@ -99,39 +99,11 @@ target_sources(vx_framework_bundles INTERFACE
 target_link_libraries(vx_framework_bundles INTERFACE vx::service_framework)
 if(NOT VX_FRAMEWORK_EMBEDDED)
     # The component runtime needs these libraries, but has no run path to them, so hosts must link them.
-    target_link_libraries(vx_framework_bundles INTERFACE usServiceComponent usAsyncWorkService)
+    set(VX_FRAMEWORK_LIBRARIES CppMicroServices usServiceComponent usAsyncWorkService)
+    target_link_libraries(vx_framework_bundles INTERFACE ${VX_FRAMEWORK_LIBRARIES})
     if(VX_ELF)
         target_link_options(vx_framework_bundles INTERFACE LINKER:--no-as-needed)
     endif()
 endif()
 add_library(vx::framework_bundles ALIAS vx_framework_bundles)
-
-function(vx_add_bundle_manifest target manifest)
-    cmake_parse_arguments(PARSE_ARGV 2 arg "" "SYMBOLIC_NAME" "")
-    if(NOT arg_SYMBOLIC_NAME OR arg_UNPARSED_ARGUMENTS)
-        message(FATAL_ERROR "Call vx_add_bundle_manifest(<target> <manifest> SYMBOLIC_NAME <name>).")
-    endif()
-    cmake_path(ABSOLUTE_PATH manifest BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}" NORMALIZE)
-    target_compile_definitions(${target} PRIVATE "US_BUNDLE_NAME=${arg_SYMBOLIC_NAME}")
-    # A changed manifest must cause relinking, because the archive is appended after linking.
-    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${manifest}")
-    if(VX_FRAMEWORK_EMBEDDED)
-        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "$<TARGET_FILE:vx_append_manifest>")
-        add_custom_command(TARGET ${target} POST_BUILD
-            COMMAND vx_append_manifest "$<TARGET_FILE:${target}>" "${arg_SYMBOLIC_NAME}" "${manifest}"
-            COMMENT "Appending the bundle manifest to ${target}"
-            VERBATIM)
-    else()
-        vx_append_system_manifest(${target} "${manifest}" "${arg_SYMBOLIC_NAME}")
-    endif()
-endfunction()
-
-function(vx_append_system_manifest target manifest symbolic_name)
-    # The resource compiler names files relative to its working folder, so the manifest needs a separate folder.
-    set(folder "${CMAKE_CURRENT_BINARY_DIR}/${target}.bundle")
-    configure_file("${manifest}" "${folder}/manifest.json" COPYONLY)
-    usFunctionEmbedResources(TARGET ${target} BUNDLE_NAME "${symbolic_name}" WORKING_DIRECTORY "${folder}"
-                             FILES manifest.json APPEND)
-    usFunctionGetResourceSource(TARGET ${target} OUT resource_source APPEND)
-    target_sources(${target} PRIVATE "${resource_source}")
-endfunction()
+include(BundleManifest)

@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
-# Installs the project, moves the installation, builds the Debian package, and uses each of them from another project;
+# Installs the project, moves the installation, builds Debian packages, and uses each of them from another project;
 # then builds only the module for an external platform and compares the trees.
+#
+#   scripts/package_test.sh           with the embedded service framework
+#   scripts/package_test.sh PREFIX    the installations also with the CppMicroServices that is installed in PREFIX
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
-(($# == 0)) || fail "unknown argument '$1'; see the head of this file"
+[[ $# == 0 || ($# == 1 && -d $1) ]] || fail "give at most the installation prefix of CppMicroServices"
 
 "$project/scripts/setup.sh" --ci --quiet
-folder=$project/build/release
 work=$project/build/package # a fixed name, because ccache depends on paths
 setting=verdix.commandwindow.NumericFormat
 sample_bundle=$project/build/dev/lib/libvx_sample_bundle.so
@@ -27,20 +29,23 @@ build_project() {
     quietly cmake --build "$2"
 }
 
-# use_by_cmake PREFIX FOLDER
+# use_by_cmake PREFIX FOLDER [FRAMEWORK]
 use_by_cmake() {
-    build_project "$project/tests/consumer" "$2" -DCMAKE_PREFIX_PATH="$1"
-    expect "the consumer built by CMake from $1" short "$("$2/consumer" "$(<"$2/bundle_file")" $setting)"
+    build_project "$project/tests/consumer" "$2" -DCMAKE_PREFIX_PATH="$1${3:+;$3}"
+    expect "the consumer built by CMake from $1" "$setting = short" \
+        "$("$2/consumer" "$(<"$2/module_file")" "$2/libnotation.so" $setting)"
 }
 
-# use_by_pkg_config PREFIX
+# use_by_pkg_config PREFIX FOLDER: the bundle of the consumer in FOLDER is used
 use_by_pkg_config() {
-    local -x PKG_CONFIG_PATH=$1/lib/pkgconfig
+    local libraries
+    libraries=$(dirname -- "$(find "$1" -name pkgconfig)")
+    local -x PKG_CONFIG_PATH=$libraries/pkgconfig
     local flags
     read -ra flags < <(pkg-config --cflags --libs verdix-factory-settings)
-    c++ -std=c++20 "$project/tests/consumer/main.cpp" "${flags[@]}" -o "$work/plain_consumer"
-    expect "the consumer built by pkg-config from $1" short "$(LD_LIBRARY_PATH=$1/lib \
-        "$work/plain_consumer" "$(pkg-config --variable=bundle verdix-factory-settings)" $setting)"
+    c++ -std=c++20 -I"$project/tests/consumer" "$project/tests/consumer/main.cpp" "${flags[@]}" -o "$work/plain_consumer"
+    expect "the consumer built by pkg-config from $1" "$setting = short" "$(LD_LIBRARY_PATH=$libraries \
+        "$work/plain_consumer" "$(pkg-config --variable=bundle verdix-factory-settings)" "$2/libnotation.so" $setting)"
 }
 
 # use_command PREFIX
@@ -48,13 +53,14 @@ use_command() {
     expect "$1/bin/vxsettings" short "$("$1/bin/vxsettings" get $setting)"
     [[ $("$1/bin/vxsettings" describe $setting) == *"  meaning  "* ]] || fail "$1/bin/vxsettings has no catalog"
     "$1/bin/vxsettings" doctor >"$work/doctor" || fail "$1/bin/vxsettings reports a problem: $(<"$work/doctor")"
-    ! grep -F -e "$folder/bin" -e "$folder/lib" "$work/doctor" || fail "$1/bin/vxsettings uses files of the build folder"
+    ! grep -E "$project/build/(release|debian|system)/" "$work/doctor" ||
+        fail "$1/bin/vxsettings uses files of the build folder"
 }
 
 # check_data_files PREFIX FOLDER: FOLDER is that of the zsh functions, which differs on Debian
 check_data_files() {
     local data=$1/share shell file
-    [[ -s $data/man/man1/vxsettings.1 ]] || fail "$1 has no manual page"
+    [[ -n $(find "$data/man/man1" -name 'vxsettings.1*' -size +1k) ]] || fail "$1 has no manual page"
     LC_ALL=C "$1/bin/vxsettings" export --format json-schema --factory | cmp - "$data/verdix/settings.schema.json"
     python3 -m json.tool "$data/verdix/settings.schema.json" >/dev/null
     for shell in bash:bash-completion/completions/vxsettings fish:fish/vendor_completions.d/vxsettings.fish \
@@ -66,9 +72,10 @@ check_data_files() {
         "fpath=('$data/zsh/$2' \$fpath); autoload -U compinit && compinit -u"
 }
 
+# check_components PREFIX [FRAMEWORK]
 check_components() {
     local refusal
-    ! refusal=$(cmake -S "$project/tests/consumer" -B "$work/refused" -DCMAKE_PREFIX_PATH="$1" \
+    ! refusal=$(cmake -S "$project/tests/consumer" -B "$work/refused" -DCMAKE_PREFIX_PATH="$1${2:+;$2}" \
         -DCOMPONENTS="Module;Tree" 2>&1) || fail "the CMake package accepts a component that does not exist"
     [[ $(tr -s '[:space:]' ' ' <<<"$refusal") == *"no component Tree; this installation has: Module, Interfaces, Platform"* ]] ||
         fail "the error for a missing component does not list the components: $refusal"
@@ -98,35 +105,59 @@ use_other_platform() {
         fail "the module built for an external platform is linked with the embedded platform"
 }
 
+# use_installation BUILD NAME [FRAMEWORK]: installs, moves, and uses the installation before and after.
+use_installation() {
+    local first=$work/$2 moved=$work/$2_moved consumer=$work/$2_consumer
+    quietly cmake --install "$1" --prefix "$first" --strip
+    use_command "$first"
+    check_data_files "$first" site-functions
+    check_components "$first" "${@:3}"
+    use_by_cmake "$first" "$consumer" "${@:3}"
+    quietly cmake --build "$consumer" --target headers
+    use_by_pkg_config "$first" "$consumer"
+
+    mv -- "$first" "$moved"
+    use_command "$moved"
+    expect "the consumer built before the installation moved" "$setting = short" "$(LD_LIBRARY_PATH=$moved/lib \
+        "$consumer/consumer" "$moved"/lib/verdix/bundles/* "$consumer/libnotation.so" $setting)"
+    use_by_cmake "$moved" "${consumer}_of_moved" "${@:3}"
+    use_by_pkg_config "$moved" "${consumer}_of_moved"
+}
+
+# build_variant PRESET FOLDER [OPTION...]
+build_variant() {
+    quietly cmake -S "$project" --preset "$1" -B "$project/build/$2" -DVERDIX_BUILD_TESTS=OFF "${@:3}"
+    quietly ninja -C "$project/build/$2"
+}
+
+use_debian_packages() {
+    local package root=$work/root/usr
+    build_variant debian debian
+    quietly cpack --config "$project/build/debian/CPackConfig.cmake" -B "$work/package"
+    quietly lintian --allow-root --fail-on error,warning "$work"/package/*.deb
+    for package in "$work"/package/*.deb; do
+        dpkg-deb --extract "$package" "$work/root"
+    done
+    use_command "$root"
+    check_data_files "$root" vendor-completions
+    use_by_cmake "$root" "$work/consumer_of_package"
+    use_by_pkg_config "$root" "$work/consumer_of_package"
+}
+
 test_package() {
-    quietly cmake -S "$project" --preset release -DVERDIX_BUILD_TESTS=OFF
-    quietly ninja -C "$folder"
+    build_variant release release
+    "$project/scripts/symbols.sh" --check "$project/build/release/lib"
     rm -rf -- "$work"
     mkdir -- "$work"
-
-    quietly cmake --install "$folder" --prefix "$work/first" --strip
-    use_command "$work/first"
-    check_data_files "$work/first" site-functions
-    check_components "$work/first"
-    use_by_cmake "$work/first" "$work/consumer"
-    quietly cmake --build "$work/consumer" --target headers
-    use_by_pkg_config "$work/first"
-
-    mv -- "$work/first" "$work/moved"
-    use_command "$work/moved"
-    expect "the consumer built before the installation moved" short "$(LD_LIBRARY_PATH=$work/moved/lib \
-        "$work/consumer/consumer" "$work"/moved/lib/verdix/bundles/* $setting)"
-    use_by_cmake "$work/moved" "$work/consumer_of_moved"
-    use_by_pkg_config "$work/moved"
-
-    quietly cpack --config "$folder/CPackConfig.cmake" -B "$work/package"
-    dpkg-deb --extract "$work"/package/*.deb "$work/root"
-    use_command "$work/root/usr"
-    check_data_files "$work/root/usr" vendor-completions
-    use_by_cmake "$work/root/usr" "$work/consumer_of_package"
-    use_other_platform "$work/moved"
-    echo "Tested the installation, the moved installation and the package with the command, CMake and pkg-config;" \
+    use_installation "$project/build/release" embedded
+    use_other_platform "$work/embedded_moved"
+    use_debian_packages
+    if (($#)); then
+        build_variant release system -DVERDIX_SERVICE_FRAMEWORK=system -DCppMicroServices_ROOT="$1"
+        use_installation "$project/build/system" system "$1"
+    fi
+    echo "Tested installations, moved installations and packages with the command, CMake and pkg-config;" \
         "$(wc -l <"$work/record") nodes are the same on the external platform."
 }
 
-alone release test_package
+alone release test_package "$@"

@@ -123,7 +123,12 @@ last=$(last_baseline)
 published_tree=$(newest_tree)
 next=$(next_release "$release")
 version=$(sed -n 's/^project(.* VERSION \([0-9.]*\) .*/\1/p' CMakeLists.txt)
-next_version=$(awk -F. '{ print $1 "." $2 + 1 ".0" }' <<<"$version")
+published_version=$(sed -n '/^## \[[0-9]/{s/^## \[\(.*\)\].*/\1/p;q}' "$notes_file")
+if [[ -n $published_version && ${version%%.*} != "${published_version%%.*}" ]]; then
+    next_version=$version # for an incompatible binary interface
+else
+    next_version=$(awk -F. '{ print $1 "." $2 + 1 ".0" }' <<<"$version")
+fi
 # Factory values depend on these variables.
 for variable in "${!VX_@}"; do
     unset "$variable"

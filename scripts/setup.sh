@@ -4,7 +4,7 @@
 #   scripts/setup.sh             compilers and libraries, to build and to test
 #   scripts/setup.sh --ci        also what the CI needs: git, pre-commit, clang, clang-format, clang-tidy, shellcheck,
 #                                Chromium and Node, python3-jsonschema, the shells with completion support,
-#                                dpkg-dev, MinGW-w64, libc++, Doxygen and man
+#                                lintian, MinGW-w64, libc++, Doxygen and man
 #   scripts/setup.sh --coverage  also what scripts/coverage.sh needs: gcovr
 #   scripts/setup.sh --bench     also what the benchmarks need: Google Benchmark, valgrind, and GLib, Qt and
 #                                nlohmann JSON for comparison
@@ -16,10 +16,11 @@ packages=(
     g++ binutils cmake ninja-build ccache pkg-config python3 help2man
     libboost1.81-dev libboost-log1.81-dev libboost-json1.81-dev
     libcli11-dev libgtest-dev libgmock-dev libminizip-dev zlib1g-dev
+    dpkg-dev file
 )
 check_packages=(
     git pre-commit clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev shellcheck python3-jsonschema chromium
-    zsh fish dpkg-dev g++-mingw-w64-x86-64-posix libc++-14-dev libc++abi-14-dev
+    zsh fish lintian g++-mingw-w64-x86-64-posix libc++-14-dev libc++abi-14-dev
     doxygen groff-base man-db
 )
 bench_packages=(
