@@ -94,8 +94,7 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
                }
            },
            "Installation settings file; may be repeated, the first one wins (default: verdix/settings.json "
-           "in "
-           "each folder of $XDG_CONFIG_DIRS)")
+           "in each folder of $XDG_CONFIG_DIRS)")
         ->type_name("FILE")
         ->type_size(1)
         ->allow_extra_args(false)
@@ -128,6 +127,9 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
     app.add_flag("--quiet", options->isQuiet, "Print no hints on standard error");
     addChoice(app, "--color", options->colour, colourChoices,
               "When to use colours; auto means on a terminal (default: auto)");
+    app.add_flag_callback(
+        "--no-pager", [options] { options->usesPager = false; },
+        "Write long output to the terminal itself, not to $PAGER (default: less)");
     return options;
 }
 

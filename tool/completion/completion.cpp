@@ -54,13 +54,6 @@ bool isOption(const CommandLine& line, std::string_view argument)
     return argument.starts_with('-') && !line.isAfterDashes;
 }
 
-const CLI::App* findCommand(const CLI::App& app, std::string_view name)
-{
-    const auto found =
-        app.get_subcommands([&](const CLI::App* command) { return command->get_name() == name; });
-    return found.empty() ? nullptr : found.front();
-}
-
 void parseArgument(const CLI::App& app, std::string_view argument, CommandLine& line)
 {
     if (line.pending != nullptr) {

@@ -1,10 +1,51 @@
 #include "render/table.hpp"
 
-#include <settings_core/values/value_format.hpp>
-
 #include <algorithm>
+#include <limits>
+#include <span>
+
+#include "render/line_layout.hpp"
 
 namespace vx::tool {
+
+namespace {
+
+constexpr std::string_view separator = "  ";
+constexpr std::size_t leastFittedWidth = 8;
+
+/// Returns the number of columns on the terminal that columns of the table take, each with a separator.
+std::size_t totalWidth(std::span<const std::size_t> widths)
+{
+    std::size_t total = 0;
+    for (const std::size_t width : widths) {
+        total += width + separator.size();
+    }
+    return total;
+}
+
+std::size_t subtract(std::size_t from, std::size_t number)
+{
+    return from - std::min(from, number);
+}
+
+}  // namespace
+
+/// How wide the columns are, and which one is fitted.
+struct Table::Layout
+{
+    std::vector<std::size_t> widths = {};
+    std::size_t fitted = std::numeric_limits<std::size_t>::max();
+    bool isCut = false;  ///< whether cells of the fitted column are cut, not broken into lines
+
+    [[nodiscard]] std::vector<std::string> linesOf(const Cell& cell, std::size_t column) const
+    {
+        if (column != fitted) {
+            return {cell.text};
+        }
+        return isCut ? std::vector{cutToWidth(cell.text, widths[column])}
+                     : breakLine(cell.text, widths[column]);
+    }
+};
 
 void Table::add(Row row)
 {
@@ -14,29 +55,87 @@ void Table::add(Row row)
     rows_.push_back(std::move(row));
 }
 
-void Table::write(Output& out, std::string_view indent) const
+Table::Layout Table::layoutFor(std::size_t lineWidth) const
 {
-    constexpr std::string_view separator = "  ";
-    std::vector<std::size_t> widths;
-    for (const auto& row : rows_) {
-        widths.resize(std::max(widths.size(), row.size()));
+    Layout layout;
+    for (const Row& row : rows_) {
+        layout.widths.resize(std::max(layout.widths.size(), row.size()));
         for (std::size_t column = 0; column < row.size(); ++column) {
-            widths[column] = std::max(widths[column], core::characterCount(row[column].text));
+            layout.widths[column] = std::max(layout.widths[column], displayWidth(row[column].text));
         }
     }
-    for (const auto& row : rows_) {
-        out << indent;
-        for (std::size_t column = 0; column < row.size(); ++column) {
-            const Cell& cell = row[column];
-            const std::string padding(widths[column] - core::characterCount(cell.text), ' ');
-            const bool isLast = column + 1 == row.size();
-            const bool isRightAligned = cell.align == Align::right;
-            out << (isRightAligned ? padding : "") << out.styled(cell.style, cell.text);
-            if (!isLast) {
-                out << (isRightAligned ? "" : padding) << separator;
-            }
+    if (totalWidth(layout.widths) > lineWidth + separator.size()) {
+        fit(layout, lineWidth);
+    }
+    return layout;
+}
+
+void Table::fit(Layout& layout, std::size_t lineWidth) const
+{
+    const auto has = [this](std::size_t column, auto isWanted) {
+        return std::ranges::any_of(
+            rows_, [&](const Row& row) { return column < row.size() && isWanted(row[column]); });
+    };
+    const auto isValue = [](const Cell& cell) { return cell.style == Style::value; };
+    std::size_t fitted = 0;
+    while (fitted + 1 < layout.widths.size() && !has(fitted, isValue)) {
+        ++fitted;
+    }
+    if (fitted == 0 || has(fitted, [](const Cell& cell) { return cell.align == Align::right; })) {
+        return;
+    }
+    layout.fitted = fitted;
+    layout.isCut = has(fitted, isValue);
+
+    const std::span<std::size_t> widths = layout.widths;
+    const std::size_t room = subtract(lineWidth, totalWidth(widths.subspan(fitted + 1)));
+    const std::size_t wanted = std::min(widths[fitted], lineWidth / (layout.isCut ? 4 : 2));
+    const std::size_t limit =
+        subtract(room, wanted + totalWidth(widths.first(fitted - 1)) + separator.size());
+    widths[fitted - 1] = separator.size();
+    for (const Row& row : rows_) {
+        const std::size_t width = fitted < row.size() ? displayWidth(row[fitted - 1].text) : 0;
+        if (width <= limit) {
+            widths[fitted - 1] = std::max(widths[fitted - 1], width);
         }
+    }
+    widths[fitted] = std::clamp(subtract(room, totalWidth(widths.first(fitted))), leastFittedWidth,
+                                std::max(widths[fitted], leastFittedWidth));
+}
+
+void Table::write(Output& out, std::string_view indent) const
+{
+    const std::size_t anyWidth = std::numeric_limits<std::size_t>::max() / 2;
+    const Layout layout = layoutFor(subtract(out.lineWidth().value_or(anyWidth), indent.size()));
+    for (const Row& row : rows_) {
+        out << indent;
+        writeRow(row, layout, out, indent);
         out << '\n';
+    }
+}
+
+void Table::writeRow(const Row& row, const Layout& layout, Output& out, std::string_view indent)
+{
+    std::string nextLine = "\n" + std::string(indent);  // as far as the column
+    for (std::size_t column = 0; column < row.size(); ++column) {
+        const Cell& cell = row[column];
+        const std::size_t width = layout.widths[column];
+        const std::vector<std::string> lines = layout.linesOf(cell, column);
+        const std::string padding(subtract(width, displayWidth(lines.front())), ' ');
+        const bool isRightAligned = cell.align == Align::right;
+        out << (isRightAligned ? padding : "") << out.styled(cell.style, lines.front());
+        for (const std::string& line : std::span(lines).subspan(1)) {
+            out << Exact{nextLine} << out.styled(cell.style, line);
+        }
+        if (column + 1 == row.size()) {
+            return;
+        }
+        nextLine.append(width + separator.size(), ' ');
+        if (column + 1 == layout.fitted && displayWidth(cell.text) > width) {
+            out << Exact{nextLine};
+        } else {
+            out << (isRightAligned ? "" : padding) << separator;
+        }
     }
 }
 
