@@ -55,11 +55,13 @@ public:
 
     std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override
     {
-        const char* moreHelp =
-            app->get_parent() == nullptr ? "" : "\nOptions of every command: vxsettings --help\n";
+        std::string footer = app->get_footer();
+        if (app->get_parent() != nullptr) {
+            footer.append(footer.empty() ? "" : "\n").append("Options of every command: vxsettings --help\n");
+        }
         return breakLines(app->get_description() + "\n" + make_usage(app, std::move(name)), width_) +
                make_positionals(app) + make_groups(app, mode) + make_subcommands(app, mode) + "\n" +
-               breakLines(app->get_footer() + moreHelp, width_);
+               breakLines(footer, width_);
     }
 
     std::string make_group(std::string group, bool isPositional,
