@@ -210,7 +210,7 @@ Action addTree(CLI::App& command)
             Drawing(*options, session.tree(), layers, out).draw(top);
             hintAtHidden(hiddenLeftOut, out);
         }
-        hintAtFileProblems(session, layers);
+        hintAtFileProblems(session, layers, out);
         return ExitCode::done;
     };
 }

@@ -62,7 +62,7 @@ Character firstCharacter(std::string_view string)
     return {string.substr(0, size), width < 0 ? 1 : static_cast<std::size_t>(width), isWideLetter};
 }
 
-/// A part of a line that is not broken: a word, or a wide letter with what belongs to it.
+/// A part of a line that is not broken: a word, or an alternative, or a wide letter with what belongs to it.
 struct Piece
 {
     std::size_t size = 0;   ///< in bytes, with the spaces behind it
@@ -76,7 +76,8 @@ Piece firstPiece(std::string_view string)
     while (piece.size < string.size()) {
         const Character next = firstCharacter(string.substr(piece.size));
         const bool isSpace = next.bytes == " ";
-        if ((piece.spaces != 0 && !isSpace) || (piece.width != 0 && next.startsPiece)) {
+        const bool isAfterBreak = piece.spaces != 0 || string.substr(0, piece.size).ends_with('|');
+        if ((isAfterBreak && !isSpace) || (piece.width != 0 && next.startsPiece)) {
             break;
         }
         piece.size += next.bytes.size();

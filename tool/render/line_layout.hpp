@@ -15,8 +15,8 @@ namespace vx::tool {
 /// Returns a string with an ellipsis in place of what exceeds `width` columns, at least one.
 [[nodiscard]] std::string cutToWidth(std::string_view string, std::size_t width);
 
-/// Returns the lines of a string that is broken between words and beside wide characters, so that none
-/// exceeds `width` columns. A longer word has a line of its own.
+/// Returns the lines of a string that is broken between words, after | and before wide characters, so that
+/// none exceeds `width` columns. A longer word has a line of its own.
 [[nodiscard]] std::vector<std::string> breakLine(std::string_view string, std::size_t width);
 
 /// Returns the width of the terminal that standard output is: $COLUMNS, or else what it says itself; 80 if

@@ -11,6 +11,7 @@ namespace vx::tool {
 namespace {
 
 constexpr std::string_view separator = "  ";
+constexpr std::string_view continuation = "    ";
 constexpr std::size_t leastFittedWidth = 8;
 
 /// Returns the number of columns on the terminal that columns of the table take, each with a separator.
@@ -35,10 +36,14 @@ struct Table::Layout
 {
     std::vector<std::size_t> widths = {};
     std::size_t fitted = std::numeric_limits<std::size_t>::max();
-    bool isCut = false;  ///< whether cells of the fitted column are cut, not broken into lines
+    bool isCut = false;           ///< whether cells of the fitted column are cut, not broken into lines
+    std::size_t widthBefore = 0;  ///< of the longest lines in the column before it
 
     [[nodiscard]] std::vector<std::string> linesOf(const Cell& cell, std::size_t column) const
     {
+        if (column + 1 == fitted) {
+            return breakLine(cell.text, widthBefore);
+        }
         if (column != fitted) {
             return {cell.text};
         }
@@ -89,6 +94,7 @@ void Table::fit(Layout& layout, std::size_t lineWidth) const
 
     const std::span<std::size_t> widths = layout.widths;
     const std::size_t room = subtract(lineWidth, totalWidth(widths.subspan(fitted + 1)));
+    layout.widthBefore = subtract(lineWidth, totalWidth(widths.first(fitted - 1)) + continuation.size());
     const std::size_t wanted = std::min(widths[fitted], lineWidth / (layout.isCut ? 4 : 2));
     const std::size_t limit =
         subtract(room, wanted + totalWidth(widths.first(fitted - 1)) + separator.size());
@@ -125,7 +131,8 @@ void Table::writeRow(const Row& row, const Layout& layout, Output& out, std::str
         const bool isRightAligned = cell.align == Align::right;
         out << (isRightAligned ? padding : "") << out.styled(cell.style, lines.front());
         for (const std::string& line : std::span(lines).subspan(1)) {
-            out << Exact{nextLine} << out.styled(cell.style, line);
+            out << Exact{nextLine} << (column == layout.fitted ? "" : continuation)
+                << out.styled(cell.style, line);
         }
         if (column + 1 == row.size()) {
             return;
