@@ -80,7 +80,7 @@ TEST(Command, HelpIsACommandToo)
     EXPECT_THAT(tests::runTool({"help", "tre"}), tests::FailsInOneLine(2, HasSubstr("did you mean tree?")));
 
     std::vector<std::string> complete;
-    for (const std::size_t width : {100, 80, 40}) {
+    for (const unsigned width : {100U, 80U, 40U}) {
         std::istringstream help(outputOf({"help", "--all"}, {"COLUMNS=" + std::to_string(width)}));
         std::string all;
         for (std::string line; std::getline(help, line); all += line + "\n") {

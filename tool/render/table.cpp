@@ -75,38 +75,45 @@ Table::Layout Table::layoutFor(std::size_t lineWidth) const
     return layout;
 }
 
+template <class Trait>
+bool Table::has(std::size_t column, Trait Cell::*trait, Trait value) const
+{
+    return std::ranges::any_of(
+        rows_, [&](const Row& row) { return column < row.size() && row[column].*trait == value; });
+}
+
 void Table::fit(Layout& layout, std::size_t lineWidth) const
 {
-    const auto has = [this](std::size_t column, auto isWanted) {
-        return std::ranges::any_of(
-            rows_, [&](const Row& row) { return column < row.size() && isWanted(row[column]); });
-    };
-    const auto isValue = [](const Cell& cell) { return cell.style == Style::value; };
     std::size_t fitted = 0;
-    while (fitted + 1 < layout.widths.size() && !has(fitted, isValue)) {
+    while (fitted + 1 < layout.widths.size() && !has(fitted, &Cell::style, Style::value)) {
         ++fitted;
     }
-    if (fitted == 0 || has(fitted, [](const Cell& cell) { return cell.align == Align::right; })) {
+    if (fitted == 0 || has(fitted, &Cell::align, Align::right)) {
         return;
     }
     layout.fitted = fitted;
-    layout.isCut = has(fitted, isValue);
+    layout.isCut = has(fitted, &Cell::style, Style::value);
 
     const std::span<std::size_t> widths = layout.widths;
+    const std::size_t before = totalWidth(widths.first(fitted - 1));
     const std::size_t room = subtract(lineWidth, totalWidth(widths.subspan(fitted + 1)));
-    layout.widthBefore = subtract(lineWidth, totalWidth(widths.first(fitted - 1)) + continuation.size());
     const std::size_t wanted = std::min(widths[fitted], lineWidth / (layout.isCut ? 4 : 2));
-    const std::size_t limit =
-        subtract(room, wanted + totalWidth(widths.first(fitted - 1)) + separator.size());
-    widths[fitted - 1] = separator.size();
+    layout.widthBefore = subtract(lineWidth, before + continuation.size());
+    widths[fitted - 1] = widestBefore(fitted, subtract(room, before + separator.size() + wanted));
+    widths[fitted] = std::clamp(subtract(room, totalWidth(widths.first(fitted))), leastFittedWidth,
+                                std::max(widths[fitted], leastFittedWidth));
+}
+
+std::size_t Table::widestBefore(std::size_t fitted, std::size_t limit) const
+{
+    std::size_t widest = separator.size();
     for (const Row& row : rows_) {
         const std::size_t width = fitted < row.size() ? displayWidth(row[fitted - 1].text) : 0;
         if (width <= limit) {
-            widths[fitted - 1] = std::max(widths[fitted - 1], width);
+            widest = std::max(widest, width);
         }
     }
-    widths[fitted] = std::clamp(subtract(room, totalWidth(widths.first(fitted))), leastFittedWidth,
-                                std::max(widths[fitted], leastFittedWidth));
+    return widest;
 }
 
 void Table::write(Output& out, std::string_view indent) const

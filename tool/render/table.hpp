@@ -62,7 +62,11 @@ private:
     struct Layout;
 
     [[nodiscard]] Layout layoutFor(std::size_t lineWidth) const;
+    template <class Trait>
+    [[nodiscard]] bool has(std::size_t column, Trait Cell::*trait, Trait value) const;
     void fit(Layout& layout, std::size_t lineWidth) const;
+    /// Returns the width of the widest cell before the fitted one that is no wider than the limit.
+    [[nodiscard]] std::size_t widestBefore(std::size_t fitted, std::size_t limit) const;
     static void writeRow(const Row& row, const Layout& layout, Output& out, std::string_view indent);
 
     std::vector<Row> rows_;
