@@ -188,7 +188,7 @@ class Mentions:
     def __init__(self, tool, diagnostics):
         self.tool, self.diagnostics, self.count = tool, diagnostics, 0
         self.help = self.ask("--help")
-        self.commands = set(re.findall(r"^  ([a-z]+)  ", self.help.split("Commands:")[1], re.MULTILINE))
+        self.commands = set(re.findall(r"^  ([a-z]+)  ", self.help, re.MULTILINE))
 
     def ask(self, *arguments):
         return subprocess.run([self.tool, *arguments], capture_output=True, text=True, check=True).stdout

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <tests/support/files.hpp>
 #include <tests/tool/sample_run.hpp>
@@ -14,6 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::AllOf;
+using testing::Each;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -76,6 +78,61 @@ TEST(Command, HelpIsACommandToo)
     EXPECT_EQ(outputOf({"--help"}), tests::runTool({"help"}).output);
     EXPECT_EQ(tests::runTool({"help", "get"}).output, outputOf({"get", "--help"}));
     EXPECT_THAT(tests::runTool({"help", "tre"}), tests::FailsInOneLine(2, HasSubstr("did you mean tree?")));
+
+    std::vector<std::string> complete;
+    for (const unsigned width : {100U, 80U, 40U}) {
+        std::istringstream help(outputOf({"help", "--all"}, {"COLUMNS=" + std::to_string(width)}));
+        std::string all;
+        for (std::string line; std::getline(help, line); all += line + "\n") {
+            const bool isOneWord = line.find(' ', line.find_first_not_of(' ')) == std::string::npos;
+            EXPECT_TRUE(line.size() <= width || isOneWord) << line;
+        }
+        std::erase_if(all, [](char c) { return c == ' ' || c == '\n'; });
+        complete.push_back(all);
+    }
+    EXPECT_THAT(complete, Each(AllOf(complete.front(), HasSubstr("Usage:vxsettingscompletion"))));
+}
+
+TEST(Command, FitsTheTerminalAndUsesThePagerOnlyThere)
+{
+    const tests::TestFolder folder;
+    const std::string file = folder.with("personal.json", R"({ "settings": {
+  "verdix.UserPath": "設定ファイルの場所です", "verdix.commandwindow.NumericFormat": "long", "verdix.gone": 1 } })");
+    const std::string fitted = "verdix.commandwindow.NumericFormat\n"
+                               "                 \"long\"         personal\n"
+                               "verdix.UserPath  \"設定ファイ…   personal\n";
+    const std::string hint = "vxsettings: 1 setting in " + file;
+    const std::string numberLines = "PAGER=sed =";
+    const struct
+    {
+        std::vector<std::string> arguments;
+        std::vector<std::string> environment;
+        int exitCode;
+        std::string shown;
+    } cases[] = {
+        {{"list", "--modified"}, {"PAGER="}, 0, fitted + hint},
+        {{"list", "--modified", "--no-pager"}, {numberLines}, 0, fitted + hint},
+        {{"list", "--modified"}, {"PAGER=nosuch 2>/dev/null"}, 0, fitted + hint},
+        {{"get", "class.int8"}, {numberLines}, 0, "1\n1\n" + hint},
+        {{"get", "class.int8"}, {numberLines, "VXSETTINGS_PAGER=cat"}, 0, "1\n" + hint},
+        {{"check", file}, {"PAGER=cat >/dev/null"}, 1, ""},
+        {{"export", "--format", "html"}, {"PAGER=true"}, 0, ""},  // ends before it has read all
+        {{"reset", "gone"}, {numberLines}, 0, "verdix.gone: removed, in "},
+    };
+    EXPECT_EQ(outputOf({"list", "--modified", "--personal", file}, {"COLUMNS=40", numberLines}),
+              "verdix.commandwindow.NumericFormat  \"long\"                    personal\n"
+              "verdix.UserPath                     \"設定ファイルの場所です\"  personal\n");
+    for (const auto& [arguments, environment, exitCode, shown] : cases) {
+        auto sample = arguments;
+        sample.insert(sample.end(), {"--bundle", VX_SAMPLE_BUNDLE, "--personal", file});
+        auto variables = environment;
+        variables.insert(variables.end(), {"COLUMNS=40", "NO_COLOR=1"});
+        auto run = tests::runToolOnTerminal(sample, variables, "");
+        std::erase(run.output, '\r');
+        EXPECT_EQ(run.exitCode, exitCode) << environment.front();
+        EXPECT_THAT(run.output, StartsWith(shown)) << environment.front();
+        EXPECT_EQ(run.output.empty(), shown.empty()) << run.output;
+    }
 }
 
 TEST(Command, ReportsOutputThatCannotBeWritten)

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <string_view>
 
 #include "cli/command_error.hpp"
 #include "render/output.hpp"
@@ -134,6 +135,13 @@ std::vector<std::string> choicesOf(const CLI::Option& option)
 const CLI::App& programOf(const CLI::App& command)
 {
     return *command.get_parent();
+}
+
+const CLI::App* findCommand(const CLI::App& program, std::string_view name)
+{
+    const auto found =
+        program.get_subcommands([&](const CLI::App* command) { return command->get_name() == name; });
+    return found.empty() ? nullptr : found.front();
 }
 
 }  // namespace vx::tool

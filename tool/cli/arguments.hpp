@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace CLI {
@@ -77,5 +78,8 @@ void setChoices(CLI::Option& option, const std::vector<std::string>& choices);
 
 /// Returns the parser of the whole command line, of which the command is a part.
 [[nodiscard]] const CLI::App& programOf(const CLI::App& command);
+
+/// Returns the command of that name; null if the program has none.
+[[nodiscard]] const CLI::App* findCommand(const CLI::App& program, std::string_view name);
 
 }  // namespace vx::tool

@@ -37,6 +37,7 @@ Action addDiff(CLI::App& command);
 Action addHistory(CLI::App& command);
 Action addLint(CLI::App& command);
 Action addDoctor(CLI::App& command);
+Action addHelp(CLI::App& command);
 Action addCompletion(CLI::App& command);
 Action addComplete(CLI::App& command);
 Action addManual(CLI::App& command);

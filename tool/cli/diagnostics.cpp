@@ -41,9 +41,10 @@ void hintAtHidden(std::size_t leftOut, Output& out)
     }
 }
 
-void hintAtFileProblems(const Session& session, core::Layers& layers)
+void hintAtFileProblems(const Session& session, core::Layers& layers, Output& out)
 {
     for (const FileProblem& problem : findFileProblems(session, layers)) {
+        out.flush();
         printHint(problem.text + "; see " + problem.command);
     }
 }

@@ -24,9 +24,9 @@ void printHint(std::string_view message);
 /// Gives a hint at the hidden nodes that a command left out of its output, if any, after that output.
 void hintAtHidden(std::size_t leftOut, Output& out);
 
-/// Gives hints at the settings in files that have no effect, file by file, with commands that fix them.
-/// Throws what Layers throws.
-void hintAtFileProblems(const Session& session, core::Layers& layers);
+/// Gives hints at the settings in files that have no effect, file by file, with commands that fix them, after
+/// the output. Throws what Layers throws.
+void hintAtFileProblems(const Session& session, core::Layers& layers, Output& out);
 
 /// Turns hints off, as --quiet does.
 void turnHintsOff() noexcept;

@@ -84,7 +84,7 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
 {
     auto options = std::make_shared<GlobalOptions>();
     refuseEmpty(*app.add_option("--bundle", options->bundleFile,
-                                "Bundle file to start (default: the one installed with vxsettings)")
+                                "Start this bundle file (default: the one installed with vxsettings)")
                      ->type_name("FILE"));
     app.add_option_function<std::vector<std::string>>(
            "--installation",
@@ -93,9 +93,9 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
                    options->layerFiles.installation.push_back(settingsFile("--installation", path));
                }
            },
-           "Installation settings file; may be repeated, the first one wins (default: verdix/settings.json "
-           "in "
-           "each folder of $XDG_CONFIG_DIRS)")
+           "Use this installation settings file; may be repeated, the first one wins (default: "
+           "verdix/settings.json "
+           "in each folder of $XDG_CONFIG_DIRS)")
         ->type_name("FILE")
         ->type_size(1)
         ->allow_extra_args(false)
@@ -105,8 +105,8 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
            [options](const std::string& path) {
                options->layerFiles.personal = settingsFile("--personal", path);
            },
-           "Personal settings file, which set, reset, edit and undo change (default: "
-           "$XDG_CONFIG_HOME/verdix/settings.json)")
+           "Use this personal settings file, which set, reset, edit and undo change (default: "
+           "verdix/settings.json in $XDG_CONFIG_HOME)")
         ->type_name("FILE");
     app.add_option_function<std::vector<std::string>>(
            "--feature",
@@ -121,13 +121,16 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
         ->allow_extra_args(false)
         ->take_all();
     addChoice(app, "--log-level", options->logThreshold, severities,
-              "Minimum severity that is logged to standard error (default: warning)");
+              "Log messages of at least this severity to standard error (default: warning)");
     app.add_flag_callback(
         "--json", [options] { options->format = OutputFormat::json; },
         "Write one JSON document for programs");
     app.add_flag("--quiet", options->isQuiet, "Print no hints on standard error");
     addChoice(app, "--color", options->colour, colourChoices,
-              "When to use colours; auto means on a terminal (default: auto)");
+              "Use colours; auto means on a terminal (default: auto)");
+    app.add_flag_callback(
+        "--no-pager", [options] { options->usesPager = false; },
+        "Write to the terminal itself, without $PAGER (default: less)");
     return options;
 }
 

@@ -26,7 +26,8 @@ struct GlobalOptions
     foundation::log::Severity logThreshold = foundation::log::warning;
     ColourChoice colour = ColourChoice::automatic;
     OutputFormat format = OutputFormat::text;
-    bool isQuiet = false;  ///< prints no hints
+    bool isQuiet = false;   ///< prints no hints
+    bool usesPager = true;  ///< on a terminal, for commands that have long output
 };
 
 /// Declares the global options; the result is assigned while the command line is parsed.

@@ -1,6 +1,5 @@
 #include <component/environment.hpp>
 #include <settings_core/files/settings_editor.hpp>
-#include <settings_core/tree/suggestions.hpp>
 
 #include <foundation/host.hpp>
 
@@ -9,6 +8,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <fcntl.h>
 #include <iterator>
@@ -23,6 +23,8 @@
 #include "cli/command_error.hpp"
 #include "cli/diagnostics.hpp"
 #include "cli/global_options.hpp"
+#include "cli/help.hpp"
+#include "cli/usage_error.hpp"
 #include "host/bundle_file.hpp"
 
 namespace vx::tool {
@@ -49,47 +51,65 @@ std::string footer()
     return text + "The options above apply to every command. Each command has its own --help.";
 }
 
+constexpr const char* look = "Look at settings";
+constexpr const char* change = "Change settings files";
+constexpr const char* review = "Review settings files and trees";
+constexpr const char* shell = "Help and completion";
+
+/// How the output of a command is shown on a terminal.
+enum class View : std::uint8_t
+{
+    atOnce,  ///< that of commands that ask questions, run until they are stopped, or report step by step
+    inPager
+};
+
 struct CommandEntry
 {
     std::string_view name;
     Action (*add)(CLI::App& command);
+    const char* group;
+    View view = View::atOnce;
     bool needsAllCommands = false;  ///< the action inspects the parsers of the other commands
 };
 
-constexpr CommandEntry entries[] = {{"summary", addSummary},
-                                    {"tree", addTree},
-                                    {"list", addList},
-                                    {"search", addSearch},
-                                    {"describe", addDescribe},
-                                    {"get", addGet},
-                                    {"watch", addWatch},
-                                    {"set", addSet},
-                                    {"reset", addReset},
-                                    {"import", addImport},
-                                    {"edit", addEdit},
-                                    {"undo", addUndo},
-                                    {"check", addCheck},
-                                    {"migrate", addMigrate},
-                                    {"changes", addChanges},
-                                    {"diff", addDiff},
-                                    {"history", addHistory},
-                                    {"export", addExport},
-                                    {"lint", addLint},
-                                    {"doctor", addDoctor},
-                                    {"completion", addCompletion},
-                                    {"complete", addComplete, true},
-                                    {"manual", addManual, true}};
+constexpr CommandEntry entries[] = {
+    {"summary", addSummary, look, View::inPager},
+    {"tree", addTree, look, View::inPager},
+    {"list", addList, look, View::inPager},
+    {"search", addSearch, look, View::inPager},
+    {"describe", addDescribe, look, View::inPager},
+    {"get", addGet, look, View::inPager},
+    {"changes", addChanges, look, View::inPager},
+    {"watch", addWatch, look},
+    {"set", addSet, change},
+    {"reset", addReset, change},
+    {"import", addImport, change},
+    {"edit", addEdit, change},
+    {"undo", addUndo, change},
+    {"migrate", addMigrate, change},
+    {"check", addCheck, review, View::inPager},
+    {"diff", addDiff, review, View::inPager},
+    {"history", addHistory, review, View::inPager},
+    {"export", addExport, review, View::inPager},
+    {"lint", addLint, review, View::inPager},
+    {"doctor", addDoctor, review},
+    {"help", addHelp, shell, View::inPager, true},
+    {"completion", addCompletion, shell},
+    {"complete", addComplete, shell, View::atOnce, true},
+    {"manual", addManual, shell, View::atOnce, true},
+};
 
 struct Command
 {
     CLI::App* parser;
     Action action;
+    View view;
 };
 
 Command addCommand(CLI::App& app, const CommandEntry& entry)
 {
-    CLI::App* parser = app.add_subcommand(std::string(entry.name))->group("Commands");
-    return {parser, entry.add(*parser)};
+    CLI::App* parser = app.add_subcommand(std::string(entry.name))->group(entry.group);
+    return {parser, entry.add(*parser), entry.view};
 }
 
 /// Adds the command that the command line begins with, or else all: adding them all takes longer than running
@@ -142,6 +162,9 @@ ExitCode execute(const GlobalOptions& options, const Command& command)
         foundation::host::setFeature(name, value);
     }
     Output out(STDOUT_FILENO, "standard output", options.colour, options.format);
+    if (options.usesPager && command.view == View::inPager) {
+        out.usePager();
+    }
     const auto bundleFile =
         options.bundleFile.empty() ? defaultBundleFile() : std::filesystem::path(options.bundleFile);
     LazySession session(std::filesystem::absolute(bundleFile).lexically_normal(), options.layerFiles);
@@ -151,123 +174,35 @@ ExitCode execute(const GlobalOptions& options, const Command& command)
     return code;
 }
 
-bool isFormatOption(std::string_view argument)
-{
-    return argument == "--format" || argument.starts_with("--format=");
-}
-
-/// Returns "see vxsettings COMMAND --help", for the command on the command line.
-std::string adviceToSeeHelp(const CLI::App& app)
-{
-    const auto commands = app.get_subcommands();
-    return "see vxsettings " + (commands.empty() ? "" : commands.front()->get_name() + " ") + "--help";
-}
-
-/// Returns the long options of the program and of the command on the command line, each with "--".
-std::vector<std::string> longOptions(const CLI::App& app)
-{
-    std::vector<std::string> names;
-    std::vector<const CLI::App*> parsers{&app};
-    std::ranges::copy(app.get_subcommands(), std::back_inserter(parsers));
-    for (const CLI::App* parser : parsers) {
-        for (const CLI::Option* option : parser->get_options()) {
-            std::ranges::transform(option->get_lnames(), std::back_inserter(names),
-                                   [](const std::string& name) { return "--" + name; });
-        }
-    }
-    return names;
-}
-
-/// Returns the message for an argument that is no option or no command.
-std::string unknownName(const std::string& what, std::string_view name, const std::vector<std::string>& names,
-                        const std::string& otherwise)
-{
-    const auto near = core::suggestNames(name, std::vector<std::string_view>(names.begin(), names.end()));
-    return "no such " + what + ": " + std::string(name) + "; " +
-           (near.empty() ? otherwise : core::didYouMean(near));
-}
-
-/// Returns the names that a user may have meant by an unknown command.
-std::vector<std::string> commandNames(const CLI::App& app)
-{
-    std::vector<std::string> names;
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-        names.push_back(command->get_name());
-    }
-    return names;
-}
-
-/// Names that commands have elsewhere.
-constexpr std::pair<std::string_view, std::string_view> otherNames[] = {
-    {"unset", "reset"},   {"remove", "reset"}, {"delete", "reset"},
-    {"show", "describe"}, {"find", "search"},  {"validate", "check"}};
-
-/// Returns the message for an invalid command line, with suggestions for an unknown command or option.
-std::string usageError(const CLI::App& app, const CLI::ParseError& error)
-{
-    if (std::ranges::any_of(app.remaining(true), isFormatOption)) {  // most commands write only one format
-        return "--format: not an option here; use --json for JSON; see vxsettings --help";
-    }
-    const auto extras = app.remaining(true);
-    const auto option = std::ranges::find_if(extras, [](const std::string& argument) {
-        return argument.starts_with("--") && argument.size() > 2;
-    });
-    if (option != extras.end()) {
-        return unknownName("option", option->substr(0, option->find('=')), longOptions(app),
-                           adviceToSeeHelp(app));
-    }
-    if (extras.empty() || extras.front().starts_with('-') || !app.get_subcommands().empty()) {
-        return firstLine(error.what()) + "; " + adviceToSeeHelp(app);
-    }
-    const auto* other =
-        std::ranges::find(otherNames, extras.front(), &std::pair<std::string_view, std::string_view>::first);
-    return other != std::end(otherNames)
-               ? "no such command: " + extras.front() + "; did you mean " + std::string(other->second) + "?"
-               : unknownName("command", extras.front(), commandNames(app), adviceToSeeHelp(app));
-}
-
-ExitCode print(const std::string& text)
+ExitCode print(const std::string& text, bool usesPager)
 {
     Output out(STDOUT_FILENO, "standard output", ColourChoice::never);
+    if (usesPager) {
+        out.usePager();
+    }
     out << Exact{text};
     out.flush();
     return ExitCode::done;
 }
 
-/// Returns the arguments in reverse order. "help COMMAND" stands for "COMMAND --help".
-std::vector<std::string> parserArguments(int argc, const char* const* argv)
-{
-    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
-    if (!arguments.empty() && arguments.front() == "help") {
-        arguments.erase(arguments.begin());
-        arguments.resize(std::min<std::size_t>(arguments.size(), 1));
-        const bool isKnown = arguments.empty() || std::ranges::find(entries, arguments.front(),
-                                                                    &CommandEntry::name) != std::end(entries);
-        if (isKnown) {
-            arguments.emplace_back("--help");
-        }
-    }
-    std::ranges::reverse(arguments);
-    return arguments;
-}
-
 ExitCode run(int argc, const char* const* argv)
 {
-    std::vector<std::string> arguments = parserArguments(argc, argv);
+    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
     CLI::App app(description, "vxsettings");
     app.set_version_flag("--version", "vxsettings " VX_TOOL_VERSION, "Print the version");
-    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
-    app.fallthrough();
+    setHelpFormat(app);
+    app.fallthrough()->require_subcommand(0, 1);  // a name behind the command is an argument
     const auto options = addGlobalOptions(app);
-    const std::vector<Command> commands = addCommands(app, arguments.empty() ? "" : arguments.back());
+    const std::vector<Command> commands = addCommands(app, arguments.empty() ? "" : arguments.front());
     app.footer(footer);
+    std::ranges::reverse(arguments);  // as the parser expects them
     try {
         app.parse(std::move(arguments));
     } catch (const CLI::CallForVersion& version) {
-        return print(std::string(version.what()) + "\n");
+        return print(std::string(version.what()) + "\n", false);
     } catch (const CLI::Success&) {
-        const bool isOfCommand = !app.get_subcommands().empty();
-        return print(app.help() + (isOfCommand ? "Options of every command: vxsettings --help\n" : ""));
+        const auto named = app.get_subcommands();
+        return print(helpOf(named.empty() ? app : *named.front()), options->usesPager);
     } catch (const CLI::ParseError& error) {
         throw CommandError(ExitCode::usage, usageError(app, error));
     }

@@ -283,7 +283,7 @@ Action addDescribe(CLI::App& command)
         const Node& node = session.node(options->path);
         core::Layers& layers = lazy.layers(options->showsFactory);
         (out.isJson() ? writeDocument : writeText)(session, layers, node, out);
-        hintAtFileProblems(session, layers);
+        hintAtFileProblems(session, layers, out);
         return ExitCode::done;
     };
 }

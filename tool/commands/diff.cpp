@@ -200,9 +200,9 @@ Action addDiff(CLI::App& command)
                   "Older tree, written by export --format json; - is standard input");
     addPositional(command, "NEW", options->newer, Need::required, "Newer tree; - is standard input");
     addChoice(command, "--format", options->format, {"text", "json", "markdown"},
-              "Output format (default: text); markdown is for release notes");
+              "Write this format; markdown is for release notes (default: text)");
     addOption(command, "--changed-settings", options->changedSettings, "FILE",
-              "List of intended changes, whose reasons are added to the release notes");
+              "Add the reasons in this list of intended changes to the release notes");
     return [options](LazySession&, Output& out) { return diff(*options, out); };
 }
 

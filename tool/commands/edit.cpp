@@ -35,8 +35,8 @@ Action addEdit(CLI::App& command)
 {
     setHelp(command, "Edit your personal settings file in a text editor",
             "The editor is $VISUAL, $EDITOR, or else sensible-editor, editor or vi. It edits a copy, which "
-            "is checked before it\nreplaces the file. If that fails, the copy is kept in "
-            "$XDG_STATE_HOME/verdix/edit (default: ~/.local/state),\nand the next edit continues with it.\n"
+            "is checked before it replaces the file. If that fails, the copy is kept in "
+            "$XDG_STATE_HOME/verdix/edit (default: ~/.local/state), and the next edit continues with it.\n"
             "Examples:\n  vxsettings edit\n  EDITOR='code --wait' vxsettings edit --scope installation");
     auto scope = std::make_shared<Scope>();
     scope->addOption(command);

@@ -162,13 +162,13 @@ Action addExport(CLI::App& command)
             "  vxsettings export --format html -o settings.html\n"
             "  vxsettings export --modified -o settings.json");
     auto options = std::make_shared<ExportOptions>();
-    addChoice(command, "--format", options->format, formatNames(),
-              "Output format (with --json: json); baseline is a shorter json, to be kept for each release; "
-              "json-schema lets "
-              "editors complete and check settings files, html is a page to browse "
-              "and search the settings");
+    addChoice(
+        command, "--format", options->format, formatNames(),
+        "Write this format (with --json: json); baseline is a shorter json, to be kept for each release; "
+        "json-schema lets editors complete and check settings files, html is a page to browse and "
+        "search the settings");
     addOption(command, "-o,--output", options->file, "FILE",
-              "File to write, whole or not at all (default: -, standard output)");
+              "Write this file, whole or not at all (default: -, standard output)");
     addFactoryFlag(command, options->showsFactory);
     addFlag(command, "--effective", options->addsEffective,
             "With --format json, add effective value, origin and file to each setting");

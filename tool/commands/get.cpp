@@ -133,12 +133,12 @@ ExitCode get(LazySession& lazy, const GetOptions& options, Output& out)
     for (const EffectiveValue& value : values) {
         hintAtOrigin(value, values.size() > 1);
     }
-    hintAtFileProblems(session, layers);
     if (out.isJson()) {
         writeDocument(values, out);
     } else {
         writeText(values, options.showsOrigin, out);
     }
+    hintAtFileProblems(session, layers, out);
     return ExitCode::done;
 }
 

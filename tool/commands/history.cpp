@@ -40,12 +40,12 @@ Action addHistory(CLI::App& command)
         "Prints nothing and exits with 0 if there are no errors.\n"
         "Example:\n  vxsettings history --baseline docs/baseline --changed-settings docs/changed-settings");
     auto options = std::make_shared<HistoryOptions>();
-    addOption(command, "--baseline", options->baseline, "PATH",
-              "Baseline of the last release, or folder with those of all releases", Need::required);
+    addOption(command, "--baseline", options->baseline, "FILE",
+              "Compare with this baseline of the last release, or folder of all baselines", Need::required);
     addOption(command, "--changed-settings", options->changedSettings, "FILE",
-              "List of the settings that were changed on purpose since the last release, with reasons");
+              "Accept changes since the last release for which this list gives reasons");
     addOption(command, "--tree", options->tree, "FILE",
-              "Exported tree to check; - is standard input (default: the tree of the bundle)");
+              "Check this exported tree; - is standard input (default: the tree of the bundle)");
     return [options](LazySession& session, Output& out) { return history(session, *options, out); };
 }
 

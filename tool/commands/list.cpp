@@ -219,7 +219,7 @@ ExitCode list(LazySession& lazy, const ListOptions& options, Output& out)
     const Listing listing = makeListing(session, layers, options);
     (out.isJson() ? writeDocument : writeText)(layers, listing, options, out);
     if (showsValues(options)) {
-        hintAtFileProblems(session, layers);
+        hintAtFileProblems(session, layers, out);
     }
     return ExitCode::done;
 }

@@ -8,6 +8,7 @@
 
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
+#include "cli/help.hpp"
 
 namespace vx::tool {
 
@@ -70,11 +71,12 @@ std::string entry(std::string_view term, std::string_view meaning)
 /// Returns the help of the program and all commands in the layout that help2man reads.
 std::string manual(const CLI::App& app)
 {
-    std::string text = "Options:\n" + argumentsOf(app) + "\n*Commands*\n\n";
-    for (const CLI::App* command :
-         app.get_subcommands([](const CLI::App* candidate) { return !candidate->get_group().empty(); }))
-    {
-        text += subsectionOf(*command);
+    std::string text = "Options:\n" + argumentsOf(app) + "\n";
+    for (const CommandGroup& group : commandGroups(app)) {
+        text += "*" + group.name + "*\n\n";
+        for (const CLI::App* command : group.commands) {
+            text += subsectionOf(*command);
+        }
     }
     text += "*Exit Status*\n";
     for (const auto& [code, meaning] : exitMeanings) {

@@ -183,8 +183,8 @@ Action addMigrate(CLI::App& command)
     addPositional(command, "FILE", options->file, Need::required,
                   "Settings file; - is standard input, without --write");
     addOption(command, "--from", options->from, "RELEASE",
-              "Release of the file (default: the one that the file names)");
-    addOption(command, "--to", options->to, "RELEASE", "Release to migrate to (default: the newest)");
+              "Migrate from this release (default: the one that the file names)");
+    addOption(command, "--to", options->to, "RELEASE", "Migrate to this release (default: the newest)");
     addFlag(command, "--write", options->writes, "Write the file, and save the old one as FILE.RELEASE.bak");
     return [options](LazySession& session, Output& out) { return migrate(session, *options, out); };
 }

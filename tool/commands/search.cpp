@@ -94,7 +94,7 @@ ExitCode search(LazySession& lazy, const SearchOptions& options, Output& out)
     const std::size_t hiddenLeftOut = withHidden ? 0 : leaveOutHidden(matches);
     core::Layers& layers = lazy.layers(options.showsFactory);
     (out.isJson() ? writeDocument : writeText)(matches, layers, hiddenLeftOut, out);
-    hintAtFileProblems(session, layers);
+    hintAtFileProblems(session, layers, out);
     return ExitCode::done;
 }
 

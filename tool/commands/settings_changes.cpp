@@ -72,7 +72,7 @@ json::value valueJson(const core::AppliedChange& change, const core::LayerValue&
 void Scope::addOption(CLI::App& command)
 {
     addChoice(command, "--scope", name_, {"personal", "installation"},
-              "Settings file to change: your personal one, or that of the installation, for all users "
+              "Change your personal settings file, or that of the installation, for all users "
               "(default: personal)");
 }
 

@@ -15,6 +15,7 @@
 #include "cli/diagnostics.hpp"
 #include "render/effective_value.hpp"
 #include "render/json_text.hpp"
+#include "render/line_layout.hpp"
 #include "render/node_labels.hpp"
 
 namespace vx::tool {
@@ -26,6 +27,7 @@ using core::Node;
 using core::NodeKind;
 
 constexpr std::size_t valueWidth = 60;
+constexpr std::size_t leastValueWidth = 8;
 constexpr int deepest = 99;
 
 struct TreeOptions
@@ -81,18 +83,23 @@ std::size_t countHidden(const Node& top, const TreeOptions& options)
     return countShown(top, all, all.depth) - countShown(top, options, options.depth);
 }
 
-/// Writes " = ", the effective value, and marks its origin.
-void writeValue(const Node& setting, core::Layers& layers, Output& out)
+/// Writes " = ", the effective value, and marks its origin. A value that does not fit in the line beside
+/// `others` columns is cut.
+void writeValue(const Node& setting, core::Layers& layers, std::size_t others, Output& out)
 {
+    constexpr std::string_view equals = " = ";
     const core::LayerValue effective = shownEffective(layers, setting);
+    const std::string_view origin = originMark(effective);
+    const std::string mark = origin.empty() ? "" : " (" + std::string(origin) + ")";
     if (effective.value.isAssigned()) {
-        out << " = " << out.styled(Style::value, valueOnOneLine(effective, valueWidth));
+        const std::size_t taken = others + equals.size() + mark.size();
+        const std::size_t width = out.lineWidth().value_or(taken + valueWidth);
+        const std::size_t room = width > taken + leastValueWidth ? width - taken : leastValueWidth;
+        out << equals << out.styled(Style::value, cutToWidth(valueOnOneLine(effective, valueWidth), room));
     } else {
         out << out.styled(Style::note, " (no value)");
     }
-    if (const std::string_view mark = originMark(effective); !mark.empty()) {
-        out << out.styled(Style::note, " (" + std::string(mark) + ")");
-    }
+    out << out.styled(Style::note, mark);
 }
 
 /// Whether to mark a node as locked: only the topmost that is, of those that are shown.
@@ -103,14 +110,15 @@ bool isLockShown(const Node& node, bool isTop, core::Layers& layers)
 }
 
 /// Writes what follows a name: the value, or the target of an alias.
-void writeAnnotation(const Node& node, const core::SettingsTree& tree, core::Layers& layers, Output& out)
+void writeAnnotation(const Node& node, const core::SettingsTree& tree, core::Layers& layers,
+                     std::size_t others, Output& out)
 {
     if (node.kind() == NodeKind::alias) {
         const std::string& target = node.properties().aliasName();
         const bool isResolved = tree.find(target) != nullptr;
         out << out.styled(Style::note, " -> " + target + (isResolved ? "" : " (unresolved)"));
     } else if (node.kind() == NodeKind::setting) {
-        writeValue(node, layers, out);
+        writeValue(node, layers, others, out);
     }
 }
 
@@ -124,9 +132,7 @@ public:
     void draw(const Node& top)
     {
         out_ << out_.styled(Style::group, top.fullName());
-        writeAnnotation(top, tree_, layers_, out_);
-        writeMarks(top, true);
-        out_ << '\n';
+        writeRest(top, marksOf(top, true), displayWidth(top.fullName()));
         drawChildren(top, "", options_.depth);
     }
 
@@ -142,34 +148,35 @@ private:
         for (const Node* child : shown) {
             const bool isLast = child == shown.back();
             out_ << indent << (isLast ? "└── " : "├── ");
-            drawLine(*child, depth);
+            drawLine(*child, displayWidth(indent) + branchWidth, depth);
             if (depth > 1) {
                 drawChildren(*child, indent + (isLast ? "    " : "│   "), depth - 1);
             }
         }
     }
 
-    void drawLine(const Node& node, int depth)
+    void drawLine(const Node& node, std::size_t column, int depth)
     {
         const Style style = node.kind() == NodeKind::group ? Style::group : Style::plain;
         out_ << out_.styled(style, node.name());
-        writeAnnotation(node, tree_, layers_, out_);
-        writeMarks(node, false);
-        if (depth <= 1 && !node.children().empty()) {
-            out_ << out_.styled(Style::note, " …");
-        }
-        out_ << '\n';
+        const bool isCut = depth <= 1 && !node.children().empty();
+        writeRest(node, marksOf(node, false) + (isCut ? " …" : ""), column + displayWidth(node.name()));
     }
 
-    void writeMarks(const Node& node, bool isTop)
+    /// Writes what follows a name that ends before `column`.
+    void writeRest(const Node& node, const std::string& marks, std::size_t column)
     {
-        if (isLockShown(node, isTop, layers_)) {
-            out_ << out_.styled(Style::note, " (locked)");
-        }
-        if (node.isHiddenItself()) {
-            out_ << out_.styled(Style::note, " (hidden)");
-        }
+        writeAnnotation(node, tree_, layers_, column + displayWidth(marks), out_);
+        out_ << out_.styled(Style::note, marks) << '\n';
     }
+
+    std::string marksOf(const Node& node, bool isTop)
+    {
+        return std::string(isLockShown(node, isTop, layers_) ? " (locked)" : "") +
+               (node.isHiddenItself() ? " (hidden)" : "");
+    }
+
+    static constexpr std::size_t branchWidth = 4;
 
     const TreeOptions& options_;
     const core::SettingsTree& tree_;
@@ -187,7 +194,7 @@ Action addTree(CLI::App& command)
     auto options = std::make_shared<TreeOptions>();
     addPositional(command, "PATH", options->path, Need::optional, "Group to show (default: the root)");
     addOption(command, "--depth", options->depth, 1, deepest, "N",
-              "Number of levels to show, 1 to 99 (default: 99)");
+              "Show this many levels, 1 to 99 (default: 99)");
     addFlag(command, "--hidden", options->showsHidden, "Also show hidden groups and settings");
     addFactoryFlag(command, options->showsFactory);
     return [options](LazySession& lazy, Output& out) {
@@ -203,7 +210,7 @@ Action addTree(CLI::App& command)
             Drawing(*options, session.tree(), layers, out).draw(top);
             hintAtHidden(hiddenLeftOut, out);
         }
-        hintAtFileProblems(session, layers);
+        hintAtFileProblems(session, layers, out);
         return ExitCode::done;
     };
 }

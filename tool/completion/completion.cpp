@@ -8,9 +8,11 @@
 #include <foundation/verdixdata/text.hpp>
 
 #include <CLI/App.hpp>
+#include <boost/algorithm/string/case_conv.hpp>
 
 #include <algorithm>
 #include <iterator>
+#include <locale>
 #include <set>
 #include <string_view>
 
@@ -54,13 +56,6 @@ bool isOption(const CommandLine& line, std::string_view argument)
     return argument.starts_with('-') && !line.isAfterDashes;
 }
 
-const CLI::App* findCommand(const CLI::App& app, std::string_view name)
-{
-    const auto found =
-        app.get_subcommands([&](const CLI::App* command) { return command->get_name() == name; });
-    return found.empty() ? nullptr : found.front();
-}
-
 void parseArgument(const CLI::App& app, std::string_view argument, CommandLine& line)
 {
     if (line.pending != nullptr) {
@@ -101,6 +96,9 @@ public:
         }
         std::erase_if(result_.candidates,
                       [&](const Candidate& candidate) { return !candidate.argument.starts_with(argument); });
+        if (result_.candidates.empty() && takesPath_) {
+            addInnerPaths(line, argument);
+        }
         return std::move(result_);
     }
 
@@ -172,7 +170,10 @@ private:
         if (type == "FILE" || type == "OLD" || type == "NEW") {
             result_.takesFile = true;
         } else if (type == "PATH" || type == "PATTERN") {
+            takesPath_ = true;
             addPaths(line, argument);
+        } else if (type == "COMMAND") {
+            addCommands();
         } else if (type == "VALUE") {
             addSettingValues(line.positionals.front());
         } else if (type == "RELEASE") {
@@ -201,24 +202,43 @@ private:
         Catalog catalog(tree);
         for (const Node& child : group->children()) {
             if (std::string path = parent + std::string(child.name()); path.starts_with(argument)) {
-                addNode(line, child, path, catalog.ownTitleOf(child));
+                addNode(line, child, path, catalog);
+            }
+        }
+    }
+
+    /// Adds the paths whose last name begins with what is typed, or whose last names do, in any letter case.
+    void addInnerPaths(const CommandLine& line, const std::string& argument)
+    {
+        const core::SettingsTree& tree = session_.get().tree();
+        const std::string typed = "." + boost::algorithm::to_lower_copy(argument, std::locale::classic());
+        Catalog catalog(tree);
+        for (const Node* node : tree.nodes()) {
+            const std::string path = node->getFullName();
+            const std::size_t found =
+                boost::algorithm::to_lower_copy(path, std::locale::classic()).rfind(typed);
+            if (found != std::string::npos && path.find('.', found + typed.size()) == std::string::npos) {
+                addNode(line, *node, path, catalog);
             }
         }
     }
 
     /// Adds a setting, or a group: with a dot to continue, and without one if the command takes groups.
-    void addNode(const CommandLine& line, const Node& node, const std::string& path, const std::string& title)
+    void addNode(const CommandLine& line, const Node& node, const std::string& path, Catalog& catalog)
     {
-        if (node.kind() != NodeKind::group) {
-            const std::string value = core::formatValueOnOneLine(node.properties().factoryValue, valueWidth);
-            add(path, title + (value.empty() ? "" : " (" + value + ")"));
-            return;
-        }
+        const bool isGroup = node.kind() == NodeKind::group;
+        const std::string value =
+            isGroup ? "group" : core::formatValueOnOneLine(node.properties().factoryValue, valueWidth);
+        const std::string& sentence = catalog.entryOf(node).sentence;
+        const std::string hint = catalog.ownTitleOf(node) + (value.empty() ? "" : " (" + value + ")") +
+                                 (sentence.empty() ? "" : ": " + sentence);
         const std::string_view command = line.command->get_name();
-        if (command != "get" && command != "set") {
-            add(path, title + " (group)");
+        if (!isGroup || (command != "get" && command != "set")) {
+            add(path, hint);
         }
-        add(path + ".", title + " (group)");
+        if (isGroup) {
+            add(path + ".", hint);
+        }
     }
 
     void addSettingValues(std::string_view path)
@@ -275,6 +295,7 @@ private:
     const CLI::App& app_;
     LazySession& session_;
     Completion result_;
+    bool takesPath_ = false;
 };
 
 }  // namespace

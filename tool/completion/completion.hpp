@@ -25,8 +25,10 @@ struct Completion
     bool takesFile = false;  ///< any file name is possible
 };
 
-/// Returns the candidates for the last of `arguments`, which may be empty or incomplete. The arguments do not
-/// include the program's name. The session is only started if the tree is needed. Throws CommandError.
+/// Returns the candidates for the last of `arguments`, which may be empty or incomplete. They begin with it,
+/// unless no path does: then they are paths with a name inside that begins with it, in any letter case. The
+/// arguments do not include the program's name. The session is only started if the tree is needed. Throws
+/// CommandError.
 [[nodiscard]] Completion complete(const CLI::App& app, std::span<const std::string> arguments,
                                   LazySession& session);
 

@@ -18,15 +18,22 @@ _vxsettings() {
     [[ $typed == *=* && $COMP_WORDBREAKS == *=* ]] && behind=${typed%%=*}=
 
     COMPREPLY=()
-    local candidate
+    local candidate contains=false
     while IFS=$'\t' read -r candidate _; do
         if [[ $candidate == :files ]]; then
             compopt -o filenames -o default
             continue
         fi
+        [[ $candidate == "$typed"* ]] || contains=true
         candidate=${candidate#"$behind"}
         [[ $candidate == *[.=] ]] && compopt -o nospace
         COMPREPLY+=("$(printf '%q' "$candidate")")
     done < <("$1" complete -- "${words[@]}" 2>/dev/null)
+    # Candidates that only contain what is typed replace it by what they all begin with. A blank one prevents that, unless
+    # that is the first of them.
+    if $contains; then
+        local others=${COMPREPLY[*]##"${COMPREPLY[0]}"*}
+        [[ -z ${others// /} ]] || COMPREPLY+=(" ")
+    fi
 }
 complete -F _vxsettings vxsettings

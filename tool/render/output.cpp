@@ -11,6 +11,8 @@
 #include <utility>
 
 #include "cli/command_error.hpp"
+#include "render/line_layout.hpp"
+#include "render/pager.hpp"
 
 namespace vx::tool {
 
@@ -29,12 +31,16 @@ bool isSet(const char* variable)
 
 bool terminalHasColours(int descriptor)
 {
-    const char* terminal = std::getenv("TERM");
-    const bool isDumb = terminal == nullptr || std::string_view(terminal) == "dumb";
-    return !isSet("NO_COLOR") && !isDumb && ::isatty(descriptor) == 1;
+    return !isSet("NO_COLOR") && !isDumbTerminal() && ::isatty(descriptor) == 1;
 }
 
 }  // namespace
+
+bool isDumbTerminal()
+{
+    const char* terminal = std::getenv("TERM");
+    return terminal == nullptr || std::string_view(terminal) == "dumb";
+}
 
 Output::Output(int descriptor, std::string name, ColourChoice colour, OutputFormat format)
     : descriptor_(descriptor),
@@ -42,7 +48,11 @@ Output::Output(int descriptor, std::string name, ColourChoice colour, OutputForm
       hasColour_(colour == ColourChoice::always ||
                  (colour == ColourChoice::automatic && terminalHasColours(descriptor))),
       format_(format)
-{}
+{
+    if (isTerminal()) {
+        lineWidth_ = terminalWidth();
+    }
+}
 
 Output& Output::operator<<(std::string_view string)
 {
@@ -52,7 +62,7 @@ Output& Output::operator<<(std::string_view string)
 Output& Output::operator<<(Exact piece)
 {
     buffer_ += piece.bytes;
-    if (buffer_.size() >= flushAt) {
+    if (buffer_.size() >= flushAt && !hasPager_) {
         flush();
     }
     return *this;
@@ -74,10 +84,18 @@ Styled Output::styled(Style style, std::string_view string) const
     return {result.append(code).append("m").append(printable).append("\x1b[0m")};
 }
 
+void Output::usePager() noexcept
+{
+    hasPager_ = isTerminal();
+}
+
 void Output::flush()
 {
     if (descriptor_ == -1) {
         return;
+    }
+    if (hasPager_ && !buffer_.empty() && showInPager(buffer_)) {
+        buffer_.clear();
     }
     std::string_view rest = buffer_;
     while (!rest.empty()) {

@@ -2,8 +2,10 @@
 
 #include <charconv>
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -53,6 +55,9 @@ public:
     [[nodiscard]] const char* what() const noexcept override { return "the reader is gone"; }
 };
 
+/// Returns whether the terminal, if there is one, understands no escape sequences.
+[[nodiscard]] bool isDumbTerminal();
+
 /// Buffered output to a file descriptor, which it does not own, or only to the buffer. Writing throws
 /// CommandError, with the destination's name, if the descriptor cannot be written (full disk), and
 /// ReaderGone if it is a pipe whose reader has closed it. Output that is not flushed is lost.
@@ -60,8 +65,8 @@ class Output
 {
 public:
     Output(int descriptor, std::string name, ColourChoice colour, OutputFormat format = OutputFormat::text);
-    /// Keeps everything in the buffer, without colours.
-    Output() = default;
+    /// Keeps everything in the buffer, without colours. Tables fit in lines of `lineWidth` columns.
+    explicit Output(std::optional<std::size_t> lineWidth = std::nullopt) : lineWidth_(lineWidth) {}
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
@@ -86,8 +91,15 @@ public:
     /// Returns whether to write one JSON document, and nothing else.
     [[nodiscard]] bool isJson() const noexcept { return format_ == OutputFormat::json; }
 
-    /// Returns whether a terminal shows what is written.
+    /// Returns whether a terminal shows what is written, be it in a pager.
     [[nodiscard]] bool isTerminal() const noexcept;
+
+    /// Returns the number of columns that a line has; none if lines are not for a terminal, and of any
+    /// length.
+    [[nodiscard]] std::optional<std::size_t> lineWidth() const noexcept { return lineWidth_; }
+
+    /// Has a terminal's user see what is written in a pager, all at once when it is flushed.
+    void usePager() noexcept;
 
     /// Returns the string in the style's colour, if colours are on.
     [[nodiscard]] Styled styled(Style style, std::string_view string) const;
@@ -95,13 +107,16 @@ public:
     /// Returns what the buffer holds.
     [[nodiscard]] std::string_view buffer() const noexcept { return buffer_; }
 
-    /// Writes the buffer. Throws CommandError or ReaderGone.
+    /// Writes the buffer, or shows it in the pager until the user quits that. Throws CommandError or
+    /// ReaderGone.
     void flush();
 
 private:
     int descriptor_ = -1;  ///< -1: there is only the buffer
     std::string name_;
     bool hasColour_ = false;
+    bool hasPager_ = false;
+    std::optional<std::size_t> lineWidth_;
     OutputFormat format_ = OutputFormat::text;
     std::string buffer_;
 };

@@ -23,6 +23,10 @@ enum class Align : std::uint8_t
 
 /// A table with each column as wide as its widest cell. Numbers are right-aligned; a left-aligned last column
 /// is not padded.
+///
+/// Where lines have a width and the table is wider, one column is fitted: the first one with values, which
+/// are cut, or else the last one, which is broken into lines. Cells before it that leave too little room for
+/// it have a line of their own.
 class Table
 {
 public:
@@ -55,6 +59,16 @@ public:
     void write(Output& out, std::string_view indent = "") const;
 
 private:
+    struct Layout;
+
+    [[nodiscard]] Layout layoutFor(std::size_t lineWidth) const;
+    template <class Trait>
+    [[nodiscard]] bool has(std::size_t column, Trait Cell::*trait, Trait value) const;
+    void fit(Layout& layout, std::size_t lineWidth) const;
+    /// Returns the width of the widest cell before the fitted one that is no wider than the limit.
+    [[nodiscard]] std::size_t widestBefore(std::size_t fitted, std::size_t limit) const;
+    static void writeRow(const Row& row, const Layout& layout, Output& out, std::string_view indent);
+
     std::vector<Row> rows_;
 };
 
