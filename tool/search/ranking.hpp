@@ -40,7 +40,8 @@ enum class MatchRank : std::uint8_t
     similar   ///< a similar word
 };
 
-/// Returns "exact", "word", "prefix", "substring", "keyword", "sentence", "value", "old path", "spelled alike".
+/// Returns "exact", "word", "prefix", "substring", "keyword", "sentence", "value", "old path", "spelled
+/// alike".
 [[nodiscard]] std::string_view rankName(MatchRank rank) noexcept;
 
 /// An entry that matches a query.
