@@ -189,7 +189,7 @@ public:
     /// Returns a score for each word; valid until the next call.
     const std::vector<WordScore>& score(const SearchEntry& entry)
     {
-        isGroup_ = entry.isGroup;
+        isSecondary_ = entry.isSecondary;
         scores_.assign(words_.size(), {});
         visitFields(entry, *this);
         return scores_;
@@ -207,7 +207,7 @@ public:
 
     void endField(std::size_t weight, MatchRank rank)
     {
-        const std::size_t ofEntry = isGroup_ ? weight * 9 / 10 : weight;
+        const std::size_t ofEntry = isSecondary_ ? weight * 9 / 10 : weight;
         for (std::size_t index = 0; index < words_.size(); ++index) {
             const WordMatch match = std::exchange(best_[index], {});
             const std::uint64_t ofField = match.quality * ofEntry;
@@ -226,7 +226,7 @@ private:
     Match match_;
     std::vector<WordMatch> best_;  // in the field, by word
     std::vector<WordScore> scores_;
-    bool isGroup_ = false;
+    bool isSecondary_ = false;
 };
 
 // Queries

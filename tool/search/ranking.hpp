@@ -23,7 +23,7 @@ struct SearchEntry
     std::span<const std::string> keywords = {};
     std::vector<std::string> values = {};  ///< allowed values, what they do, and the factory value
     std::vector<std::string_view> oldPaths = {};
-    bool isGroup = false;
+    bool isSecondary = false;  ///< a group, or hidden: rarely what people look for
 };
 
 /// Where the word of a query that counts most matches, and how.

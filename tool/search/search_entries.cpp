@@ -57,11 +57,11 @@ std::vector<SearchEntry> searchEntries(const Session& session, Catalog& catalog)
         entry.sentence = described.sentence;
         entry.keywords = described.keywords;
         entry.values = valuesOf(*node, described);
-        entry.isGroup = node->kind() == core::NodeKind::group;
+        entry.isSecondary = node->kind() == core::NodeKind::group || node->isHidden();
         for (const core::ReleaseStep& step : history.movesTo(node->fullName())) {
             entry.oldPaths.emplace_back(step.from);
         }
-        if (entry.isGroup) {
+        if (node->kind() == core::NodeKind::group) {
             titles.emplace(node, entry.titles);
         }
     }
