@@ -80,7 +80,8 @@ const makeSearch = (() => {
         const titles = entry.title.split(/ › |: /);
         const name = names.pop() ?? root;
         const title = titles.pop();
-        const ofName = 84 + Math.floor(20 / Math.max(wordsOf(title).length, 1)) - 2 * names.length;
+        const ofName = 84 + Math.floor(20 / Math.max(wordsOf(title).length, 1)) -
+            2 * Math.min(names.length, 10);
         return [
             [ofName, [name, title].flatMap(wordsOfName)],
             [weight.group, [...names, ...titles].flatMap(wordsOfName)],
