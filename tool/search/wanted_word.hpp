@@ -39,7 +39,7 @@ private:
     std::vector<std::string> neighbours_;
     std::set<std::string, std::less<>> synonyms_;  // stems
     std::u16string characters_;
-    std::bitset<256 * 256> starts_;  // the first two bytes of words that may match
+    std::bitset<0x10000> starts_;  // the first two bytes of words that may match
 };
 
 }  // namespace vx::tool
