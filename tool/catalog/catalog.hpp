@@ -4,9 +4,11 @@
 #include <settings_core/tree/settings_tree.hpp>
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace vx::tool {
@@ -30,8 +32,17 @@ public:
     /// Returns the title without those of its groups: "Show Line Numbers".
     [[nodiscard]] std::string ownTitleOf(const core::Node& node);
 
+    /// Returns lists of words of the same meaning, in all languages that are looked in. Gives a hint at each
+    /// damaged file, and ignores it.
+    [[nodiscard]] std::vector<std::vector<std::string>> synonyms() const;
+
 private:
-    using Entries = std::map<std::string, review::CatalogEntry, std::less<>>;  // by path
+    /// So that strings are looked up without a copy.
+    struct Hash : std::hash<std::string_view>
+    {
+        using is_transparent = void;
+    };
+    using Entries = std::unordered_map<std::string, review::CatalogEntry, Hash, std::equal_to<>>;  // by path
 
     const Entries& entriesOf(std::string_view name);
 

@@ -1,5 +1,6 @@
 #include <review/tree_json.hpp>
-#include <settings_core/tree/search.hpp>
+#include <review/words.hpp>
+#include <settings_core/tree/suggestions.hpp>
 #include <settings_core/values/value_format.hpp>
 
 #include <boost/algorithm/string/join.hpp>
@@ -7,9 +8,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -18,12 +21,18 @@
 #include "cli/diagnostics.hpp"
 #include "render/effective_value.hpp"
 #include "render/json_text.hpp"
+#include "render/line_layout.hpp"
 #include "render/node_labels.hpp"
-#include "render/table.hpp"
+#include "search/search_entries.hpp"
 
 namespace vx::tool {
 
 namespace {
+
+using core::Node;
+
+constexpr std::size_t defaultLineWidth = 80;    // in columns
+constexpr std::size_t shortestValueWidth = 16;  // in columns
 
 struct SearchOptions
 {
@@ -33,67 +42,139 @@ struct SearchOptions
     bool showsFactory = false;
 };
 
-void writeDocument(const std::vector<core::Match>& matches, core::Layers& layers, std::size_t hiddenLeftOut,
-                   Output& out)
+/// A node that was found.
+struct Result
+{
+    const Node& node;
+    MatchRank rank;
+    std::string reason;  ///< what the node is, or what it was called
+};
+
+struct Results
+{
+    std::vector<Result> shown;  ///< the best first
+    std::size_t hiddenLeftOut = 0;
+};
+
+// Search
+
+std::string reasonOf(const Node& node, const SearchEntry& entry, MatchRank rank, Catalog& catalog)
+{
+    if (rank == MatchRank::oldPath) {
+        const std::vector<std::string> paths(entry.oldPaths.begin(), entry.oldPaths.end());
+        return "Formerly " + boost::algorithm::join(paths, ", ") + ".";
+    }
+    return entry.sentence.empty() ? catalog.titleOf(node) : std::string(entry.sentence);
+}
+
+/// Returns all entries that match, also weak ones; if there are none, those with similar paths.
+std::vector<SearchMatch> findMatches(const core::SettingsTree& tree, const std::vector<SearchEntry>& entries,
+                                     const Catalog& catalog, const std::string& query)
+{
+    std::vector<SearchMatch> matches = rankEntries(entries, catalog.synonyms(), query);
+    if (matches.empty()) {
+        for (const std::string_view path : core::suggestPaths(query, tree)) {
+            const auto entry = std::ranges::find(entries, path, &SearchEntry::path) - entries.begin();
+            matches.push_back({static_cast<std::size_t>(entry), MatchRank::similar, 0, 0});
+        }
+    }
+    return matches;
+}
+
+/// Removes hidden nodes, unless they are asked for or nothing else matches, and matches that are much weaker
+/// than the best one of the rest. Returns the number of hidden nodes that are left out.
+std::size_t leaveOut(std::vector<SearchMatch>& matches, const SearchOptions& options,
+                     const std::function<bool(const SearchMatch&)>& isHidden)
+{
+    if (options.onlyHidden) {
+        std::erase_if(matches, std::not_fn(isHidden));
+    }
+    const bool wantsHidden = options.showsHidden || options.onlyHidden;
+    const bool isAllHidden = !matches.empty() && std::ranges::all_of(matches, isHidden);
+    if (isAllHidden && !wantsHidden) {
+        printHint("everything that matches is hidden");
+    }
+    const auto isLeftOut = [&](const SearchMatch& match) {
+        return !wantsHidden && !isAllHidden && isHidden(match);
+    };
+    std::uint64_t best = 0;
+    for (const SearchMatch& match : matches) {
+        best = isLeftOut(match) ? best : std::max(best, match.score);
+    }
+    std::erase_if(matches, [best](const SearchMatch& match) { return isWeak(match, best); });
+    return std::erase_if(matches, isLeftOut);
+}
+
+Results find(const Session& session, const SearchOptions& options)
+{
+    const std::string query = boost::algorithm::join(options.words, " ");
+    if (review::splitWords(query).empty()) {
+        throw CommandError(ExitCode::usage, "WORDS: needs letters or digits; see vxsettings search --help");
+    }
+    const auto nodes = session.tree().nodes();
+    Catalog catalog(session.tree());
+    const std::vector<SearchEntry> entries = searchEntries(session, catalog);
+    std::vector<SearchMatch> matches = findMatches(session.tree(), entries, catalog, query);
+    Results results;
+    results.hiddenLeftOut = leaveOut(
+        matches, options, [&nodes](const SearchMatch& match) { return nodes[match.entry]->isHidden(); });
+    for (const SearchMatch& match : matches) {
+        const Node& node = *nodes[match.entry];
+        results.shown.push_back(
+            {node, match.rank, reasonOf(node, entries[match.entry], match.rank, catalog)});
+    }
+    if (results.shown.empty()) {
+        throw CommandError(ExitCode::failed,
+                           std::string(options.onlyHidden ? "nothing hidden" : "nothing") + " matches " +
+                               query + "; try other words, or list all paths with: vxsettings list");
+    }
+    return results;
+}
+
+// Output
+
+void writeDocument(const Results& results, core::Layers& layers, Output& out)
 {
     boost::json::array list;
-    for (const auto& [node, rank] : matches) {
+    for (const auto& [node, rank, reason] : results.shown) {
         boost::json::object match{
-            {"path", node->fullName()}, {"node", kindLabel(node->kind())}, {"rank", core::rankName(rank)}};
-        if (node->kind() == core::NodeKind::setting) {
-            addLayerValue(match, shownEffective(layers, *node));
+            {"path", node.fullName()}, {"node", kindLabel(node.kind())}, {"rank", rankName(rank)}};
+        if (node.kind() == core::NodeKind::setting) {
+            addLayerValue(match, shownEffective(layers, node));
         }
         list.push_back(std::move(match));
     }
-    writeJson({{"matches", std::move(list)}, {"hiddenLeftOut", hiddenLeftOut}}, out);
+    writeJson({{"matches", std::move(list)}, {"hiddenLeftOut", results.hiddenLeftOut}}, out);
 }
 
-void writeText(const std::vector<core::Match>& matches, core::Layers& layers, std::size_t hiddenLeftOut,
-               Output& out)
+void writeText(const Results& results, core::Layers& layers, Output& out)
 {
-    Table table;
-    for (const auto& [node, rank] : matches) {
-        Table::Row row{{std::string(core::rankName(rank)), Style::note}, node->fullName()};
-        if (node->kind() == core::NodeKind::setting) {
-            addValueCells(row, shownEffective(layers, *node));
+    constexpr std::string_view indent = "    ";
+    const std::size_t lineWidth = out.lineWidth().value_or(defaultLineWidth);
+    for (const auto& [node, rank, reason] : results.shown) {
+        out << out.styled(Style::group, node.fullName());
+        if (node.kind() == core::NodeKind::setting) {
+            const core::LayerValue value = shownEffective(layers, node);
+            const std::string mark = originMark(value).empty() ? "" : "  " + std::string(originMark(value));
+            const std::size_t taken = node.fullName().size() + 2 + mark.size();
+            const std::size_t width = std::max(lineWidth, taken + shortestValueWidth) - taken;
+            out << "  " << out.styled(Style::value, valueOnOneLine(value, width))
+                << out.styled(Style::note, mark);
         }
-        table.add(std::move(row));
+        out << '\n';
+        for (const std::string& line : breakLine(reason, lineWidth - std::min(lineWidth, indent.size()))) {
+            out << indent << line << '\n';
+        }
     }
-    table.write(out);
-    hintAtHidden(hiddenLeftOut, out);
-}
-
-bool isHidden(const core::Match& match)
-{
-    return match.node->isHidden();
-}
-
-/// Removes the hidden nodes from the matches unless nothing else matches, and returns their number.
-std::size_t leaveOutHidden(std::vector<core::Match>& matches)
-{
-    if (std::ranges::all_of(matches, isHidden)) {
-        printHint("everything that matches is hidden");
-        return 0;
-    }
-    return std::erase_if(matches, isHidden);
+    hintAtHidden(results.hiddenLeftOut, out);
 }
 
 ExitCode search(LazySession& lazy, const SearchOptions& options, Output& out)
 {
     const Session& session = lazy.get();
-    auto matches = core::search(session.tree(), options.words);
-    if (options.onlyHidden) {
-        std::erase_if(matches, std::not_fn(isHidden));
-    }
-    if (matches.empty()) {
-        throw CommandError(ExitCode::failed, std::string(options.onlyHidden ? "nothing hidden" : "nothing") +
-                                                 " matches " + boost::algorithm::join(options.words, " ") +
-                                                 "; all words have to match, so try fewer");
-    }
-    const bool withHidden = options.showsHidden || options.onlyHidden;
-    const std::size_t hiddenLeftOut = withHidden ? 0 : leaveOutHidden(matches);
+    const Results results = find(session, options);
     core::Layers& layers = lazy.layers(options.showsFactory);
-    (out.isJson() ? writeDocument : writeText)(matches, layers, hiddenLeftOut, out);
+    (out.isJson() ? writeDocument : writeText)(results, layers, out);
     hintAtFileProblems(session, layers, out);
     return ExitCode::done;
 }
@@ -102,12 +183,14 @@ ExitCode search(LazySession& lazy, const SearchOptions& options, Output& out)
 
 Action addSearch(CLI::App& command)
 {
-    setHelp(command, "Search settings and groups by words in their paths, then in their values",
+    setHelp(command, "Search settings and groups by words, as people call them",
+            "Words are found in names, titles, descriptions, keywords, values and old paths, also in other "
+            "forms, as\n"
+            "synonyms, and with a typing error. The best matches come first.\n"
             "Hidden groups and settings are left out, unless nothing else matches.\n"
-            "Example:\n  vxsettings search color comment");
+            "Examples:\n  vxsettings search bigger font\n  vxsettings search stop asking when I quit");
     auto options = std::make_shared<SearchOptions>();
-    addPositional(command, "WORDS", options->words, Need::required,
-                  "Words that all have to match, in any order and letter case");
+    addPositional(command, "WORDS", options->words, Need::required, "Words in any order and letter case");
     addFlag(command, "--hidden", options->showsHidden, "Also show hidden groups and settings");
     addFlag(command, "--only-hidden", options->onlyHidden, "Only show hidden groups and settings");
     addFactoryFlag(command, options->showsFactory);
