@@ -100,7 +100,7 @@ std::string historyHtml(const Source& source, const Node& node)
 /// Returns a name as HTML that may break before capitals, if it is long.
 std::string nameHtml(std::string_view name)
 {
-    constexpr std::size_t longName = 20;
+    constexpr std::size_t longName = 16;
     std::string html;
     for (const char& c : name) {
         const bool isBreak = name.size() > longName && c >= 'A' && c <= 'Z' && &c != name.data() && (&c)[-1] >= 'a';

@@ -52,9 +52,20 @@ function acceptedBy(filter) {
         (!filter.has("modified") || isModified(setting));
 }
 
+function prepareSearch() {
+    findSettings ??= makeSearch(searchEntries(), data.synonyms);
+}
+
 function ranked(query) {
-    findSettings ??= makeSearch(searchEntries(), data.synonyms ?? []);
+    prepareSearch();
     return findSettings(query).map((index) => settings[index]);
+}
+
+/** Only touches the element if that changes something, because reading is cheaper. */
+function setHidden(element, isHidden) {
+    if (element.hidden !== isHidden) {
+        element.hidden = isHidden;
+    }
 }
 
 function putBack(rows) {
@@ -79,14 +90,13 @@ function showInTree() {
     putBack(resultRows.rows);
     const isShown = new Set(shown);
     for (const setting of settings) {
-        const isHidden = !isShown.has(setting);
-        if (setting.row.hidden !== isHidden) {
-            setting.row.hidden = isHidden;
-        }
+        setHidden(setting.row, !isShown.has(setting));
     }
 }
 
-function countInGroups() {
+/** Counts the shown settings in the tree of groups, and hides groups without. */
+function countInGroups(isSearching) {
+    const isFiltered = shown.length !== settings.length;
     const direct = new Map();
     for (const { group } of shown) {
         direct.set(group, (direct.get(group) ?? 0) + 1);
@@ -99,10 +109,10 @@ function countInGroups() {
         if (group.parent) {
             group.parent.count += group.count;
         }
-        if (group.section) {
-            group.section.hidden = shown.length !== settings.length && !direct.has(group);
+        if (group.section && !isSearching) { // a search hides all sections at once
+            setHidden(group.section, isFiltered && !direct.has(group));
         }
-        group.item.hidden = shown.length !== settings.length && group.count === 0;
+        setHidden(group.item, isFiltered && group.count === 0);
         if (group.number.textContent !== String(group.count)) {
             group.number.textContent = group.count;
         }
@@ -122,7 +132,7 @@ function applyFilters() {
     } else {
         showInTree();
     }
-    countInGroups();
+    countInGroups(Boolean(query));
     byId("nothing").hidden = shown.length > 0;
     byId("clear").disabled = !isAny;
     announce(isAny ? `${shown.length} of ${settings.length}` : "");

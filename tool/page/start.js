@@ -55,7 +55,7 @@ for (const part of document.querySelectorAll("#groups, #show-changes, #theme, #f
 byId("modified-label").hidden = !settings.some(isModified);
 facets.forEach(fillSelect);
 buildTree();
-countInGroups();
+countInGroups(false);
 setTheme(themes.includes(storedTheme()) ? storedTheme() : "system");
 startPanel();
 listenToFilters();
@@ -71,4 +71,5 @@ document.addEventListener("keydown", onKey);
 addEventListener("load", () => setTimeout(() => {
     followAddress();
     followScrolling();
+    (window.requestIdleCallback ?? setTimeout)(prepareSearch);
 }));
