@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "json_item.hpp"
+#include "words.hpp"
 
 namespace vx::review {
 
@@ -22,34 +23,6 @@ using core::NodeKind;
 constexpr std::array<std::string_view, 22> acronyms = {
     "API", "ASCII", "CPU", "CSS", "CSV", "DPI", "GPU", "GUI", "HTML", "HTTP", "ID",
     "IP",  "JSON",  "PDF", "PNG", "RGB", "RTF", "SVG", "UI",  "URL",  "UTF",  "XML"};
-
-enum class CharacterKind
-{
-    other,
-    digit,
-    lower,
-    upper
-};
-
-CharacterKind kindOf(char character)
-{
-    return character >= 'A' && character <= 'Z'   ? CharacterKind::upper
-           : character >= 'a' && character <= 'z' ? CharacterKind::lower
-           : character >= '0' && character <= '9' ? CharacterKind::digit
-                                                  : CharacterKind::other;
-}
-
-/// Whether a new word begins at this index of a name: at a digit after a letter and vice versa, at a capital
-/// after a small letter, and at the last of several capitals if a small letter follows it.
-bool beginsWord(std::string_view name, std::size_t index)
-{
-    const CharacterKind before = kindOf(name[index - 1]);
-    const CharacterKind here = kindOf(name[index]);
-    if (before == CharacterKind::upper && here == CharacterKind::upper) {
-        return index + 1 < name.size() && kindOf(name[index + 1]) == CharacterKind::lower;
-    }
-    return before != here && !(before == CharacterKind::upper && here == CharacterKind::lower);
-}
 
 std::string titleWord(std::string_view word)
 {
@@ -105,6 +78,19 @@ std::vector<FiledEntry> parseCatalogFile(std::string_view text)
     return entries;
 }
 
+std::vector<std::vector<std::string>> parseSynonyms(std::string_view text)
+{
+    const core::JsonValue document = core::readJson(text);
+    std::vector<std::vector<std::string>> synonyms;
+    for (const JsonItem& list : JsonItem(document).elements()) {
+        std::vector<std::string>& words = synonyms.emplace_back();
+        for (const JsonItem& word : list.elements()) {
+            words.push_back(word.string());
+        }
+    }
+    return synonyms;
+}
+
 std::string_view catalogFileOf(const Node& node)
 {
     const Node* top = &node;
@@ -117,15 +103,8 @@ std::string_view catalogFileOf(const Node& node)
 std::string makeTitle(std::string_view name)
 {
     std::string title;
-    std::size_t start = 0;
-    for (std::size_t index = 1; index <= name.size(); ++index) {
-        if (index == name.size() || beginsWord(name, index)) {
-            const std::string_view word = name.substr(start, index - start);
-            if (kindOf(word.front()) != CharacterKind::other) {
-                title.append(title.empty() ? "" : " ").append(titleWord(word));
-            }
-            start = index;
-        }
+    for (const std::string_view word : splitWords(name)) {
+        title.append(title.empty() ? "" : " ").append(titleWord(word));
     }
     return title;
 }

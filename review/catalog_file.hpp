@@ -38,6 +38,12 @@ struct FiledEntry
 /// core::ParseError.
 [[nodiscard]] std::vector<FiledEntry> parseCatalogFile(std::string_view text);
 
+/// The name, without extension, of the file with words of the same meaning, beside the catalog files.
+constexpr std::string_view synonymsFile = "synonyms";
+
+/// Parses a file of synonyms into its lists of words. Throws core::ParseError.
+[[nodiscard]] std::vector<std::vector<std::string>> parseSynonyms(std::string_view text);
+
 /// Returns the name of the catalog file, without extension, that holds the entry of a node: that of the top
 /// group, or "root" for settings directly under the root.
 [[nodiscard]] std::string_view catalogFileOf(const core::Node& node);

@@ -22,6 +22,7 @@
 #include <utility>
 
 #include "catalog_file.hpp"
+#include "words.hpp"
 
 namespace vx::review {
 
@@ -35,44 +36,14 @@ constexpr std::size_t maximumLength = 120;  // of a sentence, in characters
 constexpr std::string_view sourceLanguage = "en";
 constexpr std::string_view listName = "undescribed";
 
-/// A file beside those of the areas: words of the same meaning, for the search.
-constexpr std::string_view synonyms = "synonyms";
-
 // Words
-
-/// Returns what a word has in common with its inflected forms: "fil" for file, files, filed and filing.
-std::string stemOf(std::string word)
-{
-    constexpr std::array<std::string_view, 4> endings = {"ing", "ed", "es", "s"};
-    constexpr std::size_t shortest = 3;
-    for (const std::string_view ending : endings) {
-        if (word.size() >= shortest + ending.size() && word.ends_with(ending) && !word.ends_with("ss")) {
-            word.erase(word.size() - ending.size());
-            break;
-        }
-    }
-    if (word.size() > shortest && (word.back() == 'e' || word.back() == word[word.size() - 2])) {
-        word.pop_back();
-    }
-    return word;
-}
 
 using Words = std::set<std::string, std::less<>>;
 
-/// Returns the words in small letters. Bytes beyond ASCII count as letters.
 Words wordsOf(std::string_view text)
 {
-    constexpr auto isLetter = [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || static_cast<unsigned char>(c) >= 0x80;
-    };
-    const std::string lower = boost::algorithm::to_lower_copy(std::string(text), std::locale::classic());
-    Words words;
-    for (auto word = std::ranges::find_if(lower, isLetter); word != lower.end();) {
-        const auto end = std::find_if_not(word, lower.end(), isLetter);
-        words.emplace(word, end);
-        word = std::find_if(end, lower.end(), isLetter);
-    }
-    return words;
+    const std::vector<std::string> words = lowerWords(text);
+    return {words.begin(), words.end()};
 }
 
 /// Returns the stems of all words that are not stop words.
@@ -168,16 +139,18 @@ private:
     {
         const std::string file = language + "/" + name;
         const std::string area = fs::path(name).stem().string();
-        if (area == synonyms) {
-            return;
-        }
-        if (!files_.contains(area) || name != area + ".json") {
+        const bool hasSynonyms = area == synonymsFile;
+        if (!(hasSynonyms || files_.contains(area)) || name != area + ".json") {
             add("", "is not the file of an area of the tree: rename or remove it", {.file = file});
             return;
         }
         const std::string text = core::readInput((folder_ / file).string());
         const core::PositionIndex index(text);
         try {
+            if (hasSynonyms) {
+                static_cast<void>(parseSynonyms(text));
+                return;
+            }
             std::size_t last = 0;
             for (const FiledEntry& filed : parseCatalogFile(text)) {
                 checkEntry({language, area, filed, index.at(filed.offset, file)}, last);

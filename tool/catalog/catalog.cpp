@@ -51,13 +51,18 @@ std::vector<std::string> messageLanguages()
     return languages;
 }
 
-/// Returns the entries of a file; none if it does not exist, or if it is damaged, which is hinted at.
-std::vector<review::FiledEntry> readEntries(const fs::path& file)
+/// Returns what `parse` makes of a file of the catalog; nothing if it does not exist, or if it is damaged, which
+/// is hinted at.
+template <class Content>
+Content readFile(const fs::path& folder, std::string_view name, Content (*parse)(std::string_view))
 {
+    const fs::path file = folder / (std::string(name) + ".json");
     std::string text;
     try {
-        text = core::readFile(file).value_or("{}");
-        return review::parseCatalogFile(text);
+        if (auto content = core::readFile(file)) {
+            text = *std::move(content);
+            return parse(text);
+        }
     } catch (const core::ParseError& error) {
         printHint(core::formatDiagnostic({"", std::string(error.what()) + "; the file is ignored",
                                           core::positionAt(text, error.offset(), file)}));
@@ -113,12 +118,21 @@ std::string Catalog::titleOf(const Node& node)
     return title;
 }
 
+std::vector<std::vector<std::string>> Catalog::synonyms() const
+{
+    std::vector<std::vector<std::string>> synonyms;
+    for (const fs::path& folder : folders_) {
+        std::ranges::move(readFile(folder, review::synonymsFile, review::parseSynonyms), std::back_inserter(synonyms));
+    }
+    return synonyms;
+}
+
 const Catalog::Entries& Catalog::entriesOf(std::string_view name)
 {
     const auto [file, isNew] = files_.try_emplace(std::string(name));
     if (isNew) {
         for (const fs::path& folder : folders_) {
-            for (review::FiledEntry& filed : readEntries(folder / (std::string(name) + ".json"))) {
+            for (review::FiledEntry& filed : readFile(folder, name, review::parseCatalogFile)) {
                 CatalogEntry& entry = file->second[filed.path];
                 fillIfEmpty(entry.title, filed.entry.title);
                 fillIfEmpty(entry.sentence, filed.entry.sentence);

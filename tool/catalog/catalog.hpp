@@ -30,6 +30,10 @@ public:
     /// Returns the title without those of its groups: "Show Line Numbers".
     [[nodiscard]] std::string ownTitleOf(const core::Node& node);
 
+    /// Returns lists of words of the same meaning, in all languages that are looked in. Gives a hint at each
+    /// damaged file, and ignores it.
+    [[nodiscard]] std::vector<std::vector<std::string>> synonyms() const;
+
 private:
     using Entries = std::map<std::string, review::CatalogEntry, std::less<>>;  // by path
 

@@ -1,15 +1,18 @@
 #include <review/tree_json.hpp>
-#include <settings_core/tree/search.hpp>
+#include <settings_core/tree/suggestions.hpp>
 #include <settings_core/values/value_format.hpp>
 
 #include <boost/algorithm/string/join.hpp>
+#include <boost/algorithm/string/split.hpp>
 #include <boost/json/array.hpp>
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -19,11 +22,16 @@
 #include "render/effective_value.hpp"
 #include "render/json_text.hpp"
 #include "render/node_labels.hpp"
-#include "render/table.hpp"
+#include "search/search_entries.hpp"
 
 namespace vx::tool {
 
 namespace {
+
+using core::Node;
+
+constexpr std::size_t lineWidth = 80;          // in characters
+constexpr std::size_t shortestValueWidth = 16;  // in characters
 
 struct SearchOptions
 {
@@ -33,67 +41,146 @@ struct SearchOptions
     bool showsFactory = false;
 };
 
-void writeDocument(const std::vector<core::Match>& matches, core::Layers& layers, std::size_t hiddenLeftOut,
-                   Output& out)
+/// A node that was found.
+struct Result
 {
-    boost::json::array list;
-    for (const auto& [node, rank] : matches) {
-        boost::json::object match{
-            {"path", node->fullName()}, {"node", kindLabel(node->kind())}, {"rank", core::rankName(rank)}};
-        if (node->kind() == core::NodeKind::setting) {
-            addLayerValue(match, shownEffective(layers, *node));
+    const Node& node;
+    MatchRank rank;
+    std::string reason;  ///< what the node is, or what it was called
+};
+
+struct Results
+{
+    std::vector<Result> shown;  ///< the best first
+    std::size_t hiddenLeftOut = 0;
+};
+
+// Search
+
+std::string reasonOf(const Node& node, const SearchEntry& entry, MatchRank rank, Catalog& catalog)
+{
+    if (rank == MatchRank::oldPath) {
+        const std::vector<std::string> paths(entry.oldPaths.begin(), entry.oldPaths.end());
+        return "Formerly " + boost::algorithm::join(paths, ", ") + ".";
+    }
+    return entry.sentence.empty() ? catalog.titleOf(node) : std::string(entry.sentence);
+}
+
+/// Returns all nodes that match, also weak and hidden ones; if none does, those whose paths are similar.
+std::vector<SearchMatch> findMatches(const core::SettingsTree& tree, const std::vector<SearchEntry>& entries,
+                                     const Catalog& catalog, const std::string& query)
+{
+    std::vector<SearchMatch> matches = rankEntries(entries, catalog.synonyms(), query);
+    if (matches.empty()) {
+        for (const std::string_view path : core::suggestPaths(query, tree)) {
+            const auto entry = std::ranges::find(entries, path, &SearchEntry::path) - entries.begin();
+            matches.push_back({static_cast<std::size_t>(entry), MatchRank::similar, 0, 0});
         }
-        list.push_back(std::move(match));
     }
-    writeJson({{"matches", std::move(list)}, {"hiddenLeftOut", hiddenLeftOut}}, out);
+    return matches;
 }
 
-void writeText(const std::vector<core::Match>& matches, core::Layers& layers, std::size_t hiddenLeftOut,
-               Output& out)
+/// Removes the matches that are much weaker than the best one of those that `isShown` accepts.
+template <class IsShown>
+void removeWeak(std::vector<SearchMatch>& matches, IsShown isShown)
 {
-    Table table;
-    for (const auto& [node, rank] : matches) {
-        Table::Row row{{std::string(core::rankName(rank)), Style::note}, node->fullName()};
-        if (node->kind() == core::NodeKind::setting) {
-            addValueCells(row, shownEffective(layers, *node));
-        }
-        table.add(std::move(row));
+    std::uint64_t best = 0;
+    for (const SearchMatch& match : matches) {
+        best = isShown(match) ? std::max(best, match.score) : best;
     }
-    table.write(out);
-    hintAtHidden(hiddenLeftOut, out);
+    std::erase_if(matches, [best](const SearchMatch& match) { return isWeak(match, best); });
 }
 
-bool isHidden(const core::Match& match)
+Results find(const Session& session, const SearchOptions& options)
 {
-    return match.node->isHidden();
-}
+    const auto nodes = session.tree().nodes();
+    const std::string query = boost::algorithm::join(options.words, " ");
+    Catalog catalog(session.tree());
+    const std::vector<SearchEntry> entries = searchEntries(session, catalog);
+    std::vector<SearchMatch> matches = findMatches(session.tree(), entries, catalog, query);
 
-/// Removes the hidden nodes from the matches unless nothing else matches, and returns their number.
-std::size_t leaveOutHidden(std::vector<core::Match>& matches)
-{
-    if (std::ranges::all_of(matches, isHidden)) {
-        printHint("everything that matches is hidden");
-        return 0;
-    }
-    return std::erase_if(matches, isHidden);
-}
-
-ExitCode search(LazySession& lazy, const SearchOptions& options, Output& out)
-{
-    const Session& session = lazy.get();
-    auto matches = core::search(session.tree(), options.words);
+    const auto isHidden = [&nodes](const SearchMatch& match) { return nodes[match.entry]->isHidden(); };
     if (options.onlyHidden) {
         std::erase_if(matches, std::not_fn(isHidden));
     }
     if (matches.empty()) {
         throw CommandError(ExitCode::failed, std::string(options.onlyHidden ? "nothing hidden" : "nothing") +
-                                                 " matches " + boost::algorithm::join(options.words, " ") +
-                                                 "; all words have to match, so try fewer");
+                                                 " matches " + query +
+                                                 "; try other words, or list all paths with: vxsettings list");
     }
-    const bool withHidden = options.showsHidden || options.onlyHidden;
-    const std::size_t hiddenLeftOut = withHidden ? 0 : leaveOutHidden(matches);
+    const bool isHiddenShown = options.showsHidden || options.onlyHidden || std::ranges::all_of(matches, isHidden);
+    if (isHiddenShown && !options.showsHidden && !options.onlyHidden) {
+        printHint("everything that matches is hidden");
+    }
+    const auto isShown = [&](const SearchMatch& match) { return isHiddenShown || !isHidden(match); };
+    removeWeak(matches, isShown);
+    Results results;
+    for (const SearchMatch& match : matches) {
+        if (isShown(match)) {
+            const Node& node = *nodes[match.entry];
+            results.shown.push_back(
+                {node, match.rank, reasonOf(node, entries[match.entry], match.rank, catalog)});
+        }
+    }
+    results.hiddenLeftOut = matches.size() - results.shown.size();
+    return results;
+}
+
+// Output
+
+void writeDocument(const Results& results, core::Layers& layers, Output& out)
+{
+    boost::json::array list;
+    for (const auto& [node, rank, reason] : results.shown) {
+        boost::json::object match{
+            {"path", node.fullName()}, {"node", kindLabel(node.kind())}, {"rank", rankName(rank)}};
+        if (node.kind() == core::NodeKind::setting) {
+            addLayerValue(match, shownEffective(layers, node));
+        }
+        list.push_back(std::move(match));
+    }
+    writeJson({{"matches", std::move(list)}, {"hiddenLeftOut", results.hiddenLeftOut}}, out);
+}
+
+/// Writes a sentence in indented lines, broken between words.
+void writeIndented(const std::string& sentence, Output& out)
+{
+    constexpr std::string_view indent = "    ";
+    std::vector<std::string> words;
+    boost::algorithm::split(words, sentence, [](char c) { return c == ' '; });
+    std::size_t column = 0;
+    for (const std::string& word : words) {
+        const std::size_t width = core::characterCount(word);
+        const bool fits = column > 0 && column + 1 + width <= lineWidth;
+        out << (fits ? " " : column > 0 ? "\n    " : "    ") << word;
+        column = (fits ? column + 1 : indent.size()) + width;
+    }
+    out << '\n';
+}
+
+void writeText(const Results& results, core::Layers& layers, Output& out)
+{
+    for (const auto& [node, rank, reason] : results.shown) {
+        out << out.styled(Style::group, node.fullName());
+        if (node.kind() == core::NodeKind::setting) {
+            const core::LayerValue value = shownEffective(layers, node);
+            const std::string mark = originMark(value).empty() ? "" : "  " + std::string(originMark(value));
+            const std::size_t taken = node.fullName().size() + 2 + mark.size();
+            const std::size_t width = std::max(lineWidth, taken + shortestValueWidth) - taken;
+            out << "  " << out.styled(Style::value, valueOnOneLine(value, width)) << out.styled(Style::note, mark);
+        }
+        out << '\n';
+        writeIndented(reason, out);
+    }
+    hintAtHidden(results.hiddenLeftOut, out);
+}
+
+ExitCode search(LazySession& lazy, const SearchOptions& options, Output& out)
+{
+    const Session& session = lazy.get();
+    const Results results = find(session, options);
     core::Layers& layers = lazy.layers(options.showsFactory);
-    (out.isJson() ? writeDocument : writeText)(matches, layers, hiddenLeftOut, out);
+    (out.isJson() ? writeDocument : writeText)(results, layers, out);
     hintAtFileProblems(session, layers);
     return ExitCode::done;
 }
@@ -102,12 +189,13 @@ ExitCode search(LazySession& lazy, const SearchOptions& options, Output& out)
 
 Action addSearch(CLI::App& command)
 {
-    setHelp(command, "Search settings and groups by words in their paths, then in their values",
+    setHelp(command, "Search settings and groups by words, as people call them",
+            "Words are found in names, titles, descriptions, keywords, values and old paths, also in other forms, as\n"
+            "synonyms, and with a typing error. The best matches come first.\n"
             "Hidden groups and settings are left out, unless nothing else matches.\n"
-            "Example:\n  vxsettings search color comment");
+            "Examples:\n  vxsettings search bigger font\n  vxsettings search stop asking when I quit");
     auto options = std::make_shared<SearchOptions>();
-    addPositional(command, "WORDS", options->words, Need::required,
-                  "Words that all have to match, in any order and letter case");
+    addPositional(command, "WORDS", options->words, Need::required, "Words in any order and letter case");
     addFlag(command, "--hidden", options->showsHidden, "Also show hidden groups and settings");
     addFlag(command, "--only-hidden", options->onlyHidden, "Only show hidden groups and settings");
     addFactoryFlag(command, options->showsFactory);

@@ -9,9 +9,11 @@
  * includes those of the groups, as in "Editor › Display: Show Line Numbers". Synonyms are lists of words.
  */
 const makeSearch = (() => {
-    const weight = { keyword: 70, group: 50, sentence: 40, oldPath: 40, value: 30 };
+    const weight = { group: 60, keyword: 60, sentence: 30, value: 30, oldPath: 30 };
     const quality = { same: 100, inflected: 90, synonym: 75, part: 50 };
     const maximumWords = 32;
+    const shortestSimilar = 4; // in UTF-16 code units
+    const shortestPart = 3;
 
     const fillers = new Set((
         "a activate adjust all an and any are as at be by can change choose configure deactivate decrease " +
@@ -24,9 +26,10 @@ const makeSearch = (() => {
     // Characters beyond ASCII count as small letters, but for Latin-1 signs and general punctuation.
     const wordPattern = /[A-Z]+(?![a-z\u00c0-\u1fff\u2070-\uffff])|[A-Z]?[a-z\u00c0-\u1fff\u2070-\uffff]+|[0-9]+/g;
 
+    const lowerCase = (text) => text.replace(/[A-Z]+/g, (capitals) => capitals.toLowerCase());
+
     /** Returns the words, split at capitals and digits, in small letters. */
-    const wordsOf = (text) =>
-        (text.match(wordPattern) ?? []).map((word) => word.replace(/[A-Z]+/, (capitals) => capitals.toLowerCase()));
+    const wordsOf = (text) => (text.match(wordPattern) ?? []).map(lowerCase);
 
     /** Returns the words, and all of them run together. */
     function wordsOfName(name) {
@@ -96,14 +99,16 @@ const makeSearch = (() => {
         return { paths: [entry.path, withoutRoot(entry.path)].map(joined), others: names.map(joined) };
     }
 
+    const fieldsOfEntry = 8; // at most
+
     class Index {
         constructor(entries, synonyms) {
             this.size = entries.length;
-            this.words = new Map(); // to stem and postings: index of an entry, weight, and so on
+            this.words = new Map(); // to stem and postings: number of entry and field, weight, and so on
             this.names = entries.map(namesOf);
-            this.roots = new Set(entries.flatMap(({ path }) => wordsOf(path.split(".")[0])));
+            this.root = lowerCase(entries[0]?.path.split(".")[0] ?? "");
             this.synonyms = new Map();
-            entries.forEach((entry, index) => this.addEntry(entry, index));
+            entries.forEach((entry, number) => this.addEntry(entry, number));
             for (const stems of synonyms.map((words) => words.map(stemOf))) {
                 for (const stem of stems) {
                     this.synonyms.set(stem, new Set([...(this.synonyms.get(stem) ?? []), ...stems]));
@@ -111,16 +116,16 @@ const makeSearch = (() => {
             }
         }
 
-        addEntry(entry, index) {
-            for (const [weight, words] of fieldsOf(entry)) {
+        addEntry(entry, number) {
+            fieldsOf(entry).forEach(([weight, words], field) => {
                 const ofEntry = entry.isGroup ? Math.floor((weight * 9) / 10) : weight;
                 for (const word of new Set(words)) {
                     if (!this.words.has(word)) {
                         this.words.set(word, { stem: stemOf(word), postings: [] });
                     }
-                    this.words.get(word).postings.push(index, ofEntry);
+                    this.words.get(word).postings.push(number * fieldsOfEntry + field, ofEntry);
                 }
-            }
+            });
         }
 
         /** Returns the postings of the words for which a function of word and stem gives a quality, with that. */
@@ -135,8 +140,10 @@ const makeSearch = (() => {
             return selected;
         }
 
-        /** Returns the postings for a word of the query. It may also match run together with its neighbours. */
-        find(wanted, neighbours = []) {
+        /** Returns the postings for a word of the query at an index. It may also match together with a neighbour. */
+        find(words, at) {
+            const wanted = words[at];
+            const neighbours = [(words[at - 1] ?? "") + wanted, wanted + (words[at + 1] ?? "")];
             const wantedStem = stemOf(wanted);
             const synonyms = this.synonyms.get(wantedStem);
             const prefixQuality = (word) => 30 + Math.floor((40 * [...wanted].length) / [...word].length);
@@ -149,13 +156,13 @@ const makeSearch = (() => {
 
         /** Returns the postings for a word that find() does not find: the words that contain it, or are similar. */
         findSimilar(wanted) {
-            const isSimilar = (word) => wanted.length > 3 && (word.includes(wanted) || isOneEditApart(wanted, word));
+            const isSimilar = (word) => wanted.length >= shortestSimilar && (word.includes(wanted) || isOneEditApart(wanted, word));
             return this.select((word) => (isSimilar(word) ? quality.part : 0));
         }
 
         /** Returns two words of the index that the word consists of, or else the word. */
         split(word) {
-            for (let end = word.length - 3; end >= 3; --end) {
+            for (let end = word.length - shortestPart; end >= shortestPart; --end) {
                 if (this.words.has(word.slice(0, end)) && this.words.has(word.slice(end))) {
                     return [word.slice(0, end), word.slice(end)];
                 }
@@ -166,38 +173,41 @@ const makeSearch = (() => {
 
     // --- Queries ---
 
-    function wordsToFind(words, index) {
-        const isFiller = (word) => fillers.has(word) || index.roots.has(word);
-        const meant = words.some((word) => !isFiller(word)) ? words.filter((word) => !isFiller(word)) : words;
-        return [...new Set(meant)].slice(0, maximumWords)
-            .flatMap((word) => (index.find(word).length > 0 ? [word] : index.split(word)));
+    /** Returns the words of the query without fillers and duplicates. */
+    function meantWords(words, index) {
+        const isMeant = (word) => !fillers.has(word) && word !== index.root;
+        return [...new Set(words.some(isMeant) ? words.filter(isMeant) : words)].slice(0, maximumWords);
     }
 
     /** Adds what a word of the query contributes to the scores of entries, and to the shares of the query found. */
     function addScores(found, index, scores, shares) {
-        const best = new Map();
-        const sum = new Map();
+        const fields = new Map(); // best score by number of entry and field
         for (const [quality, postings] of found) {
             for (let at = 0; at < postings.length; at += 2) {
-                const [entry, score] = [postings[at], quality * postings[at + 1]];
-                best.set(entry, Math.max(best.get(entry) ?? 0, score));
-                sum.set(entry, (sum.get(entry) ?? 0) + score);
+                fields.set(postings[at], Math.max(fields.get(postings[at]) ?? 0, quality * postings[at + 1]));
             }
         }
-        const rarity = Math.round(100 * Math.log(1 + index.size / best.size));
-        for (const [entry, score] of best) {
-            scores[entry] += rarity * (4 * score + sum.get(entry));
+        const entries = new Map();
+        for (const [field, score] of fields) {
+            const entry = Math.floor(field / fieldsOfEntry);
+            const { best, sum } = entries.get(entry) ?? { best: 0, sum: 0 };
+            entries.set(entry, { best: Math.max(best, score), sum: sum + score });
+        }
+        const rarity = Math.round(100 * Math.log(1 + index.size / entries.size));
+        for (const [entry, { best, sum }] of entries) {
+            scores[entry] += rarity * (2 * best + sum);
             shares[entry] += rarity;
         }
     }
 
     function search(query, index) {
         const all = wordsOf(query);
-        const words = wordsToFind(all, index);
+        const meant = meantWords(all, index);
+        const words = meant.flatMap((word, at) => (index.find(meant, at).length > 0 ? [word] : index.split(word)));
         const scores = new Float64Array(index.size);
         const shares = new Float64Array(index.size);
         words.forEach((word, at) => {
-            const found = index.find(word, [(words[at - 1] ?? "") + word, word + (words[at + 1] ?? "")]);
+            const found = index.find(words, at);
             addScores(found.length > 0 ? found : index.findSimilar(word), index, scores, shares);
         });
         const whole = all.join("");

@@ -1,0 +1,413 @@
+#include "search/ranking.hpp"
+
+#include <review/words.hpp>
+#include <settings_core/values/value_format.hpp>
+
+#include <boost/algorithm/string/join.hpp>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <iterator>
+#include <set>
+#include <span>
+#include <string>
+#include <tuple>
+#include <unordered_set>
+#include <utility>
+
+#include "search/wanted_word.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+constexpr std::size_t groupWeight = 60;
+constexpr std::size_t keywordWeight = 60;
+constexpr std::size_t sentenceWeight = 30;
+constexpr std::size_t valueWeight = 30;
+constexpr std::size_t oldPathWeight = 30;
+
+/// Of a query; keeps scores below 2^53, up to which numbers are exact in JavaScript.
+constexpr std::size_t maximumWords = 32;
+
+/// Of a word that is split, in characters.
+constexpr std::size_t shortestPart = 3;
+
+/// Words that count only if a query has no others.
+constexpr auto fillers = std::to_array<std::string_view>(
+    {"a",     "activate", "adjust", "all",      "an",     "and",    "any",      "are",        "as",       "at",
+     "be",    "by",       "can",    "change",   "choose", "configure", "deactivate", "decrease", "disable", "do",
+     "does",  "don",      "enable", "for",      "from",   "get",    "give",     "how",        "i",        "if",
+     "in",    "increase", "is",     "it",       "its",    "let",    "make",     "me",         "modify",   "my",
+     "need",  "of",       "off",    "on",       "or",     "please", "reduce",   "set",        "setting",  "settings",
+     "should", "so",      "t",      "that",     "the",    "their",  "them",     "there",      "these",    "this",
+     "those", "to",       "turn",   "use",      "want",   "was",    "what",     "when",       "where",    "which",
+     "who",   "why",      "will",   "with",     "without", "you",   "your"});
+
+// Entries
+
+std::string_view rootOf(std::string_view path)
+{
+    return path.substr(0, path.find('.'));
+}
+
+std::string_view withoutRoot(std::string_view path)
+{
+    return path.substr(path.find('.') + 1);
+}
+
+std::string_view groupOf(std::string_view path)
+{
+    return path.substr(0, path.rfind('.'));
+}
+
+std::string_view nameOf(std::string_view path)
+{
+    return path.substr(path.rfind('.') + 1);
+}
+
+/// Calls function(name) for each component of a path after the root.
+template <class Function>
+void forEachName(std::string_view path, Function function)
+{
+    while (path.find('.') != std::string_view::npos) {
+        path = withoutRoot(path);
+        function(rootOf(path));
+    }
+}
+
+/// Returns the weight of name and title: greater for short titles and short paths.
+std::size_t nameWeight(const SearchEntry& entry)
+{
+    const std::size_t words = std::max<std::size_t>(review::splitWords(entry.titles.back()).size(), 1);
+    return 84 + 20 / words - 2 * (entry.titles.size() - 1);
+}
+
+/// Calls function(word) for each word of a text, in lower case.
+template <class Function>
+void forEachWord(std::string_view text, Function function)
+{
+    const std::string lower = review::lowerCase(text);
+    std::size_t offset = 0;
+    for (auto word = review::nextWord(text, offset); !word.empty(); word = review::nextWord(text, offset)) {
+        function(std::string_view(lower).substr(offset - word.size(), word.size()));
+    }
+}
+
+/// Calls function(word) for each word of a name, and for all of them run together.
+template <class Function>
+void forEachWordOfName(std::string_view name, Function function)
+{
+    std::string together;
+    std::size_t count = 0;
+    forEachWord(name, [&](std::string_view word) {
+        function(word);
+        together += word;
+        ++count;
+    });
+    if (count > 1) {
+        function(std::string_view(together));
+    }
+}
+
+/// Calls visitor.word(word) for each word of each field of an entry, and visitor.endField(weight, rank) after it.
+template <class Visitor>
+void visitFields(const SearchEntry& entry, Visitor& visitor)
+{
+    const auto word = [&visitor](std::string_view found) { visitor.word(found); };
+    const auto name = [&word](std::string_view found) { forEachWordOfName(found, word); };
+    const auto text = [&word](std::string_view found) { forEachWord(found, word); };
+
+    name(nameOf(entry.path));
+    if (entry.titles.back() != nameOf(entry.path)) {
+        name(entry.titles.back());
+    }
+    visitor.endField(nameWeight(entry), MatchRank::word);
+    forEachName(groupOf(entry.path), name);
+    std::for_each(entry.titles.begin(), entry.titles.end() - 1, name);
+    visitor.endField(groupWeight, MatchRank::word);
+    std::ranges::for_each(entry.keywords, text);
+    visitor.endField(keywordWeight, MatchRank::keyword);
+    text(entry.sentence);
+    visitor.endField(sentenceWeight, MatchRank::sentence);
+    std::ranges::for_each(entry.values, text);
+    visitor.endField(valueWeight, MatchRank::value);
+    for (const std::string_view path : entry.oldPaths) {
+        forEachName(path, name);
+    }
+    visitor.endField(oldPathWeight, MatchRank::oldPath);
+}
+
+/// The words of entries.
+class Vocabulary
+{
+public:
+    void word(std::string_view word) { words_.emplace(word); }
+    void endField(std::size_t, MatchRank) {}
+
+    /// Returns two of the words that a word consists of; else the word.
+    std::vector<std::string> split(const std::string& word) const
+    {
+        for (std::size_t end = word.size(); end > 0; --end) {
+            std::string first = word.substr(0, end);
+            std::string second = word.substr(end);
+            const std::size_t shortest = std::min(core::characterCount(first), core::characterCount(second));
+            if (shortest >= shortestPart && words_.contains(first) && words_.contains(second)) {
+                return {std::move(first), std::move(second)};
+            }
+        }
+        return {word};
+    }
+
+private:
+    std::unordered_set<std::string> words_;
+};
+
+// Scores
+
+/// What one word of a query contributes to an entry.
+struct WordScore
+{
+    std::uint64_t best = 0;  ///< of a field
+    std::uint64_t sum = 0;   ///< over all fields
+    MatchRank rank = MatchRank::exact;
+};
+
+/// Scores an entry for each of some words.
+class EntryScorer
+{
+public:
+    using Match = WordMatch (WantedWord::*)(std::string_view) const;
+
+    EntryScorer(std::span<const WantedWord> words, Match match) : words_(words), match_(match), best_(words.size())
+    {}
+
+    /// Returns a score for each word; valid until the next call.
+    const std::vector<WordScore>& score(const SearchEntry& entry)
+    {
+        isGroup_ = entry.isGroup;
+        scores_.assign(words_.size(), {});
+        visitFields(entry, *this);
+        return scores_;
+    }
+
+    void word(std::string_view word)
+    {
+        for (std::size_t index = 0; index < words_.size(); ++index) {
+            const WordMatch match = (words_[index].*match_)(word);
+            if (match.quality > best_[index].quality) {
+                best_[index] = match;
+            }
+        }
+    }
+
+    void endField(std::size_t weight, MatchRank rank)
+    {
+        const std::size_t ofEntry = isGroup_ ? weight * 9 / 10 : weight;
+        for (std::size_t index = 0; index < words_.size(); ++index) {
+            const WordMatch match = std::exchange(best_[index], {});
+            const std::uint64_t ofField = match.quality * ofEntry;
+            WordScore& score = scores_[index];
+            score.sum += ofField;
+            if (ofField > score.best) {
+                const bool isOfWord = rank == MatchRank::word || match.rank == MatchRank::similar;
+                score.best = ofField;
+                score.rank = isOfWord ? match.rank : rank;
+            }
+        }
+    }
+
+private:
+    std::span<const WantedWord> words_;
+    Match match_;
+    std::vector<WordMatch> best_;  // in the field, by word
+    std::vector<WordScore> scores_;
+    bool isGroup_ = false;
+};
+
+// Queries
+
+class Query
+{
+public:
+    Query(const std::vector<SearchEntry>& entries, const Synonyms& synonyms, std::string_view query)
+        : entries_(entries),
+          synonyms_(synonyms),
+          all_(review::lowerWords(query)),
+          together_(boost::algorithm::join(all_, ""))
+    {}
+
+    std::vector<SearchMatch> run()
+    {
+        std::vector<std::string> words = meantWords();
+        auto scores = scoresOf(words);
+        if (splitUnmatched(words, scores)) {
+            scores = scoresOf(words);
+        }
+        for (std::size_t index = 0; index < words.size(); ++index) {
+            if (isUnmatched(scores[index])) {
+                scores[index] = std::move(score({WantedWord(words[index], {}, {})}, &WantedWord::matchSimilar)[0]);
+            }
+        }
+        return matchesOf(scores);
+    }
+
+private:
+    using Scores = std::vector<WordScore>;  // by entry
+
+    /// Returns the words of the query without fillers and duplicates.
+    std::vector<std::string> meantWords() const
+    {
+        std::set<std::string, std::less<>> ignored(fillers.begin(), fillers.end());
+        if (!entries_.empty()) {
+            ignored.insert(review::lowerCase(rootOf(entries_.front().path)));
+        }
+        const auto isIgnored = [&ignored](const std::string& word) { return ignored.contains(word); };
+        const bool hasOthers = !std::ranges::all_of(all_, isIgnored);
+        std::vector<std::string> words;
+        for (const std::string& word : all_) {
+            const bool isNew = std::ranges::find(words, word) == words.end();
+            if (isNew && words.size() < maximumWords && !(hasOthers && isIgnored(word))) {
+                words.push_back(word);
+            }
+        }
+        return words;
+    }
+
+    /// Returns the scores of the entries for each of some words.
+    std::vector<Scores> score(const std::vector<WantedWord>& words, EntryScorer::Match match) const
+    {
+        std::vector<Scores> scores(words.size(), Scores(entries_.size()));
+        EntryScorer scorer(words, match);
+        for (std::size_t entry = 0; entry < entries_.size(); ++entry) {
+            const std::vector<WordScore>& ofEntry = scorer.score(entries_[entry]);
+            for (std::size_t index = 0; index < words.size(); ++index) {
+                scores[index][entry] = ofEntry[index];
+            }
+        }
+        return scores;
+    }
+
+    std::vector<Scores> scoresOf(const std::vector<std::string>& words) const
+    {
+        std::vector<WantedWord> wanted;
+        for (std::size_t index = 0; index < words.size(); ++index) {
+            std::vector<std::string> neighbours;
+            if (index > 0) {
+                neighbours.push_back(words[index - 1] + words[index]);
+            }
+            if (index + 1 < words.size()) {
+                neighbours.push_back(words[index] + words[index + 1]);
+            }
+            wanted.emplace_back(words[index], std::move(neighbours), synonyms_);
+        }
+        return score(wanted, &WantedWord::match);
+    }
+
+    static std::size_t matchesIn(const Scores& scores)
+    {
+        return static_cast<std::size_t>(std::ranges::count_if(scores, [](const auto& score) { return score.sum > 0; }));
+    }
+
+    static bool isUnmatched(const Scores& scores) { return matchesIn(scores) == 0; }
+
+    /// Replaces words without a match that consist of two words of the entries. Returns whether there are any.
+    bool splitUnmatched(std::vector<std::string>& words, const std::vector<Scores>& scores) const
+    {
+        if (std::ranges::none_of(scores, isUnmatched)) {
+            return false;
+        }
+        Vocabulary vocabulary;
+        for (const SearchEntry& entry : entries_) {
+            visitFields(entry, vocabulary);
+        }
+        std::vector<std::string> parts;
+        for (std::size_t index = 0; index < words.size(); ++index) {
+            std::ranges::move(isUnmatched(scores[index]) ? vocabulary.split(words[index]) : std::vector{words[index]},
+                              std::back_inserter(parts));
+        }
+        const bool hasSplit = parts.size() > words.size();
+        words = std::move(parts);
+        return hasSplit;
+    }
+
+    std::vector<SearchMatch> matchesOf(const std::vector<Scores>& scores) const
+    {
+        std::vector<std::uint64_t> rarities;
+        std::ranges::transform(scores, std::back_inserter(rarities), [this](const Scores& ofWord) {
+            const double share = static_cast<double>(entries_.size()) / static_cast<double>(matchesIn(ofWord));
+            return isUnmatched(ofWord) ? 0 : static_cast<std::uint64_t>(std::floor(100 * std::log(1 + share) + 0.5));
+        });
+        std::vector<SearchMatch> matches;
+        for (std::size_t entry = 0; entry < entries_.size(); ++entry) {
+            SearchMatch match{entry, MatchRank::exact, 0, 0};
+            std::uint64_t found = 0;
+            std::uint64_t most = 0;
+            for (std::size_t index = 0; index < scores.size(); ++index) {
+                const WordScore& score = scores[index][entry];
+                const std::uint64_t added = rarities[index] * (2 * score.best + score.sum);
+                match.score += added;
+                found += score.sum > 0 ? rarities[index] : 0;
+                if (added > most) {
+                    most = added;
+                    match.rank = score.rank;
+                }
+            }
+            if (match.score > 0) {
+                match.score *= found;
+                markExact(match);
+                matches.push_back(match);
+            }
+        }
+        std::ranges::stable_sort(matches, [](const SearchMatch& left, const SearchMatch& right) {
+            return std::tie(left.exactness, left.score) > std::tie(right.exactness, right.score);
+        });
+        return matches;
+    }
+
+    /// Sets rank and exactness of a match that the whole query names.
+    void markExact(SearchMatch& match) const
+    {
+        const SearchEntry& entry = entries_[match.entry];
+        const auto isQuery = [this](std::string_view text) { return review::areTogether(text, together_); };
+        const auto isPath = [&isQuery](std::string_view path) { return isQuery(path) || isQuery(withoutRoot(path)); };
+        if (isPath(entry.path)) {
+            match.rank = MatchRank::exact;
+            match.exactness = 2;
+        } else if (isQuery(nameOf(entry.path)) || isQuery(entry.titles.back())) {
+            match.rank = MatchRank::exact;
+            match.exactness = 1;
+        } else if (std::ranges::any_of(entry.oldPaths, isPath)) {
+            match.rank = MatchRank::oldPath;
+            match.exactness = 1;
+        }
+    }
+
+    const std::vector<SearchEntry>& entries_;
+    const Synonyms& synonyms_;
+    const std::vector<std::string> all_;
+    const std::string together_;
+};
+
+}  // namespace
+
+std::string_view rankName(MatchRank rank) noexcept
+{
+    static constexpr std::array<std::string_view, 9> names = {
+        "exact", "word", "prefix", "substring", "keyword", "sentence", "value", "old path", "spelled alike"};
+    return names[static_cast<std::size_t>(rank)];
+}
+
+std::vector<SearchMatch> rankEntries(const std::vector<SearchEntry>& entries, const Synonyms& synonyms,
+                                     std::string_view query)
+{
+    return Query(entries, synonyms, query).run();
+}
+
+bool isWeak(const SearchMatch& match, std::uint64_t best) noexcept
+{
+    return match.exactness == 0 && 3 * match.score < best;
+}
+
+}  // namespace vx::tool
