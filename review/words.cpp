@@ -68,8 +68,13 @@ struct Ending
     std::string_view replacement;
 };
 
-constexpr std::array<Ending, 7> endings = {
-    {{"ies", 3, "y"}, {"est", 4, ""}, {"ing", 3, ""}, {"ly", 4, ""}, {"ed", 3, ""}, {"es", 3, ""}, {"s", 3, ""}}};
+constexpr std::array<Ending, 7> endings = {{{"ies", 3, "y"},
+                                            {"est", 4, ""},
+                                            {"ing", 3, ""},
+                                            {"ly", 4, ""},
+                                            {"ed", 3, ""},
+                                            {"es", 3, ""},
+                                            {"s", 3, ""}}};
 
 }  // namespace
 
@@ -136,8 +141,8 @@ std::string stemOf(std::string_view word)
         return stem;
     }
     const auto* ending = std::ranges::find_if(endings, [&word](const Ending& candidate) {
-        return word.size() >= candidate.shortest + candidate.letters.size() && word.ends_with(candidate.letters) &&
-               !word.ends_with("ss");
+        return word.size() >= candidate.shortest + candidate.letters.size() &&
+               word.ends_with(candidate.letters) && !word.ends_with("ss");
     });
     if (ending != endings.end()) {
         stem.replace(stem.size() - ending->letters.size(), std::string::npos, ending->replacement);

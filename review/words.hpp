@@ -9,10 +9,10 @@
 
 namespace vx::review {
 
-/// Returns the next word of a text in UTF-8 at or after an offset, which is moved to its end; empty if there is
-/// none. A word is a run of letters or digits. A capital after a small letter begins a word, and so does the last of
-/// several capitals if a small letter follows it. Characters beyond ASCII count as small letters, except Latin-1
-/// signs (to U+00BF) and general punctuation (U+2000 to U+206F).
+/// Returns the next word of a text in UTF-8 at or after an offset, which is moved to its end; empty if there
+/// is none. A word is a run of letters or digits. A capital after a small letter begins a word, and so does
+/// the last of several capitals if a small letter follows it. Characters beyond ASCII count as small letters,
+/// except Latin-1 signs (to U+00BF) and general punctuation (U+2000 to U+206F).
 [[nodiscard]] std::string_view nextWord(std::string_view text, std::size_t& offset);
 
 /// Returns all words of a text.

@@ -51,8 +51,8 @@ std::vector<std::string> messageLanguages()
     return languages;
 }
 
-/// Returns what `parse` makes of a file of the catalog; nothing if it does not exist, or if it is damaged, which
-/// is hinted at.
+/// Returns what `parse` makes of a file of the catalog; nothing if it does not exist, or if it is damaged,
+/// which is hinted at.
 template <class Content>
 Content readFile(const fs::path& folder, std::string_view name, Content (*parse)(std::string_view))
 {
@@ -122,7 +122,8 @@ std::vector<std::vector<std::string>> Catalog::synonyms() const
 {
     std::vector<std::vector<std::string>> synonyms;
     for (const fs::path& folder : folders_) {
-        std::ranges::move(readFile(folder, review::synonymsFile, review::parseSynonyms), std::back_inserter(synonyms));
+        std::ranges::move(readFile(folder, review::synonymsFile, review::parseSynonyms),
+                          std::back_inserter(synonyms));
     }
     return synonyms;
 }

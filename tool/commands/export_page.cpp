@@ -103,7 +103,8 @@ std::string nameHtml(std::string_view name)
     constexpr std::size_t longName = 16;
     std::string html;
     for (const char& c : name) {
-        const bool isBreak = name.size() > longName && c >= 'A' && c <= 'Z' && &c != name.data() && (&c)[-1] >= 'a';
+        const bool isBreak =
+            name.size() > longName && c >= 'A' && c <= 'Z' && &c != name.data() && (&c)[-1] >= 'a';
         html += isBreak ? "<wbr>" : "";
         html += escapeHtml({&c, 1});
     }
@@ -171,8 +172,8 @@ void writeRow(Source& source, const Node& node, const std::string& font, Output&
     const bool isHidden = node.isHidden();
     Row row = node.kind() == NodeKind::alias ? aliasRow(source, node) : settingRow(source, node, font);
     out << "<tr id=\"" << path << "\" data-visibility=\"" << (isHidden ? "hidden" : "visible") << '"'
-        << row.attributes << "><th scope=\"row\"><a href=\"#" << path << "\">"
-        << nameHtml(node.name()) << "</a>" << (isHidden ? badge("visibility", "hidden") : "") << row.badges
+        << row.attributes << "><th scope=\"row\"><a href=\"#" << path << "\">" << nameHtml(node.name())
+        << "</a>" << (isHidden ? badge("visibility", "hidden") : "") << row.badges
         << sentenceHtml(source, node) << "</th><td>" << row.value << "</td><td>" << row.constraints
         << historyHtml(source, node) << "</td></tr>\n";
     source.data.add(node);
@@ -185,8 +186,8 @@ void writeGroup(Source& source, const Node& group, Output& out)
     const auto isGroup = [](const Node& child) { return child.kind() == NodeKind::group; };
     if (children.empty() || !std::all_of(children.begin(), children.end(), isGroup)) {
         const std::string path = escapeHtml(group.fullName());
-        out << "<section id=\"" << path << "\">\n<div class=\"heading\"><h2><a href=\"#" << path << "\">" << path
-            << "</a></h2>" << (group.isHidden() ? badge("visibility", "hidden") : "")
+        out << "<section id=\"" << path << "\">\n<div class=\"heading\"><h2><a href=\"#" << path << "\">"
+            << path << "</a></h2>" << (group.isHidden() ? badge("visibility", "hidden") : "")
             << sentenceHtml(source, group) << "</div>\n<table aria-label=\"" << path << "\">\n"
             << "<thead><tr><th scope=\"col\">Setting</th><th scope=\"col\">Value</th>"
             << "<th scope=\"col\">Accepts</th></tr></thead>\n<tbody>\n";
@@ -237,8 +238,12 @@ void fill(std::string_view document, const std::map<std::string_view, std::funct
 void exportPage(const Session& session, core::Layers& layers, Output& out)
 {
     Catalog catalog(session.tree());
-    Source source{session.tree(), core::ReleaseHistory(session.releaseChanges()),
-                  session.publishedRelease(), layers, catalog, PageData(layers, catalog)};
+    Source source{session.tree(),
+                  core::ReleaseHistory(session.releaseChanges()),
+                  session.publishedRelease(),
+                  layers,
+                  catalog,
+                  PageData(layers, catalog)};
     const Node& root = *source.tree.root();
     fill(page::document,
          {{"root", [&] { out << escapeHtml(root.fullName()); }},

@@ -158,9 +158,17 @@ std::size_t PageData::indexOf(const Node& setting)
 
 void PageData::add(const Node& node)
 {
-    const auto& keywords = catalog_.entryOf(node).keywords;
+    const auto& entry = catalog_.entryOf(node);
     json::object object{{"title", catalog_.titleOf(node)}};
-    addIf(!keywords.empty(), object, "keywords", json::array(keywords.begin(), keywords.end()));
+    addIf(!entry.keywords.empty(), object, "keywords",
+          json::array(entry.keywords.begin(), entry.keywords.end()));
+    if (!entry.values.empty()) {
+        json::object phrases;
+        for (const auto& [value, phrase] : entry.values) {
+            phrases.emplace(value, phrase);
+        }
+        object.emplace("phrases", std::move(phrases));
+    }
     if (node.kind() == NodeKind::alias) {
         object.emplace("alias", node.properties().aliasName());
     } else {
@@ -178,9 +186,14 @@ void PageData::add(const Node& node)
 
 std::string PageData::text(const Session& session) const
 {
+    json::array synonyms;
+    for (const auto& words : catalog_.synonyms()) {
+        synonyms.push_back(json::array(words.begin(), words.end()));
+    }
     const auto release = session.publishedRelease();
     const json::object data{{"release", release ? core::formatReleaseName(*release) : ""},
                             {"changes", releaseChangesJson(session)},
+                            {"synonyms", std::move(synonyms)},
                             {"constraints", constraints_},
                             {"settings", nodes_}};
     std::string text;

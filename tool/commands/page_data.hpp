@@ -18,7 +18,8 @@
 namespace vx::tool {
 
 /// What the script of the HTML page needs to know beyond what the page shows: the words by which settings are
-/// found, values as JSON, constraints, and where old paths lead. Values of secrets that files set are left out.
+/// found, values as JSON, constraints, and where old paths lead. Values of secrets that files set are left
+/// out.
 class PageData
 {
 public:

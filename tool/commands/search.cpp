@@ -1,4 +1,5 @@
 #include <review/tree_json.hpp>
+#include <review/words.hpp>
 #include <settings_core/tree/suggestions.hpp>
 #include <settings_core/values/value_format.hpp>
 
@@ -30,7 +31,7 @@ namespace {
 
 using core::Node;
 
-constexpr std::size_t lineWidth = 80;          // in characters
+constexpr std::size_t lineWidth = 80;           // in characters
 constexpr std::size_t shortestValueWidth = 16;  // in characters
 
 struct SearchOptions
@@ -66,7 +67,7 @@ std::string reasonOf(const Node& node, const SearchEntry& entry, MatchRank rank,
     return entry.sentence.empty() ? catalog.titleOf(node) : std::string(entry.sentence);
 }
 
-/// Returns all nodes that match, also weak and hidden ones; if none does, those whose paths are similar.
+/// Returns all entries that match, also weak ones; if there are none, those with similar paths.
 std::vector<SearchMatch> findMatches(const core::SettingsTree& tree, const std::vector<SearchEntry>& entries,
                                      const Catalog& catalog, const std::string& query)
 {
@@ -80,49 +81,53 @@ std::vector<SearchMatch> findMatches(const core::SettingsTree& tree, const std::
     return matches;
 }
 
-/// Removes the matches that are much weaker than the best one of those that `isShown` accepts.
-template <class IsShown>
-void removeWeak(std::vector<SearchMatch>& matches, IsShown isShown)
+/// Removes hidden nodes, unless they are asked for or nothing else matches, and matches that are much weaker
+/// than the best one of the rest. Returns the number of hidden nodes that are left out.
+std::size_t leaveOut(std::vector<SearchMatch>& matches, const SearchOptions& options,
+                     const std::function<bool(const SearchMatch&)>& isHidden)
 {
+    if (options.onlyHidden) {
+        std::erase_if(matches, std::not_fn(isHidden));
+    }
+    const bool wantsHidden = options.showsHidden || options.onlyHidden;
+    const bool isAllHidden = !matches.empty() && std::ranges::all_of(matches, isHidden);
+    if (isAllHidden && !wantsHidden) {
+        printHint("everything that matches is hidden");
+    }
+    const auto isLeftOut = [&](const SearchMatch& match) {
+        return !wantsHidden && !isAllHidden && isHidden(match);
+    };
     std::uint64_t best = 0;
     for (const SearchMatch& match : matches) {
-        best = isShown(match) ? std::max(best, match.score) : best;
+        best = isLeftOut(match) ? best : std::max(best, match.score);
     }
     std::erase_if(matches, [best](const SearchMatch& match) { return isWeak(match, best); });
+    return std::erase_if(matches, isLeftOut);
 }
 
 Results find(const Session& session, const SearchOptions& options)
 {
-    const auto nodes = session.tree().nodes();
     const std::string query = boost::algorithm::join(options.words, " ");
+    if (review::splitWords(query).empty()) {
+        throw CommandError(ExitCode::usage, "WORDS: needs letters or digits; see vxsettings search --help");
+    }
+    const auto nodes = session.tree().nodes();
     Catalog catalog(session.tree());
     const std::vector<SearchEntry> entries = searchEntries(session, catalog);
     std::vector<SearchMatch> matches = findMatches(session.tree(), entries, catalog, query);
-
-    const auto isHidden = [&nodes](const SearchMatch& match) { return nodes[match.entry]->isHidden(); };
-    if (options.onlyHidden) {
-        std::erase_if(matches, std::not_fn(isHidden));
-    }
-    if (matches.empty()) {
-        throw CommandError(ExitCode::failed, std::string(options.onlyHidden ? "nothing hidden" : "nothing") +
-                                                 " matches " + query +
-                                                 "; try other words, or list all paths with: vxsettings list");
-    }
-    const bool isHiddenShown = options.showsHidden || options.onlyHidden || std::ranges::all_of(matches, isHidden);
-    if (isHiddenShown && !options.showsHidden && !options.onlyHidden) {
-        printHint("everything that matches is hidden");
-    }
-    const auto isShown = [&](const SearchMatch& match) { return isHiddenShown || !isHidden(match); };
-    removeWeak(matches, isShown);
     Results results;
+    results.hiddenLeftOut = leaveOut(
+        matches, options, [&nodes](const SearchMatch& match) { return nodes[match.entry]->isHidden(); });
     for (const SearchMatch& match : matches) {
-        if (isShown(match)) {
-            const Node& node = *nodes[match.entry];
-            results.shown.push_back(
-                {node, match.rank, reasonOf(node, entries[match.entry], match.rank, catalog)});
-        }
+        const Node& node = *nodes[match.entry];
+        results.shown.push_back(
+            {node, match.rank, reasonOf(node, entries[match.entry], match.rank, catalog)});
     }
-    results.hiddenLeftOut = matches.size() - results.shown.size();
+    if (results.shown.empty()) {
+        throw CommandError(ExitCode::failed,
+                           std::string(options.onlyHidden ? "nothing hidden" : "nothing") + " matches " +
+                               query + "; try other words, or list all paths with: vxsettings list");
+    }
     return results;
 }
 
@@ -145,15 +150,16 @@ void writeDocument(const Results& results, core::Layers& layers, Output& out)
 /// Writes a sentence in indented lines, broken between words.
 void writeIndented(const std::string& sentence, Output& out)
 {
-    constexpr std::string_view indent = "    ";
+    constexpr const char* indent = "\n    ";
+    constexpr std::size_t indentWidth = 4;
     std::vector<std::string> words;
     boost::algorithm::split(words, sentence, [](char c) { return c == ' '; });
-    std::size_t column = 0;
+    std::size_t column = lineWidth;
     for (const std::string& word : words) {
         const std::size_t width = core::characterCount(word);
-        const bool fits = column > 0 && column + 1 + width <= lineWidth;
-        out << (fits ? " " : column > 0 ? "\n    " : "    ") << word;
-        column = (fits ? column + 1 : indent.size()) + width;
+        const bool fits = column + 1 + width <= lineWidth;
+        out << (fits ? " " : indent) << word;
+        column = (fits ? column + 1 : indentWidth) + width;
     }
     out << '\n';
 }
@@ -167,9 +173,9 @@ void writeText(const Results& results, core::Layers& layers, Output& out)
             const std::string mark = originMark(value).empty() ? "" : "  " + std::string(originMark(value));
             const std::size_t taken = node.fullName().size() + 2 + mark.size();
             const std::size_t width = std::max(lineWidth, taken + shortestValueWidth) - taken;
-            out << "  " << out.styled(Style::value, valueOnOneLine(value, width)) << out.styled(Style::note, mark);
+            out << "  " << out.styled(Style::value, valueOnOneLine(value, width))
+                << out.styled(Style::note, mark);
         }
-        out << '\n';
         writeIndented(reason, out);
     }
     hintAtHidden(results.hiddenLeftOut, out);
@@ -190,7 +196,8 @@ ExitCode search(LazySession& lazy, const SearchOptions& options, Output& out)
 Action addSearch(CLI::App& command)
 {
     setHelp(command, "Search settings and groups by words, as people call them",
-            "Words are found in names, titles, descriptions, keywords, values and old paths, also in other forms, as\n"
+            "Words are found in names, titles, descriptions, keywords, values and old paths, also in other "
+            "forms, as\n"
             "synonyms, and with a typing error. The best matches come first.\n"
             "Hidden groups and settings are left out, unless nothing else matches.\n"
             "Examples:\n  vxsettings search bigger font\n  vxsettings search stop asking when I quit");

@@ -101,6 +101,9 @@ function followLink(event) {
     const link = event.target.closest("a[href^='#']:not(.skip)");
     if (link && !event.ctrlKey && !event.metaKey && !event.shiftKey && !event.altKey) {
         event.preventDefault();
+        if (getComputedStyle(panel).position === "fixed") {
+            setPanel(false); // it covers the settings
+        }
         go(link.hash);
         followAddress();
     }

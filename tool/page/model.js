@@ -62,12 +62,13 @@ function searchEntries() {
     for (const [path, { to }] of Object.entries(data.changes)) {
         oldPaths.set(to, [...(oldPaths.get(to) ?? []), path]);
     }
-    return settings.map(({ path, title, row, keywords = [], constraint }) => ({
+    const stringsIn = (json = "[]") => (json[0] === '"' || json.startsWith('["') ? [JSON.parse(json)].flat() : []);
+    return settings.map(({ path, title, row, keywords = [], constraint, phrases = {}, factory }) => ({
         path,
         title,
         sentence: row.querySelector(".sentence")?.textContent ?? "",
         keywords,
-        values: constraint.allowed ?? constraint.names ?? [],
+        values: [constraint.allowed ?? constraint.names ?? [], Object.values(phrases), stringsIn(factory)].flat(),
         oldPaths: oldPaths.get(path) ?? [],
     }));
 }

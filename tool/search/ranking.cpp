@@ -36,14 +36,15 @@ constexpr std::size_t shortestPart = 3;
 
 /// Words that count only if a query has no others.
 constexpr auto fillers = std::to_array<std::string_view>(
-    {"a",     "activate", "adjust", "all",      "an",     "and",    "any",      "are",        "as",       "at",
-     "be",    "by",       "can",    "change",   "choose", "configure", "deactivate", "decrease", "disable", "do",
-     "does",  "don",      "enable", "for",      "from",   "get",    "give",     "how",        "i",        "if",
-     "in",    "increase", "is",     "it",       "its",    "let",    "make",     "me",         "modify",   "my",
-     "need",  "of",       "off",    "on",       "or",     "please", "reduce",   "set",        "setting",  "settings",
-     "should", "so",      "t",      "that",     "the",    "their",  "them",     "there",      "these",    "this",
-     "those", "to",       "turn",   "use",      "want",   "was",    "what",     "when",       "where",    "which",
-     "who",   "why",      "will",   "with",     "without", "you",   "your"});
+    {"a",       "activate", "adjust",  "all",     "an",       "and",    "any",       "are",        "as",
+     "at",      "be",       "by",      "can",     "change",   "choose", "configure", "deactivate", "decrease",
+     "disable", "do",       "does",    "don",     "enable",   "for",    "from",      "get",        "give",
+     "how",     "i",        "if",      "in",      "increase", "is",     "it",        "its",        "let",
+     "make",    "me",       "modify",  "my",      "need",     "of",     "off",       "on",         "or",
+     "please",  "reduce",   "set",     "setting", "settings", "should", "so",        "t",          "that",
+     "the",     "their",    "them",    "there",   "these",    "this",   "those",     "to",         "turn",
+     "use",     "want",     "was",     "what",    "when",     "where",  "which",     "who",        "why",
+     "will",    "with",     "without", "you",     "your"});
 
 // Entries
 
@@ -111,7 +112,8 @@ void forEachWordOfName(std::string_view name, Function function)
     }
 }
 
-/// Calls visitor.word(word) for each word of each field of an entry, and visitor.endField(weight, rank) after it.
+/// Calls visitor.word(word) for each word of each field of an entry, and visitor.endField(weight, rank) after
+/// it.
 template <class Visitor>
 void visitFields(const SearchEntry& entry, Visitor& visitor)
 {
@@ -180,13 +182,14 @@ class EntryScorer
 public:
     using Match = WordMatch (WantedWord::*)(std::string_view) const;
 
-    EntryScorer(std::span<const WantedWord> words, Match match) : words_(words), match_(match), best_(words.size())
+    EntryScorer(std::span<const WantedWord> words, Match match)
+        : words_(words), match_(match), best_(words.size())
     {}
 
     /// Returns a score for each word; valid until the next call.
     const std::vector<WordScore>& score(const SearchEntry& entry)
     {
-        isGroup_ = entry.isGroup;
+        isSecondary_ = entry.isSecondary;
         scores_.assign(words_.size(), {});
         visitFields(entry, *this);
         return scores_;
@@ -204,7 +207,7 @@ public:
 
     void endField(std::size_t weight, MatchRank rank)
     {
-        const std::size_t ofEntry = isGroup_ ? weight * 9 / 10 : weight;
+        const std::size_t ofEntry = isSecondary_ ? weight * 9 / 10 : weight;
         for (std::size_t index = 0; index < words_.size(); ++index) {
             const WordMatch match = std::exchange(best_[index], {});
             const std::uint64_t ofField = match.quality * ofEntry;
@@ -223,7 +226,7 @@ private:
     Match match_;
     std::vector<WordMatch> best_;  // in the field, by word
     std::vector<WordScore> scores_;
-    bool isGroup_ = false;
+    bool isSecondary_ = false;
 };
 
 // Queries
@@ -247,7 +250,8 @@ public:
         }
         for (std::size_t index = 0; index < words.size(); ++index) {
             if (isUnmatched(scores[index])) {
-                scores[index] = std::move(score({WantedWord(words[index], {}, {})}, &WantedWord::matchSimilar)[0]);
+                scores[index] =
+                    std::move(score({WantedWord(words[index], {}, {})}, &WantedWord::matchSimilar)[0]);
             }
         }
         return matchesOf(scores);
@@ -307,12 +311,14 @@ private:
 
     static std::size_t matchesIn(const Scores& scores)
     {
-        return static_cast<std::size_t>(std::ranges::count_if(scores, [](const auto& score) { return score.sum > 0; }));
+        return static_cast<std::size_t>(
+            std::ranges::count_if(scores, [](const auto& score) { return score.sum > 0; }));
     }
 
     static bool isUnmatched(const Scores& scores) { return matchesIn(scores) == 0; }
 
-    /// Replaces words without a match that consist of two words of the entries. Returns whether there are any.
+    /// Replaces words without a match that consist of two words of the entries. Returns whether there are
+    /// any.
     bool splitUnmatched(std::vector<std::string>& words, const std::vector<Scores>& scores) const
     {
         if (std::ranges::none_of(scores, isUnmatched)) {
@@ -324,7 +330,8 @@ private:
         }
         std::vector<std::string> parts;
         for (std::size_t index = 0; index < words.size(); ++index) {
-            std::ranges::move(isUnmatched(scores[index]) ? vocabulary.split(words[index]) : std::vector{words[index]},
+            std::ranges::move(isUnmatched(scores[index]) ? vocabulary.split(words[index])
+                                                         : std::vector{words[index]},
                               std::back_inserter(parts));
         }
         const bool hasSplit = parts.size() > words.size();
@@ -336,8 +343,11 @@ private:
     {
         std::vector<std::uint64_t> rarities;
         std::ranges::transform(scores, std::back_inserter(rarities), [this](const Scores& ofWord) {
-            const double share = static_cast<double>(entries_.size()) / static_cast<double>(matchesIn(ofWord));
-            return isUnmatched(ofWord) ? 0 : static_cast<std::uint64_t>(std::floor(100 * std::log(1 + share) + 0.5));
+            const double share =
+                static_cast<double>(entries_.size()) / static_cast<double>(matchesIn(ofWord));
+            return isUnmatched(ofWord)
+                       ? 0
+                       : static_cast<std::uint64_t>(std::floor(100 * std::log(1 + share) + 0.5));
         });
         std::vector<SearchMatch> matches;
         for (std::size_t entry = 0; entry < entries_.size(); ++entry) {
@@ -371,7 +381,9 @@ private:
     {
         const SearchEntry& entry = entries_[match.entry];
         const auto isQuery = [this](std::string_view text) { return review::areTogether(text, together_); };
-        const auto isPath = [&isQuery](std::string_view path) { return isQuery(path) || isQuery(withoutRoot(path)); };
+        const auto isPath = [&isQuery](std::string_view path) {
+            return isQuery(path) || isQuery(withoutRoot(path));
+        };
         if (isPath(entry.path)) {
             match.rank = MatchRank::exact;
             match.exactness = 2;

@@ -23,7 +23,7 @@ struct SearchEntry
     std::span<const std::string> keywords = {};
     std::vector<std::string> values = {};  ///< allowed values, what they do, and the factory value
     std::vector<std::string_view> oldPaths = {};
-    bool isGroup = false;
+    bool isSecondary = false;  ///< a group, or hidden: rarely what people look for
 };
 
 /// Where the word of a query that counts most matches, and how.
@@ -40,7 +40,8 @@ enum class MatchRank : std::uint8_t
     similar   ///< a similar word
 };
 
-/// Returns "exact", "word", "prefix", "substring", "keyword", "sentence", "value", "old path", "spelled alike".
+/// Returns "exact", "word", "prefix", "substring", "keyword", "sentence", "value", "old path", "spelled
+/// alike".
 [[nodiscard]] std::string_view rankName(MatchRank rank) noexcept;
 
 /// An entry that matches a query.

@@ -20,8 +20,8 @@ using foundation::verdixdata::ArrayType;
 
 bool hasStrings(const foundation::verdixdata::Array& value)
 {
-    return value.isAssigned() && (value.getType() == ArrayType::CHAR || value.getType() == ArrayType::STRING ||
-                                  value.getType() == ArrayType::CELL);
+    return value.isAssigned() && (value.getType() == ArrayType::CHAR ||
+                                  value.getType() == ArrayType::STRING || value.getType() == ArrayType::CELL);
 }
 
 /// Returns the allowed strings, what they do, and the strings of the factory value.
@@ -30,7 +30,8 @@ std::vector<std::string> valuesOf(const Node& node, const review::CatalogEntry& 
     std::vector<std::string> values;
     const Node::Properties& properties = node.properties();
     for (const auto& validator : properties.valueValidators) {
-        std::ranges::transform(validator.allowedValues, std::back_inserter(values), foundation::verdixdata::toUtf8);
+        std::ranges::transform(validator.allowedValues, std::back_inserter(values),
+                               foundation::verdixdata::toUtf8);
     }
     for (const auto& [value, phrase] : entry.values) {
         values.push_back(phrase);
@@ -56,11 +57,11 @@ std::vector<SearchEntry> searchEntries(const Session& session, Catalog& catalog)
         entry.sentence = described.sentence;
         entry.keywords = described.keywords;
         entry.values = valuesOf(*node, described);
-        entry.isGroup = node->kind() == core::NodeKind::group;
+        entry.isSecondary = node->kind() == core::NodeKind::group || node->isHidden();
         for (const core::ReleaseStep& step : history.movesTo(node->fullName())) {
             entry.oldPaths.emplace_back(step.from);
         }
-        if (entry.isGroup) {
+        if (node->kind() == core::NodeKind::group) {
             titles.emplace(node, entry.titles);
         }
     }

@@ -28,8 +28,8 @@ WordMatch prefix(std::string_view prefix, std::string_view word)
     return {30 + static_cast<unsigned>(share), MatchRank::prefix};
 }
 
-/// Whether inserting, deleting or replacing one letter, or exchanging two neighbours, makes two words equal that
-/// are not equal.
+/// Whether inserting, deleting or replacing one letter, or exchanging two neighbours, makes two words equal
+/// that are not equal.
 bool areOneEditApart(std::u16string_view left, std::u16string_view right)
 {
     if (left.size() > right.size()) {
@@ -41,7 +41,8 @@ bool areOneEditApart(std::u16string_view left, std::u16string_view right)
     if (left.size() + 1 == right.size()) {
         return left == right.substr(1);
     }
-    const bool isExchanged = left.size() > 1 && right.size() > 1 && left[0] == right[1] && left[1] == right[0];
+    const bool isExchanged =
+        left.size() > 1 && right.size() > 1 && left[0] == right[1] && left[1] == right[0];
     return left.size() == right.size() && !left.empty() &&
            (left.substr(1) == right.substr(1) || (isExchanged && left.substr(2) == right.substr(2)));
 }
@@ -61,7 +62,9 @@ WantedWord::WantedWord(std::string word, std::vector<std::string> neighbours, co
             synonyms_.merge(stems);
         }
     }
-    const auto mark = [this](std::string_view start) { firstBytes_.set(static_cast<unsigned char>(start.front())); };
+    const auto mark = [this](std::string_view start) {
+        firstBytes_.set(static_cast<unsigned char>(start.front()));
+    };
     mark(word_);
     std::ranges::for_each(neighbours_, mark);
     std::ranges::for_each(synonyms_, mark);

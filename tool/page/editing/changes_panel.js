@@ -54,10 +54,16 @@ function onChange(setting) {
     showChanges();
 }
 
+/** Shows or hides the panel. The row that was last edited or linked to stays in view. */
 function setPanel(isShown) {
+    const row = document.querySelector(".editing, .target");
+    const wasInView = row && row.getBoundingClientRect().top > 0 && row.getBoundingClientRect().top < innerHeight;
     document.documentElement.classList.toggle("changing", isShown);
     panel.hidden = !isShown;
     byId("show-changes").setAttribute("aria-expanded", String(isShown));
+    if (wasInView) {
+        row.scrollIntoView({ block: "nearest" });
+    }
     (isShown ? panel.querySelector("h2") : byId("show-changes")).focus();
 }
 

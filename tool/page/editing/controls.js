@@ -25,10 +25,11 @@ function makeSwitch(_, json) {
     return { element, read: () => String(element.checked) };
 }
 
-function makeList({ constraint }, json) {
+function makeList({ constraint, phrases = {} }, json) {
     const current = tryToDecode(json ?? "");
+    const textOf = (value) => (value || "(empty)") + (phrases[value] ? ` – ${phrases[value]}` : "");
     const element = make("select", {},
-        ...constraint.allowed.map((value) => new Option(value || "(empty)", value, false, value === current)));
+        ...constraint.allowed.map((value) => new Option(textOf(value), value, false, value === current)));
     if (!constraint.allowed.includes(current)) {
         element.prepend(new Option("choose", "", true, true));
         element.options[0].disabled = true;
