@@ -101,12 +101,13 @@ std::string historyHtml(const Source& source, const Node& node)
 std::string nameHtml(std::string_view name)
 {
     constexpr std::size_t longName = 16;
+    const auto isCapital = [](char c) { return c >= 'A' && c <= 'Z'; };
     std::string html;
-    for (const char& c : name) {
-        const bool isBreak =
-            name.size() > longName && c >= 'A' && c <= 'Z' && &c != name.data() && (&c)[-1] >= 'a';
-        html += isBreak ? "<wbr>" : "";
+    char before = 'A';
+    for (const char c : name) {
+        html += name.size() > longName && isCapital(c) && !isCapital(before) ? "<wbr>" : "";
         html += escapeHtml({&c, 1});
+        before = c;
     }
     return html;
 }

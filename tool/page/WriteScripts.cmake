@@ -15,9 +15,9 @@ foreach(file IN LISTS FILES)
 endforeach()
 string(APPEND script "${closing}")
 
-# base64, by groups of 24 bits
+# The hash in base64, made from groups of 24 bits: 32 bytes are ten groups and two bytes, filled up with zeros.
 string(SHA256 hash "${script}")
-string(APPEND hash "0000")  # to whole groups: the last digit but three becomes the padding
+string(APPEND hash "00")
 set(digits "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/")
 set(base64 "")
 foreach(at RANGE 0 60 6)
@@ -28,7 +28,7 @@ foreach(at RANGE 0 60 6)
         string(APPEND base64 "${digit}")
     endforeach()
 endforeach()
-string(SUBSTRING "${base64}" 0 43 base64)  # 32 bytes
+string(SUBSTRING "${base64}" 0 43 base64)
 
 string(APPEND content "R\"text(${closing})text\"});\n\n}  // namespace\n\n"
     "const std::span<const std::string_view> scripts = texts;\n"

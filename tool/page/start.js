@@ -52,7 +52,6 @@ document.documentElement.classList.add("js");
 for (const part of document.querySelectorAll("#groups, #show-changes, #theme, #filters, #tree, footer")) {
     part.hidden = false;
 }
-byId("modified-label").hidden = !settings.some(isModified);
 facets.forEach(fillSelect);
 buildTree();
 countInGroups(false);

@@ -36,6 +36,7 @@ function describeFile(ignored) {
 
 function showChanges() {
     const hasChanges = changes.size > 0;
+    byId("modified-label").hidden = !settings.some(isModified);
     changeList.replaceChildren(...[...changes.keys()].map((path) => makeChange(settingsByPath.get(path))));
     byId("no-changes").hidden = hasChanges;
     byId("change-actions").hidden = !hasChanges;
@@ -50,7 +51,6 @@ function showChanges() {
 function onChange(setting) {
     isSaved = changes.size === 0;
     showInRow(setting);
-    byId("modified-label").hidden &&= !isModified(setting);
     showChanges();
 }
 
@@ -96,8 +96,8 @@ async function openChosenFile() {
         const bytes = await chosen.arrayBuffer();
         const text = new TextDecoder("utf-8", { fatal: true, ignoreBOM: true }).decode(bytes);
         describeFile(openFile(chosen.name, text));
-        applyFilters();
         showChanges();
+        applyFilters();
     } catch (error) {
         const reason = error instanceof SyntaxError ? `is not valid JSON: ${error.message}`
             : error instanceof TypeError ? "is not valid UTF-8" : error.message;
