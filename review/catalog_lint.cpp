@@ -40,9 +40,10 @@ constexpr std::string_view listName = "undescribed";
 
 using Words = std::set<std::string, std::less<>>;
 
+/// Returns the words of a sentence or title, which are not split at capitals.
 Words wordsOf(std::string_view text)
 {
-    const std::vector<std::string> words = lowerWords(text);
+    const std::vector<std::string> words = lowerWords(lowerCase(text));
     return {words.begin(), words.end()};
 }
 

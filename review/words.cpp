@@ -32,17 +32,19 @@ constexpr auto asciiKinds = [] {
     return kinds;
 }();
 
+/// Returns the kind of the character beyond ASCII that a text begins with.
+CharacterKind kindBeyondAscii(std::string_view text)
+{
+    const bool isSign = text.starts_with('\xC2') || text.starts_with("\xE2\x80") ||
+                        (text.starts_with("\xE2\x81") && text < "\xE2\x81\xB0");
+    return isSign ? CharacterKind::other : CharacterKind::lower;
+}
+
 /// Returns the kind of the character at an offset before the end, where one begins.
-CharacterKind kindAt(std::string_view text, std::size_t at)
+inline CharacterKind kindAt(std::string_view text, std::size_t at)
 {
     const auto first = static_cast<unsigned char>(text[at]);
-    if (first < asciiKinds.size()) {
-        return asciiKinds[first];
-    }
-    const std::string_view rest = text.substr(at);
-    const bool isSign = rest.starts_with('\xC2') || rest.starts_with("\xE2\x80") ||
-                        (rest.starts_with("\xE2\x81") && rest < "\xE2\x81\xB0");
-    return isSign ? CharacterKind::other : CharacterKind::lower;
+    return first < asciiKinds.size() ? asciiKinds[first] : kindBeyondAscii(text.substr(at));
 }
 
 bool continuesCharacter(char byte)

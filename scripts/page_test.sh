@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Exports the HTML page of settings and tests it in Debian's Chromium.
+# Exports the HTML page of settings and tests it in Debian's Chromium, and its search beside that of the command.
 #
 #   scripts/page_test.sh                 with the preset dev
 #   scripts/page_test.sh --preset asan   with another preset of CMakePresets.json
@@ -29,4 +29,4 @@ vxsettings export --format json -o "$PAGE_FOLDER/tree.json"
 vxsettings export --format html --factory -o "$PAGE_FOLDER/plain.html"
 vxsettings export --format html -o "$PAGE_FOLDER/modified.html" \
     --personal "$page_tests/personal.json" --installation "$page_tests/installation.json"
-node --test "$page_tests/page_test.mjs"
+node --test "$page_tests/search_test.mjs" "$page_tests/page_test.mjs"

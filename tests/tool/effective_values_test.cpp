@@ -56,7 +56,7 @@ TEST_F(EffectiveValuesTest, AreShownByEveryView)
     shows({"tree", "web"}, AllOf(HasSubstr("AccessToken = \"********\" (personal)\n"),
                                  HasSubstr("NeedsToken = false (locked)\n")));
     shows({"list", "--values", "*.WrapLines"}, "verdix.commandwindow.WrapLines  true  personal\n");
-    shows({"search", "int32"}, HasSubstr("verdix.class.int32   7  installation\n"));
+    shows({"search", "int32"}, HasSubstr("verdix.class.int32  7  installation\n"));
     shows({"describe", "class.int32"},
           AllOf(HasSubstr("effective     7, the installation value\n"),
                 HasSubstr("locked        verdix.class is locked by " + second + "\n"),

@@ -134,7 +134,7 @@ const Catalog::Entries& Catalog::entriesOf(std::string_view name)
     if (isNew) {
         for (const fs::path& folder : folders_) {
             for (review::FiledEntry& filed : readFile(folder, name, review::parseCatalogFile)) {
-                CatalogEntry& entry = file->second[filed.path];
+                CatalogEntry& entry = file->second[std::move(filed.path)];
                 fillIfEmpty(entry.title, filed.entry.title);
                 fillIfEmpty(entry.sentence, filed.entry.sentence);
                 fillIfEmpty(entry.keywords, filed.entry.keywords);

@@ -4,9 +4,11 @@
 #include <settings_core/tree/settings_tree.hpp>
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace vx::tool {
@@ -35,7 +37,12 @@ public:
     [[nodiscard]] std::vector<std::vector<std::string>> synonyms() const;
 
 private:
-    using Entries = std::map<std::string, review::CatalogEntry, std::less<>>;  // by path
+    /// So that strings are looked up without a copy.
+    struct Hash : std::hash<std::string_view>
+    {
+        using is_transparent = void;
+    };
+    using Entries = std::unordered_map<std::string, review::CatalogEntry, Hash, std::equal_to<>>;  // by path
 
     const Entries& entriesOf(std::string_view name);
 

@@ -5,8 +5,9 @@
 /**
  * Returns a function that takes a query, and returns the indexes of the matching entries, the best first.
  *
- * An entry is { path, title, sentence, keywords, values, oldPaths, isGroup }, all but path and title optional. The title
- * includes those of the groups, as in "Editor › Display: Show Line Numbers". Synonyms are lists of words.
+ * An entry is { path, title, sentence, keywords, values, oldPaths, isSecondary }, all but path and title optional. The
+ * title includes those of the groups, as in "Editor › Display: Show Line Numbers". Groups and hidden settings are
+ * secondary. Synonyms are lists of words.
  */
 const makeSearch = (() => {
     const weight = { group: 60, keyword: 60, sentence: 30, value: 30, oldPath: 30 };
@@ -26,7 +27,8 @@ const makeSearch = (() => {
     // Characters beyond ASCII count as small letters, but for Latin-1 signs and general punctuation.
     const wordPattern = /[A-Z]+(?![a-z\u00c0-\u1fff\u2070-\uffff])|[A-Z]?[a-z\u00c0-\u1fff\u2070-\uffff]+|[0-9]+/g;
 
-    const lowerCase = (text) => text.replace(/[A-Z]+/g, (capitals) => capitals.toLowerCase());
+    const lowerCase = (text) =>
+        /[A-Z]/.test(text) ? text.replace(/[A-Z]+/g, (capitals) => capitals.toLowerCase()) : text;
 
     /** Returns the words, split at capitals and digits, in small letters. */
     const wordsOf = (text) => (text.match(wordPattern) ?? []).map(lowerCase);
@@ -78,7 +80,8 @@ const makeSearch = (() => {
         const titles = entry.title.split(/ › |: /);
         const name = names.pop() ?? root;
         const title = titles.pop();
-        const ofName = 84 + Math.floor(20 / Math.max(wordsOf(title).length, 1)) - 2 * names.length;
+        const ofName = 84 + Math.floor(20 / Math.max(wordsOf(title).length, 1)) -
+            2 * Math.min(names.length, 10);
         return [
             [ofName, [name, title].flatMap(wordsOfName)],
             [weight.group, [...names, ...titles].flatMap(wordsOfName)],
@@ -118,7 +121,7 @@ const makeSearch = (() => {
 
         addEntry(entry, number) {
             fieldsOf(entry).forEach(([weight, words], field) => {
-                const ofEntry = entry.isGroup ? Math.floor((weight * 9) / 10) : weight;
+                const ofEntry = entry.isSecondary ? Math.floor((weight * 9) / 10) : weight;
                 for (const word of new Set(words)) {
                     if (!this.words.has(word)) {
                         this.words.set(word, { stem: stemOf(word), postings: [] });

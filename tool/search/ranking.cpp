@@ -58,11 +58,6 @@ std::string_view withoutRoot(std::string_view path)
     return path.substr(path.find('.') + 1);
 }
 
-std::string_view groupOf(std::string_view path)
-{
-    return path.substr(0, path.rfind('.'));
-}
-
 std::string_view nameOf(std::string_view path)
 {
     return path.substr(path.rfind('.') + 1);
@@ -82,7 +77,8 @@ void forEachName(std::string_view path, Function function)
 std::size_t nameWeight(const SearchEntry& entry)
 {
     const std::size_t words = std::max<std::size_t>(review::splitWords(entry.titles.back()).size(), 1);
-    return 84 + 20 / words - 2 * (entry.titles.size() - 1);
+    const std::size_t groups = std::min<std::size_t>(entry.titles.size() - 1, 10);
+    return 84 + 20 / words - 2 * groups;
 }
 
 /// Calls function(word) for each word of a text, in lower case.
@@ -121,14 +117,18 @@ void visitFields(const SearchEntry& entry, Visitor& visitor)
     const auto name = [&word](std::string_view found) { forEachWordOfName(found, word); };
     const auto text = [&word](std::string_view found) { forEachWord(found, word); };
 
-    name(nameOf(entry.path));
-    if (entry.titles.back() != nameOf(entry.path)) {
-        name(entry.titles.back());
-    }
+    auto title = entry.titles.begin();
+    forEachName(entry.path, [&](std::string_view component) {
+        if (title + 1 == entry.titles.end()) {
+            visitor.endField(groupWeight, MatchRank::word);
+        }
+        name(component);
+        if (*title != component) {
+            name(*title);
+        }
+        ++title;
+    });
     visitor.endField(nameWeight(entry), MatchRank::word);
-    forEachName(groupOf(entry.path), name);
-    std::for_each(entry.titles.begin(), entry.titles.end() - 1, name);
-    visitor.endField(groupWeight, MatchRank::word);
     std::ranges::for_each(entry.keywords, text);
     visitor.endField(keywordWeight, MatchRank::keyword);
     text(entry.sentence);
@@ -231,6 +231,7 @@ private:
 
 // Queries
 
+/// Finds the entries for a query.
 class Query
 {
 public:
@@ -293,6 +294,7 @@ private:
         return scores;
     }
 
+    /// Returns the scores of the entries for the words of a query.
     std::vector<Scores> scoresOf(const std::vector<std::string>& words) const
     {
         std::vector<WantedWord> wanted;
@@ -330,8 +332,8 @@ private:
         }
         std::vector<std::string> parts;
         for (std::size_t index = 0; index < words.size(); ++index) {
-            std::ranges::move(isUnmatched(scores[index]) ? vocabulary.split(words[index])
-                                                         : std::vector{words[index]},
+            const bool hasMatch = !isUnmatched(scores[index]);
+            std::ranges::move(hasMatch ? std::vector{words[index]} : vocabulary.split(words[index]),
                               std::back_inserter(parts));
         }
         const bool hasSplit = parts.size() > words.size();
@@ -339,33 +341,34 @@ private:
         return hasSplit;
     }
 
+    /// Returns how rare the matches of a word are: 100 ln(1 + entries / matches), 0 without matches.
+    std::uint64_t rarityOf(const Scores& ofWord) const
+    {
+        const double share = static_cast<double>(entries_.size()) / static_cast<double>(matchesIn(ofWord));
+        return isUnmatched(ofWord) ? 0
+                                   : static_cast<std::uint64_t>(std::floor(100 * std::log(1 + share) + 0.5));
+    }
+
     std::vector<SearchMatch> matchesOf(const std::vector<Scores>& scores) const
     {
         std::vector<std::uint64_t> rarities;
-        std::ranges::transform(scores, std::back_inserter(rarities), [this](const Scores& ofWord) {
-            const double share =
-                static_cast<double>(entries_.size()) / static_cast<double>(matchesIn(ofWord));
-            return isUnmatched(ofWord)
-                       ? 0
-                       : static_cast<std::uint64_t>(std::floor(100 * std::log(1 + share) + 0.5));
-        });
+        std::ranges::transform(scores, std::back_inserter(rarities),
+                               [this](const Scores& ofWord) { return rarityOf(ofWord); });
         std::vector<SearchMatch> matches;
         for (std::size_t entry = 0; entry < entries_.size(); ++entry) {
             SearchMatch match{entry, MatchRank::exact, 0, 0};
-            std::uint64_t found = 0;
-            std::uint64_t most = 0;
-            for (std::size_t index = 0; index < scores.size(); ++index) {
-                const WordScore& score = scores[index][entry];
-                const std::uint64_t added = rarities[index] * (2 * score.best + score.sum);
+            std::uint64_t share = 0;  // of the query
+            std::uint64_t most = 0;   // contribution of a word
+            for (std::size_t word = 0; word < scores.size(); ++word) {
+                const WordScore& score = scores[word][entry];
+                const std::uint64_t added = rarities[word] * (2 * score.best + score.sum);
                 match.score += added;
-                found += score.sum > 0 ? rarities[index] : 0;
-                if (added > most) {
-                    most = added;
-                    match.rank = score.rank;
-                }
+                share += score.sum > 0 ? rarities[word] : 0;
+                match.rank = added > most ? score.rank : match.rank;
+                most = std::max(most, added);
             }
             if (match.score > 0) {
-                match.score *= found;
+                match.score *= share;
                 markExact(match);
                 matches.push_back(match);
             }

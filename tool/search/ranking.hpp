@@ -18,7 +18,7 @@ using Synonyms = std::vector<std::vector<std::string>>;
 struct SearchEntry
 {
     std::string_view path;
-    std::vector<std::string_view> titles = {};  ///< of its groups, the top one first, and its own
+    std::vector<std::string_view> titles = {};  ///< one for each component of the path after the root
     std::string_view sentence = {};
     std::span<const std::string> keywords = {};
     std::vector<std::string> values = {};  ///< allowed values, what they do, and the factory value

@@ -22,6 +22,11 @@ constexpr WordMatch oneEditApart{50, MatchRank::similar};
 /// Shorter words are not compared for similarity.
 constexpr std::size_t shortestSimilar = 4;  // in UTF-16 code units
 
+std::size_t numberOfStart(char first, char second)
+{
+    return 256U * static_cast<unsigned char>(first) + static_cast<unsigned char>(second);
+}
+
 WordMatch prefix(std::string_view prefix, std::string_view word)
 {
     const std::size_t share = 40 * core::characterCount(prefix) / core::characterCount(word);
@@ -62,17 +67,24 @@ WantedWord::WantedWord(std::string word, std::vector<std::string> neighbours, co
             synonyms_.merge(stems);
         }
     }
-    const auto mark = [this](std::string_view start) {
-        firstBytes_.set(static_cast<unsigned char>(start.front()));
-    };
-    mark(word_);
-    std::ranges::for_each(neighbours_, mark);
-    std::ranges::for_each(synonyms_, mark);
+    markStart(word_);
+    std::ranges::for_each(neighbours_, [this](std::string_view start) { markStart(start); });
+    std::ranges::for_each(synonyms_, [this](std::string_view start) { markStart(start); });
+}
+
+void WantedWord::markStart(std::string_view start)
+{
+    for (std::size_t second = 0; second < 256; ++second) {
+        if (start.size() < 2 || second == static_cast<unsigned char>(start[1])) {
+            starts_.set(numberOfStart(start.front(), static_cast<char>(second)));
+        }
+    }
 }
 
 WordMatch WantedWord::match(std::string_view word) const
 {
-    if (!firstBytes_.test(static_cast<unsigned char>(word.front()))) {  // most words
+    // A stem begins as its word does, so that most words can be told by their first letters.
+    if (!starts_.test(numberOfStart(word.front(), word.size() < 2 ? '\0' : word[1]))) {
         return {};
     }
     if (word == word_) {

@@ -32,12 +32,14 @@ public:
     [[nodiscard]] WordMatch matchSimilar(std::string_view word) const;
 
 private:
+    void markStart(std::string_view start);
+
     std::string word_;
     std::string stem_;
     std::vector<std::string> neighbours_;
     std::set<std::string, std::less<>> synonyms_;  // stems
     std::u16string characters_;
-    std::bitset<256> firstBytes_;  // of the words that match() accepts
+    std::bitset<0x10000> starts_;  // the first two bytes of words that may match
 };
 
 }  // namespace vx::tool
