@@ -22,10 +22,9 @@ node_packages "$page_tests"
 PAGE_FOLDER=$(mktemp -d)
 export PAGE_FOLDER
 trap 'rm -rf -- "$PAGE_FOLDER"' EXIT
-vxsettings=$project/build/$preset/bin/vxsettings
-cp -- "$page_tests/personal.json" "$PAGE_FOLDER"
-"$vxsettings" export --format json -o "$PAGE_FOLDER/tree.json"
-"$vxsettings" export --format html --factory -o "$PAGE_FOLDER/plain.html"
-"$vxsettings" export --format html -o "$PAGE_FOLDER/modified.html" \
-    --personal "$PAGE_FOLDER/personal.json" --installation "$PAGE_FOLDER/none.json"
-PATH=$project/build/$preset/bin:$PATH node --test "$page_tests/search_test.mjs" "$page_tests/page_test.mjs"
+PATH=$project/build/$preset/bin:$PATH # the tests run the commands that the page writes
+vxsettings export --format json -o "$PAGE_FOLDER/tree.json"
+vxsettings export --format html --factory -o "$PAGE_FOLDER/plain.html"
+vxsettings export --format html -o "$PAGE_FOLDER/modified.html" \
+    --personal "$page_tests/personal.json" --installation "$page_tests/installation.json"
+node --test "$page_tests/search_test.mjs" "$page_tests/page_test.mjs"

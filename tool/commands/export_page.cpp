@@ -16,6 +16,7 @@
 
 #include "catalog/catalog.hpp"
 #include "page/page_files.hpp"
+#include "page_data.hpp"
 #include "render/css_preview.hpp"
 #include "render/effective_value.hpp"
 #include "render/escaping.hpp"
@@ -40,6 +41,7 @@ struct Source
     const std::optional<core::ReleaseName> release;
     core::Layers& layers;
     Catalog& catalog;
+    PageData data;
 };
 
 std::string badge(std::string_view kind, std::string_view text)
@@ -95,6 +97,21 @@ std::string historyHtml(const Source& source, const Node& node)
     return text;
 }
 
+/// Returns a name as HTML that may break before capitals, if it is long.
+std::string nameHtml(std::string_view name)
+{
+    constexpr std::size_t longName = 16;
+    const auto isCapital = [](char c) { return c >= 'A' && c <= 'Z'; };
+    std::string html;
+    char before = 'A';
+    for (const char c : name) {
+        html += name.size() > longName && isCapital(c) && !isCapital(before) ? "<wbr>" : "";
+        html += escapeHtml({&c, 1});
+        before = c;
+    }
+    return html;
+}
+
 struct Row
 {
     std::string attributes;
@@ -108,7 +125,7 @@ Row aliasRow(const Source& source, const Node& node)
     const std::string& target = node.properties().aliasName();
     const bool isResolved = source.tree.find(target) != nullptr;
     const std::string name = "<code>" + escapeHtml(target) + "</code>";
-    return {" data-class=\"alias\" data-constraints=\"none\"", badge("kind", "alias"),
+    return {" data-fixed data-class=\"alias\" data-constraints=\"none\"", badge("kind", "alias"),
             isResolved ? "<a href=\"#" + escapeHtml(target) + "\">" + name + "</a>" : name,
             isResolved ? "alias of that setting" : "alias of a setting that is not in this tree"};
 }
@@ -125,7 +142,9 @@ Row settingRow(const Source& source, const Node& node, const std::string& font)
     row.constraints += "<div class=\"shape\">" +
                        escapeHtml(factory.isAssigned() ? core::formatClassAndSize(factory) : elementClass) +
                        "</div>";
-    if (const auto lock = source.layers.lockOf(node)) {
+    const auto lock = source.layers.lockOf(node);
+    row.attributes += lock || properties.readOnly.value() ? " data-fixed" : "";
+    if (lock) {
         row.badges += badge("access", "locked");
         row.constraints +=
             "<div class=\"history\">locked by <code>" + escapeHtml(lock->file.string()) + "</code></div>";
@@ -141,49 +160,45 @@ Row settingRow(const Source& source, const Node& node, const std::string& font)
     return row;
 }
 
-/// Returns the attributes with the words by which people find a setting.
-std::string textAttributes(const Source& source, const Node& node)
-{
-    const std::string keywords = boost::algorithm::join(source.catalog.entryOf(node).keywords, " ");
-    return " title=\"" + escapeHtml(source.catalog.titleOf(node)) + '"' +
-           (keywords.empty() ? "" : " data-keywords=\"" + escapeHtml(keywords) + '"');
-}
-
+/// Returns the catalog's sentence; empty if there is none.
 std::string sentenceHtml(const Source& source, const Node& node)
 {
     const std::string& sentence = source.catalog.entryOf(node).sentence;
-    return sentence.empty() ? "" : "<div class=\"sentence\">" + escapeHtml(sentence) + "</div>";
+    return sentence.empty() ? "" : "<p class=\"sentence\">" + escapeHtml(sentence) + "</p>";
 }
 
-void writeRow(const Source& source, const Node& node, const std::string& font, Output& out)
+void writeRow(Source& source, const Node& node, const std::string& font, Output& out)
 {
     const std::string path = escapeHtml(node.fullName());
     const bool isHidden = node.isHidden();
     Row row = node.kind() == NodeKind::alias ? aliasRow(source, node) : settingRow(source, node, font);
     out << "<tr id=\"" << path << "\" data-visibility=\"" << (isHidden ? "hidden" : "visible") << '"'
-        << row.attributes << textAttributes(source, node) << "><th scope=\"row\"><a href=\"#" << path << "\">"
-        << escapeHtml(node.name()) << "</a>" << (isHidden ? badge("visibility", "hidden") : "") << row.badges
+        << row.attributes << "><th scope=\"row\"><a href=\"#" << path << "\">" << nameHtml(node.name())
+        << "</a>" << (isHidden ? badge("visibility", "hidden") : "") << row.badges
         << sentenceHtml(source, node) << "</th><td>" << row.value << "</td><td>" << row.constraints
         << historyHtml(source, node) << "</td></tr>\n";
+    source.data.add(node);
 }
 
 /// Writes the settings in a group, then its groups.
-void writeGroup(const Source& source, const Node& group, Output& out)
+void writeGroup(Source& source, const Node& group, Output& out)
 {
     const auto& children = group.children();
     const auto isGroup = [](const Node& child) { return child.kind() == NodeKind::group; };
     if (children.empty() || !std::all_of(children.begin(), children.end(), isGroup)) {
         const std::string path = escapeHtml(group.fullName());
-        out << "<tbody id=\"" << path
-            << "\">\n<tr class=\"group\"><th scope=\"rowgroup\" colspan=\"3\"><a href=\"#" << path << "\">"
-            << path << "</a>" << (group.isHidden() ? badge("visibility", "hidden") : "") << "</th></tr>\n";
+        out << "<section id=\"" << path << "\">\n<div class=\"heading\"><h2><a href=\"#" << path << "\">"
+            << path << "</a></h2>" << (group.isHidden() ? badge("visibility", "hidden") : "")
+            << sentenceHtml(source, group) << "</div>\n<table aria-label=\"" << path << "\">\n"
+            << "<thead><tr><th scope=\"col\">Setting</th><th scope=\"col\">Value</th>"
+            << "<th scope=\"col\">Accepts</th></tr></thead>\n<tbody>\n";
         const std::string font = cssFont(group);
         for (const Node& child : children) {
             if (!isGroup(child)) {
                 writeRow(source, child, child.name() == "Name" ? font : "", out);
             }
         }
-        out << "</tbody>\n";
+        out << "</tbody></table></section>\n";
     }
     for (const Node& child : children) {
         if (isGroup(child)) {
@@ -224,15 +239,21 @@ void fill(std::string_view document, const std::map<std::string_view, std::funct
 void exportPage(const Session& session, core::Layers& layers, Output& out)
 {
     Catalog catalog(session.tree());
-    const Source source{session.tree(), core::ReleaseHistory(session.releaseChanges()),
-                        session.publishedRelease(), layers, catalog};
+    Source source{session.tree(),
+                  core::ReleaseHistory(session.releaseChanges()),
+                  session.publishedRelease(),
+                  layers,
+                  catalog,
+                  PageData(layers, catalog)};
     const Node& root = *source.tree.root();
     fill(page::document,
          {{"root", [&] { out << escapeHtml(root.fullName()); }},
           {"summary", [&] { out << escapeHtml(summary(source)); }},
           {"style", [&] { out << Exact{page::style}; }},
-          {"script", [&] { out << Exact{page::script}; }},
-          {"rows", [&] { writeGroup(source, root, out); }}},
+          {"scripts", [&] { std::ranges::for_each(page::scripts, [&](auto part) { out << Exact{part}; }); }},
+          {"scriptHash", [&] { out << page::scriptHash; }},
+          {"rows", [&] { writeGroup(source, root, out); }},
+          {"data", [&] { out << Exact{source.data.text(session)}; }}},
          out);
 }
 

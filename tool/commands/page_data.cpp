@@ -1,0 +1,205 @@
+#include "page_data.hpp"
+
+#include <review/json.hpp>
+#include <settings_core/releases/release_history.hpp>
+#include <settings_core/releases/release_name.hpp>
+#include <settings_core/tree/secret_settings.hpp>
+#include <settings_core/values/value_parsing.hpp>
+
+#include <foundation/verdixdata/text.hpp>
+
+#include <boost/algorithm/string/replace.hpp>
+#include <boost/json/serialize.hpp>
+
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+#include <variant>
+
+#include "render/node_labels.hpp"
+
+namespace vx::tool {
+
+namespace {
+
+namespace json = boost::json;
+using core::Constraint;
+using core::Node;
+using core::NodeKind;
+
+json::array stringsJson(const std::vector<std::u16string_view>& strings)
+{
+    json::array converted;
+    for (const std::u16string_view string : strings) {
+        converted.emplace_back(foundation::verdixdata::toUtf8(string));
+    }
+    return converted;
+}
+
+template <class Value>
+void addIf(bool isPresent, json::object& object, std::string_view name, Value&& value)
+{
+    if (isPresent) {
+        object.emplace(name, std::forward<Value>(value));
+    }
+}
+
+/// Whether a function outside the settings core decides about values, or about what is said of them.
+bool needsProgram(const Node::Properties& properties)
+{
+    using ::settings::core::MValidator;
+    return properties.errorHandler || !(std::holds_alternative<std::monostate>(properties.validator) ||
+                                        std::holds_alternative<MValidator>(properties.validator));
+}
+
+void addSize(json::object& object, const Constraint& constraint)
+{
+    const auto& [rows, columns] = constraint.size;
+    addIf(rows.has_value(), object, "rows", rows.value_or(0));
+    addIf(columns.has_value(), object, "columns", columns.value_or(0));
+    addIf(constraint.hasFactorySize, object, "hasFactorySize", true);
+    constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
+    addIf(constraint.maximumLength != noLimit, object, "length", constraint.maximumLength);
+}
+
+/// Returns the constraint with those members only that limit something.
+json::object constraintJson(const Node::Properties& properties)
+{
+    using ::settings::core::SettingValueValidator;
+    const Constraint constraint = core::constraintOf(properties);
+    json::object object{{"text", core::describeConstraint(properties)}};
+    addIf(constraint.elementClass.has_value(), object, "class",
+          className(constraint.elementClass.value_or(foundation::verdixdata::ArrayType::UNKNOWN)));
+    addSize(object, constraint);
+    const auto& [lower, upper] = constraint.range;
+    addIf(std::isfinite(lower), object, "lower", lower);
+    addIf(std::isfinite(upper), object, "upper", upper);
+    addIf(constraint.isWhole, object, "isWhole", true);
+    if (constraint.allowedStrings) {
+        object.emplace("allowed", stringsJson(*constraint.allowedStrings));
+    }
+    addIf(constraint.rejectsMissing, object, "rejectsMissing", true);
+    if (constraint.colour) {
+        const bool isNormalised = constraint.colour == SettingValueValidator::Colour::normalised;
+        object.emplace("colour", isNormalised ? "normalised" : "wholeNumbers");
+        object.emplace("names", stringsJson(constraint.colourNames));
+    }
+    addIf(!constraint.isSatisfiable(), object, "acceptsNothing", true);
+    addIf(needsProgram(properties), object, "needsProgram", true);
+    return object;
+}
+
+/// Adds the value as the text that settings files have, unless they cannot hold it.
+void addValue(json::object& object, std::string_view name, const Node& setting,
+              const foundation::verdixdata::Array& value)
+{
+    if (!value.isAssigned()) {
+        return;
+    }
+    try {
+        object.emplace(name, core::valueToJson(value, core::constraintOf(setting.properties())));
+    } catch (const std::invalid_argument&) {
+        return;
+    }
+}
+
+/// Adds the values that files set; null in place of a secret.
+void addOverrides(json::object& object, const Node& setting, core::Layers& layers)
+{
+    if (!layers.hasOverride(setting)) {
+        return;
+    }
+    for (const core::LayerValue& value : layers.valuesOf(setting)) {
+        if (value.origin == core::Origin::factory || !value.isValid()) {
+            continue;
+        }
+        const std::string_view name = core::originName(value.origin);
+        object.erase(name);  // of several installation files, the last one applies
+        if (core::isSecret(setting.fullName())) {
+            object.emplace(name, nullptr);
+        } else {
+            addValue(object, name, setting, value.value);
+        }
+    }
+}
+
+json::object releaseChangesJson(const Session& session)
+{
+    const core::ReleaseHistory history(session.releaseChanges());
+    json::object changes;
+    for (const auto& [index, set] : session.releaseChanges()) {
+        for (const auto& change : set.changes) {
+            const std::string& from = change.from().front();
+            if (session.tree().find(from) == nullptr) {
+                const auto steps = history.changesFrom(from);
+                changes.insert_or_assign(
+                    from, json::object{{"to", steps.empty() ? "" : std::string(steps.back().to)},
+                                       {"text", core::describeSteps(steps)}});
+            }
+        }
+    }
+    return changes;
+}
+
+}  // namespace
+
+std::size_t PageData::indexOf(const Node& setting)
+{
+    json::object constraint = constraintJson(setting.properties());
+    const auto [found, isNew] = indexes_.try_emplace(json::serialize(constraint), constraints_.size());
+    if (isNew) {
+        constraints_.push_back(std::move(constraint));
+    }
+    return found->second;
+}
+
+void PageData::add(const Node& node)
+{
+    const auto& entry = catalog_.entryOf(node);
+    json::object object{{"title", catalog_.titleOf(node)}};
+    addIf(!entry.keywords.empty(), object, "keywords",
+          json::array(entry.keywords.begin(), entry.keywords.end()));
+    if (!entry.values.empty()) {
+        json::object phrases;
+        for (const auto& [value, phrase] : entry.values) {
+            phrases.emplace(value, phrase);
+        }
+        object.emplace("phrases", std::move(phrases));
+    }
+    if (node.kind() == NodeKind::alias) {
+        object.emplace("alias", node.properties().aliasName());
+    } else {
+        object.emplace("constraint", indexOf(node));
+        addValue(object, "factory", node, node.properties().factoryValue);
+        addOverrides(object, node, layers_);
+        addIf(core::isSecret(node.fullName()), object, "isSecret", true);
+        addIf(node.properties().readOnly.value(), object, "isReadOnly", true);
+        if (const auto lock = layers_.lockOf(node)) {
+            object.emplace("lock", lock->file.string());
+        }
+    }
+    nodes_.push_back(std::move(object));
+}
+
+std::string PageData::text(const Session& session) const
+{
+    json::array synonyms;
+    for (const auto& words : catalog_.synonyms()) {
+        synonyms.push_back(json::array(words.begin(), words.end()));
+    }
+    const auto release = session.publishedRelease();
+    const json::object data{{"release", release ? core::formatReleaseName(*release) : ""},
+                            {"changes", releaseChangesJson(session)},
+                            {"synonyms", std::move(synonyms)},
+                            {"constraints", constraints_},
+                            {"settings", nodes_}};
+    std::string text;
+    review::appendJson(text, data);
+    boost::algorithm::replace_all(text, "<", "\\u003c");  // in strings only: no end of the element
+    return text;
+}
+
+}  // namespace vx::tool

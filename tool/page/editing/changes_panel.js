@@ -1,0 +1,123 @@
+// The panel with the reader's changes, and what can be done with them.
+
+const panel = byId("changes");
+const changeList = byId("change-list");
+const fileInput = byId("open-file");
+const downloadButton = byId("download");
+const copyCommandsButton = byId("copy-commands");
+let isSaved = true; // whether all changes were downloaded or copied
+
+const fileName = () => opened?.name ?? "settings.json";
+const commandLines = () => [...changes].map(([path, json]) => commandFor(settingsByPath.get(path), json));
+
+function makeChange(setting) {
+    const link = make("a", { href: `#${setting.path}`, textContent: setting.path });
+    const arrow = make("span", { className: "arrow", textContent: " → ", "aria-label": "becomes" , role: "img" });
+    const undo = make("button", { type: "button", textContent: "Undo", "aria-label": `Undo ${setting.path}` });
+    undo.addEventListener("click", () => {
+        const item = undo.closest("li");
+        const next = item.nextElementSibling ?? item.previousElementSibling;
+        const path = next?.querySelector("a").hash;
+        undoChange(setting);
+        (changeList.querySelector(`a[href="${path}"]`) ?? panel.querySelector("h2")).focus();
+    });
+    return make("li", {}, link, undo, make("div", { className: "values" }, ...showValue(setting, valueBefore(setting)), arrow,
+        ...showValue(setting, valueNow(setting))));
+}
+
+function describeFile(ignored) {
+    const count = opened?.values.size ?? 0;
+    byId("file-state").textContent = opened ? `${opened.name}: ${count} ${count === 1 ? "value" : "values"} shown`
+        : "Open your settings file to change it; without it, the download holds only the changes.";
+    byId("ignored").replaceChildren(...ignored.slice(0, 20).map((text) => make("li", { textContent: text })),
+        ...(ignored.length > 20 ? [make("li", { textContent: `and ${ignored.length - 20} more` })] : []));
+    byId("ignored-label").hidden = ignored.length === 0;
+}
+
+function showChanges() {
+    const hasChanges = changes.size > 0;
+    byId("modified-label").hidden = !settings.some(isModified);
+    changeList.replaceChildren(...[...changes.keys()].map((path) => makeChange(settingsByPath.get(path))));
+    byId("no-changes").hidden = hasChanges;
+    byId("change-actions").hidden = !hasChanges;
+    byId("command-list").textContent = commandLines().join("\n");
+    byId("import-note").hidden = opened !== null;
+    downloadButton.textContent = `Download ${fileName()}`;
+    byId("show-changes").textContent = hasChanges ? `Changes (${changes.size})` : "Changes";
+    byId("show-changes").classList.toggle("primary", hasChanges);
+}
+
+/** Called after each change of a value. */
+function onChange(setting) {
+    isSaved = changes.size === 0;
+    showInRow(setting);
+    showChanges();
+}
+
+/** Shows or hides the panel. The row that was last edited or linked to stays in view. */
+function setPanel(isShown) {
+    const row = document.querySelector(".editing, .target");
+    const wasInView = row && row.getBoundingClientRect().top > 0 && row.getBoundingClientRect().top < innerHeight;
+    document.documentElement.classList.toggle("changing", isShown);
+    panel.hidden = !isShown;
+    byId("show-changes").setAttribute("aria-expanded", String(isShown));
+    if (wasInView) {
+        row.scrollIntoView({ block: "nearest" });
+    }
+    (isShown ? panel.querySelector("h2") : byId("show-changes")).focus();
+}
+
+function downloadFile() {
+    const url = URL.createObjectURL(new Blob([editedFile()], { type: "application/json" }));
+    make("a", { href: url, download: fileName() }).click();
+    setTimeout(() => URL.revokeObjectURL(url), 60_000);
+    isSaved = true;
+    announce(`Downloaded ${fileName()}`);
+}
+
+async function copyCommands() {
+    const lines = commandLines();
+    isSaved = (await copyText(`${lines.join("\n")}\n`, `${lines.length} commands`)) || isSaved;
+}
+
+function undoAll() {
+    for (const path of [...changes.keys()]) {
+        undoChange(settingsByPath.get(path));
+    }
+    panel.querySelector("h2").focus();
+}
+
+async function openChosenFile() {
+    const [chosen] = fileInput.files;
+    if (!chosen) {
+        return;
+    }
+    try {
+        const bytes = await chosen.arrayBuffer();
+        const text = new TextDecoder("utf-8", { fatal: true, ignoreBOM: true }).decode(bytes);
+        describeFile(openFile(chosen.name, text));
+        showChanges();
+        applyFilters();
+    } catch (error) {
+        const reason = error instanceof SyntaxError ? `is not valid JSON: ${error.message}`
+            : error instanceof TypeError ? "is not valid UTF-8" : error.message;
+        showNotice(`${chosen.name}: ${reason}. It was not opened; nothing is changed.`);
+    }
+    fileInput.value = "";
+}
+
+function startPanel() {
+    byId("show-changes").addEventListener("click", () => setPanel(panel.hidden));
+    byId("close-changes").addEventListener("click", () => setPanel(false));
+    fileInput.addEventListener("change", openChosenFile);
+    downloadButton.addEventListener("click", downloadFile);
+    copyCommandsButton.addEventListener("click", copyCommands);
+    byId("undo-all").addEventListener("click", undoAll);
+    addEventListener("beforeunload", (event) => {
+        if (!isSaved) {
+            event.preventDefault();
+        }
+    });
+    describeFile([]);
+    showChanges();
+}

@@ -1,0 +1,108 @@
+// The effective value of each setting: as exported, with the file that was opened, and with the reader's changes.
+
+/** The settings file that the reader opened: {name, file, values}, the accepted values by path. */
+let opened = null;
+
+/** What the reader changed: a value as JSON, or null to remove the one of the file, by path. */
+const changes = new Map();
+
+/** Returns the personal value as JSON; undefined without one, null if it is a secret that the page does not have. */
+const personalValue = (setting) => (opened && !setting.lock ? opened.values.get(setting.path) : setting.personal);
+
+const valueBeneath = ({ installation, factory }) => (installation === undefined ? factory : installation);
+
+function valueBefore(setting) {
+    const personal = personalValue(setting);
+    return personal === undefined ? valueBeneath(setting) : personal;
+}
+
+function valueNow(setting) {
+    const change = changes.get(setting.path);
+    return change === undefined ? valueBefore(setting) : change === null ? valueBeneath(setting) : change;
+}
+
+function originOf(setting) {
+    return changes.has(setting.path) ? "changed" : personalValue(setting) !== undefined ? "personal"
+        : setting.installation !== undefined ? "installation" : "factory";
+}
+
+/** Whether the effective value is another one than the factory value. */
+const isModified = (setting) => originOf(setting) !== "factory" && valueNow(setting) !== setting.factory;
+
+/** Changes a setting to a value as JSON; back to the value before if it is that. */
+function changeValue(setting, json) {
+    if (json === valueBefore(setting)) {
+        changes.delete(setting.path);
+    } else {
+        changes.set(setting.path, json);
+    }
+    onChange(setting);
+}
+
+/** Removes the personal value of a setting. */
+function removeValue(setting) {
+    if (personalValue(setting) === undefined) {
+        changes.delete(setting.path);
+    } else {
+        changes.set(setting.path, null);
+    }
+    onChange(setting);
+}
+
+/** Puts back an earlier change; none if it is undefined. */
+function restoreChange(setting, change) {
+    if (change === undefined) {
+        changes.delete(setting.path);
+    } else {
+        changes.set(setting.path, change);
+    }
+    onChange(setting);
+}
+
+const undoChange = (setting) => restoreChange(setting, undefined);
+
+/** Returns the values of a settings file that the settings accept, by path, and what is wrong with the others. */
+function acceptedValues(file) {
+    const values = new Map();
+    const ignored = [];
+    for (const { name: path, value } of file.values?.members ?? []) {
+        const setting = settingsByPath.get(path);
+        const isEditable = setting && !setting.lockedReason;
+        const checked = isEditable ? checkValue(value.text, setting.constraint, setting.isSecret) : {};
+        values.delete(path); // of duplicates, the last one applies
+        if (checked.value) {
+            values.set(path, formatJson(checked.value, setting.constraint));
+        } else {
+            ignored.push(`${path}: ${checked.message ?? (setting ? setting.lockedReason : unknownPath(path))}`);
+        }
+    }
+    return { values, ignored };
+}
+
+/** Takes over the values of a settings file. Returns what is wrong with those that are ignored. */
+function openFile(name, text) {
+    const file = readSettingsFile(text);
+    const { values, ignored } = acceptedValues(file);
+    const concerned = settings.filter((setting) => personalValue(setting) !== undefined || values.has(setting.path));
+    opened = { name, file, values };
+    for (const setting of concerned) {
+        dropIneffectiveChange(setting);
+        showInRow(setting);
+    }
+    return ignored;
+}
+
+function unknownPath(path) {
+    const change = changeOf(path);
+    return change ? `${change.text}: run vxsettings migrate` : "is not a setting";
+}
+
+function dropIneffectiveChange(setting) {
+    const change = changes.get(setting.path);
+    if (change === valueBefore(setting) || (change === null && personalValue(setting) === undefined)) {
+        changes.delete(setting.path);
+    }
+}
+
+/** Returns the settings file with the changes: the opened one, or a new one. */
+const editedFile = () => editSettingsFile(opened?.file ?? readSettingsFile(""), changes);

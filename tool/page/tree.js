@@ -1,0 +1,134 @@
+// The tree of groups beside the settings.
+
+function makeItem(group, depth) {
+    const item = document.createElement("li");
+    item.setAttribute("role", "treeitem");
+    item.setAttribute("aria-selected", "false");
+    item.setAttribute("aria-level", depth + 1);
+    item.tabIndex = -1;
+    item.dataset.path = group.path;
+    const part = (className, text) => {
+        const element = document.createElement("span");
+        element.className = className;
+        element.textContent = text;
+        return element;
+    };
+    const label = part("label", "");
+    label.style.setProperty("--depth", depth);
+    group.number = part("count", "");
+    label.append(part("twist", group.children.length ? "›" : ""), part("text", group.name), group.number);
+    item.append(label);
+    group.item = item;
+    if (group.children.length) {
+        const list = document.createElement("ul");
+        list.setAttribute("role", "group");
+        list.append(...group.children.map((child) => makeItem(child, depth + 1)));
+        item.append(list);
+        item.setAttribute("aria-expanded", String(depth === 0));
+    }
+    return item;
+}
+
+const isOpen = (item) => item.getAttribute("aria-expanded") === "true";
+const isClosed = (item) => item.getAttribute("aria-expanded") === "false";
+const setOpen = (item, open) => item.setAttribute("aria-expanded", String(open));
+const above = (item) => item.parentElement.closest("[role=treeitem]");
+const reachable = () => [...byId("tree").querySelectorAll("li")].filter((item) => item.offsetParent !== null);
+
+function focusItem(item) {
+    byId("tree").querySelector('li[tabindex="0"]')?.setAttribute("tabindex", "-1");
+    item.tabIndex = 0;
+    item.focus({ preventScroll: false });
+}
+
+/** Selects the tree item of a group, or the innermost visible item above it if it is in a closed one. */
+function select(group) {
+    let item = group.item;
+    for (let over = above(item); over; over = above(over)) {
+        item = isClosed(over) ? over : item;
+    }
+    const before = byId("tree").querySelector('[aria-selected="true"]');
+    if (before !== item) {
+        before?.setAttribute("aria-selected", "false");
+        item.setAttribute("aria-selected", "true");
+        item.firstChild.scrollIntoView({ block: "nearest" });
+    }
+}
+
+function step(item, by) {
+    const items = reachable();
+    return items[items.indexOf(item) + by];
+}
+
+function startingWith(item, letter) {
+    const items = reachable();
+    const at = items.indexOf(item) + 1;
+    return [...items.slice(at), ...items.slice(0, at)].find((other) =>
+        groups.get(other.dataset.path).name.toLowerCase().startsWith(letter));
+}
+
+function openOrEnter(item) {
+    if (isClosed(item)) {
+        setOpen(item, true);
+        return null;
+    }
+    return isOpen(item) ? step(item, 1) : null;
+}
+
+function closeOrLeave(item) {
+    if (isOpen(item)) {
+        setOpen(item, false);
+        return null;
+    }
+    return above(item);
+}
+
+const treeKeys = {
+    ArrowDown: (item) => step(item, 1),
+    ArrowUp: (item) => step(item, -1),
+    ArrowRight: openOrEnter,
+    ArrowLeft: closeOrLeave,
+    Home: () => reachable()[0],
+    End: () => reachable().at(-1),
+    Enter: (item) => goToGroup(item.dataset.path),
+    " ": (item) => goToGroup(item.dataset.path),
+};
+
+function onTreeKey(event) {
+    if (event.ctrlKey || event.altKey || event.metaKey) {
+        return;
+    }
+    const isLetter = event.key.length === 1 && event.key !== " " && event.key !== "/";
+    const move = treeKeys[event.key] ?? (isLetter && ((item) => startingWith(item, event.key.toLowerCase())));
+    if (move) {
+        event.preventDefault();
+        const next = move(event.target);
+        if (next) {
+            focusItem(next);
+        }
+    }
+}
+
+function onTreeClick(event) {
+    const item = event.target.closest("li");
+    if (!item) {
+        return;
+    }
+    focusItem(item);
+    if (event.target.className === "twist" && item.hasAttribute("aria-expanded")) {
+        setOpen(item, isClosed(item));
+    } else {
+        goToGroup(item.dataset.path);
+    }
+}
+
+function buildTree() {
+    const list = document.createElement("ul");
+    list.setAttribute("role", "tree");
+    list.setAttribute("aria-label", "Groups");
+    list.append(...[...groups.values()].filter((group) => !group.parent).map((group) => makeItem(group, 0)));
+    list.querySelector("li").tabIndex = 0;
+    list.addEventListener("keydown", onTreeKey);
+    list.addEventListener("click", onTreeClick);
+    byId("tree").append(list);
+}

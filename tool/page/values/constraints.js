@@ -1,0 +1,111 @@
+// Why a setting refuses a value, in the words of `vxsettings check`.
+
+const shownWidth = 60; // characters of a value
+
+function isInRange(number, { lower = -Infinity, upper = Infinity }) {
+    return (lower === -Infinity && upper === Infinity) || (number >= lower && number <= upper);
+}
+
+function lengthOf(value) {
+    return value.class === "char" || (value.class === "string" && value.elements.length === 1)
+        ? (value.elements[0]?.length ?? 0) : value.elements.length;
+}
+
+function satisfiesElements(value, constraint) {
+    return value.elements.every((element) => {
+        if (typeof element === "number" || typeof element === "bigint") {
+            return isInRange(element, constraint) &&
+                (!constraint.isWhole || typeof element === "bigint" || Number.isInteger(element));
+        }
+        return (!constraint.allowed || constraint.allowed.includes(element)) &&
+            !(constraint.rejectsMissing && element === null);
+    });
+}
+
+function hasSize(value, { rows, columns }) {
+    return (rows === undefined || value.rows === rows) && (columns === undefined || value.columns === columns);
+}
+
+/** Whether a value satisfies the value validators, as far as the constraint tells them from the factory value. */
+function satisfiesValidators(value, constraint) {
+    if (constraint.colour && value.class === "char") {
+        return constraint.names.includes(value.elements[0]);
+    }
+    return (constraint.hasFactorySize || hasSize(value, constraint)) &&
+        lengthOf(value) <= (constraint.length ?? Infinity) && satisfiesElements(value, constraint);
+}
+
+function isAccepted(value, constraint) {
+    const isName = constraint.colour && value.class === "char";
+    return !constraint.acceptsNothing && satisfiesValidators(value, constraint) &&
+        (isName || !constraint.hasFactorySize || hasSize(value, constraint));
+}
+
+/** Describes all constraints, with the numbers that the class has if nothing else limits them. */
+function describeAllowed(constraint) {
+    const limits = integerLimits(constraint.class);
+    const isOpen = constraint.lower === undefined && constraint.upper === undefined;
+    return limits && isOpen && !constraint.colour
+        ? `${constraint.text} from ${limits.least} to ${limits.greatest}` : constraint.text;
+}
+
+const notAllowed = (what, constraint) => `${what} is not allowed: must be ${describeAllowed(constraint)}`;
+
+function describeRejectedValue(value, constraint) {
+    const allowed = constraint.allowed ?? constraint.names ?? [];
+    const string = value.elements.find((element) => typeof element === "string" && !allowed.includes(element));
+    const meant = string === undefined ? "" : didYouMean(suggestStrings(string, allowed));
+    if (meant === "") {
+        return notAllowed(formatValue(value, shownWidth), constraint);
+    }
+    const list = constraint.allowed ? allowed.map((word) => word || '""').join(", ") : describeAllowed(constraint);
+    return `"${truncate(escapeUnprintable(string), shownWidth)}" is not allowed; ${meant} Allowed: ${list}`;
+}
+
+function tryToParse(text, constraint) {
+    try {
+        return parseValue(text, constraint);
+    } catch {
+        return undefined;
+    }
+}
+
+/** Returns what to do about a text that is no value; empty if that is not obvious. */
+function adviceFor(text, constraint, isUnsuitable) {
+    if (text.length > shownWidth) {
+        return "";
+    }
+    if (constraint.rows === 1 && constraint.columns === 1) {
+        const number = text.replaceAll(",", "");
+        return number !== text && tryToParse(number, constraint) ? `write it without commas: ${number}` : "";
+    }
+    const list = tryToParse(`[${text}]`, constraint);
+    if (list && satisfiesValidators(list, constraint)) {
+        return `write it as a list: [${text}]`;
+    }
+    return constraint.colour && isUnsuitable
+        ? `red is ${constraint.colour === "normalised" ? "[1, 0, 0]" : "[255, 0, 0]"}` : "";
+}
+
+function describeRejectedText(text, error, constraint) {
+    const advice = adviceFor(text, constraint, error.isUnsuitable);
+    if (advice || (error.isUnsuitable && constraint.class)) {
+        const what = truncate(escapeUnprintable(text), shownWidth);
+        return notAllowed(what, constraint) + (advice && `; ${advice}`);
+    }
+    return `${error.message}; must be ${describeAllowed(constraint)}`;
+}
+
+/**
+ * Parses a JSON text as the value of a setting. Returns the value, or the reason for which it is refused as `message`.
+ */
+function checkValue(text, constraint, isSecret = false) {
+    const hidden = () => notAllowed("its value, which is not shown,", constraint);
+    try {
+        const value = parseValue(text, constraint);
+        return isAccepted(value, constraint) ? { value }
+            : { message: isSecret ? hidden() : describeRejectedValue(value, constraint) };
+    } catch (error) {
+        return { message: isSecret ? hidden() : describeRejectedText(text, error, constraint) };
+    }
+}

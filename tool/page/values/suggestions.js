@@ -1,0 +1,42 @@
+// Strings that the reader may have meant, by edit distance (optimal string alignment).
+
+const utf8 = (text) => String.fromCharCode(...new TextEncoder().encode(text));
+const lowerAscii = (text) => text.replace(/[A-Z]/g, (letter) => letter.toLowerCase());
+
+function editDistance(from, to) {
+    let [beforePrevious, previous] = [[], Array.from({ length: to.length + 1 }, (_, column) => column)];
+    for (let row = 1; row <= from.length; ++row) {
+        const current = [row];
+        for (let column = 1; column <= to.length; ++column) {
+            let best = Math.min(previous[column] + 1, current[column - 1] + 1,
+                previous[column - 1] + (from[row - 1] === to[column - 1] ? 0 : 1));
+            if (row > 1 && column > 1 && from[row - 1] === to[column - 2] && from[row - 2] === to[column - 1]) {
+                best = Math.min(best, beforePrevious[column - 2] + 1);
+            }
+            current.push(best);
+        }
+        [beforePrevious, previous] = [previous, current];
+    }
+    return previous[to.length];
+}
+
+/** Returns the up to three strings that are most similar to the wanted one. */
+function suggestStrings(wanted, strings) {
+    const from = lowerAscii(utf8(wanted));
+    const allowed = Math.max(1, Math.floor(from.length / 3));
+    if (from.length > 200) {
+        return [];
+    }
+    return strings.map((string) => ({ string, distance: editDistance(from, lowerAscii(utf8(string))) }))
+        .filter(({ distance }) => distance <= allowed)
+        .sort((a, b) => a.distance - b.distance)
+        .slice(0, 3)
+        .map(({ string }) => string);
+}
+
+/** Returns `did you mean "long" or "longG"?`; empty without strings. */
+function didYouMean(strings) {
+    const quoted = strings.map((string) => `"${string}"`);
+    const last = quoted.pop();
+    return last === undefined ? "" : `did you mean ${quoted.join(", ")}${quoted.length ? " or " : ""}${last}?`;
+}
