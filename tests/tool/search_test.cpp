@@ -1,6 +1,5 @@
-#include <gmock/gmock.h>
-
 #include <boost/json/parse.hpp>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <fstream>
@@ -64,6 +63,8 @@ TEST(Search, FindsWordsInOtherFormsAndPlaces)
         {"heap size of the java", "external.interfaces.java.HeapSize", "word"},
         {"firewall", "web.ProxyHost", "keyword"},
         {"recoverable", "DeleteFilesPermanently", "sentence"},
+        {"show the time of execution", "desktop.commandhistory.ShowExecutionTime",
+         "word"},  // hidden, as all good matches
         {"shortEng", "commandwindow.NumericFormat", "value"},
         {"numericfromat", "commandwindow.NumericFormat", "spelled alike"},
         {"pssword", "web.ProxyPassword", "spelled alike"},

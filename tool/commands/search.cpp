@@ -8,8 +8,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -45,7 +43,7 @@ struct SearchOptions
 /// A node that was found.
 struct Result
 {
-    const Node& node;
+    const Node* node;
     MatchRank rank;
     std::string reason;  ///< what the node is, or what it was called
 };
@@ -67,42 +65,31 @@ std::string reasonOf(const Node& node, const SearchEntry& entry, MatchRank rank,
     return entry.sentence.empty() ? catalog.titleOf(node) : std::string(entry.sentence);
 }
 
-/// Returns all entries that match, also weak ones; if there are none, those with similar paths.
+/// Returns the entries that match; if there are none, those with similar paths.
 std::vector<SearchMatch> findMatches(const core::SettingsTree& tree, const std::vector<SearchEntry>& entries,
                                      const Catalog& catalog, const std::string& query)
 {
     std::vector<SearchMatch> matches = rankEntries(entries, catalog.synonyms(), query);
     if (matches.empty()) {
         for (const std::string_view path : core::suggestPaths(query, tree)) {
-            const auto entry = std::ranges::find(entries, path, &SearchEntry::path) - entries.begin();
-            matches.push_back({static_cast<std::size_t>(entry), MatchRank::similar, 0, 0});
+            if (const auto entry = std::ranges::find(entries, path, &SearchEntry::path);
+                entry != entries.end()) {
+                matches.push_back({static_cast<std::size_t>(entry - entries.begin()), MatchRank::similar});
+            }
         }
     }
     return matches;
 }
 
-/// Removes hidden nodes, unless they are asked for or nothing else matches, and matches that are much weaker
-/// than the best one of the rest. Returns the number of hidden nodes that are left out.
-std::size_t leaveOut(std::vector<SearchMatch>& matches, const SearchOptions& options,
-                     const std::function<bool(const SearchMatch&)>& isHidden)
+/// Removes the hidden nodes from the results unless nothing else matches, and returns their number.
+std::size_t leaveOutHidden(std::vector<Result>& results)
 {
-    if (options.onlyHidden) {
-        std::erase_if(matches, std::not_fn(isHidden));
-    }
-    const bool wantsHidden = options.showsHidden || options.onlyHidden;
-    const bool isAllHidden = !matches.empty() && std::ranges::all_of(matches, isHidden);
-    if (isAllHidden && !wantsHidden) {
+    const auto isHidden = [](const Result& result) { return result.node->isHidden(); };
+    if (std::ranges::all_of(results, isHidden)) {
         printHint("everything that matches is hidden");
+        return 0;
     }
-    const auto isLeftOut = [&](const SearchMatch& match) {
-        return !wantsHidden && !isAllHidden && isHidden(match);
-    };
-    std::uint64_t best = 0;
-    for (const SearchMatch& match : matches) {
-        best = isLeftOut(match) ? best : std::max(best, match.score);
-    }
-    std::erase_if(matches, [best](const SearchMatch& match) { return isWeak(match, best); });
-    return std::erase_if(matches, isLeftOut);
+    return std::erase_if(results, isHidden);
 }
 
 Results find(const Session& session, const SearchOptions& options)
@@ -111,23 +98,24 @@ Results find(const Session& session, const SearchOptions& options)
     if (review::splitWords(query).empty()) {
         throw CommandError(ExitCode::usage, "WORDS: needs letters or digits; see vxsettings search --help");
     }
-    const auto nodes = session.tree().nodes();
-    Catalog catalog(session.tree());
-    const std::vector<SearchEntry> entries = searchEntries(session, catalog);
-    std::vector<SearchMatch> matches = findMatches(session.tree(), entries, catalog, query);
+    const core::SettingsTree& tree = session.tree();
+    Catalog catalog(tree);
+    std::vector<SearchEntry> entries = searchEntries(session, catalog);
+    if (options.onlyHidden) {
+        std::erase_if(entries,
+                      [&tree](const SearchEntry& entry) { return !tree.find(entry.path)->isHidden(); });
+    }
     Results results;
-    results.hiddenLeftOut = leaveOut(
-        matches, options, [&nodes](const SearchMatch& match) { return nodes[match.entry]->isHidden(); });
-    for (const SearchMatch& match : matches) {
-        const Node& node = *nodes[match.entry];
-        results.shown.push_back(
-            {node, match.rank, reasonOf(node, entries[match.entry], match.rank, catalog)});
+    for (const auto& [index, rank] : findMatches(tree, entries, catalog, query)) {
+        const Node* node = tree.find(entries[index].path);
+        results.shown.push_back({node, rank, reasonOf(*node, entries[index], rank, catalog)});
     }
     if (results.shown.empty()) {
         throw CommandError(ExitCode::failed,
                            std::string(options.onlyHidden ? "nothing hidden" : "nothing") + " matches " +
                                query + "; try other words, or list all paths with: vxsettings list");
     }
+    results.hiddenLeftOut = options.showsHidden || options.onlyHidden ? 0 : leaveOutHidden(results.shown);
     return results;
 }
 
@@ -138,9 +126,9 @@ void writeDocument(const Results& results, core::Layers& layers, Output& out)
     boost::json::array list;
     for (const auto& [node, rank, reason] : results.shown) {
         boost::json::object match{
-            {"path", node.fullName()}, {"node", kindLabel(node.kind())}, {"rank", rankName(rank)}};
-        if (node.kind() == core::NodeKind::setting) {
-            addLayerValue(match, shownEffective(layers, node));
+            {"path", node->fullName()}, {"node", kindLabel(node->kind())}, {"rank", rankName(rank)}};
+        if (node->kind() == core::NodeKind::setting) {
+            addLayerValue(match, shownEffective(layers, *node));
         }
         list.push_back(std::move(match));
     }
@@ -152,11 +140,11 @@ void writeText(const Results& results, core::Layers& layers, Output& out)
     constexpr std::string_view indent = "    ";
     const std::size_t lineWidth = out.lineWidth().value_or(defaultLineWidth);
     for (const auto& [node, rank, reason] : results.shown) {
-        out << out.styled(Style::group, node.fullName());
-        if (node.kind() == core::NodeKind::setting) {
-            const core::LayerValue value = shownEffective(layers, node);
+        out << out.styled(Style::group, node->fullName());
+        if (node->kind() == core::NodeKind::setting) {
+            const core::LayerValue value = shownEffective(layers, *node);
             const std::string mark = originMark(value).empty() ? "" : "  " + std::string(originMark(value));
-            const std::size_t taken = node.fullName().size() + 2 + mark.size();
+            const std::size_t taken = node->fullName().size() + 2 + mark.size();
             const std::size_t width = std::max(lineWidth, taken + shortestValueWidth) - taken;
             out << "  " << out.styled(Style::value, valueOnOneLine(value, width))
                 << out.styled(Style::note, mark);

@@ -9,6 +9,7 @@
 #include <array>
 #include <cmath>
 #include <iterator>
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
@@ -261,6 +262,13 @@ public:
 private:
     using Scores = std::vector<WordScore>;  // by entry
 
+    struct Candidate
+    {
+        SearchMatch match;
+        int exactness = 0;  ///< 2 if the query is the path; 1 for name, title or an old path
+        std::uint64_t score = 0;
+    };
+
     /// Returns the words of the query without fillers and duplicates.
     std::vector<std::string> meantWords() const
     {
@@ -349,53 +357,68 @@ private:
                                    : static_cast<std::uint64_t>(std::floor(100 * std::log(1 + share) + 0.5));
     }
 
+    /// Returns the score of an entry that matches any of the words.
+    std::optional<Candidate> candidateOf(std::size_t entry, const std::vector<Scores>& scores,
+                                         const std::vector<std::uint64_t>& rarities) const
+    {
+        Candidate candidate{{entry, MatchRank::exact}};
+        std::uint64_t share = 0;  // of the query
+        std::uint64_t most = 0;   // contribution of a word
+        for (std::size_t word = 0; word < scores.size(); ++word) {
+            const WordScore& score = scores[word][entry];
+            const std::uint64_t added = rarities[word] * (2 * score.best + score.sum);
+            candidate.score += added;
+            share += score.sum > 0 ? rarities[word] : 0;
+            candidate.match.rank = added > most ? score.rank : candidate.match.rank;
+            most = std::max(most, added);
+        }
+        candidate.score *= share;
+        markExact(candidate);
+        return candidate.score > 0 ? std::optional(candidate) : std::nullopt;
+    }
+
+    /// Returns the matches, the best first, without weak ones.
     std::vector<SearchMatch> matchesOf(const std::vector<Scores>& scores) const
     {
         std::vector<std::uint64_t> rarities;
         std::ranges::transform(scores, std::back_inserter(rarities),
                                [this](const Scores& ofWord) { return rarityOf(ofWord); });
-        std::vector<SearchMatch> matches;
+        std::vector<Candidate> candidates;
+        std::uint64_t best = 0;
         for (std::size_t entry = 0; entry < entries_.size(); ++entry) {
-            SearchMatch match{entry, MatchRank::exact, 0, 0};
-            std::uint64_t share = 0;  // of the query
-            std::uint64_t most = 0;   // contribution of a word
-            for (std::size_t word = 0; word < scores.size(); ++word) {
-                const WordScore& score = scores[word][entry];
-                const std::uint64_t added = rarities[word] * (2 * score.best + score.sum);
-                match.score += added;
-                share += score.sum > 0 ? rarities[word] : 0;
-                match.rank = added > most ? score.rank : match.rank;
-                most = std::max(most, added);
-            }
-            if (match.score > 0) {
-                match.score *= share;
-                markExact(match);
-                matches.push_back(match);
+            if (const auto candidate = candidateOf(entry, scores, rarities)) {
+                best = std::max(best, candidate->score);
+                candidates.push_back(*candidate);
             }
         }
-        std::ranges::stable_sort(matches, [](const SearchMatch& left, const SearchMatch& right) {
+        std::erase_if(candidates, [best](const Candidate& candidate) {
+            return candidate.exactness == 0 && 3 * candidate.score < best;
+        });
+        std::ranges::stable_sort(candidates, [](const Candidate& left, const Candidate& right) {
             return std::tie(left.exactness, left.score) > std::tie(right.exactness, right.score);
         });
+        std::vector<SearchMatch> matches;
+        std::ranges::transform(candidates, std::back_inserter(matches), &Candidate::match);
         return matches;
     }
 
-    /// Sets rank and exactness of a match that the whole query names.
-    void markExact(SearchMatch& match) const
+    /// Sets rank and exactness of an entry that the whole query names.
+    void markExact(Candidate& candidate) const
     {
-        const SearchEntry& entry = entries_[match.entry];
+        const SearchEntry& entry = entries_[candidate.match.entry];
         const auto isQuery = [this](std::string_view text) { return review::areTogether(text, together_); };
         const auto isPath = [&isQuery](std::string_view path) {
             return isQuery(path) || isQuery(withoutRoot(path));
         };
         if (isPath(entry.path)) {
-            match.rank = MatchRank::exact;
-            match.exactness = 2;
+            candidate.match.rank = MatchRank::exact;
+            candidate.exactness = 2;
         } else if (isQuery(nameOf(entry.path)) || isQuery(entry.titles.back())) {
-            match.rank = MatchRank::exact;
-            match.exactness = 1;
+            candidate.match.rank = MatchRank::exact;
+            candidate.exactness = 1;
         } else if (std::ranges::any_of(entry.oldPaths, isPath)) {
-            match.rank = MatchRank::oldPath;
-            match.exactness = 1;
+            candidate.match.rank = MatchRank::oldPath;
+            candidate.exactness = 1;
         }
     }
 
@@ -418,11 +441,6 @@ std::vector<SearchMatch> rankEntries(const std::vector<SearchEntry>& entries, co
                                      std::string_view query)
 {
     return Query(entries, synonyms, query).run();
-}
-
-bool isWeak(const SearchMatch& match, std::uint64_t best) noexcept
-{
-    return match.exactness == 0 && 3 * match.score < best;
 }
 
 }  // namespace vx::tool

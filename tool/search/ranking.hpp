@@ -49,15 +49,11 @@ struct SearchMatch
 {
     std::size_t entry;  ///< its index
     MatchRank rank;
-    int exactness;  ///< 2 if the query is the path; 1 for name, title or an old path; else 0
-    std::uint64_t score;
 };
 
-/// Returns all entries that match any word of the query, the best first.
+/// Returns the entries that match the query, the best first, without those that match much worse than the
+/// best.
 [[nodiscard]] std::vector<SearchMatch> rankEntries(const std::vector<SearchEntry>& entries,
                                                    const Synonyms& synonyms, std::string_view query);
-
-/// Whether a match is so much weaker than the best score that it is not shown.
-[[nodiscard]] bool isWeak(const SearchMatch& match, std::uint64_t best) noexcept;
 
 }  // namespace vx::tool
