@@ -47,7 +47,7 @@ const drawn = async () => {
 };
 
 const folder = mkdtempSync(join(tmpdir(), "page-bench-"));
-const page10 = process.env.KEEP ?? join(folder, "page.html");
+const page10 = join(folder, "page.html");
 writeFileSync(page10, repeatSettings(readFileSync(file, "utf8")));
 const browser = await chromium.launch({
     executablePath: process.env.CHROMIUM ?? "/usr/bin/chromium",
@@ -75,4 +75,4 @@ for (const [name, path] of [["once", file], ["ten times", page10]]) {
     }
 }
 await browser.close();
-if (!process.env.KEEP) rmSync(folder, { recursive: true });
+rmSync(folder, { recursive: true });

@@ -156,10 +156,23 @@ std::size_t PageData::indexOf(const Node& setting)
     return found->second;
 }
 
+/// Returns the titles of the groups and of the node, as the search command compares them: names where the
+/// catalog has no title.
+std::string PageData::titlesOf(const Node& node)
+{
+    const Node* parent = node.parent();
+    if (parent == nullptr) {
+        return "";
+    }
+    const std::string& title = catalog_.entryOf(node).title;
+    const std::string titles = titlesOf(*parent);
+    return titles + (titles.empty() ? "" : " › ") + (title.empty() ? std::string(node.name()) : title);
+}
+
 void PageData::add(const Node& node)
 {
     const auto& entry = catalog_.entryOf(node);
-    json::object object{{"title", catalog_.titleOf(node)}};
+    json::object object{{"title", titlesOf(node)}};
     addIf(!entry.keywords.empty(), object, "keywords",
           json::array(entry.keywords.begin(), entry.keywords.end()));
     if (!entry.values.empty()) {

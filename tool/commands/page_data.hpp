@@ -7,10 +7,9 @@
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
-#include <cstdint>
+#include <cstddef>
 #include <map>
 #include <string>
-#include <vector>
 
 #include "catalog/catalog.hpp"
 #include "host/session.hpp"
@@ -33,6 +32,7 @@ public:
     [[nodiscard]] std::string text(const Session& session) const;
 
 private:
+    std::string titlesOf(const core::Node& node);
     std::size_t indexOf(const core::Node& setting);
 
     core::Layers& layers_;

@@ -70,5 +70,6 @@ function searchEntries() {
         keywords,
         values: [constraint.allowed ?? constraint.names ?? [], Object.values(phrases), stringsIn(factory)].flat(),
         oldPaths: oldPaths.get(path) ?? [],
+        isSecondary: row.dataset.visibility === "hidden",
     }));
 }

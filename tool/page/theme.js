@@ -31,4 +31,3 @@ function setDrawer(isShown) {
     document.documentElement.classList.toggle("groups", isShown);
     byId("groups").setAttribute("aria-expanded", String(isShown));
 }
-

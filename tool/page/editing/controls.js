@@ -112,7 +112,7 @@ function makeColour({ constraint: { colour, names } }, json) {
 /** Whether the lines of a text field can hold the value: no string in it has a line break or is the only, empty one. */
 function fitsLines(json) {
     const lines = tryToDecode(json ?? "[]");
-    return !lines.some((line) => line.includes("\n")) && !(lines.length === 1 && lines[0] === "");
+    return !lines.some((line) => /[\r\n]/.test(line)) && !(lines.length === 1 && lines[0] === "");
 }
 
 function controlFor({ constraint, isSecret }, json) {
@@ -125,7 +125,8 @@ function controlFor({ constraint, isSecret }, json) {
         return makeColour;
     }
     if (isText) {
-        return allowed ? makeList : makeString;
+        const keepsReturns = !(tryToDecode(json ?? "") ?? "").includes("\r"); // which text fields do not
+        return allowed ? makeList : keepsReturns ? makeString : makeJson;
     }
     if (className === "cell") {
         return fitsLines(json) ? makeLines : makeJson;
