@@ -18,7 +18,8 @@ const files = readdirSync(catalogFolder).filter((file) => file !== "synonyms.jso
 const catalog = Object.assign({}, ...files.map((file) => JSON.parse(read(catalogFolder, file))));
 const moves = tree.releaseChanges.flatMap(({ changes }) => changes).filter(({ operation }) => operation === "move");
 
-const oldPathsOf = (path) => moves.filter(({ to }) => to[0] === path).flatMap(({ from }) => [from[0], ...oldPathsOf(from[0])]);
+const oldPathsOf = (path) =>
+    moves.filter(({ to }) => to[0] === path).flatMap(({ from }) => [from[0], ...oldPathsOf(from[0])]);
 const titlesOf = (path) => {
     const end = path.lastIndexOf(".");
     return end < 0 ? [] : [...titlesOf(path.slice(0, end)), catalog[path]?.title ?? path.slice(end + 1)];
@@ -37,12 +38,14 @@ const search = makeSearch(entries, synonyms);
 const phrases = read(project, "tests/tool/search_phrases.txt").trim().split("\n").map((line) => line.split(" -> "));
 
 test("ranks as the command does", () => {
-    const queries = [...phrases.map(([phrase]) => phrase), "fnot", "numericfromat", "pssword", "softwrap", "e", "wrapl", "the",
-        "verdix.editor", "verdix.commandwindow.EightyColumns", "UTF8", "größe font", "日本語 fnot", "¿show_line-numbers!", "C++"];
+    const queries = [...phrases.map(([phrase]) => phrase), "fnot", "numericfromat", "pssword", "softwrap", "white space",
+        "e", "wrapl", "the", "verdix.editor", "verdix.commandwindow.EightyColumns", "UTF8", "größe font", "日本語 fnot",
+        "¿show_line-numbers!", "C++"];
     for (const query of queries) {
         const result = execFileSync("vxsettings", ["search", "--hidden", "--json", "--", query],
             { encoding: "utf8", env: { ...process.env, LC_ALL: "C" } });
-        assert.deepEqual(search(query).map((index) => entries[index].path), JSON.parse(result).matches.map(({ path }) => path), query);
+        const found = search(query).map((index) => entries[index].path);
+        assert.deepEqual(found, JSON.parse(result).matches.map(({ path }) => path), query);
     }
 });
 
