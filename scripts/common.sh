@@ -71,3 +71,14 @@ node_packages() {
         quietly npm ci --prefix "$1"
     fi
 }
+
+# read_preset [ARGUMENT...]: sets preset to the NAME of --preset NAME, to dev without arguments; refuses others.
+read_preset() {
+    preset=dev
+    if [[ ${1-} == --preset ]]; then
+        preset=${2-}
+        [[ -n $preset ]] || fail "--preset needs a name; cmake --list-presets shows them"
+        shift 2
+    fi
+    (($# == 0)) || fail "unknown argument '$1'; see the head of this file"
+}

@@ -6,13 +6,7 @@
 set -euo pipefail
 source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
 
-preset=dev
-if [[ ${1-} == --preset ]]; then
-    preset=${2-}
-    [[ -n $preset ]] || fail "--preset needs a name; cmake --list-presets shows them"
-    shift 2
-fi
-(($# == 0)) || fail "unknown argument '$1'; see the head of this file"
+read_preset "$@"
 
 "$project/scripts/setup.sh" --ci --quiet
 alone "$preset" build "$preset" vxsettings vx_sample_bundle
