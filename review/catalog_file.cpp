@@ -35,7 +35,7 @@ std::string titleWord(std::string_view word, bool isInside)
     if (isInside && std::ranges::find(smallWords, small) != smallWords.end()) {
         return small;
     }
-    std::string capitals = boost::algorithm::to_upper_copy(std::move(small), std::locale::classic());
+    std::string capitals = boost::algorithm::to_upper_copy(small, std::locale::classic());
     if (std::ranges::find(acronyms, capitals) != acronyms.end()) {
         return capitals;
     }

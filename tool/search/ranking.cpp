@@ -142,28 +142,38 @@ void visitFields(const SearchEntry& entry, Visitor& visitor)
     visitor.endField(oldPathWeight, MatchRank::oldPath);
 }
 
-/// The words of entries.
-class Vocabulary
+/// The words of entries with which some words begin or end.
+class Parts
 {
 public:
-    void word(std::string_view word) { words_.emplace(word); }
-    void endField(std::size_t, MatchRank) {}
+    explicit Parts(std::vector<std::string> wholes) : wholes_(std::move(wholes)) {}
 
-    /// Returns two of the words that a word consists of; else the word.
-    std::vector<std::string> split(const std::string& word) const
+    void word(std::string_view word)
     {
-        for (std::size_t end = word.size(); end > 0; --end) {
-            std::string first = word.substr(0, end);
-            std::string second = word.substr(end);
+        if (std::ranges::any_of(wholes_, [word](const std::string& whole) {
+                return whole.starts_with(word) || whole.ends_with(word);
+            }))
+        {
+            words_.emplace(word);
+        }
+    }
+
+    /// Returns two words of which one of the wholes consists; else the whole.
+    std::vector<std::string> split(const std::string& whole) const
+    {
+        for (std::size_t end = whole.size(); end > 0; --end) {
+            std::string first = whole.substr(0, end);
+            std::string second = whole.substr(end);
             const std::size_t shortest = std::min(core::characterCount(first), core::characterCount(second));
             if (shortest >= shortestPart && words_.contains(first) && words_.contains(second)) {
                 return {std::move(first), std::move(second)};
             }
         }
-        return {word};
+        return {whole};
     }
 
 private:
+    std::vector<std::string> wholes_;
     std::unordered_set<std::string> words_;
 };
 
@@ -183,8 +193,9 @@ class EntryScorer
 public:
     using Match = WordMatch (WantedWord::*)(std::string_view) const;
 
-    EntryScorer(std::span<const WantedWord> words, Match match)
-        : words_(words), match_(match), best_(words.size())
+    /// `parts`, if not null, are shown all words of the entries.
+    EntryScorer(std::span<const WantedWord> words, Match match, Parts* parts)
+        : words_(words), match_(match), parts_(parts), best_(words.size())
     {}
 
     /// Returns a score for each word; valid until the next call.
@@ -198,6 +209,9 @@ public:
 
     void word(std::string_view word)
     {
+        if (parts_ != nullptr) {
+            parts_->word(word);
+        }
         for (std::size_t index = 0; index < words_.size(); ++index) {
             const WordMatch match = (words_[index].*match_)(word);
             if (match.quality > best_[index].quality) {
@@ -225,6 +239,7 @@ public:
 private:
     std::span<const WantedWord> words_;
     Match match_;
+    Parts* parts_;
     std::vector<WordMatch> best_;  // in the field, by word
     std::vector<WordScore> scores_;
     bool isSecondary_ = false;
@@ -247,13 +262,17 @@ public:
     {
         std::vector<std::string> words = meantWords();
         auto scores = scoresOf(words);
-        if (splitUnmatched(words, scores)) {
-            scores = scoresOf(words);
-        }
-        for (std::size_t index = 0; index < words.size(); ++index) {
-            if (isUnmatched(scores[index])) {
-                scores[index] =
-                    std::move(score({WantedWord(words[index], {}, {})}, &WantedWord::matchSimilar)[0]);
+        const std::vector<std::string> unmatched = unmatchedOf(words, scores);
+        if (!unmatched.empty()) {
+            Parts parts(unmatched);
+            const auto similar = similarScoresOf(unmatched, &parts);
+            if (split(words, unmatched, parts)) {
+                scores = scoresOf(words);
+            }
+            for (const std::string& word : unmatchedOf(words, scores)) {
+                const auto known = std::ranges::find(unmatched, word);
+                scores[indexOf(words, word)] = known == unmatched.end() ? similarScoresOf({word}).front()
+                                                                        : similar[indexOf(unmatched, word)];
             }
         }
         return matchesOf(scores);
@@ -288,11 +307,18 @@ private:
         return words;
     }
 
-    /// Returns the scores of the entries for each of some words.
-    std::vector<Scores> score(const std::vector<WantedWord>& words, EntryScorer::Match match) const
+    static std::size_t indexOf(const std::vector<std::string>& words, const std::string& word)
+    {
+        return static_cast<std::size_t>(std::ranges::find(words, word) - words.begin());
+    }
+
+    /// Returns the scores of the entries for each of some words, and shows all words of the entries to the
+    /// parts.
+    std::vector<Scores> score(const std::vector<WantedWord>& words, EntryScorer::Match match,
+                              Parts* parts = nullptr) const
     {
         std::vector<Scores> scores(words.size(), Scores(entries_.size()));
-        EntryScorer scorer(words, match);
+        EntryScorer scorer(words, match, parts);
         for (std::size_t entry = 0; entry < entries_.size(); ++entry) {
             const std::vector<WordScore>& ofEntry = scorer.score(entries_[entry]);
             for (std::size_t index = 0; index < words.size(); ++index) {
@@ -300,6 +326,16 @@ private:
             }
         }
         return scores;
+    }
+
+    /// Returns the scores of the entries for words that may be misspelt.
+    std::vector<Scores> similarScoresOf(const std::vector<std::string>& words, Parts* parts = nullptr) const
+    {
+        std::vector<WantedWord> wanted;
+        for (const std::string& word : words) {
+            wanted.emplace_back(word, std::vector<std::string>(), Synonyms());
+        }
+        return score(wanted, &WantedWord::matchSimilar, parts);
     }
 
     /// Returns the scores of the entries for the words of a query.
@@ -327,26 +363,30 @@ private:
 
     static bool isUnmatched(const Scores& scores) { return matchesIn(scores) == 0; }
 
-    /// Replaces words without a match that consist of two words of the entries. Returns whether there are
-    /// any.
-    bool splitUnmatched(std::vector<std::string>& words, const std::vector<Scores>& scores) const
+    static std::vector<std::string> unmatchedOf(const std::vector<std::string>& words,
+                                                const std::vector<Scores>& scores)
     {
-        if (std::ranges::none_of(scores, isUnmatched)) {
-            return false;
-        }
-        Vocabulary vocabulary;
-        for (const SearchEntry& entry : entries_) {
-            visitFields(entry, vocabulary);
-        }
-        std::vector<std::string> parts;
+        std::vector<std::string> unmatched;
         for (std::size_t index = 0; index < words.size(); ++index) {
-            const bool hasMatch = !isUnmatched(scores[index]);
-            std::ranges::move(hasMatch ? std::vector{words[index]} : vocabulary.split(words[index]),
-                              std::back_inserter(parts));
+            if (isUnmatched(scores[index])) {
+                unmatched.push_back(words[index]);
+            }
         }
-        const bool hasSplit = parts.size() > words.size();
-        words = std::move(parts);
-        return hasSplit;
+        return unmatched;
+    }
+
+    /// Replaces unmatched words of the query that consist of two words of the entries. Returns whether there
+    /// are any.
+    static bool split(std::vector<std::string>& words, const std::vector<std::string>& unmatched,
+                      const Parts& parts)
+    {
+        std::vector<std::string> result;
+        for (const std::string& word : words) {
+            const bool hasMatch = std::ranges::find(unmatched, word) == unmatched.end();
+            std::ranges::move(hasMatch ? std::vector{word} : parts.split(word), std::back_inserter(result));
+        }
+        words.swap(result);
+        return words.size() > result.size();
     }
 
     /// Returns how rare the matches of a word are: 100 ln(1 + entries / matches), 0 without matches.

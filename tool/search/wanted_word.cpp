@@ -108,7 +108,10 @@ WordMatch WantedWord::matchSimilar(std::string_view word) const
     if (word.find(word_) != std::string_view::npos) {
         return containing;
     }
-    return areOneEditApart(characters_, foundation::verdixdata::toUtf16(word)) ? oneEditApart : WordMatch();
+    // One edit leaves the beginning or the end of so long a word, so that most words can be told by them.
+    const bool sharesEnd = word.front() == word_.front() || word.back() == word_.back();
+    return sharesEnd && areOneEditApart(characters_, foundation::verdixdata::toUtf16(word)) ? oneEditApart
+                                                                                            : WordMatch();
 }
 
 }  // namespace vx::tool
