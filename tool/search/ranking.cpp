@@ -332,6 +332,7 @@ private:
     std::vector<Scores> similarScoresOf(const std::vector<std::string>& words, Parts* parts = nullptr) const
     {
         std::vector<WantedWord> wanted;
+        wanted.reserve(words.size());
         for (const std::string& word : words) {
             wanted.emplace_back(word, std::vector<std::string>(), Synonyms());
         }
