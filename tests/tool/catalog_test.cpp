@@ -76,6 +76,10 @@ TEST_F(Catalog, ADamagedFileIsIgnoredWithAHint)
                 HasSubstr("catalog/en/web.json:2:37: expected a string; the file is ignored\n"));
     EXPECT_THAT(run({"describe", "editor"}).errors, IsEmpty());
     EXPECT_THAT(run({"list", "web.*"}).errors, IsEmpty());
+    const auto doctor = run({"doctor"}, "LC_ALL=de_DE.UTF-8");
+    EXPECT_EQ(doctor.exitCode, 1);
+    EXPECT_THAT(doctor.output, AllOf(HasSubstr("language de     no translation\n"),
+                                     HasSubstr("catalog/en/web.json:2:37"), Not(HasSubstr("editor.json"))));
 }
 
 TEST_F(Catalog, FeedsSchemaPageTableAndCompletion)

@@ -6,7 +6,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
-#include <new>
+#include <optional>
+#include <set>
 #include <stdexcept>
 #include <utility>
 
@@ -51,26 +52,28 @@ std::vector<std::string> messageLanguages()
     return languages;
 }
 
-/// Returns what `parse` makes of a file of the catalog; nothing if it does not exist, or if it is damaged,
-/// which is hinted at.
+/// Returns what `parse` makes of a file of the catalog; nothing if it does not exist. Throws
+/// std::runtime_error, with the place, if it is damaged or cannot be read.
 template <class Content>
-Content readFile(const fs::path& folder, std::string_view name, Content (*parse)(std::string_view))
+Content parseFile(const fs::path& folder, std::string_view name, Content (*parse)(std::string_view))
 {
     const fs::path file = folder / (std::string(name) + ".json");
-    std::string text;
+    const std::optional<std::string> text = core::readFile(file);
     try {
-        if (auto content = core::readFile(file)) {
-            text = *std::move(content);
-            return parse(text);
-        }
+        return text ? parse(*text) : Content();
     } catch (const core::ParseError& error) {
-        printHint(core::formatDiagnostic({"", std::string(error.what()) + "; the file is ignored",
-                                          core::positionAt(text, error.offset(), file)}));
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::exception& error) {
-        printHint(std::string(error.what()) + "; the file is ignored");
+        throw std::runtime_error(
+            core::formatDiagnostic({"", error.what(), core::positionAt(*text, error.offset(), file)}));
     }
+}
+
+/// As parseFile; nothing also for a damaged file, which is hinted at.
+template <class Content>
+Content readFile(const fs::path& folder, std::string_view name, Content (*parse)(std::string_view))
+try {
+    return parseFile(folder, name, parse);
+} catch (const std::runtime_error& error) {
+    printHint(std::string(error.what()) + "; the file is ignored");
     return {};
 }
 
@@ -126,6 +129,29 @@ std::vector<std::vector<std::string>> Catalog::synonyms() const
                           std::back_inserter(synonyms));
     }
     return synonyms;
+}
+
+std::vector<std::string> Catalog::damages(const core::SettingsTree& tree) const
+{
+    std::set<std::string_view> areas;
+    for (const Node* node : tree.nodes()) {
+        areas.insert(review::catalogFileOf(*node));
+    }
+    std::vector<std::string> damages;
+    const auto tryFile = [&damages](const fs::path& folder, std::string_view name, auto parse) {
+        try {
+            static_cast<void>(parseFile(folder, name, parse));
+        } catch (const std::runtime_error& error) {
+            damages.emplace_back(error.what());
+        }
+    };
+    for (const fs::path& folder : folders_) {
+        tryFile(folder, review::synonymsFile, review::parseSynonyms);
+        for (const std::string_view area : areas) {
+            tryFile(folder, area, review::parseCatalogFile);
+        }
+    }
+    return damages;
 }
 
 const Catalog::Entries& Catalog::entriesOf(std::string_view name)

@@ -36,6 +36,12 @@ public:
     /// damaged file, and ignores it.
     [[nodiscard]] std::vector<std::vector<std::string>> synonyms() const;
 
+    /// Returns the folders of the languages that are looked in, the preferred one first. They need not exist.
+    [[nodiscard]] const std::vector<std::filesystem::path>& folders() const noexcept { return folders_; }
+
+    /// Returns the errors of the files for the areas of a tree, at most one for each file, with place.
+    [[nodiscard]] std::vector<std::string> damages(const core::SettingsTree& tree) const;
+
 private:
     /// So that strings are looked up without a copy.
     struct Hash : std::hash<std::string_view>
@@ -46,7 +52,7 @@ private:
 
     const Entries& entriesOf(std::string_view name);
 
-    std::vector<std::filesystem::path> folders_;         // of the languages, the preferred one first
+    std::vector<std::filesystem::path> folders_;
     std::map<std::string, Entries, std::less<>> files_;  // by name without extension
 };
 

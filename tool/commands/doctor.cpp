@@ -21,6 +21,7 @@
 #include <variant>
 #include <vector>
 
+#include "catalog/catalog.hpp"
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
 #include "doctor_files.hpp"
@@ -173,6 +174,30 @@ void reportInputs(Report& report)
     report.end();
 }
 
+/// Reports the catalog. A missing translation is no error, but a missing English catalog is.
+void reportCatalog(const core::SettingsTree& tree, Report& report)
+{
+    const Catalog catalog(tree);
+    if (catalog.folders().empty()) {
+        return;
+    }
+    report.begin("catalog of titles and descriptions");
+    for (const std::filesystem::path& folder : catalog.folders()) {
+        const std::string what = "language " + folder.filename().string();
+        if (std::filesystem::is_directory(folder)) {
+            report.add(true, what, folder.string());
+        } else if (folder == catalog.folders().back()) {
+            report.add(false, what, folder.string() + " does not exist; install the catalog again");
+        } else {
+            report.add(what, "no translation");
+        }
+    }
+    for (const std::string& damage : catalog.damages(tree)) {
+        report.add(false, "file", damage + "; install the catalog again");
+    }
+    report.end();
+}
+
 void reportSession(LazySession& lazy, Report& report)
 {
     const Session& session = lazy.get();
@@ -181,6 +206,7 @@ void reportSession(LazySession& lazy, Report& report)
     reportTree(session, report);
     reportNativeFunctions(session.tree(), report);
     reportInputs(report);
+    reportCatalog(session.tree(), report);
     reportFiles(lazy, report);
 }
 
