@@ -17,10 +17,10 @@ const makeSearch = (() => {
     const shortestPart = 3;
 
     const fillers = new Set((
-        "a activate adjust all an and any are as at be by can change choose configure deactivate decrease " +
+        "a activate adjust all also an and any are as at be by can change choose configure deactivate decrease " +
         "disable do does don enable for from get give how i if in increase is it its let make me modify my " +
-        "need of off on or please reduce set setting settings should so t that the their them there these " +
-        "this those to turn use want was what when where which who why will with without you your").split(" "));
+        "need of off on or please really reduce see set setting settings should so t that the their them there " +
+        "these this those to too turn use very want was what when where which who why will with without you your").split(" "));
 
     // --- Words ---
 

@@ -37,15 +37,16 @@ constexpr std::size_t shortestPart = 3;
 
 /// Words that count only if a query has no others.
 constexpr auto fillers = std::to_array<std::string_view>(
-    {"a",       "activate", "adjust",  "all",     "an",       "and",    "any",       "are",        "as",
-     "at",      "be",       "by",      "can",     "change",   "choose", "configure", "deactivate", "decrease",
-     "disable", "do",       "does",    "don",     "enable",   "for",    "from",      "get",        "give",
-     "how",     "i",        "if",      "in",      "increase", "is",     "it",        "its",        "let",
-     "make",    "me",       "modify",  "my",      "need",     "of",     "off",       "on",         "or",
-     "please",  "reduce",   "set",     "setting", "settings", "should", "so",        "t",          "that",
-     "the",     "their",    "them",    "there",   "these",    "this",   "those",     "to",         "turn",
-     "use",     "want",     "was",     "what",    "when",     "where",  "which",     "who",        "why",
-     "will",    "with",     "without", "you",     "your"});
+    {"a",        "activate", "adjust", "all",    "also",  "an",       "and",     "any",       "are",
+     "as",       "at",       "be",     "by",     "can",   "change",   "choose",  "configure", "deactivate",
+     "decrease", "disable",  "do",     "does",   "don",   "enable",   "for",     "from",      "get",
+     "give",     "how",      "i",      "if",     "in",    "increase", "is",      "it",        "its",
+     "let",      "make",     "me",     "modify", "my",    "need",     "of",      "off",       "on",
+     "or",       "please",   "really", "reduce", "see",   "set",      "setting", "settings",  "should",
+     "so",       "t",        "that",   "the",    "their", "them",     "there",   "these",     "this",
+     "those",    "to",       "too",    "turn",   "use",   "very",     "want",    "was",       "what",
+     "when",     "where",    "which",  "who",    "why",   "will",     "with",    "without",   "you",
+     "your"});
 
 // Entries
 
