@@ -26,6 +26,11 @@ constexpr bool isHexDigit(char c)
     return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 
+constexpr bool isWhitespace(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
 constexpr bool isControl(char c)
 {
     return static_cast<unsigned char>(c) < 0x20;
@@ -81,7 +86,8 @@ public:
         }
         at_ = text_.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
         skipWhitespace();
-        JsonValue root = value(0);
+        JsonValue root;
+        read(root, 0);
         skipWhitespace();
         if (at_ != text_.size()) {
             fail("expected nothing after the value");
@@ -120,9 +126,14 @@ private:
         return true;
     }
 
-    void skipWhitespace() noexcept { at_ = std::min(text_.find_first_not_of(" \t\r\n", at_), text_.size()); }
+    void skipWhitespace() noexcept
+    {
+        while (at_ < text_.size() && isWhitespace(text_[at_])) {
+            ++at_;
+        }
+    }
 
-    JsonValue value(int depth)
+    void read(JsonValue& value, int depth)
     {
         if (depth > maxDepth) {
             fail("nesting deeper than 100");
@@ -130,45 +141,43 @@ private:
         if (++count_ > maxValues) {
             fail("more than 1000000 values");
         }
-        JsonValue result;
-        result.offset = at_;
-        fill(result, depth);
-        result.text = text_.substr(result.offset, at_ - result.offset);
-        return result;
+        value.offset = at_;
+        fill(value, depth);
+        value.text = text_.substr(value.offset, at_ - value.offset);
     }
 
-    void fill(JsonValue& result, int depth)
+    void fill(JsonValue& value, int depth)
     {
         switch (peek()) {
         case '{':
-            result.kind = JsonKind::object;
-            object(result, depth);
+            value.kind = JsonKind::object;
+            object(value, depth);
             break;
         case '[':
-            result.kind = JsonKind::array;
-            array(result, depth);
+            value.kind = JsonKind::array;
+            array(value, depth);
             break;
         case '"':
-            result.kind = JsonKind::string;
+            value.kind = JsonKind::string;
             literal();
             break;
         case 't':
         case 'f':
-            result.kind = JsonKind::boolean;
+            value.kind = JsonKind::boolean;
             keyword(peek() == 't' ? "true" : "false");
             break;
         case 'n':
-            result.kind = JsonKind::null;
+            value.kind = JsonKind::null;
             keyword("null");
             break;
         default:
-            result.kind = JsonKind::number;
+            value.kind = JsonKind::number;
             number();
             break;
         }
     }
 
-    void object(JsonValue& result, int depth)
+    void object(JsonValue& value, int depth)
     {
         take('{');
         skipWhitespace();
@@ -177,7 +186,7 @@ private:
         }
         do {
             skipWhitespace();
-            result.members.push_back(member(depth));
+            readMember(value.members.emplace_back(), depth);
             skipWhitespace();
         } while (takeComma('}'));
         if (!take('}')) {
@@ -185,26 +194,24 @@ private:
         }
     }
 
-    JsonMember member(int depth)
+    void readMember(JsonMember& member, int depth)
     {
-        JsonMember result;
-        result.offset = at_;
+        member.offset = at_;
         if (peek() != '"') {
             fail("expected a name in double quotes");
         }
         literal();
-        result.nameText = text_.substr(result.offset, at_ - result.offset);
-        result.name = decodeName(result.nameText);
+        member.nameText = text_.substr(member.offset, at_ - member.offset);
+        member.name = decodeName(member.nameText);
         skipWhitespace();
         if (!take(':')) {
             fail("expected \":\" after a name");
         }
         skipWhitespace();
-        result.value = value(depth + 1);
-        return result;
+        read(member.value, depth + 1);
     }
 
-    void array(JsonValue& result, int depth)
+    void array(JsonValue& value, int depth)
     {
         take('[');
         skipWhitespace();
@@ -213,7 +220,7 @@ private:
         }
         do {
             skipWhitespace();
-            result.elements.push_back(value(depth + 1));
+            read(value.elements.emplace_back(), depth + 1);
             skipWhitespace();
         } while (takeComma(']'));
         if (!take(']')) {
@@ -224,18 +231,21 @@ private:
     void literal()
     {
         take('"');
-        while (!take('"')) {
+        for (skipUnescaped(); !take('"'); skipUnescaped()) {
             if (at_ == text_.size() || text_[at_] == '\n' || text_[at_] == '\r') {
                 fail("expected a closing double quote");
             }
-            if (isControl(text_[at_])) {
+            if (text_[at_] != '\\') {
                 fail("unescaped control character: write it as an escape such as \\t or \\u001b");
             }
-            if (text_[at_] == '\\') {
-                escape();
-            } else {
-                ++at_;
-            }
+            escape();
+        }
+    }
+
+    void skipUnescaped() noexcept
+    {
+        while (at_ < text_.size() && text_[at_] != '"' && text_[at_] != '\\' && !isControl(text_[at_])) {
+            ++at_;
         }
     }
 
