@@ -79,8 +79,10 @@ std::string_view CatalogEntry::phraseOf(std::string_view value) const
 std::vector<FiledEntry> parseCatalogFile(std::string_view text)
 {
     const core::JsonValue document = core::readJson(text);
+    const std::vector<core::JsonMember>& members = JsonItem(document).members();
     std::vector<FiledEntry> entries;
-    for (const core::JsonMember& member : JsonItem(document).members()) {
+    entries.reserve(members.size());
+    for (const core::JsonMember& member : members) {
         FiledEntry& filed = entries.emplace_back(FiledEntry{member.name, member.offset});
         filed.entry = entryOf(member.value, filed.unknownMembers);
     }

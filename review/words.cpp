@@ -63,6 +63,11 @@ std::size_t endOfRun(std::string_view text, std::size_t at, CharacterKind kind)
     return at;
 }
 
+constexpr char lowerCaseOf(char character)
+{
+    return static_cast<char>(character + (character >= 'A' && character <= 'Z' ? 'a' - 'A' : 0));
+}
+
 struct Ending
 {
     std::string_view letters;
@@ -110,9 +115,7 @@ std::vector<std::string_view> splitWords(std::string_view text)
 std::string lowerCase(std::string_view text)
 {
     std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    std::ranges::transform(lower, lower.begin(), lowerCaseOf);
     return lower;
 }
 
@@ -128,7 +131,7 @@ bool areTogether(std::string_view text, std::string_view word)
 {
     std::size_t offset = 0;
     for (auto part = nextWord(text, offset); !part.empty(); part = nextWord(text, offset)) {
-        if (lowerCase(part) != word.substr(0, part.size())) {
+        if (!std::ranges::equal(part, word.substr(0, part.size()), {}, lowerCaseOf)) {
             return false;
         }
         word.remove_prefix(part.size());
