@@ -11,23 +11,16 @@
 #include <iterator>
 #include <optional>
 #include <set>
-#include <span>
 #include <string>
 #include <tuple>
-#include <unordered_set>
 #include <utility>
 
 #include "search/wanted_word.hpp"
+#include "search/word_index.hpp"
 
 namespace vx::tool {
 
 namespace {
-
-constexpr std::size_t groupWeight = 60;
-constexpr std::size_t keywordWeight = 60;
-constexpr std::size_t sentenceWeight = 30;
-constexpr std::size_t valueWeight = 30;
-constexpr std::size_t oldPathWeight = 30;
 
 /// Of a query; keeps scores below 2^53, up to which numbers are exact in JavaScript.
 constexpr std::size_t maximumWords = 32;
@@ -48,7 +41,7 @@ constexpr auto fillers = std::to_array<std::string_view>(
      "when",     "where",    "which",  "who",    "why",   "will",     "with",    "without",   "you",
      "your"});
 
-// Entries
+// Paths
 
 std::string_view rootOf(std::string_view path)
 {
@@ -65,187 +58,6 @@ std::string_view nameOf(std::string_view path)
     return path.substr(path.rfind('.') + 1);
 }
 
-/// Calls function(name) for each component of a path after the root.
-template <class Function>
-void forEachName(std::string_view path, Function function)
-{
-    while (path.find('.') != std::string_view::npos) {
-        path = withoutRoot(path);
-        function(rootOf(path));
-    }
-}
-
-/// Returns the weight of name and title: greater for short titles and short paths.
-std::size_t nameWeight(const SearchEntry& entry)
-{
-    const std::size_t words = std::max<std::size_t>(review::splitWords(entry.titles.back()).size(), 1);
-    const std::size_t groups = std::min<std::size_t>(entry.titles.size() - 1, 10);
-    return 84 + 20 / words - 2 * groups;
-}
-
-/// Calls function(word) for each word of a text, in lower case.
-template <class Function>
-void forEachWord(std::string_view text, Function function)
-{
-    const std::string lower = review::lowerCase(text);
-    std::size_t offset = 0;
-    for (auto word = review::nextWord(text, offset); !word.empty(); word = review::nextWord(text, offset)) {
-        function(std::string_view(lower).substr(offset - word.size(), word.size()));
-    }
-}
-
-/// Calls function(word) for each word of a name, and for all of them run together.
-template <class Function>
-void forEachWordOfName(std::string_view name, Function function)
-{
-    std::string together;
-    std::size_t count = 0;
-    forEachWord(name, [&](std::string_view word) {
-        function(word);
-        together += word;
-        ++count;
-    });
-    if (count > 1) {
-        function(std::string_view(together));
-    }
-}
-
-/// Calls visitor.word(word) for each word of each field of an entry, and visitor.endField(weight, rank) after
-/// it.
-template <class Visitor>
-void visitFields(const SearchEntry& entry, Visitor& visitor)
-{
-    const auto word = [&visitor](std::string_view found) { visitor.word(found); };
-    const auto name = [&word](std::string_view found) { forEachWordOfName(found, word); };
-    const auto text = [&word](std::string_view found) { forEachWord(found, word); };
-
-    auto title = entry.titles.begin();
-    forEachName(entry.path, [&](std::string_view component) {
-        if (title + 1 == entry.titles.end()) {
-            visitor.endField(groupWeight, MatchRank::word);
-        }
-        name(component);
-        if (*title != component) {
-            name(*title);
-        }
-        ++title;
-    });
-    visitor.endField(nameWeight(entry), MatchRank::word);
-    std::ranges::for_each(entry.keywords, text);
-    visitor.endField(keywordWeight, MatchRank::keyword);
-    text(entry.sentence);
-    visitor.endField(sentenceWeight, MatchRank::sentence);
-    std::ranges::for_each(entry.values, text);
-    visitor.endField(valueWeight, MatchRank::value);
-    for (const std::string_view path : entry.oldPaths) {
-        forEachName(path, name);
-    }
-    visitor.endField(oldPathWeight, MatchRank::oldPath);
-}
-
-/// The words of entries with which some words begin or end.
-class Parts
-{
-public:
-    explicit Parts(std::vector<std::string> wholes) : wholes_(std::move(wholes)) {}
-
-    void word(std::string_view word)
-    {
-        if (std::ranges::any_of(wholes_, [word](const std::string& whole) {
-                return whole.starts_with(word) || whole.ends_with(word);
-            }))
-        {
-            words_.emplace(word);
-        }
-    }
-
-    /// Returns two words of which one of the wholes consists; else the whole.
-    std::vector<std::string> split(const std::string& whole) const
-    {
-        for (std::size_t end = whole.size(); end > 0; --end) {
-            std::string first = whole.substr(0, end);
-            std::string second = whole.substr(end);
-            const std::size_t shortest = std::min(core::characterCount(first), core::characterCount(second));
-            if (shortest >= shortestPart && words_.contains(first) && words_.contains(second)) {
-                return {std::move(first), std::move(second)};
-            }
-        }
-        return {whole};
-    }
-
-private:
-    std::vector<std::string> wholes_;
-    std::unordered_set<std::string> words_;
-};
-
-// Scores
-
-/// What one word of a query contributes to an entry.
-struct WordScore
-{
-    std::uint64_t best = 0;  ///< of a field
-    std::uint64_t sum = 0;   ///< over all fields
-    MatchRank rank = MatchRank::exact;
-};
-
-/// Scores an entry for each of some words.
-class EntryScorer
-{
-public:
-    using Match = WordMatch (WantedWord::*)(std::string_view) const;
-
-    /// `parts`, if not null, are shown all words of the entries.
-    EntryScorer(std::span<const WantedWord> words, Match match, Parts* parts)
-        : words_(words), match_(match), parts_(parts), best_(words.size())
-    {}
-
-    /// Returns a score for each word; valid until the next call.
-    const std::vector<WordScore>& score(const SearchEntry& entry)
-    {
-        isSecondary_ = entry.isSecondary;
-        scores_.assign(words_.size(), {});
-        visitFields(entry, *this);
-        return scores_;
-    }
-
-    void word(std::string_view word)
-    {
-        if (parts_ != nullptr) {
-            parts_->word(word);
-        }
-        for (std::size_t index = 0; index < words_.size(); ++index) {
-            const WordMatch match = (words_[index].*match_)(word);
-            if (match.quality > best_[index].quality) {
-                best_[index] = match;
-            }
-        }
-    }
-
-    void endField(std::size_t weight, MatchRank rank)
-    {
-        const std::size_t ofEntry = isSecondary_ ? weight * 9 / 10 : weight;
-        for (std::size_t index = 0; index < words_.size(); ++index) {
-            const WordMatch match = std::exchange(best_[index], {});
-            const std::uint64_t ofField = match.quality * ofEntry;
-            WordScore& score = scores_[index];
-            score.sum += ofField;
-            if (ofField > score.best) {
-                const bool isOfWord = rank == MatchRank::word || match.rank == MatchRank::similar;
-                score.best = ofField;
-                score.rank = isOfWord ? match.rank : rank;
-            }
-        }
-    }
-
-private:
-    std::span<const WantedWord> words_;
-    Match match_;
-    Parts* parts_;
-    std::vector<WordMatch> best_;  // in the field, by word
-    std::vector<WordScore> scores_;
-    bool isSecondary_ = false;
-};
-
 // Queries
 
 /// Finds the entries for a query.
@@ -255,26 +67,24 @@ public:
     Query(const std::vector<SearchEntry>& entries, const Synonyms& synonyms, std::string_view query)
         : entries_(entries),
           synonyms_(synonyms),
+          index_(entries),
           all_(review::lowerWords(query)),
           together_(boost::algorithm::join(all_, ""))
     {}
 
-    std::vector<SearchMatch> run()
+    std::vector<SearchMatch> run() const
     {
         std::vector<std::string> words = meantWords();
-        auto scores = scoresOf(words);
-        const std::vector<std::string> unmatched = unmatchedOf(words, scores);
-        if (!unmatched.empty()) {
-            Parts parts(unmatched);
-            const auto similar = similarScoresOf(unmatched, &parts);
-            if (split(words, unmatched, parts)) {
-                scores = scoresOf(words);
+        std::vector<WordMatches> found = find(words);
+        if (splitUnmatched(words, found)) {
+            found = find(words);
+        }
+        std::vector<Scores> scores;
+        for (std::size_t at = 0; at < words.size(); ++at) {
+            if (found[at].empty()) {
+                found[at] = index_.findSimilar(WantedWord(words[at], {}, {}));
             }
-            for (const std::string& word : unmatchedOf(words, scores)) {
-                const auto known = std::ranges::find(unmatched, word);
-                scores[indexOf(words, word)] = known == unmatched.end() ? similarScoresOf({word}).front()
-                                                                        : similar[indexOf(unmatched, word)];
-            }
+            scores.push_back(index_.score(found[at]));
         }
         return matchesOf(scores);
     }
@@ -308,53 +118,49 @@ private:
         return words;
     }
 
-    static std::size_t indexOf(const std::vector<std::string>& words, const std::string& word)
+    /// Returns the matches of each word of the query. It may also match together with a neighbour.
+    std::vector<WordMatches> find(const std::vector<std::string>& words) const
     {
-        return static_cast<std::size_t>(std::ranges::find(words, word) - words.begin());
-    }
-
-    /// Returns the scores of the entries for each of some words, and shows all words of the entries to the
-    /// parts.
-    std::vector<Scores> score(const std::vector<WantedWord>& words, EntryScorer::Match match,
-                              Parts* parts = nullptr) const
-    {
-        std::vector<Scores> scores(words.size(), Scores(entries_.size()));
-        EntryScorer scorer(words, match, parts);
-        for (std::size_t entry = 0; entry < entries_.size(); ++entry) {
-            const std::vector<WordScore>& ofEntry = scorer.score(entries_[entry]);
-            for (std::size_t index = 0; index < words.size(); ++index) {
-                scores[index][entry] = ofEntry[index];
-            }
-        }
-        return scores;
-    }
-
-    /// Returns the scores of the entries for words that may be misspelt.
-    std::vector<Scores> similarScoresOf(const std::vector<std::string>& words, Parts* parts = nullptr) const
-    {
-        std::vector<WantedWord> wanted;
-        wanted.reserve(words.size());
-        for (const std::string& word : words) {
-            wanted.emplace_back(word, std::vector<std::string>(), Synonyms());
-        }
-        return score(wanted, &WantedWord::matchSimilar, parts);
-    }
-
-    /// Returns the scores of the entries for the words of a query.
-    std::vector<Scores> scoresOf(const std::vector<std::string>& words) const
-    {
-        std::vector<WantedWord> wanted;
-        for (std::size_t index = 0; index < words.size(); ++index) {
+        std::vector<WordMatches> found;
+        for (std::size_t at = 0; at < words.size(); ++at) {
             std::vector<std::string> neighbours;
-            if (index > 0) {
-                neighbours.push_back(words[index - 1] + words[index]);
+            if (at > 0) {
+                neighbours.push_back(words[at - 1] + words[at]);
             }
-            if (index + 1 < words.size()) {
-                neighbours.push_back(words[index] + words[index + 1]);
+            if (at + 1 < words.size()) {
+                neighbours.push_back(words[at] + words[at + 1]);
             }
-            wanted.emplace_back(words[index], std::move(neighbours), synonyms_);
+            const WantedWord wanted(words[at], std::move(neighbours), synonyms_);
+            found.push_back(index_.find(wanted));
         }
-        return score(wanted, &WantedWord::match);
+        return found;
+    }
+
+    /// Replaces the words without matches that consist of two words of the entries. Returns whether there are
+    /// any.
+    bool splitUnmatched(std::vector<std::string>& words, const std::vector<WordMatches>& found) const
+    {
+        std::vector<std::string> result;
+        for (std::size_t at = 0; at < words.size(); ++at) {
+            std::ranges::move(found[at].empty() ? split(words[at]) : std::vector{words[at]},
+                              std::back_inserter(result));
+        }
+        words.swap(result);
+        return words.size() > result.size();
+    }
+
+    /// Returns two words of the entries of which a word consists; else the word.
+    std::vector<std::string> split(const std::string& whole) const
+    {
+        for (std::size_t end = whole.size(); end > 0; --end) {
+            std::string first = whole.substr(0, end);
+            std::string second = whole.substr(end);
+            const std::size_t shortest = std::min(core::characterCount(first), core::characterCount(second));
+            if (shortest >= shortestPart && index_.contains(first) && index_.contains(second)) {
+                return {std::move(first), std::move(second)};
+            }
+        }
+        return {whole};
     }
 
     static std::size_t matchesIn(const Scores& scores)
@@ -364,32 +170,6 @@ private:
     }
 
     static bool isUnmatched(const Scores& scores) { return matchesIn(scores) == 0; }
-
-    static std::vector<std::string> unmatchedOf(const std::vector<std::string>& words,
-                                                const std::vector<Scores>& scores)
-    {
-        std::vector<std::string> unmatched;
-        for (std::size_t index = 0; index < words.size(); ++index) {
-            if (isUnmatched(scores[index])) {
-                unmatched.push_back(words[index]);
-            }
-        }
-        return unmatched;
-    }
-
-    /// Replaces unmatched words of the query that consist of two words of the entries. Returns whether there
-    /// are any.
-    static bool split(std::vector<std::string>& words, const std::vector<std::string>& unmatched,
-                      const Parts& parts)
-    {
-        std::vector<std::string> result;
-        for (const std::string& word : words) {
-            const bool hasMatch = std::ranges::find(unmatched, word) == unmatched.end();
-            std::ranges::move(hasMatch ? std::vector{word} : parts.split(word), std::back_inserter(result));
-        }
-        words.swap(result);
-        return words.size() > result.size();
-    }
 
     /// Returns how rare the matches of a word are: 100 ln(1 + entries / matches), 0 without matches.
     std::uint64_t rarityOf(const Scores& ofWord) const
@@ -414,9 +194,12 @@ private:
             candidate.match.rank = added > most ? score.rank : candidate.match.rank;
             most = std::max(most, added);
         }
+        if (share == 0) {
+            return std::nullopt;
+        }
         candidate.score *= share;
         markExact(candidate);
-        return candidate.score > 0 ? std::optional(candidate) : std::nullopt;
+        return candidate;
     }
 
     /// Returns the matches, the best first, without weak ones.
@@ -466,6 +249,7 @@ private:
 
     const std::vector<SearchEntry>& entries_;
     const Synonyms& synonyms_;
+    const WordIndex index_;
     const std::vector<std::string> all_;
     const std::string together_;
 };

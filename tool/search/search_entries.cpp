@@ -48,6 +48,7 @@ std::vector<SearchEntry> searchEntries(const Session& session, Catalog& catalog)
 {
     const core::ReleaseHistory history(session.releaseChanges());
     std::vector<SearchEntry> entries;
+    entries.reserve(session.tree().nodes().size());
     std::unordered_map<const Node*, std::vector<std::string_view>> titles{{session.tree().root().get(), {}}};
     for (const Node* node : session.tree().nodes()) {
         const review::CatalogEntry& described = catalog.entryOf(*node);

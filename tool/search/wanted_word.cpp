@@ -22,15 +22,10 @@ constexpr WordMatch oneEditApart{50, MatchRank::similar};
 /// Shorter words are not compared for similarity.
 constexpr std::size_t shortestSimilar = 4;  // in UTF-16 code units
 
-std::size_t numberOfStart(char first, char second)
-{
-    return 256U * static_cast<unsigned char>(first) + static_cast<unsigned char>(second);
-}
-
 WordMatch prefix(std::string_view prefix, std::string_view word)
 {
     const std::size_t share = 40 * core::characterCount(prefix) / core::characterCount(word);
-    return {30 + static_cast<unsigned>(share), MatchRank::prefix};
+    return {static_cast<std::uint8_t>(30 + share), MatchRank::prefix};
 }
 
 /// Whether inserting, deleting or replacing one letter, or exchanging two neighbours, makes two words equal
@@ -60,37 +55,20 @@ WantedWord::WantedWord(std::string word, std::vector<std::string> neighbours, co
       neighbours_(std::move(neighbours)),
       characters_(foundation::verdixdata::toUtf16(word_))
 {
+    const auto hasStem = [this](std::string_view other) { return review::stemOf(other) == stem_; };
     for (const std::vector<std::string>& list : synonyms) {
-        std::set<std::string, std::less<>> stems;
-        std::ranges::transform(list, std::inserter(stems, stems.end()), review::stemOf);
-        if (stems.contains(stem_)) {
-            synonyms_.merge(stems);
-        }
-    }
-    markStart(word_);
-    std::ranges::for_each(neighbours_, [this](std::string_view start) { markStart(start); });
-    std::ranges::for_each(synonyms_, [this](std::string_view start) { markStart(start); });
-}
-
-void WantedWord::markStart(std::string_view start)
-{
-    for (std::size_t second = 0; second < 256; ++second) {
-        if (start.size() < 2 || second == static_cast<unsigned char>(start[1])) {
-            starts_.set(numberOfStart(start.front(), static_cast<char>(second)));
+        if (std::ranges::any_of(list, hasStem)) {
+            std::ranges::transform(list, std::inserter(synonyms_, synonyms_.end()), review::stemOf);
         }
     }
 }
 
-WordMatch WantedWord::match(std::string_view word) const
+WordMatch WantedWord::match(const IndexedWord& indexed) const
 {
-    // A stem begins as its word does, so that most words can be told by their first letters.
-    if (!starts_.test(numberOfStart(word.front(), word.size() < 2 ? '\0' : word[1]))) {
-        return {};
-    }
+    const auto& [word, stem] = indexed;
     if (word == word_) {
         return equal;
     }
-    const std::string stem = review::stemOf(word);
     if (stem == stem_ || std::ranges::find(neighbours_, word) != neighbours_.end()) {
         return inflected;
     }
@@ -100,8 +78,9 @@ WordMatch WantedWord::match(std::string_view word) const
     return word.starts_with(word_) ? prefix(word_, word) : WordMatch();
 }
 
-WordMatch WantedWord::matchSimilar(std::string_view word) const
+WordMatch WantedWord::matchSimilar(const IndexedWord& indexed) const
 {
+    const std::string& word = indexed.word;
     if (characters_.size() < shortestSimilar) {
         return {};
     }

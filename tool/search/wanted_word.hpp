@@ -1,6 +1,6 @@
 #pragma once
 
-#include <bitset>
+#include <cstdint>
 #include <functional>
 #include <set>
 #include <string>
@@ -11,10 +11,17 @@
 
 namespace vx::tool {
 
+/// A word of an entry, in lower case.
+struct IndexedWord
+{
+    std::string word;
+    std::string stem;
+};
+
 /// How well a word matches a word of a query.
 struct WordMatch
 {
-    unsigned quality = 0;              ///< up to 100; 0 if it does not match
+    std::uint8_t quality = 0;          ///< up to 100; 0 if it does not match
     MatchRank rank = MatchRank::word;  ///< if the word is one of path or title
 };
 
@@ -26,20 +33,17 @@ public:
     WantedWord(std::string word, std::vector<std::string> neighbours, const Synonyms& synonyms);
 
     /// Returns how a word matches that is equal, another form, a synonym, or begins with the wanted one.
-    [[nodiscard]] WordMatch match(std::string_view word) const;
+    [[nodiscard]] WordMatch match(const IndexedWord& indexed) const;
 
     /// Returns how a word matches that contains the wanted one or differs from it by one edit.
-    [[nodiscard]] WordMatch matchSimilar(std::string_view word) const;
+    [[nodiscard]] WordMatch matchSimilar(const IndexedWord& indexed) const;
 
 private:
-    void markStart(std::string_view start);
-
     std::string word_;
     std::string stem_;
     std::vector<std::string> neighbours_;
     std::set<std::string, std::less<>> synonyms_;  // stems
     std::u16string characters_;
-    std::bitset<0x10000> starts_;  // the first two bytes of words that may match
 };
 
 }  // namespace vx::tool
