@@ -63,13 +63,19 @@ WantedWord::WantedWord(std::string word, std::vector<std::string> neighbours, co
     }
 }
 
-WordMatch WantedWord::match(const IndexedWord& indexed) const
+WordMatch WantedWord::match(std::string_view word) const
 {
-    const auto& [word, stem] = indexed;
     if (word == word_) {
         return equal;
     }
-    if (stem == stem_ || std::ranges::find(neighbours_, word) != neighbours_.end()) {
+    if (std::ranges::find(neighbours_, word) != neighbours_.end()) {
+        return inflected;
+    }
+    if (word.front() != word_.front() && synonyms_.empty()) {  // as stems begin as their words do
+        return {};
+    }
+    const std::string stem = review::stemOf(word);
+    if (stem == stem_) {
         return inflected;
     }
     if (synonyms_.contains(stem)) {
@@ -78,9 +84,8 @@ WordMatch WantedWord::match(const IndexedWord& indexed) const
     return word.starts_with(word_) ? prefix(word_, word) : WordMatch();
 }
 
-WordMatch WantedWord::matchSimilar(const IndexedWord& indexed) const
+WordMatch WantedWord::matchSimilar(std::string_view word) const
 {
-    const std::string& word = indexed.word;
     if (characters_.size() < shortestSimilar) {
         return {};
     }

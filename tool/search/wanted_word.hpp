@@ -11,13 +11,6 @@
 
 namespace vx::tool {
 
-/// A word of an entry, in lower case.
-struct IndexedWord
-{
-    std::string word;
-    std::string stem;
-};
-
 /// How well a word matches a word of a query.
 struct WordMatch
 {
@@ -33,10 +26,10 @@ public:
     WantedWord(std::string word, std::vector<std::string> neighbours, const Synonyms& synonyms);
 
     /// Returns how a word matches that is equal, another form, a synonym, or begins with the wanted one.
-    [[nodiscard]] WordMatch match(const IndexedWord& indexed) const;
+    [[nodiscard]] WordMatch match(std::string_view word) const;
 
     /// Returns how a word matches that contains the wanted one or differs from it by one edit.
-    [[nodiscard]] WordMatch matchSimilar(const IndexedWord& indexed) const;
+    [[nodiscard]] WordMatch matchSimilar(std::string_view word) const;
 
 private:
     std::string word_;

@@ -56,12 +56,12 @@ WordMatches WordIndex::select(Match match) const
 
 WordMatches WordIndex::find(const WantedWord& wanted) const
 {
-    return select([&wanted](const IndexedWord& word) { return wanted.match(word); });
+    return select([&wanted](std::string_view word) { return wanted.match(word); });
 }
 
 WordMatches WordIndex::findSimilar(const WantedWord& wanted) const
 {
-    return select([&wanted](const IndexedWord& word) { return wanted.matchSimilar(word); });
+    return select([&wanted](std::string_view word) { return wanted.matchSimilar(word); });
 }
 
 std::vector<WordScore> WordIndex::score(const WordMatches& matches) const
@@ -140,7 +140,7 @@ std::size_t WordIndex::addName(std::string_view name)
     if (wordCount > 1) {
         std::string together;
         for (std::size_t at = begin; at < begin + wordCount; ++at) {
-            together += words_[occurrences_[at]].word;
+            together += words_[occurrences_[at]];
         }
         addWord(together);
     }
@@ -161,8 +161,8 @@ void WordIndex::addWord(const std::string& word)
     auto found = numbers_.find(word);
     if (found == numbers_.end()) {
         const auto number = static_cast<std::uint32_t>(words_.size());
-        words_.push_back({word, review::stemOf(word)});
-        found = numbers_.emplace(words_.back().word, number).first;
+        words_.push_back(word);
+        found = numbers_.emplace(words_.back(), number).first;
     }
     occurrences_.push_back(found->second);
 }

@@ -72,7 +72,7 @@ private:
     WordMatches select(Match match) const;
 
     std::size_t entryCount_;
-    std::deque<IndexedWord> words_;                                       // where numbers_ refers to them
+    std::deque<std::string> words_;                                       // where numbers_ refers to them
     boost::unordered_flat_map<std::string_view, std::uint32_t> numbers_;  // of words
     std::vector<std::uint32_t> occurrences_;                              // numbers of words, field by field
     std::vector<Field> fields_;
