@@ -35,13 +35,14 @@ alone() {
     ) 9>"$folder/.lock"
 }
 
-# configure PRESET: runs CMake unless there is a usable configuration; ninja reconfigures when CMake files change.
+# configure PRESET [FOLDER [OPTION...]]: runs CMake for FOLDER (build/PRESET) unless there is a usable configuration;
+# ninja reconfigures when CMake files change.
 configure() {
-    local folder="$project/build/$1"
+    local folder=${2-$project/build/$1}
     if ! grep -qsxF "CMAKE_HOME_DIRECTORY:INTERNAL=$project" "$folder/CMakeCache.txt"; then
-        quietly cmake -S "$project" --preset "$1" --fresh # needed after the checkout was moved
+        quietly cmake -S "$project" --preset "$1" -B "$folder" --fresh "${@:3}" # needed after the checkout was moved
     elif [[ ! -e $folder/build.ninja || $project/CMakePresets.json -nt $folder/build.ninja ]]; then
-        quietly cmake -S "$project" --preset "$1"
+        quietly cmake -S "$project" --preset "$1" -B "$folder" "${@:3}"
     fi
 }
 
@@ -60,8 +61,7 @@ build_benchmarks() {
     local folder="$project/build/bench"
     (($#)) || set -- bench
     "$project/scripts/setup.sh" --bench --quiet
-    [[ -e $folder/build.ninja ]] || quietly cmake -S "$project" --preset release -B "$folder" -DVERDIX_BUILD_BENCH=ON \
-        -DVERDIX_BUILD_TESTS=OFF
+    configure release "$folder" -DVERDIX_BUILD_BENCH=ON -DVERDIX_BUILD_TESTS=OFF
     quietly ninja -C "$folder" "$@"
 }
 

@@ -42,7 +42,7 @@ NOT_RUN = [
     (r"scripts/setup\.sh", "installs packages as root; the first step of .ci/run"),
     (r"scripts/(bench|coverage)\.sh", "takes minutes on an idle machine"),
     (r"scripts/conformance\.sh", "needs an installed CppMicroServices"),
-    (r"scripts/(fuzz|lint|instructions|page_test|package_test|portability|reproducible|format)\.sh", "is a step of .ci/run itself"),
+    (r"scripts/(fuzz|lint|instructions|page_test|schema_test|package_test|portability|reproducible|format)\.sh", "is a step of .ci/run itself"),
     (r"scripts/test\.sh --preset (asan|tsan)", "is a step of .ci/run itself"),
     (r"VX_SOAK=full ", "takes minutes"),
     (r"scripts/docs_test\.sh", "runs this test"),

@@ -133,7 +133,7 @@ build_variant() {
 use_debian_packages() {
     local package root=$work/root/usr
     build_variant debian debian
-    quietly cpack --config "$project/build/debian/CPackConfig.cmake" -B "$work/package"
+    (umask 077 && quietly cpack --config "$project/build/debian/CPackConfig.cmake" -B "$work/package") # must not matter
     quietly lintian --allow-root --fail-on error,warning "$work"/package/*.deb
     for package in "$work"/package/*.deb; do
         dpkg-deb --extract "$package" "$work/root"

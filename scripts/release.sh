@@ -123,7 +123,7 @@ last=$(last_baseline)
 published_tree=$(newest_tree)
 next=$(next_release "$release")
 version=$(sed -n 's/^project(.* VERSION \([0-9.]*\) .*/\1/p' CMakeLists.txt)
-published_version=$(sed -n '/^## \[[0-9]/{s/^## \[\(.*\)\].*/\1/p;q}' "$notes_file")
+published_version=$(sed -n 's/^## \[\([0-9.]*\)\].*/\1/p' "$notes_file" | sort --version-sort | tail -n 1)
 if [[ -n $published_version && ${version%%.*} != "${published_version%%.*}" ]]; then
     next_version=$version # for an incompatible binary interface
 else

@@ -14,6 +14,7 @@ lists=$project/platform/symbols
 # exported LIBRARY: prints its SONAME, and the names of the symbols that it exports.
 exported() {
     local file=$folder/$1.so symbols
+    [[ -e $file ]] || fail "$file does not exist: give the folder with the built libraries"
     symbols=$(nm --dynamic --defined-only --format=just-symbols "$file" | sed 's/@.*//' | LC_ALL=C sort -u)
     ! grep -E '^_Z(T.|GV|Z)*N?K?(St|9__gnu_cxx|5boost)' <<<"$symbols" >&2 ||
         fail "$file exports these symbols of std or boost: hide them in cmake/public_exports.map.in"
@@ -22,9 +23,10 @@ exported() {
 }
 
 compare_lists() {
-    local library status=0
+    local library symbols status=0
     for library in "${libraries[@]}"; do
-        exported "$library" | diff --unified=0 --label "$lists/$library" "$lists/$library" --label "$library" - || status=1
+        symbols=$(exported "$library")
+        diff --unified=0 --label "$lists/$library" "$lists/$library" --label "$library" - <<<"$symbols" || status=1
     done
     ((status == 0)) || fail "exported symbols differ from the lists: a missing one (-) is an incompatible change, see" \
         "docs/releasing.md; run scripts/symbols.sh --write when all differences are wanted"
@@ -32,9 +34,10 @@ compare_lists() {
 }
 
 write_lists() {
-    local library
+    local library symbols
     for library in "${libraries[@]}"; do
-        exported "$library" >"$lists/$library"
+        symbols=$(exported "$library")
+        printf '%s\n' "$symbols" >"$lists/$library"
     done
 }
 

@@ -19,6 +19,10 @@ while [[ ${1-} == --preset || ${1-} == --target ]]; do
     shift 2
 done
 
+if grep -qsxF 'VERDIX_BUILD_TESTS:BOOL=OFF' "$project/build/$preset/CMakeCache.txt"; then
+    fail "build/$preset is configured without tests, as for an installation;" \
+        "cmake --preset $preset -DVERDIX_BUILD_TESTS=ON adds them"
+fi
 "$project/scripts/setup.sh" --quiet
 alone "$preset" build "$preset" "${targets[@]}"
 cd -- "$project"

@@ -1,5 +1,5 @@
-# Run by cpack on the folders from which packages are made: adds the files that Debian demands of each package, and
-# compresses and moves others.
+# Run by cpack on the folders from which packages are made: adds the files that Debian demands of each package,
+# compresses and moves others, and makes them all readable by every user, which the umask may have prevented.
 
 # compress(FROM TO): without time and name, so that packages of equal builds are equal
 function(compress from to)
@@ -23,3 +23,6 @@ set(data "${CPACK_TEMPORARY_INSTALL_DIRECTORY}/command${CPACK_PACKAGING_INSTALL_
 file(RENAME "${data}/zsh/site-functions" "${data}/zsh/vendor-completions")
 compress("${data}/man/man1/vxsettings.1" "${data}/man/man1/vxsettings.1.gz")
 file(REMOVE "${data}/man/man1/vxsettings.1")
+
+execute_process(COMMAND chmod --recursive u=rwX,go=rX "${CPACK_TEMPORARY_INSTALL_DIRECTORY}"
+                COMMAND_ERROR_IS_FATAL ANY)

@@ -22,7 +22,8 @@ CORPUS = pathlib.Path(__file__).parent
 ANYTHING = [
     True, 0, -1, 1, 0.5, 1e300, "", "NaN", "Inf", "-Inf", "red", None, {}, [], [[]], ["a"], [["a", "b"]], [True],
     1.0, 1e2, 1e-1, "Inf\n", "14px", "0.5px", "0px", "014px", "14.px", "14px\n", ["plain"], ["italic", "bold"],
-    ["plain", "bold"], ["bold", "bold"], [2, 1], [1, 1.0], [[3, 3]], [1], [[1]], [True, False], [1, 2], [0, 0.5, 1], [[0, 1, 0]], [-1, 0, 0], [0, 0, 256], [1, 2, 3, 4], ["a", 1],
+    ["plain", "bold"], ["bold", "bold"], [2, 1], [1, 1.0], [[3, 3]], [1], [[1]], [True, False], [1, 2], [0, 0.5, 1],
+    [[0, 1, 0]], [-1, 0, 0], [0, 0, 256], [1, 2, 3, 4], ["a", 1],
     [[1, 2], [3, 4]], [[], []], [[[1]]], [None], ["NaN"],
 ]
 
@@ -32,7 +33,7 @@ def run(tool, *arguments):
 
 
 def check(tool, file):
-    """The faults that the tool finds, a line each."""
+    """Returns the diagnostics of the tool, one line each."""
     result = run(tool, "check", "--all", str(file))
     lines = [line for line in result.stdout.splitlines() if line.startswith(f"{file}:")]
     if result.returncode not in (0, 1) or (result.returncode == 0) != lines[0].endswith("no errors"):
@@ -41,24 +42,24 @@ def check(tool, file):
 
 
 def accepts(schema, file):
-    try:  # int() raises an exception for NaN and Infinity, which are not JSON
+    try:  # int() throws for NaN and Infinity, which are not JSON
         return Validator(schema).is_valid(json.loads(file.read_text("utf-8-sig"), parse_constant=int))
     except ValueError:
         return False
 
 
 def judge_corpus(tool, schema):
-    """What is wrong, and the number of files."""
-    faults, count = [], 0
+    """Returns the unexpected verdicts, a line each, and the number of files."""
+    unexpected, count = [], 0
     exceptions = json.loads((CORPUS / "exceptions.json").read_text("utf-8"))
     for folder, expected in (("good", True), ("bad", False)):
         for file in sorted((CORPUS / folder).glob("*.json")):
             count += 1
             erring = exceptions.get(f"{folder}/{file.name}", {}).get("judges", [])
             verdicts = {"jsonschema": accepts(schema, file), "check": not check(tool, file)}
-            faults += [f"{folder}/{file.name}: {judge} says {'good' if verdict else 'bad'}"
-                       for judge, verdict in verdicts.items() if (verdict != expected) != (judge in erring)]
-    return faults, count
+            unexpected += [f"{folder}/{file.name}: {judge} says {'good' if verdict else 'bad'}"
+                           for judge, verdict in verdicts.items() if (verdict != expected) != (judge in erring)]
+    return unexpected, count
 
 
 def beside(number):
@@ -66,7 +67,7 @@ def beside(number):
 
 
 def values_near(schema):
-    """Values at and beyond the bounds that the schema states anywhere."""
+    """Returns values at and beyond the bounds that the schema states anywhere."""
     values = [schema["default"]] if "default" in schema else []
     values += schema.get("enum", []) + ([schema["const"]] if "const" in schema else [])
     for bound in ("minimum", "maximum"):
@@ -89,22 +90,23 @@ def refused_by_check(tool, settings, file):
 
 
 def judge_tree(tool, schema, folder):
-    """What is wrong, and the number of values tried."""
+    """Returns the values on which the schema and the tool disagree, a line each, and the number of values tried."""
     settings = {path: schema["$defs"].get(stated.pop("$ref", "").removeprefix("#/$defs/"), {}) | stated
                 for path, stated in schema["properties"]["settings"]["properties"].items()}
     probes = {path: ANYTHING + values_near(stated) for path, stated in settings.items()}
     nodes = json.loads(run(tool, "export", "--format", "json").stdout)["nodes"]
     checked_by_code = {node["path"] for node in nodes if (node["validator"] or {}).get("kind") == "callable"}
-    faults = []
+    disagreements = []
     for turn in range(max(map(len, probes.values()))):
         file = pathlib.Path(folder, f"{turn}.json")
         tried = {path: values[turn] for path, values in probes.items() if turn < len(values)}
         refused = refused_by_check(tool, tried, file)
         refused_by_schema = {path for path, value in tried.items() if not Validator(settings[path]).is_valid(value)}
         file.with_suffix(".refused").write_text(json.dumps(sorted(refused_by_schema)), "utf-8")
-        faults += [f"{path}: {json.dumps(tried[path])[:80]}: the schema {'refuses' if path in refused_by_schema else 'accepts'} it"
-                   for path in (refused ^ refused_by_schema) - (refused & checked_by_code)]
-    return faults, sum(map(len, probes.values()))
+        disagreements += [f"{path}: {json.dumps(tried[path])[:80]}: the schema "
+                          f"{'refuses' if path in refused_by_schema else 'accepts'} it"
+                          for path in (refused ^ refused_by_schema) - (refused & checked_by_code)]
+    return disagreements, sum(map(len, probes.values()))
 
 
 def exported_schema(tool):
@@ -115,13 +117,13 @@ def exported_schema(tool):
 
 def main(tool, sample_bundle, folder):
     sample = [tool, "--bundle", sample_bundle]
-    corpus_faults, files = judge_corpus(sample, exported_schema(sample))
-    tree_faults, values = judge_tree([tool], exported_schema([tool]), folder)
+    unexpected, files = judge_corpus(sample, exported_schema(sample))
+    disagreements, values = judge_tree([tool], exported_schema([tool]), folder)
     print(f"{files} files and {values} values of settings judged")
-    if files < 110 or values < 40000:
+    if files < 220 or values < 60000:
         sys.exit("too few were found to judge")
-    if faults := corpus_faults + tree_faults:
-        sys.exit("\n".join(faults[:40] + [f"{len(faults)} disagreements"]))
+    if wrong := unexpected + disagreements:
+        sys.exit("\n".join(wrong[:40] + [f"{len(wrong)} disagreements"]))
 
 
 with tempfile.TemporaryDirectory() as temporary:

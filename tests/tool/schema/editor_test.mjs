@@ -4,9 +4,10 @@ import Ajv from "ajv/dist/2020.js";
 import assert from "node:assert/strict";
 import fs from "node:fs";
 import { test } from "node:test";
+import { fileURLToPath } from "node:url";
 import service from "vscode-json-languageservice";
 
-const [here, folder] = [new URL(".", import.meta.url).pathname, process.env.SCHEMA_FOLDER];
+const [here, folder] = [fileURLToPath(new URL(".", import.meta.url)), process.env.SCHEMA_FOLDER];
 const read = (file) => fs.readFileSync(file, "utf8").replace(/^\uFEFF/, "");
 const readJson = (file) => JSON.parse(read(file));
 
