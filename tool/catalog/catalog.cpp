@@ -36,7 +36,8 @@ std::string_view messageLocale()
     return {};
 }
 
-/// Returns the languages to look in, the preferred one first: de_DE, de and en for de_DE.UTF-8.
+/// Returns the languages to look in, each one once, the preferred one first: de_DE, de and en for
+/// de_DE.UTF-8.
 std::vector<std::string> messageLanguages()
 {
     constexpr auto isPartOfName = [](char c) {
@@ -49,6 +50,7 @@ std::vector<std::string> messageLanguages()
         languages = {language, language.substr(0, language.find('_'))};
     }
     languages.emplace_back("en");
+    languages.erase(std::ranges::unique(languages).begin(), languages.end());
     return languages;
 }
 
