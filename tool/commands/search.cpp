@@ -144,9 +144,9 @@ void writeText(const Results& results, core::Layers& layers, Output& out)
         if (node->kind() == core::NodeKind::setting) {
             const core::LayerValue value = shownEffective(layers, *node);
             const std::string mark = originMark(value).empty() ? "" : "  " + std::string(originMark(value));
-            const std::size_t taken = node->fullName().size() + 2 + mark.size();
+            const std::size_t taken = displayWidth(node->fullName()) + 2 + mark.size();
             const std::size_t width = std::max(lineWidth, taken + shortestValueWidth) - taken;
-            out << "  " << out.styled(Style::value, valueOnOneLine(value, width))
+            out << "  " << out.styled(Style::value, cutToWidth(valueOnOneLine(value, width), width))
                 << out.styled(Style::note, mark);
         }
         out << '\n';
