@@ -113,7 +113,7 @@ TEST(Command, FitsTheTerminalAndUsesThePagerOnlyThere)
         {{"list", "--modified"}, {"PAGER="}, 0, fitted + hint},
         {{"list", "--modified", "--no-pager"}, {numberLines}, 0, fitted + hint},
         {{"list", "--modified"}, {"PAGER=nosuch 2>/dev/null"}, 0, fitted + hint},
-        {{"search", "userpath"}, {"PAGER="}, 0, "verdix.UserPath  \"設定ファイルの…  personal\n"},
+        {{"search", "userpath"}, {"PAGER= "}, 0, "verdix.UserPath  \"設定ファイルの…  personal\n"},
         {{"get", "class.int8"}, {numberLines}, 0, "1\n1\n" + hint},
         {{"get", "class.int8"}, {numberLines, "VXSETTINGS_PAGER=cat"}, 0, "1\n" + hint},
         {{"check", file}, {"PAGER=cat >/dev/null"}, 1, ""},
