@@ -123,6 +123,7 @@ TEST(Command, FitsTheTerminalAndUsesThePagerOnlyThere)
     EXPECT_EQ(outputOf({"list", "--modified", "--personal", file}, {"COLUMNS=40", numberLines}),
               "verdix.commandwindow.NumericFormat  \"long\"                    personal\n"
               "verdix.UserPath                     \"設定ファイルの場所です\"  personal\n");
+    EXPECT_EQ(std::ranges::count(outputOf({"search", "userpath"}, {"COLUMNS=40"}), '\n'), 2);
     for (const auto& [arguments, environment, exitCode, shown] : cases) {
         auto sample = arguments;
         sample.insert(sample.end(), {"--bundle", VX_SAMPLE_BUNDLE, "--personal", file});
