@@ -175,8 +175,7 @@ Action addSearch(CLI::App& command)
 {
     setHelp(command, "Search settings and groups by words, as people call them",
             "Words are found in names, titles, descriptions, keywords, values and old paths, also in other "
-            "forms, as\n"
-            "synonyms, and with a typing error. The best matches come first.\n"
+            "forms, as synonyms, and with a typing error. The best matches come first.\n"
             "Hidden groups and settings are left out, unless nothing else matches.\n"
             "Examples:\n  vxsettings search bigger font\n  vxsettings search stop asking when I quit");
     auto options = std::make_shared<SearchOptions>();
