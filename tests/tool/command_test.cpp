@@ -37,7 +37,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         int exitCode;
         std::string message;
     } cases[] = {
-        {{"tre"}, 2, "no such command: tre; did you mean tree?"},
+        {{"tre", "--format", "json"}, 2, "no such command: tre; did you mean tree?"},
         {{"unset", "a"}, 2, "no such command: unset; did you mean reset?"},
         {{"get", "a", "--persnal=x"}, 2, "no such option: --persnal; did you mean --personal?"},
         {{"get", "a", "--show-orgin"}, 2, "did you mean --show-origin?"},
