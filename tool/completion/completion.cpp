@@ -11,8 +11,6 @@
 #include <CLI/App.hpp>
 
 #include <algorithm>
-#include <iterator>
-#include <set>
 #include <string_view>
 
 #include "catalog/catalog.hpp"
@@ -271,11 +269,7 @@ private:
 
     void addConstraintNames()
     {
-        std::set<std::string> names;
-        for (const Node* node : session_.get().tree().nodes()) {
-            std::ranges::move(constraintNames(*node), std::inserter(names, names.end()));
-        }
-        for (const std::string& name : names) {
+        for (const std::string& name : constraintNames(session_.get().tree())) {
             add(name);
         }
     }
