@@ -47,6 +47,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         {{"--log-level", "all"}, 2, "not in {fatal,error,warning,information,debug,trace}"},
         {{"list", "--format", "json"}, 2, "--format: not an option here; use --json"},
         {{"export", "--json", "--format", "csv"}, 2, "--json and --format csv exclude each other"},
+        {{"diff", "a", "b", "--changed-settings", "c"}, 2, "--changed-settings is for --format markdown"},
         {{"check", ""}, 2, "FILE: needs a value that is not empty"},
         {{"search", ""}, 2, "WORDS: needs a value"},
         {{"export", "--format", "csv", "-o", ""}, 2, "--output: needs a value"},
