@@ -50,7 +50,7 @@ std::vector<std::string> messageLanguages()
         languages = {language, language.substr(0, language.find('_'))};
     }
     languages.emplace_back("en");
-    languages.erase(std::ranges::unique(languages).begin(), languages.end());
+    languages.erase(std::unique(languages.begin(), languages.end()), languages.end());
     return languages;
 }
 
