@@ -31,7 +31,7 @@ constexpr std::array<std::string_view, 17> smallWords = {"a",   "an",   "and", "
 
 std::string titleWord(std::string_view word, bool isInside)
 {
-    std::string small = boost::algorithm::to_lower_copy(std::string(word), std::locale::classic());
+    std::string small = lowerCase(word);
     if (isInside && std::ranges::find(smallWords, small) != smallWords.end()) {
         return small;
     }

@@ -4,16 +4,13 @@
 #include <settings_core/files/input_file.hpp>
 #include <settings_core/files/text_position.hpp>
 #include <settings_core/tree/suggestions.hpp>
+#include <settings_core/values/value_format.hpp>
 
 #include <foundation/verdixdata/text.hpp>
-
-#include <boost/algorithm/string/case_conv.hpp>
 
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <locale>
-#include <map>
 #include <set>
 #include <sstream>
 #include <string>
@@ -65,12 +62,6 @@ Words stemsOf(std::string_view text)
 bool isWithin(const Words& part, const Words& whole)
 {
     return std::ranges::includes(whole, part);
-}
-
-std::size_t lengthOf(std::string_view utf8)
-{
-    return static_cast<std::size_t>(std::ranges::count_if(
-        utf8, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; }));
 }
 
 std::vector<std::string> namesIn(const fs::path& folder, bool wantsFolders)
@@ -140,15 +131,15 @@ private:
     {
         const std::string file = language + "/" + name;
         const std::string area = fs::path(name).stem().string();
-        const bool hasSynonyms = area == synonymsFile;
-        if (!(hasSynonyms || files_.contains(area)) || name != area + ".json") {
+        const bool isSynonyms = area == synonymsFile;
+        if (!(isSynonyms || files_.contains(area)) || name != area + ".json") {
             add("", "is not the file of an area of the tree: rename or remove it", {.file = file});
             return;
         }
         const std::string text = core::readInput((folder_ / file).string());
         const core::PositionIndex index(text);
         try {
-            if (hasSynonyms) {
+            if (isSynonyms) {
                 static_cast<void>(parseSynonyms(text));
                 return;
             }
@@ -216,9 +207,9 @@ private:
         if (isWithin(stemsOf(entry.sentence), stemsOf(titleWords(node, entry)))) {
             report(located, "the sentence only repeats the title: say what a user gets, or remove it");
         }
-        if (lengthOf(entry.sentence) > maximumLength) {
-            report(located, "the sentence has " + std::to_string(lengthOf(entry.sentence)) +
-                                " characters: shorten it to " + std::to_string(maximumLength));
+        if (const std::size_t length = core::characterCount(entry.sentence); length > maximumLength) {
+            report(located, "the sentence has " + std::to_string(length) + " characters: shorten it to " +
+                                std::to_string(maximumLength));
         }
         if (!entry.sentence.ends_with('.')) {
             report(located, "the sentence does not end with a period: add one");

@@ -85,8 +85,7 @@ std::u16string JsonItem::utf16() const
 
 std::string JsonItem::string() const
 {
-    const bool isQuoted = value_.kind == JsonKind::string;
-    if (isQuoted && value_.text.find('\\') == std::string_view::npos) {  // most strings
+    if (isString() && value_.text.find('\\') == std::string_view::npos) {  // most strings
         return std::string(value_.text.substr(1, value_.text.size() - 2));
     }
     return foundation::verdixdata::toUtf8(utf16());

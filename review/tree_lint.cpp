@@ -13,7 +13,6 @@
 #include <settings/core/run_time_defaults.hpp>
 #include <settings/core/validators.hpp>
 
-#include <boost/algorithm/string/case_conv.hpp>
 #include <boost/algorithm/string/predicate.hpp>
 #include <boost/algorithm/string/trim.hpp>
 
@@ -38,6 +37,7 @@
 #include "crash_probe.hpp"
 #include "release_table.hpp"
 #include "source_file.hpp"
+#include "words.hpp"
 
 namespace vx::review {
 
@@ -183,9 +183,7 @@ private:
     {
         std::map<std::string, const Node*> seen;
         for (const Node& child : group.children()) {
-            const auto lower =
-                boost::algorithm::to_lower_copy(std::string(child.name()), std::locale::classic());
-            const auto [same, isNew] = seen.emplace(lower, &child);
+            const auto [same, isNew] = seen.emplace(lowerCase(child.name()), &child);
             if (!isNew && !isKnown(differsOnlyInCase, child.fullName())) {
                 add(child, "the name differs from " + same->second->getFullName() +
                                " only in letter case: choose another name");

@@ -74,6 +74,7 @@ TEST_F(Catalog, ADamagedFileIsIgnoredWithAHint)
     EXPECT_THAT(damaged.output, HasSubstr("Web: Use Proxy"));
     EXPECT_THAT(damaged.errors,
                 HasSubstr("catalog/en/web.json:2:37: expected a string; the file is ignored\n"));
+    EXPECT_EQ(run({"describe", "web.UseProxy"}, "LANG=en_US.UTF-8").errors, damaged.errors);
     EXPECT_THAT(run({"describe", "editor"}).errors, IsEmpty());
     EXPECT_THAT(run({"list", "web.*"}).errors, IsEmpty());
     const auto doctor = run({"doctor"}, "LC_ALL=de_DE.UTF-8");

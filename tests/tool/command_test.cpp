@@ -37,7 +37,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         int exitCode;
         std::string message;
     } cases[] = {
-        {{"tre"}, 2, "no such command: tre; did you mean tree?"},
+        {{"tre", "--format", "json"}, 2, "no such command: tre; did you mean tree?"},
         {{"unset", "a"}, 2, "no such command: unset; did you mean reset?"},
         {{"get", "a", "--persnal=x"}, 2, "no such option: --persnal; did you mean --personal?"},
         {{"get", "a", "--show-orgin"}, 2, "did you mean --show-origin?"},
@@ -47,6 +47,7 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         {{"--log-level", "all"}, 2, "not in {fatal,error,warning,information,debug,trace}"},
         {{"list", "--format", "json"}, 2, "--format: not an option here; use --json"},
         {{"export", "--json", "--format", "csv"}, 2, "--json and --format csv exclude each other"},
+        {{"diff", "a", "b", "--changed-settings", "c"}, 2, "--changed-settings is for --format markdown"},
         {{"check", ""}, 2, "FILE: needs a value that is not empty"},
         {{"search", ""}, 2, "WORDS: needs a value"},
         {{"export", "--format", "csv", "-o", ""}, 2, "--output: needs a value"},
@@ -113,6 +114,7 @@ TEST(Command, FitsTheTerminalAndUsesThePagerOnlyThere)
         {{"list", "--modified"}, {"PAGER="}, 0, fitted + hint},
         {{"list", "--modified", "--no-pager"}, {numberLines}, 0, fitted + hint},
         {{"list", "--modified"}, {"PAGER=nosuch 2>/dev/null"}, 0, fitted + hint},
+        {{"search", "userpath"}, {"PAGER= "}, 0, "verdix.UserPath  \"設定ファイルの…  personal\n"},
         {{"get", "class.int8"}, {numberLines}, 0, "1\n1\n" + hint},
         {{"get", "class.int8"}, {numberLines, "VXSETTINGS_PAGER=cat"}, 0, "1\n" + hint},
         {{"check", file}, {"PAGER=cat >/dev/null"}, 1, ""},
@@ -122,6 +124,7 @@ TEST(Command, FitsTheTerminalAndUsesThePagerOnlyThere)
     EXPECT_EQ(outputOf({"list", "--modified", "--personal", file}, {"COLUMNS=40", numberLines}),
               "verdix.commandwindow.NumericFormat  \"long\"                    personal\n"
               "verdix.UserPath                     \"設定ファイルの場所です\"  personal\n");
+    EXPECT_EQ(std::ranges::count(outputOf({"search", "userpath"}, {"COLUMNS=40"}), '\n'), 2);
     for (const auto& [arguments, environment, exitCode, shown] : cases) {
         auto sample = arguments;
         sample.insert(sample.end(), {"--bundle", VX_SAMPLE_BUNDLE, "--personal", file});

@@ -49,7 +49,7 @@ TEST_F(FileOperands, AreRefusedByName)
     refusesOutput("same");
     EXPECT_EQ(tests::readFile(personal), "{}");
 
-    refuses(2, "can be read only once", {"diff", "-", "-"});
+    refuses(2, "can be read only once", {"diff", "-", "tree", "--changed-settings", "-"});
     refuses(2, "--write needs a file", {"migrate", "-", "--write"});
     refuses(2, "--personal: needs a file", {"get", "UserPath", "--personal", "-"});
     refuses(3, "is a device, not a library", {"summary", "--bundle", "/dev/zero"});

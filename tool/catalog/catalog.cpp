@@ -36,7 +36,8 @@ std::string_view messageLocale()
     return {};
 }
 
-/// Returns the languages to look in, the preferred one first: de_DE, de and en for de_DE.UTF-8.
+/// Returns the languages to look in, each one once, the preferred one first: de_DE, de and en for
+/// de_DE.UTF-8.
 std::vector<std::string> messageLanguages()
 {
     constexpr auto isPartOfName = [](char c) {
@@ -49,6 +50,7 @@ std::vector<std::string> messageLanguages()
         languages = {language, language.substr(0, language.find('_'))};
     }
     languages.emplace_back("en");
+    languages.erase(std::unique(languages.begin(), languages.end()), languages.end());
     return languages;
 }
 
@@ -131,18 +133,18 @@ std::vector<std::vector<std::string>> Catalog::synonyms() const
     return synonyms;
 }
 
-std::vector<std::string> Catalog::damages(const core::SettingsTree& tree) const
+std::vector<std::string> Catalog::diagnostics(const core::SettingsTree& tree) const
 {
     std::set<std::string_view> areas;
     for (const Node* node : tree.nodes()) {
         areas.insert(review::catalogFileOf(*node));
     }
-    std::vector<std::string> damages;
-    const auto tryFile = [&damages](const fs::path& folder, std::string_view name, auto parse) {
+    std::vector<std::string> diagnostics;
+    const auto tryFile = [&diagnostics](const fs::path& folder, std::string_view name, auto parse) {
         try {
             static_cast<void>(parseFile(folder, name, parse));
         } catch (const std::runtime_error& error) {
-            damages.emplace_back(error.what());
+            diagnostics.emplace_back(error.what());
         }
     };
     for (const fs::path& folder : folders_) {
@@ -151,7 +153,7 @@ std::vector<std::string> Catalog::damages(const core::SettingsTree& tree) const
             tryFile(folder, area, review::parseCatalogFile);
         }
     }
-    return damages;
+    return diagnostics;
 }
 
 const Catalog::Entries& Catalog::entriesOf(std::string_view name)

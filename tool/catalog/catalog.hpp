@@ -39,8 +39,9 @@ public:
     /// Returns the folders of the languages that are looked in, the preferred one first. They need not exist.
     [[nodiscard]] const std::vector<std::filesystem::path>& folders() const noexcept { return folders_; }
 
-    /// Returns the errors of the files for the areas of a tree, at most one for each file, with place.
-    [[nodiscard]] std::vector<std::string> damages(const core::SettingsTree& tree) const;
+    /// Returns the diagnostics of the synonyms and of the files for the areas of a tree, with place. There is
+    /// at most one for each file.
+    [[nodiscard]] std::vector<std::string> diagnostics(const core::SettingsTree& tree) const;
 
 private:
     /// So that strings are looked up without a copy.

@@ -94,8 +94,7 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
                }
            },
            "Use this installation settings file; may be repeated, the first one wins (default: "
-           "verdix/settings.json "
-           "in each folder of $XDG_CONFIG_DIRS)")
+           "verdix/settings.json in each folder of $XDG_CONFIG_DIRS)")
         ->type_name("FILE")
         ->type_size(1)
         ->allow_extra_args(false)
@@ -105,7 +104,7 @@ std::shared_ptr<const GlobalOptions> addGlobalOptions(CLI::App& app)
            [options](const std::string& path) {
                options->layerFiles.personal = settingsFile("--personal", path);
            },
-           "Use this personal settings file, which set, reset, edit and undo change (default: "
+           "Use this personal settings file, which set, reset, import, edit and undo change (default: "
            "verdix/settings.json in $XDG_CONFIG_HOME)")
         ->type_name("FILE");
     app.add_option_function<std::vector<std::string>>(

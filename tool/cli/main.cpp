@@ -139,7 +139,7 @@ const Command& chosenCommand(const std::vector<Command>& commands)
 
 /// Gives a hint at a feature switch that no factory setting depends on. It is set nevertheless: the bundle
 /// may be another one.
-void warnOfUnknownFeature(const std::string& name)
+void hintAtUnknownFeature(const std::string& name)
 {
     std::string known;
     for (const auto& input : ::settings::verdix::featureInputs) {
@@ -158,7 +158,7 @@ ExitCode execute(const GlobalOptions& options, const Command& command)
         turnHintsOff();
     }
     for (const auto& [name, value] : options.features) {
-        warnOfUnknownFeature(name);
+        hintAtUnknownFeature(name);
         foundation::host::setFeature(name, value);
     }
     Output out(STDOUT_FILENO, "standard output", options.colour, options.format);

@@ -84,6 +84,9 @@ std::string unknownCommand(const CLI::App& program, const std::string& name)
 std::string usageError(const CLI::App& program, const CLI::ParseError& error)
 {
     const auto extras = program.remaining(true);
+    if (program.get_subcommands().empty() && !extras.empty() && !extras.front().starts_with('-')) {
+        return unknownCommand(program, extras.front());
+    }
     if (std::ranges::any_of(extras, isFormatOption)) {  // most commands write only one format
         return "--format: not an option here; use --json for JSON; see vxsettings --help";
     }
@@ -94,10 +97,7 @@ std::string usageError(const CLI::App& program, const CLI::ParseError& error)
         return unknownName("option", option->substr(0, option->find('=')), longOptions(program),
                            adviceToSeeHelp(program));
     }
-    if (extras.empty() || extras.front().starts_with('-') || !program.get_subcommands().empty()) {
-        return firstLine(error.what()) + "; " + adviceToSeeHelp(program);
-    }
-    return unknownCommand(program, extras.front());
+    return firstLine(error.what()) + "; " + adviceToSeeHelp(program);
 }
 
 }  // namespace vx::tool

@@ -169,8 +169,12 @@ void writeJson(const std::vector<Difference>& differences, Output& out)
 
 ExitCode diff(const DiffOptions& options, Output& out)
 {
-    requireOneStandardInput({options.older, options.newer});
+    requireOneStandardInput({options.older, options.newer, options.changedSettings});
     const std::string format = chosenFormat(options.format, out, "text");
+    if (format != "markdown" && !options.changedSettings.empty()) {
+        throw CommandError(ExitCode::usage,
+                           "--changed-settings is for --format markdown: other formats show no reasons");
+    }
     const auto older = review::readReleaseTree(options.older);
     const auto newer = review::readReleaseTree(options.newer);
     const auto differences = review::compareTrees(older, newer);
@@ -202,7 +206,7 @@ Action addDiff(CLI::App& command)
     addChoice(command, "--format", options->format, {"text", "json", "markdown"},
               "Write this format; markdown is for release notes (default: text)");
     addOption(command, "--changed-settings", options->changedSettings, "FILE",
-              "Add the reasons in this list of intended changes to the release notes");
+              "With --format markdown, add the reasons in this list of intended changes");
     return [options](LazySession&, Output& out) { return diff(*options, out); };
 }
 

@@ -192,8 +192,8 @@ void reportCatalog(const core::SettingsTree& tree, Report& report)
             report.add(what, "no translation");
         }
     }
-    for (const std::string& damage : catalog.damages(tree)) {
-        report.add(false, "file", damage + "; install the catalog again");
+    for (const std::string& diagnostic : catalog.diagnostics(tree)) {
+        report.add(false, "file", diagnostic + "; install the catalog again");
     }
     report.end();
 }

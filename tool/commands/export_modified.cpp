@@ -45,6 +45,7 @@ std::size_t writeModified(const Session& session, core::Layers& layers, bool wit
 void exportModified(const Session& session, core::Layers& layers, Output& out)
 {
     if (const std::size_t leftOut = writeModified(session, layers, false, out); leftOut != 0) {
+        out.flush();
         printHint(std::to_string(leftOut) + (leftOut == 1 ? " secret" : " secrets") +
                   " left out; add --secrets to export them too");
     }

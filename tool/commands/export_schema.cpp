@@ -69,7 +69,8 @@ void addDefault(json::object& schema, const Node& setting)
 /// Returns the description as Markdown, with a list of the allowed strings whose meaning is known.
 std::string markdownDescription(const CatalogEntry& entry, std::string_view facts)
 {
-    std::string text = markdownText(entry.sentence) + "\n\n" + markdownText(facts);
+    std::string text =
+        markdownText(entry.sentence) + (entry.sentence.empty() ? "" : "\n\n") + markdownText(facts);
     for (std::string_view separator = "\n\n"; const auto& [value, phrase] : entry.values) {
         text.append(separator).append("- ").append(markdownCode(value)).append(": ");
         text.append(markdownText(phrase));

@@ -33,6 +33,9 @@ std::string helpOfAll(const CLI::App& program)
 
 std::string wantedHelp(const CLI::App& program, const HelpOptions& options)
 {
+    if (options.isAll && !options.command.empty()) {
+        throw CommandError(ExitCode::usage, "COMMAND and --all exclude each other: leave one out");
+    }
     if (options.isAll) {
         return helpOfAll(program);
     }

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <fnmatch.h>
-#include <iterator>
 #include <memory>
 #include <set>
 #include <string>
@@ -100,10 +99,7 @@ bool isNamed(const Node& node, const std::vector<std::string>& patterns)
 /// Throws CommandError if the pattern matches the name of no constraint of any setting.
 void requireKnownConstraint(const Session& session, const std::string& pattern)
 {
-    std::set<std::string> names;
-    for (const Node* node : session.tree().nodes()) {
-        std::ranges::move(constraintNames(*node), std::inserter(names, names.end()));
-    }
+    const std::set<std::string> names = constraintNames(session.tree());
     if (std::ranges::none_of(names, [&](const auto& name) { return matches(pattern, name); })) {
         throw CommandError(ExitCode::failed, "no validator or constraint matches " + pattern +
                                                  "; available: " + boost::algorithm::join(names, ", "));

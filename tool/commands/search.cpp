@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -29,8 +30,9 @@ namespace {
 
 using core::Node;
 
-constexpr std::size_t defaultLineWidth = 80;    // in columns
-constexpr std::size_t shortestValueWidth = 16;  // in columns
+constexpr std::size_t anyWidth = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t valueWidth = 60;       // in characters
+constexpr std::size_t leastValueWidth = 16;  // in columns
 
 struct SearchOptions
 {
@@ -138,15 +140,15 @@ void writeDocument(const Results& results, core::Layers& layers, Output& out)
 void writeText(const Results& results, core::Layers& layers, Output& out)
 {
     constexpr std::string_view indent = "    ";
-    const std::size_t lineWidth = out.lineWidth().value_or(defaultLineWidth);
+    const std::size_t lineWidth = out.lineWidth().value_or(anyWidth);
     for (const auto& [node, rank, reason] : results.shown) {
         out << out.styled(Style::group, node->fullName());
         if (node->kind() == core::NodeKind::setting) {
             const core::LayerValue value = shownEffective(layers, *node);
             const std::string mark = originMark(value).empty() ? "" : "  " + std::string(originMark(value));
-            const std::size_t taken = node->fullName().size() + 2 + mark.size();
-            const std::size_t width = std::max(lineWidth, taken + shortestValueWidth) - taken;
-            out << "  " << out.styled(Style::value, valueOnOneLine(value, width))
+            const std::size_t taken = displayWidth(node->fullName()) + 2 + mark.size();
+            const std::size_t room = std::max(lineWidth, taken + leastValueWidth) - taken;
+            out << "  " << out.styled(Style::value, cutToWidth(valueOnOneLine(value, valueWidth), room))
                 << out.styled(Style::note, mark);
         }
         out << '\n';
@@ -173,8 +175,7 @@ Action addSearch(CLI::App& command)
 {
     setHelp(command, "Search settings and groups by words, as people call them",
             "Words are found in names, titles, descriptions, keywords, values and old paths, also in other "
-            "forms, as\n"
-            "synonyms, and with a typing error. The best matches come first.\n"
+            "forms, as synonyms, and with a typing error. The best matches come first.\n"
             "Hidden groups and settings are left out, unless nothing else matches.\n"
             "Examples:\n  vxsettings search bigger font\n  vxsettings search stop asking when I quit");
     auto options = std::make_shared<SearchOptions>();

@@ -1,5 +1,6 @@
 #include "completion/completion.hpp"
 
+#include <review/words.hpp>
 #include <settings_core/constraints/constraints.hpp>
 #include <settings_core/tree/path_lookup.hpp>
 #include <settings_core/values/value_format.hpp>
@@ -8,12 +9,8 @@
 #include <foundation/verdixdata/text.hpp>
 
 #include <CLI/App.hpp>
-#include <boost/algorithm/string/case_conv.hpp>
 
 #include <algorithm>
-#include <iterator>
-#include <locale>
-#include <set>
 #include <string_view>
 
 #include "catalog/catalog.hpp"
@@ -211,12 +208,11 @@ private:
     void addInnerPaths(const CommandLine& line, const std::string& argument)
     {
         const core::SettingsTree& tree = session_.get().tree();
-        const std::string typed = "." + boost::algorithm::to_lower_copy(argument, std::locale::classic());
+        const std::string typed = "." + review::lowerCase(argument);
         Catalog catalog(tree);
         for (const Node* node : tree.nodes()) {
             const std::string path = node->getFullName();
-            const std::size_t found =
-                boost::algorithm::to_lower_copy(path, std::locale::classic()).rfind(typed);
+            const std::size_t found = review::lowerCase(path).rfind(typed);
             if (found != std::string::npos && path.find('.', found + typed.size()) == std::string::npos) {
                 addNode(line, *node, path, catalog);
             }
@@ -273,11 +269,7 @@ private:
 
     void addConstraintNames()
     {
-        std::set<std::string> names;
-        for (const Node* node : session_.get().tree().nodes()) {
-            std::ranges::move(constraintNames(*node), std::inserter(names, names.end()));
-        }
-        for (const std::string& name : names) {
+        for (const std::string& name : constraintNames(session_.get().tree())) {
             add(name);
         }
     }

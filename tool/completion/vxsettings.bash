@@ -29,8 +29,8 @@ _vxsettings() {
         [[ $candidate == *[.=] ]] && compopt -o nospace
         COMPREPLY+=("$(printf '%q' "$candidate")")
     done < <("$1" complete -- "${words[@]}" 2>/dev/null)
-    # Candidates that only contain what is typed replace it by what they all begin with. A blank one prevents that, unless
-    # that is the first of them.
+    # Candidates that only contain what is typed replace it by what they all begin with. An empty one prevents that, unless
+    # all begin with the first of them.
     if $contains; then
         local others=${COMPREPLY[*]##"${COMPREPLY[0]}"*}
         [[ -z ${others// /} ]] || COMPREPLY+=(" ")

@@ -2,6 +2,8 @@
 
 #include <settings_core/constraints/constraints.hpp>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vx::tool {
@@ -38,6 +40,17 @@ std::vector<std::string> constraintNames(const core::Node& setting)
         }
     }
     return names.empty() ? std::vector<std::string>{"none"} : names;
+}
+
+std::set<std::string> constraintNames(const core::SettingsTree& tree)
+{
+    std::set<std::string> names;
+    for (const core::Node* node : tree.nodes()) {
+        if (node->kind() == core::NodeKind::setting) {
+            std::ranges::move(constraintNames(*node), std::inserter(names, names.end()));
+        }
+    }
+    return names;
 }
 
 }  // namespace vx::tool

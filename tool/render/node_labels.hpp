@@ -3,9 +3,11 @@
 // Short labels for the properties of nodes, shared by all commands.
 
 #include <settings_core/tree/node.hpp>
+#include <settings_core/tree/settings_tree.hpp>
 
 #include <settings/core/function_name.hpp>
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -36,5 +38,8 @@ template <class... Functions>
 /// validator has no name) and the kinds of its value validators as in an exported tree; only "none" if there
 /// are none.
 [[nodiscard]] std::vector<std::string> constraintNames(const core::Node& setting);
+
+/// Returns the names of the constraints of all settings of a tree.
+[[nodiscard]] std::set<std::string> constraintNames(const core::SettingsTree& tree);
 
 }  // namespace vx::tool

@@ -16,12 +16,15 @@ namespace {
 constexpr int notExecutable = 126;
 constexpr int notFound = 127;
 
-/// Returns the pager's shell command; empty for none.
+/// Returns the pager's shell command; empty for none. Whitespace is none too: a shell would run it without an
+/// error, and read no output.
 std::string pagerCommand()
 {
     for (const char* variable : {"VXSETTINGS_PAGER", "PAGER"}) {
-        if (const char* command = std::getenv(variable)) {
-            return std::string_view(command) == "cat" ? "" : command;
+        if (const char* value = std::getenv(variable)) {
+            const std::string_view command = value;
+            const bool isNone = command == "cat" || command.find_first_not_of(" \t\n") == command.npos;
+            return isNone ? "" : value;
         }
     }
     return isDumbTerminal() ? "" : "command -v less >/dev/null || exit 127; less";
