@@ -190,8 +190,11 @@ pageTest("edits a settings file as the commands do", {}, async (page) => {
     mkdirSync(dirname(file), { recursive: true });
     writeFileSync(file, original);
     await page.locator("#show-changes").click();
-    await page.locator("#open-file").setInputFiles({ name: "x.json", mimeType: "", buffer: Buffer.from('{"settings": {,}}') });
-    await page.locator("#notice").getByText("x.json: is not valid JSON").waitFor();
+    for (const [text, problem] of [['{"settings": {,}}', "is not valid JSON"], ["\u00a0", "is not valid JSON"], ['{"settings": 1}', "expected an object"],
+        [`{"a": ${"[".repeat(100)}${"]".repeat(100)}}`, "nesting deeper than 100"], [Buffer.from([0xff]), "is not valid UTF-8"]]) {
+        await page.locator("#open-file").setInputFiles({ name: "x.json", mimeType: "", buffer: Buffer.from(text) });
+        await page.locator("#notice").getByText(`x.json: ${problem}`).waitFor();
+    }
     await page.locator("#open-file").setInputFiles(file);
     await page.locator("#ignored").getByText("verdix.UserPath: 12 is not allowed: must be a string", { includeHidden: true })
         .waitFor({ state: "attached" });
@@ -219,6 +222,9 @@ pageTest("edits a settings file as the commands do", {}, async (page) => {
     await enter(page, "verdix.appdesigner.window.Position", "[1,2, 3,4]");
     await enter(page, "verdix.editor.OtherEditor", "undone");
     await page.getByRole("button", { name: "Undo verdix.editor.OtherEditor" }).click();
+    await edit(page, "verdix.editor.OtherEditor");
+    await page.keyboard.type("cancelled");
+    await page.keyboard.press("Escape");
 
     const download = page.waitForEvent("download");
     await page.getByRole("button", { name: "Download settings.json" }).click();
@@ -257,7 +263,7 @@ test("refuses the values that the check command refuses, with the same messages"
     const html = readFileSync(join(folder, "plain.html"), "utf8");
     const data = JSON.parse(/<script type="application\/json" id="data">(.*?)<\/script>/s.exec(html)[1]);
     const settings = [...html.matchAll(/<tr id="([^"]*)"/g)]
-        .map(([, path], index) => ({ path, constraint: data.constraints[data.settings[index].constraint], ...data.settings[index] }))
+        .map(([, path], index) => ({ path, ...data.settings[index] }))
         .map((setting) => ({ ...setting, constraint: data.constraints[setting.constraint] }))
         .filter(({ constraint, isReadOnly }) => constraint && !isReadOnly);
     const corpus = readJson(fixture("values.json"));
@@ -276,6 +282,8 @@ test("refuses the values that the check command refuses, with the same messages"
             assert.equal(messages.get(path) ?? null, message, `${path}: ${value}`);
         }
     }
+    const { constraint } = settings.find(({ path }) => path === "verdix.commandwindow.NumericFormat");
+    assert.match(checkValue(JSON.stringify("x".repeat(1e6)), constraint).message, /^"x+… is not allowed: must be a string/);
 });
 
 pageTest("prints the shown settings only", { hash: "#?area=colors" }, async (page) => {
