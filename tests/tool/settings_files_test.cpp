@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
 #include <filesystem>
 #include <string>
 #include <tests/support/files.hpp>
@@ -16,7 +17,9 @@
 namespace {
 
 namespace fs = std::filesystem;
+using testing::AllOf;
 using testing::HasSubstr;
+using testing::Not;
 using tests::FailsInOneLine;
 using tests::readFile;
 using tests::ToolRun;
@@ -266,6 +269,22 @@ TEST_F(SettingsFilesTest, UndoPassesOverAChangeThatWasNotCarriedOut)
                     FailsInOneLine(1, HasSubstr(blocked)));
         EXPECT_EQ(readFile(personal), first);
     }
+}
+
+TEST_F(SettingsFilesTest, SecretsAreNotShownWhileTheyAreTyped)
+{
+    const auto type = [&](const std::string& typed) {
+        const std::string prompt = "verdix.web.AccessToken (not shown): ";
+        const ToolRun shown = tests::runToolOnTerminal(
+            {"set", "web.AccessToken", "--stdin", "--bundle", VX_SAMPLE_BUNDLE, "--personal", personal}, {},
+            typed, prompt);
+        EXPECT_THAT(shown.output, AllOf(testing::StartsWith(prompt), Not(HasSubstr("sesame"))));
+        return shown.exitCode;
+    };
+    EXPECT_EQ(type("sesame\nrest"), 0);
+    EXPECT_EQ(type("sesame 2\x03"), -SIGINT);
+    EXPECT_EQ(type(""), 1);
+    EXPECT_EQ(run({"get", "web.AccessToken", "--personal", personal}).output, "sesame\n");
 }
 
 TEST_F(SettingsFilesTest, SecretsAreOnlyShownByGet)

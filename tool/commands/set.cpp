@@ -1,15 +1,18 @@
 #include <settings_core/files/input_file.hpp>
+#include <settings_core/tree/secret_settings.hpp>
 
 #include <algorithm>
 #include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
+#include <unistd.h>
 #include <utility>
 
 #include "assignments.hpp"
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
+#include "editing/typed_line.hpp"
 #include "render/json_text.hpp"
 #include "settings_changes.hpp"
 
@@ -31,9 +34,20 @@ std::string readStandardInput()
     return core::readInput(std::string(core::standardInput));
 }
 
-/// Returns standard input without the line break at its end.
-std::string readValue()
+/// Returns the line that the user types at the terminal for the value of a setting.
+std::string askForValue(const core::Node& setting)
 {
+    const bool isSecret = core::isSecret(setting.fullName());
+    return readTypedLine(setting.getFullName() + (isSecret ? " (not shown): " : ": "),
+                         isSecret ? Typing::hidden : Typing::shown);
+}
+
+/// Returns standard input without the line break at its end; a terminal asks for one line.
+std::string readValue(LazySession& lazy, const std::string& path)
+{
+    if (::isatty(STDIN_FILENO) == 1) {
+        return askForValue(lazy.get().setting(path));
+    }
     std::string value = readStandardInput();
     if (value.ends_with('\n')) {
         value.pop_back();
@@ -47,7 +61,7 @@ std::string readValue()
 ExitCode setOne(LazySession& lazy, const SetOptions& options, Output& out)
 {
     ChangedFile changed(lazy, options.change, "set " + options.path);
-    const core::ValueText value{options.value ? *options.value : readValue(),
+    const core::ValueText value{options.value ? *options.value : readValue(lazy, options.path),
                                 options.isJson ? core::Notation::json : core::Notation::script};
     const core::AppliedChanges applied = changed.editor.apply({{options.path, value}});
     if (out.isJson()) {
@@ -123,7 +137,8 @@ Action addSet(CLI::App& command)
             "it");
     addFlag(command, "--stdin", options->isFromInput,
             "Read VALUE from standard input, less a line break at its end, so that a password is not in the "
-            "list of processes; without PATH, read many settings");
+            "list of processes; a terminal asks for it, and does not show a secret; without PATH, read many "
+            "settings");
     addChangeOptions(command, options->change);
     return [options](LazySession& session, Output& out) { return set(session, *options, out); };
 }
