@@ -50,6 +50,10 @@ TEST_F(SettingsFilesTest, ValuesGoThroughTheLayers)
     EXPECT_EQ(run({"set", "UserPath", "--json-value", R"("a\nb")"}).exitCode, 0);
     EXPECT_EQ(run({"get", "UserPath"}).output, "a\nb\n");
     EXPECT_EQ(run({"get", "UserPath", "commandwindow.WindowSize"}).output, "a\\nb\n[180 45]\n");
+    const std::string path(100, 'x');
+    EXPECT_THAT(run({"set", "UserPath", path}).output, HasSubstr(path));
+    EXPECT_THAT(run({"list", "--modified"}).output, HasSubstr('"' + path + "\"  personal\n"));
+    EXPECT_EQ(run({"undo"}).exitCode, 0);
     const std::string modified = run({"list", "--modified"}).output;
     EXPECT_THAT(modified, testing::ContainsRegex("verdix.UserPath +\"a.nb\" +personal\n"));
     EXPECT_EQ(std::ranges::count(modified, '\n'), 2);

@@ -65,7 +65,7 @@ void writeText(const Node& setting, const LayerValue& before, const LayerValue& 
     const auto format = [&out](const LayerValue& value) {
         return value.value.isAssigned()
                    ? out.styled(Style::value,
-                                core::formatValueOnOneLine(value.value, valueWidth))
+                                core::formatValueOnOneLine(value.value, out.valueWidth(valueWidth)))
                    : out.styled(Style::note, "no value");
     };
     out << setting.fullName() << ": " << format(before) << " -> " << format(after) << ' '

@@ -98,6 +98,13 @@ public:
     /// length.
     [[nodiscard]] std::optional<std::size_t> lineWidth() const noexcept { return lineWidth_; }
 
+    /// Returns the number of characters at which to cut values: `width` where lines have a width; elsewhere
+    /// values are whole.
+    [[nodiscard]] std::size_t valueWidth(std::size_t width) const noexcept
+    {
+        return lineWidth_ ? width : std::string_view::npos;
+    }
+
     /// Has a terminal's user see what is written in a pager, all at once when it is flushed.
     void usePager() noexcept;
 
