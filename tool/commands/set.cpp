@@ -107,6 +107,9 @@ ExitCode setMany(LazySession& lazy, const SetOptions& options, Output& out)
 
 ExitCode set(LazySession& lazy, const SetOptions& options, Output& out)
 {
+    if (!options.isFromInput && !options.value && options.path.find('=') != std::string::npos) {
+        throw CommandError(ExitCode::usage, "no value: write a space in place of the = in " + options.path);
+    }
     if (options.isFromInput == options.value.has_value() || (options.path.empty() && !options.isFromInput)) {
         throw CommandError(ExitCode::usage, "set needs either a path and a value, or --stdin with or without "
                                             "a path; see vxsettings set --help");
