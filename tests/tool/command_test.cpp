@@ -124,6 +124,7 @@ TEST(Command, FitsTheTerminalAndUsesThePagerOnlyThere)
         {{"get", "class.int8"}, {numberLines}, 0, "1\n1\n" + hint},
         {{"get", "class.int8"}, {numberLines, "VXSETTINGS_PAGER=cat"}, 0, "1\n" + hint},
         {{"check", file}, {"PAGER=cat >/dev/null"}, 1, ""},
+        {{"doctor"}, {"PAGER=cat >/dev/null"}, 1, ""},
         {{"export", "--format", "html"}, {"PAGER=true"}, 0, ""},  // ends before it has read all
         {{"reset", "gone"}, {numberLines}, 0, "verdix.gone: removed, in "},
     };

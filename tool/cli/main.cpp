@@ -92,7 +92,7 @@ constexpr CommandEntry entries[] = {
     {"history", addHistory, review, View::inPager},
     {"export", addExport, review, View::inPager},
     {"lint", addLint, review, View::inPager},
-    {"doctor", addDoctor, review},
+    {"doctor", addDoctor, review, View::inPager},
     {"help", addHelp, shell, View::inPager, true},
     {"completion", addCompletion, shell},
     {"complete", addComplete, shell, View::atOnce, true},

@@ -114,6 +114,14 @@ public:
     /// Returns what the buffer holds.
     [[nodiscard]] std::string_view buffer() const noexcept { return buffer_; }
 
+    /// Writes the buffer, unless a pager is to show all output at once.
+    void flushUnlessPaged()
+    {
+        if (!hasPager_) {
+            flush();
+        }
+    }
+
     /// Writes the buffer, or shows it in the pager until the user quits that. Throws CommandError or
     /// ReaderGone.
     void flush();
