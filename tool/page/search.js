@@ -109,6 +109,7 @@ const makeSearch = (() => {
             this.size = entries.length;
             this.words = new Map(); // to stem and postings: number of entry and field, weight, and so on
             this.names = entries.map(namesOf);
+            this.isSecondary = entries.map((entry) => entry.isSecondary);
             this.root = lowerCase(entries[0]?.path.split(".")[0] ?? "");
             this.synonyms = new Map();
             entries.forEach((entry, number) => this.addEntry(entry, number));
@@ -163,6 +164,12 @@ const makeSearch = (() => {
             return this.select((word) => (isSimilar(word) ? quality.part : 0));
         }
 
+        /** Whether postings are of entries that are not secondary. */
+        hasPrimary(found) {
+            return found.some(([, postings]) => postings.some((posting, at) =>
+                at % 2 === 0 && !this.isSecondary[Math.floor(posting / fieldsOfEntry)]));
+        }
+
         /** Returns two words of the index that the word consists of, or else the word. */
         split(word) {
             for (let end = word.length - shortestPart; end >= shortestPart; --end) {
@@ -206,7 +213,7 @@ const makeSearch = (() => {
     function search(query, index) {
         const all = wordsOf(query);
         const meant = meantWords(all, index);
-        const words = meant.flatMap((word, at) => (index.find(meant, at).length > 0 ? [word] : index.split(word)));
+        const words = meant.flatMap((word, at) => (index.hasPrimary(index.find(meant, at)) ? [word] : index.split(word)));
         const scores = new Float64Array(index.size);
         const shares = new Float64Array(index.size);
         words.forEach((word, at) => {
