@@ -219,6 +219,9 @@ pageTest("edits a settings file as the commands do", {}, async (page) => {
     await enter(page, "verdix.appdesigner.window.Position", "[1,2, 3,4]");
     await enter(page, "verdix.editor.OtherEditor", "undone");
     await page.getByRole("button", { name: "Undo verdix.editor.OtherEditor" }).click();
+    await edit(page, "verdix.workingfolder.LastFolderPath");
+    await page.keyboard.type("cancelled");
+    await page.keyboard.press("Escape");
 
     const download = page.waitForEvent("download");
     await page.getByRole("button", { name: "Download settings.json" }).click();

@@ -64,14 +64,14 @@ class Editor {
     }
 
     close() {
-        const hadFocus = this.form.contains(document.activeElement);
+        if (this.form.contains(document.activeElement)) {
+            // Before anything else, because a field that is left commits what was typed.
+            this.setting.row.querySelector("th a").focus({ preventScroll: true });
+        }
         editors.delete(this.setting);
         this.form.remove();
         this.setting.row.classList.remove("editing");
         showInRow(this.setting);
-        if (hadFocus) {
-            this.setting.row.querySelector("th a").focus({ preventScroll: true });
-        }
     }
 
     /** Checks what was entered, and shows why it is refused. Returns the value if it is accepted. */
@@ -106,13 +106,13 @@ class Editor {
     }
 
     remove() {
-        removeValue(this.setting);
         this.close();
+        removeValue(this.setting);
     }
 
     cancel() {
-        restoreChange(this.setting, this.changeBefore);
         this.close();
+        restoreChange(this.setting, this.changeBefore);
     }
 }
 
