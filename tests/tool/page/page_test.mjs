@@ -260,7 +260,7 @@ test("refuses the values that the check command refuses, with the same messages"
     const html = readFileSync(join(folder, "plain.html"), "utf8");
     const data = JSON.parse(/<script type="application\/json" id="data">(.*?)<\/script>/s.exec(html)[1]);
     const settings = [...html.matchAll(/<tr id="([^"]*)"/g)]
-        .map(([, path], index) => ({ path, constraint: data.constraints[data.settings[index].constraint], ...data.settings[index] }))
+        .map(([, path], index) => ({ path, ...data.settings[index] }))
         .map((setting) => ({ ...setting, constraint: data.constraints[setting.constraint] }))
         .filter(({ constraint, isReadOnly }) => constraint && !isReadOnly);
     const corpus = readJson(fixture("values.json"));
@@ -279,6 +279,8 @@ test("refuses the values that the check command refuses, with the same messages"
             assert.equal(messages.get(path) ?? null, message, `${path}: ${value}`);
         }
     }
+    const { constraint } = settings.find(({ path }) => path === "verdix.commandwindow.NumericFormat");
+    assert.match(checkValue(JSON.stringify("x".repeat(1e6)), constraint).message, /^"x+… is not allowed: must be a string/);
 });
 
 pageTest("prints the shown settings only", { hash: "#?area=colors" }, async (page) => {

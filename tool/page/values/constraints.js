@@ -70,9 +70,9 @@ function tryToParse(text, constraint) {
     }
 }
 
-/** Returns what to do about a text that is no value; empty if that is not obvious. */
+/** Returns what to do about a text that is no value; empty if that is not obvious, or too long to be shown. */
 function adviceFor(text, constraint, isUnsuitable) {
-    if (text.length > shownWidth) {
+    if (utf8(text).length > shownWidth) {
         return "";
     }
     if (constraint.rows === 1 && constraint.columns === 1) {

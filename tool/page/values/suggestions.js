@@ -1,6 +1,6 @@
 // Strings that the reader may have meant, by edit distance (optimal string alignment).
 
-const utf8 = (text) => String.fromCharCode(...new TextEncoder().encode(text));
+const utf8 = (text) => new TextEncoder().encode(text);
 const lowerAscii = (text) => text.replace(/[A-Z]/g, (letter) => letter.toLowerCase());
 
 function editDistance(from, to) {
@@ -22,12 +22,12 @@ function editDistance(from, to) {
 
 /** Returns the up to three strings that are most similar to the wanted one. */
 function suggestStrings(wanted, strings) {
-    const from = lowerAscii(utf8(wanted));
+    const from = utf8(lowerAscii(wanted));
     const allowed = Math.max(1, Math.floor(from.length / 3));
     if (from.length > 200) {
         return [];
     }
-    return strings.map((string) => ({ string, distance: editDistance(from, lowerAscii(utf8(string))) }))
+    return strings.map((string) => ({ string, distance: editDistance(from, utf8(lowerAscii(string))) }))
         .filter(({ distance }) => distance <= allowed)
         .sort((a, b) => a.distance - b.distance)
         .slice(0, 3)
