@@ -190,8 +190,11 @@ pageTest("edits a settings file as the commands do", {}, async (page) => {
     mkdirSync(dirname(file), { recursive: true });
     writeFileSync(file, original);
     await page.locator("#show-changes").click();
-    await page.locator("#open-file").setInputFiles({ name: "x.json", mimeType: "", buffer: Buffer.from('{"settings": {,}}') });
-    await page.locator("#notice").getByText("x.json: is not valid JSON").waitFor();
+    for (const [text, problem] of [['{"settings": {,}}', "is not valid JSON"], ["\u00a0", "is not valid JSON"], ['{"settings": 1}', "expected an object"],
+        [`{"a": ${"[".repeat(100)}${"]".repeat(100)}}`, "nesting deeper than 100"], [Buffer.from([0xff]), "is not valid UTF-8"]]) {
+        await page.locator("#open-file").setInputFiles({ name: "x.json", mimeType: "", buffer: Buffer.from(text) });
+        await page.locator("#notice").getByText(`x.json: ${problem}`).waitFor();
+    }
     await page.locator("#open-file").setInputFiles(file);
     await page.locator("#ignored").getByText("verdix.UserPath: 12 is not allowed: must be a string", { includeHidden: true })
         .waitFor({ state: "attached" });

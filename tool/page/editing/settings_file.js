@@ -79,7 +79,7 @@ function newSettingsFile() {
 
 /** Reads the text of a settings file. Throws an Error that says what is wrong. */
 function readSettingsFile(text) {
-    const isEmpty = text.trim() === ""; // also with a byte-order mark only
+    const isEmpty = /^\ufeff?[ \t\r\n]*$/.test(text);
     const prefix = !isEmpty && text.startsWith(byteOrderMark) ? byteOrderMark : "";
     const json = isEmpty ? newSettingsFile() : text.slice(prefix.length);
     const root = readJson(json);

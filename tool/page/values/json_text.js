@@ -2,14 +2,16 @@
 
 const whitespace = /[ \t\r\n]*/y;
 const scalarText = /"(?:[^"\\]|\\.)*"|[^\s,\]}]+/y;
+const deepestNesting = 100;
 
 /**
  * Returns the tree of a JSON text: {kind, start, end, text, string, elements, members}. Members have name, start (of
- * the name), nameEnd and value. Throws SyntaxError for invalid JSON.
+ * the name), nameEnd and value. Throws SyntaxError for invalid JSON, and Error for lists and objects nested too deep.
  */
 function readJson(text) {
     JSON.parse(text); // what follows relies on a valid text
     let at = 0;
+    let depth = 0;
     const match = (pattern) => {
         pattern.lastIndex = at;
         const [found] = pattern.exec(text);
@@ -18,6 +20,10 @@ function readJson(text) {
     };
     const separated = (close, readItem) => {
         const items = [];
+        depth += 1;
+        if (depth > deepestNesting) {
+            throw new Error(`nesting deeper than ${deepestNesting}`);
+        }
         at += 1;
         match(whitespace);
         while (text[at] !== close) {
@@ -27,6 +33,7 @@ function readJson(text) {
             match(whitespace);
         }
         at += 1;
+        depth -= 1;
         return items;
     };
     const readMember = () => {

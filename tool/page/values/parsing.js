@@ -102,7 +102,7 @@ function classByNotation({ notation, nodes }) {
     return token.kind === "boolean" ? "logical" : "double";
 }
 
-/** Returns the value of a JSON text for a constraint. Throws ValueError, and SyntaxError for invalid JSON. */
+/** Returns the value of a JSON text for a constraint. Throws ValueError, and as readJson does. */
 function parseValue(text, constraint) {
     const grid = gridOf(readJson(text));
     requireScalars(grid.nodes);
