@@ -138,6 +138,10 @@ pageTest("opens at the setting or group that the address names", { hash: "#verdi
         .find(({ operation }) => operation === "remove");
     await page.evaluate((path) => { location.hash = path; }, removed.from[0]);
     await page.locator("#notice").getByText(`removed in ${removed.release}`).waitFor();
+    await page.locator("#class").selectOption("cell"); // as no setting of the following group is, but some beneath it are
+    await page.evaluate(() => { location.hash = "verdix.desktop"; });
+    await page.waitForFunction(() => document.querySelector('[aria-selected="true"]').dataset.path.startsWith("verdix.desktop"));
+    assert.ok(await isInView(page, "verdix.desktop.currentfolder.History"));
 });
 
 pageTest("is used by keyboard alone", {}, async (page) => {
