@@ -258,6 +258,11 @@ pageTest("hides secrets, and says why a setting is not edited", { file: "modifie
         assert.match(await page.locator("#status").innerText(), new RegExp(reason));
         assert.equal(await page.getByRole("button", { name: `Edit ${path}` }).count(), 0);
     }
+    for (const path of ["verdix.UserPath", "verdix.dump"]) { // the buttons follow the pointer after a click, too
+        await page.locator(`[id="${path}"]`).hover();
+        await page.getByRole("button", { name: "Copy path" }).click();
+        await page.locator("#status").getByText(path).waitFor();
+    }
 });
 
 test("refuses the values that the check command refuses, with the same messages", () => {
