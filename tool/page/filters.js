@@ -117,6 +117,7 @@ function countInGroups(isSearching) {
             group.number.textContent = group.count;
         }
     }
+    keepTabStop();
 }
 
 /** Shows what the form asks for. */

@@ -35,10 +35,25 @@ const setOpen = (item, open) => item.setAttribute("aria-expanded", String(open))
 const above = (item) => item.parentElement.closest("[role=treeitem]");
 const reachable = () => [...byId("tree").querySelectorAll("li")].filter((item) => item.offsetParent !== null);
 
-function focusItem(item) {
-    byId("tree").querySelector('li[tabindex="0"]')?.setAttribute("tabindex", "-1");
+const tabStop = () => byId("tree").querySelector('li[tabindex="0"]');
+
+/** Makes an item the one that the Tab key leads to. */
+function setTabStop(item) {
+    tabStop()?.setAttribute("tabindex", "-1");
     item.tabIndex = 0;
-    item.focus({ preventScroll: false });
+}
+
+/** Keeps the tree within reach of the Tab key when groups are hidden. */
+function keepTabStop() {
+    const firstShown = byId("tree").querySelector("li:not([hidden])");
+    if (firstShown && tabStop().closest("[hidden]")) {
+        setTabStop(firstShown);
+    }
+}
+
+function focusItem(item) {
+    setTabStop(item);
+    item.focus();
 }
 
 /** Selects the tree item of a group, or the innermost visible item above it if it is in a closed one. */
@@ -127,8 +142,8 @@ function buildTree() {
     list.setAttribute("role", "tree");
     list.setAttribute("aria-label", "Groups");
     list.append(...[...groups.values()].filter((group) => !group.parent).map((group) => makeItem(group, 0)));
-    list.querySelector("li").tabIndex = 0;
     list.addEventListener("keydown", onTreeKey);
     list.addEventListener("click", onTreeClick);
     byId("tree").append(list);
+    setTabStop(list.querySelector("li"));
 }

@@ -103,6 +103,10 @@ pageTest("filters by area, class, visibility and validator", {}, async (page) =>
     const inColors = (node) => isColour(node) && node.path.startsWith("verdix.colors.");
     assert.deepEqual(await visibleSettings(page), paths(inColors));
     await page.locator("#clear").click();
+    await page.locator('[data-path="verdix.web"] > .label').click(); // the area filter hides it
+    await page.locator("#area").selectOption("colors");
+    assert.equal(await page.locator('#tree li[tabindex="0"]').isVisible(), true, "the tree is reached by Tab");
+    await page.locator("#area").selectOption("");
     await page.locator("#visibility").selectOption("hidden");
     const hidden = await visibleSettings(page);
     assert.ok(hidden.length < nodes.length && hidden.length >= paths((node) => node.visibility === "hidden").length);
