@@ -48,7 +48,7 @@ class Editor {
         form.addEventListener("change", () => this.commit());
         form.addEventListener("submit", (event) => this.onSubmit(event));
         form.addEventListener("keydown", (event) => {
-            if (event.key === "Escape") {
+            if (event.key === "Escape" && !event.isComposing) {
                 event.preventDefault();
                 this.cancel();
             }
