@@ -10,7 +10,7 @@ function offerActions(event) {
     if (!setting || setting.row.contains(rowActions) || isUsedByKeyboard) {
         return;
     }
-    editButton.hidden = setting.lockedReason !== "";
+    editButton.hidden = setting.fixedReason !== "";
     editButton.setAttribute("aria-label", `Edit ${setting.path}`);
     copyButton.textContent = "Copy";
     setting.row.cells[2].prepend(rowActions);

@@ -137,6 +137,12 @@ function onTreeClick(event) {
     }
 }
 
+/** Shows or hides the tree, which narrow windows hide by default. */
+function setDrawer(isShown) {
+    document.documentElement.classList.toggle("groups", isShown);
+    byId("groups").setAttribute("aria-expanded", String(isShown));
+}
+
 function buildTree() {
     const list = document.createElement("ul");
     list.setAttribute("role", "tree");

@@ -15,7 +15,7 @@ const readJson = (file) => JSON.parse(readFileSync(file, "utf8"));
 const fixture = (name) => join(import.meta.dirname, name);
 const nodes = readJson(join(folder, "tree.json")).nodes.filter((node) => node.node !== "group");
 const paths = (accepts) => nodes.filter(accepts).map((node) => node.path).sort();
-const hasRule = (node, kind) => node.valueValidators.some((rule) => rule.kind === kind);
+const hasValidator = (node, kind) => node.valueValidators.some((validator) => validator.kind === kind);
 
 let browser;
 before(async () => {
@@ -97,7 +97,7 @@ pageTest("finds settings as one types, the best first, and goes back to the tree
 pageTest("filters by area, class, visibility and validator", {}, async (page) => {
     await page.locator("#class").selectOption("int32");
     await page.locator("#validator").selectOption("colour");
-    const isColour = (node) => node.value?.class === "int32" && hasRule(node, "colour");
+    const isColour = (node) => node.value?.class === "int32" && hasValidator(node, "colour");
     assert.deepEqual(await visibleSettings(page), paths(isColour));
     await page.locator("#area").selectOption("colors");
     const inColors = (node) => isColour(node) && node.path.startsWith("verdix.colors.");
@@ -157,8 +157,6 @@ pageTest("is used by keyboard alone", {}, async (page) => {
     await page.keyboard.press("Enter");
     assert.equal(await page.evaluate(() => location.hash), "#verdix.colors.KeywordColor");
     await page.keyboard.press("Escape");
-    const index = paths(() => true).indexOf("verdix.colors.KeywordColor");
-    assert.ok(index > 0);
     await page.keyboard.press("ArrowDown");
     assert.equal(await focusedText(page), "CommentColor");
     await page.keyboard.press("ArrowUp");

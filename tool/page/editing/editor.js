@@ -117,8 +117,8 @@ class Editor {
 }
 
 function openEditor(setting) {
-    if (setting.lockedReason) {
-        announce(`${setting.path} cannot be edited: ${setting.lockedReason}`);
+    if (setting.fixedReason) {
+        announce(`${setting.path} cannot be edited: ${setting.fixedReason}`);
     } else if (editors.has(setting)) {
         editors.get(setting).fields[0].focus();
     } else {
