@@ -226,8 +226,11 @@ pageTest("edits a settings file as the commands do", {}, async (page) => {
     await enter(page, "verdix.appdesigner.history.MaxFileListSize", "-5");
     await enter(page, "verdix.desktop.currentfolder.History", "a b\n-c'd");
     await enter(page, "verdix.appdesigner.window.Position", "[1,2, 3,4]");
-    await enter(page, "verdix.editor.OtherEditor", "undone");
+    const undone = await edit(page, "verdix.editor.OtherEditor");
+    await page.keyboard.type("undone");
+    await page.keyboard.press("Tab");
     await page.getByRole("button", { name: "Undo verdix.editor.OtherEditor" }).click();
+    assert.equal(await undone.count(), 0, "an open editor would make the change again");
     await edit(page, "verdix.workingfolder.LastFolderPath");
     await page.keyboard.type("cancelled");
     await page.keyboard.press("Escape");

@@ -10,6 +10,9 @@ let isSaved = true; // whether all changes were downloaded or copied since the l
 const fileName = () => opened?.name ?? "settings.json";
 const commandLines = () => [...changes].map(([path, json]) => commandFor(settingsByPath.get(path), json));
 
+/** Closes the editor of a setting whose change is undone, as it would make the change again. */
+const closeEditor = (setting) => editors.get(setting)?.close();
+
 function makeChange(setting) {
     const link = make("a", { href: `#${setting.path}`, textContent: setting.path });
     const arrow = make("span", { className: "arrow", textContent: " → ", "aria-label": "becomes" , role: "img" });
@@ -18,7 +21,8 @@ function makeChange(setting) {
         const item = undo.closest("li");
         const next = item.nextElementSibling ?? item.previousElementSibling;
         const path = next?.querySelector("a").hash;
-        undoChange(setting);
+        closeEditor(setting);
+        restoreChange(setting, undefined);
         (changeList.querySelector(`a[href="${path}"]`) ?? panel.querySelector("h2")).focus();
     });
     return make("li", {}, link, undo, make("div", { className: "values" }, ...showValue(setting, valueBefore(setting)), arrow,
@@ -85,6 +89,7 @@ async function copyCommands() {
 function undoAll() {
     const undone = [...changes.keys()].map((path) => settingsByPath.get(path));
     changes.clear();
+    undone.forEach(closeEditor);
     undone.forEach(showInRow);
     showChanges();
     panel.querySelector("h2").focus();

@@ -59,8 +59,6 @@ function restoreChange(setting, change) {
     onChange(setting);
 }
 
-const undoChange = (setting) => restoreChange(setting, undefined);
-
 /** Returns the values of a settings file that the settings accept, by path, and what is wrong with the others. */
 function acceptedValues(file) {
     const values = new Map();
