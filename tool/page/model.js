@@ -32,7 +32,6 @@ function readSetting(row, group, facts) {
         group,
         constraint,
         fixedReason: fixedReason(facts, constraint),
-        isHere: true, // whether the row is in its group, not in the results
         facets: {
             area: group.parent ? area : group.name,
             class: row.dataset.class,
