@@ -6,7 +6,7 @@
  * Returns a function that takes a query, and returns the indexes of the matching entries, the best first.
  *
  * An entry is { path, title, sentence, keywords, values, oldPaths, isSecondary }, all but path and title optional. The
- * title includes those of the groups, as in "Editor › Display: Show Line Numbers". Groups and hidden settings are
+ * title includes those of the groups, as in "Editor › Display › Show Line Numbers". Groups and hidden settings are
  * secondary. Synonyms are lists of words.
  */
 const makeSearch = (() => {
@@ -77,7 +77,7 @@ const makeSearch = (() => {
     /** Returns what entries are searched by: pairs of a weight and words. */
     function fieldsOf(entry) {
         const [root, ...names] = entry.path.split(".");
-        const titles = entry.title.split(/ › |: /);
+        const titles = entry.title.split(" › ");
         const name = names.pop() ?? root;
         const title = titles.pop();
         const ofName = 84 + Math.floor(20 / Math.max(wordsOf(title).length, 1)) -
@@ -97,7 +97,7 @@ const makeSearch = (() => {
 
     /** Returns the queries, with their words run together, that name the entry: by its path, and otherwise. */
     function namesOf(entry) {
-        const names = [entry.path.split(".").at(-1), entry.title.split(/ › |: /).at(-1), ...(entry.oldPaths ?? []),
+        const names = [entry.path.split(".").at(-1), entry.title.split(" › ").at(-1), ...(entry.oldPaths ?? []),
             ...(entry.oldPaths ?? []).map(withoutRoot)];
         return { paths: [entry.path, withoutRoot(entry.path)].map(joined), others: names.map(joined) };
     }
