@@ -77,6 +77,7 @@ def main(vxsettings, sample_bundle, shell, *set_up):
         os.chmod(script.name, 0o700)
         environment = {
             "PATH": folder + ":" + os.environ["PATH"],
+            "PAGER": "cat",
             "HOME": folder, "XDG_CONFIG_HOME": folder, "XDG_CONFIG_DIRS": folder, "XDG_DATA_HOME": folder,
             "TERM": "dumb" if shell == "bash" else "xterm", "PS1": "$ ", "LC_ALL": "C.UTF-8", "COLUMNS": "200",
         }
