@@ -121,16 +121,15 @@ ExitCode set(LazySession& lazy, const SetOptions& options, Output& out)
 
 Action addSet(CLI::App& command)
 {
-    setHelp(
-        command, "Set a value in your personal settings file, or many values at once",
-        "Without PATH, --stdin reads a line PATH = VALUE for each setting; empty lines and lines that "
-        "begin with # are ignored. With --json-value it reads a JSON object of paths and values. If "
-        "anything is wrong, errors are reported with line and column, the first 20 of each kind, and nothing "
-        "is written.\n"
-        "Examples:\n  vxsettings set commandwindow.WrapLines true\n"
-        "  vxsettings set colors.KeywordColor '[14 0 255]'\n"
-        "  vxsettings set web.ProxyPassword --stdin < password\n"
-        "  vxsettings set --stdin < values");
+    setHelp(command, "Set a value in your personal settings file, or many values at once",
+            "Without PATH, --stdin reads a line PATH = VALUE for each setting; empty lines and lines that "
+            "begin with # are ignored. With --json-value it reads a JSON object of paths and values. If "
+            "anything is wrong, errors are reported with line and column, the first 20 of each kind, and "
+            "nothing is written.\n"
+            "Examples:\n  vxsettings set commandwindow.WrapLines true\n"
+            "  vxsettings set colors.KeywordColor '[14 0 255]'\n"
+            "  vxsettings set web.ProxyPassword --stdin < password\n"
+            "  vxsettings set --stdin < values");
     auto options = std::make_shared<SetOptions>();
     addPositional(command, "PATH", options->path, Need::optional, "Setting or alias");
     addPositional(command, "VALUE", options->value,
