@@ -3,11 +3,18 @@
 #include <settings_core/constraints/constraints.hpp>
 #include <settings_core/constraints/kinds.hpp>
 #include <settings_core/constraints/rejection.hpp>
+#include <settings_core/constraints/validation.hpp>
 #include <settings_core/tree/secret_settings.hpp>
 #include <settings_core/tree/suggestions.hpp>
 #include <settings_core/values/value_format.hpp>
 
 #include <foundation/verdixdata/text.hpp>
+#include <verdix/settings/internal/values.hpp>
+
+#include <boost/algorithm/string/classification.hpp>
+#include <boost/algorithm/string/replace.hpp>
+#include <boost/algorithm/string/split.hpp>
+#include <boost/algorithm/string/trim.hpp>
 
 #include <algorithm>
 #include <iterator>
@@ -123,58 +130,117 @@ try {
     return std::nullopt;
 }
 
+/// A text that the user may have meant.
+struct Correction
+{
+    const char* advice;
+    std::string text;  ///< empty if there is none
+};
+
+/// Whether digits are in groups of three, with commas between them: 25,000.
+bool isGrouped(std::string_view digits)
+{
+    const std::size_t first = digits.find(',');
+    if (first == 0 || first > 3 || digits.size() % 4 != first) {
+        return false;
+    }
+    for (std::size_t at = 0; at < digits.size(); ++at) {
+        if (at % 4 == first ? digits[at] != ',' : digits[at] < '0' || digits[at] > '9') {
+            return false;
+        }
+    }
+    return true;
+}
+
 std::string withoutCommas(std::string text)
 {
+    const std::size_t start = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
+    if (!isGrouped(std::string_view(text).substr(start, text.find('.') - start))) {
+        return "";
+    }
     std::erase(text, ',');
     return text;
 }
 
-/// Returns the list that the user may have meant by a text without brackets; empty if there is none.
-std::string correctedList(const RejectedText& rejected, const Properties& properties,
-                          const Constraint& target)
+std::string inDoubledQuotes(const std::string& text)
 {
-    const std::string text(rejected.text);
-    std::vector<std::string> candidates{"[" + text + "]"};
-    if (rejected.notation == Notation::script) {
-        candidates = {"{" + text + "}", "{\"" + text + "\"}", "[" + text + "]"};
+    return '"' + boost::algorithm::replace_all_copy(text, "\"", "\"\"") + '"';
+}
+
+/// Returns a list of the strings that a text without quotes separates by commas, or in brackets by
+/// whitespace.
+std::string listOfStrings(std::string_view text)
+{
+    const bool isBracketed =
+        (text.starts_with('{') && text.ends_with('}')) || (text.starts_with('[') && text.ends_with(']'));
+    text = isBracketed ? text.substr(1, text.size() - 2) : text;
+    if (text.find_first_of("\"';[]{}") != std::string_view::npos) {
+        return "";
     }
-    for (std::string& candidate : candidates) {
-        const auto value = parse(candidate, rejected.notation, target);
-        if (value && satisfiesAll(properties.valueValidators, *value)) {
-            return std::move(candidate);
+    std::vector<std::string> strings;
+    boost::algorithm::split(strings, text, boost::algorithm::is_any_of(isBracketed ? ", " : ","),
+                            boost::algorithm::token_compress_on);
+    for (std::string& string : strings) {
+        boost::algorithm::trim(string);
+        if (string.empty()) {
+            return "";
         }
     }
-    return "";
+    return formatValue(verdix::settings::internal::cellstr(std::move(strings)));
+}
+
+/// Returns what the user may have meant, the most likely first; not all of it is a value of the setting.
+std::vector<Correction> corrections(const RejectedText& rejected, const Constraint& target)
+{
+    const std::string text(rejected.text);
+    const bool isScript = rejected.notation == Notation::script;
+    std::vector<Correction> all;
+    if (isScript && (text.starts_with('"') || text.starts_with('\''))) {
+        all.push_back({"write it in quotes: ", text + text.front()});
+        all.push_back({"write it in quotes: ", inDoubledQuotes(text)});
+    }
+    if (isScript && target.elementClass == ArrayType::CELL) {
+        all.push_back({"write it as a list: ", "{" + text + "}"});
+        all.push_back({"write it as a list: ", listOfStrings(text)});
+    } else if (target.elementClass != ArrayType::CHAR) {  // in a string, brackets are mere characters
+        all.push_back({"write it as a list: ", "[" + text + "]"});
+    }
+    all.push_back({"write it without commas: ", withoutCommas(text)});
+    return all;
+}
+
+/// Returns a text as the user has to write it. On a command line, numbers and words need no quotes.
+std::string asWritten(const std::string& text, const RejectedText& rejected)
+{
+    const bool isPlain = std::string_view("\"'#[{").find(text.front()) == std::string_view::npos;
+    return rejected.hasPosition || isPlain ? text : "'" + text + "'";
 }
 
 /// Returns what to do about the text; empty if that is not obvious, or too long to be shown.
-std::string adviceFor(const RejectedText& rejected, const Properties& properties, bool isWellFormed)
+std::string adviceFor(const RejectedText& rejected, const Node& setting, bool isWellFormed)
 {
     const bool isQuotable = rejected.hasPosition || rejected.text.find('\'') == std::string_view::npos;
     if (rejected.text.empty() || rejected.text.size() > shownWidth || !isQuotable) {
         return "";
     }
-    const auto shown = [&](const std::string& text) {
-        return rejected.hasPosition ? text : "'" + text + "'";
-    };
-    const Constraint target = constraintOf(properties);
-    if (target.size.rows == 1U && target.size.columns == 1U) {
-        const std::string number = withoutCommas(std::string(rejected.text));
-        const bool hasCommas = number.size() != rejected.text.size();
-        return hasCommas && parse(number, rejected.notation, target) ? "write it without commas: " + number
-                                                                     : "";
-    }
-    if (const std::string corrected = correctedList(rejected, properties, target); !corrected.empty()) {
-        return "write it as a list: " + shown(corrected);
+    const Constraint target = constraintOf(setting.properties());
+    if (data::escapeUnprintable(rejected.text) == rejected.text) {
+        for (const auto& [advice, text] : corrections(rejected, target)) {
+            const auto value = text.empty() ? std::nullopt : parse(text, rejected.notation, target);
+            if (value && acceptsValue(setting, *value)) {
+                return advice + asWritten(text, rejected);
+            }
+        }
     }
     if (!target.colour || !isWellFormed) {
         return "";
     }
     const bool isNormalised = target.colour == ::settings::core::SettingValueValidator::Colour::normalised;
     if (rejected.notation == Notation::json) {
-        return "red is " + shown(isNormalised ? "[1, 0, 0]" : "[255, 0, 0]");
+        return "red is " + asWritten(isNormalised ? "[1, 0, 0]" : "[255, 0, 0]", rejected);
     }
-    return "red is " + shown(isNormalised ? "[1 0 0]" : "[255 0 0]") + " or " + shown("#ff0000");
+    return "red is " + asWritten(isNormalised ? "[1 0 0]" : "[255 0 0]", rejected) + " or " +
+           asWritten("#ff0000", rejected);
 }
 
 }  // namespace
@@ -207,7 +273,7 @@ std::string describeTextRejection(const Node& setting, const RejectedText& rejec
     const std::string what =
         isEmpty ? "an empty value" : truncate(data::escapeUnprintable(rejected.text), shownWidth);
     const bool isWellFormed = dynamic_cast<const UnsuitableValue*>(&error) != nullptr;
-    const std::string advice = adviceFor(rejected, properties, isWellFormed);
+    const std::string advice = adviceFor(rejected, setting, isWellFormed);
     if (!advice.empty() || isEmpty || (isWellFormed && constraintOf(properties).elementClass)) {
         return notAllowed(what, properties) + (advice.empty() ? "" : "; " + advice);
     }

@@ -70,18 +70,24 @@ function tryToParse(text, constraint) {
     }
 }
 
+/** Returns what the user may have meant by a text that is no value, the most likely first, by what to do. */
+function corrections(text) {
+    const isGrouped = /^[-+]?\d{1,3}(,\d{3})+(\.|$)/.test(text);
+    return [["write it as a list", `[${text}]`], ["write it without commas", isGrouped ? text.replaceAll(",", "") : ""]];
+}
+
 /** Returns what to do about a text that is no value; empty if that is not obvious, or too long to be shown. */
 function adviceFor(text, constraint, isUnsuitable) {
     if (utf8(text).length > shownWidth) {
         return "";
     }
-    if (constraint.rows === 1 && constraint.columns === 1) {
-        const number = text.replaceAll(",", "");
-        return number !== text && tryToParse(number, constraint) ? `write it without commas: ${number}` : "";
-    }
-    const list = tryToParse(`[${text}]`, constraint);
-    if (list && satisfiesValidators(list, constraint)) {
-        return `write it as a list: [${text}]`;
+    if (escapeUnprintable(text) === text) {
+        for (const [advice, corrected] of corrections(text)) {
+            const value = tryToParse(corrected, constraint);
+            if (value && isAccepted(value, constraint)) {
+                return `${advice}: ${corrected}`;
+            }
+        }
     }
     return constraint.colour && isUnsuitable
         ? `red is ${constraint.colour === "normalised" ? "[1, 0, 0]" : "[255, 0, 0]"}` : "";
