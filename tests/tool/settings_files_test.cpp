@@ -117,8 +117,8 @@ TEST_F(SettingsFilesTest, RejectedValuesAreExplainedOnce)
         {lines, "100,000",
          "100,000: column 4: expected nothing after the value; must be a whole number from 1000 to 25000"},
         {"rule.called", "2", "called"},
-        {"commandwindow.WrapLines", R"("on")", R"("on" is not allowed: must be true or false)",
-         "--json-value"},
+        {"commandwindow.WrapLines", R"("on")",
+         R"("on" is not allowed: must be true or false; write it without quotes: true)", "--json-value"},
     };
     for (const auto& rejected : cases) {
         std::vector<std::string> arguments{"set", rejected[0], rejected[1]};
@@ -127,7 +127,7 @@ TEST_F(SettingsFilesTest, RejectedValuesAreExplainedOnce)
     }
     EXPECT_THAT(run({"set", "colors.KeywordColor", "#f80"}).output, HasSubstr(" -> [255 136 0] "));
     EXPECT_THAT(run({"set", "rule.colour", "#ff0033"}).output, HasSubstr("[1 0 0.2] "));
-    EXPECT_THAT(run({"set", "commandwindow.WrapLines", "on"}).output, HasSubstr(" -> true "));
+    EXPECT_THAT(run({"set", "commandwindow.WrapLines", "ON"}).output, HasSubstr(" -> true "));
 }
 
 TEST_F(SettingsFilesTest, FaultsOfFilesAreNamed)
@@ -169,7 +169,8 @@ TEST_F(SettingsFilesTest, MigrationShowsFirstAndKeepsTheOldFile)
     EXPECT_EQ(shown.exitCode, 1) << "the value does not fit its new setting";
     EXPECT_THAT(shown.output, testing::ContainsRegex("from R2020b to R[0-9]+[ab], 1 setting unchanged\n"));
     EXPECT_THAT(shown.output, testing::ContainsRegex("moves +verdix.commandwindow.EightyColumns +to verdix"));
-    EXPECT_THAT(shown.output, HasSubstr("\"yes\" is not allowed: must be true or false"));
+    EXPECT_THAT(shown.output,
+                HasSubstr("\"yes\" is not allowed: must be true or false; write it without quotes: true"));
     EXPECT_EQ(readFile(file), before);
 
     // Values are converted in a file that is migrated to the newest release, which may be in preparation.

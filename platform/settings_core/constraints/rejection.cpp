@@ -7,6 +7,7 @@
 #include <settings_core/tree/secret_settings.hpp>
 #include <settings_core/tree/suggestions.hpp>
 #include <settings_core/values/value_format.hpp>
+#include <settings_core/values/value_literals.hpp>
 
 #include <foundation/verdixdata/text.hpp>
 #include <verdix/settings/internal/values.hpp>
@@ -137,6 +138,20 @@ struct Correction
     std::string text;  ///< empty if there is none
 };
 
+/// Returns what a text has in quotes, a logical value as true or false; empty without quotes.
+std::string withoutQuotes(std::string_view text, const Constraint& target)
+{
+    if (text.size() < 2 || !isQuote(text.front()) || text.back() != text.front()) {
+        return "";
+    }
+    const std::string_view content = text.substr(1, text.size() - 2);
+    if (target.elementClass != ArrayType::LOGICAL) {
+        return std::string(content);
+    }
+    const auto value = parseLogical(content);
+    return value ? *value ? "true" : "false" : "";
+}
+
 /// Whether digits are in groups of three, with commas between them: 25,000.
 bool isGrouped(std::string_view digits)
 {
@@ -195,10 +210,11 @@ std::vector<Correction> corrections(const RejectedText& rejected, const Constrai
     const std::string text(rejected.text);
     const bool isScript = rejected.notation == Notation::script;
     std::vector<Correction> all;
-    if (isScript && (text.starts_with('"') || text.starts_with('\''))) {
+    if (isScript && isQuote(text.front())) {
         all.push_back({"write it in quotes: ", text + text.front()});
         all.push_back({"write it in quotes: ", inDoubledQuotes(text)});
     }
+    all.push_back({"write it without quotes: ", withoutQuotes(text, target)});
     if (isScript && target.elementClass == ArrayType::CELL) {
         all.push_back({"write it as a list: ", "{" + text + "}"});
         all.push_back({"write it as a list: ", listOfStrings(text)});

@@ -70,10 +70,21 @@ function tryToParse(text, constraint) {
     }
 }
 
+/** Returns what a text has in quotes, a logical value as true or false; empty without quotes. */
+function withoutQuotes(text, constraint) {
+    const [, , content = ""] = /^(["'])(.*)\1$/.exec(text) ?? [];
+    return constraint.class !== "logical" ? content
+        : /^(true|on|yes)$/i.test(content) ? "true" : /^(false|off|no)$/i.test(content) ? "false" : "";
+}
+
 /** Returns what the user may have meant by a text that is no value, the most likely first, by what to do. */
-function corrections(text) {
+function corrections(text, constraint) {
     const isGrouped = /^[-+]?\d{1,3}(,\d{3})+(\.|$)/.test(text);
-    return [["write it as a list", `[${text}]`], ["write it without commas", isGrouped ? text.replaceAll(",", "") : ""]];
+    return [
+        ["write it without quotes", withoutQuotes(text, constraint)],
+        ["write it as a list", `[${text}]`],
+        ["write it without commas", isGrouped ? text.replaceAll(",", "") : ""],
+    ];
 }
 
 /** Returns what to do about a text that is no value; empty if that is not obvious, or too long to be shown. */
@@ -82,7 +93,7 @@ function adviceFor(text, constraint, isUnsuitable) {
         return "";
     }
     if (escapeUnprintable(text) === text) {
-        for (const [advice, corrected] of corrections(text)) {
+        for (const [advice, corrected] of corrections(text, constraint)) {
             const value = tryToParse(corrected, constraint);
             if (value && isAccepted(value, constraint)) {
                 return `${advice}: ${corrected}`;
