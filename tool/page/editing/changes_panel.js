@@ -5,10 +5,13 @@ const changeList = byId("change-list");
 const fileInput = byId("open-file");
 const downloadButton = byId("download");
 const copyCommandsButton = byId("copy-commands");
-let isSaved = true; // whether all changes were downloaded or copied
+let isSaved = true; // whether all changes were downloaded or copied since the last one was made
 
 const fileName = () => opened?.name ?? "settings.json";
 const commandLines = () => [...changes].map(([path, json]) => commandFor(settingsByPath.get(path), json));
+
+/** Closes the editor of a setting whose change is undone, as it would make the change again. */
+const closeEditor = (setting) => editors.get(setting)?.close();
 
 function makeChange(setting) {
     const link = make("a", { href: `#${setting.path}`, textContent: setting.path });
@@ -18,7 +21,8 @@ function makeChange(setting) {
         const item = undo.closest("li");
         const next = item.nextElementSibling ?? item.previousElementSibling;
         const path = next?.querySelector("a").hash;
-        undoChange(setting);
+        closeEditor(setting);
+        restoreChange(setting, undefined);
         (changeList.querySelector(`a[href="${path}"]`) ?? panel.querySelector("h2")).focus();
     });
     return make("li", {}, link, undo, make("div", { className: "values" }, ...showValue(setting, valueBefore(setting)), arrow,
@@ -49,7 +53,7 @@ function showChanges() {
 
 /** Called after each change of a value. */
 function onChange(setting) {
-    isSaved = changes.size === 0;
+    isSaved = false;
     showInRow(setting);
     showChanges();
 }
@@ -77,13 +81,17 @@ function downloadFile() {
 
 async function copyCommands() {
     const lines = commandLines();
-    isSaved = (await copyText(`${lines.join("\n")}\n`, `${lines.length} commands`)) || isSaved;
+    const isComplete = ![...changes].some(([path, json]) => json !== null && settingsByPath.get(path).isSecret);
+    const isCopied = await copyText(`${lines.join("\n")}\n`, `${lines.length} commands`);
+    isSaved ||= isCopied && isComplete;
 }
 
 function undoAll() {
-    for (const path of [...changes.keys()]) {
-        undoChange(settingsByPath.get(path));
-    }
+    const undone = [...changes.keys()].map((path) => settingsByPath.get(path));
+    changes.clear();
+    undone.forEach(closeEditor);
+    undone.forEach(showInRow);
+    showChanges();
     panel.querySelector("h2").focus();
 }
 
@@ -114,7 +122,7 @@ function startPanel() {
     copyCommandsButton.addEventListener("click", copyCommands);
     byId("undo-all").addEventListener("click", undoAll);
     addEventListener("beforeunload", (event) => {
-        if (!isSaved) {
+        if (!isSaved && changes.size > 0) {
             event.preventDefault();
         }
     });

@@ -59,21 +59,19 @@ function restoreChange(setting, change) {
     onChange(setting);
 }
 
-const undoChange = (setting) => restoreChange(setting, undefined);
-
 /** Returns the values of a settings file that the settings accept, by path, and what is wrong with the others. */
 function acceptedValues(file) {
     const values = new Map();
     const ignored = [];
     for (const { name: path, value } of file.values?.members ?? []) {
         const setting = settingsByPath.get(path);
-        const isEditable = setting && !setting.lockedReason;
+        const isEditable = setting && !setting.fixedReason;
         const checked = isEditable ? checkValue(value.text, setting.constraint, setting.isSecret) : {};
         values.delete(path); // of duplicates, the last one applies
         if (checked.value) {
             values.set(path, formatJson(checked.value, setting.constraint));
         } else {
-            ignored.push(`${path}: ${checked.message ?? (setting ? setting.lockedReason : unknownPath(path))}`);
+            ignored.push(`${path}: ${checked.message ?? (setting ? setting.fixedReason : unknownPath(path))}`);
         }
     }
     return { values, ignored };
