@@ -91,6 +91,9 @@ TEST_F(SettingsFilesTest, RejectedValuesAreExplainedOnce)
         {"rule.colour", "rde",
          R"("rde" is not allowed; did you mean "red"? Allowed: a colour: red, green and blue, each a number )"
          "from 0 to 1, or one of: red"},
+        {"rule.colour", "teal",
+         R"("teal" is not allowed: must be a colour: red, green and blue, each a number from 0 to 1, or one of: )"
+         "red; red is '[1 0 0]' or '#ff0000'"},
         {"colors.KeywordColor", "red",
          "red is not allowed: must be " + colour + "; red is '[255 0 0]' or '#ff0000'"},
         {"colors.KeywordColor", "#ff00",

@@ -205,10 +205,9 @@ std::string listOfStrings(std::string_view text)
 }
 
 /// Returns what the user may have meant, the most likely first; not all of it is a value of the setting.
-std::vector<Correction> corrections(const RejectedText& rejected, const Constraint& target)
+std::vector<Correction> corrections(const std::string& text, Notation notation, const Constraint& target)
 {
-    const std::string text(rejected.text);
-    const bool isScript = rejected.notation == Notation::script;
+    const bool isScript = notation == Notation::script;
     std::vector<Correction> all;
     if (isScript && isQuote(text.front())) {
         all.push_back({"write it in quotes: ", text + text.front()});
@@ -226,42 +225,68 @@ std::vector<Correction> corrections(const RejectedText& rejected, const Constrai
 }
 
 /// Returns a text as the user has to write it. On a command line, numbers and words need no quotes.
-std::string asWritten(const std::string& text, const RejectedText& rejected)
+std::string asWritten(const std::string& text, const Writing& writing)
 {
     const bool isPlain = std::string_view("\"'#[{").find(text.front()) == std::string_view::npos;
-    return rejected.hasPosition || isPlain ? text : "'" + text + "'";
+    return writing.hasPosition || isPlain ? text : "'" + text + "'";
+}
+
+bool isNormalised(const Constraint& constraint)
+{
+    return constraint.colour == ::settings::core::SettingValueValidator::Colour::normalised;
+}
+
+std::string describeRed(const Constraint& constraint, const Writing& writing)
+{
+    if (writing.notation == Notation::json) {
+        return "red is " + asWritten(isNormalised(constraint) ? "[1, 0, 0]" : "[255, 0, 0]", writing);
+    }
+    return "red is " + asWritten(isNormalised(constraint) ? "[1 0 0]" : "[255 0 0]", writing) + " or " +
+           asWritten("#ff0000", writing);
+}
+
+/// Returns what to do about a value that is no colour; empty if that is not obvious.
+std::string colourAdvice(const Array& value, const Constraint& constraint, const Writing& writing)
+{
+    if (!constraint.colour) {
+        return "";
+    }
+    if (data::textOf(value)) {
+        return describeRed(constraint, writing);
+    }
+    const bool isTripleOfBytes = data::hasSize(value, 1, 3) && data::everyNumber(value, [](auto part) {
+                                     return data::isWithin(part, 0, 255) && data::isWhole(part);
+                                 });
+    return isNormalised(constraint) && isTripleOfBytes ? "divide each by 255" : "";
 }
 
 /// Returns what to do about the text; empty if that is not obvious, or too long to be shown.
-std::string adviceFor(const RejectedText& rejected, const Node& setting, bool isWellFormed)
+std::string adviceFor(const std::string& text, const Writing& writing, const Node& setting, bool isWellFormed)
 {
-    const bool isQuotable = rejected.hasPosition || rejected.text.find('\'') == std::string_view::npos;
-    if (rejected.text.empty() || rejected.text.size() > shownWidth || !isQuotable) {
+    const bool isQuotable = writing.hasPosition || text.find('\'') == std::string::npos;
+    if (text.empty() || text.size() > shownWidth || !isQuotable) {
         return "";
     }
     const Constraint target = constraintOf(setting.properties());
-    if (data::escapeUnprintable(rejected.text) == rejected.text) {
-        for (const auto& [advice, text] : corrections(rejected, target)) {
-            const auto value = text.empty() ? std::nullopt : parse(text, rejected.notation, target);
+    if (data::escapeUnprintable(text) == text) {
+        for (const auto& [advice, corrected] : corrections(text, writing.notation, target)) {
+            const auto value = corrected.empty() ? std::nullopt : parse(corrected, writing.notation, target);
             if (value && acceptsValue(setting, *value)) {
-                return advice + asWritten(text, rejected);
+                return advice + asWritten(corrected, writing);
             }
         }
     }
-    if (!target.colour || !isWellFormed) {
-        return "";
-    }
-    const bool isNormalised = target.colour == ::settings::core::SettingValueValidator::Colour::normalised;
-    if (rejected.notation == Notation::json) {
-        return "red is " + asWritten(isNormalised ? "[1, 0, 0]" : "[255, 0, 0]", rejected);
-    }
-    return "red is " + asWritten(isNormalised ? "[1 0 0]" : "[255 0 0]", rejected) + " or " +
-           asWritten("#ff0000", rejected);
+    return target.colour && isWellFormed ? describeRed(target, writing) : "";
+}
+
+std::string withAdvice(std::string message, const std::string& advice)
+{
+    return std::move(message) + (advice.empty() ? "" : "; " + advice);
 }
 
 }  // namespace
 
-std::string describeRejection(const Node& setting, const Array& value)
+std::string describeRejection(const Node& setting, const Array& value, const Writing& writing)
 {
     const Properties& properties = setting.properties();
     if (isSecret(setting.fullName())) {
@@ -276,27 +301,28 @@ std::string describeRejection(const Node& setting, const Array& value)
                    " Allowed: " + (constraint.allowedStrings ? list(allowed) : describeAllowed(properties));
         }
     }
-    return notAllowed(describeValue(properties, value), properties);
+    return withAdvice(notAllowed(describeValue(properties, value), properties),
+                      colourAdvice(value, constraint, writing));
 }
 
-std::string describeTextRejection(const Node& setting, const RejectedText& rejected, const ParseError& error)
+std::string describeTextRejection(const Node& setting, std::string_view text, const Writing& writing,
+                                  const ParseError& error)
 {
     const Properties& properties = setting.properties();
     if (isSecret(setting.fullName())) {
         return hiddenValue(setting);
     }
-    const bool isEmpty = rejected.text.empty();
-    const std::string what =
-        isEmpty ? "an empty value" : truncate(data::escapeUnprintable(rejected.text), shownWidth);
+    const bool isEmpty = text.empty();
+    const std::string what = isEmpty ? "an empty value" : truncate(data::escapeUnprintable(text), shownWidth);
     const bool isWellFormed = dynamic_cast<const UnsuitableValue*>(&error) != nullptr;
-    const std::string advice = adviceFor(rejected, setting, isWellFormed);
+    const std::string advice = adviceFor(std::string(text), writing, setting, isWellFormed);
     if (!advice.empty() || isEmpty || (isWellFormed && constraintOf(properties).elementClass)) {
-        return notAllowed(what, properties) + (advice.empty() ? "" : "; " + advice);
+        return withAdvice(notAllowed(what, properties), advice);
     }
     const std::string place =
-        rejected.hasPosition
+        writing.hasPosition
             ? ""
-            : what + ": column " + std::to_string(positionAt(rejected.text, error.offset()).column) + ": ";
+            : what + ": column " + std::to_string(positionAt(text, error.offset()).column) + ": ";
     return place + error.what() + "; must be " + describeAllowed(properties);
 }
 

@@ -51,12 +51,26 @@ function describeAllowed(constraint) {
 
 const notAllowed = (what, constraint) => `${what} is not allowed: must be ${describeAllowed(constraint)}`;
 
+const withAdvice = (message, advice) => (advice ? `${message}; ${advice}` : message);
+
+const describeRed = ({ colour }) => `red is ${colour === "normalised" ? "[1, 0, 0]" : "[255, 0, 0]"}`;
+
+/** Returns what to do about a value that is no colour; empty if that is not obvious. */
+function colourAdvice(value, constraint) {
+    if (constraint.colour && value.class === "char") {
+        return describeRed(constraint);
+    }
+    const isTripleOfBytes = value.rows === 1 && value.columns === 3 &&
+        value.elements.every((part) => Number.isInteger(part) && part >= 0 && part <= 255);
+    return constraint.colour === "normalised" && isTripleOfBytes ? "divide each by 255" : "";
+}
+
 function describeRejectedValue(value, constraint) {
     const allowed = constraint.allowed ?? constraint.names ?? [];
     const string = value.elements.find((element) => typeof element === "string" && !allowed.includes(element));
     const meant = string === undefined ? "" : didYouMean(suggestStrings(string, allowed));
     if (meant === "") {
-        return notAllowed(formatValue(value, shownWidth), constraint);
+        return withAdvice(notAllowed(formatValue(value, shownWidth), constraint), colourAdvice(value, constraint));
     }
     const list = constraint.allowed ? allowed.map((word) => word || '""').join(", ") : describeAllowed(constraint);
     return `"${truncate(escapeUnprintable(string), shownWidth)}" is not allowed; ${meant} Allowed: ${list}`;
@@ -100,15 +114,14 @@ function adviceFor(text, constraint, isUnsuitable) {
             }
         }
     }
-    return constraint.colour && isUnsuitable
-        ? `red is ${constraint.colour === "normalised" ? "[1, 0, 0]" : "[255, 0, 0]"}` : "";
+    return constraint.colour && isUnsuitable ? describeRed(constraint) : "";
 }
 
 function describeRejectedText(text, error, constraint) {
     const advice = adviceFor(text, constraint, error.isUnsuitable);
     if (advice || (error.isUnsuitable && constraint.class)) {
         const what = truncate(escapeUnprintable(text), shownWidth);
-        return notAllowed(what, constraint) + (advice && `; ${advice}`);
+        return withAdvice(notAllowed(what, constraint), advice);
     }
     return `${error.message}; must be ${describeAllowed(constraint)}`;
 }
