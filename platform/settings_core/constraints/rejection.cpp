@@ -193,7 +193,8 @@ std::string listOfStrings(std::string_view text)
         return "";
     }
     std::vector<std::string> strings;
-    boost::algorithm::split(strings, text, boost::algorithm::is_any_of(isBracketed ? ", " : ","),
+    boost::algorithm::split(strings, boost::algorithm::trim_copy(text),
+                            boost::algorithm::is_any_of(isBracketed ? ", " : ","),
                             boost::algorithm::token_compress_on);
     for (std::string& string : strings) {
         boost::algorithm::trim(string);
