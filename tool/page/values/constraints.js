@@ -35,10 +35,15 @@ function satisfiesValidators(value, constraint) {
         lengthOf(value) <= (constraint.length ?? Infinity) && satisfiesElements(value, constraint);
 }
 
-function isAccepted(value, constraint) {
+/** Returns undefined if the constraint accepts the value, else the message of a function that refuses it, or "". */
+function refusal(value, constraint) {
     const isName = constraint.colour && value.class === "char";
-    return !constraint.acceptsNothing && satisfiesValidators(value, constraint) &&
-        (isName || !constraint.hasFactorySize || hasSize(value, constraint));
+    const isSatisfied = !constraint.acceptsNothing && satisfiesValidators(value, constraint);
+    if (isSatisfied && constraint.validator && !satisfiesNativeValidator(value, constraint)) {
+        return constraint.errorMessage ?? constraint.validator.message;
+    }
+    const isAccepted = isSatisfied && (isName || !constraint.hasFactorySize || hasSize(value, constraint));
+    return isAccepted ? undefined : (constraint.errorMessage ?? "");
 }
 
 /** Describes all constraints, with the numbers that the class has if nothing else limits them. */
@@ -103,8 +108,9 @@ function checkValue(text, constraint, isSecret = false) {
     const hidden = () => notAllowed("its value, which is not shown,", constraint);
     try {
         const value = parseValue(text, constraint);
-        return isAccepted(value, constraint) ? { value }
-            : { message: isSecret ? hidden() : describeRejectedValue(value, constraint) };
+        const message = refusal(value, constraint);
+        return message === undefined ? { value }
+            : { message: isSecret ? hidden() : message || describeRejectedValue(value, constraint) };
     } catch (error) {
         return { message: isSecret ? hidden() : describeRejectedText(text, error, constraint) };
     }
