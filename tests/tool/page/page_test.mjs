@@ -195,12 +195,14 @@ pageTest("edits a settings file as the commands do", {}, async (page) => {
         await page.locator("#open-file").setInputFiles({ name: "x.json", mimeType: "", buffer: Buffer.from(text) });
         await page.locator("#notice").getByText(`x.json: ${problem}`).waitFor();
     }
+    const zoom = await edit(page, "verdix.desktop.Zoom");
     await page.locator("#open-file").setInputFiles(file);
     await page.locator("#ignored").getByText("verdix.UserPath: 12 is not allowed: must be a string", { includeHidden: true })
         .waitFor({ state: "attached" });
     assert.match(await page.locator('[id="verdix.commandwindow.NumericFormat"]').textContent(), /"hex"/);
 
-    await (await edit(page, "verdix.desktop.Zoom")).getByRole("button", { name: "Remove" }).click();
+    assert.equal(await zoom.locator("input").inputValue(), "150");
+    await zoom.getByRole("button", { name: "Remove" }).click();
     await edit(page, "verdix.commandwindow.WrapLines");
     await page.keyboard.press("Space");
     await page.keyboard.press("Enter");
@@ -221,8 +223,10 @@ pageTest("edits a settings file as the commands do", {}, async (page) => {
     await enter(page, "verdix.desktop.currentfolder.History", "a b\n-c'd");
     await enter(page, "verdix.appdesigner.window.Position", "[1,2, 3,4]");
     await enter(page, "verdix.editor.OtherEditor", "undone");
+    const editor = await edit(page, "verdix.editor.OtherEditor");
     await page.getByRole("button", { name: "Undo verdix.editor.OtherEditor" }).click();
-    await edit(page, "verdix.editor.OtherEditor");
+    assert.notEqual(await editor.locator("input").inputValue(), "undone");
+    await editor.locator("input").focus();
     await page.keyboard.type("cancelled");
     await page.keyboard.press("Escape");
 

@@ -18,7 +18,7 @@ function makeChange(setting) {
         const item = undo.closest("li");
         const next = item.nextElementSibling ?? item.previousElementSibling;
         const path = next?.querySelector("a").hash;
-        undoChange(setting);
+        changeValue(setting, undefined);
         (changeList.querySelector(`a[href="${path}"]`) ?? panel.querySelector("h2")).focus();
     });
     return make("li", {}, link, undo, make("div", { className: "values" }, ...showValue(setting, valueBefore(setting)), arrow,
@@ -82,7 +82,7 @@ async function copyCommands() {
 
 function undoAll() {
     for (const path of [...changes.keys()]) {
-        undoChange(settingsByPath.get(path));
+        changeValue(settingsByPath.get(path), undefined);
     }
     panel.querySelector("h2").focus();
 }

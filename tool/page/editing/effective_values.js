@@ -29,37 +29,19 @@ function originOf(setting) {
 /** Whether the effective value is another one than the factory value. */
 const isModified = (setting) => originOf(setting) !== "factory" && valueNow(setting) !== setting.factory;
 
-/** Changes a setting to a value as JSON; back to the value before if it is that. */
+function dropIneffectiveChange(setting) {
+    const change = changes.get(setting.path);
+    if (change === null ? personalValue(setting) === undefined : change === undefined || change === valueBefore(setting)) {
+        changes.delete(setting.path);
+    }
+}
+
+/** Changes a setting to a value as JSON; null removes its personal value, undefined takes back what was changed. */
 function changeValue(setting, json) {
-    if (json === valueBefore(setting)) {
-        changes.delete(setting.path);
-    } else {
-        changes.set(setting.path, json);
-    }
+    changes.set(setting.path, json);
+    dropIneffectiveChange(setting);
     onChange(setting);
 }
-
-/** Removes the personal value of a setting. */
-function removeValue(setting) {
-    if (personalValue(setting) === undefined) {
-        changes.delete(setting.path);
-    } else {
-        changes.set(setting.path, null);
-    }
-    onChange(setting);
-}
-
-/** Puts back an earlier change; none if it is undefined. */
-function restoreChange(setting, change) {
-    if (change === undefined) {
-        changes.delete(setting.path);
-    } else {
-        changes.set(setting.path, change);
-    }
-    onChange(setting);
-}
-
-const undoChange = (setting) => restoreChange(setting, undefined);
 
 /** Returns the values of a settings file that the settings accept, by path, and what is wrong with the others. */
 function acceptedValues(file) {
@@ -95,13 +77,6 @@ function openFile(name, text) {
 function unknownPath(path) {
     const change = changeOf(path);
     return change ? `${change.text}: run vxsettings migrate` : "is not a setting";
-}
-
-function dropIneffectiveChange(setting) {
-    const change = changes.get(setting.path);
-    if (change === valueBefore(setting) || (change === null && personalValue(setting) === undefined)) {
-        changes.delete(setting.path);
-    }
 }
 
 /** Returns the settings file with the changes: the opened one, or a new one. */
