@@ -256,7 +256,9 @@ std::string PageData::text(const Session& session) const
         synonyms.push_back(json::array(words.begin(), words.end()));
     }
     const auto release = session.publishedRelease();
+    const auto newest = core::newestRelease(session.releaseChanges());
     const json::object data{{"release", release ? core::formatReleaseName(*release) : ""},
+                            {"newestRelease", newest ? core::formatReleaseName(*newest) : ""},
                             {"changes", releaseChangesJson(session)},
                             {"synonyms", std::move(synonyms)},
                             {"constraints", constraints_},

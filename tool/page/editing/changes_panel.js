@@ -25,13 +25,18 @@ function makeChange(setting) {
         ...showValue(setting, valueNow(setting))));
 }
 
-function describeFile(ignored) {
+function describeFile(check) {
     const count = opened?.values.size ?? 0;
     byId("file-state").textContent = opened ? `${opened.name}: ${count} ${count === 1 ? "value" : "values"} shown`
         : "Open your settings file to change it; without it, the download holds only the changes.";
-    byId("ignored").replaceChildren(...ignored.slice(0, 20).map((text) => make("li", { textContent: text })),
-        ...(ignored.length > 20 ? [make("li", { textContent: `and ${ignored.length - 20} more` })] : []));
-    byId("ignored-label").hidden = ignored.length === 0;
+    const problems = check?.problems ?? [];
+    const lines = problems.slice(0, 20).map(({ offset, path, message }) => {
+        const { line, column } = check.positions.at(offset);
+        return `${line}:${column}: ${path}: ${message}`;
+    });
+    lines.push(...(problems.length > lines.length ? [`and ${problems.length - lines.length} more`] : []));
+    byId("problems").replaceChildren(...lines.map((textContent) => make("li", { textContent })));
+    byId("problems-label").hidden = lines.length === 0;
 }
 
 function showChanges() {
@@ -87,21 +92,37 @@ function undoAll() {
     panel.querySelector("h2").focus();
 }
 
+/** Throws ParseError if the text has other bytes than those that it was decoded from. */
+function requireUtf8(bytes, text) {
+    const invalid = utf8(text).findIndex((byte, at) => byte !== bytes[at]);
+    if (invalid >= 0) {
+        const valid = new TextDecoder().decode(bytes.subarray(0, invalid), { stream: true });
+        throw new ParseError(valid.length, "invalid UTF-8: save the file as UTF-8");
+    }
+}
+
+function placeOf(error, text) {
+    const { line, column } = new PositionIndex(text.replace(byteOrderMark, "")).at(error.offset);
+    return `:${line}:${column}`;
+}
+
 async function openChosenFile() {
     const [chosen] = fileInput.files;
     if (!chosen) {
         return;
     }
+    let text = "";
     try {
-        const bytes = await chosen.arrayBuffer();
-        const text = new TextDecoder("utf-8", { fatal: true, ignoreBOM: true }).decode(bytes);
+        const bytes = new Uint8Array(await chosen.arrayBuffer());
+        text = new TextDecoder("utf-8", { ignoreBOM: true }).decode(bytes);
+        requireUtf8(bytes, text);
         describeFile(openFile(chosen.name, text));
         showChanges();
         applyFilters();
+        showNotice("");
     } catch (error) {
-        const reason = error instanceof SyntaxError ? `is not valid JSON: ${error.message}`
-            : error instanceof TypeError ? "is not valid UTF-8" : error.message;
-        showNotice(`${chosen.name}: ${reason}. It was not opened; nothing is changed.`);
+        const place = error instanceof ParseError ? placeOf(error, text) : "";
+        showNotice(`${chosen.name}${place}: ${error.message}. It was not opened; nothing is changed.`);
     }
     fileInput.value = "";
 }
@@ -118,6 +139,6 @@ function startPanel() {
             event.preventDefault();
         }
     });
-    describeFile([]);
+    describeFile();
     showChanges();
 }

@@ -43,40 +43,18 @@ function changeValue(setting, json) {
     onChange(setting);
 }
 
-/** Returns the values of a settings file that the settings accept, by path, and what is wrong with the others. */
-function acceptedValues(file) {
-    const values = new Map();
-    const ignored = [];
-    for (const { name: path, value } of file.values?.members ?? []) {
-        const setting = settingsByPath.get(path);
-        const isEditable = setting && !setting.lockedReason;
-        const checked = isEditable ? checkValue(value.text, setting.constraint, setting.isSecret) : {};
-        values.delete(path); // of duplicates, the last one applies
-        if (checked.value) {
-            values.set(path, formatJson(checked.value, setting.constraint));
-        } else {
-            ignored.push(`${path}: ${checked.message ?? (setting ? setting.lockedReason : unknownPath(path))}`);
-        }
-    }
-    return { values, ignored };
-}
-
-/** Takes over the values of a settings file. Returns what is wrong with those that are ignored. */
+/** Takes over the values of a settings file. Returns its FileCheck. */
 function openFile(name, text) {
     const file = readSettingsFile(text);
-    const { values, ignored } = acceptedValues(file);
+    const check = new FileCheck(file);
+    const { values } = check;
     const concerned = settings.filter((setting) => personalValue(setting) !== undefined || values.has(setting.path));
     opened = { name, file, values };
     for (const setting of concerned) {
         dropIneffectiveChange(setting);
         showInRow(setting);
     }
-    return ignored;
-}
-
-function unknownPath(path) {
-    const change = changeOf(path);
-    return change ? `${change.text}: run vxsettings migrate` : "is not a setting";
+    return check;
 }
 
 /** Returns the settings file with the changes: the opened one, or a new one. */

@@ -102,7 +102,8 @@ function describeRejectedText(text, error, constraint) {
 }
 
 /**
- * Parses a JSON text as the value of a setting. Returns the value, or the reason for which it is refused as `message`.
+ * Parses a JSON text as the value of a setting. Returns the value, or the reason for which it is refused as `message`,
+ * and where in the text as `offset`.
  */
 function checkValue(text, constraint, isSecret = false) {
     const hidden = () => notAllowed("its value, which is not shown,", constraint);
@@ -110,8 +111,8 @@ function checkValue(text, constraint, isSecret = false) {
         const value = parseValue(text, constraint);
         const message = refusal(value, constraint);
         return message === undefined ? { value }
-            : { message: isSecret ? hidden() : message || describeRejectedValue(value, constraint) };
+            : { message: isSecret ? hidden() : message || describeRejectedValue(value, constraint), offset: 0 };
     } catch (error) {
-        return { message: isSecret ? hidden() : describeRejectedText(text, error, constraint) };
+        return { message: isSecret ? hidden() : describeRejectedText(text, error, constraint), offset: error.offset };
     }
 }
