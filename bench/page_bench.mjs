@@ -10,6 +10,10 @@ import { pathToFileURL } from "node:url";
 
 const { chromium } = createRequire(new URL("../tests/tool/page/", import.meta.url))("playwright-core");
 const [, , file, runs = "7"] = process.argv;
+if (!file || !(Number(runs) > 0)) {
+    console.error("usage: node bench/page_bench.mjs PAGE [RUNS], with the file of the exported page");
+    process.exit(2);
+}
 const times = 10;
 const queries = ["color", "k", "ke", "keyword", "keyword color", "show line numbers", "wrap", "zzqqxx", "font siez", "e"];
 

@@ -60,6 +60,7 @@ TEST(Search, FindsWordsInOtherFormsAndPlaces)
         {"confirming exits", "confirmationdialogs.VerdixExitConfirm", "word"},
         {"collapse sections", "editor.codefolding.FoldSections", "word"},
         {"softwrap", "commandwindow.WrapLines", "word"},
+        {"linenumbers", "editor.displaysettings.ShowLineNumbers", "word"},  // as a hidden setting is called
         {"heap size of the java", "external.interfaces.java.HeapSize", "word"},
         {"firewall", "web.ProxyHost", "keyword"},
         {"recoverable", "DeleteFilesPermanently", "sentence"},
@@ -74,6 +75,8 @@ TEST(Search, FindsWordsInOtherFormsAndPlaces)
         EXPECT_EQ(best.path, "verdix." + path) << query;
         EXPECT_EQ(best.rank, rank) << query;
     }
+    EXPECT_THAT(tests::runTool({"search", "findfiles.GoToFileEnabled"}).errors,
+                testing::HasSubstr("no such path: findfiles.GoToFileEnabled; it was removed in R2021a\n"));
 }
 
 }  // namespace

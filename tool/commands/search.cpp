@@ -1,5 +1,7 @@
 #include <review/tree_json.hpp>
 #include <review/words.hpp>
+#include <settings_core/releases/release_history.hpp>
+#include <settings_core/tree/path_lookup.hpp>
 #include <settings_core/tree/suggestions.hpp>
 #include <settings_core/values/value_format.hpp>
 
@@ -94,18 +96,35 @@ std::size_t leaveOutHidden(std::vector<Result>& results)
     return std::erase_if(results, isHidden);
 }
 
+/// Gives a hint if the words are the path of a setting that a release removed, which has no entry.
+void hintAtRemoval(const Session& session, const std::vector<std::string>& words)
+{
+    const std::string path = core::fullPath(session.tree(), words.front());
+    if (words.size() > 1 || session.tree().find(path) != nullptr) {
+        return;
+    }
+    const core::ReleaseHistory history(session.releaseChanges());
+    if (const auto steps = history.changesFrom(path); !steps.empty() && steps.back().to.empty()) {
+        printHint("no such path: " + words.front() + "; " + core::describeSteps(steps));
+    }
+}
+
 Results find(const Session& session, const SearchOptions& options)
 {
     const std::string query = boost::algorithm::join(options.words, " ");
     if (review::splitWords(query).empty()) {
         throw CommandError(ExitCode::usage, "WORDS: needs letters or digits; see vxsettings search --help");
     }
+    hintAtRemoval(session, options.words);
     const core::SettingsTree& tree = session.tree();
     Catalog catalog(tree);
     std::vector<SearchEntry> entries = searchEntries(session, catalog);
     if (options.onlyHidden) {
         std::erase_if(entries,
                       [&tree](const SearchEntry& entry) { return !tree.find(entry.path)->isHidden(); });
+        for (SearchEntry& entry : entries) {
+            entry.isSecondary = tree.find(entry.path)->kind() == core::NodeKind::group;
+        }
     }
     Results results;
     for (const auto& [index, rank] : findMatches(tree, entries, catalog, query)) {

@@ -35,7 +35,7 @@ function markTarget(element) {
 }
 
 function revealSetting(setting) {
-    if (!setting.row.isConnected || setting.row.hidden || !shown.includes(setting)) {
+    if (!shown.includes(setting)) {
         clearFilters();
     } else if (main.classList.contains("searching") && !resultRows.contains(setting.row)) {
         showResults(Infinity);
@@ -48,14 +48,15 @@ function revealSetting(setting) {
 
 function revealGroup(group) {
     const isInside = ({ path }) => path.startsWith(`${group.path}.`);
-    const first = shown.find(isInside) ?? settings.find(isInside);
-    if (main.classList.contains("searching") || !shown.includes(first)) {
+    if (main.classList.contains("searching") || !shown.some(isInside)) {
         clearFilters();
     }
     for (let over = above(group.item); over; over = above(over)) {
         setOpen(over, true);
     }
-    (group.section ?? first?.group.section)?.scrollIntoView({ block: "start" });
+    const isShown = ({ section }) => section && !section.hidden;
+    const first = [group, ...[...groups.values()].filter(isInside)].find(isShown);
+    first?.section.scrollIntoView({ block: "start" });
     markTarget(null);
     select(group);
 }

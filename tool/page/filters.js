@@ -86,6 +86,12 @@ function showResults(limit) {
     moreResults.textContent = `Show all ${shown.length} settings`;
 }
 
+/** Shows the results that were left out, from the first of them on, as the button for it disappears. */
+function showAllResults() {
+    showResults(Infinity);
+    resultRows.rows[shownResults].querySelector("a").focus();
+}
+
 function showInTree() {
     putBack(resultRows.rows);
     const isShown = new Set(shown);
@@ -117,6 +123,7 @@ function countInGroups(isSearching) {
             group.number.textContent = group.count;
         }
     }
+    keepTabStop();
 }
 
 /** Shows what the form asks for. */

@@ -21,6 +21,9 @@ function leaveSearch() {
 }
 
 function onSearchKey(event) {
+    if (event.isComposing) {
+        return; // the key is for the input method
+    }
     if (event.key === "Escape") {
         event.preventDefault();
         leaveSearch();

@@ -16,7 +16,7 @@ function addGroup(path) {
 }
 
 /** Why a setting cannot be edited; empty if it can. */
-function lockedReason({ alias, lock, isReadOnly }, constraint) {
+function fixedReason({ alias, lock, isReadOnly }, constraint) {
     return alias ? `it is an alias of ${alias}: edit that setting`
         : isReadOnly ? "it is read-only" : lock ? `it is locked by ${lock}`
             : constraint.acceptsNothing ? "no value satisfies its constraints" : "";
@@ -31,8 +31,7 @@ function readSetting(row, group, facts) {
         row,
         group,
         constraint,
-        lockedReason: lockedReason(facts, constraint),
-        isHere: true, // whether the row is in its group, not in the results
+        fixedReason: fixedReason(facts, constraint),
         facets: {
             area: group.parent ? area : group.name,
             class: row.dataset.class,

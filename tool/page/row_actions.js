@@ -6,10 +6,11 @@ const rowActions = make("div", { className: "actions" }, editButton, copyButton)
 
 function offerActions(event) {
     const setting = settingOf(event.target);
-    if (!setting || setting.row.contains(rowActions) || rowActions.contains(document.activeElement)) {
+    const isUsedByKeyboard = rowActions.querySelector(":focus-visible") !== null; // moving them would lose the focus
+    if (!setting || setting.row.contains(rowActions) || isUsedByKeyboard) {
         return;
     }
-    editButton.hidden = setting.lockedReason !== "";
+    editButton.hidden = setting.fixedReason !== "";
     editButton.setAttribute("aria-label", `Edit ${setting.path}`);
     copyButton.textContent = "Copy";
     setting.row.cells[2].prepend(rowActions);

@@ -6,7 +6,7 @@
  * Returns a function that takes a query, and returns the indexes of the matching entries, the best first.
  *
  * An entry is { path, title, sentence, keywords, values, oldPaths, isSecondary }, all but path and title optional. The
- * title includes those of the groups, as in "Editor › Display: Show Line Numbers". Groups and hidden settings are
+ * title includes those of the groups, as in "Editor › Display › Show Line Numbers". Groups and hidden settings are
  * secondary. Synonyms are lists of words.
  */
 const makeSearch = (() => {
@@ -77,7 +77,7 @@ const makeSearch = (() => {
     /** Returns what entries are searched by: pairs of a weight and words. */
     function fieldsOf(entry) {
         const [root, ...names] = entry.path.split(".");
-        const titles = entry.title.split(/ › |: /);
+        const titles = entry.title.split(" › ");
         const name = names.pop() ?? root;
         const title = titles.pop();
         const ofName = 84 + Math.floor(20 / Math.max(wordsOf(title).length, 1)) -
@@ -97,7 +97,7 @@ const makeSearch = (() => {
 
     /** Returns the queries, with their words run together, that name the entry: by its path, and otherwise. */
     function namesOf(entry) {
-        const names = [entry.path.split(".").at(-1), entry.title.split(/ › |: /).at(-1), ...(entry.oldPaths ?? []),
+        const names = [entry.path.split(".").at(-1), entry.title.split(" › ").at(-1), ...(entry.oldPaths ?? []),
             ...(entry.oldPaths ?? []).map(withoutRoot)];
         return { paths: [entry.path, withoutRoot(entry.path)].map(joined), others: names.map(joined) };
     }
@@ -109,6 +109,7 @@ const makeSearch = (() => {
             this.size = entries.length;
             this.words = new Map(); // to stem and postings: number of entry and field, weight, and so on
             this.names = entries.map(namesOf);
+            this.isSecondary = entries.map((entry) => entry.isSecondary);
             this.root = lowerCase(entries[0]?.path.split(".")[0] ?? "");
             this.synonyms = new Map();
             entries.forEach((entry, number) => this.addEntry(entry, number));
@@ -163,6 +164,12 @@ const makeSearch = (() => {
             return this.select((word) => (isSimilar(word) ? quality.part : 0));
         }
 
+        /** Whether postings are of entries that are not secondary. */
+        hasPrimary(found) {
+            return found.some(([, postings]) => postings.some((posting, at) =>
+                at % 2 === 0 && !this.isSecondary[Math.floor(posting / fieldsOfEntry)]));
+        }
+
         /** Returns two words of the index that the word consists of, or else the word. */
         split(word) {
             for (let end = word.length - shortestPart; end >= shortestPart; --end) {
@@ -206,7 +213,7 @@ const makeSearch = (() => {
     function search(query, index) {
         const all = wordsOf(query);
         const meant = meantWords(all, index);
-        const words = meant.flatMap((word, at) => (index.find(meant, at).length > 0 ? [word] : index.split(word)));
+        const words = meant.flatMap((word, at) => (index.hasPrimary(index.find(meant, at)) ? [word] : index.split(word)));
         const scores = new Float64Array(index.size);
         const shares = new Float64Array(index.size);
         words.forEach((word, at) => {

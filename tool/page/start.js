@@ -13,7 +13,7 @@ function listenToFilters() {
         search.focus();
     });
     search.addEventListener("keydown", onSearchKey);
-    moreResults.addEventListener("click", () => showResults(Infinity));
+    moreResults.addEventListener("click", showAllResults);
     byId("nothing").querySelector("button").addEventListener("click", leaveSearch);
     const more = byId("more-filters");
     more.addEventListener("click", () => more.setAttribute("aria-expanded",

@@ -1,4 +1,4 @@
-// The colour theme, and the parts that narrow windows hide.
+// The colour theme.
 
 const themes = ["system", "light", "dark"];
 const themeKey = "settings-page-theme";
@@ -24,10 +24,4 @@ function setTheme(theme) {
 function nextTheme() {
     const at = themes.indexOf(document.documentElement.dataset.theme);
     setTheme(themes[(at + 1) % themes.length]);
-}
-
-/** Shows or hides the tree, which narrow windows hide by default. */
-function setDrawer(isShown) {
-    document.documentElement.classList.toggle("groups", isShown);
-    byId("groups").setAttribute("aria-expanded", String(isShown));
 }

@@ -1,32 +1,18 @@
 // The tree of groups beside the settings.
 
 function makeItem(group, depth) {
-    const item = document.createElement("li");
-    item.setAttribute("role", "treeitem");
-    item.setAttribute("aria-selected", "false");
-    item.setAttribute("aria-level", depth + 1);
-    item.tabIndex = -1;
-    item.dataset.path = group.path;
-    const part = (className, text) => {
-        const element = document.createElement("span");
-        element.className = className;
-        element.textContent = text;
-        return element;
-    };
-    const label = part("label", "");
-    label.style.setProperty("--depth", depth);
+    const isParent = group.children.length > 0;
+    const part = (className, textContent) => make("span", { className, textContent });
     group.number = part("count", "");
-    label.append(part("twist", group.children.length ? "›" : ""), part("text", group.name), group.number);
-    item.append(label);
-    group.item = item;
-    if (group.children.length) {
-        const list = document.createElement("ul");
-        list.setAttribute("role", "group");
-        list.append(...group.children.map((child) => makeItem(child, depth + 1)));
-        item.append(list);
-        item.setAttribute("aria-expanded", String(depth === 0));
+    const label = make("span", { className: "label" }, part("twist", isParent ? "›" : ""), part("text", group.name), group.number);
+    label.style.setProperty("--depth", depth);
+    group.item = make("li", { role: "treeitem", "aria-selected": "false", "aria-level": depth + 1, tabIndex: -1,
+        "data-path": group.path }, label);
+    if (isParent) {
+        group.item.append(make("ul", { role: "group" }, ...group.children.map((child) => makeItem(child, depth + 1))));
+        group.item.setAttribute("aria-expanded", String(depth === 0));
     }
-    return item;
+    return group.item;
 }
 
 const isOpen = (item) => item.getAttribute("aria-expanded") === "true";
@@ -35,10 +21,25 @@ const setOpen = (item, open) => item.setAttribute("aria-expanded", String(open))
 const above = (item) => item.parentElement.closest("[role=treeitem]");
 const reachable = () => [...byId("tree").querySelectorAll("li")].filter((item) => item.offsetParent !== null);
 
-function focusItem(item) {
-    byId("tree").querySelector('li[tabindex="0"]')?.setAttribute("tabindex", "-1");
+const tabStop = () => byId("tree").querySelector('li[tabindex="0"]');
+
+/** Makes an item the one that the Tab key leads to. */
+function setTabStop(item) {
+    tabStop()?.setAttribute("tabindex", "-1");
     item.tabIndex = 0;
-    item.focus({ preventScroll: false });
+}
+
+/** Keeps the tree within reach of the Tab key when groups are hidden. */
+function keepTabStop() {
+    const firstShown = byId("tree").querySelector("li:not([hidden])");
+    if (firstShown && tabStop().closest("[hidden]")) {
+        setTabStop(firstShown);
+    }
+}
+
+function focusItem(item) {
+    setTabStop(item);
+    item.focus();
 }
 
 /** Selects the tree item of a group, or the innermost visible item above it if it is in a closed one. */
@@ -122,13 +123,17 @@ function onTreeClick(event) {
     }
 }
 
+/** Shows or hides the tree, which narrow windows hide by default. */
+function setDrawer(isShown) {
+    document.documentElement.classList.toggle("groups", isShown);
+    byId("groups").setAttribute("aria-expanded", String(isShown));
+}
+
 function buildTree() {
-    const list = document.createElement("ul");
-    list.setAttribute("role", "tree");
-    list.setAttribute("aria-label", "Groups");
-    list.append(...[...groups.values()].filter((group) => !group.parent).map((group) => makeItem(group, 0)));
-    list.querySelector("li").tabIndex = 0;
+    const roots = [...groups.values()].filter((group) => !group.parent);
+    const list = make("ul", { role: "tree", "aria-label": "Groups" }, ...roots.map((root) => makeItem(root, 0)));
     list.addEventListener("keydown", onTreeKey);
     list.addEventListener("click", onTreeClick);
     byId("tree").append(list);
+    setTabStop(list.querySelector("li"));
 }

@@ -75,16 +75,14 @@ public:
     std::vector<SearchMatch> run() const
     {
         std::vector<std::string> words = meantWords();
-        std::vector<WordMatches> found = find(words);
-        if (splitUnmatched(words, found)) {
-            found = find(words);
+        std::vector<Scores> scores = scoresOf(words);
+        if (splitUnmatched(words, scores)) {
+            scores = scoresOf(words);
         }
-        std::vector<Scores> scores;
         for (std::size_t at = 0; at < words.size(); ++at) {
-            if (found[at].empty()) {
-                found[at] = index_.findSimilar(WantedWord(words[at], {}, {}));
+            if (matchesIn(scores[at]) == 0) {
+                scores[at] = index_.scoreSimilar(WantedWord(words[at], {}, {}));
             }
-            scores.push_back(index_.score(found[at]));
         }
         return matchesOf(scores);
     }
@@ -118,10 +116,10 @@ private:
         return words;
     }
 
-    /// Returns the matches of each word of the query. It may also match together with a neighbour.
-    std::vector<WordMatches> find(const std::vector<std::string>& words) const
+    /// Returns the scores of each word of the query. It may also match together with a neighbour.
+    std::vector<Scores> scoresOf(const std::vector<std::string>& words) const
     {
-        std::vector<WordMatches> found;
+        std::vector<Scores> scores;
         for (std::size_t at = 0; at < words.size(); ++at) {
             std::vector<std::string> neighbours;
             if (at > 0) {
@@ -130,23 +128,32 @@ private:
             if (at + 1 < words.size()) {
                 neighbours.push_back(words[at] + words[at + 1]);
             }
-            const WantedWord wanted(words[at], std::move(neighbours), synonyms_);
-            found.push_back(index_.find(wanted));
+            scores.push_back(index_.score(WantedWord(words[at], std::move(neighbours), synonyms_)));
         }
-        return found;
+        return scores;
     }
 
-    /// Replaces the words without matches that consist of two words of the entries. Returns whether there are
-    /// any.
-    bool splitUnmatched(std::vector<std::string>& words, const std::vector<WordMatches>& found) const
+    /// Replaces the words that match at most groups and hidden settings, and consist of two words of the
+    /// entries. Returns whether there are any.
+    bool splitUnmatched(std::vector<std::string>& words, const std::vector<Scores>& scores) const
     {
         std::vector<std::string> result;
         for (std::size_t at = 0; at < words.size(); ++at) {
-            std::ranges::move(found[at].empty() ? split(words[at]) : std::vector{words[at]},
+            std::ranges::move(matchesPrimary(scores[at]) ? std::vector{words[at]} : split(words[at]),
                               std::back_inserter(result));
         }
         words.swap(result);
         return words.size() > result.size();
+    }
+
+    bool matchesPrimary(const Scores& ofWord) const
+    {
+        for (std::size_t entry = 0; entry < entries_.size(); ++entry) {
+            if (ofWord[entry].sum > 0 && !entries_[entry].isSecondary) {
+                return true;
+            }
+        }
+        return false;
     }
 
     /// Returns two words of the entries of which a word consists; else the word.
@@ -169,14 +176,12 @@ private:
             std::ranges::count_if(scores, [](const auto& score) { return score.sum > 0; }));
     }
 
-    static bool isUnmatched(const Scores& scores) { return matchesIn(scores) == 0; }
-
     /// Returns how rare the matches of a word are: 100 ln(1 + entries / matches), 0 without matches.
     std::uint64_t rarityOf(const Scores& ofWord) const
     {
-        const double share = static_cast<double>(entries_.size()) / static_cast<double>(matchesIn(ofWord));
-        return isUnmatched(ofWord) ? 0
-                                   : static_cast<std::uint64_t>(std::floor(100 * std::log(1 + share) + 0.5));
+        const std::size_t matches = matchesIn(ofWord);
+        const double share = static_cast<double>(entries_.size()) / static_cast<double>(matches);
+        return matches == 0 ? 0 : static_cast<std::uint64_t>(std::floor(100 * std::log(1 + share) + 0.5));
     }
 
     /// Returns the score of an entry that matches any of the words.

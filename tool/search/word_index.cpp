@@ -45,37 +45,29 @@ WordIndex::WordIndex(const std::vector<SearchEntry>& entries) : entryCount_(entr
     }
 }
 
+std::vector<WordScore> WordIndex::score(const WantedWord& wanted) const
+{
+    return scoreBy([&wanted](std::string_view word) { return wanted.match(word); });
+}
+
+std::vector<WordScore> WordIndex::scoreSimilar(const WantedWord& wanted) const
+{
+    return scoreBy([&wanted](std::string_view word) { return wanted.matchSimilar(word); });
+}
+
 template <class Match>
-WordMatches WordIndex::select(Match match) const
+std::vector<WordScore> WordIndex::scoreBy(Match match) const
 {
-    WordMatches matches(words_.size());
+    std::vector<WordMatch> matches(words_.size());
     std::ranges::transform(words_, matches.begin(), match);
-    const bool hasMatch = std::ranges::any_of(matches, [](WordMatch found) { return found.quality > 0; });
-    return hasMatch ? matches : WordMatches();
-}
 
-WordMatches WordIndex::find(const WantedWord& wanted) const
-{
-    return select([&wanted](std::string_view word) { return wanted.match(word); });
-}
-
-WordMatches WordIndex::findSimilar(const WantedWord& wanted) const
-{
-    return select([&wanted](std::string_view word) { return wanted.matchSimilar(word); });
-}
-
-std::vector<WordScore> WordIndex::score(const WordMatches& matches) const
-{
     std::vector<WordScore> scores(entryCount_);
-    if (matches.empty()) {
-        return scores;
-    }
     std::size_t at = 0;
     for (const Field& field : fields_) {
         WordMatch best;
         for (; at < field.end; ++at) {
-            if (const WordMatch match = matches[occurrences_[at]]; match.quality > best.quality) {
-                best = match;
+            if (const WordMatch found = matches[occurrences_[at]]; found.quality > best.quality) {
+                best = found;
             }
         }
         const std::uint64_t ofField = std::uint64_t{best.quality} * field.weight;

@@ -14,9 +14,6 @@
 
 namespace vx::tool {
 
-/// How each word of an index matches a word of a query; empty if none does.
-using WordMatches = std::vector<WordMatch>;
-
 /// What one word of a query contributes to an entry.
 struct WordScore
 {
@@ -35,14 +32,11 @@ public:
     /// Whether an entry has a word, in lower case.
     [[nodiscard]] bool contains(std::string_view word) const { return numbers_.contains(word); }
 
-    /// Returns the matches of a word.
-    [[nodiscard]] WordMatches find(const WantedWord& wanted) const;
+    /// Returns for each entry what a word of a query contributes to it.
+    [[nodiscard]] std::vector<WordScore> score(const WantedWord& wanted) const;
 
-    /// Returns the matches of a word that may be misspelt.
-    [[nodiscard]] WordMatches findSimilar(const WantedWord& wanted) const;
-
-    /// Returns for each entry what a word contributes to it that has these matches.
-    [[nodiscard]] std::vector<WordScore> score(const WordMatches& matches) const;
+    /// As score, for a word that may be misspelt.
+    [[nodiscard]] std::vector<WordScore> scoreSimilar(const WantedWord& wanted) const;
 
 private:
     struct Field
@@ -69,7 +63,7 @@ private:
     void addWord(const std::string& word);
 
     template <class Match>
-    WordMatches select(Match match) const;
+    std::vector<WordScore> scoreBy(Match match) const;
 
     std::size_t entryCount_;
     std::deque<std::string> words_;                                       // where numbers_ refers to them

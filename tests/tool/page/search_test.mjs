@@ -38,7 +38,7 @@ const search = makeSearch(entries, synonyms);
 const phrases = read(project, "tests/tool/search_phrases.txt").trim().split("\n").map((line) => line.split(" -> "));
 
 test("ranks as the command does", () => {
-    const queries = [...phrases.map(([phrase]) => phrase), "fnot", "numericfromat", "pssword", "softwrap", "white space",
+    const queries = [...phrases.map(([phrase]) => phrase), "fnot", "numericfromat", "pssword", "softwrap", "linenumbers", "white space",
         "e", "wrapl", "the", "verdix.editor", "verdix.commandwindow.EightyColumns", "UTF8", "größe font", "日本語 fnot",
         "¿show_line-numbers!", "C++"];
     for (const query of queries) {

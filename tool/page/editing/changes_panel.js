@@ -5,7 +5,7 @@ const changeList = byId("change-list");
 const fileInput = byId("open-file");
 const downloadButton = byId("download");
 const copyCommandsButton = byId("copy-commands");
-let isSaved = true; // whether all changes were downloaded or copied
+let isSaved = true; // whether all changes were downloaded or copied since the last one was made
 
 const fileName = () => opened?.name ?? "settings.json";
 const commandLines = () => [...changes].map(([path, json]) => commandFor(settingsByPath.get(path), json));
@@ -54,7 +54,7 @@ function showChanges() {
 
 /** Called after each change of a value. */
 function onChange(setting) {
-    isSaved = changes.size === 0;
+    isSaved = false;
     showInRow(setting);
     showChanges();
 }
@@ -82,13 +82,16 @@ function downloadFile() {
 
 async function copyCommands() {
     const lines = commandLines();
-    isSaved = (await copyText(`${lines.join("\n")}\n`, `${lines.length} commands`)) || isSaved;
+    const isComplete = ![...changes].some(([path, json]) => json !== null && settingsByPath.get(path).isSecret);
+    const isCopied = await copyText(`${lines.join("\n")}\n`, `${lines.length} commands`);
+    isSaved ||= isCopied && isComplete;
 }
 
 function undoAll() {
-    for (const path of [...changes.keys()]) {
-        changeValue(settingsByPath.get(path), undefined);
-    }
+    const undone = [...changes.keys()].map((path) => settingsByPath.get(path));
+    changes.clear();
+    undone.forEach(showInRow);
+    showChanges();
     panel.querySelector("h2").focus();
 }
 
@@ -135,7 +138,7 @@ function startPanel() {
     copyCommandsButton.addEventListener("click", copyCommands);
     byId("undo-all").addEventListener("click", undoAll);
     addEventListener("beforeunload", (event) => {
-        if (!isSaved) {
+        if (!isSaved && changes.size > 0) {
             event.preventDefault();
         }
     });

@@ -6,9 +6,8 @@ function quoteForShell(text) {
 
 /** Returns the arguments of `vxsettings set` after the path: strings and scalars as people type them, else JSON. */
 function setArguments(json, constraint) {
-    const value = parseValue(json, constraint);
-    const [element] = value.elements;
-    const isPlainString = constraint.class === "char" && value.class === "char" && /^\s*[^\s"'\0]/.test(element) &&
+    const [element] = parseValue(json, constraint).elements;
+    const isPlainString = constraint.class === "char" && /^\s*[^\s"'\0]/.test(element) &&
         !element.includes("\0") && element.isWellFormed();
     const isPlainScalar = /^(true|false|[\d.][\d.e+-]*)$/.test(json) && constraint.class;
     const text = isPlainString ? element : json;

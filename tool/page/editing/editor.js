@@ -49,7 +49,7 @@ class Editor {
         form.addEventListener("change", () => this.commit());
         form.addEventListener("submit", (event) => this.onSubmit(event));
         form.addEventListener("keydown", (event) => {
-            if (event.key === "Escape") {
+            if (event.key === "Escape" && !event.isComposing) {
                 event.preventDefault();
                 this.cancel();
             }
@@ -129,8 +129,8 @@ class Editor {
 }
 
 function openEditor(setting) {
-    if (setting.lockedReason) {
-        announce(`${setting.path} cannot be edited: ${setting.lockedReason}`);
+    if (setting.fixedReason) {
+        announce(`${setting.path} cannot be edited: ${setting.fixedReason}`);
     } else if (editors.has(setting)) {
         editors.get(setting).fields[0].focus();
     } else {

@@ -91,7 +91,7 @@ class FileCheck {
         if (!value) {
             this.report(json.start + offset, setting.path, message);
         } else if (setting.lock) {
-            this.report(start, setting.path, setting.lockedReason);
+            this.report(start, setting.path, setting.fixedReason);
         } else if (!setting.isReadOnly) {
             this.values.set(setting.path, formatJson(value, setting.constraint));
         }

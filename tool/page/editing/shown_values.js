@@ -56,7 +56,8 @@ function showInRow(setting) {
     }
     setting.exported ??= [...cell.childNodes];
     const origin = originOf(setting);
-    if (!isModified(setting) && !changes.has(setting.path)) {
+    const isMarked = origin === "changed" || isModified(setting);
+    if (!isMarked) {
         cell.replaceChildren(...showValue(setting, setting.factory));
     } else {
         const [label, replaced] = origin === "changed" ? ["before", valueBefore(setting)] : ["factory", setting.factory];
@@ -64,7 +65,7 @@ function showInRow(setting) {
             make("div", { className: "factory" }, `${label}: `, ...showValue(setting, replaced)));
     }
     const badge = badgeOf(setting);
-    badge.hidden = origin === "factory";
+    badge.hidden = !isMarked;
     badge.textContent = origin;
     badge.className = `badge ${origin === "changed" ? "changed" : "modified"}`;
 }
