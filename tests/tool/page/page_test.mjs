@@ -240,7 +240,10 @@ pageTest("edits a settings file as the commands do", {}, async (page) => {
     await enter(page, "verdix.G11nLanguagePref", "-x");
     await enter(page, "verdix.appdesigner.history.MaxFileListSize", "-5");
     await enter(page, "verdix.desktop.currentfolder.History", "a b\n-c'd");
-    await enter(page, "verdix.appdesigner.window.Position", "[1,2, 3,4]");
+    const position = await enter(page, "verdix.appdesigner.window.Position", "1 2 3 4");
+    assert.match(await position.getByRole("alert").innerText(), /; write it as a list: \[1 2 3 4\]$/);
+    await position.locator("textarea").fill("[1 2 3 4]");
+    await position.getByRole("button", { name: "Done" }).click();
     const undone = await edit(page, "verdix.editor.OtherEditor");
     await page.keyboard.type("undone");
     await page.keyboard.press("Tab");
@@ -286,9 +289,9 @@ pageTest("hides secrets, and says why a setting is not edited", { file: "modifie
 });
 
 test("refuses the values that the check command refuses, with the same messages", () => {
-    const source = ["json_text", "parsing", "formatting", "suggestions", "validators", "constraints"]
+    const source = ["json_text", "parsing", "script_notation", "formatting", "suggestions", "validators", "constraints"]
         .map((name) => readFileSync(join(import.meta.dirname, `../../../tool/page/values/${name}.js`), "utf8")).join("");
-    const { checkValue } = new Function(`${source}; return { checkValue };`)();
+    const { checkValue, readNumbers } = new Function(`${source}; return { checkValue, readNumbers };`)();
     const html = readFileSync(join(folder, "plain.html"), "utf8");
     const data = JSON.parse(/<script type="application\/json" id="data">(.*?)<\/script>/s.exec(html)[1]);
     const settings = [...html.matchAll(/<tr id="([^"]*)"/g)]
@@ -307,6 +310,13 @@ test("refuses the values that the check command refuses, with the same messages"
         for (const { path, message } of corpus.filter((entry) => entry.value === value)) {
             assert.equal(messages.get(path) ?? null, message, `${path}: ${value}`);
         }
+    }
+    const path = "verdix.ui.figure.Colormap";
+    const colormap = settings.find((setting) => setting.path === path).constraint;
+    for (const typed of ["[1 0 .5; 0,1 0]", "[1 0 0", "1 0 0", "[1 0 0;]", "[1 0; 1]", "[1 0 +1e0x]", "", "[1 NaN 0]", "{1 0 0}", "['a", "[1 0 0]]"]) {
+        const [, refusal] = /^vxsettings: [^:]*: (.*)\n$/.exec(spawnSync("vxsettings", ["set", "--dry-run", path, typed]).stderr) ?? [];
+        assert.equal(checkValue(typed, colormap, false, readNumbers).message,
+            refusal?.replace(`${typed}: column`, "column").replace(/list: '(.*)'$/, "list: $1"), typed);
     }
     const { constraint } = settings.find(({ path }) => path === "verdix.commandwindow.NumericFormat");
     assert.match(checkValue(JSON.stringify("x".repeat(1e6)), constraint).message, /^"x+… is not allowed: must be a string/);

@@ -87,7 +87,8 @@ class Editor {
 
     /** Checks what was entered, and shows why it is refused. Returns the value if it is accepted. */
     check() {
-        const { value, message = "" } = checkValue(this.control.read(), this.setting.constraint, this.setting.isSecret);
+        const { read, notation = readJson } = this.control;
+        const { value, message = "" } = checkValue(read(), this.setting.constraint, this.setting.isSecret, notation);
         this.message.textContent = message;
         this.fields.forEach((field) => field.setAttribute("aria-invalid", String(message !== "")));
         return value;

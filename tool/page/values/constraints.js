@@ -67,24 +67,24 @@ function describeRejectedValue(value, constraint) {
     return `"${truncate(escapeUnprintable(string), shownWidth)}" is not allowed; ${meant} Allowed: ${list}`;
 }
 
-function tryToParse(text, constraint) {
+function tryToParse(text, constraint, read) {
     try {
-        return parseValue(text, constraint);
+        return parseValue(text, constraint, read);
     } catch {
         return undefined;
     }
 }
 
 /** Returns what to do about a text that is no value; empty if that is not obvious, or too long to be shown. */
-function adviceFor(text, constraint, isUnsuitable) {
+function adviceFor(text, constraint, isUnsuitable, read) {
     if (utf8(text).length > shownWidth) {
         return "";
     }
     if (constraint.rows === 1 && constraint.columns === 1) {
         const number = text.replaceAll(",", "");
-        return number !== text && tryToParse(number, constraint) ? `write it without commas: ${number}` : "";
+        return number !== text && tryToParse(number, constraint, read) ? `write it without commas: ${number}` : "";
     }
-    const list = tryToParse(`[${text}]`, constraint);
+    const list = tryToParse(`[${text}]`, constraint, read);
     if (list && satisfiesValidators(list, constraint)) {
         return `write it as a list: [${text}]`;
     }
@@ -92,27 +92,34 @@ function adviceFor(text, constraint, isUnsuitable) {
         ? `red is ${constraint.colour === "normalised" ? "[1, 0, 0]" : "[255, 0, 0]"}` : "";
 }
 
-function describeRejectedText(text, error, constraint) {
-    const advice = adviceFor(text, constraint, error.isUnsuitable);
-    if (advice || (error.isUnsuitable && constraint.class)) {
-        const what = truncate(escapeUnprintable(text), shownWidth);
+function describePlace(text, offset) {
+    const { line, column } = new PositionIndex(text).at(offset);
+    return `${line > 1 ? `line ${line}, ` : ""}column ${column}: `;
+}
+
+function describeRejectedText(text, error, constraint, readTyped) {
+    const advice = adviceFor(text, constraint, error.isUnsuitable, readTyped);
+    if (advice || text === "" || (error.isUnsuitable && constraint.class)) {
+        const what = text === "" ? "an empty value" : truncate(escapeUnprintable(text), shownWidth);
         return notAllowed(what, constraint) + (advice && `; ${advice}`);
     }
-    return `${error.message}; must be ${describeAllowed(constraint)}`;
+    const place = readTyped ? describePlace(text, error.offset) : "";
+    return `${place}${error.message}; must be ${describeAllowed(constraint)}`;
 }
 
 /**
- * Parses a JSON text as the value of a setting. Returns the value, or the reason for which it is refused as `message`,
- * and where in the text as `offset`.
+ * Parses a text as the value of a setting: JSON in a file, or what was typed, which readTyped reads. Returns the value,
+ * or the reason for which it is refused as `message`, and where in the text as `offset`.
  */
-function checkValue(text, constraint, isSecret = false) {
+function checkValue(text, constraint, isSecret = false, readTyped = undefined) {
     const hidden = () => notAllowed("its value, which is not shown,", constraint);
     try {
-        const value = parseValue(text, constraint);
+        const value = parseValue(text, constraint, readTyped);
         const message = refusal(value, constraint);
         return message === undefined ? { value }
             : { message: isSecret ? hidden() : message || describeRejectedValue(value, constraint), offset: 0 };
     } catch (error) {
-        return { message: isSecret ? hidden() : describeRejectedText(text, error, constraint), offset: error.offset };
+        return { message: isSecret ? hidden() : describeRejectedText(text, error, constraint, readTyped),
+            offset: error.offset };
     }
 }
