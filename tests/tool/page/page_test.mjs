@@ -71,6 +71,8 @@ pageTest("shows every setting with its value, colour and font", {}, async (page)
     assert.match(await page.locator('[id="verdix.suggestions.ShowTips"]').textContent(),
         /moved from verdix\.editor\.suggestions\.ShowTips in R2025b/);
     assert.equal(await page.locator("#modified").isVisible(), false);
+    const counts = ["setting", "alias"].map((kind) => nodes.filter(({ node }) => node === kind).length);
+    assert.ok((await page.locator("header p").first().innerText()).startsWith(`${counts[0]} settings and ${counts[1]} aliases`));
 });
 
 pageTest("finds settings as one types, the best first, and goes back to the tree", {}, async (page) => {
