@@ -158,7 +158,7 @@ void addValue(json::object& object, std::string_view name, const Node& setting,
     }
 }
 
-/// Adds the values that files set; null in place of a secret.
+/// Adds the values that files set; null in place of a secret, unless it is the factory value.
 void addOverrides(json::object& object, const Node& setting, core::Layers& layers)
 {
     if (!layers.hasOverride(setting)) {
@@ -170,7 +170,7 @@ void addOverrides(json::object& object, const Node& setting, core::Layers& layer
         }
         const std::string_view name = core::originName(value.origin);
         object.erase(name);  // of several installation files, the last one applies
-        if (core::isSecret(setting.fullName())) {
+        if (core::isSecret(setting.fullName()) && value.value != setting.properties().factoryValue) {
             object.emplace(name, nullptr);
         } else {
             addValue(object, name, setting, value.value);

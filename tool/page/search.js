@@ -107,6 +107,7 @@ const makeSearch = (() => {
     class Index {
         constructor(entries, synonyms) {
             this.size = entries.length;
+            this.longestWord = 0;
             this.words = new Map(); // to stem and postings: number of entry and field, weight, and so on
             this.names = entries.map(namesOf);
             this.isSecondary = entries.map((entry) => entry.isSecondary);
@@ -126,6 +127,7 @@ const makeSearch = (() => {
                 for (const word of new Set(words)) {
                     if (!this.words.has(word)) {
                         this.words.set(word, { stem: stemOf(word), postings: [] });
+                        this.longestWord = Math.max(this.longestWord, word.length);
                     }
                     this.words.get(word).postings.push(number * fieldsOfEntry + field, ofEntry);
                 }
@@ -172,7 +174,9 @@ const makeSearch = (() => {
 
         /** Returns two words of the index that the word consists of, or else the word. */
         split(word) {
-            for (let end = word.length - shortestPart; end >= shortestPart; --end) {
+            const longest = Math.min(word.length - shortestPart, this.longestWord);
+            const shortest = Math.max(shortestPart, word.length - this.longestWord);
+            for (let end = longest; end >= shortest; --end) {
                 if (this.words.has(word.slice(0, end)) && this.words.has(word.slice(end))) {
                     return [word.slice(0, end), word.slice(end)];
                 }

@@ -159,12 +159,14 @@ private:
     /// Returns two words of the entries of which a word consists; else the word.
     std::vector<std::string> split(const std::string& whole) const
     {
-        for (std::size_t end = whole.size(); end > 0; --end) {
-            std::string first = whole.substr(0, end);
-            std::string second = whole.substr(end);
+        const std::size_t longest = index_.longestWord();
+        for (std::size_t end = std::min(whole.size(), longest); end > 0 && whole.size() - end <= longest;
+             --end) {
+            const std::string first = whole.substr(0, end);
+            const std::string second = whole.substr(end);
             const std::size_t shortest = std::min(core::characterCount(first), core::characterCount(second));
             if (shortest >= shortestPart && index_.contains(first) && index_.contains(second)) {
-                return {std::move(first), std::move(second)};
+                return {first, second};
             }
         }
         return {whole};

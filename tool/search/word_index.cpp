@@ -154,6 +154,7 @@ void WordIndex::addWord(const std::string& word)
     if (found == numbers_.end()) {
         const auto number = static_cast<std::uint32_t>(words_.size());
         words_.push_back(word);
+        longestWord_ = std::max(longestWord_, word.size());
         found = numbers_.emplace(words_.back(), number).first;
     }
     occurrences_.push_back(found->second);

@@ -32,6 +32,9 @@ public:
     /// Whether an entry has a word, in lower case.
     [[nodiscard]] bool contains(std::string_view word) const { return numbers_.contains(word); }
 
+    /// Returns the length of the longest word, in bytes.
+    [[nodiscard]] std::size_t longestWord() const noexcept { return longestWord_; }
+
     /// Returns for each entry what a word of a query contributes to it.
     [[nodiscard]] std::vector<WordScore> score(const WantedWord& wanted) const;
 
@@ -66,6 +69,7 @@ private:
     std::vector<WordScore> scoreBy(Match match) const;
 
     std::size_t entryCount_;
+    std::size_t longestWord_ = 0;
     std::deque<std::string> words_;                                       // where numbers_ refers to them
     boost::unordered_flat_map<std::string_view, std::uint32_t> numbers_;  // of words
     std::vector<std::uint32_t> occurrences_;                              // numbers of words, field by field
