@@ -291,7 +291,7 @@ pageTest("hides secrets, and says why a setting is not edited", { file: "modifie
 });
 
 test("refuses the values that the check command refuses, with the same messages", () => {
-    const source = ["json_text", "parsing", "script_notation", "formatting", "suggestions", "validators", "constraints"]
+    const source = ["text_reader", "json_text", "parsing", "script_notation", "formatting", "suggestions", "validators", "constraints"]
         .map((name) => readFileSync(join(import.meta.dirname, `../../../tool/page/values/${name}.js`), "utf8")).join("");
     const { checkValue, readNumbers } = new Function(`${source}; return { checkValue, readNumbers };`)();
     const html = readFileSync(join(folder, "plain.html"), "utf8");
