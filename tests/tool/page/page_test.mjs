@@ -209,8 +209,8 @@ pageTest("edits a settings file as the commands do", {}, async (page) => {
     const open = async (file) => {
         await page.locator("#open-file").setInputFiles(file);
         const problems = diagnostics(file).map(({ line, column, path, message }) => `${line}:${column}: ${path}: ${message}`);
-        await page.waitForFunction((last) => document.querySelector("#problems li:last-child")?.textContent === last, problems.at(-1));
-        assert.deepEqual(await page.locator("#problems li").allTextContents(), problems);
+        await page.waitForFunction((last) => document.querySelector("#diagnostics li:last-child")?.textContent === last, problems.at(-1));
+        assert.deepEqual(await page.locator("#diagnostics li").allTextContents(), problems);
     };
     const moved = "verdix.editor.suggestions.ShowTips";
     const alias = nodes.find(({ node }) => node === "alias").path;

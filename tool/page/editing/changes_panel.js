@@ -29,14 +29,15 @@ function describeFile(check) {
     const count = opened?.values.size ?? 0;
     byId("file-state").textContent = opened ? `${opened.name}: ${count} ${count === 1 ? "value" : "values"} shown`
         : "Open your settings file to change it; without it, the download holds only the changes.";
-    const problems = check?.problems ?? [];
-    const lines = problems.slice(0, 20).map(({ offset, path, message }) => {
+    const diagnostics = check?.diagnostics ?? [];
+    const lines = diagnostics.slice(0, 20).map(({ offset, path, message }) => {
         const { line, column } = check.positions.at(offset);
         return `${line}:${column}: ${path}: ${message}`;
     });
-    lines.push(...(problems.length > lines.length ? [`and ${problems.length - lines.length} more`] : []));
-    byId("problems").replaceChildren(...lines.map((textContent) => make("li", { textContent })));
-    byId("problems-label").hidden = lines.length === 0;
+    lines.push(...(diagnostics.length > lines.length ? [`and ${diagnostics.length - lines.length} more`] : []));
+    byId("diagnostics").replaceChildren(...lines.map((textContent) => make("li", { textContent })));
+    byId("diagnostics-label").hidden = lines.length === 0;
+    byId("diagnostics-label").querySelector("summary").textContent = `Problems in this file: ${diagnostics.length}`;
 }
 
 function showChanges() {

@@ -7,7 +7,7 @@ function fullPath(path) {
 
 class FileCheck {
     values = new Map(); // the accepted ones as JSON, by path
-    problems = []; // {offset, path, message}
+    diagnostics = []; // {offset, path, message}
 
     constructor({ json, root, values }) {
         this.positions = new PositionIndex(json);
@@ -15,11 +15,11 @@ class FileCheck {
         this.checkDuplicates(values?.members ?? []);
         root.members.forEach((member) => this.checkTopLevelMember(member));
         values?.members.forEach((member) => this.checkSetting(member));
-        this.problems.sort((a, b) => a.offset - b.offset);
+        this.diagnostics.sort((a, b) => a.offset - b.offset);
     }
 
     report(offset, path, message) {
-        this.problems.push({ offset, path, message });
+        this.diagnostics.push({ offset, path, message });
     }
 
     checkDuplicates(members) {
