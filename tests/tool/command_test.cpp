@@ -44,6 +44,12 @@ TEST(Command, SaysInOneLineWhatIsWrong)
         {{"get"}, 2, "PATH is required; see vxsettings get --help"},
         {{"describe", "a", "b"}, 2, "not expected: b"},
         {{"--color", "sometimes"}, 2, "--color: sometimes"},
+        {{"list", "-values"}, 2, "no such option: -values; did you mean --values?"},
+        {{"get", "-o"}, 2, "no such option: -o"},
+        {{"export", "--format", "HTML"}, 2, "; did you mean html?\n"},
+        {{"export", "page"}, 2, "argument not expected: page; choose a format by --format json|"},
+        {{"set", "a", "=", "1"}, 2, "argument not expected: 1; leave out the ="},
+        {{"set", "a=1"}, 2, "write a space in place of the = in a=1"},
         {{"--log-level", "all"}, 2, "not in {fatal,error,warning,information,debug,trace}"},
         {{"list", "--format", "json"}, 2, "--format: not an option here; use --json"},
         {{"export", "--json", "--format", "csv"}, 2, "--json and --format csv exclude each other"},
@@ -116,6 +122,7 @@ TEST(Command, FitsTheTerminalAndUsesThePagerOnlyThere)
         {{"get", "class.int8"}, {numberLines}, 0, "1\n1\n" + hint},
         {{"get", "class.int8"}, {numberLines, "VXSETTINGS_PAGER=cat"}, 0, "1\n" + hint},
         {{"check", file}, {"PAGER=cat >/dev/null"}, 1, ""},
+        {{"doctor"}, {"PAGER=cat >/dev/null"}, 1, ""},
         {{"export", "--format", "html"}, {"PAGER=true"}, 0, ""},  // ends before it has read all
         {{"reset", "gone"}, {numberLines}, 0, "verdix.gone: removed, in "},
     };

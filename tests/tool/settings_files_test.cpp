@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
 #include <filesystem>
 #include <string>
 #include <tests/support/files.hpp>
@@ -16,7 +17,9 @@
 namespace {
 
 namespace fs = std::filesystem;
+using testing::AllOf;
 using testing::HasSubstr;
+using testing::Not;
 using tests::FailsInOneLine;
 using tests::readFile;
 using tests::ToolRun;
@@ -47,6 +50,10 @@ TEST_F(SettingsFilesTest, ValuesGoThroughTheLayers)
     EXPECT_EQ(run({"set", "UserPath", "--json-value", R"("a\nb")"}).exitCode, 0);
     EXPECT_EQ(run({"get", "UserPath"}).output, "a\nb\n");
     EXPECT_EQ(run({"get", "UserPath", "commandwindow.WindowSize"}).output, "a\\nb\n[180 45]\n");
+    const std::string path(100, 'x');
+    EXPECT_THAT(run({"set", "UserPath", path}).output, HasSubstr(path));
+    EXPECT_THAT(run({"list", "--modified"}).output, HasSubstr('"' + path + "\"  personal\n"));
+    EXPECT_EQ(run({"undo"}).exitCode, 0);
     const std::string modified = run({"list", "--modified"}).output;
     EXPECT_THAT(modified, testing::ContainsRegex("verdix.UserPath +\"a.nb\" +personal\n"));
     EXPECT_EQ(std::ranges::count(modified, '\n'), 2);
@@ -281,6 +288,22 @@ TEST_F(SettingsFilesTest, UndoPassesOverAChangeThatWasNotCarriedOut)
                     FailsInOneLine(1, HasSubstr(blocked)));
         EXPECT_EQ(readFile(personal), first);
     }
+}
+
+TEST_F(SettingsFilesTest, SecretsAreNotShownWhileTheyAreTyped)
+{
+    const auto type = [&](const std::string& typed) {
+        const std::string prompt = "verdix.web.AccessToken (not shown): ";
+        const ToolRun shown = tests::runToolOnTerminal(
+            {"set", "web.AccessToken", "--stdin", "--bundle", VX_SAMPLE_BUNDLE, "--personal", personal}, {},
+            typed, prompt);
+        EXPECT_THAT(shown.output, AllOf(testing::StartsWith(prompt), Not(HasSubstr("sesame"))));
+        return shown.exitCode;
+    };
+    EXPECT_EQ(type("sesame\nrest"), 0);
+    EXPECT_EQ(type("sesame 2\x03"), -SIGINT);
+    EXPECT_EQ(type(""), 1);
+    EXPECT_EQ(run({"get", "web.AccessToken", "--personal", personal}).output, "sesame\n");
 }
 
 TEST_F(SettingsFilesTest, SecretsAreOnlyShownByGet)

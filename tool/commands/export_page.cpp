@@ -212,9 +212,10 @@ void writeGroup(Source& source, const Node& group, Output& out)
 std::string summary(const Source& source)
 {
     const auto nodes = source.tree.nodes();
-    const auto count = std::count_if(nodes.begin(), nodes.end(),
-                                     [](const Node* node) { return node->kind() != NodeKind::group; });
-    return std::to_string(count) + " settings" +
+    const auto count = [&](NodeKind kind) { return std::ranges::count(nodes, kind, &Node::kind); };
+    const auto aliases = count(NodeKind::alias);
+    return std::to_string(count(NodeKind::setting)) + " settings" +
+           (aliases == 0 ? "" : " and " + std::to_string(aliases) + (aliases == 1 ? " alias" : " aliases")) +
            (source.release ? ", release " + core::formatReleaseName(*source.release) : "");
 }
 

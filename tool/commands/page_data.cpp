@@ -1,17 +1,23 @@
 #include "page_data.hpp"
 
 #include <review/json.hpp>
+#include <settings_core/constraints/validation.hpp>
 #include <settings_core/releases/release_history.hpp>
 #include <settings_core/releases/release_name.hpp>
 #include <settings_core/tree/secret_settings.hpp>
+#include <settings_core/values/native_library.hpp>
 #include <settings_core/values/value_parsing.hpp>
 
+#include <foundation/verdixdata/array_factory.hpp>
 #include <foundation/verdixdata/text.hpp>
 
 #include <boost/algorithm/string/replace.hpp>
+#include <boost/json/parse.hpp>
 #include <boost/json/serialize.hpp>
 
 #include <cmath>
+#include <exception>
+#include <functional>
 #include <limits>
 #include <optional>
 #include <stdexcept>
@@ -19,6 +25,7 @@
 #include <utility>
 #include <variant>
 
+#include "render/native_constraints.hpp"
 #include "render/node_labels.hpp"
 
 namespace vx::tool {
@@ -47,12 +54,54 @@ void addIf(bool isPresent, json::object& object, std::string_view name, Value&& 
     }
 }
 
-/// Whether a function outside the settings core decides about values, or about what is said of them.
-bool needsProgram(const Node::Properties& properties)
+void addRange(json::object& object, const Constraint::ValueValidator::Range& range, bool isWhole)
+{
+    addIf(std::isfinite(range.lower), object, "lower", range.lower);
+    addIf(std::isfinite(range.upper), object, "upper", range.upper);
+    addIf(isWhole, object, "isWhole", true);
+}
+
+/// Returns what a function says of an invalid value; empty if it says nothing.
+template <class Function>
+std::string messageOf(const Function& reject, const foundation::verdixdata::Array& value)
+try {
+    reject(value);
+    return "";
+} catch (const std::exception& error) {
+    return error.what();
+}
+
+/// Returns a value that is invalid for nearly all settings, and for all native validators.
+foundation::verdixdata::Array emptyMatrix()
+{
+    return foundation::verdixdata::ArrayFactory().createArray<double>({0, 0});
+}
+
+/// Adds what the page needs to decide as the validator does, and its words; that it cannot, for a function
+/// that is only known by its name, or not there.
+void addValidator(json::object& object, const ::settings::core::Validator& validator)
 {
     using ::settings::core::MValidator;
-    return properties.errorHandler || !(std::holds_alternative<std::monostate>(properties.validator) ||
-                                        std::holds_alternative<MValidator>(properties.validator));
+    const NativeConstraint* native = findNativeConstraint(validator);
+    if (native == nullptr) {
+        const bool isKnown = std::holds_alternative<std::monostate>(validator) ||
+                             std::holds_alternative<MValidator>(validator);
+        addIf(!isKnown, object, "needsProgram", true);
+        return;
+    }
+    try {
+        auto* const function = core::nativeFunction<::settings::core::NativeValidator>(
+            std::string(native->library), std::string(native->function));
+        json::object known{{"message", messageOf(function, emptyMatrix())},
+                           {"string", json::parse(native->stringKeywords)},
+                           {"row", json::parse(native->rowKeywords)}};
+        if (native->wholeNumbers) {
+            addRange(known, *native->wholeNumbers, true);
+        }
+        object.emplace("validator", std::move(known));
+    } catch (const std::runtime_error&) {
+        object.emplace("needsProgram", true);
+    }
 }
 
 void addSize(json::object& object, const Constraint& constraint)
@@ -66,18 +115,16 @@ void addSize(json::object& object, const Constraint& constraint)
 }
 
 /// Returns the constraint with those members only that limit something.
-json::object constraintJson(const Node::Properties& properties)
+json::object constraintJson(const Node& setting)
 {
     using ::settings::core::SettingValueValidator;
+    const Node::Properties& properties = setting.properties();
     const Constraint constraint = core::constraintOf(properties);
     json::object object{{"text", core::describeConstraint(properties)}};
     addIf(constraint.elementClass.has_value(), object, "class",
           className(constraint.elementClass.value_or(foundation::verdixdata::ArrayType::UNKNOWN)));
     addSize(object, constraint);
-    const auto& [lower, upper] = constraint.range;
-    addIf(std::isfinite(lower), object, "lower", lower);
-    addIf(std::isfinite(upper), object, "upper", upper);
-    addIf(constraint.isWhole, object, "isWhole", true);
+    addRange(object, constraint.range, constraint.isWhole);
     if (constraint.allowedStrings) {
         object.emplace("allowed", stringsJson(*constraint.allowedStrings));
     }
@@ -88,7 +135,12 @@ json::object constraintJson(const Node::Properties& properties)
         object.emplace("names", stringsJson(constraint.colourNames));
     }
     addIf(!constraint.isSatisfiable(), object, "acceptsNothing", true);
-    addIf(needsProgram(properties), object, "needsProgram", true);
+    addValidator(object, properties.validator);
+    if (properties.errorHandler && core::checkValue(setting, emptyMatrix())) {
+        const auto handler = std::bind_front(properties.errorHandler, std::string(setting.name()));
+        std::string message = messageOf(handler, emptyMatrix());
+        addIf(!message.empty(), object, "errorMessage", std::move(message));
+    }
     return object;
 }
 
@@ -148,7 +200,7 @@ json::object releaseChangesJson(const Session& session)
 
 std::size_t PageData::indexOf(const Node& setting)
 {
-    json::object constraint = constraintJson(setting.properties());
+    json::object constraint = constraintJson(setting);
     const auto [found, isNew] = indexes_.try_emplace(json::serialize(constraint), constraints_.size());
     if (isNew) {
         constraints_.push_back(std::move(constraint));
@@ -204,7 +256,9 @@ std::string PageData::text(const Session& session) const
         synonyms.push_back(json::array(words.begin(), words.end()));
     }
     const auto release = session.publishedRelease();
+    const auto newest = core::newestRelease(session.releaseChanges());
     const json::object data{{"release", release ? core::formatReleaseName(*release) : ""},
+                            {"newestRelease", newest ? core::formatReleaseName(*newest) : ""},
                             {"changes", releaseChangesJson(session)},
                             {"synonyms", std::move(synonyms)},
                             {"constraints", constraints_},

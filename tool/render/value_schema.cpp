@@ -14,8 +14,9 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <variant>
 #include <vector>
+
+#include "render/native_constraints.hpp"
 
 namespace vx::tool {
 
@@ -29,38 +30,6 @@ using Range = Constraint::ValueValidator::Range;
 constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-// Validators in native libraries
-
-/// What a function of a native library requires beyond the other constraints of its settings.
-struct NativeConstraint
-{
-    std::string_view library;
-    std::string_view function;
-    std::optional<Range> wholeNumbers = std::nullopt;  ///< every number is an integer in this range
-    std::string_view stringKeywords = "{}";            ///< JSON Schema for every string
-    std::string_view rowKeywords = "{}";               ///< JSON Schema for the array of a row's elements
-};
-
-// Patterns end in (?!\n)$, because in some languages $ alone also matches before a line feed at the end.
-constexpr NativeConstraint nativeConstraints[] = {
-    {"libvxsavevars", "validateMaximumArraySizeValue", Range{1, 10000}},
-    {"libvxsavevars", "validateMaximumNestingLevel", Range{1, 200}},
-    {"libvxsavevars", "validateMaximumTextWidth", Range{32, 256}},
-    {.library = "libvxsavevars",
-     .function = "validateArrayDimensions",
-     .wholeNumbers = Range{1, infinity},
-     .rowKeywords = R"({"uniqueItems": true})"},
-    {.library = "libvxservices",
-     .function = "validateFontSize",
-     .stringKeywords =
-         R"({"pattern": "^(?:0\\.[0-9]*[1-9][0-9]*|[1-9][0-9]*(?:\\.[0-9]+)?)px(?!\\n)$",
-             "errorMessage": "Expected a number above 0 followed by px, such as 14px or 12.5px."})"},
-    {.library = "libvxservices",
-     .function = "validateFontStyle",
-     .rowKeywords = R"({"minItems": 1, "uniqueItems": true,
-                        "if": {"contains": {"const": "plain"}}, "then": {"maxItems": 1}})"},
-};
-
 /// A constraint with further JSON Schema keywords.
 struct SchemaConstraint : Constraint
 {
@@ -72,19 +41,13 @@ SchemaConstraint schemaConstraintOf(const core::Node::Properties& properties)
 {
     SchemaConstraint constraint{core::constraintOf(properties), {}, {}};
     constraint.require(!properties.readOnly.value());
-    const auto* validator = std::get_if<settings::core::CValidator>(&properties.validator);
-    if (validator == nullptr) {
-        return constraint;
-    }
-    for (const NativeConstraint& native : nativeConstraints) {
-        if (native.library == validator->scope() && native.function == validator->function()) {
-            if (native.wholeNumbers) {
-                constraint.restrictRange(*native.wholeNumbers);
-                constraint.isWhole = true;
-            }
-            constraint.stringKeywords = json::parse(native.stringKeywords).get_object();
-            constraint.rowKeywords = json::parse(native.rowKeywords).get_object();
+    if (const NativeConstraint* native = findNativeConstraint(properties.validator)) {
+        if (native->wholeNumbers) {
+            constraint.restrictRange(*native->wholeNumbers);
+            constraint.isWhole = true;
         }
+        constraint.stringKeywords = json::parse(native->stringKeywords).get_object();
+        constraint.rowKeywords = json::parse(native->rowKeywords).get_object();
     }
     return constraint;
 }

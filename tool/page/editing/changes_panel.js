@@ -10,9 +10,6 @@ let isSaved = true; // whether all changes were downloaded or copied since the l
 const fileName = () => opened?.name ?? "settings.json";
 const commandLines = () => [...changes].map(([path, json]) => commandFor(settingsByPath.get(path), json));
 
-/** Closes the editor of a setting whose change is undone, as it would make the change again. */
-const closeEditor = (setting) => editors.get(setting)?.close();
-
 function makeChange(setting) {
     const link = make("a", { href: `#${setting.path}`, textContent: setting.path });
     const arrow = make("span", { className: "arrow", textContent: " → ", "aria-label": "becomes" , role: "img" });
@@ -21,21 +18,26 @@ function makeChange(setting) {
         const item = undo.closest("li");
         const next = item.nextElementSibling ?? item.previousElementSibling;
         const path = next?.querySelector("a").hash;
-        closeEditor(setting);
-        restoreChange(setting, undefined);
+        changeValue(setting, undefined);
         (changeList.querySelector(`a[href="${path}"]`) ?? panel.querySelector("h2")).focus();
     });
     return make("li", {}, link, undo, make("div", { className: "values" }, ...showValue(setting, valueBefore(setting)), arrow,
         ...showValue(setting, valueNow(setting))));
 }
 
-function describeFile(ignored) {
+function describeFile(check) {
     const count = opened?.values.size ?? 0;
     byId("file-state").textContent = opened ? `${opened.name}: ${count} ${count === 1 ? "value" : "values"} shown`
         : "Open your settings file to change it; without it, the download holds only the changes.";
-    byId("ignored").replaceChildren(...ignored.slice(0, 20).map((text) => make("li", { textContent: text })),
-        ...(ignored.length > 20 ? [make("li", { textContent: `and ${ignored.length - 20} more` })] : []));
-    byId("ignored-label").hidden = ignored.length === 0;
+    const diagnostics = check?.diagnostics ?? [];
+    const lines = diagnostics.slice(0, 20).map(({ offset, path, message }) => {
+        const { line, column } = check.positions.at(offset);
+        return `${line}:${column}: ${path}: ${message}`;
+    });
+    lines.push(...(diagnostics.length > lines.length ? [`and ${diagnostics.length - lines.length} more`] : []));
+    byId("diagnostics").replaceChildren(...lines.map((textContent) => make("li", { textContent })));
+    byId("diagnostics-label").hidden = lines.length === 0;
+    byId("diagnostics-label").querySelector("summary").textContent = `Problems in this file: ${diagnostics.length}`;
 }
 
 function showChanges() {
@@ -89,10 +91,23 @@ async function copyCommands() {
 function undoAll() {
     const undone = [...changes.keys()].map((path) => settingsByPath.get(path));
     changes.clear();
-    undone.forEach(closeEditor);
     undone.forEach(showInRow);
     showChanges();
     panel.querySelector("h2").focus();
+}
+
+/** Throws ParseError if the text has other bytes than those that it was decoded from. */
+function requireUtf8(bytes, text) {
+    const invalid = utf8(text).findIndex((byte, at) => byte !== bytes[at]);
+    if (invalid >= 0) {
+        const valid = new TextDecoder().decode(bytes.subarray(0, invalid), { stream: true });
+        throw new ParseError(valid.length, "invalid UTF-8: save the file as UTF-8");
+    }
+}
+
+function placeOf(error, text) {
+    const { line, column } = new PositionIndex(text.replace(byteOrderMark, "")).at(error.offset);
+    return `:${line}:${column}`;
 }
 
 async function openChosenFile() {
@@ -100,16 +115,18 @@ async function openChosenFile() {
     if (!chosen) {
         return;
     }
+    let text = "";
     try {
-        const bytes = await chosen.arrayBuffer();
-        const text = new TextDecoder("utf-8", { fatal: true, ignoreBOM: true }).decode(bytes);
+        const bytes = new Uint8Array(await chosen.arrayBuffer());
+        text = new TextDecoder("utf-8", { ignoreBOM: true }).decode(bytes);
+        requireUtf8(bytes, text);
         describeFile(openFile(chosen.name, text));
         showChanges();
         applyFilters();
+        showNotice("");
     } catch (error) {
-        const reason = error instanceof SyntaxError ? `is not valid JSON: ${error.message}`
-            : error instanceof TypeError ? "is not valid UTF-8" : error.message;
-        showNotice(`${chosen.name}: ${reason}. It was not opened; nothing is changed.`);
+        const place = error instanceof ParseError ? placeOf(error, text) : "";
+        showNotice(`${chosen.name}${place}: ${error.message}. It was not opened; nothing is changed.`);
     }
     fileInput.value = "";
 }
@@ -126,6 +143,6 @@ function startPanel() {
             event.preventDefault();
         }
     });
-    describeFile([]);
+    describeFile();
     showChanges();
 }

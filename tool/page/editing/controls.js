@@ -1,4 +1,5 @@
-// The control for the value of a setting: {element, read}. `read` returns the value as JSON, which may be refused.
+// The control for the value of a setting: {element, read, hint, notation}. `read` returns the value as JSON, or as the
+// function `notation` reads it; it may be refused.
 
 const isScalarOf = ({ rows, columns }) => rows === 1 && columns === 1;
 const isNumeric = (className) => className === "double" || integerLimits(className) !== undefined;
@@ -73,10 +74,19 @@ function makeLines(_, json) {
     return { element, hint: "one on each line", read: () => JSON.stringify(element.value === "" ? [] : element.value.split("\n")) };
 }
 
+function makeNotation(value) {
+    return make("textarea", { className: "json", value, spellcheck: false, rows: Math.min(10, 2 + Math.ceil(value.length / 40)) });
+}
+
 function makeJson(_, json) {
-    const element = make("textarea", { className: "json", value: json ?? "", spellcheck: false });
-    element.rows = Math.min(10, 2 + Math.ceil(element.value.length / 40));
+    const element = makeNotation(json ?? "");
     return { element, hint: "as JSON", read: () => element.value };
+}
+
+/** Several numbers, as they are shown. */
+function makeNumbers({ constraint }, json) {
+    const element = makeNotation(json === undefined ? "" : formatValue(parseValue(json, constraint)));
+    return { element, hint: "such as [1 2 3] or [1 2; 3 4], or as JSON", notation: readNumbers, read: () => element.value };
 }
 
 const hexParts = (hex) => [1, 3, 5].map((at) => parseInt(hex.slice(at, at + 2), 16));
@@ -132,7 +142,8 @@ function controlFor({ constraint, isSecret }, json) {
         return fitsLines(json) ? makeLines : makeJson;
     }
     const isScalar = isScalarOf(constraint);
-    return isScalar && className === "logical" ? makeSwitch : isScalar && isNumeric(className) ? makeNumber : makeJson;
+    const areNumbers = isNumeric(className) || (className === undefined && constraint.lower !== undefined);
+    return isScalar && className === "logical" ? makeSwitch : !areNumbers ? makeJson : isScalar ? makeNumber : makeNumbers;
 }
 
 const makeControl = (setting, json) => controlFor(setting, json)(setting, json);

@@ -15,7 +15,8 @@ class Editor {
         this.setting = setting;
         this.changeBefore = changes.get(setting.path);
         this.isTouched = false;
-        this.control = makeControl(setting, setting.isSecret ? undefined : (valueNow(setting) ?? undefined));
+        this.json = valueNow(setting); // what the control shows
+        this.control = makeControl(setting, setting.isSecret ? undefined : (this.json ?? undefined));
         this.message = make("p", { className: "message", role: "alert", id: `message-${setting.path}` });
         this.nameFields();
         this.form = this.makeForm();
@@ -38,12 +39,12 @@ class Editor {
     makeForm() {
         const { setting, control } = this;
         const notes = [control.hint, setting.constraint.needsProgram && "checked further when it is set"].filter(Boolean);
-        const remove = makeButton("Remove from my file", "button", () => this.remove());
-        remove.hidden = personalValue(setting) === undefined;
+        this.removeButton = makeButton("Remove from my file", "button", () => this.remove());
+        this.removeButton.hidden = personalValue(setting) === undefined;
         const form = make("form", { className: "editor", noValidate: true }, control.element, this.message,
             make("p", { className: "note", textContent: notes.join("; "), hidden: notes.length === 0 }),
             make("div", { className: "buttons" }, makeButton("Done", "submit", () => {}),
-                makeButton("Cancel", "button", () => this.cancel()), remove));
+                makeButton("Cancel", "button", () => this.cancel()), this.removeButton));
         form.addEventListener("input", () => this.onInput());
         form.addEventListener("change", () => this.commit());
         form.addEventListener("submit", (event) => this.onSubmit(event));
@@ -63,6 +64,16 @@ class Editor {
         this.fields[0].focus();
     }
 
+    /** Shows the effective value, if another one than that of the control became it. */
+    follow() {
+        this.removeButton.hidden = personalValue(this.setting) === undefined;
+        if (valueNow(this.setting) !== this.json) {
+            const editor = new Editor(this.setting);
+            editors.set(this.setting, editor);
+            this.form.replaceWith(editor.form);
+        }
+    }
+
     close() {
         if (this.form.contains(document.activeElement)) {
             // Before anything else, because a field that is left commits what was typed.
@@ -76,7 +87,8 @@ class Editor {
 
     /** Checks what was entered, and shows why it is refused. Returns the value if it is accepted. */
     check() {
-        const { value, message = "" } = checkValue(this.control.read(), this.setting.constraint, this.setting.isSecret);
+        const { read, notation = readJson } = this.control;
+        const { value, message = "" } = checkValue(read(), this.setting.constraint, this.setting.isSecret, notation);
         this.message.textContent = message;
         this.fields.forEach((field) => field.setAttribute("aria-invalid", String(message !== "")));
         return value;
@@ -86,7 +98,8 @@ class Editor {
     commit() {
         const value = this.check();
         if (value) {
-            changeValue(this.setting, formatJson(value, this.setting.constraint));
+            this.json = formatJson(value, this.setting.constraint);
+            changeValue(this.setting, this.json);
         }
         return value !== undefined;
     }
@@ -107,12 +120,12 @@ class Editor {
 
     remove() {
         this.close();
-        removeValue(this.setting);
+        changeValue(this.setting, null);
     }
 
     cancel() {
         this.close();
-        restoreChange(this.setting, this.changeBefore);
+        changeValue(this.setting, this.changeBefore);
     }
 }
 

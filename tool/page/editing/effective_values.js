@@ -29,77 +29,32 @@ function originOf(setting) {
 /** Whether the effective value is another one than the factory value. */
 const isModified = (setting) => originOf(setting) !== "factory" && valueNow(setting) !== setting.factory;
 
-/** Changes a setting to a value as JSON; back to the value before if it is that. */
+function dropIneffectiveChange(setting) {
+    const change = changes.get(setting.path);
+    if (change === null ? personalValue(setting) === undefined : change === undefined || change === valueBefore(setting)) {
+        changes.delete(setting.path);
+    }
+}
+
+/** Changes a setting to a value as JSON; null removes its personal value, undefined takes back what was changed. */
 function changeValue(setting, json) {
-    if (json === valueBefore(setting)) {
-        changes.delete(setting.path);
-    } else {
-        changes.set(setting.path, json);
-    }
+    changes.set(setting.path, json);
+    dropIneffectiveChange(setting);
     onChange(setting);
 }
 
-/** Removes the personal value of a setting. */
-function removeValue(setting) {
-    if (personalValue(setting) === undefined) {
-        changes.delete(setting.path);
-    } else {
-        changes.set(setting.path, null);
-    }
-    onChange(setting);
-}
-
-/** Puts back an earlier change; none if it is undefined. */
-function restoreChange(setting, change) {
-    if (change === undefined) {
-        changes.delete(setting.path);
-    } else {
-        changes.set(setting.path, change);
-    }
-    onChange(setting);
-}
-
-/** Returns the values of a settings file that the settings accept, by path, and what is wrong with the others. */
-function acceptedValues(file) {
-    const values = new Map();
-    const ignored = [];
-    for (const { name: path, value } of file.values?.members ?? []) {
-        const setting = settingsByPath.get(path);
-        const isEditable = setting && !setting.fixedReason;
-        const checked = isEditable ? checkValue(value.text, setting.constraint, setting.isSecret) : {};
-        values.delete(path); // of duplicates, the last one applies
-        if (checked.value) {
-            values.set(path, formatJson(checked.value, setting.constraint));
-        } else {
-            ignored.push(`${path}: ${checked.message ?? (setting ? setting.fixedReason : unknownPath(path))}`);
-        }
-    }
-    return { values, ignored };
-}
-
-/** Takes over the values of a settings file. Returns what is wrong with those that are ignored. */
+/** Takes over the values of a settings file. Returns its FileCheck. */
 function openFile(name, text) {
     const file = readSettingsFile(text);
-    const { values, ignored } = acceptedValues(file);
+    const check = new FileCheck(file);
+    const { values } = check;
     const concerned = settings.filter((setting) => personalValue(setting) !== undefined || values.has(setting.path));
     opened = { name, file, values };
     for (const setting of concerned) {
         dropIneffectiveChange(setting);
         showInRow(setting);
     }
-    return ignored;
-}
-
-function unknownPath(path) {
-    const change = changeOf(path);
-    return change ? `${change.text}: run vxsettings migrate` : "is not a setting";
-}
-
-function dropIneffectiveChange(setting) {
-    const change = changes.get(setting.path);
-    if (change === valueBefore(setting) || (change === null && personalValue(setting) === undefined)) {
-        changes.delete(setting.path);
-    }
+    return check;
 }
 
 /** Returns the settings file with the changes: the opened one, or a new one. */

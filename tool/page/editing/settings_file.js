@@ -77,18 +77,33 @@ function newSettingsFile() {
     return `{\n${release}  "settings": {}\n}\n`;
 }
 
-/** Reads the text of a settings file. Throws an Error that says what is wrong. */
+/** Damaged locks might let values apply that an administrator excludes. */
+function requirePaths(locked) {
+    if (locked.kind !== "array") {
+        throw new ParseError(locked.start, 'expected an array of paths for "locked"');
+    }
+    const odd = locked.elements.find(({ kind }) => kind !== "string");
+    if (odd) {
+        throw new ParseError(odd.start, 'expected the path of a setting or group in "locked"');
+    }
+}
+
+/** Reads the text of a settings file. Throws ParseError, with an offset after the byte-order mark. */
 function readSettingsFile(text) {
     const isEmpty = /^\ufeff?[ \t\r\n]*$/.test(text);
     const prefix = !isEmpty && text.startsWith(byteOrderMark) ? byteOrderMark : "";
     const json = isEmpty ? newSettingsFile() : text.slice(prefix.length);
     const root = readJson(json);
-    const values = root.kind === "object" ? lastMember(root, "settings") : undefined;
     if (root.kind !== "object") {
-        throw new Error('expected an object: { "release": ..., "settings": { ... } }');
+        throw new ParseError(root.start, 'expected an object: { "release": ..., "settings": { ... } }');
     }
+    const values = lastMember(root, "settings");
     if (values && values.kind !== "object") {
-        throw new Error('expected an object of paths and values for "settings"');
+        throw new ParseError(values.start, 'expected an object of paths and values for "settings"');
+    }
+    const locked = lastMember(root, "locked");
+    if (locked) {
+        requirePaths(locked);
     }
     return { prefix, json, root, values };
 }

@@ -43,11 +43,12 @@ function showExported(setting) {
     }
 }
 
-/** Shows the effective value in the row, and what it replaces. */
+/** Shows the effective value in the row, and what it replaces; in the editor, while it is open. */
 function showInRow(setting) {
     const cell = setting.row.cells[1];
     if (editors.has(setting)) {
-        return; // until the editor is closed
+        editors.get(setting).follow();
+        return;
     }
     if (!changes.has(setting.path) && !opened) {
         showExported(setting);

@@ -35,10 +35,15 @@ function satisfiesValidators(value, constraint) {
         lengthOf(value) <= (constraint.length ?? Infinity) && satisfiesElements(value, constraint);
 }
 
-function isAccepted(value, constraint) {
+/** Returns undefined if the constraint accepts the value, else the message of a function that refuses it, or "". */
+function refusal(value, constraint) {
     const isName = constraint.colour && value.class === "char";
-    return !constraint.acceptsNothing && satisfiesValidators(value, constraint) &&
-        (isName || !constraint.hasFactorySize || hasSize(value, constraint));
+    const isSatisfied = !constraint.acceptsNothing && satisfiesValidators(value, constraint);
+    if (isSatisfied && constraint.validator && !satisfiesNativeValidator(value, constraint)) {
+        return constraint.errorMessage ?? constraint.validator.message;
+    }
+    const isAccepted = isSatisfied && (isName || !constraint.hasFactorySize || hasSize(value, constraint));
+    return isAccepted ? undefined : (constraint.errorMessage ?? "");
 }
 
 /** Describes all constraints, with the numbers that the class has if nothing else limits them. */
@@ -76,9 +81,9 @@ function describeRejectedValue(value, constraint) {
     return `"${truncate(escapeUnprintable(string), shownWidth)}" is not allowed; ${meant} Allowed: ${list}`;
 }
 
-function tryToParse(text, constraint) {
+function tryToParse(text, constraint, read) {
     try {
-        return parseValue(text, constraint);
+        return parseValue(text, constraint, read);
     } catch {
         return undefined;
     }
@@ -102,14 +107,14 @@ function corrections(text, constraint) {
 }
 
 /** Returns what to do about a text that is no value; empty if that is not obvious, or too long to be shown. */
-function adviceFor(text, constraint, isUnsuitable) {
-    if (utf8(text).length > shownWidth) {
+function adviceFor(text, constraint, isUnsuitable, read) {
+    if (text === "" || utf8(text).length > shownWidth) {
         return "";
     }
     if (escapeUnprintable(text) === text) {
         for (const [advice, corrected] of corrections(text, constraint)) {
-            const value = tryToParse(corrected, constraint);
-            if (value && isAccepted(value, constraint)) {
+            const value = tryToParse(corrected, constraint, read);
+            if (value && refusal(value, constraint) === undefined) {
                 return `${advice}: ${corrected}`;
             }
         }
@@ -117,25 +122,34 @@ function adviceFor(text, constraint, isUnsuitable) {
     return constraint.colour && isUnsuitable ? describeRed(constraint) : "";
 }
 
-function describeRejectedText(text, error, constraint) {
-    const advice = adviceFor(text, constraint, error.isUnsuitable);
-    if (advice || (error.isUnsuitable && constraint.class)) {
-        const what = truncate(escapeUnprintable(text), shownWidth);
+function describePlace(text, offset) {
+    const { line, column } = new PositionIndex(text).at(offset);
+    return `${line > 1 ? `line ${line}, ` : ""}column ${column}: `;
+}
+
+function describeRejectedText(text, error, constraint, readTyped) {
+    const advice = adviceFor(text, constraint, error.isUnsuitable, readTyped);
+    if (advice || text === "" || (error.isUnsuitable && constraint.class)) {
+        const what = text === "" ? "an empty value" : truncate(escapeUnprintable(text), shownWidth);
         return withAdvice(notAllowed(what, constraint), advice);
     }
-    return `${error.message}; must be ${describeAllowed(constraint)}`;
+    const place = readTyped ? describePlace(text, error.offset) : "";
+    return `${place}${error.message}; must be ${describeAllowed(constraint)}`;
 }
 
 /**
- * Parses a JSON text as the value of a setting. Returns the value, or the reason for which it is refused as `message`.
+ * Parses a text as the value of a setting: JSON in a file, or what was typed, which readTyped reads. Returns the value,
+ * or the reason for which it is refused as `message`, and where in the text as `offset`.
  */
-function checkValue(text, constraint, isSecret = false) {
+function checkValue(text, constraint, isSecret = false, readTyped = undefined) {
     const hidden = () => notAllowed("its value, which is not shown,", constraint);
     try {
-        const value = parseValue(text, constraint);
-        return isAccepted(value, constraint) ? { value }
-            : { message: isSecret ? hidden() : describeRejectedValue(value, constraint) };
+        const value = parseValue(text, constraint, readTyped);
+        const message = refusal(value, constraint);
+        return message === undefined ? { value }
+            : { message: isSecret ? hidden() : message || describeRejectedValue(value, constraint), offset: 0 };
     } catch (error) {
-        return { message: isSecret ? hidden() : describeRejectedText(text, error, constraint) };
+        return { message: isSecret ? hidden() : describeRejectedText(text, error, constraint, readTyped),
+            offset: error.offset };
     }
 }

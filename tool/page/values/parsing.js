@@ -1,14 +1,6 @@
 // Values of settings from JSON: {class, rows, columns, elements}, with the elements row by row.
 
-/** An error in a value. It is unsuitable if the notation is right, but not the class. */
-class ValueError extends Error {
-    constructor(message, isUnsuitable) {
-        super(message);
-        this.isUnsuitable = isUnsuitable;
-    }
-}
-
-const unsuitable = (what) => new ValueError(`expected ${what}`, true);
+const unsuitable = ({ start }, what) => new ParseError(start, `expected ${what}`, true);
 const isString = (node) => node.kind === "string";
 const isNonFiniteName = (string) => ["NaN", "Inf", "-Inf"].includes(string);
 
@@ -42,7 +34,7 @@ function parseInteger(token, { least, greatest }) {
 function toElement(node, className) {
     const found = isString(node) ? "a string" : node.text;
     const limits = integerLimits(className);
-    const fail = (what) => unsuitable(`${what}, not ${found}`);
+    const fail = (what) => unsuitable(node, `${what}, not ${found}`);
     if (className === "logical") {
         if (node.kind !== "boolean") {
             throw fail("true or false");
@@ -72,8 +64,9 @@ function gridOf(node) {
     const isNested = node.elements[0]?.kind === "array";
     const lists = isNested ? node.elements : [node];
     const columns = lists[0].elements.length;
-    if (lists.some((list) => list.kind !== "array" || list.elements.length !== columns)) {
-        throw new ValueError(`expected a list of ${columns} elements as in the first row`);
+    const odd = lists.find((list) => list.kind !== "array" || list.elements.length !== columns);
+    if (odd) {
+        throw new ParseError(odd.start, `expected a list of ${columns} elements as in the first row`);
     }
     return { notation: isNested ? "rows" : "list", rows: lists.length, columns,
         nodes: lists.flatMap((list) => list.elements) };
@@ -82,10 +75,10 @@ function gridOf(node) {
 function requireScalars(nodes) {
     for (const node of nodes) {
         if (node.kind === "array") {
-            throw new ValueError("expected a list of values, or a list of rows of the same length");
+            throw new ParseError(node.start, "expected a list of values, or a list of rows of the same length");
         }
         if (node.kind === "object") {
-            throw new ValueError("expected a value or a list, not an object");
+            throw new ParseError(node.start, "expected a value or a list, not an object");
         }
     }
 }
@@ -102,25 +95,26 @@ function classByNotation({ notation, nodes }) {
     return token.kind === "boolean" ? "logical" : "double";
 }
 
-/** Returns the value of a JSON text for a constraint. Throws ValueError, and as readJson does. */
-function parseValue(text, constraint) {
-    const grid = gridOf(readJson(text));
+/** Returns the value of a JSON text, or of one that another function reads, for a constraint. Throws ParseError. */
+function parseValue(text, constraint, read = readJson) {
+    const root = read(text);
+    const grid = gridOf(root);
     requireScalars(grid.nodes);
     const isScalar = grid.notation === "scalar";
     const isName = constraint.names?.length > 0 && isScalar && isString(grid.nodes[0]);
     const className = isName ? "char" : (constraint.class ?? classByNotation(grid));
     if (className === "char") {
         if (!isScalar || !isString(grid.nodes[0])) {
-            throw unsuitable("a string");
+            throw unsuitable(root, "a string");
         }
         const string = grid.nodes[0].string;
         return { class: "char", rows: 1, columns: string.length, elements: [string] };
     }
     if (className === "cell" && isScalar) {
-        throw unsuitable("a list of strings");
+        throw unsuitable(root, "a list of strings");
     }
     if (className === "cell" && grid.rows !== 1) {
-        throw unsuitable("a list of strings in one row");
+        throw unsuitable(root, "a list of strings in one row");
     }
     const elements = grid.nodes.map((node) => toElement(node, className));
     return { class: className, rows: grid.rows, columns: grid.columns, elements };
