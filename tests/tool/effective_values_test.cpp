@@ -120,6 +120,8 @@ TEST_F(EffectiveValuesTest, AreNeverIgnoredInSilence)
                       HasSubstr("see vxsettings migrate "), HasSubstr("no release, 2 settings, 2 locks")));
     writeFile(personal, "{\"settings\": {}}");
     EXPECT_EQ(run({"doctor"}).exitCode, 0) << "a locked setting is no error";
+    EXPECT_THAT(tests::runOnSample({"doctor"}, {"XDG_CONFIG_HOME=/dev/full"}).output,
+                HasSubstr("cannot be created: cannot write in /dev/full: Not a directory\n"));
     writeFile(second, "{\"locked\": 1}");
     EXPECT_THAT(run({"doctor"}).output, HasSubstr(second + ":1:12: expected an array of paths"));
     EXPECT_THAT(run({"get", "class.int32"}),

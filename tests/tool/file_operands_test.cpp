@@ -69,6 +69,7 @@ TEST_F(FileOperands, MayBeStandardInputAndOutput)
         R"((echo {; seq -f "\"x%g\": 1," 21; echo "\"y\": 1}") > many && $vx check many > some;
            test $(wc -l < some) = 21 && grep -q "^many: 2 more: is an unknown member; .*--all$" some)",
         R"(test $($vx check --all - < many | wc -l) = 22)",
+        "seq -f \"x%g = 1\" 22 | $vx set --stdin |& grep -qx \"vxsettings: 2 more: no such path\"",
         "echo {} | $vx migrate - | grep -q \"^standard input: from before\"",
         // To a terminal, which is sent no control characters.
         "$vx set UserPath $(printf \"a\\\\033[2J\") > set.txt",

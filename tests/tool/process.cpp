@@ -4,6 +4,7 @@
 #include <pty.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <tests/support/files.hpp>
 #include <tests/tool/process.hpp>
 #include <unistd.h>
@@ -96,21 +97,28 @@ ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std
 }
 
 ToolRun runToolOnTerminal(const std::vector<std::string>& arguments,
-                          const std::vector<std::string>& environment, const std::string& typed)
+                          const std::vector<std::string>& environment, const std::string& typed,
+                          const std::string& prompt)
 {
     int terminal = -1;
     const pid_t child = ::forkpty(&terminal, nullptr, nullptr, nullptr);
     if (child == 0) {
         execTool(arguments, environment, {});
     }
-    const std::string input = typed + '\x04';  // the end, so that no question waits for ever
-    EXPECT_EQ(::write(terminal, input.data(), input.size()), static_cast<ssize_t>(input.size()));
+    std::string input = typed + '\x04';  // the end, so that no question waits for ever
     ToolRun run{};
     char shown[4096];
-    for (ssize_t size = 0; (size = ::read(terminal, shown, sizeof shown)) > 0;) {
+    for (ssize_t size = 0; size >= 0; size = ::read(terminal, shown, sizeof shown)) {
         run.output.append(shown, static_cast<std::size_t>(size));
+        if (run.output.ends_with(prompt) && !input.empty()) {
+            EXPECT_EQ(::write(terminal, input.data(), input.size()), static_cast<ssize_t>(input.size()));
+            input.clear();
+        }
     }
     run.exitCode = exitCode(child);
+    termios modes{};
+    EXPECT_EQ(::tcgetattr(terminal, &modes), 0);
+    EXPECT_NE(modes.c_lflag & ECHO, 0U);
     ::close(terminal);
     return run;
 }

@@ -20,10 +20,11 @@ struct ToolRun
 ToolRun runTool(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {},
                 const std::string& tool = VX_TOOL_FILE);
 
-/// Runs vxsettings on a terminal on which `typed` is typed, and returns all that the terminal shows as
-/// output.
+/// Runs vxsettings on a terminal on which `typed` is typed once it shows the prompt, and returns all that the
+/// terminal shows as output. Expects that it shows what is typed afterwards.
 ToolRun runToolOnTerminal(const std::vector<std::string>& arguments,
-                          const std::vector<std::string>& environment, const std::string& typed);
+                          const std::vector<std::string>& environment, const std::string& typed,
+                          const std::string& prompt = "");
 
 /// vxsettings while it runs, and the pipes into which it writes; a `watch` ends when its reader is gone.
 struct RunningTool

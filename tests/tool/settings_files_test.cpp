@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <csignal>
 #include <filesystem>
 #include <string>
 #include <tests/support/files.hpp>
@@ -16,7 +17,9 @@
 namespace {
 
 namespace fs = std::filesystem;
+using testing::AllOf;
 using testing::HasSubstr;
+using testing::Not;
 using tests::FailsInOneLine;
 using tests::readFile;
 using tests::ToolRun;
@@ -47,6 +50,10 @@ TEST_F(SettingsFilesTest, ValuesGoThroughTheLayers)
     EXPECT_EQ(run({"set", "UserPath", "--json-value", R"("a\nb")"}).exitCode, 0);
     EXPECT_EQ(run({"get", "UserPath"}).output, "a\nb\n");
     EXPECT_EQ(run({"get", "UserPath", "commandwindow.WindowSize"}).output, "a\\nb\n[180 45]\n");
+    const std::string path(100, 'x');
+    EXPECT_THAT(run({"set", "UserPath", path}).output, HasSubstr(path));
+    EXPECT_THAT(run({"list", "--modified"}).output, HasSubstr('"' + path + "\"  personal\n"));
+    EXPECT_EQ(run({"undo"}).exitCode, 0);
     const std::string modified = run({"list", "--modified"}).output;
     EXPECT_THAT(modified, testing::ContainsRegex("verdix.UserPath +\"a.nb\" +personal\n"));
     EXPECT_EQ(std::ranges::count(modified, '\n'), 2);
@@ -91,6 +98,9 @@ TEST_F(SettingsFilesTest, RejectedValuesAreExplainedOnce)
         {"rule.colour", "rde",
          R"("rde" is not allowed; did you mean "red"? Allowed: a colour: red, green and blue, each a number )"
          "from 0 to 1, or one of: red"},
+        {"rule.colour", "teal",
+         R"("teal" is not allowed: must be a colour: red, green and blue, each a number from 0 to 1, or one of: )"
+         "red; red is '[1 0 0]' or '#ff0000'"},
         {"colors.KeywordColor", "red",
          "red is not allowed: must be " + colour + "; red is '[255 0 0]' or '#ff0000'"},
         {"colors.KeywordColor", "#ff00",
@@ -101,15 +111,26 @@ TEST_F(SettingsFilesTest, RejectedValuesAreExplainedOnce)
          "[1 2: column 5: expected whitespace, \",\", \";\" or \"]\" after an element; must be " + colour},
         {"connector.InterfacesBlocklist", "bold",
          "bold is not allowed: must be a cell of strings; write it as a list: '{\"bold\"}'"},
+        {"connector.InterfacesBlocklist", "{ a, b c }",
+         "{ a, b c } is not allowed: must be a cell of strings; write it as a list: '{\"a\",\"b\",\"c\"}'"},
+        {"UserPath", R"("en"-US)",
+         R"("en"-US is not allowed: must be a string; write it in quotes: '"""en""-US"')"},
+        {"UserPath", R"( "en" "US")",
+         R"( "en" "US": column 7: expected nothing after the value; must be a string)"},
+        {"UserPath", R"("open)", R"("open is not allowed: must be a string; write it in quotes: '"open"')"},
         {"class.int8", "300", "300 is not allowed: must be a whole number from -128 to 127"},
         {"commandwindow.WrapLines", "", "an empty value is not allowed: must be true or false"},
         {lines, "12.5", "12.5 is not allowed: must be a whole number from 1000 to 25000"},
         {lines, "-5", "-5 is not allowed: must be a whole number from 1000 to 25000"},
         {lines, "10,000",
          "10,000 is not allowed: must be a whole number from 1000 to 25000; write it without commas: 10000"},
+        {lines, "100,00",
+         "100,00: column 4: expected nothing after the value; must be a whole number from 1000 to 25000"},
+        {lines, "100,000",
+         "100,000: column 4: expected nothing after the value; must be a whole number from 1000 to 25000"},
         {"rule.called", "2", "called"},
-        {"commandwindow.WrapLines", R"("on")", R"("on" is not allowed: must be true or false)",
-         "--json-value"},
+        {"commandwindow.WrapLines", R"("on")",
+         R"("on" is not allowed: must be true or false; write it without quotes: true)", "--json-value"},
     };
     for (const auto& rejected : cases) {
         std::vector<std::string> arguments{"set", rejected[0], rejected[1]};
@@ -118,7 +139,7 @@ TEST_F(SettingsFilesTest, RejectedValuesAreExplainedOnce)
     }
     EXPECT_THAT(run({"set", "colors.KeywordColor", "#f80"}).output, HasSubstr(" -> [255 136 0] "));
     EXPECT_THAT(run({"set", "rule.colour", "#ff0033"}).output, HasSubstr("[1 0 0.2] "));
-    EXPECT_THAT(run({"set", "commandwindow.WrapLines", "on"}).output, HasSubstr(" -> true "));
+    EXPECT_THAT(run({"set", "commandwindow.WrapLines", "ON"}).output, HasSubstr(" -> true "));
 }
 
 TEST_F(SettingsFilesTest, FaultsOfFilesAreNamed)
@@ -160,7 +181,8 @@ TEST_F(SettingsFilesTest, MigrationShowsFirstAndKeepsTheOldFile)
     EXPECT_EQ(shown.exitCode, 1) << "the value does not fit its new setting";
     EXPECT_THAT(shown.output, testing::ContainsRegex("from R2020b to R[0-9]+[ab], 1 setting unchanged\n"));
     EXPECT_THAT(shown.output, testing::ContainsRegex("moves +verdix.commandwindow.EightyColumns +to verdix"));
-    EXPECT_THAT(shown.output, HasSubstr("\"yes\" is not allowed: must be true or false"));
+    EXPECT_THAT(shown.output,
+                HasSubstr("\"yes\" is not allowed: must be true or false; write it without quotes: true"));
     EXPECT_EQ(readFile(file), before);
 
     // Values are converted in a file that is migrated to the newest release, which may be in preparation.
@@ -266,6 +288,22 @@ TEST_F(SettingsFilesTest, UndoPassesOverAChangeThatWasNotCarriedOut)
                     FailsInOneLine(1, HasSubstr(blocked)));
         EXPECT_EQ(readFile(personal), first);
     }
+}
+
+TEST_F(SettingsFilesTest, SecretsAreNotShownWhileTheyAreTyped)
+{
+    const auto type = [&](const std::string& typed) {
+        const std::string prompt = "verdix.web.AccessToken (not shown): ";
+        const ToolRun shown = tests::runToolOnTerminal(
+            {"set", "web.AccessToken", "--stdin", "--bundle", VX_SAMPLE_BUNDLE, "--personal", personal}, {},
+            typed, prompt);
+        EXPECT_THAT(shown.output, AllOf(testing::StartsWith(prompt), Not(HasSubstr("sesame"))));
+        return shown.exitCode;
+    };
+    EXPECT_EQ(type("sesame\nrest"), 0);
+    EXPECT_EQ(type("sesame 2\x03"), -SIGINT);
+    EXPECT_EQ(type(""), 1);
+    EXPECT_EQ(run({"get", "web.AccessToken", "--personal", personal}).output, "sesame\n");
 }
 
 TEST_F(SettingsFilesTest, SecretsAreOnlyShownByGet)

@@ -1,6 +1,7 @@
 #include "cli/arguments.hpp"
 
 #include <settings_core/files/input_file.hpp>
+#include <settings_core/tree/suggestions.hpp>
 
 #include <CLI/CLI.hpp>
 #include <boost/algorithm/string/join.hpp>
@@ -114,7 +115,16 @@ void refuseEmpty(CLI::Option& option)
 
 void setChoices(CLI::Option& option, const std::vector<std::string>& choices)
 {
-    option.check(CLI::IsMember(choices).description(""))->type_name(boost::algorithm::join(choices, "|"));
+    const auto check = [choices](const std::string& argument) -> std::string {
+        if (std::ranges::find(choices, argument) != choices.end()) {
+            return "";
+        }
+        const auto near =
+            core::suggestNames(argument, std::vector<std::string_view>(choices.begin(), choices.end()));
+        return argument + " not in {" + boost::algorithm::join(choices, ",") + "}" +
+               (near.empty() ? "" : "; " + core::didYouMean(near));
+    };
+    option.check(CLI::Validator(check, ""))->type_name(boost::algorithm::join(choices, "|"));
 }
 
 std::vector<std::string> choicesOf(const CLI::Option& option)

@@ -18,6 +18,16 @@ namespace {
 
 bool areHintsOn = true;
 
+constexpr std::size_t shownPerKind = 20;
+
+/// Returns what diagnostics of one kind have in common: the beginning of the message, without names, numbers
+/// and advice.
+std::string kindOf(const std::string& message)
+{
+    const std::string kind = message.substr(0, message.find_first_of(";:\"\n0123456789"));
+    return kind.substr(0, kind.find_last_not_of(' ') + 1);
+}
+
 }  // namespace
 
 void printMessage(std::string_view message)
@@ -52,6 +62,21 @@ void hintAtFileProblems(const Session& session, core::Layers& layers, Output& ou
 void turnHintsOff() noexcept
 {
     areHintsOn = false;
+}
+
+DiagnosticSample firstOfEachKind(const std::vector<core::Diagnostic>& diagnostics)
+{
+    DiagnosticSample sample;
+    std::map<std::string, std::size_t> counts;
+    for (const core::Diagnostic& diagnostic : diagnostics) {
+        std::string kind = kindOf(diagnostic.message);
+        if (++counts[kind] <= shownPerKind) {
+            sample.shown.push_back(diagnostic);
+        } else {
+            ++sample.leftOut[std::move(kind)];
+        }
+    }
+    return sample;
 }
 
 void writeDiagnostics(const std::vector<core::Diagnostic>& diagnostics, Output& out)

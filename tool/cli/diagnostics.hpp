@@ -5,6 +5,8 @@
 #include <boost/json/array.hpp>
 
 #include <cstddef>
+#include <map>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -30,6 +32,16 @@ void hintAtFileProblems(const Session& session, core::Layers& layers, Output& ou
 
 /// Turns hints off, as --quiet does.
 void turnHintsOff() noexcept;
+
+/// Some of many diagnostics, for people to read.
+struct DiagnosticSample
+{
+    std::vector<core::Diagnostic> shown;
+    std::map<std::string, std::size_t> leftOut;  ///< how many more there are, by kind
+};
+
+/// Returns the first 20 diagnostics of each kind.
+[[nodiscard]] DiagnosticSample firstOfEachKind(const std::vector<core::Diagnostic>& diagnostics);
 
 /// Writes one line for each diagnostic. Line breaks become semicolons.
 void writeDiagnostics(const std::vector<core::Diagnostic>& diagnostics, Output& out);

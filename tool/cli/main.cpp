@@ -92,7 +92,7 @@ constexpr CommandEntry entries[] = {
     {"history", addHistory, review, View::inPager},
     {"export", addExport, review, View::inPager},
     {"lint", addLint, review, View::inPager},
-    {"doctor", addDoctor, review},
+    {"doctor", addDoctor, review, View::inPager},
     {"help", addHelp, shell, View::inPager, true},
     {"completion", addCompletion, shell},
     {"complete", addComplete, shell, View::atOnce, true},
@@ -218,8 +218,12 @@ ExitCode report(ExitCode code, const char* message)
 ExitCode report(const core::InvalidChanges& error)
 {
     const std::size_t count = error.diagnostics().size();
-    for (const core::Diagnostic& diagnostic : error.diagnostics()) {
+    const auto [shown, leftOut] = firstOfEachKind(error.diagnostics());
+    for (const core::Diagnostic& diagnostic : shown) {
         printMessage(core::formatDiagnostic(diagnostic));
+    }
+    for (const auto& [kind, number] : leftOut) {
+        printMessage(std::to_string(number) + " more: " + kind);
     }
     return count == 1 ? ExitCode::failed
                       : report(ExitCode::failed,

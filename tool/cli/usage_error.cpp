@@ -29,6 +29,27 @@ std::string adviceToSeeHelp(const CLI::App& app)
     return "see vxsettings " + (commands.empty() ? "" : commands.front()->get_name() + " ") + "--help";
 }
 
+bool isOption(std::string_view argument)
+{
+    return argument.size() > 1 && argument[0] == '-' && argument != "--" &&
+           (argument[1] < '0' || argument[1] > '9');
+}
+
+/// Returns what to do about an argument that the command on the command line does not take.
+std::string adviceOnArguments(const CLI::App& app)
+{
+    const CLI::App& command = *app.get_subcommands().front();
+    const auto options = command.get_options();
+    const auto isEquals = [](const CLI::Option* option) { return option->results() == CLI::results_t{"="}; };
+    if (std::ranges::any_of(options, isEquals)) {
+        return "leave out the =";
+    }
+    const CLI::Option* format = command.get_option_no_throw("--format");
+    const bool takesArguments = std::ranges::any_of(options, &CLI::Option::get_positional);
+    return format == nullptr || takesArguments ? adviceToSeeHelp(app)
+                                               : "choose a format by --format " + format->get_type_name();
+}
+
 /// Returns the long options of the program and of the command on the command line, each with "--".
 std::vector<std::string> longOptions(const CLI::App& app)
 {
@@ -90,14 +111,16 @@ std::string usageError(const CLI::App& program, const CLI::ParseError& error)
     if (std::ranges::any_of(extras, isFormatOption)) {  // most commands write only one format
         return "--format: not an option here; use --json for JSON; see vxsettings --help";
     }
-    const auto option = std::ranges::find_if(extras, [](const std::string& argument) {
-        return argument.starts_with("--") && argument.size() > 2;
-    });
+    const auto option = std::ranges::find_if(extras, isOption);
     if (option != extras.end()) {
         return unknownName("option", option->substr(0, option->find('=')), longOptions(program),
                            adviceToSeeHelp(program));
     }
-    return firstLine(error.what()) + "; " + adviceToSeeHelp(program);
+    if (!extras.empty()) {
+        return "argument not expected: " + extras.front() + "; " + adviceOnArguments(program);
+    }
+    const std::string message = firstLine(error.what());
+    return message.ends_with('?') ? message : message + "; " + adviceToSeeHelp(program);
 }
 
 }  // namespace vx::tool

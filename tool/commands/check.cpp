@@ -2,13 +2,9 @@
 #include <settings_core/files/input_file.hpp>
 #include <settings_core/files/settings_file.hpp>
 
-#include <algorithm>
-#include <iterator>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "cli/arguments.hpp"
@@ -26,16 +22,6 @@ struct CheckOptions
     bool showsAll = false;
 };
 
-constexpr std::size_t shownPerKind = 20;
-
-/// Returns what diagnostics of one kind have in common: the beginning of the message, without names, numbers
-/// and advice.
-std::string_view kindOf(std::string_view message)
-{
-    const std::string_view kind = message.substr(0, message.find_first_of(";:\"\n0123456789"));
-    return kind.substr(0, kind.find_last_not_of(' ') + 1);
-}
-
 void writeDocument(const std::filesystem::path& file, bool exists,
                    const std::vector<core::Diagnostic>& diagnostics, Output& out)
 {
@@ -46,17 +32,10 @@ void writeDocument(const std::filesystem::path& file, bool exists,
 void writeText(const std::filesystem::path& file, const std::optional<std::string>& content,
                const std::vector<core::Diagnostic>& diagnostics, bool showsAll, Output& out)
 {
-    std::map<std::string_view, std::size_t> counts;
-    std::vector<core::Diagnostic> shown;
-    std::ranges::copy_if(diagnostics, std::back_inserter(shown), [&](const core::Diagnostic& diagnostic) {
-        return ++counts[kindOf(diagnostic.message)] <= shownPerKind || showsAll;
-    });
+    const auto [shown, leftOut] = showsAll ? DiagnosticSample{diagnostics, {}} : firstOfEachKind(diagnostics);
     writeDiagnostics(shown, out);
-    for (const auto& [kind, count] : counts) {
-        if (count > shownPerKind && !showsAll) {
-            out << file.string() << ": " << count - shownPerKind << " more: " << kind
-                << "; show them with --all\n";
-        }
+    for (const auto& [kind, count] : leftOut) {
+        out << file.string() << ": " << count << " more: " << kind << "; show them with --all\n";
     }
     if (!content) {
         out << file.string() << ": no such file, so nothing is set\n";

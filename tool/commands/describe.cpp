@@ -29,8 +29,6 @@ namespace json = boost::json;
 using core::Node;
 using core::NodeKind;
 
-constexpr std::size_t valueWidth = 200;
-
 struct DescribeOptions
 {
     std::string path;
@@ -41,14 +39,20 @@ struct DescribeOptions
 class PropertyTable
 {
 public:
+    explicit PropertyTable(Output& out) : out_(out) {}
+
+    /// Returns the number of characters at which to cut values in the table.
+    [[nodiscard]] std::size_t valueWidth() const noexcept { return out_.valueWidth(200); }
+
     void add(const char* name, std::string_view description)
     {
         table_.add({{name, Style::note}, description});
     }
 
-    void write(Output& out) const { table_.write(out, "  "); }
+    void write() const { table_.write(out_, "  "); }
 
 private:
+    Output& out_;
     Table table_;
 };
 
@@ -96,7 +100,7 @@ void addValue(const Node& setting, PropertyTable& table)
     const std::string function = qualifiedName(properties.runTimeDefault);
     if (properties.factoryValue.isAssigned()) {
         table.add("class", core::formatClassAndSize(properties.factoryValue));
-        table.add("value", core::formatValueOnOneLine(properties.factoryValue, valueWidth));
+        table.add("value", core::formatValueOnOneLine(properties.factoryValue, table.valueWidth()));
     } else {
         table.add("value", function.empty() ? "no factory value" : "computed on request");
     }
@@ -120,7 +124,7 @@ void addConstraints(const Node& setting, PropertyTable& table)
     }
 }
 
-std::string describeLayer(const core::LayerValue& value)
+std::string describeLayer(const core::LayerValue& value, std::size_t valueWidth)
 {
     std::string text = value.value.isAssigned() ? core::formatValueOnOneLine(value.value, valueWidth) : "";
     for (const core::Diagnostic& diagnostic : value.diagnostics) {
@@ -134,11 +138,12 @@ void addLayers(core::Layers& layers, const Node& setting, PropertyTable& table)
 {
     for (const core::LayerValue& value : layers.valuesOf(setting)) {
         if (value.origin != core::Origin::factory) {
-            table.add(core::originName(value.origin).data(), describeLayer(core::shownValue(setting, value)));
+            table.add(core::originName(value.origin).data(),
+                      describeLayer(core::shownValue(setting, value), table.valueWidth()));
         }
     }
     const core::LayerValue effective = shownEffective(layers, setting);
-    table.add("effective", valueOnOneLine(effective, valueWidth) + ", the " +
+    table.add("effective", valueOnOneLine(effective, table.valueWidth()) + ", the " +
                                std::string(core::originName(effective.origin)) + " value");
     if (const auto lock = layers.lockOf(setting)) {
         table.add("locked", lock->path + " is locked by " + lock->file.string());
@@ -189,7 +194,7 @@ void addHistory(const Session& session, const Node& node, PropertyTable& table)
 void writeText(const Session& session, core::Layers& layers, const Node& node, Output& out)
 {
     Catalog catalog(session.tree());
-    PropertyTable table;
+    PropertyTable table(out);
     addTexts(catalog, node, table);
     table.add("kind", std::string(kindLabel(node.kind())));
     table.add("visibility", visibility(node));
@@ -207,7 +212,7 @@ void writeText(const Session& session, core::Layers& layers, const Node& node, O
     }
     addHistory(session, node, table);
     out << out.styled(Style::heading, node.fullName()) << '\n';
-    table.write(out);
+    table.write();
 }
 
 json::array layersJson(core::Layers& layersOver, const Node& setting)

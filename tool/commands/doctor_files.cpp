@@ -9,6 +9,8 @@
 #include <foundation/verdixdata/text.hpp>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <exception>
 #include <filesystem>
 #include <optional>
@@ -85,16 +87,35 @@ void reportPermissions(const fs::path& path, bool isPersonal, Report& report)
     }
 }
 
+/// Reports a file that does not exist, which is only wrong if the user's own cannot be created.
+void reportMissing(const fs::path& path, core::Origin origin, Report& report)
+{
+    const std::string what(core::originName(origin));
+    fs::path folder = path.parent_path();
+    while (!fs::exists(fs::symlink_status(folder)) && folder.has_relative_path()) {
+        folder = folder.parent_path();
+    }
+    if (origin == core::Origin::personal && ::access((folder / "").c_str(), W_OK | X_OK) != 0) {
+        report.add(false, what,
+                   path.string() + " cannot be created: cannot write in " + folder.string() + ": " +
+                       std::strerror(errno));
+    } else {
+        report.add(what, path.string() + ", which does not exist");
+    }
+}
+
 /// Returns whether the file can be read, if it exists.
 bool reportFile(const Session& session, const fs::path& path, core::Origin origin, Report& report)
 {
     const std::string what(core::originName(origin));
+    std::string advice;
     try {
         const std::optional<std::string> content = core::readFile(path);
         if (!content) {
-            report.add(what, path.string() + ", which does not exist");
+            reportMissing(path, origin, report);
             return true;
         }
+        advice = "; fix it by hand, or bring an earlier one back with: vxsettings undo";
         report.add(true, what, path.string());
         reportPermissions(path, origin == core::Origin::personal, report);
         const core::SettingsFile file = core::parseSettingsFile(*content, path);
@@ -103,9 +124,7 @@ bool reportFile(const Session& session, const fs::path& path, core::Origin origi
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {
-        report.add(false, what,
-                   firstLine(error.what()) +
-                       "; fix it by hand, or bring an earlier one back with: vxsettings undo");
+        report.add(false, what, firstLine(error.what()) + advice);
         return false;
     }
 }

@@ -22,7 +22,7 @@ void Report::end()
     if (!out_.isJson()) {
         out_ << out_.styled(Style::heading, heading_) << '\n';
         table_.write(out_, "  ");
-        out_.flush();  // to be shown even if the next section fails
+        out_.flushUnlessPaged();  // to be shown even if the next section crashes
     }
     table_ = Table();
 }
@@ -31,8 +31,8 @@ void Report::finish()
 {
     if (out_.isJson()) {
         writeJson({{"isWell", isWell_}, {"findings", std::move(findings_)}}, out_);
-        out_.flush();
     }
+    out_.flush();
 }
 
 void Report::add(Table::Row row, const boost::json::value& isGood)

@@ -10,8 +10,9 @@
 
 namespace vx::tool {
 
-/// The findings of the doctor command in sections. Text is written section by section, JSON at the end. Both
-/// are also written if an exception ends the command, because the findings so far explain it.
+/// The findings of the doctor command in sections. Text is written section by section, JSON at the end, as
+/// is text in a pager. Both are also written if an exception ends the command, because the findings so far
+/// explain it.
 class Report
 {
 public:

@@ -23,7 +23,6 @@ namespace {
 using core::Node;
 using core::NodeKind;
 
-constexpr std::size_t valueWidth = 120;
 constexpr std::array<std::string_view, 8> columns = {"path",      "class", "shape",      "value",
                                                      "validator", "rules", "visibility", "origin"};
 using Row = std::array<std::string, columns.size()>;
@@ -44,7 +43,7 @@ std::string valueText(const Node& setting, const core::LayerValue& effective)
     const auto* computed = std::get_if<settings::core::CRunTimeDefault>(&runTimeDefault);
     return computed != nullptr && effective.origin == core::Origin::factory
                ? "computed by " + computed->function() + " of " + computed->scope()
-               : core::formatValueOnOneLine(effective.value, valueWidth);
+               : core::formatValueOnOneLine(effective.value, std::string::npos);
 }
 
 Row aliasRow(const Node& alias)

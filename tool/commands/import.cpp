@@ -126,8 +126,8 @@ ExitCode importFile(LazySession& lazy, const ImportOptions& options, Output& out
 Action addImport(CLI::App& command)
 {
     setHelp(command, "Set all values of a settings file in your personal settings file, or none",
-            "A file of an older release is migrated in memory first. If anything is wrong, each error is "
-            "reported with line and column, and nothing is written.\n"
+            "A file of an older release is migrated in memory first. If anything is wrong, errors are "
+            "reported with line and column, the first 20 of each kind, and nothing is written.\n"
             "Example:\n  vxsettings export --modified -o settings.json    # on one machine\n"
             "  vxsettings import settings.json                  # on another");
     auto options = std::make_shared<ImportOptions>();

@@ -172,7 +172,7 @@ void writeText(core::Layers& layers, const Listing& listing, const ListOptions& 
         Table::Row row{node->fullName()};
         if (showsValues(options)) {
             const core::LayerValue value = listedValue(layers, *node, options);
-            addValueCells(row, value);
+            addValueCells(row, value, out);
             row.emplace_back(options.onlySet && !value.isValid() ? "ignored" : "", Style::note);
         }
         if (options.onlyLocked) {

@@ -167,7 +167,9 @@ void writeText(const Results& results, core::Layers& layers, Output& out)
             const std::string mark = originMark(value).empty() ? "" : "  " + std::string(originMark(value));
             const std::size_t taken = displayWidth(node->fullName()) + 2 + mark.size();
             const std::size_t room = std::max(lineWidth, taken + leastValueWidth) - taken;
-            out << "  " << out.styled(Style::value, cutToWidth(valueOnOneLine(value, valueWidth), room))
+            out << "  "
+                << out.styled(Style::value,
+                              cutToWidth(valueOnOneLine(value, out.valueWidth(valueWidth)), room))
                 << out.styled(Style::note, mark);
         }
         out << '\n';

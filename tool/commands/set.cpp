@@ -1,15 +1,18 @@
 #include <settings_core/files/input_file.hpp>
+#include <settings_core/tree/secret_settings.hpp>
 
 #include <algorithm>
 #include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
+#include <unistd.h>
 #include <utility>
 
 #include "assignments.hpp"
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
+#include "editing/typed_line.hpp"
 #include "render/json_text.hpp"
 #include "settings_changes.hpp"
 
@@ -31,9 +34,20 @@ std::string readStandardInput()
     return core::readInput(std::string(core::standardInput));
 }
 
-/// Returns standard input without the line break at its end.
-std::string readValue()
+/// Returns the line that the user types at the terminal for the value of a setting.
+std::string askForValue(const core::Node& setting)
 {
+    const bool isSecret = core::isSecret(setting.fullName());
+    return readTypedLine(setting.getFullName() + (isSecret ? " (not shown): " : ": "),
+                         isSecret ? Typing::hidden : Typing::shown);
+}
+
+/// Returns standard input without the line break at its end; a terminal asks for one line.
+std::string readValue(LazySession& lazy, const std::string& path)
+{
+    if (::isatty(STDIN_FILENO) == 1) {
+        return askForValue(lazy.get().setting(path));
+    }
     std::string value = readStandardInput();
     if (value.ends_with('\n')) {
         value.pop_back();
@@ -47,7 +61,7 @@ std::string readValue()
 ExitCode setOne(LazySession& lazy, const SetOptions& options, Output& out)
 {
     ChangedFile changed(lazy, options.change, "set " + options.path);
-    const core::ValueText value{options.value ? *options.value : readValue(),
+    const core::ValueText value{options.value ? *options.value : readValue(lazy, options.path),
                                 options.isJson ? core::Notation::json : core::Notation::script};
     const core::AppliedChanges applied = changed.editor.apply({{options.path, value}});
     if (out.isJson()) {
@@ -93,6 +107,9 @@ ExitCode setMany(LazySession& lazy, const SetOptions& options, Output& out)
 
 ExitCode set(LazySession& lazy, const SetOptions& options, Output& out)
 {
+    if (!options.isFromInput && !options.value && options.path.find('=') != std::string::npos) {
+        throw CommandError(ExitCode::usage, "no value: write a space in place of the = in " + options.path);
+    }
     if (options.isFromInput == options.value.has_value() || (options.path.empty() && !options.isFromInput)) {
         throw CommandError(ExitCode::usage, "set needs either a path and a value, or --stdin with or without "
                                             "a path; see vxsettings set --help");
@@ -104,14 +121,16 @@ ExitCode set(LazySession& lazy, const SetOptions& options, Output& out)
 
 Action addSet(CLI::App& command)
 {
-    setHelp(command, "Set a value in your personal settings file, or many values at once",
-            "Without PATH, --stdin reads a line PATH = VALUE for each setting; empty lines and lines that "
-            "begin with # are ignored. With --json-value it reads a JSON object of paths and values. If "
-            "anything is wrong, each error is reported with line and column, and nothing is written.\n"
-            "Examples:\n  vxsettings set commandwindow.WrapLines true\n"
-            "  vxsettings set colors.KeywordColor '[14 0 255]'\n"
-            "  vxsettings set web.ProxyPassword --stdin < password\n"
-            "  vxsettings set --stdin < values");
+    setHelp(
+        command, "Set a value in your personal settings file, or many values at once",
+        "Without PATH, --stdin reads a line PATH = VALUE for each setting; empty lines and lines that "
+        "begin with # are ignored. With --json-value it reads a JSON object of paths and values. If "
+        "anything is wrong, errors are reported with line and column, the first 20 of each kind, and nothing "
+        "is written.\n"
+        "Examples:\n  vxsettings set commandwindow.WrapLines true\n"
+        "  vxsettings set colors.KeywordColor '[14 0 255]'\n"
+        "  vxsettings set web.ProxyPassword --stdin < password\n"
+        "  vxsettings set --stdin < values");
     auto options = std::make_shared<SetOptions>();
     addPositional(command, "PATH", options->path, Need::optional, "Setting or alias");
     addPositional(command, "VALUE", options->value,
@@ -123,7 +142,8 @@ Action addSet(CLI::App& command)
             "it");
     addFlag(command, "--stdin", options->isFromInput,
             "Read VALUE from standard input, less a line break at its end, so that a password is not in the "
-            "list of processes; without PATH, read many settings");
+            "list of processes; a terminal asks for it, and does not show a secret; without PATH, read many "
+            "settings");
     addChangeOptions(command, options->change);
     return [options](LazySession& session, Output& out) { return set(session, *options, out); };
 }

@@ -35,7 +35,7 @@ core::EditorOptions editorOptions(const LazySession& lazy, const Session& sessio
 void writeValue(const core::Node& setting, const core::LayerValue& effective, Output& out)
 {
     const core::LayerValue shown = core::shownValue(setting, effective);
-    out << out.styled(Style::value, valueOnOneLine(shown, valueWidth));
+    out << out.styled(Style::value, valueOnOneLine(shown, out.valueWidth(valueWidth)));
     if (shown.value.isAssigned()) {
         out << " (" << core::originName(shown.origin) << ')';
     }

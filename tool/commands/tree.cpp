@@ -4,7 +4,9 @@
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
+#include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <memory>
 #include <string>
 #include <utility>
@@ -26,6 +28,7 @@ namespace json = boost::json;
 using core::Node;
 using core::NodeKind;
 
+constexpr std::size_t anyWidth = std::numeric_limits<std::size_t>::max();
 constexpr std::size_t valueWidth = 60;
 constexpr std::size_t leastValueWidth = 8;
 constexpr int deepest = 99;
@@ -93,9 +96,10 @@ void writeValue(const Node& setting, core::Layers& layers, std::size_t others, O
     const std::string mark = origin.empty() ? "" : " (" + std::string(origin) + ")";
     if (effective.value.isAssigned()) {
         const std::size_t taken = others + equals.size() + mark.size();
-        const std::size_t width = out.lineWidth().value_or(taken + valueWidth);
-        const std::size_t room = width > taken + leastValueWidth ? width - taken : leastValueWidth;
-        out << equals << out.styled(Style::value, cutToWidth(valueOnOneLine(effective, valueWidth), room));
+        const std::size_t width = out.valueWidth(valueWidth);
+        const std::size_t room =
+            std::max(out.lineWidth().value_or(anyWidth), taken + leastValueWidth) - taken;
+        out << equals << out.styled(Style::value, cutToWidth(valueOnOneLine(effective, width), room));
     } else {
         out << out.styled(Style::note, " (no value)");
     }

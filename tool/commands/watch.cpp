@@ -14,7 +14,6 @@
 #include <poll.h>
 #include <string>
 #include <string_view>
-#include <sys/signalfd.h>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -22,6 +21,7 @@
 #include "cli/arguments.hpp"
 #include "cli/command.hpp"
 #include "cli/diagnostics.hpp"
+#include "host/blocked_signals.hpp"
 #include "host/bundle_file.hpp"
 #include "render/json_text.hpp"
 
@@ -34,31 +34,6 @@ using core::LayerValue;
 using core::Node;
 
 constexpr std::size_t valueWidth = 60;  // in characters
-
-/// Receives the signals that ask the process to end. To be created before any thread, which inherits that
-/// they are blocked.
-class EndSignals
-{
-public:
-    EndSignals()
-    {
-        sigset_t signals;
-        ::sigemptyset(&signals);
-        ::sigaddset(&signals, SIGINT);
-        ::sigaddset(&signals, SIGTERM);
-        ::sigprocmask(SIG_BLOCK, &signals, nullptr);
-        descriptor_ = ::signalfd(-1, &signals, SFD_CLOEXEC);
-    }
-    EndSignals(const EndSignals&) = delete;
-    EndSignals& operator=(const EndSignals&) = delete;
-    ~EndSignals() { ::close(descriptor_); }
-
-    /// Returns a descriptor that is readable when there is such a signal.
-    [[nodiscard]] int descriptor() const noexcept { return descriptor_; }
-
-private:
-    int descriptor_;
-};
 
 /// Returns the nodes at the paths, aliases resolved, without those that another one includes; the root if
 /// there are no paths. Throws CommandError for an unknown path.
@@ -89,7 +64,8 @@ void writeText(const Node& setting, const LayerValue& before, const LayerValue& 
 {
     const auto format = [&out](const LayerValue& value) {
         return value.value.isAssigned()
-                   ? out.styled(Style::value, core::formatValueOnOneLine(value.value, valueWidth))
+                   ? out.styled(Style::value,
+                                core::formatValueOnOneLine(value.value, out.valueWidth(valueWidth)))
                    : out.styled(Style::note, "no value");
     };
     out << setting.fullName() << ": " << format(before) << " -> " << format(after) << ' '
@@ -121,7 +97,7 @@ void writeChange(const EffectiveChange& change, Output& out)
 }
 
 /// Writes changes until a signal ends it. Throws ReaderGone as soon as their reader is gone.
-void writeChanges(core::SettingsObserver& observer, const EndSignals& signals, Output& out)
+void writeChanges(core::SettingsObserver& observer, const BlockedSignals& signals, Output& out)
 {
     std::array<pollfd, 3> waiting{
         {{observer.descriptor(), POLLIN, 0}, {signals.descriptor(), POLLIN, 0}, {STDOUT_FILENO, 0, 0}}};
@@ -141,7 +117,7 @@ void writeChanges(core::SettingsObserver& observer, const EndSignals& signals, O
 
 ExitCode watch(LazySession& lazy, const std::vector<std::string>& paths, Output& out)
 {
-    const EndSignals signals;
+    const BlockedSignals signals{SIGINT, SIGTERM};
     const Session& session = lazy.get();
     const std::vector<const Node*> nodes = observedNodes(session, paths);
     core::SettingsObserver observer(

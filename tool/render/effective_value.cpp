@@ -6,12 +6,6 @@
 
 namespace vx::tool {
 
-namespace {
-
-constexpr std::size_t cellWidth = 60;  // in characters
-
-}  // namespace
-
 core::LayerValue shownEffective(core::Layers& layers, const core::Node& setting)
 {
     return core::shownValue(setting, layers.effective(setting));
@@ -41,9 +35,10 @@ std::string_view originMark(const core::LayerValue& value)
     return value.computedBy.empty() ? "" : "computed";
 }
 
-void addValueCells(Table::Row& row, const core::LayerValue& value)
+void addValueCells(Table::Row& row, const core::LayerValue& value, const Output& out)
 {
-    row.emplace_back(valueOnOneLine(value, cellWidth), Style::value);
+    constexpr std::size_t cellWidth = 60;  // in characters
+    row.emplace_back(valueOnOneLine(value, out.valueWidth(cellWidth)), Style::value);
     row.emplace_back(originMark(value), Style::note);
 }
 

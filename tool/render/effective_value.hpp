@@ -27,8 +27,8 @@ namespace vx::tool {
 /// value.
 [[nodiscard]] std::string_view originMark(const core::LayerValue& value);
 
-/// Adds a cell with the value and one with its origin.
-void addValueCells(Table::Row& row, const core::LayerValue& value);
+/// Adds a cell with the value and one with its origin, for a table that this output shows.
+void addValueCells(Table::Row& row, const core::LayerValue& value, const Output& out);
 
 /// Adds the member `lockedBy`: an object with file and path, null without a lock.
 void addLock(boost::json::object& document, const std::optional<core::SettingLock>& lock);

@@ -98,6 +98,13 @@ public:
     /// length.
     [[nodiscard]] std::optional<std::size_t> lineWidth() const noexcept { return lineWidth_; }
 
+    /// Returns the number of characters at which to cut values: `width` where lines have a width; elsewhere
+    /// values are whole.
+    [[nodiscard]] std::size_t valueWidth(std::size_t width) const noexcept
+    {
+        return lineWidth_ ? width : std::string_view::npos;
+    }
+
     /// Has a terminal's user see what is written in a pager, all at once when it is flushed.
     void usePager() noexcept;
 
@@ -106,6 +113,14 @@ public:
 
     /// Returns what the buffer holds.
     [[nodiscard]] std::string_view buffer() const noexcept { return buffer_; }
+
+    /// Writes the buffer, unless a pager is to show all output at once.
+    void flushUnlessPaged()
+    {
+        if (!hasPager_) {
+            flush();
+        }
+    }
 
     /// Writes the buffer, or shows it in the pager until the user quits that. Throws CommandError or
     /// ReaderGone.

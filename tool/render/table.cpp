@@ -13,6 +13,7 @@ namespace {
 constexpr std::string_view separator = "  ";
 constexpr std::string_view continuation = "    ";
 constexpr std::size_t leastFittedWidth = 8;
+constexpr std::size_t widestPadded = 80;  // where lines have no width
 
 /// Returns the number of columns on the terminal that columns of the table take, each with a separator.
 std::size_t totalWidth(std::span<const std::size_t> widths)
@@ -60,17 +61,19 @@ void Table::add(Row row)
     rows_.push_back(std::move(row));
 }
 
-Table::Layout Table::layoutFor(std::size_t lineWidth) const
+Table::Layout Table::layoutFor(std::optional<std::size_t> lineWidth) const
 {
+    const std::size_t widest = lineWidth ? std::numeric_limits<std::size_t>::max() : widestPadded;
     Layout layout;
     for (const Row& row : rows_) {
         layout.widths.resize(std::max(layout.widths.size(), row.size()));
         for (std::size_t column = 0; column < row.size(); ++column) {
-            layout.widths[column] = std::max(layout.widths[column], displayWidth(row[column].text));
+            const std::size_t width = std::min(displayWidth(row[column].text), widest);
+            layout.widths[column] = std::max(layout.widths[column], width);
         }
     }
-    if (totalWidth(layout.widths) > lineWidth + separator.size()) {
-        fit(layout, lineWidth);
+    if (lineWidth && totalWidth(layout.widths) > *lineWidth + separator.size()) {
+        fit(layout, *lineWidth);
     }
     return layout;
 }
@@ -118,8 +121,9 @@ std::size_t Table::widestBefore(std::size_t fitted, std::size_t limit) const
 
 void Table::write(Output& out, std::string_view indent) const
 {
-    const std::size_t anyWidth = std::numeric_limits<std::size_t>::max() / 2;
-    const Layout layout = layoutFor(subtract(out.lineWidth().value_or(anyWidth), indent.size()));
+    const auto lineWidth = out.lineWidth();
+    const Layout layout =
+        layoutFor(lineWidth ? std::optional(subtract(*lineWidth, indent.size())) : std::nullopt);
     for (const Row& row : rows_) {
         out << indent;
         writeRow(row, layout, out, indent);

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,7 +23,8 @@ enum class Align : std::uint8_t
 };
 
 /// A table with each column as wide as its widest cell. Numbers are right-aligned; a left-aligned last column
-/// is not padded.
+/// is not padded. Where lines have no width, a very long cell is whole, and does not widen its column for
+/// others.
 ///
 /// Where lines have a width and the table is wider, one column is fitted: the first one with values, which
 /// are cut, or else the last one, which is broken into lines. Cells before it that leave too little room for
@@ -61,7 +63,7 @@ public:
 private:
     struct Layout;
 
-    [[nodiscard]] Layout layoutFor(std::size_t lineWidth) const;
+    [[nodiscard]] Layout layoutFor(std::optional<std::size_t> lineWidth) const;
     template <class Trait>
     [[nodiscard]] bool has(std::size_t column, Trait Cell::*trait, Trait value) const;
     void fit(Layout& layout, std::size_t lineWidth) const;

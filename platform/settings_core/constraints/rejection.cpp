@@ -3,11 +3,19 @@
 #include <settings_core/constraints/constraints.hpp>
 #include <settings_core/constraints/kinds.hpp>
 #include <settings_core/constraints/rejection.hpp>
+#include <settings_core/constraints/validation.hpp>
 #include <settings_core/tree/secret_settings.hpp>
 #include <settings_core/tree/suggestions.hpp>
 #include <settings_core/values/value_format.hpp>
+#include <settings_core/values/value_literals.hpp>
 
 #include <foundation/verdixdata/text.hpp>
+#include <verdix/settings/internal/values.hpp>
+
+#include <boost/algorithm/string/classification.hpp>
+#include <boost/algorithm/string/replace.hpp>
+#include <boost/algorithm/string/split.hpp>
+#include <boost/algorithm/string/trim.hpp>
 
 #include <algorithm>
 #include <iterator>
@@ -123,63 +131,163 @@ try {
     return std::nullopt;
 }
 
+/// A text that the user may have meant.
+struct Correction
+{
+    const char* advice;
+    std::string text;  ///< empty if there is none
+};
+
+/// Returns what a text has in quotes, a logical value as true or false; empty without quotes.
+std::string withoutQuotes(std::string_view text, const Constraint& target)
+{
+    if (text.size() < 2 || !isQuote(text.front()) || text.back() != text.front()) {
+        return "";
+    }
+    const std::string_view content = text.substr(1, text.size() - 2);
+    if (target.elementClass != ArrayType::LOGICAL) {
+        return std::string(content);
+    }
+    const auto value = parseLogical(content);
+    return value ? *value ? "true" : "false" : "";
+}
+
+/// Whether digits are in groups of three, with commas between them: 25,000.
+bool isGrouped(std::string_view digits)
+{
+    const std::size_t first = digits.find(',');
+    if (first == 0 || first > 3 || digits.size() % 4 != first) {
+        return false;
+    }
+    for (std::size_t at = 0; at < digits.size(); ++at) {
+        if (at % 4 == first ? digits[at] != ',' : digits[at] < '0' || digits[at] > '9') {
+            return false;
+        }
+    }
+    return true;
+}
+
 std::string withoutCommas(std::string text)
 {
+    const std::size_t start = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
+    if (!isGrouped(std::string_view(text).substr(start, text.find('.') - start))) {
+        return "";
+    }
     std::erase(text, ',');
     return text;
 }
 
-/// Returns the list that the user may have meant by a text without brackets; empty if there is none.
-std::string correctedList(const RejectedText& rejected, const Properties& properties,
-                          const Constraint& target)
+std::string inDoubledQuotes(const std::string& text)
 {
-    const std::string text(rejected.text);
-    std::vector<std::string> candidates{"[" + text + "]"};
-    if (rejected.notation == Notation::script) {
-        candidates = {"{" + text + "}", "{\"" + text + "\"}", "[" + text + "]"};
+    return '"' + boost::algorithm::replace_all_copy(text, "\"", "\"\"") + '"';
+}
+
+/// Returns a list of the strings that a text without quotes separates by commas, or in brackets by
+/// whitespace.
+std::string listOfStrings(std::string_view text)
+{
+    const bool isBracketed =
+        (text.starts_with('{') && text.ends_with('}')) || (text.starts_with('[') && text.ends_with(']'));
+    text = isBracketed ? text.substr(1, text.size() - 2) : text;
+    if (text.find_first_of("\"';[]{}") != std::string_view::npos) {
+        return "";
     }
-    for (std::string& candidate : candidates) {
-        const auto value = parse(candidate, rejected.notation, target);
-        if (value && satisfiesAll(properties.valueValidators, *value)) {
-            return std::move(candidate);
+    std::vector<std::string> strings;
+    boost::algorithm::split(strings, boost::algorithm::trim_copy(text),
+                            boost::algorithm::is_any_of(isBracketed ? ", " : ","),
+                            boost::algorithm::token_compress_on);
+    for (std::string& string : strings) {
+        boost::algorithm::trim(string);
+        if (string.empty()) {
+            return "";
         }
     }
-    return "";
+    return formatValue(verdix::settings::internal::cellstr(std::move(strings)));
+}
+
+/// Returns what the user may have meant, the most likely first; not all of it is a value of the setting.
+std::vector<Correction> corrections(const std::string& text, Notation notation, const Constraint& target)
+{
+    const bool isScript = notation == Notation::script;
+    std::vector<Correction> all;
+    if (isScript && isQuote(text.front())) {
+        all.push_back({"write it in quotes: ", text + text.front()});
+        all.push_back({"write it in quotes: ", inDoubledQuotes(text)});
+    }
+    all.push_back({"write it without quotes: ", withoutQuotes(text, target)});
+    if (isScript && target.elementClass == ArrayType::CELL) {
+        all.push_back({"write it as a list: ", "{" + text + "}"});
+        all.push_back({"write it as a list: ", listOfStrings(text)});
+    } else if (target.elementClass != ArrayType::CHAR) {  // in a string, brackets are mere characters
+        all.push_back({"write it as a list: ", "[" + text + "]"});
+    }
+    all.push_back({"write it without commas: ", withoutCommas(text)});
+    return all;
+}
+
+/// Returns a text as the user has to write it. On a command line, numbers and words need no quotes.
+std::string asWritten(const std::string& text, const Writing& writing)
+{
+    const bool isPlain = std::string_view("\"'#[{").find(text.front()) == std::string_view::npos;
+    return writing.hasPosition || isPlain ? text : "'" + text + "'";
+}
+
+bool isNormalised(const Constraint& constraint)
+{
+    return constraint.colour == ::settings::core::SettingValueValidator::Colour::normalised;
+}
+
+std::string describeRed(const Constraint& constraint, const Writing& writing)
+{
+    if (writing.notation == Notation::json) {
+        return "red is " + asWritten(isNormalised(constraint) ? "[1, 0, 0]" : "[255, 0, 0]", writing);
+    }
+    return "red is " + asWritten(isNormalised(constraint) ? "[1 0 0]" : "[255 0 0]", writing) + " or " +
+           asWritten("#ff0000", writing);
+}
+
+/// Returns what to do about a value that is no colour; empty if that is not obvious.
+std::string colourAdvice(const Array& value, const Constraint& constraint, const Writing& writing)
+{
+    if (!constraint.colour) {
+        return "";
+    }
+    if (data::textOf(value)) {
+        return describeRed(constraint, writing);
+    }
+    const bool isTripleOfBytes = data::hasSize(value, 1, 3) && data::everyNumber(value, [](auto part) {
+                                     return data::isWithin(part, 0, 255) && data::isWhole(part);
+                                 });
+    return isNormalised(constraint) && isTripleOfBytes ? "divide each by 255" : "";
 }
 
 /// Returns what to do about the text; empty if that is not obvious, or too long to be shown.
-std::string adviceFor(const RejectedText& rejected, const Properties& properties, bool isWellFormed)
+std::string adviceFor(const std::string& text, const Writing& writing, const Node& setting, bool isWellFormed)
 {
-    const bool isQuotable = rejected.hasPosition || rejected.text.find('\'') == std::string_view::npos;
-    if (rejected.text.empty() || rejected.text.size() > shownWidth || !isQuotable) {
+    const bool isQuotable = writing.hasPosition || text.find('\'') == std::string::npos;
+    if (text.empty() || text.size() > shownWidth || !isQuotable) {
         return "";
     }
-    const auto shown = [&](const std::string& text) {
-        return rejected.hasPosition ? text : "'" + text + "'";
-    };
-    const Constraint target = constraintOf(properties);
-    if (target.size.rows == 1U && target.size.columns == 1U) {
-        const std::string number = withoutCommas(std::string(rejected.text));
-        const bool hasCommas = number.size() != rejected.text.size();
-        return hasCommas && parse(number, rejected.notation, target) ? "write it without commas: " + number
-                                                                     : "";
+    const Constraint target = constraintOf(setting.properties());
+    if (data::escapeUnprintable(text) == text) {
+        for (const auto& [advice, corrected] : corrections(text, writing.notation, target)) {
+            const auto value = corrected.empty() ? std::nullopt : parse(corrected, writing.notation, target);
+            if (value && acceptsValue(setting, *value)) {
+                return advice + asWritten(corrected, writing);
+            }
+        }
     }
-    if (const std::string corrected = correctedList(rejected, properties, target); !corrected.empty()) {
-        return "write it as a list: " + shown(corrected);
-    }
-    if (!target.colour || !isWellFormed) {
-        return "";
-    }
-    const bool isNormalised = target.colour == ::settings::core::SettingValueValidator::Colour::normalised;
-    if (rejected.notation == Notation::json) {
-        return "red is " + shown(isNormalised ? "[1, 0, 0]" : "[255, 0, 0]");
-    }
-    return "red is " + shown(isNormalised ? "[1 0 0]" : "[255 0 0]") + " or " + shown("#ff0000");
+    return target.colour && isWellFormed ? describeRed(target, writing) : "";
+}
+
+std::string withAdvice(std::string message, const std::string& advice)
+{
+    return std::move(message) + (advice.empty() ? "" : "; " + advice);
 }
 
 }  // namespace
 
-std::string describeRejection(const Node& setting, const Array& value)
+std::string describeRejection(const Node& setting, const Array& value, const Writing& writing)
 {
     const Properties& properties = setting.properties();
     if (isSecret(setting.fullName())) {
@@ -194,27 +302,28 @@ std::string describeRejection(const Node& setting, const Array& value)
                    " Allowed: " + (constraint.allowedStrings ? list(allowed) : describeAllowed(properties));
         }
     }
-    return notAllowed(describeValue(properties, value), properties);
+    return withAdvice(notAllowed(describeValue(properties, value), properties),
+                      colourAdvice(value, constraint, writing));
 }
 
-std::string describeTextRejection(const Node& setting, const RejectedText& rejected, const ParseError& error)
+std::string describeTextRejection(const Node& setting, std::string_view text, const Writing& writing,
+                                  const ParseError& error)
 {
     const Properties& properties = setting.properties();
     if (isSecret(setting.fullName())) {
         return hiddenValue(setting);
     }
-    const bool isEmpty = rejected.text.empty();
-    const std::string what =
-        isEmpty ? "an empty value" : truncate(data::escapeUnprintable(rejected.text), shownWidth);
+    const bool isEmpty = text.empty();
+    const std::string what = isEmpty ? "an empty value" : truncate(data::escapeUnprintable(text), shownWidth);
     const bool isWellFormed = dynamic_cast<const UnsuitableValue*>(&error) != nullptr;
-    const std::string advice = adviceFor(rejected, properties, isWellFormed);
+    const std::string advice = adviceFor(std::string(text), writing, setting, isWellFormed);
     if (!advice.empty() || isEmpty || (isWellFormed && constraintOf(properties).elementClass)) {
-        return notAllowed(what, properties) + (advice.empty() ? "" : "; " + advice);
+        return withAdvice(notAllowed(what, properties), advice);
     }
     const std::string place =
-        rejected.hasPosition
+        writing.hasPosition
             ? ""
-            : what + ": column " + std::to_string(positionAt(rejected.text, error.offset()).column) + ": ";
+            : what + ": column " + std::to_string(positionAt(text, error.offset()).column) + ": ";
     return place + error.what() + "; must be " + describeAllowed(properties);
 }
 

@@ -122,13 +122,15 @@ Message checkByConstraints(const Node& setting, const Array& value)
 
 /// Returns the diagnostic for a message, if there is one. A secret is not shown: the message of a provider
 /// might tell it.
-std::optional<Diagnostic> diagnosticFor(Message message, const Node& setting, const Array& value)
+std::optional<Diagnostic> diagnosticFor(Message message, const Node& setting, const Array& value,
+                                        const Writing& writing = {})
 {
     if (!message) {
         return std::nullopt;
     }
     const bool isOwn = !message->empty() && !isSecret(setting.fullName());
-    return Diagnostic{setting.getFullName(), isOwn ? *std::move(message) : describeRejection(setting, value)};
+    return Diagnostic{setting.getFullName(),
+                      isOwn ? *std::move(message) : describeRejection(setting, value, writing)};
 }
 
 void requireSetting(const Node& node)
@@ -191,7 +193,7 @@ bool acceptsValue(const Node& setting, const Array& value)
     return !checkByConstraints(setting, value);
 }
 
-std::optional<Diagnostic> checkValue(const Node& setting, const Array& value)
+std::optional<Diagnostic> checkValue(const Node& setting, const Array& value, const Writing& writing)
 {
     requireSetting(setting);
     const Node::Properties& properties = setting.properties();
@@ -203,7 +205,7 @@ std::optional<Diagnostic> checkValue(const Node& setting, const Array& value)
             message = std::move(thrown);
         }
     }
-    return diagnosticFor(std::move(message), setting, value);
+    return diagnosticFor(std::move(message), setting, value, writing);
 }
 
 std::optional<Diagnostic> checkDefaultValue(const Node& setting)

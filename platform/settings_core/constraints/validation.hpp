@@ -2,6 +2,7 @@
 
 #include <settings_core/diagnostic.hpp>
 #include <settings_core/tree/node.hpp>
+#include <settings_core/values/value_parsing.hpp>
 
 #include <foundation/export.hpp>
 #include <foundation/verdixdata/array.hpp>
@@ -9,6 +10,15 @@
 #include <optional>
 
 namespace vx::core {
+
+/// How a user writes a value, and thus how a message writes values that it advises.
+struct Writing
+{
+    Notation notation = Notation::script;
+    /// The diagnostic has the position of the error. Otherwise the value is an argument of a command, and the
+    /// message tells the column, and quotes values for a shell.
+    bool hasPosition = true;
+};
 
 /// Checks a value against all constraints of a setting. Returns a diagnostic with the setting's path and
 /// without a position; nothing for a valid value. Its message is as of describeRejection(), except that a
@@ -26,8 +36,8 @@ namespace vx::core {
 /// value, and the message that it throws replaces all others. A secret is not shown, nor any such message.
 ///
 /// Throws std::invalid_argument when the node is a group or an alias.
-[[nodiscard]] VX_API std::optional<Diagnostic> checkValue(const Node& setting,
-                                                          const foundation::verdixdata::Array& value);
+[[nodiscard]] VX_API std::optional<Diagnostic>
+checkValue(const Node& setting, const foundation::verdixdata::Array& value, const Writing& writing = {});
 
 /// Whether checkValue would return nothing for the value. Composes no message and does not call the error
 /// handler, so that values can be tried. Throws like checkValue.

@@ -93,8 +93,9 @@ std::optional<Array> ChangeValidation::valueOf(const Node& setting, const Settin
     const auto* text = std::get_if<ValueText>(&change.value);
     std::optional<Array> value =
         text == nullptr ? adaptValue(setting, std::get<Array>(change.value)) : parse(setting, *text);
-    const bool isAccepted =
-        value && isValid(setting, *value, text == nullptr ? change.position : text->position);
+    const Position& position = text == nullptr ? change.position : text->position;
+    const Notation notation = text == nullptr ? Notation::script : text->notation;
+    const bool isAccepted = value && isValid(setting, *value, notation, position);
     return isAccepted ? std::move(value) : std::nullopt;
 }
 
@@ -106,14 +107,15 @@ try {
 } catch (const ParseError& error) {
     const Position position = positionAt(value.text, error.offset());
     report(setting.getFullName(),
-           describeTextRejection(setting, {value.text, value.notation, value.position.line != 0}, error),
+           describeTextRejection(setting, value.text, {value.notation, value.position.line != 0}, error),
            isSecret(setting.fullName()) ? value.position : positionWithin(value.position, position));
     return std::nullopt;
 }
 
-bool ChangeValidation::isValid(const Node& setting, const Array& value, const Position& position)
+bool ChangeValidation::isValid(const Node& setting, const Array& value, Notation notation,
+                               const Position& position)
 {
-    std::optional<Diagnostic> invalid = checkValue(setting, value);
+    std::optional<Diagnostic> invalid = checkValue(setting, value, {notation, position.line != 0});
     if (invalid) {
         report(invalid->path, std::move(invalid->message), position);
     }

@@ -53,7 +53,7 @@ private:
     [[nodiscard]] std::optional<foundation::verdixdata::Array> parse(const Node& setting,
                                                                      const ValueText& value);
     [[nodiscard]] bool isValid(const Node& setting, const foundation::verdixdata::Array& value,
-                               const Position& position);
+                               Notation notation, const Position& position);
 
     const SettingsTree& tree_;
     UnknownPaths unknownPaths_;

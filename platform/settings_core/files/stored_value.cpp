@@ -15,14 +15,14 @@ StoredValue readStoredValue(const Node& setting, const JsonMember& member, const
     if (setting.properties().readOnly.value()) {
         report(member.offset, "is read-only: remove it from the file");
     }
+    const Writing writing{.notation = Notation::json};
     try {
         stored.value = valueFromJson(member.value, constraintOf(setting.properties()));
-        if (std::optional<Diagnostic> invalid = checkValue(setting, stored.value)) {
+        if (std::optional<Diagnostic> invalid = checkValue(setting, stored.value, writing)) {
             report(member.value.offset, std::move(invalid->message));
         }
     } catch (const ParseError& error) {
-        report(error.offset(),
-               describeTextRejection(setting, {member.value.text, Notation::json, true}, error));
+        report(error.offset(), describeTextRejection(setting, member.value.text, writing, error));
     }
     return stored;
 }

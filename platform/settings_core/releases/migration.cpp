@@ -36,8 +36,7 @@ void requireUniqueSettings(const SettingsFile& file)
     std::set<std::string_view> paths;
     for (const JsonMember& setting : file.settings()) {
         if (!paths.insert(setting.name).second) {
-            throw ParseError(setting.offset,
-                             setting.name + " is a duplicate: keep one of them before migrating");
+            throw ParseError(setting.offset, setting.name + " is a duplicate: keep one of them");
         }
     }
 }

@@ -40,7 +40,13 @@ class EditDistance
 public:
     explicit EditDistance(std::string_view from) : from_(inLowerCase(from)) { count(letters_, from_, 1); }
 
-    [[nodiscard]] std::size_t allowed() const { return std::max<std::size_t>(1, from_.size() / 3); }
+    /// Returns the greatest distance at which `name` is similar: a third of the longer of both, but one
+    /// letter of two or three.
+    [[nodiscard]] std::size_t allowedTo(std::string_view name) const
+    {
+        const std::size_t longer = std::max(from_.size(), name.size());
+        return longer < 2 ? 0 : std::max<std::size_t>(1, longer / 3);
+    }
 
     /// Returns the distance to `name`; nothing if it is greater than `limit`.
     [[nodiscard]] std::optional<std::size_t> within(std::string_view name, std::size_t limit)
@@ -48,6 +54,10 @@ public:
         const std::size_t distance = minimumTo(name) > limit ? limit + 1 : to(name, limit);
         return distance > limit ? std::nullopt : std::optional(distance);
     }
+
+private:
+    /// The number of each letter; characters may share a place, which only lowers the minimum.
+    using Letters = std::array<int, 32>;
 
     /// Returns the distance to `name`; if that exceeds `limit`, any number greater than `limit`.
     [[nodiscard]] std::size_t to(std::string_view name, std::size_t limit)
@@ -73,10 +83,6 @@ public:
         }
         return current_.back();
     }
-
-private:
-    /// The number of each letter; characters may share a place, which only lowers the minimum.
-    using Letters = std::array<int, 32>;
 
     static void count(Letters& letters, std::string_view name, int step)
     {
@@ -128,27 +134,23 @@ private:
 class Closest
 {
 public:
-    /// Returns the distance from the wanted name, with `added`; nothing if it is more than allowed, or not
+    /// Returns the distance from the wanted name, with `added`; nothing if it is more than `allowed`, or not
     /// among the closest.
     [[nodiscard]] std::optional<std::size_t> distance(EditDistance& wanted, std::string_view name,
-                                                      std::size_t added = 0) const
+                                                      std::size_t allowed, std::size_t added = 0) const
     {
-        std::size_t limit = wanted.allowed();
-        if (candidates_.size() == suggestionLimit) {
-            const std::size_t worst = candidates_.back().distance;
-            if (worst <= added) {
-                return std::nullopt;
-            }
-            limit = std::min(limit, worst - added - 1);
-        }
-        const auto letters = wanted.within(name, limit);
+        const std::size_t limit = std::min(allowed + added, limit_);
+        const auto letters = limit < added ? std::nullopt : wanted.within(name, limit - added);
         return letters ? std::optional(*letters + added) : std::nullopt;
     }
 
+    /// Adds a candidate, and removes those that it shuts out.
     void add(std::size_t distance, std::string_view name)
     {
         const auto place = std::ranges::upper_bound(candidates_, distance, {}, &Candidate::distance);
         candidates_.insert(place, {distance, name});
+        limit_ = candidates_.front().distance * 3 / 2;
+        std::erase_if(candidates_, [this](const Candidate& other) { return other.distance > limit_; });
         candidates_.resize(std::min(candidates_.size(), suggestionLimit));
     }
 
@@ -167,6 +169,7 @@ private:
     };
 
     std::vector<Candidate> candidates_;  // by distance
+    std::size_t limit_ = maxNameLength;  // of the distance
 };
 
 }  // namespace
@@ -177,7 +180,7 @@ std::vector<std::string_view> suggestNames(std::string_view wanted, std::span<co
     if (wanted.size() <= maxNameLength) {
         EditDistance ofName(wanted);
         for (const std::string_view name : names) {
-            if (const auto distance = closest.distance(ofName, name)) {
+            if (const auto distance = closest.distance(ofName, name, ofName.allowedTo(name))) {
                 closest.add(*distance, name);
             }
         }
@@ -196,11 +199,13 @@ std::vector<std::string_view> suggestPaths(std::string_view wanted, const Settin
     Closest closest;
     for (const Node* node : tree.nodes()) {
         const std::string_view path = node->fullName();
+        // Letters that the groups have in common make no names similar, hence one limit for both distances.
+        const std::size_t allowed = ofLast.allowedTo(node->name());
         // A match of the last component alone ranks behind a whole path at the same distance.
-        if (const auto whole = ofPath.within(path.substr(prefix.size()), ofPath.allowed())) {
-            closest.add(std::min(*whole, ofLast.to(node->name(), ofLast.allowed()) + 1), path);
-        } else if (const auto last = closest.distance(ofLast, node->name(), 1)) {
-            closest.add(*last, path);
+        const auto whole = closest.distance(ofPath, path.substr(prefix.size()), allowed);
+        const auto last = closest.distance(ofLast, node->name(), allowed, 1);
+        if (whole || last) {
+            closest.add(whole && last ? std::min(*whole, *last) : whole ? *whole : *last, path);
         }
     }
     return closest.names();

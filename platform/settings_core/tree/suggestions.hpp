@@ -15,8 +15,9 @@ namespace vx::core {
 class SettingsTree;
 
 /// Returns up to three names similar to `wanted`, the closest first; equally close names keep their order.
-/// The distance is the number of letters to insert, delete, replace or transpose, ignoring case; it may be at
-/// most a third of the length of `wanted`.
+/// The distance is the number of letters to insert, delete, replace or transpose, ignoring case. It may be at
+/// most a third of the longer name, and one and a half times that of the closest, so that a name in another
+/// case is the only one.
 [[nodiscard]] VX_API std::vector<std::string_view> suggestNames(std::string_view wanted,
                                                                 std::span<const std::string_view> names);
 

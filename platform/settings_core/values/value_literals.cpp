@@ -7,12 +7,15 @@
 #include <foundation/verdixdata/text.hpp>
 #include <verdix/settings/internal/values.hpp>
 
+#include <boost/algorithm/string/predicate.hpp>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <concepts>
 #include <limits>
+#include <locale>
 #include <system_error>
 #include <utility>
 
@@ -86,13 +89,11 @@ std::optional<T> parseInteger(std::string_view token)
 bool elementOf(Literal&& literal, std::type_identity<bool>)
 {
     // JSON has true and false only: its reader rejects the others, unless they are strings.
-    constexpr std::array<std::string_view, 4> yes{"true", "True", "on", "yes"};
-    constexpr std::array<std::string_view, 4> no{"false", "False", "off", "no"};
-    const bool isTrue = std::ranges::find(yes, literal.token) != yes.end();
-    if (literal.isString || (!isTrue && std::ranges::find(no, literal.token) == no.end())) {
+    const auto value = literal.isString ? std::nullopt : parseLogical(literal.token);
+    if (!value) {
         expected("true or false" + describeFound(literal), literal.offset);
     }
-    return isTrue;
+    return *value;
 }
 
 double elementOf(Literal&& literal, std::type_identity<double>)
@@ -197,6 +198,17 @@ void requireList(const LiteralGrid& grid)
 }
 
 }  // namespace
+
+std::optional<bool> parseLogical(std::string_view word)
+{
+    constexpr std::array<std::string_view, 3> yes{"true", "on", "yes"};
+    constexpr std::array<std::string_view, 3> no{"false", "off", "no"};
+    const auto isWord = [word](std::string_view other) {
+        return boost::algorithm::iequals(word, other, std::locale::classic());
+    };
+    const bool isTrue = std::ranges::any_of(yes, isWord);
+    return isTrue || std::ranges::any_of(no, isWord) ? std::optional(isTrue) : std::nullopt;
+}
 
 Array arrayOf(LiteralGrid&& grid, const ParseTarget& target)
 {

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,15 @@ struct LiteralGrid
     std::size_t columns = 0;
     std::vector<Literal> literals = {};  ///< row by row
 };
+
+/// Parses a logical value: true, on, yes, false, off or no, in any letter case; nothing for any other word.
+[[nodiscard]] std::optional<bool> parseLogical(std::string_view word);
+
+/// Whether a string can be between two of these characters.
+[[nodiscard]] constexpr bool isQuote(char c) noexcept
+{
+    return c == '"' || c == '\'';
+}
 
 /// Converts the literals to an array for this target. Throws ParseError at the first literal that does not
 /// fit.

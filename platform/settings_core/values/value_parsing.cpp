@@ -19,11 +19,6 @@ using foundation::verdixdata::ArrayType;
 
 constexpr std::string_view whitespace = " \t\r\n";
 
-constexpr bool isQuote(char c)
-{
-    return c == '"' || c == '\'';
-}
-
 /// Parser for the scripting language's notation.
 class LiteralParser
 {

@@ -35,8 +35,8 @@ enum class Notation : std::uint8_t
 
 /// Parses a value in the scripting language's notation: true, 12, -1.5e3, [14 0 255], [1,2;3,4], {"a","b"},
 /// {} and strings in single or double quotes, which are doubled inside. Quotes may be omitted where the value
-/// can only be a string; it then includes all whitespace. A logical value may also be on, off, yes, no, True
-/// or False, and a colour \#ff0000 or \#f00. Throws ParseError; UnsuitableValue if the notation is right, but
+/// can only be a string; it then includes all whitespace. A logical value may also be on, off, yes or no, in
+/// any letter case, and a colour \#ff0000 or \#f00. Throws ParseError; UnsuitableValue if the notation is right, but
 /// not the class.
 [[nodiscard]] VX_API foundation::verdixdata::Array parseValue(std::string_view text,
                                                               const ParseTarget& target);

@@ -56,12 +56,26 @@ function describeAllowed(constraint) {
 
 const notAllowed = (what, constraint) => `${what} is not allowed: must be ${describeAllowed(constraint)}`;
 
+const withAdvice = (message, advice) => (advice ? `${message}; ${advice}` : message);
+
+const describeRed = ({ colour }) => `red is ${colour === "normalised" ? "[1, 0, 0]" : "[255, 0, 0]"}`;
+
+/** Returns what to do about a value that is no colour; empty if that is not obvious. */
+function colourAdvice(value, constraint) {
+    if (constraint.colour && value.class === "char") {
+        return describeRed(constraint);
+    }
+    const isTripleOfBytes = value.rows === 1 && value.columns === 3 &&
+        value.elements.every((part) => Number.isInteger(part) && part >= 0 && part <= 255);
+    return constraint.colour === "normalised" && isTripleOfBytes ? "divide each by 255" : "";
+}
+
 function describeRejectedValue(value, constraint) {
     const allowed = constraint.allowed ?? constraint.names ?? [];
     const string = value.elements.find((element) => typeof element === "string" && !allowed.includes(element));
     const meant = string === undefined ? "" : didYouMean(suggestStrings(string, allowed));
     if (meant === "") {
-        return notAllowed(formatValue(value, shownWidth), constraint);
+        return withAdvice(notAllowed(formatValue(value, shownWidth), constraint), colourAdvice(value, constraint));
     }
     const list = constraint.allowed ? allowed.map((word) => word || '""').join(", ") : describeAllowed(constraint);
     return `"${truncate(escapeUnprintable(string), shownWidth)}" is not allowed; ${meant} Allowed: ${list}`;
@@ -75,21 +89,37 @@ function tryToParse(text, constraint, read) {
     }
 }
 
+/** Returns what a text has in quotes, a logical value as true or false; empty without quotes. */
+function withoutQuotes(text, constraint) {
+    const [, , content = ""] = /^(["'])(.*)\1$/.exec(text) ?? [];
+    return constraint.class !== "logical" ? content
+        : /^(true|on|yes)$/i.test(content) ? "true" : /^(false|off|no)$/i.test(content) ? "false" : "";
+}
+
+/** Returns what the user may have meant by a text that is no value, the most likely first, by what to do. */
+function corrections(text, constraint) {
+    const isGrouped = /^[-+]?\d{1,3}(,\d{3})+(\.|$)/.test(text);
+    return [
+        ["write it without quotes", withoutQuotes(text, constraint)],
+        ["write it as a list", `[${text}]`],
+        ["write it without commas", isGrouped ? text.replaceAll(",", "") : ""],
+    ];
+}
+
 /** Returns what to do about a text that is no value; empty if that is not obvious, or too long to be shown. */
 function adviceFor(text, constraint, isUnsuitable, read) {
-    if (utf8(text).length > shownWidth) {
+    if (text === "" || utf8(text).length > shownWidth) {
         return "";
     }
-    if (constraint.rows === 1 && constraint.columns === 1) {
-        const number = text.replaceAll(",", "");
-        return number !== text && tryToParse(number, constraint, read) ? `write it without commas: ${number}` : "";
+    if (escapeUnprintable(text) === text) {
+        for (const [advice, corrected] of corrections(text, constraint)) {
+            const value = tryToParse(corrected, constraint, read);
+            if (value && refusal(value, constraint) === undefined) {
+                return `${advice}: ${corrected}`;
+            }
+        }
     }
-    const list = tryToParse(`[${text}]`, constraint, read);
-    if (list && satisfiesValidators(list, constraint)) {
-        return `write it as a list: [${text}]`;
-    }
-    return constraint.colour && isUnsuitable
-        ? `red is ${constraint.colour === "normalised" ? "[1, 0, 0]" : "[255, 0, 0]"}` : "";
+    return constraint.colour && isUnsuitable ? describeRed(constraint) : "";
 }
 
 function describePlace(text, offset) {
@@ -101,7 +131,7 @@ function describeRejectedText(text, error, constraint, readTyped) {
     const advice = adviceFor(text, constraint, error.isUnsuitable, readTyped);
     if (advice || text === "" || (error.isUnsuitable && constraint.class)) {
         const what = text === "" ? "an empty value" : truncate(escapeUnprintable(text), shownWidth);
-        return notAllowed(what, constraint) + (advice && `; ${advice}`);
+        return withAdvice(notAllowed(what, constraint), advice);
     }
     const place = readTyped ? describePlace(text, error.offset) : "";
     return `${place}${error.message}; must be ${describeAllowed(constraint)}`;

@@ -23,13 +23,15 @@ function editDistance(from, to) {
 /** Returns the up to three strings that are most similar to the wanted one. */
 function suggestStrings(wanted, strings) {
     const from = utf8(lowerAscii(wanted));
-    const allowed = Math.max(1, Math.floor(from.length / 3));
     if (from.length > 200) {
         return [];
     }
-    return strings.map((string) => ({ string, distance: editDistance(from, utf8(lowerAscii(string))) }))
-        .filter(({ distance }) => distance <= allowed)
+    const allowed = (longer) => (longer < 2 ? 0 : Math.max(1, Math.floor(longer / 3)));
+    return strings.map((string) => ({ string, to: utf8(lowerAscii(string)) }))
+        .map(({ string, to }) => ({ string, distance: editDistance(from, to), longer: Math.max(from.length, to.length) }))
+        .filter(({ distance, longer }) => distance <= allowed(longer))
         .sort((a, b) => a.distance - b.distance)
+        .filter(({ distance }, _, [closest]) => distance <= 1.5 * closest.distance)
         .slice(0, 3)
         .map(({ string }) => string);
 }
