@@ -2,7 +2,7 @@
 # SONAME and the name of its installed target. It exports what VX_API marks, with the version VERDIX_<major>.
 #
 # The major version of the project is the version of the binary interface of all these libraries; docs/releasing.md says
-# when to raise it. platform/symbols has the symbols that each library exports.
+# when to increase it. platform/symbols has the symbols that each library exports.
 
 set(VX_ABI_VERSION ${PROJECT_VERSION_MAJOR})
 set(VX_PUBLIC_EXPORTS "${PROJECT_BINARY_DIR}/public_exports.map")

@@ -14,7 +14,7 @@ namespace vx::core {
 /// How a user writes a value, and thus how a message writes values that it advises.
 struct Writing
 {
-    Notation notation = Notation::script;
+    Notation notation = Notation::script;  ///< of the value
     /// The diagnostic has the position of the error. Otherwise the value is an argument of a command, and the
     /// message tells the column, and quotes values for a shell.
     bool hasPosition = true;
