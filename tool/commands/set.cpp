@@ -34,6 +34,15 @@ std::string readStandardInput()
     return core::readInput(std::string(core::standardInput));
 }
 
+/// Loads the bundle. Threads of the service framework must not take signals from the one that waits for what
+/// is typed.
+void loadBeforeTyping(LazySession& lazy)
+{
+    BlockedSignals signals = blockTypingSignals();
+    static_cast<void>(lazy.get());
+    signals.deliver();
+}
+
 /// Returns the line that the user types at the terminal for the value of a setting.
 std::string askForValue(const core::Node& setting)
 {
@@ -60,6 +69,9 @@ std::string readValue(LazySession& lazy, const std::string& path)
 
 ExitCode setOne(LazySession& lazy, const SetOptions& options, Output& out)
 {
+    if (!options.value && ::isatty(STDIN_FILENO) == 1) {
+        loadBeforeTyping(lazy);
+    }
     ChangedFile changed(lazy, options.change, "set " + options.path);
     const core::ValueText value{options.value ? *options.value : readValue(lazy, options.path),
                                 options.isJson ? core::Notation::json : core::Notation::script};

@@ -10,7 +10,6 @@
 #include <unistd.h>
 
 #include "cli/command_error.hpp"
-#include "host/blocked_signals.hpp"
 
 namespace vx::tool {
 
@@ -39,7 +38,7 @@ public:
     [[nodiscard]] const BlockedSignals& signals() const noexcept { return signals_; }
 
 private:
-    BlockedSignals signals_{SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGTSTP};
+    BlockedSignals signals_ = blockTypingSignals();
     termios former_ = {};
 };
 
@@ -73,6 +72,11 @@ std::optional<std::string> ask(const std::string& prompt, Typing typing)
 }
 
 }  // namespace
+
+BlockedSignals blockTypingSignals()
+{
+    return BlockedSignals{SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGTSTP};
+}
 
 std::string readTypedLine(const std::string& prompt, Typing typing)
 {
